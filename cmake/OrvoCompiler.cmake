@@ -1,0 +1,31 @@
+# How every target is compiled: C++20, warnings as errors, sanitizers on request, outputs in bin/ and lib/.
+
+option(ORVO_BUILD_TESTS "Build the tests and the fuzzers" ON)
+set(ORVO_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize takes them")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+
+find_program(ORVO_CCACHE ccache)
+if(ORVO_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${ORVO_CCACHE}")
+endif()
+
+add_compile_options(
+  -Wall -Wextra -Wpedantic -Werror
+  -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wcast-qual -Wold-style-cast -Wextra-semi -Wundef)
+
+if(ORVO_SANITIZE)
+  add_compile_options("-fsanitize=${ORVO_SANITIZE}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options("-fsanitize=${ORVO_SANITIZE}")
+endif()

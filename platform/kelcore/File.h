@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "platform/kelcore/Types.h"
+
+/// Files by their UTF-16 path, and the replacement of a file that a crash cannot leave half done.
+namespace kelcore {
+
+/// What went wrong with a file. The message holds `kPathPlaceholder` where the file's path belongs, so
+/// that whoever reports it decides how paths are shown.
+class file_exception : public std::runtime_error {
+public:
+    static constexpr std::string_view kPathPlaceholder = "@0";
+
+    file_exception(std::string message, int systemError);
+
+    /// The system's error number (`errno`), 0 if the system was not asked.
+    int SystemError() const noexcept { return systemError_; }
+
+    /// The message with `path` in place of the placeholder.
+    std::string MessageFor(std::u16string_view path) const;
+
+private:
+    int systemError_;
+};
+
+class FileReplacement;
+
+/// A file's name, not an open file. The path is resolved against the working directory on construction.
+/// A path with a zero in it names nothing: the file does not exist and cannot be created.
+class File {
+public:
+    explicit File(std::u16string_view path);
+    ~File();
+    File(File&&) noexcept;
+    File& operator=(File&&) noexcept;
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    /// The absolute path, with "." and ".." worked out by name (links are not followed).
+    const std::u16string& FullPath() const noexcept { return fullPath_; }
+
+    /// Whether something of any kind stands there (a dangling link does not count).
+    bool Exists() const noexcept;
+
+    /// Whether it is, behind links, a regular file: not a folder, device, pipe or socket.
+    bool IsRegularFile() const noexcept;
+
+    /// Begins to replace the file, or to make it. What stands there now stays whole until an
+    /// `OPlatformByteStream` on this object is closed; if that never happens it just stays.
+    /// A link is followed to the real file; permissions and owner are taken over from it.
+    /// @throws file_exception if a file cannot be made there, or what stands there is not a regular file
+    ///         or may not be written.
+    void Create();
+
+private:
+    friend class OPlatformByteStream;
+
+    std::u16string fullPath_;
+    std::unique_ptr<FileReplacement> replacement_;
+};
+
+/// Writes the new content of a file on which `Create` was called.
+class OPlatformByteStream {
+public:
+    /// @throws file_exception if `file` was not created.
+    explicit OPlatformByteStream(File& file);
+
+    /// Without a `Close` before, the replacement is given up and the old file stays.
+    ~OPlatformByteStream();
+    OPlatformByteStream(const OPlatformByteStream&) = delete;
+    OPlatformByteStream& operator=(const OPlatformByteStream&) = delete;
+
+    /// Appends `size` bytes, all of them.
+    /// @throws file_exception
+    void WriteBlock(const void* data, std::size_t size);
+
+    /// Puts the content on the disk and then gives it the file's name. From here on the new file stands
+    /// there, whole, also after a loss of power.
+    /// @throws file_exception; the old file then stays.
+    void Close();
+
+private:
+    std::unique_ptr<FileReplacement> replacement_;
+};
+
+}  // namespace kelcore
