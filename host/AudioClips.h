@@ -1,0 +1,117 @@
+#pragma once
+
+#include "host/HostObject.h"
+
+namespace tses {
+
+struct IEditClipFade;
+struct IQueryClipFade;
+struct IEditClipStretch;
+struct IQueryClipStretch;
+struct IEditComponent;
+struct IQueryComponent;
+struct IEditEffectsRack;
+struct IQueryEffectsRack;
+struct IEditClipProperties;
+struct IQueryClipProperties;
+
+/// A region of a media file on a track. From `IEditAudioTrack::CreateAudioClip`.
+struct IEditAudioClip : IHostObject {
+    /// The id of the media file that is played.
+    virtual void SetFileID(kelcore::uint32 fileId) = 0;
+    /// The first sample of the region in the file. -1 when the session file does not say.
+    virtual void SetSourceInPoint(kelcore::int64 sample) = 0;
+    /// Length of the region in samples.
+    virtual void SetDuration(kelcore::int64 samples) = 0;
+    /// Where the region starts on the timeline. -1 when the session file does not say.
+    virtual void SetStartPoint(kelcore::int64 sample) = 0;
+    /// The colour's hue in degrees. That of the clip before when the session file does not say.
+    virtual void SetHue(double degrees) = 0;
+    /// Whether the region repeats.
+    virtual void SetLooped(bool looped) = 0;
+    /// The name of the clip before when the session file does not say.
+    virtual void SetName(const kelcore::char16* name) = 0;
+    /// Whether the media is offline.
+    virtual void SetOffline(bool offline) = 0;
+    virtual void SetSelected(bool selected) = 0;
+    /// The order among clips that overlap; higher lies on top.
+    virtual void SetZOrder(kelcore::int32 order) = 0;
+    /// Which channel of the file feeds this channel of the clip; called in ascending order of
+    /// `channel`, after everything else. A clip without such calls takes the file's channels as
+    /// they are.
+    virtual void SetChannelSource(kelcore::uint32 channel, kelcore::int32 source) = 0;
+    /// Whether the clip may not be moved in time.
+    virtual void SetLockedInTime(bool locked) = 0;
+    virtual IEditClipFade* GetFadeIn() = 0;
+    virtual IEditClipFade* GetFadeOut() = 0;
+    virtual IEditClipStretch* GetClipStretch() = 0;
+    /// Whether the host makes crossfades where the clip overlaps others. True when the session file
+    /// does not say.
+    virtual void SetClipAutoCrossfade(bool automatic) = 0;
+    /// The clip that this one crossfades with at its start; -1: none.
+    virtual void SetCrossFadeHeadClipID(kelcore::int32 clipId) = 0;
+    /// The clip that this one crossfades with at its end; -1: none.
+    virtual void SetCrossFadeTailClipID(kelcore::int32 clipId) = 0;
+    /// One more take: its first sample in the file.
+    virtual void AddTake(kelcore::int64 sourceInPoint) = 0;
+    /// The component of the clip's gain.
+    virtual IEditComponent* GetClipGainComponent() = 0;
+    /// The component of the clip's mute.
+    virtual IEditComponent* GetClipMuteComponent() = 0;
+    /// The component of the clip's pan.
+    virtual IEditComponent* GetClipPanComponent() = 0;
+    virtual IEditEffectsRack* GetEffectsRack() = 0;
+    /// One more parameter that the editor shows for this clip: of the effect in a slot of the rack,
+    /// by the slot's and the parameter's index.
+    virtual void SetEditParameter(kelcore::uint32 slotIndex, kelcore::uint32 parameterIndex) = 0;
+    virtual IEditClipProperties* GetProperties() = 0;
+
+protected:
+    ~IEditAudioClip() = default;
+};
+
+/// A region of a media file on a track. From `IQueryAudioTrack::GetClip`. Units are those of
+/// `IEditAudioClip`.
+struct IQueryAudioClip : IHostObject {
+    /// Unique among the session's clips.
+    virtual kelcore::uint32 GetID() = 0;
+    virtual kelcore::uint32 GetFileID() = 0;
+    virtual kelcore::int64 GetSourceInPoint() = 0;
+    virtual kelcore::int64 GetDuration() = 0;
+    virtual kelcore::int64 GetStartPoint() = 0;
+    virtual double GetHue() = 0;
+    virtual bool GetLooped() = 0;
+    /// Null: stored as empty.
+    virtual IHostString* GetName() = 0;
+    virtual bool GetOffline() = 0;
+    virtual bool GetSelected() = 0;
+    virtual kelcore::int32 GetZOrder() = 0;
+    virtual bool GetLockedInTime() = 0;
+    virtual IQueryClipFade* GetFadeIn() = 0;
+    virtual IQueryClipFade* GetFadeOut() = 0;
+    virtual IQueryClipStretch* GetClipStretch() = 0;
+    virtual kelcore::int32 GetCrossFadeHeadClipID() = 0;
+    virtual kelcore::int32 GetCrossFadeTailClipID() = 0;
+    virtual bool GetClipAutoCrossfade() = 0;
+    virtual kelcore::int64 GetTakeSourceInPoint(kelcore::uint32 index) = 0;
+    virtual kelcore::uint32 GetTakeCount() = 0;
+    virtual kelcore::uint32 GetEditParameterCount() = 0;
+    /// `slotIndex` is 4294967295 and `parameterIndex` 0 before the call; if the slot index still is
+    /// afterwards, the entry is skipped.
+    virtual void GetEditParameter(kelcore::uint32 index, kelcore::uint32& slotIndex,
+                                  kelcore::uint32& parameterIndex) = 0;
+    virtual IQueryEffectsRack* GetEffectsRack() = 0;
+    virtual IQueryComponent* GetClipGainComponent() = 0;
+    virtual IQueryComponent* GetClipMuteComponent() = 0;
+    virtual IQueryComponent* GetClipPanComponent() = 0;
+    virtual IQueryClipProperties* GetProperties() = 0;
+    /// How many channels of the clip have a stated source; 0: no map is stored.
+    virtual kelcore::uint32 GetChannelCount() = 0;
+    /// The channel of the file that feeds this channel of the clip.
+    virtual kelcore::int32 GetChannelSource(kelcore::uint32 channel) = 0;
+
+protected:
+    ~IQueryAudioClip() = default;
+};
+
+}  // namespace tses

@@ -1,0 +1,165 @@
+#pragma once
+
+#include "host/HostObject.h"
+
+namespace tses {
+
+struct IEditAutomationLane;
+struct IQueryAutomationLane;
+
+/// An effect, or a control such as a fader, which is an effect of one or a few parameters. From the
+/// operations named Get...Component. Parameters are known by their index.
+struct IEditComponent : IHostObject {
+    /// Which effect it is; possibly empty.
+    virtual void SetComponentID(const kelcore::char16* componentId) = 0;
+    virtual void SetName(const kelcore::char16* name) = 0;
+    /// In the parameter's own unit.
+    virtual void SetParameterValue(kelcore::uint32 index, float value) = 0;
+    /// Follows the value; possibly empty.
+    virtual void SetParameterName(kelcore::uint32 index, const kelcore::char16* name) = 0;
+    /// Null: what the file says of the parameter's automation is dropped.
+    virtual IEditAutomationLane* GetParameterAutomation(kelcore::uint32 index) = 0;
+    /// The state that the effect saved, in its own layout. Called only with at least one byte.
+    virtual void SetPresetChunk(const kelcore::byte* data, kelcore::uint32 size) = 0;
+    /// Whether the effect's window is open.
+    virtual void SetEditorVisible(bool visible) = 0;
+    /// Where the effect's window is, in pixels of the screen. All are 0 when the file does not say.
+    virtual void SetEditorRect(kelcore::int32 left, kelcore::int32 top, kelcore::int32 width,
+                               kelcore::int32 height) = 0;
+    /// Whether the effect is on. Not called when the file does not say; an effect in a rack's slot
+    /// has its power at the slot.
+    virtual void SetPowered(bool powered) = 0;
+    /// Whether the parameter may be moved by hand while its automation is being written. Called
+    /// only with true.
+    virtual void SetParameterSafeDuringWrite(kelcore::uint32 index, bool safe) = 0;
+    /// Which effect it is, in a form that lasts; possibly empty.
+    virtual void SetComponentGuid(const kelcore::char16* guid) = 0;
+    /// The preset that was chosen; empty: none.
+    virtual void SetPresetName(const kelcore::char16* name) = 0;
+
+protected:
+    ~IEditComponent() = default;
+};
+
+/// A place for one effect in a rack. From `IEditEffectsRack::AddSlot`.
+struct IEditEffectsSlot : IHostObject {
+    /// The slot's place in the rack, from 0. 4294967295 when the file does not say.
+    virtual void SetSlotIndex(kelcore::uint32 slotIndex) = 0;
+    /// Whether the signal passes by the effect.
+    virtual void SetBypassed(bool bypassed) = 0;
+    /// The effect.
+    virtual IEditComponent* GetComponent() = 0;
+    virtual void UnusedSlot6() = 0;
+    virtual void UnusedSlot7() = 0;
+    /// How many channels the side chain has. Not called when the file does not say.
+    virtual void SetSideChainChannels(kelcore::uint32 channels) = 0;
+    /// One more entry of the input map: which channel of the rack (`source`) feeds this input of
+    /// the effect.
+    virtual void AddInputChannel(kelcore::int32 index, kelcore::int32 source) = 0;
+    /// One more entry of the output map, likewise.
+    virtual void AddOutputChannel(kelcore::int32 index, kelcore::int32 source) = 0;
+    /// The layout of the effect's busses, as the host gave it. Called only when it is more than
+    /// white space.
+    virtual void SetBusConfig(const kelcore::char16* configuration) = 0;
+
+protected:
+    ~IEditEffectsSlot() = default;
+};
+
+/// The effects of a track or clip. From `GetEffectsRack` of the track or clip.
+struct IEditEffectsRack : IHostObject {
+    /// The control of how much of the effects is heard.
+    virtual IEditComponent* GetMixComponent() = 0;
+    /// The control of the gain before the effects.
+    virtual IEditComponent* GetInputComponent() = 0;
+    /// The control of the gain after the effects.
+    virtual IEditComponent* GetOutputComponent() = 0;
+    /// Whether the rack lies before the fader. True when the file does not say.
+    virtual void SetPreFader(bool preFader) = 0;
+    /// A new slot, after the existing ones.
+    virtual IEditEffectsSlot* AddSlot() = 0;
+
+protected:
+    ~IEditEffectsRack() = default;
+};
+
+/// A preset that was chosen for a component. From `IQueryComponent::GetPreset`.
+struct IQueryComponentPreset : IHostObject {
+    /// Null or empty: not stored.
+    virtual IHostString* GetName() = 0;
+
+protected:
+    ~IQueryComponentPreset() = default;
+};
+
+/// An effect or control. From the operations named Get...Component. Units are those of
+/// `IEditComponent`; a null text counts as empty.
+struct IQueryComponent : IHostObject {
+    virtual IHostString* GetComponentID() = 0;
+    virtual IHostString* GetName() = 0;
+    /// One more than the highest index of a parameter.
+    virtual kelcore::uint32 GetParameterCount() = 0;
+    /// False: there is no parameter of this index, and it is skipped.
+    virtual bool GetParameterValue(kelcore::uint32 index, float& value) = 0;
+    /// Empty: not stored.
+    virtual IHostString* GetParameterName(kelcore::uint32 index) = 0;
+    /// Null, or a lane without keyframes: not stored.
+    virtual IQueryAutomationLane* GetParameterAutomation(kelcore::uint32 index) = 0;
+    /// In bytes. 0: not stored. Asked of the effects in slots only.
+    virtual kelcore::uint32 GetPresetChunkSize() = 0;
+    /// Fills the buffer, which has exactly the size given before. False: not stored.
+    virtual bool GetPresetChunk(kelcore::byte* buffer) = 0;
+    virtual bool IsEditorVisible() = 0;
+    /// The outputs are 0 before the call. A width or height of 0: not stored.
+    virtual void GetEditorRect(kelcore::int32& left, kelcore::int32& top, kelcore::int32& width,
+                               kelcore::int32& height) = 0;
+    /// Not asked of the effects in slots.
+    virtual bool IsPowered() = 0;
+    virtual bool IsParameterSafeDuringWrite(kelcore::uint32 index) = 0;
+    virtual IHostString* GetComponentGuid() = 0;
+    /// Null: none was chosen.
+    virtual IQueryComponentPreset* GetPreset() = 0;
+
+protected:
+    ~IQueryComponent() = default;
+};
+
+/// A place for one effect in a rack. From `IQueryEffectsRack::GetSlot`. Channel maps are as in
+/// `IEditEffectsSlot`; a count of 0 stores no map, and outputs are 0 before each call.
+struct IQueryEffectsSlot : IHostObject {
+    virtual bool IsBypassed() = 0;
+    /// Null: the slot is stored empty.
+    virtual IQueryComponent* GetComponent() = 0;
+    /// 0: not stored.
+    virtual kelcore::uint32 GetSideChainChannels() = 0;
+    /// Null or empty: not stored.
+    virtual IHostString* GetBusConfig() = 0;
+    virtual kelcore::uint32 GetInputChannelCount() = 0;
+    virtual void GetInputChannel(kelcore::uint32 position, kelcore::int32& index,
+                                 kelcore::int32& source) = 0;
+    virtual kelcore::uint32 GetOutputChannelCount() = 0;
+    virtual void GetOutputChannel(kelcore::uint32 position, kelcore::int32& index,
+                                  kelcore::int32& source) = 0;
+
+protected:
+    ~IQueryEffectsSlot() = default;
+};
+
+/// The effects of a track or clip. From `GetEffectsRack` of the track or clip.
+struct IQueryEffectsRack : IHostObject {
+    /// Null: not stored. So for the next two.
+    virtual IQueryComponent* GetMixComponent() = 0;
+    virtual IQueryComponent* GetInputComponent() = 0;
+    virtual IQueryComponent* GetOutputComponent() = 0;
+    virtual bool IsPreFader() = 0;
+    virtual kelcore::uint32 GetSlotCount() = 0;
+    /// The index of the slot at a position of the list; it need not be the position.
+    virtual kelcore::uint32 GetSlotIndex(kelcore::uint32 position) = 0;
+    /// Null: skipped.
+    virtual IQueryEffectsSlot* GetSlot(kelcore::uint32 position) = 0;
+
+protected:
+    ~IQueryEffectsRack() = default;
+};
+
+}  // namespace tses

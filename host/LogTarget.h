@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/HostObject.h"
+
+namespace tses {
+
+/// Takes what the parser of session files has to say.
+struct IHostLogTarget : IHostObject {
+    virtual void UnusedSlot3() = 0;
+    virtual void UnusedSlot4() = 0;
+    virtual void UnusedSlot5() = 0;
+    virtual void UnusedSlot6() = 0;
+    virtual void UnusedSlot7() = 0;
+    virtual void UnusedSlot8() = 0;
+    /// One warning or error with its line and column, ended by a line end. The text is the
+    /// plug-in's object: a host that keeps it beyond the call adds a reference.
+    virtual void LogMessage(IHostString* text) = 0;
+
+protected:
+    ~IHostLogTarget() = default;
+};
+
+}  // namespace tses

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "host/HostObject.h"
+
+namespace tses {
+
+struct IEditComponent;
+struct IQueryComponent;
+
+/// One feed from a track to another track. From `IEditSendList::AddSlot`.
+struct IEditSendSlot : IHostObject {
+    /// The send's place among the track's sends, from 0. Called first.
+    virtual void SetSlotIndex(kelcore::uint32 slotIndex) = 0;
+    /// The id of the track that is fed; -1: none. Not called when the file does not say.
+    virtual void SetSendOutputId(kelcore::int32 trackId) = 0;
+    /// Whether the signal is taken before the fader. Not called when the file does not say.
+    virtual void SetPreFader(bool preFader) = 0;
+    /// The component of the send's level. `id`: "sendComponent".
+    virtual IEditComponent* GetSendComponent(const kelcore::char16* id) = 0;
+    /// The component of the send's panner. `id`: "sendPan".
+    virtual IEditComponent* GetPanComponent(const kelcore::char16* id) = 0;
+    /// Which component of the destination is fed. Not called when the file does not say.
+    virtual void SetDestCompIndex(kelcore::int32 index) = 0;
+
+protected:
+    ~IEditSendSlot() = default;
+};
+
+/// The sends of a track. From `IEditAudioTrackPrivate::GetSendList`.
+struct IEditSendList : IHostObject {
+    /// A new send, after the existing ones.
+    virtual IEditSendSlot* AddSlot() = 0;
+
+protected:
+    ~IEditSendList() = default;
+};
+
+/// One feed from a track to another track. From `IQuerySendList::GetSlot`.
+struct IQuerySendSlot : IHostObject {
+    virtual kelcore::uint32 GetSlotIndex() = 0;
+    virtual kelcore::int32 GetSendOutputId() = 0;
+    virtual bool IsPreFader() = 0;
+    virtual IQueryComponent* GetSendComponent() = 0;
+    virtual IQueryComponent* GetPanComponent() = 0;
+    /// Negative: not stored.
+    virtual kelcore::int32 GetDestCompIndex() = 0;
+
+protected:
+    ~IQuerySendSlot() = default;
+};
+
+/// The sends of a track. From `IQueryAudioTrackPrivate::GetSendList`.
+struct IQuerySendList : IHostObject {
+    virtual kelcore::uint32 GetSlotCount() = 0;
+    /// Null: skipped.
+    virtual IQuerySendSlot* GetSlot(kelcore::uint32 index) = 0;
+
+protected:
+    ~IQuerySendList() = default;
+};
+
+}  // namespace tses

@@ -1,0 +1,188 @@
+#pragma once
+
+#include "host/HostObject.h"
+
+namespace tses {
+
+struct IHostLogTarget;
+struct IEditFile;
+struct IQueryFile;
+struct IEditVideoTrack;
+struct IQueryVideoTrack;
+struct IEditAudioTrack;
+struct IQueryAudioTrack;
+struct IEditMetronomeInfo;
+struct IQueryMetronomeInfo;
+struct IEditTrackVisibilityPreset;
+struct IQueryTrackVisibilityPreset;
+struct IEditClipGroup;
+struct IQueryClipGroup;
+struct IEditProperties;
+struct IQueryProperties;
+
+/// A session under construction. Passed with selector 4; calls come as the file's elements are met,
+/// so that nothing is called for what the file does not contain.
+struct IEditSession : IHostObject {
+    virtual void UnusedSlot3() = 0;
+    /// Where messages about the file go. Null: they are dropped, and reading goes on after an error
+    /// that the parser can recover from.
+    virtual IHostLogTarget* GetLogTarget() = 0;
+    /// `done` of `total` steps are complete: 0 of 7 first, then up to 7 of 7. The last two are
+    /// always 0.
+    virtual void SetProgress(kelcore::uint32 done, kelcore::uint32 total, kelcore::uint32 reserved,
+                             kelcore::uint32 flag) = 0;
+    /// A localised sentence that names the application version that wrote the file.
+    virtual void SetFormatDescription(const kelcore::char16* description) = 0;
+    /// Samples per second. 48000 when the file does not say.
+    virtual void SetSampleRate(kelcore::uint32 samplesPerSecond) = 0;
+    /// 1 (mono), 2 (stereo) or 6 (5.1). Not called when the file does not say.
+    virtual void SetChannelCount(kelcore::int32 channels) = 0;
+    /// Length in samples. 0 when the file does not say.
+    virtual void SetDuration(kelcore::int64 samples) = 0;
+    /// Bits per sample. 32 when the file does not say.
+    virtual void SetBitDepth(kelcore::uint32 bits) = 0;
+    /// The entry of the media file with this id, made if need be. Null: the file is left out.
+    virtual IEditFile* GetFile(kelcore::uint32 id) = 0;
+    /// The video track with this id, made if need be. Null: what the file says of the track is
+    /// dropped.
+    virtual IEditVideoTrack* GetVideoTrack(kelcore::uint32 id) = 0;
+    /// The audio-side track with this id, made if need be. Null, or an object that does not cast to
+    /// `IEditAudioTrackPrivate`: the read fails.
+    virtual IEditAudioTrack* GetAudioTrack(kelcore::uint32 id) = 0;
+    /// The metronome's settings.
+    virtual IEditMetronomeInfo* GetMetronomeInfo() = 0;
+    /// A new, empty preset, after the existing ones.
+    virtual IEditTrackVisibilityPreset* CreateTrackVisibilityPreset() = 0;
+    /// The identifier of the audio device for input; the host's own text, possibly empty.
+    virtual void SetInputDeviceId(const kelcore::char16* deviceId) = 0;
+    /// One more named input port. `id` is what tracks give as their input.
+    virtual void AddInputPort(kelcore::int32 id, const kelcore::char16* name) = 0;
+    /// As `SetInputDeviceId`, for output.
+    virtual void SetOutputDeviceId(const kelcore::char16* deviceId) = 0;
+    /// One more named output port. `id` is what tracks give as their hardware output.
+    virtual void AddOutputPort(kelcore::int32 id, const kelcore::char16* name) = 0;
+    /// A new, empty clip group.
+    virtual IEditClipGroup* CreateClipGroup(kelcore::uint32 id) = 0;
+    /// The selected time range, in samples. Either may be negative, as the file has it.
+    virtual void SetSelection(kelcore::int64 start, kelcore::int64 duration) = 0;
+    /// The position of the current-time indicator, in samples.
+    virtual void SetCtiPosition(kelcore::int64 position) = 0;
+    /// The visible time range in samples; the width of the track controls and how far the tracks
+    /// are scrolled down, in pixels.
+    virtual void SetViewState(kelcore::int64 horizontalViewStart,
+                              kelcore::int64 horizontalViewDuration,
+                              kelcore::int32 trackControlsWidth,
+                              kelcore::int32 verticalScrollOffset) = 0;
+    /// How times are shown. `format`: 0 decimal, 1 samples, 2 timecode, 3 and 4 NTSC 30 non-drop
+    /// and drop frame, 6 bars and beats, 12 and 13 NTSC 60 non-drop and drop frame, 14 NTSC 24.
+    /// `frameRate`: frames per second. `customFrameRate`: the host's own.
+    virtual void SetTimeFormat(kelcore::int32 format, kelcore::int32 frameRate, bool ntsc,
+                               bool dropFrame, kelcore::int32 customFrameRate) = 0;
+    /// How new tracks pan: logarithmic, or equal power with `panPower` dB in the centre (-3 when
+    /// the file does not say).
+    virtual void SetPanMode(bool logarithmic, double panPower) = 0;
+    /// Whether the time format follows the application's preferences. True when the file does not
+    /// say.
+    virtual void SetLinkToDefaultTimeSettings(bool linked) = 0;
+    /// The grid of bars and beats. `noteLength`: the beat's note, as 4 for a quarter.
+    /// `subdivisions`: of a beat. All are 0 when the file does not say.
+    virtual void SetMusicalTime(double beatsPerMinute, kelcore::int32 beatsPerBar,
+                                kelcore::int32 noteLength, kelcore::int32 subdivisions) = 0;
+    /// The session's key/value properties.
+    virtual IEditProperties* GetProperties() = 0;
+    /// The XMP packet, without white space at its ends; possibly empty.
+    virtual void SetXmpMetadata(const kelcore::char16* packet) = 0;
+    /// At the session's end: the current-time position for files of application version "4.0"
+    /// exactly, the start of the selection for all others; 0 if the file has no such value.
+    virtual void SetVersionDependentValue(kelcore::int64 position) = 0;
+    /// The timecode of the session's first sample, in the host's unit.
+    virtual void SetSmpteStart(kelcore::int64 start) = 0;
+    /// Whether a clip that lies under another one is heard. False when the file does not say.
+    virtual void SetPlayOverlappingClips(bool play) = 0;
+
+protected:
+    ~IEditSession() = default;
+};
+
+/// A finished session. Passed with selector 5; must not change during the call.
+struct IQuerySession : IHostObject {
+    virtual void UnusedSlot3() = 0;
+    /// Something that must outlive the write, or null. The plug-in holds a reference to it until
+    /// the next call of `SessionInterface`.
+    virtual IHostObject* GetContext() = 0;
+    /// The format version for the document's root. The pointers are never null.
+    virtual void GetFormatVersion(kelcore::int32* major, kelcore::int32* minor) = 0;
+    /// `done` of `total` steps are complete: 1 of 7 first, then 2, 3 and 4. `flag` is 0 in the
+    /// first and then 1 when the root's version could be set, else 0. `reserved` is always 0.
+    virtual void SetProgress(kelcore::uint32 done, kelcore::uint32 total, kelcore::uint32 reserved,
+                             kelcore::uint32 flag) = 0;
+    /// Samples per second.
+    virtual kelcore::uint32 GetSampleRate() = 0;
+    /// 1 is stored as mono, 6 as 5.1, everything else as stereo.
+    virtual kelcore::int32 GetChannelCount() = 0;
+    /// Length in samples.
+    virtual kelcore::int64 GetDuration() = 0;
+    /// Bits per sample.
+    virtual kelcore::uint32 GetBitDepth() = 0;
+    virtual kelcore::uint32 GetFileCount() = 0;
+    /// Null: skipped.
+    virtual IQueryFile* GetFile(kelcore::uint32 index) = 0;
+    virtual kelcore::uint32 GetVideoTrackCount() = 0;
+    virtual IQueryVideoTrack* GetVideoTrack(kelcore::uint32 index) = 0;
+    /// How many tracks of the audio side there are (audio, bus, master, instrument); the
+    /// metronome's track is not among them.
+    virtual kelcore::uint32 GetAudioTrackCount() = 0;
+    /// Null, or an object that does not cast to `IQueryAudioTrackPrivate`: skipped.
+    virtual IQueryAudioTrack* GetAudioTrack(kelcore::uint32 index) = 0;
+    virtual kelcore::uint32 GetTrackVisibilityPresetCount() = 0;
+    virtual IQueryTrackVisibilityPreset* GetTrackVisibilityPreset(kelcore::uint32 index) = 0;
+    /// The identifier of the audio device for input. Null: stored as empty.
+    virtual IHostString* GetInputDeviceId() = 0;
+    virtual kelcore::uint32 GetInputPortCount() = 0;
+    virtual kelcore::int32 GetInputPortId(kelcore::uint32 index) = 0;
+    /// Null: stored as empty.
+    virtual IHostString* GetInputPortName(kelcore::uint32 index) = 0;
+    /// The identifier of the audio device for output. Null: stored as empty.
+    virtual IHostString* GetOutputDeviceId() = 0;
+    virtual kelcore::uint32 GetOutputPortCount() = 0;
+    virtual kelcore::int32 GetOutputPortId(kelcore::uint32 index) = 0;
+    /// Null: stored as empty.
+    virtual IHostString* GetOutputPortName(kelcore::uint32 index) = 0;
+    virtual kelcore::uint32 GetClipGroupCount() = 0;
+    virtual IQueryClipGroup* GetClipGroup(kelcore::uint32 index) = 0;
+    /// The metronome's settings. Must not be null: what is stored after them would then stand
+    /// outside the session and be lost to a reader.
+    virtual IQueryMetronomeInfo* GetMetronomeInfo() = 0;
+    /// The selected time range, in samples. This and every other output is set to 0 (false; pan
+    /// power: -3) before the call, so that one which the host leaves alone has that value.
+    virtual void GetSelection(kelcore::int64& start, kelcore::int64& duration) = 0;
+    /// The position of the current-time indicator, in samples.
+    virtual void GetCtiPosition(kelcore::int64& position) = 0;
+    /// As `IEditSession::SetViewState`.
+    virtual void GetViewState(kelcore::int64& horizontalViewStart,
+                              kelcore::int64& horizontalViewDuration,
+                              kelcore::int32& trackControlsWidth,
+                              kelcore::int32& verticalScrollOffset) = 0;
+    /// As `IEditSession::SetTimeFormat`. A format that is not listed there is stored as its number,
+    /// which reads back as 0.
+    virtual void GetTimeFormat(kelcore::int32& format, kelcore::int32& frameRate, bool& ntsc,
+                               bool& dropFrame, kelcore::int32& customFrameRate) = 0;
+    /// As `IEditSession::SetPanMode`.
+    virtual void GetPanMode(bool& logarithmic, double& panPower) = 0;
+    virtual bool IsLinkedToDefaultTimeSettings() = 0;
+    /// As `IEditSession::SetMusicalTime`.
+    virtual void GetMusicalTime(double& beatsPerMinute, kelcore::int32& beatsPerBar,
+                                kelcore::int32& noteLength, kelcore::int32& subdivisions) = 0;
+    /// The session's key/value properties.
+    virtual IQueryProperties* GetProperties() = 0;
+    /// The XMP packet. Null or empty: none is stored.
+    virtual IHostString* GetXmpMetadata() = 0;
+    /// The timecode of the session's first sample, in the host's unit.
+    virtual void GetSmpteStart(kelcore::int64& start) = 0;
+    virtual bool IsPlayOverlappingClips() = 0;
+
+protected:
+    ~IQuerySession() = default;
+};
+
+}  // namespace tses

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+
+/// The one function that the plug-in exports. A host loads the library, looks
+/// `kSessionInterfaceName` up and drives everything through it:
+///
+///     Initialize once; then, as often as needed, SetFilePath followed by ReadSession or
+///     WriteSession; Terminate at the end, before the library is unloaded.
+///
+/// The host calls from one thread at a time. Arguments are the host's objects (see the selectors);
+/// the plug-in holds references to them only during the call, except for the context of a write
+/// (`IQuerySession::GetContext`), which it holds until the next call with any selector.
+///
+/// Nothing is ever thrown across the call: what the host's own operations throw is caught inside
+/// and ends the request with its failure code. Only a throw out of `IHostObject::Release` ends the
+/// process.
+namespace tses {
+
+/// What is asked of the plug-in.
+enum class SessionSelector : std::int32_t {
+    /// Argument: `IPlugInRegistrar`. Registers the plug-in and its format, and makes it ready.
+    Initialize = 0,
+    /// Argument: ignored. Does nothing; may come at any time.
+    Reserved = 1,
+    /// Argument: ignored. Frees what Initialize made. Once more, it does nothing; a new Initialize
+    /// may
+    /// follow.
+    Terminate = 2,
+    /// Argument: `IHostFileRef`. Keeps the path for the reads and writes that follow.
+    SetFilePath = 3,
+    /// Argument: `IEditSession`. Reads the file into it. A read that fails has made a part of its
+    /// calls,
+    /// so the host discards that session.
+    ReadSession = 4,
+    /// Argument: `IQuerySession`. Writes it to the file. A write that fails leaves an existing file
+    /// as it
+    /// was.
+    WriteSession = 5,
+};
+
+/// What the call returns.
+enum class SessionResult : std::int32_t {
+    /// Done. Also a read or write before the first Initialize, with nothing done.
+    Ok = 0,
+    /// The selector is none of the six, negative ones included.
+    UnknownSelector = -2,
+    /// The selector is not implemented. This plug-in implements all.
+    NotImplemented = -3,
+    /// The file was not read: no path, no such file, malformed, not a session, or refused by the
+    /// host.
+    /// Also every read after Terminate.
+    ReadFailed = -4,
+    /// The argument is null where one is needed (all but Reserved and Terminate).
+    NullArgument = -6,
+    /// The session was not written. Also every write after Terminate.
+    WriteFailed = -10,
+};
+
+/// The type of the exported function.
+using SessionInterfaceFunction = std::int32_t(std::int32_t selector, void* argument);
+
+/// The name that the function is exported under.
+inline constexpr char kSessionInterfaceName[] = "SessionInterface";
+
+}  // namespace tses
+
+extern "C" std::int32_t SessionInterface(std::int32_t selector, void* argument);
