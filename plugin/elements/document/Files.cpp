@@ -1,0 +1,158 @@
+#include "plugin/elements/document/Files.h"
+
+#include "host/Files.h"
+#include "platform/kelcore/File.h"
+#include "platform/kelcore/Paths.h"
+#include "platform/tbcore/MediaHandlers.h"
+#include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostText.h"
+#include "plugin/serializer/SerializerImpl.h"
+
+// The media that clips refer to by id:
+//
+//     <files>
+//       <file absolutePath="/music/voice.wav" id="3" importerPrivateSettings="..."
+//             mediaHandler="..." recoveryID="..." relativePath="voice.wav"/>
+//     </files>
+//
+// A place is stored twice, absolute and as seen from the session file, so that a folder that was
+// moved together with its media still finds them. A handler without a readable name stands as
+// "mediaHandlerID".
+
+namespace tses {
+namespace {
+
+struct FileRecord {
+    kelcore::uint32 id = 4294967295;
+    std::u16string absolutePath;
+    std::u16string relativePath;
+    std::u16string mediaHandler;  // the identifier, not the readable name
+    std::u16string recoveryId;
+    std::u16string importerPrivateSettings;
+};
+
+// Reading
+
+/// A name that stands for no handler is passed over.
+void ReadHandlerName(const std::u16string& text, FileRecord& record) {
+    tbcore::TranslateFromHumanReadableMediaHandler(text, record.mediaHandler);
+}
+
+/// In the order of their names, so that "mediaHandlerID" overrides a translated "mediaHandler".
+constexpr Binding<FileRecord> kBindings[] = {
+    {names::absolutePath, read::Text<&FileRecord::absolutePath>},
+    {names::id, read::Number<&FileRecord::id>},
+    {names::importerPrivateSettings, read::Text<&FileRecord::importerPrivateSettings>},
+    {names::mediaHandler, ReadHandlerName},
+    {names::mediaHandlerID, read::Text<&FileRecord::mediaHandler>},
+    {names::recoveryID, read::Text<&FileRecord::recoveryId>},
+    {names::relativePath, read::Text<&FileRecord::relativePath>},
+};
+
+bool Exists(const std::u16string& path) {
+    return kelcore::File(path).Exists();
+}
+
+/// The absolute path, unless only the relative one leads to a file. Where neither does, the
+/// absolute one stands: it tells people what is missing.
+std::u16string ChoosePath(const FileRecord& record, bool hasRelativePath,
+                          const std::u16string& sessionPath) {
+    if (!hasRelativePath) {
+        return record.absolutePath;
+    }
+    const kelcore::File resolved(kelcore::MakeFileFromPath(record.relativePath, sessionPath));
+    if (record.absolutePath.empty() || (!Exists(record.absolutePath) && resolved.Exists())) {
+        return resolved.FullPath();
+    }
+    return record.absolutePath;
+}
+
+void Apply(const FileRecord& record, const std::u16string& path, IEditFile& file) {
+    file.SetPath(path.c_str());
+    if (!record.mediaHandler.empty()) {
+        file.SetMediaHandler(record.mediaHandler.c_str());
+    }
+    if (!record.recoveryId.empty()) {
+        file.SetRecoveryId(record.recoveryId.c_str());
+    }
+    if (!record.importerPrivateSettings.empty()) {
+        file.SetImporterPrivateSettings(record.importerPrivateSettings.c_str());
+    }
+}
+
+}  // namespace
+
+void Serializer::Impl::StartFile(State state, const AttributeMap& attributes) {
+    PushState(state);
+    FileRecord record;
+    ReadAttributes(attributes, kBindings, record);
+    const bool hasRelativePath = attributes.Find(names::relativePath) != nullptr;
+    const std::u16string path = ChoosePath(record, hasRelativePath, path_);
+    if (const auto file = Retain(session_->GetFile(record.id))) {
+        Apply(record, path, *file);
+    }
+}
+
+// Writing
+
+namespace {
+
+FileRecord QueryFile(IQueryFile& file, const std::u16string& sessionPath) {
+    FileRecord record;
+    record.id = file.GetId();
+    record.absolutePath = TextOf(file.GetPath());
+    if (!record.absolutePath.empty()) {
+        record.relativePath = kelcore::MakeNormalizedRelativePath(record.absolutePath, sessionPath);
+    }
+    record.recoveryId = TextOf(file.GetRecoveryId());
+    record.mediaHandler = TextOf(file.GetMediaHandler());
+    record.importerPrivateSettings = TextOf(file.GetImporterPrivateSettings());
+    return record;
+}
+
+void SetUnlessEmpty(AttributeMap& attributes, std::u16string_view name,
+                    const std::u16string& value) {
+    if (!value.empty()) {
+        attributes.Set(name, value);
+    }
+}
+
+AttributeMap ToAttributes(const FileRecord& record) {
+    AttributeMap attributes;
+    attributes.Set(names::id, FormatUnsigned(record.id));
+    SetUnlessEmpty(attributes, names::absolutePath, record.absolutePath);
+    SetUnlessEmpty(attributes, names::relativePath, record.relativePath);
+    std::u16string handlerName;
+    if (tbcore::TranslateToHumanReadableMediaHandler(record.mediaHandler, handlerName)) {
+        attributes.Set(names::mediaHandler, handlerName);
+    } else {
+        attributes.Set(names::mediaHandlerID, record.mediaHandler);
+    }
+    SetUnlessEmpty(attributes, names::recoveryID, record.recoveryId);
+    SetUnlessEmpty(attributes, names::importerPrivateSettings, record.importerPrivateSettings);
+    return attributes;
+}
+
+bool WriteFile(SessionXMLWriter& writer, IQueryFile& file, const std::u16string& sessionPath) {
+    return writer.StartElement(names::file, ToAttributes(QueryFile(file, sessionPath))) &&
+           writer.EndElement();
+}
+
+}  // namespace
+
+bool WriteFiles(SessionXMLWriter& writer, const HostReference<IQuerySession>& session,
+                const std::u16string& path) {
+    if (!writer.StartElement(names::files)) {
+        return false;
+    }
+    const kelcore::uint32 count = session->GetFileCount();
+    for (kelcore::uint32 i = 0; i < count; ++i) {
+        const auto file = Retain(session->GetFile(i));
+        if (file && !WriteFile(writer, *file, path)) {
+            return false;
+        }
+    }
+    return writer.EndElement();
+}
+
+}  // namespace tses

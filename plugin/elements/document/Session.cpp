@@ -1,0 +1,140 @@
+#include "plugin/elements/document/Session.h"
+
+#include <optional>
+
+#include "platform/kelcore/ClientVersion.h"
+#include "platform/kelcore/Localizer.h"
+#include "platform/kelcore/Strings.h"
+#include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/SerializerImpl.h"
+
+// The session's audio format and the version of the application that wrote it:
+//
+//     <session appBuild="25.1.310" appVersion="25.1" audioChannelType="stereo" bitDepth="32"
+//              duration="480000" sampleRate="48000"> ... </session>
+//
+// "appBuild" is written for people and never read.
+
+namespace tses {
+namespace {
+
+constexpr std::string_view kFormatDescription =
+    "$$$/SessionPlugIns/OrvoNative/FormatDescription=Vantor Tembra @0 Multitrack Session";
+
+/// Files of this very version keep the value that "session" ends with elsewhere than later ones.
+constexpr std::u16string_view kFirstVersion = u"4.0";
+
+struct SessionRecord {
+    kelcore::uint32 sampleRate = 48000;
+    std::optional<kelcore::int32> channelCount;  // none: the host keeps its own
+    kelcore::int64 duration = 0;
+    kelcore::uint32 bitDepth = 32;
+    std::u16string appVersion{kFirstVersion};
+};
+
+struct ChannelType {
+    std::u16string_view keyword;
+    kelcore::int32 channelCount;
+};
+constexpr ChannelType kMono{u"mono", 1};
+constexpr ChannelType kStereo{u"stereo", 2};
+constexpr ChannelType kFivePointOne{u"fivePointOne", 6};
+constexpr ChannelType kChannelTypes[] = {kMono, kStereo, kFivePointOne};
+
+// Reading
+
+/// Signed here, unsigned on writing: that is how hosts have always read the rate.
+void ReadSampleRate(const std::u16string& text, SessionRecord& record) {
+    auto sampleRate = static_cast<kelcore::int32>(record.sampleRate);
+    ParseSigned(text, sampleRate);
+    record.sampleRate = static_cast<kelcore::uint32>(sampleRate);
+}
+
+/// An unknown keyword changes nothing.
+void ReadChannelType(const std::u16string& text, SessionRecord& record) {
+    for (const ChannelType& type : kChannelTypes) {
+        if (type.keyword == text) {
+            record.channelCount = type.channelCount;
+        }
+    }
+}
+
+constexpr Binding<SessionRecord> kBindings[] = {
+    {names::sampleRate, ReadSampleRate},
+    {names::audioChannelType, ReadChannelType},
+    {names::duration, read::Number<&SessionRecord::duration>},
+    {names::bitDepth, read::Number<&SessionRecord::bitDepth>},
+    {names::appVersion, read::Text<&SessionRecord::appVersion>},
+};
+
+void Apply(const SessionRecord& record, IEditSession& session) {
+    if (record.channelCount) {
+        session.SetChannelCount(*record.channelCount);
+    }
+    session.SetSampleRate(record.sampleRate);
+    session.SetDuration(record.duration);
+    session.SetBitDepth(record.bitDepth);
+    const std::u16string description =
+        kelcore::Localizer::Lookup(kFormatDescription, {record.appVersion});
+    session.SetFormatDescription(description.c_str());
+}
+
+}  // namespace
+
+void Serializer::Impl::StartSession(State state, const AttributeMap& attributes) {
+    PushState(state);
+    SessionRecord record;
+    ReadAttributes(attributes, kBindings, record);
+    document_.appVersion = record.appVersion;
+    Apply(record, *session_);
+}
+
+void Serializer::Impl::EndSession() {
+    session_->SetVersionDependentValue(document_.appVersion == kFirstVersion
+                                           ? savedState_.ctiPosition
+                                           : savedState_.selectionStart);
+    AdvanceProgress();
+}
+
+// Writing
+
+namespace {
+
+SessionRecord QuerySession(IQuerySession& session) {
+    SessionRecord record;
+    record.sampleRate = session.GetSampleRate();
+    record.channelCount = session.GetChannelCount();
+    record.duration = session.GetDuration();
+    record.bitDepth = session.GetBitDepth();
+    record.appVersion = kelcore::UTF8to16(kelcore::GetClientVersion());
+    return record;
+}
+
+/// Every layout but mono and 5.1 is written as stereo.
+std::u16string_view ChannelTypeKeyword(std::optional<kelcore::int32> channelCount) {
+    if (channelCount == kMono.channelCount) {
+        return kMono.keyword;
+    }
+    return channelCount == kFivePointOne.channelCount ? kFivePointOne.keyword : kStereo.keyword;
+}
+
+AttributeMap ToAttributes(const SessionRecord& record) {
+    AttributeMap attributes;
+    attributes.Set(names::sampleRate, FormatUnsigned(record.sampleRate));
+    attributes.Set(names::audioChannelType, ChannelTypeKeyword(record.channelCount));
+    attributes.Set(names::duration, FormatInt64(record.duration));
+    attributes.Set(names::bitDepth, FormatUnsigned(record.bitDepth));
+    attributes.Set(names::appVersion, record.appVersion);
+    attributes.Set(names::appBuild,
+                   record.appVersion + u"." + FormatUnsigned(kelcore::GetClientBuildNumber()));
+    return attributes;
+}
+
+}  // namespace
+
+bool WriteSession(SessionXMLWriter& writer, const HostReference<IQuerySession>& session) {
+    return writer.StartElement(names::session, ToAttributes(QuerySession(*session))) &&
+           writer.EndElement();
+}
+
+}  // namespace tses

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "host/Registration.h"
+#include "host/Session.h"
+#include "host/SessionInterface.h"
+#include "plugin/serializer/HostReference.h"
+
+namespace tses {
+
+/// What stands behind the exported function: one operation for each selector. This base is what a
+/// plug-in of the kind does by default; its results are selector results.
+class SessionInterface {
+public:
+    virtual ~SessionInterface() = default;
+    SessionInterface(const SessionInterface&) = delete;
+    SessionInterface& operator=(const SessionInterface&) = delete;
+
+    virtual SessionResult Initialize(IPlugInRegistrar* /*registrar*/) { return SessionResult::Ok; }
+    virtual SessionResult Reserved() { return SessionResult::Ok; }
+    virtual SessionResult Terminate() { return SessionResult::Ok; }
+    virtual SessionResult SetFilePath(IHostFileRef* /*fileRef*/) {
+        return SessionResult::NotImplemented;
+    }
+    virtual SessionResult ReadSession(IEditSession* /*session*/) {
+        return SessionResult::NotImplemented;
+    }
+    virtual SessionResult WriteSession(IQuerySession* /*session*/) {
+        return SessionResult::NotImplemented;
+    }
+
+    /// Holds the context of a write until the next call of the export.
+    void HoldContext(IHostObject* context) { context_ = Retain(context); }
+    void ReleaseContext() { context_.Reset(); }
+
+protected:
+    SessionInterface() = default;
+
+private:
+    HostReference<IHostObject> context_;
+};
+
+/// One call of the export: releases what the last write held, checks selector and argument, and
+/// passes the call on. Exceptions of the operations pass through.
+SessionResult Dispatch(SessionInterface& plugIn, std::int32_t selector, void* argument);
+
+/// The same, with nothing passing through: an exception is the selector's failure, -10 for a write
+/// and -4 for anything else.
+SessionResult DispatchGuarded(SessionInterface& plugIn, std::int32_t selector,
+                              void* argument) noexcept;
+
+}  // namespace tses

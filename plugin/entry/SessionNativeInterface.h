@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "plugin/entry/SessionInterface.h"
+#include "plugin/serializer/Serializer.h"
+
+namespace tses {
+
+/// The plug-in: registers the format "orvo" and reads and writes its files.
+class SessionNativeInterface final : public SessionInterface {
+public:
+    SessionNativeInterface() = default;
+
+    /// Registers identity and format with the host and makes the serializer. An XML library that
+    /// does not start does not stop it: reads and writes then fail.
+    SessionResult Initialize(IPlugInRegistrar* registrar) override;
+    SessionResult Reserved() override { return SessionResult::Ok; }
+
+    /// Undoes Initialize; without one before, it does nothing.
+    SessionResult Terminate() override;
+
+    /// Keeps the path; an exception while it is taken leaves none, so that no later call works on
+    /// the file before.
+    SessionResult SetFilePath(IHostFileRef* fileRef) override;
+
+    /// Success with nothing done while there is no serializer; failure after `Terminate`, so that a
+    /// host is never told of a save that did not happen.
+    SessionResult ReadSession(IEditSession* session) override;
+    SessionResult WriteSession(IQuerySession* session) override;
+
+private:
+    std::u16string filePath_;
+    std::unique_ptr<Serializer> serializer_;
+    bool terminated_ = false;
+};
+
+/// A further host service that the host's support code may have given this module; released by
+/// `Terminate`.
+HostReference<IHostObject>& ModuleHostService();
+
+}  // namespace tses

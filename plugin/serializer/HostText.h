@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "plugin/serializer/HostReference.h"
+
+namespace tses {
+
+/// The text of a host string that a call returned; empty for null.
+std::u16string TextOf(IHostString* returned);
+
+/// A host string of the plug-in's own, for the host operations that take one.
+HostReference<IHostString> MakeHostString(std::u16string text);
+
+}  // namespace tses

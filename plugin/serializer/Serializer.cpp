@@ -1,0 +1,19 @@
+#include "plugin/serializer/Serializer.h"
+
+#include "plugin/serializer/SerializerImpl.h"
+
+namespace tses {
+
+Serializer::Serializer(WriterFault fault) : impl_(std::make_unique<Impl>(fault)) {}
+
+Serializer::~Serializer() = default;
+
+bool Serializer::Read(const std::u16string& path, HostReference<IEditSession> session) {
+    return impl_->Read(path, std::move(session));
+}
+
+bool Serializer::Write(const std::u16string& path, HostReference<IQuerySession> session) {
+    return impl_->Write(path, std::move(session));
+}
+
+}  // namespace tses

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/Session.h"
+#include "plugin/serializer/HostReference.h"
+#include "plugin/xml/SessionXMLWriter.h"
+
+namespace tses {
+
+/// Reads and writes session files, any number of them, one at a time. Lives from the plug-in's
+/// initialisation to its termination.
+class Serializer {
+public:
+    /// `fault` applies to every write; see `WriterFault`.
+    explicit Serializer(WriterFault fault = {});
+    virtual ~Serializer();
+    Serializer(const Serializer&) = delete;
+    Serializer& operator=(const Serializer&) = delete;
+
+    /// Reads the file at `path` into `session` and returns whether it is a session that was read to
+    /// its end. An empty path reads nothing and fails. What the host throws passes through.
+    bool Read(const std::u16string& path, HostReference<IEditSession> session);
+
+    /// Writes `session` to the file at `path`, which stays as it was unless everything succeeds.
+    bool Write(const std::u16string& path, HostReference<IQuerySession> session);
+
+    class Impl;
+
+private:
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace tses

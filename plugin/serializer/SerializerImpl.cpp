@@ -1,0 +1,116 @@
+#include "plugin/serializer/SerializerImpl.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "plugin/xml/SessionXMLReader.h"
+
+namespace tses {
+
+/// Whatever ends a read, nothing of the host is held afterwards.
+class Serializer::Impl::ReadScope {
+public:
+    explicit ReadScope(Impl& impl) : impl_(impl) {}
+    ~ReadScope() {
+        impl_.session_.Reset();
+        impl_.ClearReadState();
+    }
+    ReadScope(const ReadScope&) = delete;
+    ReadScope& operator=(const ReadScope&) = delete;
+
+private:
+    Impl& impl_;
+};
+
+Serializer::Impl::Impl(WriterFault fault)
+    : elementTable_(BuildElementTable()), writerFault_(fault) {
+    Reset();
+}
+
+bool Serializer::Impl::Read(const std::u16string& path, HostReference<IEditSession> session) {
+    const ReadScope scope(*this);
+    path_ = path;
+    session_ = std::move(session);
+    ClearReadState();
+    session_->SetProgress(0, kProgressTotal, 0, 0);
+    progressStep_ = 0;
+    if (path_.empty()) {
+        return false;
+    }
+    SessionXMLReader reader(this, this);
+    return reader.Parse(path_) && rootSeen_;
+}
+
+// skipDepth_ stays: it is zero after every read but one that failed inside a skipped element, and
+// files read after such a failure have always been read from that depth on.
+void Serializer::Impl::Reset() {
+    rootSeen_ = false;
+    stateStack_.assign(1, states::unknown);
+    progressStep_ = 0;
+}
+
+void Serializer::Impl::ClearReadState() {
+    document_.Clear();
+    savedState_.Clear();
+}
+
+void Serializer::Impl::StartDocument() {
+    Reset();
+}
+
+void Serializer::Impl::EndDocument() {}
+
+void Serializer::Impl::StartElementEvent(std::u16string_view /*uri*/, std::u16string_view localName,
+                                         std::u16string_view /*qualifiedName*/,
+                                         const AttributeMap& attributes) {
+    characterBuffer_.clear();
+    if (!rootSeen_) {
+        if (localName != names::orvo) {
+            throw std::runtime_error("Not a session file.");
+        }
+        PushState(states::orvo);
+        rootSeen_ = true;
+        return;
+    }
+    if (skipDepth_ != 0) {
+        PushState(states::unknown);
+        return;
+    }
+    if (const ElementEntry* const entry = elementTable_.Find(localName, stateStack_.back())) {
+        entry->onStart(localName, attributes);
+        return;
+    }
+    skipDepth_ = stateStack_.size();
+    PushState(states::unknown);
+}
+
+void Serializer::Impl::EndElementEvent(std::u16string_view /*uri*/, std::u16string_view localName,
+                                       std::u16string_view /*qualifiedName*/) {
+    stateStack_.pop_back();
+    if (localName == names::orvo) {
+        return;  // also for an element of that name inside the document, skipping or not
+    }
+    if (skipDepth_ != 0) {
+        if (stateStack_.size() != skipDepth_) {
+            return;
+        }
+        skipDepth_ = 0;
+    }
+    const ElementEntry* const entry = elementTable_.Find(localName, stateStack_.back());
+    if (entry != nullptr && entry->onEnd) {
+        entry->onEnd(localName);
+    }
+}
+
+void Serializer::Impl::CharactersEvent(std::u16string_view text) {
+    characterBuffer_.append(text);
+}
+
+void Serializer::Impl::AdvanceProgress() {
+    if (progressStep_ < kProgressTotal) {
+        ++progressStep_;
+    }
+    session_->SetProgress(progressStep_, kProgressTotal, 0, 0);
+}
+
+}  // namespace tses

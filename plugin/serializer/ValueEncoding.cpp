@@ -1,0 +1,180 @@
+#include "plugin/serializer/ValueEncoding.h"
+
+#include <charconv>
+#include <locale>
+#include <sstream>
+#include <system_error>
+
+#include "platform/kelcore/BinaryText.h"
+#include "platform/kelcore/Strings.h"
+
+namespace tses {
+namespace {
+
+constexpr int kFloatPrecision = 100;
+
+template <class Integer>
+std::u16string FormatInteger(Integer value) {
+    char digits[24];
+    const auto written = std::to_chars(std::begin(digits), std::end(digits), value);
+    return std::u16string(std::begin(digits), written.ptr);
+}
+
+template <class Real>
+std::u16string FormatReal(Real value) {
+    kelcore::char16 text[kelcore::kFloatBufferSize];
+    const std::size_t length = kelcore::ConvertFloatToBufferT(text, value, kFloatPrecision);
+    return {text, length};
+}
+
+bool IsStreamSpace(char16_t unit) {
+    return unit == u' ' || (unit >= u'\t' && unit <= u'\r');
+}
+bool IsDigit(char16_t unit) {
+    return unit >= u'0' && unit <= u'9';
+}
+
+/// The part of a text that a stream takes for a number, narrowed, with "." for ",".
+class NumberPrefix {
+public:
+    explicit NumberPrefix(std::u16string_view text) : rest_(text) {
+        while (!rest_.empty() && IsStreamSpace(rest_.front())) {
+            rest_.remove_prefix(1);
+        }
+        TakeSign();
+        bool digits = TakeDigits();
+        if (TakePoint()) {
+            digits = TakeDigits() || digits;
+        }
+        if (digits && TakeOneOf(u'e', u'E')) {
+            TakeSign();
+            TakeDigits();
+        }
+    }
+
+    const std::string& Characters() const { return characters_; }
+
+private:
+    bool TakeOneOf(char16_t one, char16_t other) {
+        const bool taken = !rest_.empty() && (rest_.front() == one || rest_.front() == other);
+        if (taken) {
+            Take();
+        }
+        return taken;
+    }
+
+    void TakeSign() { TakeOneOf(u'+', u'-'); }
+
+    bool TakePoint() {
+        const bool taken = TakeOneOf(u'.', u',');
+        if (taken) {
+            characters_.back() = '.';
+        }
+        return taken;
+    }
+
+    bool TakeDigits() {
+        const std::size_t before = rest_.size();
+        while (!rest_.empty() && IsDigit(rest_.front())) {
+            Take();
+        }
+        return rest_.size() != before;
+    }
+
+    void Take() {
+        characters_ += static_cast<char>(rest_.front());
+        rest_.remove_prefix(1);
+    }
+
+    std::u16string_view rest_;
+    std::string characters_;
+};
+
+template <class Real>
+Real ReadFromStream(const std::string& characters) {
+    std::istringstream stream(characters);
+    stream.imbue(std::locale::classic());
+    Real value{};
+    return stream >> value ? value : Real{};
+}
+
+template <class Real>
+Real ParseLenient(std::u16string_view text) {
+    const NumberPrefix prefix(text);
+    const std::string& characters = prefix.Characters();
+    const char* first = characters.data();
+    const char* const last = first + characters.size();
+    if (first != last && *first == '+') {
+        ++first;
+    }
+    Real value{};
+    const auto read = std::from_chars(first, last, value);
+    if (read.ec == std::errc::result_out_of_range) {
+        return ReadFromStream<Real>(characters);  // tells too large (0) from too small (rounded)
+    }
+    // A number that stops in the middle ("1e") is none, as for a stream.
+    return read.ec == std::errc() && read.ptr == last ? value : Real{};
+}
+
+}  // namespace
+
+std::u16string FormatUnsigned(kelcore::uint32 value) {
+    return FormatInteger(value);
+}
+std::u16string FormatSigned(kelcore::int32 value) {
+    return FormatInteger(value);
+}
+std::u16string FormatInt64(kelcore::int64 value) {
+    return FormatInteger(value);
+}
+std::u16string FormatFloat(float value) {
+    return FormatReal(value);
+}
+std::u16string FormatDouble(double value) {
+    return FormatReal(value);
+}
+std::u16string FormatBool(bool value) {
+    return value ? u"true" : u"false";
+}
+
+void ParseUnsigned(std::u16string_view text, kelcore::uint32& target) {
+    kelcore::StringToNumber(text, target);
+}
+
+void ParseSigned(std::u16string_view text, kelcore::int32& target) {
+    kelcore::StringToNumber(text, target);
+}
+
+void ParseInt64(std::u16string_view text, kelcore::int64& target) {
+    kelcore::StringToNumber(text, target);
+}
+
+void ParseFloat(std::u16string_view text, float& target) {
+    kelcore::StringToNumber(text, target);
+}
+
+float ParseFloatLenient(std::u16string_view text) {
+    return ParseLenient<float>(text);
+}
+double ParseDoubleLenient(std::u16string_view text) {
+    return ParseLenient<double>(text);
+}
+
+bool ParseBoolStrict(std::u16string_view text) {
+    return text == u"true";
+}
+bool ParseBoolLenient(std::u16string_view text) {
+    return text == u"true" || text == u"1";
+}
+
+std::u16string EncodeBlock(std::span<const kelcore::byte> bytes) {
+    return kelcore::UTF8to16(kelcore::EncodeBinaryDataToUTF8String(bytes.data(), bytes.size()));
+}
+
+std::vector<kelcore::byte> DecodeBlock(std::u16string_view text) {
+    std::vector<kelcore::byte> bytes;
+    kelcore::DecodeBinaryDataFromUTF8String(kelcore::UTF16to8(text), bytes);
+    return bytes;
+}
+
+}  // namespace tses

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <xercesc/framework/LocalFileInputSource.hpp>
+
+namespace tses {
+
+/// A session file as the parser reads it. It makes its own stream: the file is opened without
+/// waiting (a pipe without a writer would wait for ever) and only if it is a regular file, which is
+/// asked of the opened file itself, so that it cannot be exchanged in between.
+class SessionInputSource final : public xercesc::LocalFileInputSource {
+public:
+    explicit SessionInputSource(const std::u16string& path);
+
+    /// The opened stream, owned by the parser; null if there is no such regular file to be read,
+    /// which the parser then reports as an error.
+    xercesc::BinInputStream* makeStream() const override;
+
+private:
+    std::string systemPath_;
+};
+
+}  // namespace tses

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <boost/thread/recursive_mutex.hpp>
+#include <memory>
+#include <string>
+
+#include "plugin/xml/SAXHandlers.h"
+#include "plugin/xml/SessionXMLDefaultHandler.h"
+
+namespace xercesc_3_2 {
+class SAX2XMLReaderImpl;
+}
+
+namespace tses {
+
+/// The trace category of everything that goes wrong while a document is read.
+inline constexpr std::string_view kReaderTraceCategory = "app::XMLReader";
+
+/// Parses session files into the events of the handlers, which must outlive it. The XML library
+/// should have been started; if it was not, nothing parses.
+class SessionXMLReader {
+public:
+    SessionXMLReader(SAXContentHandler* contentHandler, SAXErrorHandler* errorHandler);
+    ~SessionXMLReader();
+    SessionXMLReader(const SessionXMLReader&) = delete;
+    SessionXMLReader& operator=(const SessionXMLReader&) = delete;
+
+    /// Parses the file at `path` and returns whether it was read to its end. Nothing is thrown:
+    /// what the handlers or the parser throw ends the parse and is traced. Concurrent calls run one
+    /// after the other.
+    bool Parse(const std::u16string& path) noexcept;
+
+private:
+    void ParseDocument(const std::u16string& path);
+
+    SessionXMLDefaultHandler handler_;
+    std::unique_ptr<xercesc_3_2::SAX2XMLReaderImpl> parser_;
+    boost::recursive_mutex lock_;
+};
+
+/// Paths of this many code units and more are opened in the platform's form for long paths.
+inline constexpr std::size_t kLongPathLength = 260;
+
+/// The path as it is opened.
+std::u16string OpenablePath(const std::u16string& path);
+
+}  // namespace tses

@@ -1,0 +1,193 @@
+#include "plugin/xml/SessionXMLWriter.h"
+
+#include <algorithm>
+#include <boost/thread/lock_guard.hpp>
+#include <utility>
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/MemBufFormatTarget.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include "platform/kelcore/File.h"
+#include "platform/kelcore/Trace.h"
+#include "plugin/xml/Names.h"
+#include "plugin/xml/XercesPlatform.h"
+
+namespace tses {
+namespace {
+
+using Guard = boost::lock_guard<boost::recursive_mutex>;
+
+constexpr std::u16string_view kCoreFeature = u"Core";
+constexpr std::u16string_view kLineFeed = u"\n";
+constexpr XMLSize_t kInitialBufferSize = 10000;
+
+struct ReleaseToLibrary {
+    template <class Resource>
+    void operator()(Resource* resource) const {
+        resource->release();
+    }
+};
+
+template <class Resource>
+using LibraryPointer = std::unique_ptr<Resource, ReleaseToLibrary>;
+
+xercesc::DOMImplementation* CoreImplementation() {
+    return xercesc::DOMImplementationRegistry::getDOMImplementation(kCoreFeature.data());
+}
+
+LibraryPointer<xercesc::DOMDocument> CreateDocument() {
+    if (!IsXercesStarted()) {
+        return nullptr;
+    }
+    return LibraryPointer<xercesc::DOMDocument>(
+        CoreImplementation()->createDocument(nullptr, names::orvo.data(), nullptr));
+}
+
+bool NeedsXml11(char16_t unit) {
+    return unit < 0x20 || (unit >= 0x7F && unit <= 0x84) || (unit >= 0x86 && unit <= 0x9F);
+}
+
+void SetAttributes(xercesc::DOMElement& element, const AttributeMap& attributes) {
+    for (const Attribute& attribute : attributes) {
+        element.setAttribute(attribute.name.data(), attribute.value.c_str());
+    }
+}
+
+/// What the DOM refuses, it throws; a writer's operation then reports failure.
+template <class Operation>
+bool Attempt(Operation&& operation) {
+    try {
+        operation();
+        return true;
+    } catch (const xercesc::DOMException& refusal) {
+        kelcore::trace::Write(kWriterTraceCategory, TranscodeMessage(refusal.getMessage()));
+        return false;
+    }
+}
+
+void SwitchOn(xercesc::DOMConfiguration& configuration, const XMLCh* parameter) {
+    if (configuration.canSetParameter(parameter, true)) {
+        configuration.setParameter(parameter, true);
+    }
+}
+
+bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& target) {
+    xercesc::DOMImplementation* const implementation = CoreImplementation();
+    xercesc::MemoryManager* const memory = xercesc::XMLPlatformUtils::fgMemoryManager;
+
+    const LibraryPointer<xercesc::DOMLSSerializer> serializer(
+        implementation->createLSSerializer(memory));
+    serializer->setNewLine(kLineFeed.data());
+    xercesc::DOMConfiguration& configuration = *serializer->getDomConfig();
+    SwitchOn(configuration, xercesc::XMLUni::fgDOMWRTFormatPrettyPrint);
+    SwitchOn(configuration, xercesc::XMLUni::fgDOMWRTBOM);
+    SwitchOn(configuration, xercesc::XMLUni::fgDOMXMLDeclaration);
+
+    const LibraryPointer<xercesc::DOMLSOutput> output(implementation->createLSOutput(memory));
+    output->setByteStream(&target);
+    return serializer->write(&document, output.get());
+}
+
+bool WriteFile(const std::u16string& path, const xercesc::MemBufFormatTarget& content) {
+    kelcore::File file(path);
+    try {
+        file.Create();
+        kelcore::OPlatformByteStream stream(file);
+        if (content.getLen() > 0) {
+            stream.WriteBlock(content.getRawBuffer(), content.getLen());
+        }
+        stream.Close();
+        return content.getLen() > 0;
+    } catch (const kelcore::file_exception& failure) {
+        kelcore::trace::Write(kWriterTraceCategory, failure.MessageFor(file.FullPath()));
+        return false;
+    }
+}
+
+}  // namespace
+
+class SessionXMLWriter::State {
+public:
+    State(std::u16string outputPath, WriterFault writerFault)
+        : document(CreateDocument()),
+          current(document != nullptr ? document->getDocumentElement() : nullptr),
+          path(std::move(outputPath)),
+          fault(writerFault) {}
+
+    LibraryPointer<xercesc::DOMDocument> document;
+    xercesc::DOMElement* current;  // of the document
+    std::u16string path;
+    WriterFault fault;
+    std::size_t operations = 0;
+};
+
+SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault)
+    : state_(std::make_unique<State>(std::move(path), fault)) {}
+
+SessionXMLWriter::~SessionXMLWriter() = default;
+
+bool SessionXMLWriter::Step() {
+    return state_->operations++ != state_->fault.atOperation && state_->document != nullptr;
+}
+
+bool SessionXMLWriter::SetRootAttributes(const AttributeMap& attributes) {
+    const Guard guard(lock_);
+    return Step() &&
+           Attempt([&] { SetAttributes(*state_->document->getDocumentElement(), attributes); });
+}
+
+bool SessionXMLWriter::StartElement(std::u16string_view name, const AttributeMap& attributes) {
+    const Guard guard(lock_);
+    return Step() && Attempt([&] {
+               xercesc::DOMElement* const element = state_->document->createElement(name.data());
+               SetAttributes(*element, attributes);
+               state_->current->appendChild(element);
+               state_->current = element;
+           });
+}
+
+bool SessionXMLWriter::Text(std::u16string_view text) {
+    const Guard guard(lock_);
+    return Step() && Attempt([&] {
+               if (std::any_of(text.begin(), text.end(), NeedsXml11)) {
+                   state_->document->setXmlVersion(xercesc::XMLUni::fgVersion1_1);
+               }
+               const std::u16string terminated(text);
+               state_->current->appendChild(state_->document->createTextNode(terminated.c_str()));
+           });
+}
+
+bool SessionXMLWriter::Characters(std::u16string_view text) {
+    const Guard guard(lock_);
+    return Step() && Attempt([&] {
+               const std::u16string terminated(text);
+               state_->current->appendChild(
+                   state_->document->createCDATASection(terminated.c_str()));
+           });
+}
+
+bool SessionXMLWriter::EndElement() {
+    const Guard guard(lock_);
+    if (!Step()) {
+        return false;
+    }
+    // The parent of the document element is the document, a node that no element can be put beside.
+    xercesc::DOMNode* const parent = state_->current->getParentNode();
+    if (parent == nullptr || parent->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
+        return false;
+    }
+    state_->current = static_cast<xercesc::DOMElement*>(parent);
+    return true;
+}
+
+bool SessionXMLWriter::Save() {
+    const Guard guard(lock_);
+    if (!Step()) {
+        return false;
+    }
+    xercesc::MemBufFormatTarget content(kInitialBufferSize);
+    return Serialise(*state_->document, content) && WriteFile(state_->path, content);
+}
+
+}  // namespace tses

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <boost/thread/recursive_mutex.hpp>
+#include <cstddef>
+#include <limits>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "plugin/xml/AttributeMap.h"
+
+namespace tses {
+
+/// The trace category of what goes wrong while a session is saved.
+inline constexpr std::string_view kWriterTraceCategory = "app::XMLWriter";
+
+/// Lets one operation of a writer report failure, counted from 0, as if the document had refused
+/// it: how a save behaves then is otherwise beyond the reach of a test.
+struct WriterFault {
+    static constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
+    std::size_t atOperation = kNever;
+};
+
+/// Builds a session document and saves it. The document element "orvo" stands from the beginning;
+/// new content goes into the current element, which is the document element at first. Every
+/// operation says whether it succeeded, and fails without effect when there is no document (the XML
+/// library was not started).
+class SessionXMLWriter {
+public:
+    explicit SessionXMLWriter(std::u16string path, WriterFault fault = {});
+    ~SessionXMLWriter();
+    SessionXMLWriter(const SessionXMLWriter&) = delete;
+    SessionXMLWriter& operator=(const SessionXMLWriter&) = delete;
+
+    /// Sets attributes of the document element.
+    bool SetRootAttributes(const AttributeMap& attributes);
+
+    /// Opens a child of the current element and makes it the current one. `name` is a constant of
+    /// `names`. Each success wants one `EndElement`.
+    bool StartElement(std::u16string_view name, const AttributeMap& attributes = {});
+
+    /// Appends ordinary text. A control character in it (below U+0020, U+007F to U+0084, U+0086 to
+    /// U+009F) makes the whole document XML 1.1. U+0085 alone does not, on purpose.
+    bool Text(std::u16string_view text);
+
+    /// Appends a CDATA section, for encoded blocks and embedded metadata.
+    bool Characters(std::u16string_view text);
+
+    /// Makes the parent of the current element the current one. False, with nothing changed, at the
+    /// document element, which is inside no element.
+    bool EndElement();
+
+    /// Serialises the document in memory and then replaces the file by it. False if the document
+    /// cannot be serialised (the file is not touched) or the file not be written (it stays as it
+    /// was).
+    bool Save();
+
+private:
+    class State;
+
+    bool Step();
+
+    std::unique_ptr<State> state_;
+    boost::recursive_mutex lock_;
+};
+
+}  // namespace tses
