@@ -83,8 +83,10 @@ private:
     static kelcore::uint64 LineBreaks(std::string_view text) {
         kelcore::uint64 count = 0;
         for (std::size_t i = 0; i < text.size(); ++i) {
-            const bool pair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
-            count += (text[i] == '\n' || text[i] == '\r') && !pair ? 1 : 0;
+            const bool firstOfPair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
+            if ((text[i] == '\n' || text[i] == '\r') && !firstOfPair) {
+                ++count;
+            }
         }
         return count;
     }
@@ -95,8 +97,8 @@ private:
         if (line.data() == content_.data() && line.starts_with(kByteOrderMark)) {
             line.remove_prefix(kByteOrderMark.size());
         }
-        const auto inside =
-            std::count_if(line.begin(), line.end(), [](char byte) { return (byte & 0xC0) == 0x80; });
+        const auto inside = std::count_if(line.begin(), line.end(),
+                                          [](char byte) { return (byte & 0xC0) == 0x80; });
         return line.size() - static_cast<std::size_t>(inside) + 1;
     }
 
@@ -132,7 +134,7 @@ public:
     void setDocumentLocator(const xercesc::Locator* locator) override { locator_ = locator; }
 
     void startDTD(const XMLCh*, const XMLCh*, const XMLCh*) override {
-        End({Here(), "a document type declaration", "a session file has none"});
+        End({TagPlace(), "a document type declaration", "a session file has none"});
     }
 
     void startElement(const XMLCh*, const XMLCh* localName, const XMLCh*,
@@ -255,7 +257,7 @@ private:
 
     void CheckId(const CarriedElement& row, Place place, const xercesc::Attributes& attributes) {
         kelcore::uint32 id = kNoId;
-        kelcore::StringToNumber(ViewOf(attributes.getValue(u"id")), id);
+        kelcore::StringToNumber(IdText(attributes), id);
         if (id == kNoId) {
             Report(place, Tag(row.name) + " without an id");
         } else if (!ids_.insert({&row, id}).second) {
@@ -270,9 +272,8 @@ private:
             const CarriedAttribute* const attribute = FindCarriedAttribute(row, name);
             const std::u16string_view value = ViewOf(attributes.getValue(i));
             if (attribute == nullptr || HidesBehindAnother(attributes, i)) {
-                Report(place, "the attribute " +
-                                  kelcore::UTF16to8(ViewOf(attributes.getQName(i))) + " of " +
-                                  Tag(row.name));
+                Report(place, "the attribute " + kelcore::UTF16to8(ViewOf(attributes.getQName(i))) +
+                                  " of " + Tag(row.name));
             } else if (!IsCarriedValue(attribute->kind, value)) {
                 Report(place, "the value " + Quoted(value) + " of the attribute " +
                                   kelcore::UTF16to8(name) + " of " + Tag(row.name));
@@ -280,8 +281,17 @@ private:
         }
     }
 
-    /// A prefix is ignored on reading, so of two attributes with one local name only one counts: the one
-    /// without a prefix, or else the last.
+    static std::u16string_view IdText(const xercesc::Attributes& attributes) {
+        for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
+            if (ViewOf(attributes.getLocalName(i)) == u"id" && !HidesBehindAnother(attributes, i)) {
+                return ViewOf(attributes.getValue(i));
+            }
+        }
+        return {};
+    }
+
+    /// A prefix is ignored on reading, so of two attributes with one local name only one counts:
+    /// the one without a prefix, or else the last.
     static bool HidesBehindAnother(const xercesc::Attributes& attributes, XMLSize_t index) {
         const std::u16string_view name = ViewOf(attributes.getLocalName(index));
         if (ViewOf(attributes.getQName(index)) == name) {

@@ -14,8 +14,9 @@ using enum ValueKind;
 
 constexpr CarriedAttribute kRootAttributes[] = {{u"version", Text}};
 constexpr CarriedAttribute kSessionAttributes[] = {
-    {u"sampleRate", Number}, {u"audioChannelType", ChannelType}, {u"duration", LongNumber},
-    {u"bitDepth", Number},   {u"appVersion", Text},              {u"appBuild", Text},
+    {u"sampleRate", Number},   {u"audioChannelType", ChannelType},
+    {u"duration", LongNumber}, {u"bitDepth", Number},
+    {u"appVersion", Text},     {u"appBuild", Text},
 };
 constexpr CarriedAttribute kFileAttributes[] = {
     {u"id", Number},

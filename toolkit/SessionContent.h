@@ -8,8 +8,8 @@
 /// What of a session file this version carries from file to file. The one list of it.
 namespace toolkit {
 
-/// What an attribute's value must be to be carried. Any other is read as if the attribute had not been
-/// there.
+/// What an attribute's value must be to be carried. Any other is read as if the attribute had not
+/// been there.
 enum class ValueKind { Text, Number, LongNumber, ChannelType, HandlerName };
 
 struct CarriedAttribute {
@@ -17,9 +17,9 @@ struct CarriedAttribute {
     ValueKind kind;
 };
 
-/// How often an element counts under one parent. Of several that count once the last one's attributes
-/// hold, so that those of the others are lost. One that counts by id needs an "id" that none of the
-/// others has.
+/// How often an element counts under one parent. Of several that count once the last one's
+/// attributes hold, so that those of the others are lost. One that counts by id needs an "id" that
+/// none of the others has.
 enum class Occurrence { Once, ById, Many };
 
 struct CarriedElement {
