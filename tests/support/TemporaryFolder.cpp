@@ -1,0 +1,37 @@
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace test {
+
+TemporaryFolder::TemporaryFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "orvo-test-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr) {
+        throw std::runtime_error("no temporary folder can be made");
+    }
+    path_ = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+std::filesystem::path TemporaryFolder::Write(std::string_view name, std::string_view content) const {
+    const std::filesystem::path path = path_ / name;
+    std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
+    return path;
+}
+
+std::string ReadFile(const std::filesystem::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    EXPECT_TRUE(stream.is_open()) << path;
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+}  // namespace test
