@@ -7,7 +7,8 @@
 /// The version of the application that runs the plug-in.
 namespace kelcore {
 
-/// Its version as UTF-8 text, for example "25.1". Until the application sets one: that of this library.
+/// Its version as UTF-8 text, for example "25.1". Until the application sets one: that of this
+/// library.
 std::string GetClientVersion();
 
 /// Its build number; 0 until the application sets one.

@@ -11,8 +11,8 @@
 /// Files by their UTF-16 path, and the replacement of a file that a crash cannot leave half done.
 namespace kelcore {
 
-/// What went wrong with a file. The message holds `kPathPlaceholder` where the file's path belongs, so
-/// that whoever reports it decides how paths are shown.
+/// What went wrong with a file. The message holds `kPathPlaceholder` where the file's path belongs,
+/// so that whoever reports it decides how paths are shown.
 class file_exception : public std::runtime_error {
 public:
     static constexpr std::string_view kPathPlaceholder = "@0";
@@ -22,7 +22,8 @@ public:
     /// The system's error number (`errno`), 0 if the system was not asked.
     int SystemError() const noexcept { return systemError_; }
 
-    /// The message with `path` in place of the placeholder.
+    /// The message with `path` in place of the placeholder, in the bytes that the system knows it
+    /// by (UTF-8 for every usual name).
     std::string MessageFor(std::u16string_view path) const;
 
 private:
@@ -31,8 +32,9 @@ private:
 
 class FileReplacement;
 
-/// A file's name, not an open file. The path is resolved against the working directory on construction.
-/// A path with a zero in it names nothing: the file does not exist and cannot be created.
+/// A file's name, not an open file. The path is resolved against the working directory on
+/// construction. An empty path, or one with a zero in it, names nothing: the file does not exist
+/// and cannot be created.
 class File {
 public:
     explicit File(std::u16string_view path);
@@ -53,8 +55,12 @@ public:
 
     /// Begins to replace the file, or to make it. What stands there now stays whole until an
     /// `OPlatformByteStream` on this object is closed; if that never happens it just stays.
-    /// A link is followed to the real file; permissions and owner are taken over from it.
-    /// @throws file_exception if a file cannot be made there, or what stands there is not a regular file
+    /// A link is followed to the real file, also to one that does not exist yet; permissions,
+    /// owner, access list and extended attributes are taken over from it. Of a file with several
+    /// names (hard links) only this name gets the new content, the others keep the old. Called
+    /// again, it gives up what it began before.
+    /// @throws file_exception if a file cannot be made there, or what stands there is not a regular
+    /// file
     ///         or may not be written.
     void Create();
 
@@ -62,6 +68,7 @@ private:
     friend class OPlatformByteStream;
 
     std::u16string fullPath_;
+    std::string systemPath_;
     std::unique_ptr<FileReplacement> replacement_;
 };
 
@@ -77,15 +84,20 @@ public:
     OPlatformByteStream& operator=(const OPlatformByteStream&) = delete;
 
     /// Appends `size` bytes, all of them.
-    /// @throws file_exception
+    /// @throws file_exception; the replacement is then given up.
     void WriteBlock(const void* data, std::size_t size);
 
-    /// Puts the content on the disk and then gives it the file's name. From here on the new file stands
-    /// there, whole, also after a loss of power.
-    /// @throws file_exception; the old file then stays.
+    /// Puts the content on the disk and then gives it the file's name. From here on the new file
+    /// stands there, whole, also after a loss of power. It can be called once.
+    /// @throws file_exception; the old file then stays. Only when the very last step fails, which
+    /// makes the
+    ///         new name outlast a loss of power, the new file stands there already; the message
+    ///         says so.
     void Close();
 
 private:
+    FileReplacement& Replacement() const;
+
     std::unique_ptr<FileReplacement> replacement_;
 };
 

@@ -9,13 +9,14 @@ namespace kelcore {
 
 class Localizer {
 public:
-    /// The installed translation of the part before "=", or else the text after it. A key without "="
-    /// gives itself. The key is UTF-8.
+    /// The installed translation of the part before the first "=", or else the text after it. A key
+    /// without "=" and without translation gives itself. The key is UTF-8.
     static std::u16string Lookup(std::string_view key);
 
-    /// The same, with "@0" to "@9" replaced by the arguments; a place without an argument stays as it is,
-    /// and places inside an argument are not replaced again.
-    static std::u16string Lookup(std::string_view key, std::initializer_list<std::u16string_view> arguments);
+    /// The same, with "@0" to "@9" replaced by the arguments; a place without an argument stays as
+    /// it is, and places inside an argument are not replaced again.
+    static std::u16string Lookup(std::string_view key,
+                                 std::initializer_list<std::u16string_view> arguments);
 
     /// Installs the translation of a name ("$$$/Group/Name", without "=" and default), replacing an
     /// earlier one. Shared by the whole process.

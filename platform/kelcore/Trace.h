@@ -3,17 +3,19 @@
 #include <functional>
 #include <string_view>
 
-/// Diagnostic lines by category, off until a category is switched on. The switches and the output belong
-/// to the process: host and plug-ins share them.
+/// Diagnostic lines by category, off until a category is switched on. The switches and the output
+/// belong to the process: host and plug-ins share them.
 namespace kelcore::trace {
 
 bool IsEnabled(std::string_view category);
 void SetEnabled(std::string_view category, bool enabled);
 
-/// Writes one line (UTF-8) if the category is on. Lines go to standard error unless `SetOutput` was called.
+/// Writes one line (UTF-8) if the category is on. Lines go to standard error, with the time and the
+/// category in front, unless `SetOutput` was called.
 void Write(std::string_view category, std::string_view text);
 
-/// Who receives the lines. An empty function restores standard error.
+/// Who receives the lines, on the thread that writes them, and on several at a time if several
+/// write. It may itself call every function here. An empty function restores standard error.
 using Output = std::function<void(std::string_view category, std::string_view text)>;
 void SetOutput(Output output);
 

@@ -9,7 +9,9 @@ namespace kelui {
 /// A loaded library, as the system's loader names it; null for none.
 using ModuleHandle = void*;
 
-/// The module that holds `address` (of one of its functions). Its reference count is not touched.
+/// The module that holds `address` (of one of its functions); null if none does. Its reference
+/// count is not touched, so the handle is good for as long as the module stays loaded for another
+/// reason.
 ModuleHandle ModuleOfAddress(const void* address) noexcept;
 
 /// Finds the resources of one module: the files of the folder that has the module's own name, with
@@ -32,7 +34,8 @@ private:
     std::u16string resourceFolder_;
 };
 
-/// Makes `manager` the process's plug-in resource manager, deleting the one before it. Null removes it.
+/// Makes `manager` the process's plug-in resource manager, deleting the one before it. Null removes
+/// it.
 void InstallPlugInResourceManager(std::unique_ptr<OS_ResourceManager> manager);
 
 /// The installed one, owned by the platform; null if there is none.

@@ -1,0 +1,98 @@
+#include "platform/kelcore/File.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <utility>
+
+#include "platform/kelcore/FileReplacement.h"
+#include "platform/kelcore/Paths.h"
+
+namespace kelcore {
+namespace {
+
+std::string CannotWrite(std::string_view reason) {
+    std::string message = "cannot write \"";
+    message.append(file_exception::kPathPlaceholder).append("\": ").append(reason);
+    return message;
+}
+
+/// The path for the system, empty (which the system knows as the name of nothing) for one that it
+/// would cut at a zero.
+std::string SystemPath(std::u16string_view path) {
+    return path.find(u'\0') == std::u16string_view::npos ? PathToBytes(path) : std::string();
+}
+
+}  // namespace
+
+file_exception::file_exception(std::string message, int systemError)
+    : std::runtime_error(std::move(message)), systemError_(systemError) {}
+
+std::string file_exception::MessageFor(std::u16string_view path) const {
+    std::string message = what();
+    const std::size_t place = message.find(kPathPlaceholder);
+    if (place != std::string::npos) {
+        message.replace(place, kPathPlaceholder.size(), PathToBytes(path));
+    }
+    return message;
+}
+
+File::File(std::u16string_view path)
+    : fullPath_(FileUtils::PrepAsLongPathName(path)), systemPath_(SystemPath(fullPath_)) {}
+
+File::~File() = default;
+File::File(File&&) noexcept = default;
+File& File::operator=(File&&) noexcept = default;
+
+bool File::Exists() const noexcept {
+    struct stat status;
+    return stat(systemPath_.c_str(), &status) == 0;
+}
+
+bool File::IsRegularFile() const noexcept {
+    struct stat status;
+    return stat(systemPath_.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+void File::Create() {
+    if (systemPath_.empty()) {
+        throw file_exception(CannotWrite("this path cannot name a file"), ENOENT);
+    }
+    replacement_.reset();
+    replacement_ = std::make_unique<FileReplacement>(systemPath_);
+}
+
+OPlatformByteStream::OPlatformByteStream(File& file) : replacement_(std::move(file.replacement_)) {
+    if (!replacement_) {
+        throw file_exception(CannotWrite("it was not created before it was opened"), 0);
+    }
+}
+
+OPlatformByteStream::~OPlatformByteStream() = default;
+
+FileReplacement& OPlatformByteStream::Replacement() const {
+    if (!replacement_) {
+        throw file_exception(CannotWrite("its stream is closed, or failed before"), 0);
+    }
+    return *replacement_;
+}
+
+void OPlatformByteStream::WriteBlock(const void* data, std::size_t size) {
+    try {
+        Replacement().Write(data, size);
+    } catch (...) {
+        // What was written only in part must never be closed into place.
+        replacement_.reset();
+        throw;
+    }
+}
+
+void OPlatformByteStream::Close() {
+    Replacement();
+    // Given up if it fails: the system reports a write that was lost only once, so trying again
+    // proves nothing.
+    const std::unique_ptr<FileReplacement> last = std::move(replacement_);
+    last->Commit();
+}
+
+}  // namespace kelcore

@@ -1,0 +1,180 @@
+#include "platform/kelcore/Paths.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+#include "platform/kelcore/Unicode.h"
+
+namespace kelcore {
+namespace {
+
+constexpr char16_t kSeparator = u'/';
+constexpr char16_t kForeignSeparator = u'\\';
+constexpr std::u16string_view kThisFolder = u".";
+constexpr std::u16string_view kParentFolder = u"..";
+
+/// Where the bytes 0x80 to 0xFF that are no UTF-8 are kept: U+DC80 to U+DCFF.
+constexpr char32_t kByteEscapes = 0xDC00;
+
+bool IsEscapedByte(char32_t codePoint) {
+    return codePoint >= kByteEscapes + 0x80 && codePoint <= kByteEscapes + 0xFF;
+}
+
+bool IsAbsolute(std::u16string_view path) {
+    return path.starts_with(kSeparator);
+}
+
+/// A path's names in order, with "." and ".." worked out. ".." stays only where nothing is known of
+/// what lies before it: at the front of a relative path.
+class Names {
+public:
+    explicit Names(std::u16string_view path) : absolute_(IsAbsolute(path)) { Append(path); }
+
+    void Append(std::u16string_view path) {
+        while (!path.empty()) {
+            const std::size_t end = std::min(path.find(kSeparator), path.size());
+            AppendName(path.substr(0, end));
+            path.remove_prefix(std::min(end + 1, path.size()));
+        }
+    }
+
+    /// Leaves the folder that holds what was named; the root has none.
+    void RemoveLast() {
+        if (!names_.empty()) {
+            names_.pop_back();
+        }
+    }
+
+    const std::vector<std::u16string_view>& List() const { return names_; }
+
+    std::u16string Path() const {
+        std::u16string path;
+        for (const std::u16string_view name : names_) {
+            if (absolute_ || !path.empty()) {
+                path += kSeparator;
+            }
+            path += name;
+        }
+        if (path.empty()) {
+            return absolute_ ? std::u16string(1, kSeparator) : std::u16string(kThisFolder);
+        }
+        return path;
+    }
+
+private:
+    void AppendName(std::u16string_view name) {
+        if (name.empty() || name == kThisFolder) {
+            return;
+        }
+        if (name != kParentFolder) {
+            names_.push_back(name);
+        } else if (!names_.empty() && names_.back() != kParentFolder) {
+            names_.pop_back();
+        } else if (!absolute_) {
+            names_.push_back(name);
+        }
+    }
+
+    bool absolute_;
+    std::vector<std::u16string_view> names_;
+};
+
+/// The folder that holds the file `location`.
+Names FolderOf(std::u16string_view location) {
+    Names names(location);
+    names.RemoveLast();
+    return names;
+}
+
+}  // namespace
+
+std::string PathToBytes(std::u16string_view path) {
+    std::string bytes;
+    bytes.reserve(path.size());
+    for (std::size_t position = 0; position < path.size();) {
+        const char32_t codePoint = unicode::NextCodePoint(path, position);
+        if (IsEscapedByte(codePoint)) {
+            bytes.push_back(
+                static_cast<char>(static_cast<unsigned char>(codePoint - kByteEscapes)));
+        } else {
+            unicode::AppendUtf8(bytes, codePoint);
+        }
+    }
+    return bytes;
+}
+
+std::u16string PathFromBytes(std::string_view bytes) {
+    std::u16string path;
+    path.reserve(bytes.size());
+    while (!bytes.empty()) {
+        const unicode::Utf8Part part = unicode::FirstPart(bytes);
+        // Three bytes that would be a surrogate are no UTF-8 either: a surrogate stands for a byte
+        // here.
+        if (part.wellFormed && !unicode::IsSurrogate(part.codePoint)) {
+            unicode::AppendUtf16(path, part.codePoint);
+        } else {
+            for (const char byte : bytes.substr(0, part.length)) {
+                path.push_back(
+                    static_cast<char16_t>(kByteEscapes + static_cast<unsigned char>(byte)));
+            }
+        }
+        bytes.remove_prefix(part.length);
+    }
+    return path;
+}
+
+std::u16string MakeFileFromPath(std::u16string_view path, std::u16string_view location) {
+    if (IsAbsolute(path)) {
+        return Names(path).Path();
+    }
+    std::u16string relative(path);
+    std::replace(relative.begin(), relative.end(), kForeignSeparator, kSeparator);
+    Names names = FolderOf(location);
+    names.Append(relative);
+    return names.Path();
+}
+
+std::u16string MakeNormalizedRelativePath(std::u16string_view path, std::u16string_view location) {
+    if (!IsAbsolute(path) || !IsAbsolute(location)) {
+        return {};
+    }
+    const Names target(path);
+    const Names folder = FolderOf(location);
+    const auto [targetRest, folderRest] = std::mismatch(target.List().begin(), target.List().end(),
+                                                        folder.List().begin(), folder.List().end());
+    std::u16string relative;
+    const auto append = [&relative](std::u16string_view name) {
+        if (!relative.empty()) {
+            relative += kSeparator;
+        }
+        relative += name;
+    };
+    std::for_each(folderRest, folder.List().end(), [&](auto) { append(kParentFolder); });
+    std::for_each(targetRest, target.List().end(), append);
+    if (relative.find(kForeignSeparator) != std::u16string::npos) {
+        return {};
+    }
+    return relative.empty() ? std::u16string(kThisFolder) : relative;
+}
+
+std::u16string FileUtils::PrepAsLongPathName(std::u16string_view path) {
+    if (path.empty()) {
+        return {};
+    }
+    if (IsAbsolute(path)) {
+        return Names(path).Path();
+    }
+    std::error_code error;
+    const std::filesystem::path workingFolder = std::filesystem::current_path(error);
+    if (error) {
+        return Names(path).Path();
+    }
+    const std::u16string base = PathFromBytes(workingFolder.native());
+    Names names(base);
+    names.Append(path);
+    return names.Path();
+}
+
+}  // namespace kelcore
