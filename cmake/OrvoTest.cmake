@@ -5,9 +5,13 @@ function(orvo_add_test name)
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE
     ORVO_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
-    ORVO_BUILD_DIR="${PROJECT_BINARY_DIR}"
-    ORVO_PLUGIN_PATH="$<TARGET_FILE:OrvoNative>"
-    ORVO_TOOL_PATH="$<TARGET_FILE:orvo>")
+    ORVO_BUILD_DIR="${PROJECT_BINARY_DIR}")
+  if(TARGET OrvoNative)
+    target_compile_definitions(${name} PRIVATE ORVO_PLUGIN_PATH="$<TARGET_FILE:OrvoNative>")
+  endif()
+  if(TARGET orvo)
+    target_compile_definitions(${name} PRIVATE ORVO_TOOL_PATH="$<TARGET_FILE:orvo>")
+  endif()
   include(GoogleTest)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 120)
 endfunction()
