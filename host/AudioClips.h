@@ -29,10 +29,11 @@ struct IEditAudioClip : IHostObject {
     virtual void SetHue(double degrees) = 0;
     /// Whether the region repeats.
     virtual void SetLooped(bool looped) = 0;
-    /// The name of the clip before when the session file does not say.
+    /// The clip's name. That of the clip before when the session file does not say.
     virtual void SetName(const kelcore::char16* name) = 0;
     /// Whether the media is offline.
     virtual void SetOffline(bool offline) = 0;
+    /// Whether the clip is selected.
     virtual void SetSelected(bool selected) = 0;
     /// The order among clips that overlap; higher lies on top.
     virtual void SetZOrder(kelcore::int32 order) = 0;
@@ -42,8 +43,11 @@ struct IEditAudioClip : IHostObject {
     virtual void SetChannelSource(kelcore::uint32 channel, kelcore::int32 source) = 0;
     /// Whether the clip may not be moved in time.
     virtual void SetLockedInTime(bool locked) = 0;
+    /// The fade at the clip's start.
     virtual IEditClipFade* GetFadeIn() = 0;
+    /// The fade at the clip's end.
     virtual IEditClipFade* GetFadeOut() = 0;
+    /// How the clip is stretched in time.
     virtual IEditClipStretch* GetClipStretch() = 0;
     /// Whether the host makes crossfades where the clip overlaps others. True when the session file
     /// does not say.
@@ -60,10 +64,12 @@ struct IEditAudioClip : IHostObject {
     virtual IEditComponent* GetClipMuteComponent() = 0;
     /// The component of the clip's pan.
     virtual IEditComponent* GetClipPanComponent() = 0;
+    /// The clip's effects.
     virtual IEditEffectsRack* GetEffectsRack() = 0;
     /// One more parameter that the editor shows for this clip: of the effect in a slot of the rack,
     /// by the slot's and the parameter's index.
     virtual void SetEditParameter(kelcore::uint32 slotIndex, kelcore::uint32 parameterIndex) = 0;
+    /// What the host keeps with the clip.
     virtual IEditClipProperties* GetProperties() = 0;
 
 protected:
@@ -73,37 +79,62 @@ protected:
 /// A region of a media file on a track. From `IQueryAudioTrack::GetClip`. Units are those of
 /// `IEditAudioClip`.
 struct IQueryAudioClip : IHostObject {
-    /// Unique among the session's clips.
+    /// The id, unique among the session's clips.
     virtual kelcore::uint32 GetID() = 0;
+    /// The id of the media file that is played.
     virtual kelcore::uint32 GetFileID() = 0;
+    /// The first sample of the region in the file.
     virtual kelcore::int64 GetSourceInPoint() = 0;
+    /// Length of the region in samples.
     virtual kelcore::int64 GetDuration() = 0;
+    /// Where the region starts on the timeline.
     virtual kelcore::int64 GetStartPoint() = 0;
+    /// The colour's hue in degrees.
     virtual double GetHue() = 0;
+    /// Whether the region repeats.
     virtual bool GetLooped() = 0;
-    /// Null: stored as empty.
+    /// The clip's name. Null: stored as empty.
     virtual IHostString* GetName() = 0;
+    /// Whether the media is offline.
     virtual bool GetOffline() = 0;
+    /// Whether the clip is selected.
     virtual bool GetSelected() = 0;
+    /// The order among clips that overlap.
     virtual kelcore::int32 GetZOrder() = 0;
+    /// Whether the clip may not be moved in time.
     virtual bool GetLockedInTime() = 0;
+    /// The fade at the clip's start.
     virtual IQueryClipFade* GetFadeIn() = 0;
+    /// The fade at the clip's end.
     virtual IQueryClipFade* GetFadeOut() = 0;
+    /// How the clip is stretched in time.
     virtual IQueryClipStretch* GetClipStretch() = 0;
+    /// The clip that this one crossfades with at its start.
     virtual kelcore::int32 GetCrossFadeHeadClipID() = 0;
+    /// The clip that this one crossfades with at its end.
     virtual kelcore::int32 GetCrossFadeTailClipID() = 0;
+    /// Whether the host makes crossfades where the clip overlaps others.
     virtual bool GetClipAutoCrossfade() = 0;
+    /// A take: its first sample in the file.
     virtual kelcore::int64 GetTakeSourceInPoint(kelcore::uint32 index) = 0;
+    /// How many takes there are.
     virtual kelcore::uint32 GetTakeCount() = 0;
+    /// How many parameters the editor shows for the clip.
     virtual kelcore::uint32 GetEditParameterCount() = 0;
-    /// `slotIndex` is 4294967295 and `parameterIndex` 0 before the call; if the slot index still is
-    /// afterwards, the entry is skipped.
+    /// A parameter that the editor shows for the clip. `slotIndex` is 4294967295 and
+    /// `parameterIndex` 0 before the call; if the slot index still is afterwards, the entry is
+    /// skipped.
     virtual void GetEditParameter(kelcore::uint32 index, kelcore::uint32& slotIndex,
                                   kelcore::uint32& parameterIndex) = 0;
+    /// The clip's effects.
     virtual IQueryEffectsRack* GetEffectsRack() = 0;
+    /// The component of the clip's gain.
     virtual IQueryComponent* GetClipGainComponent() = 0;
+    /// The component of the clip's mute.
     virtual IQueryComponent* GetClipMuteComponent() = 0;
+    /// The component of the clip's pan.
     virtual IQueryComponent* GetClipPanComponent() = 0;
+    /// What the host keeps with the clip.
     virtual IQueryClipProperties* GetProperties() = 0;
     /// How many channels of the clip have a stated source; 0: no map is stored.
     virtual kelcore::uint32 GetChannelCount() = 0;

@@ -23,12 +23,15 @@ protected:
 
 /// The automation of one parameter. From `IQueryComponent::GetParameterAutomation`.
 struct IQueryAutomationLane : IHostObject {
-    /// 0: the lane is not stored, whatever its flags.
+    /// How many keyframes there are. 0: the lane is not stored, whatever its flags.
     virtual kelcore::uint32 GetKeyframeCount() = 0;
+    /// Whether curves run smoothly through the keyframes.
     virtual bool GetEnableSplines() = 0;
-    /// As `IEditAutomationLane::AddKeyframe`. The outputs are 0 and false before the call.
+    /// A keyframe. As `IEditAutomationLane::AddKeyframe`. The outputs are 0 and false before the
+    /// call.
     virtual void GetKeyframe(kelcore::uint32 index, float& value, kelcore::int64& sampleOffset,
                              bool& hold, bool& selected) = 0;
+    /// Whether the lane is protected from editing.
     virtual bool IsReadOnly() = 0;
 
 protected:

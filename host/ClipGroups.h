@@ -11,7 +11,7 @@ struct IEditClipGroup : IHostObject {
     virtual void AddItem(kelcore::uint32 trackId, kelcore::uint32 clipId) = 0;
     /// The colour's hue in degrees. 0 when the file does not say.
     virtual void SetHue(double degrees) = 0;
-    /// Called last; empty when the file does not say.
+    /// The group's name. Called last; empty when the file does not say.
     virtual void SetName(const kelcore::char16* name) = 0;
 
 protected:
@@ -20,14 +20,16 @@ protected:
 
 /// Clips that are edited as one. From `IQuerySession::GetClipGroup`.
 struct IQueryClipGroup : IHostObject {
+    /// How many members there are.
     virtual kelcore::uint32 GetItemCount() = 0;
-    /// The outputs are 0 before the call.
+    /// A member, by the ids of its track and of the clip. The outputs are 0 before the call.
     virtual void GetItem(kelcore::uint32 index, kelcore::uint32& trackId,
                          kelcore::uint32& clipId) = 0;
-    /// Null: stored as empty.
+    /// The group's name. Null: stored as empty.
     virtual IHostString* GetName() = 0;
-    /// In degrees.
+    /// The colour's hue in degrees.
     virtual double GetHue() = 0;
+    /// The group's id.
     virtual kelcore::uint32 GetID() = 0;
 
 protected:

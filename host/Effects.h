@@ -12,12 +12,14 @@ struct IQueryAutomationLane;
 struct IEditComponent : IHostObject {
     /// Which effect it is; possibly empty.
     virtual void SetComponentID(const kelcore::char16* componentId) = 0;
+    /// The component's name.
     virtual void SetName(const kelcore::char16* name) = 0;
-    /// In the parameter's own unit.
+    /// The value of a parameter. In the parameter's own unit.
     virtual void SetParameterValue(kelcore::uint32 index, float value) = 0;
     /// Follows the value; possibly empty.
     virtual void SetParameterName(kelcore::uint32 index, const kelcore::char16* name) = 0;
-    /// Null: what the file says of the parameter's automation is dropped.
+    /// The automation of a parameter. Null: what the file says of the parameter's automation is
+    /// dropped.
     virtual IEditAutomationLane* GetParameterAutomation(kelcore::uint32 index) = 0;
     /// The state that the effect saved, in its own layout. Called only with at least one byte.
     virtual void SetPresetChunk(const kelcore::byte* data, kelcore::uint32 size) = 0;
@@ -85,7 +87,7 @@ protected:
 
 /// A preset that was chosen for a component. From `IQueryComponent::GetPreset`.
 struct IQueryComponentPreset : IHostObject {
-    /// Null or empty: not stored.
+    /// The preset's name. Null or empty: not stored.
     virtual IHostString* GetName() = 0;
 
 protected:
@@ -95,29 +97,36 @@ protected:
 /// An effect or control. From the operations named Get...Component. Units are those of
 /// `IEditComponent`; a null text counts as empty.
 struct IQueryComponent : IHostObject {
+    /// Which effect it is.
     virtual IHostString* GetComponentID() = 0;
+    /// The component's name.
     virtual IHostString* GetName() = 0;
-    /// One more than the highest index of a parameter.
+    /// How many indices of parameters there are: one more than the highest.
     virtual kelcore::uint32 GetParameterCount() = 0;
-    /// False: there is no parameter of this index, and it is skipped.
+    /// The value of a parameter. False: there is no parameter of this index, and it is skipped.
     virtual bool GetParameterValue(kelcore::uint32 index, float& value) = 0;
-    /// Empty: not stored.
+    /// The name of a parameter. Empty: not stored.
     virtual IHostString* GetParameterName(kelcore::uint32 index) = 0;
-    /// Null, or a lane without keyframes: not stored.
+    /// The automation of a parameter. Null, or a lane without keyframes: not stored.
     virtual IQueryAutomationLane* GetParameterAutomation(kelcore::uint32 index) = 0;
-    /// In bytes. 0: not stored. Asked of the effects in slots only.
+    /// The size of the effect's saved state in bytes. 0: not stored. Asked of the effects in slots
+    /// only.
     virtual kelcore::uint32 GetPresetChunkSize() = 0;
-    /// Fills the buffer, which has exactly the size given before. False: not stored.
+    /// Fills a buffer of exactly that size with the saved state. False: not stored.
     virtual bool GetPresetChunk(kelcore::byte* buffer) = 0;
+    /// Whether the effect's window is open.
     virtual bool IsEditorVisible() = 0;
-    /// The outputs are 0 before the call. A width or height of 0: not stored.
+    /// Where the effect's window is, in pixels of the screen. The outputs are 0 before the call. A
+    /// width or height of 0: not stored.
     virtual void GetEditorRect(kelcore::int32& left, kelcore::int32& top, kelcore::int32& width,
                                kelcore::int32& height) = 0;
-    /// Not asked of the effects in slots.
+    /// Whether the effect is on. Not asked of the effects in slots.
     virtual bool IsPowered() = 0;
+    /// Whether the parameter may be moved by hand while its automation is being written.
     virtual bool IsParameterSafeDuringWrite(kelcore::uint32 index) = 0;
+    /// Which effect it is, in a form that lasts.
     virtual IHostString* GetComponentGuid() = 0;
-    /// Null: none was chosen.
+    /// The preset that was chosen. Null: none was chosen.
     virtual IQueryComponentPreset* GetPreset() = 0;
 
 protected:
@@ -127,17 +136,22 @@ protected:
 /// A place for one effect in a rack. From `IQueryEffectsRack::GetSlot`. Channel maps are as in
 /// `IEditEffectsSlot`; a count of 0 stores no map, and outputs are 0 before each call.
 struct IQueryEffectsSlot : IHostObject {
+    /// Whether the signal passes by the effect.
     virtual bool IsBypassed() = 0;
-    /// Null: the slot is stored empty.
+    /// The effect. Null: the slot is stored empty.
     virtual IQueryComponent* GetComponent() = 0;
-    /// 0: not stored.
+    /// How many channels the side chain has. 0: not stored.
     virtual kelcore::uint32 GetSideChainChannels() = 0;
-    /// Null or empty: not stored.
+    /// The layout of the effect's busses. Null or empty: not stored.
     virtual IHostString* GetBusConfig() = 0;
+    /// How many entries the input map has.
     virtual kelcore::uint32 GetInputChannelCount() = 0;
+    /// An entry of the input map.
     virtual void GetInputChannel(kelcore::uint32 position, kelcore::int32& index,
                                  kelcore::int32& source) = 0;
+    /// How many entries the output map has.
     virtual kelcore::uint32 GetOutputChannelCount() = 0;
+    /// An entry of the output map.
     virtual void GetOutputChannel(kelcore::uint32 position, kelcore::int32& index,
                                   kelcore::int32& source) = 0;
 
@@ -147,15 +161,19 @@ protected:
 
 /// The effects of a track or clip. From `GetEffectsRack` of the track or clip.
 struct IQueryEffectsRack : IHostObject {
-    /// Null: not stored. So for the next two.
+    /// The control of how much of the effects is heard. Null: not stored, so for the next two.
     virtual IQueryComponent* GetMixComponent() = 0;
+    /// The control of the gain before the effects.
     virtual IQueryComponent* GetInputComponent() = 0;
+    /// The control of the gain after the effects.
     virtual IQueryComponent* GetOutputComponent() = 0;
+    /// Whether the rack lies before the fader.
     virtual bool IsPreFader() = 0;
+    /// How many slots there are.
     virtual kelcore::uint32 GetSlotCount() = 0;
     /// The index of the slot at a position of the list; it need not be the position.
     virtual kelcore::uint32 GetSlotIndex(kelcore::uint32 position) = 0;
-    /// Null: skipped.
+    /// The slot at a position of the list. Null: skipped.
     virtual IQueryEffectsSlot* GetSlot(kelcore::uint32 position) = 0;
 
 protected:

@@ -26,11 +26,11 @@ struct IQueryFile : IHostObject {
     virtual kelcore::uint32 GetId() = 0;
     /// The full path; stored as it is and once more relative to the session file. Empty: neither.
     virtual IHostString* GetPath() = 0;
-    /// Empty: not stored.
+    /// The id that crash recovery knows the file by. Empty: not stored.
     virtual IHostString* GetRecoveryId() = 0;
     /// The handler's identifier; stored as its readable name where it has one.
     virtual IHostString* GetMediaHandler() = 0;
-    /// Empty: not stored.
+    /// What the importer wants back. Empty: not stored.
     virtual IHostString* GetImporterPrivateSettings() = 0;
 
 protected:

@@ -9,22 +9,19 @@
 /// never changes; docs/host-interfaces.md lists them all. What holds for every operation, unless it
 /// says otherwise:
 ///  - Calls come on the thread that called `SessionInterface`, one at a time, and only during that
-///  call.
+///    call.
 ///  - A returned object carries no reference for the caller, who adds one for as long as the object
-///  is
-///    needed. It stays alive at least until the caller had the chance to do so.
+///    is needed. It stays alive at least until the caller had the chance to do so.
 ///  - A returned object may be null: the thing does not exist, and the caller does without.
 ///  - A text argument is UTF-16, ends with a zero, is never null, and belongs to the caller; a host
-///  that
-///    keeps it copies it during the call. So do arrays and byte blocks, whose pointer may be null
-///    only when their count is zero.
+///    that keeps it copies it during the call. So do arrays and byte blocks, whose pointer may be
+///    null only when their count is zero.
 ///  - An index runs from 0 to the matching count less 1; the plug-in asks for no other.
 ///  - Positions and lengths on the timeline and in media are counts of samples at the session's
-///  rate.
+///    rate.
 ///  - The value 4294967295 of an id or slot index, -1 where it is signed, means none.
 ///  - An exception thrown by an operation ends the request with its failure code, except by
-///  `Release`,
-///    where it ends the process.
+///    `Release`, where it ends the process.
 namespace tses {
 
 /// What every host object can do: live as long as somebody holds a reference.

@@ -11,7 +11,7 @@ struct IQueryGlobalTrackInfo;
 
 /// The metronome's settings. From `IEditSession::GetMetronomeInfo`.
 struct IEditMetronomeInfo : IHostObject {
-    /// False when the file does not say.
+    /// Whether the metronome is on. False when the file does not say.
     virtual void SetEnabled(bool enabled) = 0;
     /// 0 and 1 african, 2 beeps, 3 cymbals, 4 kit, 5 to 7 latin, 8 sticks, 9 tabla. 8 when the file
     /// does not say.
@@ -40,13 +40,16 @@ protected:
 /// The metronome's settings. From `IQuerySession::GetMetronomeInfo`. Codes are those of
 /// `IEditMetronomeInfo`.
 struct IQueryMetronomeInfo : IHostObject {
+    /// Whether the metronome is on.
     virtual bool IsEnabled() = 0;
-    /// A value beyond 9 is not stored.
+    /// The sounds. A value beyond 9 is not stored.
     virtual kelcore::uint32 GetSoundSet() = 0;
+    /// How many beats a bar has.
     virtual kelcore::uint32 GetPatternLength() = 0;
-    /// A value beyond 3 is left out.
+    /// A beat of the bar. A value beyond 3 is left out.
     virtual kelcore::uint32 GetPatternBeat(kelcore::uint32 index) = 0;
-    /// Null, or an object that does not cast to `IQueryAudioTrackPrivate`: not stored.
+    /// The track that the metronome plays on. Null, or an object that does not cast to
+    /// `IQueryAudioTrackPrivate`: not stored.
     virtual IQueryAudioTrack* GetMetronomeTrack() = 0;
 
 protected:

@@ -8,16 +8,17 @@ namespace tses {
 struct IEditMIDIClip : IHostObject {
     /// The events in the host's own layout. Called only with at least one byte, after the rest.
     virtual void SetMIDIEvents(const kelcore::byte* data, kelcore::uint32 size) = 0;
-    /// In samples. -1 when the file does not say.
+    /// The first sample of the region in the events. -1 when the file does not say.
     virtual void SetSourceInPoint(kelcore::int64 sample) = 0;
-    /// In samples.
+    /// Length of the region in samples.
     virtual void SetDuration(kelcore::int64 samples) = 0;
     /// Where the clip starts on the timeline. -1 when the file does not say.
     virtual void SetStartPoint(kelcore::int64 sample) = 0;
     /// The colour's hue in degrees. That of the clip before when the file does not say.
     virtual void SetHue(double degrees) = 0;
-    /// The name of the clip before when the file does not say.
+    /// The clip's name. That of the clip before when the file does not say.
     virtual void SetName(const kelcore::char16* name) = 0;
+    /// Whether the clip is selected.
     virtual void SetSelected(bool selected) = 0;
     /// Whether the clip may not be moved in time.
     virtual void SetLockedInTime(bool locked) = 0;
@@ -38,19 +39,25 @@ protected:
 /// A stretch of MIDI events on an instrument track. From `IQueryMIDIClipList::GetClip`. Units are
 /// those of `IEditMIDIClip`.
 struct IQueryMIDIClip : IHostObject {
-    /// Unique among the session's clips.
+    /// The id, unique among the session's clips.
     virtual kelcore::uint32 GetID() = 0;
-    /// In bytes. 0: no events are stored.
+    /// The size of the events in bytes. 0: no events are stored.
     virtual kelcore::uint32 GetMIDIEventsSize() = 0;
-    /// Fills the buffer, which has exactly the size given before. False: no events are stored.
+    /// Fills a buffer of exactly that size with the events. False: no events are stored.
     virtual bool GetMIDIEvents(kelcore::byte* buffer) = 0;
+    /// The first sample of the region in the events.
     virtual kelcore::int64 GetSourceInPoint() = 0;
+    /// Length of the region in samples.
     virtual kelcore::int64 GetDuration() = 0;
+    /// Where the region starts on the timeline.
     virtual kelcore::int64 GetStartPoint() = 0;
+    /// The colour's hue in degrees.
     virtual double GetHue() = 0;
-    /// Null: stored as empty.
+    /// The clip's name. Null: stored as empty.
     virtual IHostString* GetName() = 0;
+    /// Whether the clip is selected.
     virtual bool GetSelected() = 0;
+    /// Whether the clip may not be moved in time.
     virtual bool GetLockedInTime() = 0;
 
 protected:
@@ -59,8 +66,9 @@ protected:
 
 /// The MIDI clips of an instrument track. From `IQueryAudioTrack::GetMIDIClipList`.
 struct IQueryMIDIClipList : IHostObject {
+    /// How many MIDI clips there are.
     virtual kelcore::uint32 GetCount() = 0;
-    /// Null: skipped.
+    /// A MIDI clip. Null: skipped.
     virtual IQueryMIDIClip* GetClip(kelcore::uint32 index) = 0;
 
 protected:

@@ -15,7 +15,9 @@ protected:
 
 /// The session's properties. From `IQuerySession::GetProperties`.
 struct IQueryProperties : IHostObject {
+    /// How many properties there are.
     virtual kelcore::uint32 GetCount() = 0;
+    /// The key of a property.
     virtual IHostString* GetKey(kelcore::uint32 index) = 0;
     /// The value under a key that `GetKey` gave. Null or empty: stored without a value.
     virtual IHostString* GetValue(const kelcore::char16* key) = 0;
@@ -26,7 +28,7 @@ protected:
 
 /// What the host keeps with a clip, as one text. From `IEditAudioClip::GetProperties`.
 struct IEditClipProperties : IHostObject {
-    /// Not called when the file does not say.
+    /// The text, as the host gave it. Not called when the file does not say.
     virtual void SetProperties(const kelcore::char16* text) = 0;
 
 protected:
@@ -35,9 +37,9 @@ protected:
 
 /// What the host keeps with a clip, as one text. From `IQueryAudioClip::GetProperties`.
 struct IQueryClipProperties : IHostObject {
-    /// Asked only when not empty. Null: stored as empty.
+    /// The text. Asked only when `IsEmpty` is false. Null: stored as empty.
     virtual IHostString* GetPropertiesText() = 0;
-    /// True: nothing is stored.
+    /// Whether there is nothing to store.
     virtual bool IsEmpty() = 0;
 
 protected:

@@ -37,10 +37,15 @@ protected:
 
 /// One feed from a track to another track. From `IQuerySendList::GetSlot`.
 struct IQuerySendSlot : IHostObject {
+    /// The send's place among the track's sends.
     virtual kelcore::uint32 GetSlotIndex() = 0;
+    /// The id of the track that is fed.
     virtual kelcore::int32 GetSendOutputId() = 0;
+    /// Whether the signal is taken before the fader.
     virtual bool IsPreFader() = 0;
+    /// The component of the send's level.
     virtual IQueryComponent* GetSendComponent() = 0;
+    /// The component of the send's panner.
     virtual IQueryComponent* GetPanComponent() = 0;
     /// Negative: not stored.
     virtual kelcore::int32 GetDestCompIndex() = 0;
@@ -51,8 +56,9 @@ protected:
 
 /// The sends of a track. From `IQueryAudioTrackPrivate::GetSendList`.
 struct IQuerySendList : IHostObject {
+    /// How many sends there are.
     virtual kelcore::uint32 GetSlotCount() = 0;
-    /// Null: skipped.
+    /// A send. Null: skipped.
     virtual IQuerySendSlot* GetSlot(kelcore::uint32 index) = 0;
 
 protected:

@@ -124,31 +124,43 @@ struct IQuerySession : IHostObject {
     virtual kelcore::int64 GetDuration() = 0;
     /// Bits per sample.
     virtual kelcore::uint32 GetBitDepth() = 0;
+    /// How many media files there are.
     virtual kelcore::uint32 GetFileCount() = 0;
-    /// Null: skipped.
+    /// A media file. Null: skipped.
     virtual IQueryFile* GetFile(kelcore::uint32 index) = 0;
+    /// How many video tracks there are.
     virtual kelcore::uint32 GetVideoTrackCount() = 0;
+    /// A video track.
     virtual IQueryVideoTrack* GetVideoTrack(kelcore::uint32 index) = 0;
     /// How many tracks of the audio side there are (audio, bus, master, instrument); the
     /// metronome's track is not among them.
     virtual kelcore::uint32 GetAudioTrackCount() = 0;
-    /// Null, or an object that does not cast to `IQueryAudioTrackPrivate`: skipped.
+    /// A track of the audio side. Null, or an object that does not cast to
+    /// `IQueryAudioTrackPrivate`: skipped.
     virtual IQueryAudioTrack* GetAudioTrack(kelcore::uint32 index) = 0;
+    /// How many track visibility presets there are.
     virtual kelcore::uint32 GetTrackVisibilityPresetCount() = 0;
+    /// A track visibility preset.
     virtual IQueryTrackVisibilityPreset* GetTrackVisibilityPreset(kelcore::uint32 index) = 0;
     /// The identifier of the audio device for input. Null: stored as empty.
     virtual IHostString* GetInputDeviceId() = 0;
+    /// How many named input ports there are.
     virtual kelcore::uint32 GetInputPortCount() = 0;
+    /// The number that tracks give as their input.
     virtual kelcore::int32 GetInputPortId(kelcore::uint32 index) = 0;
-    /// Null: stored as empty.
+    /// The name of an input port. Null: stored as empty.
     virtual IHostString* GetInputPortName(kelcore::uint32 index) = 0;
     /// The identifier of the audio device for output. Null: stored as empty.
     virtual IHostString* GetOutputDeviceId() = 0;
+    /// How many named output ports there are.
     virtual kelcore::uint32 GetOutputPortCount() = 0;
+    /// The number that tracks give as their hardware output.
     virtual kelcore::int32 GetOutputPortId(kelcore::uint32 index) = 0;
-    /// Null: stored as empty.
+    /// The name of an output port. Null: stored as empty.
     virtual IHostString* GetOutputPortName(kelcore::uint32 index) = 0;
+    /// How many clip groups there are.
     virtual kelcore::uint32 GetClipGroupCount() = 0;
+    /// A clip group.
     virtual IQueryClipGroup* GetClipGroup(kelcore::uint32 index) = 0;
     /// The metronome's settings. Must not be null: what is stored after them would then stand
     /// outside the session and be lost to a reader.
@@ -158,19 +170,20 @@ struct IQuerySession : IHostObject {
     virtual void GetSelection(kelcore::int64& start, kelcore::int64& duration) = 0;
     /// The position of the current-time indicator, in samples.
     virtual void GetCtiPosition(kelcore::int64& position) = 0;
-    /// As `IEditSession::SetViewState`.
+    /// The visible range and the layout of the tracks. As `IEditSession::SetViewState`.
     virtual void GetViewState(kelcore::int64& horizontalViewStart,
                               kelcore::int64& horizontalViewDuration,
                               kelcore::int32& trackControlsWidth,
                               kelcore::int32& verticalScrollOffset) = 0;
-    /// As `IEditSession::SetTimeFormat`. A format that is not listed there is stored as its number,
-    /// which reads back as 0.
+    /// How times are shown. As `IEditSession::SetTimeFormat`. A format that is not listed there is
+    /// stored as its number, which reads back as 0.
     virtual void GetTimeFormat(kelcore::int32& format, kelcore::int32& frameRate, bool& ntsc,
                                bool& dropFrame, kelcore::int32& customFrameRate) = 0;
-    /// As `IEditSession::SetPanMode`.
+    /// How new tracks pan. As `IEditSession::SetPanMode`.
     virtual void GetPanMode(bool& logarithmic, double& panPower) = 0;
+    /// Whether the time format follows the application's preferences.
     virtual bool IsLinkedToDefaultTimeSettings() = 0;
-    /// As `IEditSession::SetMusicalTime`.
+    /// The grid of bars and beats. As `IEditSession::SetMusicalTime`.
     virtual void GetMusicalTime(double& beatsPerMinute, kelcore::int32& beatsPerBar,
                                 kelcore::int32& noteLength, kelcore::int32& subdivisions) = 0;
     /// The session's key/value properties.
@@ -179,6 +192,7 @@ struct IQuerySession : IHostObject {
     virtual IHostString* GetXmpMetadata() = 0;
     /// The timecode of the session's first sample, in the host's unit.
     virtual void GetSmpteStart(kelcore::int64& start) = 0;
+    /// Whether a clip that lies under another one is heard.
     virtual bool IsPlayOverlappingClips() = 0;
 
 protected:

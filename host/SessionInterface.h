@@ -24,18 +24,15 @@ enum class SessionSelector : std::int32_t {
     /// Argument: ignored. Does nothing; may come at any time.
     Reserved = 1,
     /// Argument: ignored. Frees what Initialize made. Once more, it does nothing; a new Initialize
-    /// may
-    /// follow.
+    /// may follow.
     Terminate = 2,
     /// Argument: `IHostFileRef`. Keeps the path for the reads and writes that follow.
     SetFilePath = 3,
     /// Argument: `IEditSession`. Reads the file into it. A read that fails has made a part of its
-    /// calls,
-    /// so the host discards that session.
+    /// calls, so the host discards that session.
     ReadSession = 4,
     /// Argument: `IQuerySession`. Writes it to the file. A write that fails leaves an existing file
-    /// as it
-    /// was.
+    /// as it was.
     WriteSession = 5,
 };
 
@@ -48,8 +45,7 @@ enum class SessionResult : std::int32_t {
     /// The selector is not implemented. This plug-in implements all.
     NotImplemented = -3,
     /// The file was not read: no path, no such file, malformed, not a session, or refused by the
-    /// host.
-    /// Also every read after Terminate.
+    /// host. Also every read after Terminate.
     ReadFailed = -4,
     /// The argument is null where one is needed (all but Reserved and Terminate).
     NullArgument = -6,

@@ -6,8 +6,9 @@ namespace tses {
 
 /// A named choice of visible tracks. From `IEditSession::CreateTrackVisibilityPreset`.
 struct IEditTrackVisibilityPreset : IHostObject {
-    /// 0 when the file does not say.
+    /// The preset's id. 0 when the file does not say.
     virtual void SetId(kelcore::uint32 id) = 0;
+    /// The preset's name.
     virtual void SetName(const kelcore::char16* name) = 0;
     /// One more visible track, with its height in pixels. What the file does not say is 0 or false.
     virtual void AddTrack(kelcore::uint32 trackId, float height, bool minimized) = 0;
@@ -18,11 +19,13 @@ protected:
 
 /// A named choice of visible tracks. From `IQuerySession::GetTrackVisibilityPreset`.
 struct IQueryTrackVisibilityPreset : IHostObject {
+    /// The preset's id.
     virtual kelcore::uint32 GetId() = 0;
-    /// Null or empty: not stored.
+    /// The preset's name. Null or empty: not stored.
     virtual IHostString* GetName() = 0;
+    /// How many visible tracks there are.
     virtual kelcore::uint32 GetTrackCount() = 0;
-    /// The outputs are 0 and false before the call.
+    /// A visible track, with its height in pixels. The outputs are 0 and false before the call.
     virtual void GetTrack(kelcore::uint32 index, kelcore::uint32& trackId, float& height,
                           bool& minimized) = 0;
 

@@ -12,12 +12,15 @@ struct IEditVideoTrack : IHostObject {
     /// The track's place in the list of tracks, from 0; 0 when the file does not say, as the files
     /// that this plug-in writes never do.
     virtual void SetIndex(kelcore::uint32 index) = 0;
+    /// Whether the track is selected.
     virtual void SetSelected(bool selected) = 0;
     /// The colour's hue in degrees. -1 when the file does not say.
     virtual void SetHue(double degrees) = 0;
+    /// Whether the track is folded to its smallest height.
     virtual void SetMinimized(bool minimized) = 0;
+    /// The track's name.
     virtual void SetName(const kelcore::char16* name) = 0;
-    /// In pixels. 0 when the file does not say.
+    /// The track's height in pixels. 0 when the file does not say.
     virtual void SetHeight(kelcore::int32 pixels) = 0;
     /// A new clip on this track. Null: what the file says of the clip is dropped.
     virtual IEditVideoClip* CreateVideoClip(kelcore::uint32 id) = 0;
@@ -28,16 +31,21 @@ protected:
 
 /// A video track. From `IQuerySession::GetVideoTrack`. Units are those of `IEditVideoTrack`.
 struct IQueryVideoTrack : IHostObject {
-    /// Unique among the session's tracks of all kinds.
+    /// The id, unique among the session's tracks of all kinds.
     virtual kelcore::uint32 GetId() = 0;
+    /// Whether the track is selected.
     virtual bool IsSelected() = 0;
+    /// The colour's hue in degrees.
     virtual double GetHue() = 0;
-    /// Null: stored as empty.
+    /// The track's name. Null: stored as empty.
     virtual IHostString* GetName() = 0;
+    /// The track's height in pixels.
     virtual kelcore::int32 GetHeight() = 0;
+    /// Whether the track is folded to its smallest height.
     virtual bool IsMinimized() = 0;
+    /// How many video clips there are.
     virtual kelcore::uint32 GetVideoClipCount() = 0;
-    /// Null: skipped.
+    /// A video clip. Null: skipped.
     virtual IQueryVideoClip* GetVideoClip(kelcore::uint32 index) = 0;
 
 protected:

@@ -10,6 +10,7 @@
 
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Trace.h"
+#include "plugin/xml/CarriableText.h"
 #include "plugin/xml/Names.h"
 #include "plugin/xml/XercesPlatform.h"
 
@@ -50,7 +51,7 @@ bool NeedsXml11(char16_t unit) {
 
 void SetAttributes(xercesc::DOMElement& element, const AttributeMap& attributes) {
     for (const Attribute& attribute : attributes) {
-        element.setAttribute(attribute.name.data(), attribute.value.c_str());
+        element.setAttribute(attribute.name.data(), CarriableText(attribute.value).c_str());
     }
 }
 
@@ -133,38 +134,48 @@ bool SessionXMLWriter::Step() {
 
 bool SessionXMLWriter::SetRootAttributes(const AttributeMap& attributes) {
     const Guard guard(lock_);
-    return Step() &&
-           Attempt([&] { SetAttributes(*state_->document->getDocumentElement(), attributes); });
+    if (!Step()) {
+        return false;
+    }
+    return Attempt([&] { SetAttributes(*state_->document->getDocumentElement(), attributes); });
 }
 
 bool SessionXMLWriter::StartElement(std::u16string_view name, const AttributeMap& attributes) {
     const Guard guard(lock_);
-    return Step() && Attempt([&] {
-               xercesc::DOMElement* const element = state_->document->createElement(name.data());
-               SetAttributes(*element, attributes);
-               state_->current->appendChild(element);
-               state_->current = element;
-           });
+    if (!Step()) {
+        return false;
+    }
+    return Attempt([&] {
+        xercesc::DOMElement* const element = state_->document->createElement(name.data());
+        SetAttributes(*element, attributes);
+        state_->current->appendChild(element);
+        state_->current = element;
+    });
 }
 
 bool SessionXMLWriter::Text(std::u16string_view text) {
     const Guard guard(lock_);
-    return Step() && Attempt([&] {
-               if (std::any_of(text.begin(), text.end(), NeedsXml11)) {
-                   state_->document->setXmlVersion(xercesc::XMLUni::fgVersion1_1);
-               }
-               const std::u16string terminated(text);
-               state_->current->appendChild(state_->document->createTextNode(terminated.c_str()));
-           });
+    if (!Step()) {
+        return false;
+    }
+    return Attempt([&] {
+        if (std::any_of(text.begin(), text.end(), NeedsXml11)) {
+            state_->document->setXmlVersion(xercesc::XMLUni::fgVersion1_1);
+        }
+        const std::u16string content = CarriableContent(text);
+        state_->current->appendChild(state_->document->createTextNode(content.c_str()));
+    });
 }
 
 bool SessionXMLWriter::Characters(std::u16string_view text) {
     const Guard guard(lock_);
-    return Step() && Attempt([&] {
-               const std::u16string terminated(text);
-               state_->current->appendChild(
-                   state_->document->createCDATASection(terminated.c_str()));
-           });
+    if (!Step()) {
+        return false;
+    }
+    return Attempt([&] {
+        const std::u16string content = CarriableText(text);
+        state_->current->appendChild(state_->document->createCDATASection(content.c_str()));
+    });
 }
 
 bool SessionXMLWriter::EndElement() {

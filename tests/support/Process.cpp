@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <system_error>
 
-namespace support {
+namespace test {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -173,4 +173,4 @@ Outcome Run(const Command& command) {
     return outcome;
 }
 
-}  // namespace support
+}  // namespace test

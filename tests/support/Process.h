@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-namespace support {
+namespace test {
 
 /// A program to run to its end.
 struct Command {
@@ -28,4 +28,4 @@ struct Outcome {
 /// Runs it. Throws when the system cannot.
 Outcome Run(const Command& command);
 
-}  // namespace support
+}  // namespace test

@@ -1,18 +1,20 @@
 #include "tests/support/TemporaryFolder.h"
 
-#include <cstdlib>
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
-namespace support {
+namespace test {
 
 TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "orvo-test.XXXXXX").string();
+    std::string name = (std::filesystem::temp_directory_path() / "orvo-test-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr) {
-        throw std::runtime_error("no temporary folder " + name);
+        throw std::runtime_error("no temporary folder can be made");
     }
-    path_ = std::filesystem::canonical(name);
+    path_ = name;
 }
 
 TemporaryFolder::~TemporaryFolder() {
@@ -20,18 +22,16 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
-std::string TemporaryFolder::Write(std::string_view name, std::string_view content) const {
-    const std::string path = *this / name;
-    std::ofstream(path, std::ios::binary) << content;
+std::filesystem::path TemporaryFolder::Write(std::string_view name, std::string_view content) const {
+    const std::filesystem::path path = path_ / name;
+    std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
     return path;
 }
 
 std::string ReadFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        throw std::runtime_error("cannot read " + path.string());
-    }
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ifstream stream(path, std::ios::binary);
+    EXPECT_TRUE(stream.is_open()) << path;
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
-}  // namespace support
+}  // namespace test

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-namespace support {
+namespace test {
 
-/// A new, empty folder, removed with everything in it at the end.
+/// A folder of a test's own, removed with everything in it.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -15,18 +15,16 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& Path() const { return path_; }
+    std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
 
-    /// The path of a name in it, as text.
-    std::string operator/(std::string_view name) const { return (path_ / name).string(); }
-
-    /// Writes a file into it and gives its path.
-    std::string Write(std::string_view name, std::string_view content) const;
+    /// Writes a file in the folder and returns its path.
+    std::filesystem::path Write(std::string_view name, std::string_view content) const;
 
 private:
     std::filesystem::path path_;
 };
 
-/// The whole content of a file. Throws when it cannot be read.
+/// The bytes of a file; fails the test if there is none.
 std::string ReadFile(const std::filesystem::path& path);
 
-}  // namespace support
+}  // namespace test

@@ -48,7 +48,7 @@ protected:
         return losses;
     }
 
-    support::TemporaryFolder folder_;
+    test::TemporaryFolder folder_;
 };
 
 // What is no session file
@@ -67,7 +67,7 @@ TEST_F(DocumentScanTest, AFolderIsNamedAsSuch) {
 }
 
 TEST_F(DocumentScanTest, APipeIsNotOpened) {
-    const std::string pipe = folder_ / "pipe";
+    const std::string pipe = (folder_ / "pipe").string();
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     const DocumentScan scan = ScanDocument(pipe);
     ASSERT_TRUE(scan.problem);

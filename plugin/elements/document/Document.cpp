@@ -33,11 +33,14 @@ bool WriteDocument(SessionXMLWriter& writer, const HostReference<IQuerySession>&
     const bool versionSet = writer.SetRootAttributes(ToAttributes(version));
     const auto report = [&](kelcore::uint32 done) {
         session->SetProgress(done, kProgressTotal, 0, versionSet ? 1 : 0);
-        return true;
     };
-    return WriteSession(writer, session) && report(kSessionDone) &&    //
-           WriteFiles(writer, session, path) && report(kFilesDone) &&  //
-           WriteAudioDevice(writer, session) && report(kAudioDeviceDone);
+    bool written = versionSet && WriteSession(writer, session);
+    report(kSessionDone);
+    written = written && WriteFiles(writer, session, path);
+    report(kFilesDone);
+    written = written && WriteAudioDevice(writer, session);
+    report(kAudioDeviceDone);
+    return written;
 }
 
 bool Serializer::Impl::Write(const std::u16string& path, HostReference<IQuerySession> session) {

@@ -1,0 +1,153 @@
+#include "plugin/serializer/ValueEncoding.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+#include <rapidcheck/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <locale>
+#include <sstream>
+
+#include "platform/kelcore/Strings.h"
+
+namespace tses {
+namespace {
+
+TEST(Format, IntegersAreDecimal) {
+    EXPECT_EQ(FormatUnsigned(0), u"0");
+    EXPECT_EQ(FormatUnsigned(4294967295), u"4294967295");
+    EXPECT_EQ(FormatSigned(-1), u"-1");
+    EXPECT_EQ(FormatSigned(std::numeric_limits<kelcore::int32>::min()), u"-2147483648");
+    EXPECT_EQ(FormatInt64(std::numeric_limits<kelcore::int64>::min()), u"-9223372036854775808");
+}
+
+TEST(Format, RealsAreTheShortestText) {
+    EXPECT_EQ(FormatFloat(0.1f), u"0.1");
+    EXPECT_EQ(FormatDouble(0.1), u"0.1");
+    EXPECT_EQ(FormatDouble(-3.0), u"-3");
+}
+
+TEST(Format, BooleansAreTrueAndFalse) {
+    EXPECT_EQ(FormatBool(true), u"true");
+    EXPECT_EQ(FormatBool(false), u"false");
+}
+
+TEST(ParseInteger, TextThatIsNoNumberLeavesTheDefault) {
+    for (const char16_t* const text : {u"", u" 5", u"5 ", u"+5", u"5x", u"0x5", u"5.0", u"-", u"4294967296",
+                                       u"-2147483649", u"\u0665"}) {
+        kelcore::int32 number = 77;
+        ParseSigned(text, number);
+        EXPECT_EQ(number, 77) << kelcore::UTF16to8(text);
+        kelcore::uint32 unsignedNumber = 77;
+        ParseUnsigned(text, unsignedNumber);
+        EXPECT_EQ(unsignedNumber, 77u) << kelcore::UTF16to8(text);
+    }
+}
+
+TEST(ParseInteger, AnIdWrittenUnsignedIsReadSignedWithItsBits) {
+    kelcore::int32 number = 0;
+    ParseSigned(u"4294967295", number);
+    EXPECT_EQ(number, -1);
+    kelcore::uint32 unsignedNumber = 0;
+    ParseUnsigned(u"-1", unsignedNumber);
+    EXPECT_EQ(unsignedNumber, 4294967295u);
+}
+
+TEST(ParseInteger, APositionBeyond32BitsSurvivesWriteAndRead) {
+    for (const kelcore::int64 position : {2147483648LL, 5000000000LL, -5000000000LL,
+                                          std::numeric_limits<long long>::max()}) {
+        kelcore::int64 number = 0;
+        ParseInt64(FormatInt64(position), number);
+        EXPECT_EQ(number, position);
+    }
+}
+
+TEST(ParseBool, OneIsTrueForTheLenientReaderAlone) {
+    EXPECT_TRUE(ParseBoolLenient(u"1"));
+    EXPECT_FALSE(ParseBoolStrict(u"1"));
+}
+
+TEST(ParseBool, OnlyTheExactTextIsTrue) {
+    EXPECT_TRUE(ParseBoolStrict(u"true"));
+    EXPECT_TRUE(ParseBoolLenient(u"true"));
+    for (const char16_t* const text : {u"TRUE", u"True", u" true", u"true ", u"yes", u"", u"truer", u"false", u"11"}) {
+        EXPECT_FALSE(ParseBoolStrict(text)) << kelcore::UTF16to8(text);
+        EXPECT_FALSE(ParseBoolLenient(text)) << kelcore::UTF16to8(text);
+    }
+}
+
+TEST(ParseLenient, ACommaIsADecimalPoint) {
+    EXPECT_EQ(ParseFloatLenient(u"0,5"), 0.5f);
+    EXPECT_EQ(ParseDoubleLenient(u"120,5"), 120.5);
+    EXPECT_EQ(ParseDoubleLenient(u"-0,5"), -0.5);
+}
+
+TEST(ParseLenient, TextThatIsNoNumberIsZero) {
+    for (const char16_t* const text : {u"abc", u"", u" ", u".", u"-", u"+", u"e5", u"1e", u"1e+", u"nan",
+                                       u"inf", u"infinity", u"\u2212" u"5"}) {
+        EXPECT_EQ(ParseFloatLenient(text), 0.0f) << kelcore::UTF16to8(text);
+        EXPECT_EQ(ParseDoubleLenient(text), 0.0) << kelcore::UTF16to8(text);
+    }
+}
+
+TEST(ParseLenient, BlanksBeforeAndAnythingAfterTheNumberArePassedOver) {
+    EXPECT_EQ(ParseDoubleLenient(u" \t\n\v\f\r1.5 dB"), 1.5);
+    EXPECT_EQ(ParseDoubleLenient(u"1.5.3"), 1.5);
+    EXPECT_EQ(ParseDoubleLenient(u"0x10"), 0.0);
+    EXPECT_EQ(ParseDoubleLenient(u"1e5abc"), 1e5);
+}
+
+TEST(ParseLenient, ANumberTooLargeIsZeroAndOneTooSmallIsRounded) {
+    EXPECT_EQ(ParseFloatLenient(u"1e39"), 0.0f);
+    EXPECT_EQ(ParseDoubleLenient(u"-1e999"), 0.0);
+    EXPECT_EQ(ParseDoubleLenient(u"1e-999"), 0.0);
+    EXPECT_EQ(ParseFloatLenient(u"1e-45"), 1e-45f);
+}
+
+/// What the quick parse is measured by.
+template <class Real>
+Real ByStream(std::u16string text) {
+    kelcore::ReplaceInString(text, u",", u".");
+    std::istringstream stream(kelcore::UTF16to8(text));
+    stream.imbue(std::locale::classic());
+    Real value{};
+    return stream >> value ? value : Real{};
+}
+
+template <class Real>
+bool SameBits(Real left, Real right) {
+    return std::memcmp(&left, &right, sizeof(Real)) == 0;
+}
+
+RC_GTEST_PROP(ParseLenient, AgreesWithAStreamOnEveryText, ()) {
+    const auto units = *rc::gen::container<std::u16string>(
+        rc::gen::elementOf(std::u16string(u"0123456789+-.,eE xinfa\t\u0661")));
+    RC_ASSERT(SameBits(ParseFloatLenient(units), ByStream<float>(units)));
+    RC_ASSERT(SameBits(ParseDoubleLenient(units), ByStream<double>(units)));
+}
+
+RC_GTEST_PROP(ParseLenient, ReadsEveryFiniteValueBackExactly, (double value, float small)) {
+    RC_PRE(std::isfinite(value) && std::isfinite(small));
+    RC_ASSERT(SameBits(ParseDoubleLenient(FormatDouble(value)), value));
+    RC_ASSERT(SameBits(ParseFloatLenient(FormatFloat(small)), small));
+}
+
+TEST(Block, EveryByteSurvives) {
+    std::vector<kelcore::byte> bytes;
+    for (int i = 0; i < 1000; ++i) {
+        bytes.push_back(static_cast<kelcore::byte>(i * 7));
+    }
+    EXPECT_EQ(DecodeBlock(EncodeBlock(bytes)), bytes);
+}
+
+TEST(Block, TextThatIsNoEncodingGivesNoBytes) {
+    EXPECT_TRUE(DecodeBlock(u"").empty());
+    EXPECT_TRUE(DecodeBlock(u"%%%").empty());
+    EXPECT_TRUE(DecodeBlock(u"\u00E9\u00E9\u00E9\u00E9").empty());
+    EXPECT_TRUE(EncodeBlock({}).empty());
+}
+
+}  // namespace
+}  // namespace tses

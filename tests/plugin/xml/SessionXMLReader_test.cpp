@@ -1,0 +1,246 @@
+#include "plugin/xml/SessionXMLReader.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <stdexcept>
+#include <vector>
+
+#include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Strings.h"
+#include "platform/kelcore/Trace.h"
+#include "plugin/xml/XercesPlatform.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace tses {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+
+std::string Utf8(std::u16string_view text) { return kelcore::UTF16to8(text); }
+
+/// Writes down every event as a line.
+class Events final : public SAXContentHandler, public SAXErrorHandler {
+public:
+    std::vector<std::string> lines;
+    std::vector<std::string> problems;
+    bool throwOnError = true;
+    std::string throwAtElement;
+
+    void StartDocument() override { lines.emplace_back("start of document"); }
+    void EndDocument() override { lines.emplace_back("end of document"); }
+
+    void StartElementEvent(std::u16string_view uri, std::u16string_view localName,
+                           std::u16string_view qualifiedName, const AttributeMap& attributes) override {
+        std::string line = "<" + Utf8(localName) + "|" + Utf8(uri) + "|" + Utf8(qualifiedName);
+        for (const Attribute& attribute : attributes) {
+            line += " " + Utf8(attribute.name) + "=" + Utf8(attribute.value);
+        }
+        lines.push_back(line);
+        if (Utf8(localName) == throwAtElement) {
+            throw std::runtime_error("refused");
+        }
+    }
+
+    void EndElementEvent(std::u16string_view uri, std::u16string_view localName,
+                         std::u16string_view qualifiedName) override {
+        lines.push_back(">" + Utf8(localName) + "|" + Utf8(uri) + "|" + Utf8(qualifiedName));
+    }
+
+    void CharactersEvent(std::u16string_view text) override { lines.push_back("'" + Utf8(text) + "'"); }
+
+    void Warning(kelcore::uint64 line, kelcore::uint64 column, std::u16string_view publicId,
+                 std::u16string_view systemId, std::u16string_view message) override {
+        Add("warning", line, column, publicId, systemId, message);
+    }
+    void Error(kelcore::uint64 line, kelcore::uint64 column, std::u16string_view publicId,
+               std::u16string_view systemId, std::u16string_view message) override {
+        Add("error", line, column, publicId, systemId, message);
+        ThrowIfAsked();
+    }
+    void FatalError(kelcore::uint64 line, kelcore::uint64 column, std::u16string_view publicId,
+                    std::u16string_view systemId, std::u16string_view message) override {
+        Add("fatal", line, column, publicId, systemId, message);
+        ThrowIfAsked();
+    }
+
+private:
+    void Add(const char* kind, kelcore::uint64 line, kelcore::uint64 column, std::u16string_view publicId,
+             std::u16string_view systemId, std::u16string_view message) {
+        problems.push_back(std::string(kind) + " " + std::to_string(line) + ":" + std::to_string(column) +
+                           " [" + Utf8(publicId) + "][" + Utf8(systemId) + "] " + Utf8(message));
+    }
+    void ThrowIfAsked() const {
+        if (throwOnError) {
+            throw std::runtime_error("parsing error.");
+        }
+    }
+};
+
+class SessionXMLReaderTest : public testing::Test {
+protected:
+    SessionXMLReaderTest() {
+        StartXerces();
+        kelcore::trace::SetEnabled(kReaderTraceCategory, true);
+        kelcore::trace::SetOutput([this](std::string_view category, std::string_view text) {
+            traced.push_back(std::string(category) + ": " + std::string(text));
+        });
+    }
+    ~SessionXMLReaderTest() override {
+        kelcore::trace::SetOutput({});
+        kelcore::trace::SetEnabled(kReaderTraceCategory, false);
+        StopXerces();
+    }
+
+    bool ParseText(std::string_view document) {
+        return ParseFile(folder.Write("document.orvo", document));
+    }
+    bool ParseFile(const std::filesystem::path& path) {
+        SessionXMLReader reader(&events, &events);
+        return reader.Parse(kelcore::PathFromBytes(path.string()));
+    }
+
+    test::TemporaryFolder folder;
+    Events events;
+    std::vector<std::string> traced;
+};
+
+TEST_F(SessionXMLReaderTest, EventsCarryNamesAttributesAndText) {
+    EXPECT_TRUE(ParseText("<a b='1'><c/>text</a>"));
+    EXPECT_THAT(events.lines, ElementsAre("start of document", "<a||a b=1", "<c||c", ">c||c", "'text'",
+                                          ">a||a", "end of document"));
+    EXPECT_THAT(traced, IsEmpty());
+}
+
+TEST_F(SessionXMLReaderTest, APrefixedElementHasItsLocalNameAndItsNamespace) {
+    EXPECT_TRUE(ParseText("<p:a xmlns:p='urn:x'/>"));
+    EXPECT_EQ(events.lines.at(1), "<a|urn:x|p:a");
+}
+
+TEST_F(SessionXMLReaderTest, AnAttributeWithAnEmptyValueIsThere) {
+    EXPECT_TRUE(ParseText("<a b=''/>"));
+    EXPECT_EQ(events.lines.at(1), "<a||a b=");
+}
+
+TEST_F(SessionXMLReaderTest, AttributesComeSortedByName) {
+    EXPECT_TRUE(ParseText("<a zeta='1' Alpha='2' beta='3'/>"));
+    EXPECT_EQ(events.lines.at(1), "<a||a Alpha=2 beta=3 zeta=1");
+}
+
+TEST_F(SessionXMLReaderTest, APrefixedAttributeCountsUnderItsLocalName) {
+    EXPECT_TRUE(ParseText("<a xmlns:p='urn:x' p:b='1'/>"));
+    EXPECT_EQ(events.lines.at(1), "<a||a b=1");
+}
+
+TEST_F(SessionXMLReaderTest, AnUnprefixedAttributeWinsOverAPrefixedOneOfItsName) {
+    EXPECT_TRUE(ParseText("<a xmlns:p='urn:x' b='plain' p:b='prefixed'/>"));
+    EXPECT_EQ(events.lines.at(1), "<a||a b=plain");
+    events.lines.clear();
+    EXPECT_TRUE(ParseText("<a xmlns:p='urn:x' p:b='prefixed' b='plain'/>"));
+    EXPECT_EQ(events.lines.at(1), "<a||a b=plain");
+}
+
+TEST_F(SessionXMLReaderTest, CharacterDataThatTheParserSplitsArrivesInSeveralPieces) {
+    EXPECT_TRUE(ParseText("<a>one &amp; two<![CDATA[ three]]></a>"));
+    const std::vector<std::string> pieces(events.lines.begin() + 2, events.lines.end() - 2);
+    EXPECT_GT(pieces.size(), 1u);
+    std::string joined;
+    for (const std::string& piece : pieces) {
+        joined += piece.substr(1, piece.size() - 2);
+    }
+    EXPECT_EQ(joined, "one & two three");
+}
+
+TEST_F(SessionXMLReaderTest, TheAttributesOfOneElementDoNotReachTheNext) {
+    EXPECT_TRUE(ParseText("<a b='1' c='2'><d e='3'/></a>"));
+    EXPECT_EQ(events.lines.at(2), "<d||d e=3");
+}
+
+TEST_F(SessionXMLReaderTest, MalformedXmlIsAFatalErrorWithItsPlace) {
+    EXPECT_FALSE(ParseText("<a>\n  <b></c>\n</a>"));
+    ASSERT_THAT(events.problems, SizeIs(1));
+    EXPECT_THAT(events.problems[0], AllOf(StartsWith("fatal 2:"), HasSubstr("document.orvo]")));
+    EXPECT_THAT(traced, ElementsAre("app::XMLReader: Unexpected XMLReader Exception"));
+}
+
+TEST_F(SessionXMLReaderTest, AFatalErrorThatIsLetPassStillFailsTheParse) {
+    events.throwOnError = false;
+    EXPECT_FALSE(ParseText("<a><b></a>"));
+    EXPECT_THAT(events.problems, SizeIs(1));
+    EXPECT_THAT(traced, IsEmpty());
+}
+
+TEST_F(SessionXMLReaderTest, AFatalErrorDoesNotStickToTheReader) {
+    events.throwOnError = false;
+    SessionXMLReader reader(&events, &events);
+    EXPECT_FALSE(reader.Parse(kelcore::PathFromBytes(folder.Write("bad", "<a>").string())));
+    EXPECT_TRUE(reader.Parse(kelcore::PathFromBytes(folder.Write("good", "<a/>").string())));
+}
+
+TEST_F(SessionXMLReaderTest, WhatAHandlerThrowsFailsTheParseAndIsTraced) {
+    events.throwAtElement = "b";
+    EXPECT_FALSE(ParseText("<a><b/><c/></a>"));
+    EXPECT_EQ(events.lines.back(), "<b||b");
+    EXPECT_THAT(traced, ElementsAre("app::XMLReader: Unexpected XMLReader Exception"));
+}
+
+TEST_F(SessionXMLReaderTest, AMissingFileFailsWithoutAMessage) {
+    EXPECT_FALSE(ParseFile(folder / "missing.orvo"));
+    EXPECT_THAT(events.problems, IsEmpty());
+    EXPECT_THAT(events.lines, IsEmpty());
+    EXPECT_THAT(traced, IsEmpty());
+}
+
+TEST_F(SessionXMLReaderTest, AnEmptyFileFailsWithAMessage) {
+    EXPECT_FALSE(ParseText(""));
+    EXPECT_THAT(events.problems, SizeIs(1));
+}
+
+TEST_F(SessionXMLReaderTest, AFolderFailsWithAMessage) {
+    EXPECT_FALSE(ParseFile(folder.Path()));
+    EXPECT_THAT(events.problems, SizeIs(1));
+}
+
+TEST_F(SessionXMLReaderTest, APipeWithoutAWriterFailsAtOnce) {
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(ParseFile(folder / "pipe"));
+    EXPECT_THAT(events.problems, SizeIs(1));
+}
+
+TEST_F(SessionXMLReaderTest, NothingParsesWhileTheXmlLibraryIsNotStarted) {
+    StopXerces();
+    EXPECT_FALSE(ParseText("<a/>"));
+    EXPECT_THAT(events.lines, IsEmpty());
+    EXPECT_THAT(events.problems, IsEmpty());
+    EXPECT_THAT(traced, IsEmpty());
+    StartXerces();
+    EXPECT_TRUE(ParseText("<a/>"));
+}
+
+TEST_F(SessionXMLReaderTest, CallbacksWithoutAReceiverAreDropped) {
+    SessionXMLReader reader(nullptr, nullptr);
+    EXPECT_TRUE(reader.Parse(kelcore::PathFromBytes(folder.Write("good", "<a b='1'>x</a>").string())));
+    EXPECT_FALSE(reader.Parse(kelcore::PathFromBytes(folder.Write("bad", "<a>").string())));
+}
+
+TEST_F(SessionXMLReaderTest, NamesInOtherScriptsOpen) {
+    EXPECT_TRUE(ParseFile(folder.Write("\xE6\x9B\xB2 \xF0\x9F\x8E\xB5.orvo", "<a/>")));
+    EXPECT_TRUE(ParseFile(folder.Write("latin \xE9.orvo", "<a/>")));
+}
+
+TEST(LongPaths, OnlyAPathOf260UnitsAndMoreTakesTheLongForm) {
+    const std::u16string longName(257, u'x');
+    EXPECT_EQ(OpenablePath(u"./" + longName).size(), 259u);
+    EXPECT_EQ(OpenablePath(u"./" + longName), u"./" + longName);
+    EXPECT_EQ(OpenablePath(u"./x" + longName), kelcore::FileUtils::PrepAsLongPathName(u"./x" + longName));
+    EXPECT_NE(OpenablePath(u"./x" + longName), u"./x" + longName);
+}
+
+}  // namespace
+}  // namespace tses

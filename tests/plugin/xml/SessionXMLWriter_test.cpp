@@ -1,0 +1,208 @@
+#include "plugin/xml/SessionXMLWriter.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Trace.h"
+#include "plugin/xml/Names.h"
+#include "plugin/xml/XercesPlatform.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace tses {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+class SessionXMLWriterTest : public testing::Test {
+protected:
+    SessionXMLWriterTest() {
+        StartXerces();
+        kelcore::trace::SetEnabled(kWriterTraceCategory, true);
+        kelcore::trace::SetOutput([this](std::string_view, std::string_view text) {
+            traced.emplace_back(text);
+        });
+    }
+    ~SessionXMLWriterTest() override {
+        kelcore::trace::SetOutput({});
+        kelcore::trace::SetEnabled(kWriterTraceCategory, false);
+        StopXerces();
+    }
+
+    std::filesystem::path Target() const { return folder / "session.orvo"; }
+    std::u16string TargetPath() const { return kelcore::PathFromBytes(Target().string()); }
+    std::string Saved() const { return test::ReadFile(Target()); }
+
+    test::TemporaryFolder folder;
+    std::vector<std::string> traced;
+};
+
+TEST_F(SessionXMLWriterTest, AnEmptyDocumentHasAByteOrderMarkADeclarationAndTheRoot) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.Save());
+    EXPECT_EQ(Saved(), std::string(kByteOrderMark) +
+                           "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>\n<orvo/>\n");
+}
+
+TEST_F(SessionXMLWriterTest, ElementsAreIndentedAndNested) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::session));
+    EXPECT_TRUE(writer.StartElement(names::tracks));
+    EXPECT_TRUE(writer.EndElement());
+    EXPECT_TRUE(writer.EndElement());
+    EXPECT_TRUE(writer.StartElement(names::files));
+    EXPECT_TRUE(writer.EndElement());
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<orvo>\n\n  <session>\n    <tracks/>\n  </session>\n\n  <files/>\n\n</orvo>\n"));
+}
+
+TEST_F(SessionXMLWriterTest, AttributesAreWrittenInTheOrderOfTheirNames) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::session, {{u"zeta", u"1"}, {u"Alpha", u"2"}, {u"beta", u"3"}}));
+    EXPECT_TRUE(writer.EndElement());
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<session Alpha=\"2\" beta=\"3\" zeta=\"1\"/>"));
+}
+
+TEST_F(SessionXMLWriterTest, RootAttributesGoToTheDocumentElementWhateverIsCurrent) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::session));
+    EXPECT_TRUE(writer.SetRootAttributes({{names::version, u"1.5"}}));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<orvo version=\"1.5\">"));
+}
+
+TEST_F(SessionXMLWriterTest, TextIsEscapedAndCharactersAreACDataSection) {
+    SessionXMLWriter writer(TargetPath());
+    writer.StartElement(names::name);
+    EXPECT_TRUE(writer.Text(u"a<b&c"));
+    writer.EndElement();
+    writer.StartElement(names::xmpMetadata);
+    EXPECT_TRUE(writer.Characters(u"<x:xmpmeta/>"));
+    writer.EndElement();
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), AllOf(HasSubstr("<name>a&lt;b&amp;c</name>"),
+                               HasSubstr("<xmpMetadata><![CDATA[<x:xmpmeta/>]]></xmpMetadata>")));
+}
+
+TEST_F(SessionXMLWriterTest, EndElementAtTheDocumentElementFailsAndChangesNothing) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_FALSE(writer.EndElement());
+    EXPECT_TRUE(writer.StartElement(names::session));
+    EXPECT_TRUE(writer.EndElement());
+    EXPECT_FALSE(writer.EndElement());
+    EXPECT_TRUE(writer.StartElement(names::files));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<orvo>\n\n  <session/>\n\n  <files/>\n\n</orvo>"));
+}
+
+class XmlVersionOfText : public SessionXMLWriterTest, public testing::WithParamInterface<char16_t> {
+protected:
+    std::string DeclarationAfterText(std::u16string text) {
+        SessionXMLWriter writer(TargetPath());
+        writer.StartElement(names::name);
+        EXPECT_TRUE(writer.Text(text));
+        writer.EndElement();
+        EXPECT_TRUE(writer.Save());
+        return Saved().substr(kByteOrderMark.size(), 19);
+    }
+};
+
+class TextThatSwitchesToXml11 : public XmlVersionOfText {};
+TEST_P(TextThatSwitchesToXml11, MakesTheWholeDocumentXml11) {
+    EXPECT_EQ(DeclarationAfterText(std::u16string(u"a") + GetParam() + u"b"), "<?xml version=\"1.1\"");
+}
+INSTANTIATE_TEST_SUITE_P(ControlCharacters, TextThatSwitchesToXml11,
+                         testing::Values(u'\t', u'\r', u'\n', u'\x01', u'\x1F', u'\x7F', u'\x80', u'\x84',
+                                         u'\x86', u'\x9F'));
+
+class TextThatStaysXml10 : public XmlVersionOfText {};
+TEST_P(TextThatStaysXml10, LeavesTheVersionAsItIs) {
+    EXPECT_EQ(DeclarationAfterText(std::u16string(u"a") + GetParam() + u"b"), "<?xml version=\"1.0\"");
+}
+INSTANTIATE_TEST_SUITE_P(PrintableCharactersAndNextLine, TextThatStaysXml10,
+                         testing::Values(u' ', u'~', u'\x85', u'\xA0', u'\u2028'));
+
+TEST_F(SessionXMLWriterTest, ControlCharactersInAttributesAndCDataDoNotSwitchTheVersion) {
+    SessionXMLWriter writer(TargetPath());
+    writer.StartElement(names::name, {{names::key, u"a\tb"}});
+    writer.Characters(u"a\nb");
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<?xml version=\"1.0\""));
+}
+
+TEST_F(SessionXMLWriterTest, NothingIsOnTheDiskBeforeSave) {
+    SessionXMLWriter writer(TargetPath());
+    writer.StartElement(names::session);
+    EXPECT_FALSE(std::filesystem::exists(Target()));
+}
+
+TEST_F(SessionXMLWriterTest, SaveReplacesAnExistingFile) {
+    folder.Write("session.orvo", std::string(100'000, 'x'));
+    EXPECT_TRUE(SessionXMLWriter(TargetPath()).Save());
+    EXPECT_THAT(Saved(), Not(HasSubstr("x</")));
+    EXPECT_LT(Saved().size(), 200u);
+}
+
+TEST_F(SessionXMLWriterTest, AFileThatCannotBeCreatedFailsTheSaveAndIsTracedWithItsPath) {
+    const auto inNoFolder = folder / "missing" / "session.orvo";
+    EXPECT_FALSE(SessionXMLWriter(kelcore::PathFromBytes(inNoFolder.string())).Save());
+    EXPECT_THAT(traced, ElementsAre(HasSubstr(inNoFolder.string())));
+}
+
+TEST_F(SessionXMLWriterTest, AFolderInThePlaceOfTheFileFailsTheSave) {
+    EXPECT_FALSE(SessionXMLWriter(kelcore::PathFromBytes(folder.Path().string())).Save());
+    EXPECT_THAT(traced, ElementsAre(HasSubstr(folder.Path().string())));
+}
+
+TEST_F(SessionXMLWriterTest, WithoutTheXmlLibraryEveryOperationFailsAndNoFileAppears) {
+    StopXerces();
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_FALSE(writer.SetRootAttributes({{names::version, u"1.5"}}));
+    EXPECT_FALSE(writer.StartElement(names::session));
+    EXPECT_FALSE(writer.Text(u"x"));
+    EXPECT_FALSE(writer.Characters(u"x"));
+    EXPECT_FALSE(writer.EndElement());
+    EXPECT_FALSE(writer.Save());
+    EXPECT_FALSE(std::filesystem::exists(Target()));
+    StartXerces();
+}
+
+TEST_F(SessionXMLWriterTest, TheOperationThatIsToldToFailFailsWithoutEffect) {
+    SessionXMLWriter writer(TargetPath(), WriterFault{1});
+    EXPECT_TRUE(writer.StartElement(names::session));
+    EXPECT_FALSE(writer.StartElement(names::tracks));
+    EXPECT_TRUE(writer.EndElement());
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<orvo>\n\n  <session/>\n\n</orvo>"));
+}
+
+TEST_F(SessionXMLWriterTest, ALargeDocumentIsWrittenWhole) {
+    SessionXMLWriter writer(TargetPath());
+    for (int i = 0; i < 20'000; ++i) {
+        ASSERT_TRUE(writer.StartElement(names::file, {{names::id, u"1"}}));
+        ASSERT_TRUE(writer.EndElement());
+    }
+    ASSERT_TRUE(writer.Save());
+    const std::string saved = Saved();
+    std::size_t count = 0;
+    for (std::size_t at = saved.find("<file "); at != std::string::npos; at = saved.find("<file ", at + 1)) {
+        ++count;
+    }
+    EXPECT_EQ(count, 20'000u);
+    EXPECT_TRUE(saved.ends_with("</orvo>\n"));
+}
+
+}  // namespace
+}  // namespace tses
