@@ -280,7 +280,7 @@ bool ChangeOwner(int file, uid_t owner, gid_t group) {
 }
 
 Kept TakeOverOwner(int file, const struct stat& old) {
-    constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
+    constexpr auto kSameOwner = static_cast<uid_t>(-1);
     if (ChangeOwner(file, old.st_uid, old.st_gid)) {
         return {true, true};
     }

@@ -20,8 +20,8 @@
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Paths.h"
 #include "tests/platform/support/FailingAllocations.h"
+#include "tests/platform/support/FileFolder.h"
 #include "tests/platform/support/OtherProcess.h"
-#include "tests/platform/support/TemporaryFolder.h"
 
 namespace kelcore {
 namespace {
@@ -103,7 +103,7 @@ protected:
     }
 
     static constexpr const char* kName = "song.orvo";
-    test::TemporaryFolder folder_;
+    test::FileFolder folder_;
     std::u16string target_;
     std::string bytes_;
 };

@@ -7,8 +7,8 @@
 #include <filesystem>
 
 #include "platform/kelcore/Paths.h"
+#include "tests/platform/support/FileFolder.h"
 #include "tests/platform/support/OtherProcess.h"
-#include "tests/platform/support/TemporaryFolder.h"
 
 namespace kelcore {
 namespace {
@@ -18,7 +18,7 @@ using namespace std::string_view_literals;
 
 class FileTest : public testing::Test {
 protected:
-    test::TemporaryFolder folder_;
+    test::FileFolder folder_;
 };
 
 TEST_F(FileTest, AFullPathIsAbsoluteAndWorkedOutByName) {

@@ -4,17 +4,15 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/TemporaryFolder.h"
+
 namespace test {
 
-/// A folder of its own for one test, open to every user, removed with all that is in it.
-class TemporaryFolder {
+/// A temporary folder for tests of files: open to every user, and asked for paths as the platform's
+/// interfaces take them.
+class FileFolder : public TemporaryFolder {
 public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::string& Path() const { return path_; }
+    FileFolder();
 
     /// The path of `name` in the folder, as bytes and as UTF-16.
     std::string Bytes(std::string_view name) const;
@@ -22,12 +20,8 @@ public:
 
     /// The names of everything in it, sorted.
     std::vector<std::string> Names() const;
-
-private:
-    std::string path_;
 };
 
 void WriteFile(const std::string& path, std::string_view content);
-std::string ReadFile(const std::string& path);
 
 }  // namespace test
