@@ -18,6 +18,7 @@
 #include "platform/kelcore/Strings.h"
 #include "toolkit/FileContent.h"
 #include "toolkit/SessionContent.h"
+#include "toolkit/TextPlaces.h"
 
 namespace toolkit {
 namespace {
@@ -52,63 +53,23 @@ std::string Quoted(std::u16string_view text) {
     return "\"" + kelcore::UTF16to8(shown) + (text.size() > kLongest ? "...\"" : "\"");
 }
 
-/// Finds where a tag begins, given where it ends: the parser tells only the latter.
-class TagStarts {
-public:
-    explicit TagStarts(std::string_view content) : content_(content) {}
-
-    /// @param end     the place behind the tag
-    /// @param offset  the same in bytes
-    Place Find(Place end, std::size_t offset) const {
-        if (!HasOneByteTags() || offset > content_.size()) {
-            return end;
-        }
-        const std::size_t start = content_.substr(0, offset).rfind('<');
-        if (start == std::string_view::npos) {
-            return end;
-        }
-        const std::string_view tag = content_.substr(start, offset - start);
-        return {end.line - LineBreaks(tag), ColumnOf(start)};
+/// Where a tag begins, given where it ends: the parser tells only the latter.
+/// @param end     the place behind the tag
+/// @param offset  the same in bytes
+Place TagBegin(std::string_view document, Place end, std::size_t offset) {
+    const std::size_t begin =
+        HasByteSizedMarkup(document) ? document.substr(0, offset).rfind('<') : std::string_view::npos;
+    if (begin == std::string_view::npos) {
+        return end;
     }
-
-private:
-    static constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-    /// Whether "<" is the byte of that value, as it is in every encoding but the wide ones.
-    bool HasOneByteTags() const {
-        return content_.substr(0, 4).find('\0') == std::string_view::npos &&
-               !content_.starts_with("\xFE\xFF") && !content_.starts_with("\xFF\xFE");
-    }
-
-    static kelcore::uint64 LineBreaks(std::string_view text) {
-        kelcore::uint64 count = 0;
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            const bool firstOfPair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
-            if ((text[i] == '\n' || text[i] == '\r') && !firstOfPair) {
-                ++count;
-            }
-        }
-        return count;
-    }
-
-    kelcore::uint64 ColumnOf(std::size_t start) const {
-        std::string_view line = content_.substr(0, start);
-        line.remove_prefix(line.find_last_of("\r\n") + 1);
-        if (line.data() == content_.data() && line.starts_with(kByteOrderMark)) {
-            line.remove_prefix(kByteOrderMark.size());
-        }
-        const auto inside = std::count_if(line.begin(), line.end(),
-                                          [](char byte) { return (byte & 0xC0) == 0x80; });
-        return line.size() - static_cast<std::size_t>(inside) + 1;
-    }
-
-    std::string_view content_;
-};
+    return {end.line - CountLineEnds(document.substr(begin, offset - begin)),
+            ColumnOf(document, begin)};
+}
 
 class Scanner final : public xercesc::DefaultHandler {
 public:
     Scanner(std::string_view content, std::size_t limit, DocumentScan& result)
-        : content_(content), limit_(limit), result_(result), tagStarts_(content) {
+        : content_(content), limit_(limit), result_(result) {
         parser_.setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
         parser_.setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, true);
         parser_.setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
@@ -208,7 +169,7 @@ private:
     Place Here() const { return {locator_->getLineNumber(), locator_->getColumnNumber()}; }
 
     Place TagPlace() const {
-        return tagStarts_.Find(Here(), static_cast<std::size_t>(parser_.getSrcOffset()));
+        return TagBegin(content_, Here(), static_cast<std::size_t>(parser_.getSrcOffset()));
     }
 
     void Report(Place place, std::string what) {
@@ -309,7 +270,6 @@ private:
     std::string_view content_;
     std::size_t limit_;
     DocumentScan& result_;
-    TagStarts tagStarts_;
     xercesc::SAX2XMLReaderImpl parser_;
     const xercesc::Locator* locator_ = nullptr;
     std::vector<OpenElement> open_;
@@ -317,9 +277,20 @@ private:
     std::set<std::pair<const CarriedElement*, kelcore::uint32>> ids_;
 };
 
+Problem NotUtf8(std::string_view content, std::size_t offset) {
+    const Place place = {CountLineEnds(content.substr(0, offset)) + 1, ColumnOf(content, offset)};
+    return {place, "not UTF-8", "save it as UTF-8, or let the XML declaration state its encoding"};
+}
+
 void ScanContent(std::string_view content, std::size_t limit, DocumentScan& result) {
     const LibraryUse library;
     Scanner(content, limit, result).Run();
+    if (result.problem) {
+        // The parser decodes ahead of where it reads, so that it does not know where that fails.
+        if (const auto offset = FindMalformedUtf8(content)) {
+            result.problem = NotUtf8(content, *offset);
+        }
+    }
 }
 
 }  // namespace

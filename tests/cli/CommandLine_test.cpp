@@ -30,14 +30,14 @@ TEST_F(CommandLineTest, HelpShowsExamplesOnStandardOutput) {
 TEST_F(CommandLineTest, HelpAndVersionNeedNoPlugIn) {
     const test::Command help = {.arguments = {ORVO_TOOL_PATH, "--version"},
                                 .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}};
-    const Outcome outcome = Run(help);
+    const Outcome outcome = test::Run(help);
     EXPECT_THAT(outcome.output, MatchesRegex("orvo [0-9]+\\.[0-9]+\\.[0-9]+\n"));
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
 TEST_F(CommandLineTest, APlugInThatIsNotThereIsAFailureThatNamesIt) {
     folder_.Write("a.orvo", "<orvo/>");
-    const Outcome outcome = Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
                                  .folder = folder_.Path().string(),
                                  .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: "));
@@ -58,19 +58,19 @@ TEST_F(CommandLineTest, SenselessCommandLinesAreUsageErrors) {
 
 TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
     const std::vector<std::string> arguments = {ORVO_TOOL_PATH, "info", "/nowhere/a.orvo"};
-    const Outcome plain = Run({.arguments = arguments});
+    const Outcome plain = test::Run({.arguments = arguments});
     EXPECT_THAT(plain.errors, Not(HasSubstr("\x1b")));
     const Outcome terminal =
-        Run({.arguments = arguments, .environment = {{"NO_COLOR", ""}}, .terminalErrors = true});
+        test::Run({.arguments = arguments, .environment = {{"NO_COLOR", ""}}, .terminalErrors = true});
     EXPECT_THAT(terminal.errors, HasSubstr("\x1b["));
     const Outcome refused =
-        Run({.arguments = arguments, .environment = {{"NO_COLOR", "1"}}, .terminalErrors = true});
+        test::Run({.arguments = arguments, .environment = {{"NO_COLOR", "1"}}, .terminalErrors = true});
     EXPECT_THAT(refused.errors, Not(HasSubstr("\x1b")));
 }
 
 TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
     folder_.Write("a.orvo", "<orvo/>");
-    const Outcome outcome = Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
                                  .folder = folder_.Path().string(),
                                  .terminalErrors = true});
     EXPECT_EQ(outcome.errors, "");
@@ -78,7 +78,7 @@ TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
 
 TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
     folder_.Write("a.orvo", "<orvo/>");
-    const Outcome outcome = Run({.arguments = {"sh", "-c", "exec " ORVO_TOOL_PATH " info a.orvo >/dev/full"},
+    const Outcome outcome = test::Run({.arguments = {"sh", "-c", "exec " ORVO_TOOL_PATH " info a.orvo >/dev/full"},
                                  .folder = folder_.Path().string()});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: standard output: cannot be written"));
     EXPECT_EQ(outcome.exitCode, 1);

@@ -4,7 +4,7 @@
 
 namespace test {
 
-const char* const kSmallSession = R"(<?xml version="1.0" encoding="UTF-8"?>
+const char* const kSmallSession = R"xml(<?xml version="1.0" encoding="UTF-8"?>
 <orvo version="1.5">
   <session sampleRate="48000" duration="180000" audioChannelType="stereo" bitDepth="24" appVersion="25.1"/>
   <files>
@@ -16,7 +16,7 @@ const char* const kSmallSession = R"(<?xml version="1.0" encoding="UTF-8"?>
     <inputPort id="2" name="Line"/>
   </audioDevice>
 </orvo>
-)";
+)xml";
 
 Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folder,
                 const std::string& input) {

@@ -109,11 +109,17 @@ TEST_F(DocumentScanTest, TextThatIsNoXmlIsMalformedAtItsBegin) {
     EXPECT_EQ(scan.problem->place.line, 1u);
 }
 
-TEST_F(DocumentScanTest, BytesThatAreNoUtf8AreMalformed) {
+TEST_F(DocumentScanTest, BytesThatAreNoUtf8AreReportedWhereTheyStand) {
     const DocumentScan scan =
         Scan("<orvo>\n<files><file id='1' absolutePath='\xFF\xFE'/></files></orvo>");
     ASSERT_TRUE(scan.problem);
-    EXPECT_EQ(scan.problem->what, "not well-formed XML");
+    EXPECT_EQ(scan.problem->what, "not UTF-8");
+    EXPECT_EQ(scan.problem->place, (Place{2, 35}));
+}
+
+TEST_F(DocumentScanTest, AStatedEncodingHolds) {
+    EXPECT_THAT(Losses("<?xml version='1.0' encoding='ISO-8859-1'?>\n<orvo><a b='\xE4'/></orvo>"),
+                ElementsAre("2:7: <a> in <orvo>"));
 }
 
 TEST_F(DocumentScanTest, ADocumentTypeDeclarationIsAProblemBeforeItIsRead) {
