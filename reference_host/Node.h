@@ -4,8 +4,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "host/HostObject.h"
 #include "reference_host/HostString.h"
@@ -32,25 +34,27 @@ public:
     /// A host string for a query to return, kept alive by this node until its next one.
     tses::IHostString* GiveOut(std::u16string text);
 
+protected:
+    /// Which of its parent's things a child is: the tag of a member, and the index in it if it is a
+    /// list.
+    using Place = std::pair<const void*, std::size_t>;
+
+    Node() = default;
+    virtual ~Node() = default;
+
     /// The child in a place of this node, which `make` makes if there is none.
     template <class Child, class Make>
-    Child& ChildAt(int role, std::size_t index, Make make) {
-        std::unique_ptr<Node, Deleter>& child = children_[{role, index}];
+    Child& ChildAt(Place place, Make make) {
+        std::unique_ptr<Node, Deleter>& child = children_[place];
         if (child == nullptr) {
             child.reset(make());
             child->parent_ = this;
-            child->place_ = {role, index};
+            child->place_ = place;
         }
         return static_cast<Child&>(*child);
     }
 
-protected:
-    Node() = default;
-    virtual ~Node() = default;
-
 private:
-    /// Which of its parent's things a child is, and which of several.
-    using Place = std::pair<int, std::size_t>;
     struct Deleter {
         void operator()(Node* node) const { delete node; }
     };
@@ -63,6 +67,20 @@ private:
     Ref<HostString> givenOut_;
 };
 
+/// Tells the members of the model apart.
+template <auto member>
+inline constexpr char kTagOf = 0;
+
+/// What an optional holds; a value that is always there is itself.
+template <class Value>
+Value& Held(Value& value) {
+    return value;
+}
+template <class Value>
+Value& Held(std::optional<Value>& value) {
+    return *value;
+}
+
 /// A node for a part of the model, which it asks for at each use: what holds that part may have
 /// grown.
 template <class Data>
@@ -74,9 +92,30 @@ public:
 
     Data& Value() const { return locate_(); }
 
+    /// The node of a member of this node's part, which is there.
+    template <class Child, auto member>
+    Child& PartNode() {
+        return this->template ChildAt<Child>({&kTagOf<member>, 0}, [this] {
+            return new Child([this]() -> auto& { return Held(Value().*member); });
+        });
+    }
+
+    /// The node of an element of a list, which is there.
+    template <class Child, auto member>
+    Child& ElementNode(std::size_t index) {
+        return this->template ChildAt<Child>({&kTagOf<member>, index}, [this, index] {
+            return new Child([this, index]() -> auto& { return Held((Value().*member)[index]); });
+        });
+    }
+
 private:
     Locate locate_;
 };
+
+template <class Element>
+kelcore::uint32 CountOf(const std::vector<Element>& list) {
+    return static_cast<kelcore::uint32>(list.size());
+}
 
 /// One of the interface objects of a node. The node is what is counted.
 template <class Interface, class Data>
