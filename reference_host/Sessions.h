@@ -23,17 +23,17 @@ struct ReadOptions {
     bool logTarget = true;
     /// Puts an object between plug-in and session: it is given the session and returns what the
     /// plug-in gets to see. Empty: the session itself.
-    std::function<Ref<tses::IEditSession>(tses::IEditSession& session)> wrap;
+    std::function<Ref<tses::IEditSession>(tses::IEditSession& session)> wrap{};
     /// Hears each report of progress.
-    ProgressListener progress;
+    ProgressListener progress{};
 };
 
 struct ReadResult {
     tses::SessionResult result = tses::SessionResult::Ok;
     /// What was read. After a failure: what was read until then, which a host discards.
-    model::Session session;
+    model::Session session{};
     /// What the parser said, a line each, without line ends.
-    std::vector<std::u16string> messages;
+    std::vector<std::u16string> messages{};
 };
 
 /// Reads a session file into a new session.
@@ -41,14 +41,14 @@ ReadResult ReadSession(Plugin& plugin, const std::u16string& path, const ReadOpt
 
 struct WriteOptions {
     /// As in `ReadOptions`.
-    std::function<Ref<tses::IQuerySession>(tses::IQuerySession& session)> wrap;
-    ProgressListener progress;
+    std::function<Ref<tses::IQuerySession>(tses::IQuerySession& session)> wrap{};
+    ProgressListener progress{};
 };
 
 struct WriteResult {
     tses::SessionResult result = tses::SessionResult::Ok;
     /// Why the file could not be saved, in words for people (UTF-8), if the plug-in said why.
-    std::vector<std::string> messages;
+    std::vector<std::string> messages{};
 };
 
 /// Writes a session to a file. The plug-in holds nothing of it afterwards. While it runs, the

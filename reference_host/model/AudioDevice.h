@@ -11,17 +11,17 @@ namespace refhost::model {
 /// A named input or output of the audio device. Tracks refer to it by its id.
 struct AudioPort {
     kelcore::int32 id = 0;
-    std::u16string name;
+    std::u16string name{};
 
     friend bool operator==(const AudioPort&, const AudioPort&) = default;
 };
 
 /// The devices that the session was made with; the identifiers are the host's own texts.
 struct AudioDevice {
-    std::u16string inputDeviceId;
-    std::u16string outputDeviceId;
-    std::vector<AudioPort> inputPorts;
-    std::vector<AudioPort> outputPorts;
+    std::u16string inputDeviceId{};
+    std::u16string outputDeviceId{};
+    std::vector<AudioPort> inputPorts{};
+    std::vector<AudioPort> outputPorts{};
 
     friend bool operator==(const AudioDevice&, const AudioDevice&) = default;
 };

@@ -22,20 +22,20 @@ struct FormatVersion {
 };
 
 struct Session {
-    FormatVersion formatVersion;
+    FormatVersion formatVersion{};
     kelcore::uint32 sampleRate = 48000;  ///< samples per second
     kelcore::int32 channelCount = 2;     ///< 1 mono, 2 stereo, 6 for 5.1
     kelcore::int64 duration = 0;
     kelcore::uint32 bitDepth = 32;  ///< bits per sample
 
     /// Which application version wrote the file, as a sentence; told by a read and never written.
-    std::u16string formatDescription;
+    std::u16string formatDescription{};
     /// The position that a read ends with: that of the current-time indicator for the oldest files,
     /// the start of the selection for all others. Never written.
     kelcore::int64 versionDependentValue = 0;
 
-    std::vector<File> files;
-    AudioDevice audioDevice;
+    std::vector<File> files{};
+    AudioDevice audioDevice{};
 
     friend bool operator==(const Session&, const Session&) = default;
 };
