@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "cli/Messages.h"
@@ -86,9 +87,10 @@ std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name
         return Refuse(ToMessage(file.Name(), *scan.problem));
     }
     if (!CarriesEverything(file, scan)) {
-        return Refuse({.subject = file.Name(),
-                       .what = "not converted",
-                       .advice = "nothing was written, because the content named above would be lost"});
+        return Refuse(
+            {.subject = file.Name(),
+             .what = "not converted",
+             .advice = "nothing was written, because the content named above would be lost"});
     }
     ProgressBar bar("reading " + file.Name());
     refhost::ReadOptions options;
@@ -141,6 +143,10 @@ std::vector<std::string> SaveOrvo(refhost::Plugin& plugin, Session session, cons
     const refhost::WriteResult written =
         refhost::WriteSession(plugin, FullPathOf(path), std::move(session), options);
     if (written.result == tses::SessionResult::Ok) {
+        for (const std::string& remark :
+             std::set(written.messages.begin(), written.messages.end())) {
+            Complain({.subject = subject, .what = "saved", .advice = remark});
+        }
         return {};
     }
     return written.messages.empty() ? std::vector<std::string>{"the plug-in refused to write it"}
@@ -206,8 +212,8 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
 
 void AddConvert(CLI::App& tool, Action& chosen) {
     auto options = std::make_shared<Options>();
-    CLI::App* const verb =
-        tool.add_subcommand("convert", "Turn a session file into another kind, or into a fresh one.");
+    CLI::App* const verb = tool.add_subcommand(
+        "convert", "Turn a session file into another kind, or into a fresh one.");
     verb->add_option("IN", options->in, "what to read; - for standard input")->required();
     verb->add_option("OUT", options->out, "what to write; - for standard output")->required();
     for (const auto& [name, kind] :
@@ -222,7 +228,8 @@ void AddConvert(CLI::App& tool, Action& chosen) {
         "  orvo convert song.json song.orvo\n"
         "  orvo convert --from orvo --to json - - <song.orvo\n\n"
         "A session that holds something that would be lost is refused, and nothing is written.\n"
-        "OUT is replaced only once the new file is whole. Relative paths in a session from or to a\n"
+        "OUT is replaced only once the new file is whole. Relative paths in a session from or to "
+        "a\n"
         "standard stream count from the working directory.");
     verb->callback([options, &chosen] {
         const Kind from = ResolveKind(options->from, options->in, "--from");

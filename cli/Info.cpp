@@ -58,8 +58,7 @@ std::string Text(const std::u16string& text) {
 /// A path as it is shortest to name from the working directory.
 std::string ShownPath(const std::u16string& path) {
     const std::filesystem::path full(kelcore::PathToBytes(path));
-    const std::filesystem::path relative =
-        full.lexically_relative(std::filesystem::current_path());
+    const std::filesystem::path relative = full.lexically_relative(std::filesystem::current_path());
     const bool below = !relative.empty() && *relative.begin() != "..";
     return Printable((below ? relative : full).string());
 }
@@ -127,8 +126,7 @@ std::string Shown(const Report& report) {
 
 // For programs
 
-ordered_json ToJson(const std::u16string& id,
-                    const std::vector<refhost::model::AudioPort>& ports) {
+ordered_json ToJson(const std::u16string& id, const std::vector<refhost::model::AudioPort>& ports) {
     ordered_json list = ordered_json::array();
     for (const refhost::model::AudioPort& port : ports) {
         list.push_back({{"id", port.id}, {"name", kelcore::UTF16to8(port.name)}});

@@ -7,8 +7,8 @@
 
 namespace cli {
 
-/// A bar on standard error while work lasts: only on a terminal, and only from half a second on, so that
-/// what is quick leaves no trace. It is wiped away at the end.
+/// A bar on standard error while work lasts: only on a terminal, and only from half a second on, so
+/// that what is quick leaves no trace. It is wiped away at the end.
 class ProgressBar {
 public:
     /// @param label  what is being done, "reading a.orvo"

@@ -60,10 +60,8 @@ std::vector<Message> ExplainRefusal(const SessionFile& file,
 }
 
 Message ToMessage(const std::string& subject, const toolkit::Problem& problem) {
-    return {.subject = subject,
-            .place = problem.place,
-            .what = problem.what,
-            .advice = problem.advice};
+    return {
+        .subject = subject, .place = problem.place, .what = problem.what, .advice = problem.advice};
 }
 
 }  // namespace cli

@@ -9,8 +9,9 @@
 
 namespace cli {
 
-/// A session file as it was named on the command line, "-" included: what comes from standard input goes
-/// into a temporary file in the working directory, so that relative paths in it count from there.
+/// A session file as it was named on the command line, "-" included: what comes from standard input
+/// goes into a temporary file in the working directory, so that relative paths in it count from
+/// there.
 class SessionFile {
 public:
     /// Reads standard input if the name says so.
@@ -35,7 +36,8 @@ private:
 /// The full path of a name, as the plug-in takes it.
 std::u16string FullPathOf(const std::string& name);
 
-/// Why the plug-in refused to read a file: what a look at the file tells, or else what the parser said.
+/// Why the plug-in refused to read a file: what a look at the file tells, or else what the parser
+/// said.
 /// @param parserMessages  the lines of the log target
 std::vector<Message> ExplainRefusal(const SessionFile& file,
                                     const std::vector<std::u16string>& parserMessages);

@@ -13,8 +13,9 @@ inline constexpr const char* kStream = "-";
 /// The whole of standard input.
 std::variant<std::string, toolkit::Problem> ReadStandardInput();
 
-/// A temporary file in the working directory, removed at the end. It stands there, and not in the place
-/// for temporary files, because the paths in a session are relative to the session's own folder.
+/// A temporary file in the working directory, removed at the end. It stands there, and not in the
+/// place for temporary files, because the paths in a session are relative to the session's own
+/// folder.
 class TemporarySession {
 public:
     /// @throws std::system_error if it cannot be made

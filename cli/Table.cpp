@@ -7,8 +7,8 @@ namespace {
 
 /// How many characters a UTF-8 text shows.
 std::size_t Width(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
 }
 
 std::vector<std::size_t> ColumnWidths(const std::vector<std::vector<std::string>>& rows) {

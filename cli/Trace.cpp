@@ -20,7 +20,8 @@
 #include "reference_host/recorder/Operations.h"
 #include "reference_host/recorder/Recorder.h"
 
-// orvo trace [--feature NAME=on|off] [--no-log-target] [--null INTERFACE.OPERATION]... [--references] FILE...
+// orvo trace [--feature NAME=on|off] [--no-log-target] [--null INTERFACE.OPERATION]...
+// [--references] FILE...
 
 namespace cli {
 namespace {
@@ -106,11 +107,11 @@ tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
         session->SetLogTarget(logTarget);
     }
     refhost::Recorder recorder(
-        {.sink = [](const refhost::CallRecord& call) { PrintLine(refhost::FormatCallAsJson(call)); },
+        {.sink =
+             [](const refhost::CallRecord& call) { PrintLine(refhost::FormatCallAsJson(call)); },
          .interceptor = MakeFaultPlan(options),
          .recordReferences = options.references});
-    const tses::SessionResult result =
-        plugin.Read(file.FullPath(), recorder.Wrap(session->Edit()));
+    const tses::SessionResult result = plugin.Read(file.FullPath(), recorder.Wrap(session->Edit()));
     PrintLine(fmt::format("{{\"result\": {}}}", static_cast<std::int32_t>(result)));
     if (result != tses::SessionResult::Ok) {
         for (const Message& message : ExplainRefusal(file, logTarget->Messages())) {
@@ -141,7 +142,8 @@ ExitCode RunTrace(const Options& options) {
 void AddTrace(CLI::App& tool, Action& chosen) {
     auto options = std::make_shared<Options>();
     CLI::App* const verb = tool.add_subcommand(
-        "trace", "Show every call that a host gets while a session is read, one JSON object a line.");
+        "trace",
+        "Show every call that a host gets while a session is read, one JSON object a line.");
     verb->add_option("FILE", options->files, "session files; - for standard input")->required();
     verb->add_option("--feature", options->features,
                      "switch a feature of the host on or off (Tembra.InstrumentTracks is on)")

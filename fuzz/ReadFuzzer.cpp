@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 #include "platform/kelcore/Strings.h"
@@ -12,7 +13,8 @@
 #include "reference_host/Plugin.h"
 #include "reference_host/Sessions.h"
 
-// Any bytes as a session file: whatever they are, the plug-in returns, and gives back all it was given.
+// Any bytes as a session file: whatever they are, the plug-in returns, and gives back all it was
+// given.
 
 namespace {
 
@@ -43,11 +45,11 @@ private:
 };
 
 refhost::Plugin& LoadedPlugin() {
-    static refhost::Plugin plugin = [] {
+    static const std::unique_ptr<refhost::Plugin> plugin = [] {
         refhost::UseFeatureDefaults();
-        return refhost::Plugin();
+        return std::make_unique<refhost::Plugin>();
     }();
-    return plugin;
+    return *plugin;
 }
 
 }  // namespace

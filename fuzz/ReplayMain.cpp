@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-// Runs a fuzzer over the files of a folder, once each: REPLAY FOLDER. For builds without a fuzzing engine.
+// Runs a fuzzer over the files of a folder, once each: REPLAY FOLDER. For builds without a fuzzing
+// engine.
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 

@@ -57,8 +57,8 @@ std::string Quoted(std::u16string_view text) {
 /// @param end     the place behind the tag
 /// @param offset  the same in bytes
 Place TagBegin(std::string_view document, Place end, std::size_t offset) {
-    const std::size_t begin =
-        HasByteSizedMarkup(document) ? document.substr(0, offset).rfind('<') : std::string_view::npos;
+    const std::size_t begin = HasByteSizedMarkup(document) ? document.substr(0, offset).rfind('<')
+                                                           : std::string_view::npos;
     if (begin == std::string_view::npos) {
         return end;
     }

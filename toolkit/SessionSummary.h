@@ -15,7 +15,8 @@ struct MediaSummary {
     kelcore::uint32 id = 0;
     std::u16string path;
     std::u16string handlerId;
-    std::u16string handlerName;  ///< what people call the handler; its identifier where it has no name
+    std::u16string
+        handlerName;  ///< what people call the handler; its identifier where it has no name
     bool found = false;
 
     friend bool operator==(const MediaSummary&, const MediaSummary&) = default;
@@ -42,8 +43,8 @@ bool IsMediaFile(const std::u16string& path);
 
 SessionSummary Summarise(const refhost::model::Session& session, const FileTest& exists);
 
-/// A count of samples as "h:mm:ss.mmm", to the nearest millisecond, with "-" in front for a negative one.
-/// None when the rate is 0.
+/// A count of samples as "h:mm:ss.mmm", to the nearest millisecond, with "-" in front for a
+/// negative one. None when the rate is 0.
 std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sampleRate);
 
 /// "mono", "stereo", "5.1", or none for counts without a name.

@@ -19,7 +19,11 @@ std::size_t CharacterSize(std::string_view text) {
     if (lead < 0x80) {
         return 1;
     }
-    const std::size_t size = lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+    const std::size_t size = lead < 0xC2   ? 0
+                             : lead < 0xE0 ? 2
+                             : lead < 0xF0 ? 3
+                             : lead < 0xF5 ? 4
+                                           : 0;
     if (size == 0 || size > text.size() ||
         !std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(size),
                      IsContinuation)) {

@@ -8,7 +8,8 @@
 
 namespace toolkit {
 
-/// Whether "<" is the byte of that value in this document, as it is in every encoding but the wide ones.
+/// Whether "<" is the byte of that value in this document, as it is in every encoding but the wide
+/// ones.
 bool HasByteSizedMarkup(std::string_view document);
 
 /// How many line ends there are: CR LF is one, as CR and LF alone are.
@@ -17,8 +18,8 @@ kelcore::uint64 CountLineEnds(std::string_view text);
 /// The column of a byte of a document whose characters are UTF-8, a byte order mark not counted.
 kelcore::uint64 ColumnOf(std::string_view document, std::size_t offset);
 
-/// Where the first byte stands that is part of no character of UTF-8. None in a document that is wide or
-/// that states another encoding.
+/// Where the first byte stands that is part of no character of UTF-8. None in a document that is
+/// wide or that states another encoding.
 std::optional<std::size_t> FindMalformedUtf8(std::string_view document);
 
 }  // namespace toolkit

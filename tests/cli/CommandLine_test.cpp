@@ -18,8 +18,10 @@ protected:
 };
 
 TEST_F(CommandLineTest, HelpShowsExamplesOnStandardOutput) {
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"--help"}, {"info", "--help"}, {"trace", "--help"}, {"convert", "-h"}}) {
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
+                                                      {"info", "--help"},
+                                                      {"trace", "--help"},
+                                                      {"convert", "-h"}}) {
         const Outcome outcome = RunTool(arguments, folder_);
         EXPECT_THAT(outcome.output, HasSubstr("Examples:"));
         EXPECT_EQ(outcome.errors, "");
@@ -38,16 +40,19 @@ TEST_F(CommandLineTest, HelpAndVersionNeedNoPlugIn) {
 TEST_F(CommandLineTest, APlugInThatIsNotThereIsAFailureThatNamesIt) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
-                                 .folder = folder_.Path().string(),
-                                 .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}});
+                                       .folder = folder_.Path().string(),
+                                       .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: "));
     EXPECT_THAT(outcome.errors, HasSubstr("/nowhere/OrvoNative.so"));
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
 TEST_F(CommandLineTest, SenselessCommandLinesAreUsageErrors) {
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{}, {"sing"}, {"info"}, {"info", "--loud", "a.orvo"}, {"convert", "a.orvo"}}) {
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{},
+                                                      {"sing"},
+                                                      {"info"},
+                                                      {"info", "--loud", "a.orvo"},
+                                                      {"convert", "a.orvo"}}) {
         const Outcome outcome = RunTool(arguments, folder_);
         EXPECT_THAT(outcome.errors, StartsWith("orvo: "));
         EXPECT_THAT(outcome.errors, HasSubstr("--help"));
@@ -60,26 +65,27 @@ TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
     const std::vector<std::string> arguments = {ORVO_TOOL_PATH, "info", "/nowhere/a.orvo"};
     const Outcome plain = test::Run({.arguments = arguments});
     EXPECT_THAT(plain.errors, Not(HasSubstr("\x1b")));
-    const Outcome terminal =
-        test::Run({.arguments = arguments, .environment = {{"NO_COLOR", ""}}, .terminalErrors = true});
+    const Outcome terminal = test::Run(
+        {.arguments = arguments, .environment = {{"NO_COLOR", ""}}, .terminalErrors = true});
     EXPECT_THAT(terminal.errors, HasSubstr("\x1b["));
-    const Outcome refused =
-        test::Run({.arguments = arguments, .environment = {{"NO_COLOR", "1"}}, .terminalErrors = true});
+    const Outcome refused = test::Run(
+        {.arguments = arguments, .environment = {{"NO_COLOR", "1"}}, .terminalErrors = true});
     EXPECT_THAT(refused.errors, Not(HasSubstr("\x1b")));
 }
 
 TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
-                                 .folder = folder_.Path().string(),
-                                 .terminalErrors = true});
+                                       .folder = folder_.Path().string(),
+                                       .terminalErrors = true});
     EXPECT_EQ(outcome.errors, "");
 }
 
 TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
     folder_.Write("a.orvo", "<orvo/>");
-    const Outcome outcome = test::Run({.arguments = {"sh", "-c", "exec " ORVO_TOOL_PATH " info a.orvo >/dev/full"},
-                                 .folder = folder_.Path().string()});
+    const Outcome outcome =
+        test::Run({.arguments = {"sh", "-c", "exec " ORVO_TOOL_PATH " info a.orvo >/dev/full"},
+                   .folder = folder_.Path().string()});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: standard output: cannot be written"));
     EXPECT_EQ(outcome.exitCode, 1);
 }

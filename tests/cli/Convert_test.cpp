@@ -71,16 +71,18 @@ TEST_F(ConvertTest, AnUnknownExtensionIsAUsageErrorThatSaysWhatToSay) {
 }
 
 TEST_F(ConvertTest, ContentThatWouldBeLostIsNamedAndNothingIsWritten) {
-    folder_.Write("a.orvo",
-                  "<orvo>\n <session>\n  <glow><beam/></glow>\n </session>\n <workspaceSettings/>\n</orvo>");
+    folder_.Write(
+        "a.orvo",
+        "<orvo>\n <session>\n  <glow><beam/></glow>\n </session>\n <workspaceSettings/>\n</orvo>");
     folder_.Write("b.orvo", "old");
     for (const char* const out : {"b.orvo", "b.json"}) {
         const Outcome outcome = RunTool({"convert", "a.orvo", out}, folder_);
-        EXPECT_EQ(outcome.errors,
-                  "orvo: a.orvo:3:3: cannot be carried over: <glow> in <session> with 1 element in it\n"
-                  "orvo: a.orvo:5:2: cannot be carried over: <workspaceSettings> in <orvo>\n"
-                  "orvo: a.orvo: not converted: nothing was written, because the content named above "
-                  "would be lost\n");
+        EXPECT_EQ(
+            outcome.errors,
+            "orvo: a.orvo:3:3: cannot be carried over: <glow> in <session> with 1 element in it\n"
+            "orvo: a.orvo:5:2: cannot be carried over: <workspaceSettings> in <orvo>\n"
+            "orvo: a.orvo: not converted: nothing was written, because the content named above "
+            "would be lost\n");
         EXPECT_EQ(outcome.exitCode, 1);
     }
     EXPECT_EQ(ReadFile(folder_ / "b.orvo"), "old");
@@ -101,7 +103,8 @@ TEST_F(ConvertTest, BadInputLeavesTheOutputAlone) {
     folder_.Write("a.orvo", "<orvo>");
     folder_.Write("a.json", "{\"sampleRate\": }");
     folder_.Write("b.orvo", "old");
-    EXPECT_THAT(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).errors, StartsWith("orvo: a.orvo:1:"));
+    EXPECT_THAT(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).errors,
+                StartsWith("orvo: a.orvo:1:"));
     const Outcome outcome = RunTool({"convert", "a.json", "b.orvo"}, folder_);
     EXPECT_THAT(outcome.errors, StartsWith("orvo: a.json: "));
     EXPECT_EQ(outcome.exitCode, 1);
@@ -138,6 +141,15 @@ TEST_F(ConvertTest, AFolderThatMayNotBeWrittenKeepsTheOldFile) {
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(ReadFile(folder_ / "locked/b.orvo"), "old");
     ::chmod((folder_ / "locked").c_str(), 0755);
+}
+
+TEST_F(ConvertTest, ACharacterThatASessionFileCannotHoldIsReplacedAndSaidOnce) {
+    folder_.Write("a.json",
+                  R"({"files": [{"id": 1, "path": "/a\ud800b", "recoveryId": "\ud800"}]})");
+    const Outcome outcome = RunTool({"convert", "a.json", "a.orvo"}, folder_);
+    EXPECT_EQ(outcome.errors,
+              "orvo: a.orvo: saved: characters that XML cannot carry were replaced by U+FFFD\n");
+    EXPECT_EQ(outcome.exitCode, 0);
 }
 
 TEST_F(ConvertTest, MediaAreFoundFromACopyInAnotherFolder) {

@@ -99,8 +99,9 @@ TEST_F(InfoTest, ReadsStandardInputWithPathsRelativeToTheWorkingDirectory) {
 }
 
 TEST_F(InfoTest, ShowsWhatATerminalWouldObeyAsText) {
-    folder_.Write("a.orvo",
-                  "<?xml version='1.1'?><orvo><audioDevice inputID='&#x1b;[31m' outputID=''/></orvo>");
+    folder_.Write(
+        "a.orvo",
+        "<?xml version='1.1'?><orvo><audioDevice inputID='&#x1b;[31m' outputID=''/></orvo>");
     const Outcome outcome = RunTool({"info", "a.orvo"}, folder_);
     EXPECT_THAT(outcome.output, HasSubstr("\\x1b[31m"));
 }
@@ -112,6 +113,10 @@ struct BadFile {
     const char* content;
     const char* message;
 };
+
+void PrintTo(const BadFile& file, std::ostream* stream) {
+    *stream << file.description;
+}
 
 class BadContentTest : public testing::TestWithParam<BadFile> {};
 

@@ -17,7 +17,8 @@ TEST(NearMatches, FindsASlipOfThePen) {
 }
 
 TEST(NearMatches, IgnoresCase) {
-    EXPECT_THAT(NearMatches("ieditsession.getfile", kNames, 1), ElementsAre("IEditSession.GetFile"));
+    EXPECT_THAT(NearMatches("ieditsession.getfile", kNames, 1),
+                ElementsAre("IEditSession.GetFile"));
 }
 
 TEST(NearMatches, FindsAPartOfAName) {

@@ -21,7 +21,8 @@ const char* const kSmallSession = R"xml(<?xml version="1.0" encoding="UTF-8"?>
 Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folder,
                 const std::string& input) {
     arguments.insert(arguments.begin(), ORVO_TOOL_PATH);
-    return Run({.arguments = std::move(arguments), .input = input, .folder = folder.Path().string()});
+    return Run(
+        {.arguments = std::move(arguments), .input = input, .folder = folder.Path().string()});
 }
 
 Outcome RunToolUnprivileged(std::vector<std::string> arguments, const TemporaryFolder& folder) {

@@ -40,16 +40,18 @@ protected:
 };
 
 TEST_F(TraceTest, ShowsEveryCallOfAReadInOrder) {
-    folder_.Write("a.orvo",
-                  "<orvo><session sampleRate='44100'/><files><file id='3' absolutePath='/a'/></files>"
-                  "</orvo>");
+    folder_.Write(
+        "a.orvo",
+        "<orvo><session sampleRate='44100'/><files><file id='3' absolutePath='/a'/></files>"
+        "</orvo>");
     const Outcome outcome = RunTool({"trace", "a.orvo"}, folder_);
     const std::vector<json> lines = Lines(outcome);
     EXPECT_THAT(Calls(lines),
                 testing::ElementsAre("SetProgress", "SetSampleRate", "SetDuration", "SetBitDepth",
                                      "SetFormatDescription", "SetVersionDependentValue",
                                      "SetProgress", "GetFile", "SetPath", "SetProgress", ""));
-    EXPECT_EQ(lines[1], json::parse(R"({"seq": 2, "object": "IEditSession#1", "call": "SetSampleRate",
+    EXPECT_EQ(lines[1],
+              json::parse(R"({"seq": 2, "object": "IEditSession#1", "call": "SetSampleRate",
                                         "args": [44100]})"));
     EXPECT_EQ(lines[7], json::parse(R"({"seq": 8, "object": "IEditSession#1", "call": "GetFile",
                                         "args": [3], "returns": "IEditFile#2"})"));
@@ -64,11 +66,14 @@ TEST_F(TraceTest, EndsEachFileWithTheResultAndCountsAnewForTheNext) {
     folder_.Write("b.orvo", "<foo/>");
     const Outcome outcome = RunTool({"trace", "a.orvo", "b.orvo", "a.orvo"}, folder_);
     EXPECT_EQ(outcome.output,
-              "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": [0, 7, 0, 0]}\n"
+              "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": "
+              "[0, 7, 0, 0]}\n"
               "{\"result\": 0}\n"
-              "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": [0, 7, 0, 0]}\n"
+              "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": "
+              "[0, 7, 0, 0]}\n"
               "{\"result\": -4}\n"
-              "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": [0, 7, 0, 0]}\n"
+              "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": "
+              "[0, 7, 0, 0]}\n"
               "{\"result\": 0}\n");
     EXPECT_THAT(outcome.errors, HasSubstr("b.orvo:1:1: the root element is <foo>"));
     EXPECT_EQ(outcome.exitCode, 1);
@@ -94,35 +99,43 @@ TEST_F(TraceTest, ANullOperationReturnsNullEachTime) {
 }
 
 TEST_F(TraceTest, AnUnknownNullOperationIsAUsageErrorThatListsNearOnes) {
-    const Outcome outcome = RunTool({"trace", "--null", "IEditSession.GetFiles", "a.orvo"}, folder_);
+    const Outcome outcome =
+        RunTool({"trace", "--null", "IEditSession.GetFiles", "a.orvo"}, folder_);
     EXPECT_THAT(outcome.errors, HasSubstr("IEditSession.GetFile"));
     EXPECT_EQ(outcome.output, "");
     EXPECT_EQ(outcome.exitCode, 2);
 }
 
 TEST_F(TraceTest, AnOperationThatReturnsNothingCannotReturnNull) {
-    const Outcome outcome = RunTool({"trace", "--null", "IEditSession.SetSampleRate", "a.orvo"}, folder_);
+    const Outcome outcome =
+        RunTool({"trace", "--null", "IEditSession.SetSampleRate", "a.orvo"}, folder_);
     EXPECT_EQ(outcome.exitCode, 2);
 }
 
 TEST_F(TraceTest, AFeatureIsSwitchedOnOrOffOnly) {
-    EXPECT_EQ(RunTool({"trace", "--feature", "Tembra.InstrumentTracks=maybe", "a.orvo"}, folder_).exitCode, 2);
+    EXPECT_EQ(RunTool({"trace", "--feature", "Tembra.InstrumentTracks=maybe", "a.orvo"}, folder_)
+                  .exitCode,
+              2);
     EXPECT_EQ(RunTool({"trace", "--feature", "=on", "a.orvo"}, folder_).exitCode, 2);
     folder_.Write("a.orvo", "<orvo/>");
-    EXPECT_EQ(RunTool({"trace", "--feature", "Tembra.InstrumentTracks=off", "a.orvo"}, folder_).exitCode, 0);
+    EXPECT_EQ(
+        RunTool({"trace", "--feature", "Tembra.InstrumentTracks=off", "a.orvo"}, folder_).exitCode,
+        0);
 }
 
 TEST_F(TraceTest, OptionsTakeOneValueSoThatFilesMayFollow) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = RunTool({"trace", "--null", "IEditSession.GetFile", "--null",
-                                     "IEditSession.GetLogTarget", "a.orvo"}, folder_);
+                                     "IEditSession.GetLogTarget", "a.orvo"},
+                                    folder_);
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
 }
 
 TEST_F(TraceTest, WhatTheParserSaysGoesToTheLogTarget) {
     folder_.Write("a.orvo", "<orvo>\n<files>\n</orvo>");
     EXPECT_THAT(Calls(Lines(RunTool({"trace", "a.orvo"}, folder_))), Contains("LogMessage"));
-    const std::vector<json> without = Lines(RunTool({"trace", "--no-log-target", "a.orvo"}, folder_));
+    const std::vector<json> without =
+        Lines(RunTool({"trace", "--no-log-target", "a.orvo"}, folder_));
     EXPECT_THAT(Calls(without), Contains("GetLogTarget"));
     EXPECT_THAT(Calls(without), Not(Contains("LogMessage")));
     EXPECT_EQ(without.back(), json::parse(R"({"result": -4})"));

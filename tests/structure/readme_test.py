@@ -2,7 +2,7 @@
 """Checks that README.md tells the truth: its commands give the output that it shows, and its program is
 compiled and run.
 
-    readme_test.py ROOT ORVO PLUGIN COMPILER SANITIZERS
+    readme_test.py ROOT ORVO PLUGIN COMPILER -fsanitize=SANITIZERS
 
 In a ```console block, a line that begins with "$ " is a command, run in ROOT with the built tool in place of
 build/release/bin/orvo; the lines up to the next command are its output. The ```cpp block is a host that
@@ -46,8 +46,8 @@ def check_program(root, plugin, compiler, sanitizers, program):
         source, host = Path(folder, "host.cpp"), Path(folder, "host")
         source.write_text(program, "utf-8")
         flags = ["-std=c++20", "-Wall", "-Wextra", "-Werror", "-I", root]
-        if sanitizers:
-            flags.append(f"-fsanitize={sanitizers}")
+        if sanitizers != "-fsanitize=":
+            flags.append(sanitizers)
         subprocess.run([compiler, *flags, source, "-o", host], check=True)
         run = subprocess.run([host, plugin, root / SESSION], capture_output=True, text=True, check=False)
     print(run.stdout, run.stderr, sep="")

@@ -27,15 +27,17 @@ TEST(TextPlaces, WideEncodingsHaveNoByteSizedMarkup) {
 }
 
 TEST(TextPlaces, WellFormedUtf8HasNoMalformedByte) {
-    EXPECT_EQ(FindMalformedUtf8("a\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEF\xBF\xBF\xF0\x90\x80\x80"
-                                "\xF4\x8F\xBF\xBF"),
-              std::nullopt);
+    EXPECT_EQ(
+        FindMalformedUtf8("a\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEF\xBF\xBF\xF0\x90\x80\x80"
+                          "\xF4\x8F\xBF\xBF"),
+        std::nullopt);
 }
 
 TEST(TextPlaces, EveryMalformedSequenceIsFoundAtItsFirstByte) {
     for (const std::string_view text :
-         {"ab\x80", "ab\xC0\x80", "ab\xC1\xBF", "ab\xE0\x9F\xBF", "ab\xED\xA0\x80", "ab\xF0\x8F\xBF\xBF",
-          "ab\xF4\x90\x80\x80", "ab\xF5\x80\x80\x80", "ab\xFF", "ab\xC3", "ab\xE2\x82", "ab\xC3(" }) {
+         {"ab\x80", "ab\xC0\x80", "ab\xC1\xBF", "ab\xE0\x9F\xBF", "ab\xED\xA0\x80",
+          "ab\xF0\x8F\xBF\xBF", "ab\xF4\x90\x80\x80", "ab\xF5\x80\x80\x80", "ab\xFF", "ab\xC3",
+          "ab\xE2\x82", "ab\xC3("}) {
         EXPECT_EQ(FindMalformedUtf8(text), 2u) << testing::PrintToString(text);
     }
 }
