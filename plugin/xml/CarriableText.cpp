@@ -8,8 +8,12 @@ namespace {
 
 constexpr char16_t kReplacement = u'\uFFFD';
 
-bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+bool IsHighSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool IsLowSurrogate(char16_t unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
 bool IsUnpairedSurrogate(std::u16string_view text, std::size_t at) {
     if (IsHighSurrogate(text[at])) {
@@ -46,8 +50,12 @@ std::u16string Replaced(std::u16string_view text, IsLost isLost) {
 
 }  // namespace
 
-std::u16string CarriableText(std::u16string_view text) { return Replaced(text, IsLostEverywhere); }
+std::u16string CarriableText(std::u16string_view text) {
+    return Replaced(text, IsLostEverywhere);
+}
 
-std::u16string CarriableContent(std::u16string_view text) { return Replaced(text, IsLostInContent); }
+std::u16string CarriableContent(std::u16string_view text) {
+    return Replaced(text, IsLostInContent);
+}
 
 }  // namespace tses

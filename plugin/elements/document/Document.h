@@ -14,9 +14,9 @@ struct DocumentVersion {
     kelcore::int32 minor = 0;
 };
 
-/// Fills the document element from the session, for the file at `path`. The three children are written
-/// until one fails; the host's progress goes on to the end all the same, each step telling, as 1 or 0,
-/// whether the version could be set.
+/// Fills the document element from the session, for the file at `path`. The three children are
+/// written until one fails; the host's progress goes on to the end all the same, each step telling,
+/// as 1 or 0, whether the version could be set.
 bool WriteDocument(SessionXMLWriter& writer, const HostReference<IQuerySession>& session,
                    const std::u16string& path);
 
