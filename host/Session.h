@@ -162,8 +162,7 @@ struct IQuerySession : IHostObject {
     virtual kelcore::uint32 GetClipGroupCount() = 0;
     /// A clip group.
     virtual IQueryClipGroup* GetClipGroup(kelcore::uint32 index) = 0;
-    /// The metronome's settings. Must not be null: what is stored after them would then stand
-    /// outside the session and be lost to a reader.
+    /// The metronome's settings. Must not be null: without them the write fails.
     virtual IQueryMetronomeInfo* GetMetronomeInfo() = 0;
     /// The selected time range, in samples. This and every other output is set to 0 (false; pan
     /// power: -3) before the call, so that one which the host leaves alone has that value.

@@ -1,7 +1,6 @@
 #include "platform/kelcore/BinaryText.h"
 
 #include <algorithm>
-#include <memory>
 #include <new>
 #include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/util/Base64.hpp>
@@ -14,19 +13,16 @@ namespace {
 /// fails.
 class CallMemory final : public xercesc::MemoryManager {
 public:
-    void* allocate(XMLSize_t size) override {
-        blocks_.push_back(std::make_unique_for_overwrite<byte[]>(size));
-        return blocks_.back().get();
-    }
+    void* allocate(XMLSize_t size) override { return blocks_.emplace_back(size).data(); }
 
     void deallocate(void* block) override {
-        std::erase_if(blocks_, [block](const auto& owned) { return owned.get() == block; });
+        std::erase_if(blocks_, [block](const auto& owned) { return owned.data() == block; });
     }
 
     xercesc::MemoryManager* getExceptionMemoryManager() override { return this; }
 
 private:
-    std::vector<std::unique_ptr<byte[]>> blocks_;
+    std::vector<std::vector<byte>> blocks_;
 };
 
 bool IsWhiteSpace(char character) {

@@ -79,7 +79,8 @@ SplitPath Split(std::string path) {
 /// What the link at `path` says, or nothing if no link stands there.
 std::optional<std::string> ReadLink(const std::string& path) {
     std::array<char, PATH_MAX> text;
-    const ssize_t length = readlink(path.c_str(), text.data(), text.size());
+    const ssize_t length =
+        Uninterrupted([&] { return readlink(path.c_str(), text.data(), text.size()); });
     if (length >= 0) {
         return std::string(text.data(), static_cast<std::size_t>(length));
     }
@@ -106,7 +107,7 @@ SplitPath FollowLinks(const std::string& path) {
 /// write.
 void CheckPath(const std::string& path) {
     struct stat status;
-    if (stat(path.c_str(), &status) == 0) {
+    if (Uninterrupted([&] { return stat(path.c_str(), &status); }) == 0) {
         if (S_ISDIR(status.st_mode)) {
             Fail("it is a folder", EISDIR);
         }
@@ -142,7 +143,10 @@ void CheckReplaceable(const ReplacementTarget& target) {
     if ((target.old->st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) {
         Fail("it is write-protected", EACCES);
     }
-    if (faccessat(target.folder.Number(), target.name.c_str(), W_OK, AT_EACCESS) != 0) {
+    const int result = Uninterrupted([&target] {
+        return faccessat(target.folder.Number(), target.name.c_str(), W_OK, AT_EACCESS);
+    });
+    if (result != 0) {
         FailWith(errno);
     }
 }
@@ -154,7 +158,10 @@ ReplacementTarget FindTarget(const std::string& path) {
     OpenFolder(place.folder, target);
     target.name = std::move(place.name);
     struct stat status;
-    if (fstatat(target.folder.Number(), target.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
+    const int result = Uninterrupted([&] {
+        return fstatat(target.folder.Number(), target.name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
+    });
+    if (result == 0) {
         target.old = status;
         CheckReplaceable(target);
     } else if (errno != ENOENT) {
@@ -211,12 +218,18 @@ bool IsTemporaryName(std::string_view name, std::string_view prefix) {
            name.find_first_not_of(kHexDigits, prefix.size()) == std::string_view::npos;
 }
 
+/// Marks a temporary file as held by a running program; false if another holds it, or if the file
+/// system has no locks.
+bool Lock(const Descriptor& file) {
+    return Uninterrupted([&file] { return flock(file.Number(), LOCK_EX | LOCK_NB); }) == 0;
+}
+
 /// Removes a temporary file unless a running program holds it. In doubt it stays.
 void RemoveIfAbandoned(int folder, const char* name) {
     const Descriptor stray = OpenAt(folder, name, O_WRONLY | O_NONBLOCK);
     struct stat status;
     if (stray.IsOpen() && fstat(stray.Number(), &status) == 0 && S_ISREG(status.st_mode) &&
-        flock(stray.Number(), LOCK_EX | LOCK_NB) == 0) {
+        Lock(stray)) {
         unlinkat(folder, name, 0);
     }
 }
@@ -244,18 +257,35 @@ void RemoveStrays(int folder, std::string_view prefix) {
 
 // ---- What the new file takes over from the old one
 
+/// A want of room or a broken disk fails the replacement; a property that this user or this file
+/// system does not take is left behind.
+bool MustFail(int systemError) {
+    return systemError == ENOSPC || systemError == EDQUOT || systemError == EIO ||
+           systemError == ENOMEM;
+}
+
 struct Kept {
     bool owner;
     bool group;
 };
 
+bool ChangeOwner(int file, uid_t owner, gid_t group) {
+    if (Uninterrupted([=] { return fchown(file, owner, group); }) == 0) {
+        return true;
+    }
+    if (MustFail(errno)) {
+        FailWith(errno);
+    }
+    return false;
+}
+
 Kept TakeOverOwner(int file, const struct stat& old) {
-    constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
-    if (fchown(file, old.st_uid, old.st_gid) == 0) {
+    constexpr auto kSameOwner = static_cast<uid_t>(-1);
+    if (ChangeOwner(file, old.st_uid, old.st_gid)) {
         return {true, true};
     }
+    const bool group = ChangeOwner(file, kSameOwner, old.st_gid);
     struct stat now;
-    const bool group = fchown(file, kSameOwner, old.st_gid) == 0;
     return {fstat(file, &now) == 0 && now.st_uid == old.st_uid, group};
 }
 
@@ -265,24 +295,18 @@ bool BelongsToContent(std::string_view attribute) {
            attribute == "security.evm";
 }
 
-/// A want of room or a broken disk fails the replacement; an attribute that this user or this file
-/// system does not take is left behind.
-bool MustFail(int systemError) {
-    return systemError == ENOSPC || systemError == EDQUOT || systemError == EIO ||
-           systemError == ENOMEM;
-}
-
 /// Calls `read(buffer, size)` as the calls for attributes want it: first for the size, then for the
 /// bytes, again if it has grown in between. Nothing if there is nothing to be had.
 template <typename Read>
 std::optional<std::vector<char>> ReadAll(Read read) {
     std::vector<char> bytes;
     for (;;) {
-        const ssize_t size = read(nullptr, std::size_t{0});
+        const ssize_t size = Uninterrupted([&] { return read(nullptr, std::size_t{0}); });
         if (size > 0) {
             bytes.resize(static_cast<std::size_t>(size));
         }
-        const ssize_t got = size > 0 ? read(bytes.data(), bytes.size()) : size;
+        const ssize_t got =
+            size > 0 ? Uninterrupted([&] { return read(bytes.data(), bytes.size()); }) : size;
         if (got >= 0) {
             bytes.resize(static_cast<std::size_t>(got));
             return bytes;
@@ -304,7 +328,9 @@ bool CopyAttribute(int from, int to, const char* name) {
     if (!value) {
         return false;
     }
-    if (fsetxattr(to, name, value->data(), value->size(), 0) == 0) {
+    const int result =
+        Uninterrupted([&] { return fsetxattr(to, name, value->data(), value->size(), 0); });
+    if (result == 0) {
         return true;
     }
     if (MustFail(errno)) {
@@ -316,7 +342,9 @@ bool CopyAttribute(int from, int to, const char* name) {
 /// @returns false if the old file has an access list that the new one could not be given.
 bool TakeOverAttributes(int from, int to) {
     // The folder may have given the new file a list of its own.
-    fremovexattr(to, kAccessList);
+    if (Uninterrupted([to] { return fremovexattr(to, kAccessList); }) != 0 && MustFail(errno)) {
+        FailWith(errno);
+    }
     const auto names =
         ReadAll([=](char* buffer, std::size_t size) { return flistxattr(from, buffer, size); });
     if (!names) {
@@ -348,8 +376,12 @@ void TakeOverProperties(const ReplacementTarget& target, int file) {
     const Kept kept = TakeOverOwner(file, *target.old);
     const Descriptor old =
         OpenAt(target.folder.Number(), target.name.c_str(), O_RDONLY | O_NONBLOCK);
+    if (!old.IsOpen() && errno != EACCES && errno != EPERM) {
+        FailWith(errno);
+    }
     const bool accessListKept = old.IsOpen() && TakeOverAttributes(old.Number(), file);
-    if (fchmod(file, ModeFor(*target.old, kept.owner, kept.group && accessListKept)) != 0) {
+    const mode_t mode = ModeFor(*target.old, kept.owner, kept.group && accessListKept);
+    if (Uninterrupted([=] { return fchmod(file, mode); }) != 0) {
         FailWith(errno);
     }
 }
@@ -398,8 +430,7 @@ bool TemporaryFile::TryName(mode_t mode) {
         Fail("no new file can be made in its folder: " + Describe(systemError), systemError);
     }
     // A file system without locks has no use for them: nothing there is ever taken for a stray.
-    const bool lockedElsewhere =
-        flock(file_.Number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    const bool lockedElsewhere = !Lock(file_) && errno == EWOULDBLOCK;
     struct stat status;
     const bool removed = fstat(file_.Number(), &status) == 0 && status.st_nlink == 0;
     if (lockedElsewhere || removed) {

@@ -68,11 +68,9 @@ private:
         if (name.empty() || name == kThisFolder) {
             return;
         }
-        if (name != kParentFolder) {
-            names_.push_back(name);
-        } else if (!names_.empty() && names_.back() != kParentFolder) {
+        if (name == kParentFolder && !names_.empty() && names_.back() != kParentFolder) {
             names_.pop_back();
-        } else if (!absolute_) {
+        } else if (name != kParentFolder || !absolute_) {
             names_.push_back(name);
         }
     }

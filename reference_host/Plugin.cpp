@@ -1,0 +1,52 @@
+#include "reference_host/Plugin.h"
+
+#include "reference_host/FileReference.h"
+
+namespace refhost {
+
+// What the plug-in is passed is the interface, not the object behind it: the pointers may differ,
+// and it casts back to the interface.
+
+Plugin::Plugin(const std::filesystem::path& library)
+    : library_(library), registrar_(Ref<Registrar>::Adopt(new Registrar)) {
+    tses::IPlugInRegistrar* const argument = registrar_.Get();
+    const tses::SessionResult result = Call(tses::SessionSelector::Initialize, argument);
+    if (result != tses::SessionResult::Ok) {
+        throw PluginError(library.string() + " refuses to initialise (result " +
+                          std::to_string(static_cast<std::int32_t>(result)) +
+                          "); it may need another version of the host");
+    }
+}
+
+Plugin::~Plugin() {
+    Call(tses::SessionSelector::Terminate, nullptr);
+}
+
+tses::SessionResult Plugin::Read(const std::u16string& path, tses::IEditSession& session) {
+    const tses::SessionResult named = SetFilePath(path);
+    return named == tses::SessionResult::Ok ? Call(tses::SessionSelector::ReadSession, &session)
+                                            : named;
+}
+
+tses::SessionResult Plugin::Write(const std::u16string& path, tses::IQuerySession& session) {
+    const tses::SessionResult named = SetFilePath(path);
+    return named == tses::SessionResult::Ok ? Call(tses::SessionSelector::WriteSession, &session)
+                                            : named;
+}
+
+void Plugin::ReleaseContext() {
+    Call(tses::SessionSelector::Reserved, nullptr);
+}
+
+tses::SessionResult Plugin::Call(tses::SessionSelector selector, void* argument) {
+    return static_cast<tses::SessionResult>(
+        library_.Call(static_cast<std::int32_t>(selector), argument));
+}
+
+tses::SessionResult Plugin::SetFilePath(const std::u16string& path) {
+    const auto reference = Ref<FileReference>::Adopt(new FileReference(path));
+    tses::IHostFileRef* const argument = reference.Get();
+    return Call(tses::SessionSelector::SetFilePath, argument);
+}
+
+}  // namespace refhost

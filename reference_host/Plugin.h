@@ -1,0 +1,48 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "host/Session.h"
+#include "host/SessionInterface.h"
+#include "reference_host/PluginLibrary.h"
+#include "reference_host/Ref.h"
+#include "reference_host/Registrar.h"
+
+namespace refhost {
+
+/// A plug-in that is ready to work: loaded and initialised, and terminated before it is unloaded.
+/// One thread at a time, and one plug-in of a library at a time: its state belongs to the library.
+class Plugin {
+public:
+    /// @throws PluginError as `PluginLibrary`, or if the plug-in refuses to initialise.
+    explicit Plugin(const std::filesystem::path& library = DefaultPluginPath());
+    ~Plugin();
+    Plugin(const Plugin&) = delete;
+    Plugin& operator=(const Plugin&) = delete;
+
+    /// What the plug-in said of itself.
+    const Registrar& Registration() const { return *registrar_; }
+
+    /// Any call at all.
+    std::int32_t Call(std::int32_t selector, void* argument) {
+        return library_.Call(selector, argument);
+    }
+
+    /// Names the file, then reads it into `session` or writes `session` to it. The path is taken as
+    /// it is; an empty one fails.
+    tses::SessionResult Read(const std::u16string& path, tses::IEditSession& session);
+    tses::SessionResult Write(const std::u16string& path, tses::IQuerySession& session);
+
+    /// Makes the plug-in let go of the context of its last write, if it holds one.
+    void ReleaseContext();
+
+private:
+    tses::SessionResult Call(tses::SessionSelector selector, void* argument);
+    tses::SessionResult SetFilePath(const std::u16string& path);
+
+    PluginLibrary library_;
+    Ref<Registrar> registrar_;
+};
+
+}  // namespace refhost

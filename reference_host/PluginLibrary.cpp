@@ -1,0 +1,59 @@
+#include "reference_host/PluginLibrary.h"
+
+#include <dlfcn.h>
+
+#include <cstdlib>
+#include <string>
+
+namespace refhost {
+namespace {
+
+constexpr char kPluginVariable[] = "ORVO_PLUGIN";
+constexpr char kHowToName[] = "name the built plug-in with the environment variable ORVO_PLUGIN";
+
+std::string LoaderMessage() {
+    const char* const message = dlerror();
+    return message != nullptr ? message : "the system does not say why";
+}
+
+void* Load(const std::filesystem::path& path) {
+    std::error_code ignored;
+    if (!std::filesystem::exists(path, ignored)) {
+        throw PluginError("no plug-in at " + path.string() + "; build it, or " + kHowToName);
+    }
+    // With its folder, so that the loader does not look for it elsewhere.
+    const std::filesystem::path absolute = std::filesystem::absolute(path);
+    if (void* const handle = dlopen(absolute.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+        return handle;
+    }
+    throw PluginError("cannot load " + path.string() + " as a library (" + LoaderMessage() + "); " +
+                      kHowToName);
+}
+
+}  // namespace
+
+std::filesystem::path DefaultPluginPath() {
+    const char* const named = std::getenv(kPluginVariable);
+    if (named != nullptr && *named != '\0') {
+        return named;
+    }
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    return (program.parent_path() / "../lib/OrvoNative.so").lexically_normal();
+}
+
+PluginLibrary::PluginLibrary(const std::filesystem::path& path) : handle_(Load(path)) {
+    void* const symbol = dlsym(handle_, tses::kSessionInterfaceName);
+    if (symbol == nullptr) {
+        dlclose(handle_);
+        throw PluginError(path.string() +
+                          " is a library but no session plug-in: it lacks the function " +
+                          tses::kSessionInterfaceName + "; " + kHowToName);
+    }
+    function_ = reinterpret_cast<tses::SessionInterfaceFunction*>(symbol);
+}
+
+PluginLibrary::~PluginLibrary() {
+    dlclose(handle_);
+}
+
+}  // namespace refhost

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "host/SessionInterface.h"
+
+namespace refhost {
+
+/// Why a plug-in could not be loaded or made ready: which file, what is wrong with it, what to do.
+class PluginError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Where the plug-in is: what the environment variable ORVO_PLUGIN names, else ../lib/OrvoNative.so
+/// as seen from the folder of the running program.
+std::filesystem::path DefaultPluginPath();
+
+/// A loaded plug-in library; unloaded by the destructor.
+class PluginLibrary {
+public:
+    /// @throws PluginError if there is no such file, it is no library, or it lacks the function.
+    explicit PluginLibrary(const std::filesystem::path& path);
+    ~PluginLibrary();
+    PluginLibrary(const PluginLibrary&) = delete;
+    PluginLibrary& operator=(const PluginLibrary&) = delete;
+
+    /// Calls the library's function. Any selector and argument may be tried.
+    std::int32_t Call(std::int32_t selector, void* argument) const {
+        return function_(selector, argument);
+    }
+
+private:
+    void* handle_;
+    tses::SessionInterfaceFunction* function_ = nullptr;
+};
+
+}  // namespace refhost

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/kelcore/Types.h"
+
+namespace refhost {
+
+/// One report of a read or write: `done` of `total` steps are complete.
+struct Progress {
+    kelcore::uint32 done = 0;
+    kelcore::uint32 total = 0;
+    kelcore::uint32 reserved = 0;
+    /// In a write, from the second report on: 1 if the document's version could be set.
+    kelcore::uint32 flag = 0;
+
+    friend bool operator==(const Progress&, const Progress&) = default;
+};
+
+using ProgressListener = std::function<void(const Progress&)>;
+
+}  // namespace refhost

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/Registration.h"
+#include "reference_host/CountedObject.h"
+
+namespace refhost {
+
+/// Takes what a plug-in says of itself and keeps all of it, in order. Made with one reference.
+class Registrar final : public CountedObject<tses::IPlugInRegistrar> {
+public:
+    struct InterfaceVersion {
+        kelcore::int32 a = 0;
+        kelcore::int32 b = 0;
+
+        friend bool operator==(const InterfaceVersion&, const InterfaceVersion&) = default;
+    };
+    struct Identity {
+        std::string guid;
+        std::u16string displayName;
+
+        friend bool operator==(const Identity&, const Identity&) = default;
+    };
+    struct Format {
+        std::u16string name;
+        std::vector<std::u16string> extensions;
+
+        friend bool operator==(const Format&, const Format&) = default;
+    };
+
+    void UnusedSlot3() override {}
+    void DeclareInterfaceVersion(kelcore::int32 a, kelcore::int32 b) override;
+    void UnusedSlot5() override {}
+    void SetPlugInIdentity(const char* guid, const kelcore::char16* displayName) override;
+    void RegisterOpenFormat(const kelcore::char16* formatName,
+                            const kelcore::char16* const* extensions,
+                            kelcore::int32 extensionCount) override;
+    void RegisterSaveFormat(const kelcore::char16* formatName,
+                            const kelcore::char16* const* extensions,
+                            kelcore::int32 extensionCount) override;
+
+    const std::vector<InterfaceVersion>& InterfaceVersions() const { return interfaceVersions_; }
+    const std::vector<Identity>& Identities() const { return identities_; }
+    const std::vector<Format>& OpenFormats() const { return openFormats_; }
+    const std::vector<Format>& SaveFormats() const { return saveFormats_; }
+
+private:
+    std::vector<InterfaceVersion> interfaceVersions_;
+    std::vector<Identity> identities_;
+    std::vector<Format> openFormats_;
+    std::vector<Format> saveFormats_;
+};
+
+}  // namespace refhost

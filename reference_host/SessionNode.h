@@ -1,0 +1,50 @@
+#pragma once
+
+#include <vector>
+
+#include "host/Session.h"
+#include "reference_host/LogTarget.h"
+#include "reference_host/Node.h"
+#include "reference_host/Progress.h"
+#include "reference_host/model/Session.h"
+
+namespace refhost {
+
+class EditSession;
+class QuerySession;
+
+/// A session as the plug-in sees it: the root of all nodes. It owns the model that reading fills
+/// and writing asks.
+class SessionNode final : public DataNode<model::Session> {
+public:
+    /// A session with one reference, which the caller holds.
+    static Ref<SessionNode> Make(model::Session session = {});
+
+    /// The faces; they live as long as the node is referenced.
+    tses::IEditSession& Edit();
+    tses::IQuerySession& Query();
+
+    /// Where the parser's messages go; none by default.
+    void SetLogTarget(Ref<LogTarget> target) { logTarget_ = std::move(target); }
+    LogTarget* GetLogTarget() const { return logTarget_.Get(); }
+
+    /// Hears each report of progress as it comes.
+    void SetProgressListener(ProgressListener listener) { listener_ = std::move(listener); }
+    void Report(const Progress& progress);
+
+    /// All reports so far.
+    const std::vector<Progress>& Reports() const { return reports_; }
+
+private:
+    explicit SessionNode(model::Session session);
+    ~SessionNode() override;
+
+    model::Session session_;
+    std::unique_ptr<EditSession> edit_;
+    std::unique_ptr<QuerySession> query_;
+    Ref<LogTarget> logTarget_;
+    ProgressListener listener_;
+    std::vector<Progress> reports_;
+};
+
+}  // namespace refhost

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/Session.h"
+#include "host/SessionInterface.h"
+#include "reference_host/Plugin.h"
+#include "reference_host/Progress.h"
+#include "reference_host/Ref.h"
+#include "reference_host/model/Session.h"
+
+/// Session files through a plug-in, as values.
+namespace refhost {
+
+/// Switches on what the application switches on. Call before the plug-in is made: it asks once.
+void UseFeatureDefaults();
+
+struct ReadOptions {
+    /// Without a log target nothing is told of errors, and reading goes on after those that the
+    /// parser can recover from.
+    bool logTarget = true;
+    /// Puts an object between plug-in and session: it is given the session and returns what the
+    /// plug-in gets to see. Empty: the session itself.
+    std::function<Ref<tses::IEditSession>(tses::IEditSession& session)> wrap{};
+    /// Hears each report of progress.
+    ProgressListener progress{};
+};
+
+struct ReadResult {
+    tses::SessionResult result = tses::SessionResult::Ok;
+    /// What was read. After a failure: what was read until then, which a host discards.
+    model::Session session{};
+    /// What the parser said, a line each, without line ends.
+    std::vector<std::u16string> messages{};
+};
+
+/// Reads a session file into a new session.
+ReadResult ReadSession(Plugin& plugin, const std::u16string& path, const ReadOptions& options = {});
+
+struct WriteOptions {
+    /// As in `ReadOptions`.
+    std::function<Ref<tses::IQuerySession>(tses::IQuerySession& session)> wrap{};
+    ProgressListener progress{};
+};
+
+struct WriteResult {
+    tses::SessionResult result = tses::SessionResult::Ok;
+    /// Why the file could not be saved, in words for people (UTF-8), if the plug-in said why.
+    std::vector<std::string> messages{};
+};
+
+/// Writes a session to a file. The plug-in holds nothing of it afterwards. While it runs, the
+/// output of kelcore::trace is diverted to collect the messages; afterwards it is standard error.
+WriteResult WriteSession(Plugin& plugin, const std::u16string& path, model::Session session,
+                         const WriteOptions& options = {});
+
+}  // namespace refhost

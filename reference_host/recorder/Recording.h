@@ -1,0 +1,267 @@
+#pragma once
+
+#include <boost/core/demangle.hpp>
+#include <concepts>
+#include <cstdint>
+#include <exception>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <typeindex>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "host/HostObject.h"
+#include "host/Session.h"
+#include "reference_host/recorder/CallRecord.h"
+#include "reference_host/recorder/Recorder.h"
+
+/// What the stand-ins of a recorder are made of. Only the recorder's own files include this.
+namespace refhost {
+
+/// A stand-in, whatever its interface: what the recording owns.
+class AnyStandIn {
+public:
+    virtual ~AnyStandIn() = default;
+    virtual tses::IHostObject& Face() = 0;
+};
+
+/// The stand-in for an interface; specialised for each, next to each other.
+template <class Interface>
+class StandIn;
+
+/// The private interface that objects of a public one may cast to, where there is one.
+template <class Interface>
+struct PrivateInterface {
+    using type = void;
+};
+
+/// The state that all stand-ins of one recorder share.
+class Recording {
+public:
+    explicit Recording(Recorder::Options options) : options_(std::move(options)) {}
+    Recording(const Recording&) = delete;
+    Recording& operator=(const Recording&) = delete;
+
+    /// The stand-in for a host object, always the same one for the same object; null for null.
+    template <class Interface>
+    Interface* StandInFor(Interface* real);
+
+    /// The number of an object; a new one for an object that has none.
+    std::uint64_t NumberOf(tses::IHostObject& real);
+
+    bool RecordsReferences() const { return options_.recordReferences; }
+    CallRecord Begin(std::string_view interfaceName, std::uint64_t objectNumber,
+                     std::string_view operation);
+    CallDecision Decide(const CallRecord& call) const;
+    void Report(const CallRecord& call) const;
+
+private:
+    using Key = std::pair<tses::IHostObject*, std::type_index>;
+
+    template <class Interface>
+    std::unique_ptr<AnyStandIn> Make(Interface& real);
+
+    Recorder::Options options_;
+    std::uint64_t sequence_ = 0;
+    std::unordered_map<tses::IHostObject*, std::uint64_t> numbers_;
+    std::map<Key, std::unique_ptr<AnyStandIn>> standIns_;
+};
+
+/// The ways into the graph of stand-ins.
+tses::IEditSession& StandInForSession(Recording& recording, tses::IEditSession& session);
+tses::IQuerySession& StandInForSession(Recording& recording, tses::IQuerySession& session);
+
+/// "IEditFile" for `tses::IEditFile`.
+template <class Interface>
+const std::string& InterfaceName() {
+    static const std::string name = [] {
+        const std::string full = boost::core::demangle(typeid(Interface).name());
+        return full.substr(full.rfind(':') + 1);
+    }();
+    return name;
+}
+
+/// An argument that the operation only writes to.
+struct OutputArgument {};
+
+template <class Parameter>
+inline constexpr bool kIsOutput = (std::is_lvalue_reference_v<Parameter> &&
+                                   !std::is_const_v<std::remove_reference_t<Parameter>>) ||
+                                  (std::is_pointer_v<Parameter> &&
+                                   !std::is_const_v<std::remove_pointer_t<Parameter>> &&
+                                   std::is_arithmetic_v<std::remove_pointer_t<Parameter>>);
+
+template <class Number>
+requires std::is_arithmetic_v<Number> TraceValue ToTraceValue(Number value) {
+    if constexpr (std::same_as<Number, bool> || std::floating_point<Number>) {
+        return value;
+    } else if constexpr (std::signed_integral<Number>) {
+        return static_cast<std::int64_t>(value);
+    } else {
+        return static_cast<std::uint64_t>(value);
+    }
+}
+TraceValue ToTraceValue(const kelcore::char16* text);
+TraceValue ToTraceValue(tses::IHostString* text);
+
+/// Lists the arguments of a call, a pointer with its count as one.
+struct ArgumentList {
+    std::vector<TraceValue>& values;
+
+    void Add() const {}
+    template <class... Rest>
+    void Add(OutputArgument, Rest... rest) const {
+        Add(rest...);
+    }
+    template <class Element, class... Rest>
+    requires std::same_as<Element, kelcore::uint32> || std::same_as<Element, kelcore::byte>
+    void Add(const Element* data, kelcore::uint32 count, Rest... rest) const {
+        values.emplace_back(std::vector<Element>(data, data + count));
+        Add(rest...);
+    }
+    template <class First, class... Rest>
+    void Add(First first, Rest... rest) const {
+        values.push_back(ToTraceValue(first));
+        Add(rest...);
+    }
+};
+
+/// Lists what a call left in its outputs.
+struct OutputList {
+    std::vector<TraceValue>& values;
+
+    template <class Parameter>
+    void Add(std::type_identity_t<Parameter> argument) const {
+        if constexpr (std::is_lvalue_reference_v<Parameter>) {
+            values.push_back(ToTraceValue(argument));
+        } else if constexpr (kIsOutput<Parameter> && !std::same_as<Parameter, kelcore::byte*>) {
+            values.push_back(ToTraceValue(*argument));
+        }
+    }
+};
+
+/// Forwards the calls of one interface to the host's object, and holds a reference to it.
+template <class Interface>
+class Forwarder : public Interface, public AnyStandIn {
+public:
+    Forwarder(Recording& recording, Interface& real)
+        : recording_(recording), real_(real), number_(recording.NumberOf(real)) {
+        real_.AddReference();
+    }
+    ~Forwarder() override { real_.Release(); }
+
+    void AddReference() final {
+        ReportCounting("AddReference");
+        real_.AddReference();
+    }
+    void Release() final {
+        ReportCounting("Release");
+        real_.Release();
+    }
+    tses::IHostObject& Face() final { return *this; }
+
+protected:
+    template <class Declaring, class Result, class... Parameters>
+    Result Call(std::string_view operation, Result (Declaring::*member)(Parameters...),
+                std::type_identity_t<Parameters>... arguments) {
+        CallRecord record = recording_.Begin(InterfaceName<Declaring>(), number_, operation);
+        ArgumentList{record.arguments}.Add(Input<Parameters>(arguments)...);
+        const CallDecision decision = recording_.Decide(record);
+        if (decision.kind == CallDecision::Kind::Throw) {
+            recording_.Report(record);
+            std::rethrow_exception(decision.exception);
+        }
+        if constexpr (std::is_pointer_v<Result>) {
+            if (decision.kind == CallDecision::Kind::ReturnNull) {
+                return Finish<Result>(record, nullptr);
+            }
+        }
+        if constexpr (std::is_void_v<Result>) {
+            Forward(record, member, arguments...);
+            (OutputList{record.outputs}.template Add<Parameters>(arguments), ...);
+            recording_.Report(record);
+        } else {
+            Result result = Forward(record, member, arguments...);
+            (OutputList{record.outputs}.template Add<Parameters>(arguments), ...);
+            return Finish<Result>(record, result);
+        }
+    }
+
+private:
+    // Reports also a call that an exception leaves.
+    template <class Member, class... Arguments>
+    auto Forward(const CallRecord& record, Member member, Arguments&... arguments) {
+        try {
+            return (real_.*member)(arguments...);
+        } catch (...) {
+            recording_.Report(record);
+            throw;
+        }
+    }
+
+    template <class Parameter>
+    static auto Input(const std::remove_reference_t<Parameter>& argument) {
+        if constexpr (kIsOutput<Parameter>) {
+            return OutputArgument{};
+        } else {
+            return argument;
+        }
+    }
+
+    void ReportCounting(std::string_view operation) {
+        if (recording_.RecordsReferences()) {
+            recording_.Report(recording_.Begin(InterfaceName<Interface>(), number_, operation));
+        }
+    }
+
+    // Notes the result, reports the call, and gives what the caller gets in place of the result.
+    template <class Result>
+    Result Finish(CallRecord& record, Result result) {
+        Result given = result;
+        if constexpr (!std::is_pointer_v<Result> || std::same_as<Result, tses::IHostString*>) {
+            record.value = ToTraceValue(result);
+        } else {
+            using Object = std::remove_pointer_t<Result>;
+            if constexpr (!std::same_as<Object, tses::IHostObject>) {
+                given = recording_.StandInFor(result);
+            }
+            record.returned = ObjectResult{InterfaceName<Object>(),
+                                           result == nullptr ? 0 : recording_.NumberOf(*result)};
+        }
+        recording_.Report(record);
+        return given;
+    }
+
+    Recording& recording_;
+    Interface& real_;
+    std::uint64_t number_;
+};
+
+template <class Interface>
+Interface* Recording::StandInFor(Interface* real) {
+    if (real == nullptr) {
+        return nullptr;
+    }
+    std::unique_ptr<AnyStandIn>& standIn = standIns_[{real, typeid(Interface)}];
+    if (!standIn) {
+        standIn = Make(*real);
+    }
+    return static_cast<Interface*>(&standIn->Face());
+}
+
+template <class Interface>
+std::unique_ptr<AnyStandIn> Recording::Make(Interface& real) {
+    using Private = typename PrivateInterface<Interface>::type;
+    if constexpr (!std::is_void_v<Private>) {
+        if (auto* whole = dynamic_cast<Private*>(&real)) {
+            return std::make_unique<StandIn<Private>>(*this, *whole);
+        }
+    }
+    return std::make_unique<StandIn<Interface>>(*this, real);
+}
+
+}  // namespace refhost

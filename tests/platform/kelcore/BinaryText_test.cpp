@@ -1,0 +1,124 @@
+#include "platform/kelcore/BinaryText.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <new>
+#include <numeric>
+
+#include "tests/platform/support/FailingAllocations.h"
+
+namespace kelcore {
+namespace {
+
+using namespace std::string_view_literals;
+using Bytes = std::vector<byte>;
+
+std::string Encode(const Bytes& bytes) {
+    return EncodeBinaryDataToUTF8String(bytes.data(), bytes.size());
+}
+
+Bytes Decode(std::string_view text) {
+    Bytes bytes{1, 2, 3};
+    EXPECT_TRUE(DecodeBinaryDataFromUTF8String(text, bytes)) << text;
+    return bytes;
+}
+
+// The XML library is never started in this program: all of these show that the codec does not need
+// it.
+
+TEST(BinaryText, EncodesAsBase64InLinesEndedByALineFeed) {
+    EXPECT_EQ(Encode({'f'}), "Zg==\n");
+    EXPECT_EQ(Encode({'f', 'o'}), "Zm8=\n");
+    EXPECT_EQ(Encode({'f', 'o', 'o'}), "Zm9v\n");
+    EXPECT_EQ(Encode({0xFB, 0xFF, 0xFE}), "+//+\n");
+}
+
+TEST(BinaryText, BreaksLinesAfter60Digits) {
+    EXPECT_EQ(Encode(Bytes(45, 0)), std::string(60, 'A') + "\n");
+    EXPECT_EQ(Encode(Bytes(46, 0)), std::string(60, 'A') + "\nAA==\n");
+}
+
+TEST(BinaryText, NoBytesAreAnEmptyText) {
+    EXPECT_EQ(EncodeBinaryDataToUTF8String(nullptr, 0), "");
+    EXPECT_EQ(Decode(""), Bytes());
+    EXPECT_EQ(Decode(" \t\r\n"), Bytes());
+}
+
+TEST(BinaryText, EverySizeReadsBack) {
+    for (std::size_t size = 0; size <= 300; ++size) {
+        Bytes bytes(size);
+        std::iota(bytes.begin(), bytes.end(), static_cast<byte>(size));
+        ASSERT_EQ(Decode(Encode(bytes)), bytes) << size;
+    }
+}
+
+RC_GTEST_PROP(BinaryText, EveryBlockReadsBack, (const Bytes& bytes)) {
+    RC_ASSERT(Decode(Encode(bytes)) == bytes);
+}
+
+TEST(BinaryText, ALargeBlockReadsBack) {
+    Bytes bytes(3'000'001);
+    std::iota(bytes.begin(), bytes.end(), byte{0});
+    EXPECT_EQ(Decode(Encode(bytes)), bytes);
+}
+
+TEST(BinaryText, IgnoresWhiteSpaceWhereverItStands) {
+    const Bytes expected{'f', 'o', 'o', 'b'};
+    EXPECT_EQ(Decode("Zm9vYg=="), expected);
+    EXPECT_EQ(Decode(" \tZ m\r\n9\n\nv Y g = =\n "), expected);
+}
+
+/// Whether `work` throws std::bad_alloc at each of its allocations, and succeeds in the end.
+template <typename Work>
+void ExpectBadAllocAtEveryAllocation(Work work) {
+    for (std::size_t number = 0;; ++number) {
+        bool threw = false;
+        const test::FailingAllocation failure(number);
+        try {
+            work();
+        } catch (const std::bad_alloc&) {
+            threw = true;
+        }
+        ASSERT_EQ(threw, failure.Happened()) << "allocation " << number;
+        if (!threw) {
+            EXPECT_GT(number, 1U);
+            return;
+        }
+    }
+}
+
+TEST(BinaryText, EncodingWithoutMemoryThrowsBadAlloc) {
+    const Bytes bytes(1000, 'x');
+    ExpectBadAllocAtEveryAllocation([&] { Encode(bytes); });
+}
+
+TEST(BinaryText, DecodingWithoutMemoryThrowsBadAlloc) {
+    const std::string text = Encode(Bytes(1000, 'x'));
+    ExpectBadAllocAtEveryAllocation([&] {
+        Bytes bytes;
+        DecodeBinaryDataFromUTF8String(text, bytes);
+    });
+}
+
+TEST(BinaryText, RefusesWhatIsNoEncoding) {
+    const std::string_view wrong[] = {"Z",       "Zg",       "Zg=",     "Z===",    "====",
+                                      "=Zg=",    "Zg==Zg==", "Zm9v!",   "Zm-_",    "Zm9v\0"sv,
+                                      "Zm9\0"sv, "\0"sv,     "Zm9\x80", "Zm9\xFF", "Zm9\xC3\xA9",
+                                      "Zm9v=",   "Zh==",     "Zm9="};
+    for (const auto text : wrong) {
+        Bytes bytes{1, 2, 3};
+        EXPECT_FALSE(DecodeBinaryDataFromUTF8String(text, bytes)) << text;
+        EXPECT_TRUE(bytes.empty()) << text;
+    }
+}
+
+RC_GTEST_PROP(BinaryText, AnyTextIsReadOrRefused, (const std::string& text)) {
+    Bytes bytes;
+    if (!DecodeBinaryDataFromUTF8String(text, bytes)) {
+        RC_ASSERT(bytes.empty());
+    }
+}
+
+}  // namespace
+}  // namespace kelcore

@@ -1,0 +1,115 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/kelcore/Paths.h"
+#include "tests/support/SerializerFixture.h"
+
+// The write driver: order, progress, and that a failure leaves the file alone.
+
+namespace tses {
+namespace {
+
+using refhost::Progress;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class Document : public test::SerializerFixture {
+protected:
+    static refhost::model::Session Sample() {
+        refhost::model::Session session;
+        session.files.push_back({1, u"/a.wav", u"h", u"r", u"i"});
+        session.audioDevice.inputPorts = {{1, u"Mic"}};
+        session.audioDevice.outputPorts = {{1, u"Out"}};
+        return session;
+    }
+};
+
+TEST_F(Document, TheRootCarriesTheHostsVersionAndTheThreeChildrenInOrder) {
+    auto session = Sample();
+    session.formatVersion = {1, 5};
+    const std::string file = *Write(session).file;
+    EXPECT_THAT(file, StartsWith("\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>\n"
+                                 "<orvo version=\"1.5\">\n"));
+    EXPECT_LT(file.find("<session "), file.find("<files>"));
+    EXPECT_LT(file.find("<files>"), file.find("<audioDevice "));
+}
+
+TEST_F(Document, TheVersionsTwoNumbersAreSigned) {
+    auto session = Sample();
+    session.formatVersion = {-1, 20};
+    EXPECT_THAT(*Write(session).file, HasSubstr("<orvo version=\"-1.20\">"));
+}
+
+TEST_F(Document, ProgressIsToldAtTheStartAndAfterEachChild) {
+    EXPECT_THAT(Write(Sample()).progress, ElementsAre(Progress{1, 7, 0, 0}, Progress{2, 7, 0, 1},
+                                                      Progress{3, 7, 0, 1}, Progress{4, 7, 0, 1}));
+}
+
+TEST_F(Document, ProgressTellsAVersionThatCouldNotBeSet) {
+    const auto outcome = WriteWithFault(Sample(), 0);
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_THAT(outcome.progress, ElementsAre(Progress{1, 7, 0, 0}, Progress{2, 7, 0, 0},
+                                              Progress{3, 7, 0, 0}, Progress{4, 7, 0, 0}));
+}
+
+TEST_F(Document, AnEmptyPathFailsBeforeTheHostIsAskedAnything) {
+    const auto outcome = WriteTo(u"", Sample());
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_THAT(outcome.calls, IsEmpty());
+    EXPECT_THAT(outcome.progress, IsEmpty());
+}
+
+TEST_F(Document, AFailureOfAnyOperationMakesNoFile) {
+    std::size_t operation = 0;
+    for (;; ++operation) {
+        const auto outcome = WriteWithFault(Sample(), operation);
+        if (outcome.ok) {
+            break;
+        }
+        ASSERT_FALSE(outcome.file.has_value()) << operation;
+    }
+    // The version, 2 for "session", 4 for the table, 6 for the device and the save.
+    EXPECT_GE(operation, 14u);
+}
+
+TEST_F(Document, AFailureLeavesTheOldFileWhole) {
+    for (std::size_t operation = 0;; ++operation) {
+        folder.Write("session.orvo", "the old session");
+        const auto outcome = WriteWithFault(Sample(), operation);
+        if (outcome.ok) {
+            break;
+        }
+        ASSERT_EQ(*outcome.file, "the old session") << operation;
+    }
+}
+
+TEST_F(Document, AFailureInTheFirstChildKeepsTheOthersFromAskingTheHost) {
+    const auto outcome = WriteWithFault(Sample(), 1);
+    EXPECT_THAT(CallsOf(outcome.calls, "GetFileCount"), IsEmpty());
+    EXPECT_THAT(CallsOf(outcome.calls, "GetInputDeviceId"), IsEmpty());
+}
+
+TEST_F(Document, WritingReadingAndWritingAgainGivesTheSameBytes) {
+    const auto first = Write(Sample());
+    ASSERT_TRUE(first.ok);
+    const auto read = ReadPath(Path());
+    ASSERT_TRUE(read.ok);
+    EXPECT_EQ(*Write(read.session).file, *first.file);
+}
+
+TEST_F(Document, AnExceptionOfTheHostLeavesTheOldFileWhole) {
+    folder.Write("session.orvo", "the old session");
+    for (const char* const operation :
+         {"IQuerySession.GetFormatVersion", "IQuerySession.GetSampleRate", "IQuerySession.GetFile",
+          "IQueryFile.GetPath", "IQuerySession.GetInputPortName"}) {
+        test::HostSetup host;
+        host.faults.Throw(operation, std::make_exception_ptr(42));
+        EXPECT_THROW(Write(Sample(), host), int) << operation;
+        EXPECT_EQ(test::ReadFile(kelcore::PathToBytes(Path())), "the old session") << operation;
+    }
+}
+
+}  // namespace
+}  // namespace tses

@@ -1,0 +1,161 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "platform/kelcore/Paths.h"
+#include "tests/support/SerializerFixture.h"
+
+namespace tses {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+class Files : public test::SerializerFixture {
+protected:
+    /// The calls that "file" with these attributes causes.
+    std::vector<std::string> ReadFileElement(std::string_view attributes) {
+        return ReadInRoot("<files><file " + std::string(attributes) + "/></files>").calls;
+    }
+
+    std::string Absolute(std::string_view name) const { return (folder / name).string(); }
+
+    static refhost::model::Session WithFile(refhost::model::File file) {
+        refhost::model::Session session;
+        session.files.push_back(std::move(file));
+        return session;
+    }
+
+    std::u16string Here(std::string_view name) const { return kelcore::PathFromBytes(Absolute(name)); }
+};
+
+TEST_F(Files, EveryAttributeReachesTheHostInOrderAndThePathAlways) {
+    EXPECT_THAT(ReadFileElement("id='3' absolutePath='/m/a.wav' mediaHandlerID='h' recoveryID='r' "
+                                "importerPrivateSettings='i'"),
+                ElementsAre("IEditSession#1.GetFile(3) -> IEditFile#2", "IEditFile#2.SetPath(\"/m/a.wav\")",
+                            "IEditFile#2.SetMediaHandler(\"h\")", "IEditFile#2.SetRecoveryId(\"r\")",
+                            "IEditFile#2.SetImporterPrivateSettings(\"i\")"));
+}
+
+TEST_F(Files, EmptyTextsCauseNoCallButThePaths) {
+    EXPECT_THAT(ReadFileElement("id='3' mediaHandlerID='' recoveryID='' importerPrivateSettings=''"),
+                ElementsAre("IEditSession#1.GetFile(3) -> IEditFile#2", "IEditFile#2.SetPath(\"\")"));
+}
+
+TEST_F(Files, AFileWithoutAnIdAsksForNone) {
+    EXPECT_THAT(ReadFileElement("absolutePath='/m/a.wav'"),
+                ElementsAre("IEditSession#1.GetFile(4294967295) -> null"));
+}
+
+TEST_F(Files, AnIdThatTheHostDoesNotAcceptIsIgnored) {
+    test::HostSetup host;
+    host.faults.ReturnNull("IEditSession.GetFile");
+    const auto outcome = ReadInRoot("<files><file id='3' absolutePath='/m/a.wav'/></files>", host);
+    EXPECT_TRUE(outcome.ok);
+    EXPECT_THAT(outcome.calls, ElementsAre("IEditSession#1.GetFile(3) -> null"));
+}
+
+TEST_F(Files, ASessionThatMovedWithItsMediaFindsThemByTheRelativePath) {
+    folder.Write("a.wav", "sound");
+    EXPECT_THAT(ReadFileElement("id='3' absolutePath='/gone/a.wav' relativePath='a.wav'"),
+                testing::Contains("IEditFile#2.SetPath(\"" + Absolute("a.wav") + "\")"));
+}
+
+TEST_F(Files, TheAbsolutePathWinsWhereBothLeadToAFile) {
+    folder.Write("a.wav", "sound");
+    folder.Write("b.wav", "sound");
+    EXPECT_THAT(ReadFileElement("id='3' absolutePath='" + Absolute("a.wav") + "' relativePath='b.wav'"),
+                testing::Contains("IEditFile#2.SetPath(\"" + Absolute("a.wav") + "\")"));
+}
+
+TEST_F(Files, TheAbsolutePathIsPassedOnWhereNeitherLeadsToAFile) {
+    EXPECT_THAT(ReadFileElement("id='3' absolutePath='/gone/a.wav' relativePath='b.wav'"),
+                testing::Contains("IEditFile#2.SetPath(\"/gone/a.wav\")"));
+}
+
+TEST_F(Files, TheRelativePathAloneIsResolvedAgainstTheSessionWhetherOrNotItExists) {
+    EXPECT_THAT(ReadFileElement("id='3' relativePath='media/../b.wav'"),
+                testing::Contains("IEditFile#2.SetPath(\"" + Absolute("b.wav") + "\")"));
+}
+
+TEST_F(Files, AnEmptyAbsolutePathCountsAsNone) {
+    EXPECT_THAT(ReadFileElement("id='3' absolutePath='' relativePath='b.wav'"),
+                testing::Contains("IEditFile#2.SetPath(\"" + Absolute("b.wav") + "\")"));
+}
+
+TEST_F(Files, AReadableHandlerNameIsTranslatedAndAnUnknownOneIgnored) {
+    EXPECT_THAT(CallsOf(ReadFileElement("id='3' mediaHandler='Waveform Audio (WAV)'"), "SetMediaHandler"),
+                ElementsAre("IEditFile#2.SetMediaHandler(\"kel.importer.wave\")"));
+    EXPECT_THAT(CallsOf(ReadFileElement("id='3' mediaHandler='No such handler'"), "SetMediaHandler"),
+                IsEmpty());
+}
+
+TEST_F(Files, TheHandlersIdentifierOverridesItsReadableName) {
+    EXPECT_THAT(CallsOf(ReadFileElement("id='3' mediaHandler='Waveform Audio (WAV)' mediaHandlerID='x'"),
+                        "SetMediaHandler"),
+                ElementsAre("IEditFile#2.SetMediaHandler(\"x\")"));
+}
+
+TEST_F(Files, NothingOfOneFileReachesTheNext) {
+    const auto outcome = ReadInRoot(
+        "<files><file id='1' absolutePath='/a' recoveryID='r'/><file id='2'/></files>");
+    ASSERT_EQ(outcome.session.files.size(), 2u);
+    EXPECT_EQ(outcome.session.files[1].path, u"");
+    EXPECT_EQ(outcome.session.files[1].recoveryId, u"");
+}
+
+// Writing
+
+TEST_F(Files, AnEmptyTableIsWritten) {
+    EXPECT_THAT(*Write({}).file, HasSubstr("<files/>"));
+}
+
+TEST_F(Files, BothPathsAreWrittenAndTheRelativeOneFromTheSession) {
+    const auto outcome = Write(WithFile({3, Here("media/a.wav"), u"kel.importer.wave", u"r", u"i"}));
+    EXPECT_THAT(*outcome.file,
+                HasSubstr("<file absolutePath=\"" + Absolute("media/a.wav") +
+                          "\" id=\"3\" importerPrivateSettings=\"i\" mediaHandler=\"Waveform Audio (WAV)\" "
+                          "recoveryID=\"r\" relativePath=\"media/a.wav\"/>"));
+}
+
+TEST_F(Files, AnEmptyPathIsLeftOutWithTheOtherEmptyTexts) {
+    EXPECT_THAT(*Write(WithFile({3, u"", u"kel.importer.wave", u"", u""})).file,
+                HasSubstr("<file id=\"3\" mediaHandler=\"Waveform Audio (WAV)\"/>"));
+}
+
+TEST_F(Files, AHandlerWithoutAReadableNameIsWrittenAsItsIdentifier) {
+    const std::string file = *Write(WithFile({3, u"", u"own.handler", u"", u""})).file;
+    EXPECT_THAT(file, HasSubstr("<file id=\"3\" mediaHandlerID=\"own.handler\"/>"));
+    EXPECT_THAT(file, Not(HasSubstr("mediaHandler=")));
+}
+
+TEST_F(Files, NoHandlerIsWrittenAsAnEmptyIdentifier) {
+    EXPECT_THAT(*Write(WithFile({3, u"", u"", u"", u""})).file,
+                HasSubstr("<file id=\"3\" mediaHandlerID=\"\"/>"));
+}
+
+TEST_F(Files, APathWithoutARelativeFormIsWrittenAlone) {
+    EXPECT_THAT(*Write(WithFile({3, u"media/a.wav", u"h", u"", u""})).file,
+                HasSubstr("<file absolutePath=\"media/a.wav\" id=\"3\" mediaHandlerID=\"h\"/>"));
+}
+
+TEST_F(Files, ANullEntryIsSkipped) {
+    test::HostSetup host;
+    host.faults.ReturnNull("IQuerySession.GetFile");
+    const auto outcome = Write(WithFile({3, u"/a", u"", u"", u""}), host);
+    EXPECT_TRUE(outcome.ok);
+    EXPECT_THAT(*outcome.file, HasSubstr("<files/>"));
+}
+
+TEST_F(Files, ATableSurvivesAWriteAndAReadBack) {
+    auto session = WithFile({3, Here("a.wav"), u"kel.importer.wave", u"r", u"i"});
+    session.files.push_back({4294967294, u"/other/\u00FC \u266B.wav", u"own", u"", u""});
+    ASSERT_TRUE(Write(session).ok);
+    EXPECT_EQ(ReadPath(Path()).session.files, session.files);
+}
+
+}  // namespace
+}  // namespace tses

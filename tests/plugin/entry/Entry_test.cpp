@@ -1,0 +1,269 @@
+#include <dlfcn.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "platform/kelappsupport/Features.h"
+#include "platform/kelcore/Localizer.h"
+#include "platform/kelcore/Paths.h"
+#include "platform/kelui/ResourceManager.h"
+#include "reference_host/FileReference.h"
+#include "reference_host/LiveNodes.h"
+#include "reference_host/PluginLibrary.h"
+#include "reference_host/Registrar.h"
+#include "reference_host/SessionNode.h"
+#include "tests/support/TemporaryFolder.h"
+
+// The exported function, called as a host calls it: through the built and loaded library.
+
+namespace tses {
+namespace {
+
+using refhost::FileReference;
+using refhost::Ref;
+using refhost::Registrar;
+using testing::ElementsAre;
+
+constexpr std::int32_t kInitialize = 0;
+constexpr std::int32_t kReserved = 1;
+constexpr std::int32_t kTerminate = 2;
+constexpr std::int32_t kSetFilePath = 3;
+constexpr std::int32_t kRead = 4;
+constexpr std::int32_t kWrite = 5;
+
+constexpr std::int32_t kUnknownSelector = -2;
+constexpr std::int32_t kReadFailed = -4;
+constexpr std::int32_t kNullArgument = -6;
+constexpr std::int32_t kWriteFailed = -10;
+
+/// Throws whenever it is asked for anything.
+class ThrowingFileReference final : public refhost::CountedObject<IHostFileRef> {
+public:
+    void UnusedSlot3() override {}
+    IHostString* GetPath() override { throw 42; }
+};
+
+class Entry : public testing::Test {
+protected:
+    ~Entry() override {
+        Call(kTerminate, nullptr);
+        EXPECT_EQ(refhost::LiveNodes(), 1u) << "the registrar alone";
+    }
+
+    std::int32_t Call(std::int32_t selector, void* argument) { return library.Call(selector, argument); }
+    std::int32_t Initialize() { return Call(kInitialize, static_cast<IPlugInRegistrar*>(registrar.Get())); }
+
+    std::int32_t SetPath(const std::u16string& path) {
+        const auto reference = Ref<FileReference>::Adopt(new FileReference(path));
+        return Call(kSetFilePath, static_cast<IHostFileRef*>(reference.Get()));
+    }
+    std::int32_t SetPath(const std::filesystem::path& path) {
+        return SetPath(kelcore::PathFromBytes(path.string()));
+    }
+    std::int32_t Read() {
+        const auto session = refhost::SessionNode::Make();
+        return Call(kRead, &session->Edit());
+    }
+    std::int32_t Write() {
+        const auto session = refhost::SessionNode::Make();
+        return Call(kWrite, &session->Query());
+    }
+
+    refhost::PluginLibrary library{ORVO_PLUGIN_PATH};
+    Ref<Registrar> registrar = Ref<Registrar>::Adopt(new Registrar);
+    test::TemporaryFolder folder;
+};
+
+TEST_F(Entry, RegistersIdentityAndBothFormats) {
+    EXPECT_EQ(Initialize(), 0);
+    EXPECT_THAT(registrar->Identities(),
+                ElementsAre(Registrar::Identity{"7A1C9E52-3B6D-4f08-A2E4-5D93C07B1F68",
+                                                u"Tembra Orvo plug-in"}));
+    const Registrar::Format format{u"Tembra Session", {u"orvo"}};
+    EXPECT_THAT(registrar->OpenFormats(), ElementsAre(format));
+    EXPECT_THAT(registrar->SaveFormats(), ElementsAre(format));
+}
+
+TEST_F(Entry, DeclaresTheInterfaceVersionTwice) {
+    Initialize();
+    const Registrar::InterfaceVersion version{1, 9};
+    EXPECT_THAT(registrar->InterfaceVersions(), ElementsAre(version, version));
+}
+
+TEST_F(Entry, TheNamesAreLocalised) {
+    kelcore::Localizer::SetTranslation("$$$/TembraSessionPlugIns/OrvoNative/PlugInName", u"Orvo-Zusatz");
+    kelcore::Localizer::SetTranslation("$$$/TembraSessionPlugIns/OrvoNative/FormatNameOrvoNative",
+                                       u"Tembra-Sitzung");
+    Initialize();
+    kelcore::Localizer::Clear();
+    EXPECT_EQ(registrar->Identities().at(0).displayName, u"Orvo-Zusatz");
+    EXPECT_EQ(registrar->OpenFormats().at(0).name, u"Tembra-Sitzung");
+}
+
+TEST_F(Entry, AnUnknownSelectorIsRefusedBeforeAndAfterInitialising) {
+    for (const std::int32_t selector : {6, 7, 20, -1, -10, 2147483647, -2147483647 - 1}) {
+        EXPECT_EQ(Call(selector, nullptr), kUnknownSelector) << selector;
+    }
+    Initialize();
+    EXPECT_EQ(Call(6, registrar.Get()), kUnknownSelector);
+    EXPECT_EQ(Call(-1, registrar.Get()), kUnknownSelector);
+}
+
+TEST_F(Entry, ANullArgumentIsRefusedWhereOneIsNeeded) {
+    for (const std::int32_t selector : {kInitialize, kSetFilePath, kRead, kWrite}) {
+        EXPECT_EQ(Call(selector, nullptr), kNullArgument) << selector;
+    }
+}
+
+TEST_F(Entry, SelectorsOneAndTwoTakeANullArgument) {
+    EXPECT_EQ(Call(kReserved, nullptr), 0);
+    EXPECT_EQ(Call(kTerminate, nullptr), 0);
+}
+
+TEST_F(Entry, BeforeInitialisingReadAndWriteSucceedAndDoNothing) {
+    SetPath(folder / "a.orvo");
+    const auto session = refhost::SessionNode::Make();
+    EXPECT_EQ(Call(kRead, &session->Edit()), 0);
+    EXPECT_EQ(Call(kWrite, &session->Query()), 0);
+    EXPECT_TRUE(session->Reports().empty());
+    EXPECT_FALSE(std::filesystem::exists(folder / "a.orvo"));
+    Call(kReserved, nullptr);
+}
+
+TEST_F(Entry, AWrittenSessionIsRead) {
+    Initialize();
+    EXPECT_EQ(SetPath(folder / "a.orvo"), 0);
+    EXPECT_EQ(Write(), 0);
+    EXPECT_EQ(Read(), 0);
+}
+
+TEST_F(Entry, AnEmptyPathFailsAReadAndAWrite) {
+    Initialize();
+    EXPECT_EQ(Read(), kReadFailed);
+    EXPECT_EQ(Write(), kWriteFailed);
+    SetPath(folder.Write("a.orvo", "<orvo/>"));
+    EXPECT_EQ(Read(), 0);
+    EXPECT_EQ(SetPath(std::u16string()), 0);
+    EXPECT_EQ(Read(), kReadFailed);
+}
+
+TEST_F(Entry, APathThatCannotBeTakenLeavesNone) {
+    Initialize();
+    SetPath(folder.Write("a.orvo", "<orvo/>"));
+    const auto reference = Ref<ThrowingFileReference>::Adopt(new ThrowingFileReference);
+    EXPECT_EQ(Call(kSetFilePath, static_cast<IHostFileRef*>(reference.Get())), kReadFailed);
+    EXPECT_EQ(Read(), kReadFailed);
+}
+
+TEST_F(Entry, WhatIsNoSessionFailsTheRead) {
+    Initialize();
+    SetPath(folder.Write("a.orvo", "<session/>"));
+    EXPECT_EQ(Read(), kReadFailed);
+    SetPath(folder / "missing.orvo");
+    EXPECT_EQ(Read(), kReadFailed);
+    SetPath(folder.Path());
+    EXPECT_EQ(Read(), kReadFailed);
+}
+
+TEST_F(Entry, AFileThatCannotBeWrittenFailsTheWrite) {
+    Initialize();
+    SetPath(folder / "missing" / "a.orvo");
+    EXPECT_EQ(Write(), kWriteFailed);
+}
+
+TEST_F(Entry, TheContextOfAWriteIsHeldUntilTheNextCallWhateverItIs) {
+    Initialize();
+    SetPath(folder / "a.orvo");
+    for (const std::int32_t next : {kReserved, -1, 6, kRead, kSetFilePath, kTerminate}) {
+        const std::size_t before = refhost::LiveNodes();
+        EXPECT_EQ(Write(), 0);
+        EXPECT_GT(refhost::LiveNodes(), before);
+        Call(next, nullptr);
+        EXPECT_EQ(refhost::LiveNodes(), before) << next;
+    }
+}
+
+TEST_F(Entry, TheContextIsHeldAlsoWhenTheWriteFails) {
+    Initialize();
+    const std::size_t before = refhost::LiveNodes();
+    EXPECT_EQ(Write(), kWriteFailed);
+    EXPECT_GT(refhost::LiveNodes(), before);
+    Call(kReserved, nullptr);
+    EXPECT_EQ(refhost::LiveNodes(), before);
+}
+
+TEST_F(Entry, AfterTerminateNoReadOrWriteIsClaimed) {
+    Initialize();
+    SetPath(folder.Write("a.orvo", "<orvo/>"));
+    EXPECT_EQ(Call(kTerminate, nullptr), 0);
+    EXPECT_EQ(Read(), kReadFailed);
+    EXPECT_EQ(Write(), kWriteFailed);
+    Call(kReserved, nullptr);
+    EXPECT_EQ(test::ReadFile(folder / "a.orvo"), "<orvo/>");
+}
+
+TEST_F(Entry, TerminatingTwiceIsTerminatingOnce) {
+    Initialize();
+    EXPECT_EQ(Call(kTerminate, nullptr), 0);
+    EXPECT_EQ(Call(kTerminate, nullptr), 0);
+    EXPECT_EQ(Read(), kReadFailed);
+}
+
+TEST_F(Entry, InitialisingAgainAfterTerminateWorksOn) {
+    SetPath(folder.Write("a.orvo", "<orvo/>"));
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Initialize(), 0);
+        EXPECT_EQ(Read(), 0);
+        EXPECT_EQ(Call(kTerminate, nullptr), 0);
+    }
+}
+
+TEST_F(Entry, InitialisingTwiceWorksOn) {
+    Initialize();
+    EXPECT_EQ(Initialize(), 0);
+    SetPath(folder.Write("a.orvo", "<orvo/>"));
+    EXPECT_EQ(Read(), 0);
+}
+
+TEST_F(Entry, TheResourceManagerIsThePlugInsOwnAndGoesWithIt) {
+    EXPECT_EQ(kelui::PlugInResourceManager(), nullptr);
+    Initialize();
+    ASSERT_NE(kelui::PlugInResourceManager(), nullptr);
+    EXPECT_EQ(std::filesystem::path(kelcore::PathToBytes(kelui::PlugInResourceManager()->ModulePath()))
+                  .filename(),
+              "OrvoNative.so");
+    Call(kTerminate, nullptr);
+    EXPECT_EQ(kelui::PlugInResourceManager(), nullptr);
+}
+
+TEST(LoadedLibrary, LeavesTheProcessWhenItIsClosed) {
+    const auto isLoaded = [] {
+        void* const handle = ::dlopen(ORVO_PLUGIN_PATH, RTLD_NOW | RTLD_NOLOAD);
+        if (handle != nullptr) {
+            ::dlclose(handle);
+        }
+        return handle != nullptr;
+    };
+    const auto registrar = Ref<Registrar>::Adopt(new Registrar);
+    {
+        refhost::PluginLibrary library{ORVO_PLUGIN_PATH};
+        library.Call(kInitialize, static_cast<IPlugInRegistrar*>(registrar.Get()));
+        library.Call(kTerminate, nullptr);
+        EXPECT_TRUE(isLoaded());
+    }
+    EXPECT_FALSE(isLoaded());
+}
+
+TEST(LoadedLibrary, GivesTheContextOfTheLastWriteBackWhenItIsClosed) {
+    const std::size_t before = refhost::LiveNodes();
+    {
+        refhost::PluginLibrary library{ORVO_PLUGIN_PATH};
+        const auto session = refhost::SessionNode::Make();
+        library.Call(kWrite, &session->Query());
+    }
+    EXPECT_EQ(refhost::LiveNodes(), before);
+}
+
+}  // namespace
+}  // namespace tses

@@ -1,0 +1,64 @@
+#include "reference_host/PluginLibrary.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+
+#include "tests/support/TemporaryFolder.h"
+
+namespace refhost {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+
+std::string ErrorOf(const std::filesystem::path& path) {
+    try {
+        const PluginLibrary library(path);
+    } catch (const PluginError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST(PluginLibraryTest, AMissingFileIsNamed) {
+    const ::test::TemporaryFolder folder;
+    const std::filesystem::path path = folder / "none.so";
+    EXPECT_THAT(ErrorOf(path),
+                AllOf(HasSubstr("no plug-in at " + path.string()), HasSubstr("ORVO_PLUGIN")));
+}
+
+TEST(PluginLibraryTest, AFileThatIsNoLibraryIsNamed) {
+    const ::test::TemporaryFolder folder;
+    const std::filesystem::path path = folder.Write("text.so", "just a text");
+    EXPECT_THAT(ErrorOf(path), HasSubstr("cannot load " + path.string() + " as a library"));
+}
+
+TEST(PluginLibraryTest, ALibraryWithoutTheFunctionIsNamed) {
+    EXPECT_THAT(ErrorOf(ORVO_LACKS_THE_FUNCTION),
+                AllOf(HasSubstr(ORVO_LACKS_THE_FUNCTION),
+                      HasSubstr("lacks the function SessionInterface")));
+}
+
+TEST(PluginLibraryTest, PassesAnyCallOn) {
+    const PluginLibrary library(ORVO_PLUGIN_PATH);
+    EXPECT_EQ(library.Call(6, nullptr), -2);
+    EXPECT_EQ(library.Call(0, nullptr), -6);
+    EXPECT_EQ(library.Call(1, nullptr), 0);
+}
+
+TEST(PluginLibraryTest, TheVariableNamesThePlugin) {
+    ASSERT_EQ(setenv("ORVO_PLUGIN", "/elsewhere/Other.so", 1), 0);
+    EXPECT_EQ(DefaultPluginPath(), "/elsewhere/Other.so");
+    ASSERT_EQ(unsetenv("ORVO_PLUGIN"), 0);
+}
+
+TEST(PluginLibraryTest, WithoutTheVariableItIsBesideTheProgram) {
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    ASSERT_EQ(setenv("ORVO_PLUGIN", "", 1), 0);
+    EXPECT_EQ(DefaultPluginPath(), program.parent_path().parent_path() / "lib" / "OrvoNative.so");
+    ASSERT_EQ(unsetenv("ORVO_PLUGIN"), 0);
+}
+
+}  // namespace
+}  // namespace refhost

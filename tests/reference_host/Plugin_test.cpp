@@ -1,0 +1,81 @@
+#include "reference_host/Plugin.h"
+
+#include <gmock/gmock.h>
+
+#include "reference_host/SessionNode.h"
+#include "tests/reference_host/support/NoLiveNodes.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace refhost {
+namespace {
+
+using ::testing::ElementsAre;
+
+class PluginTest : public test::NoLiveNodes {
+protected:
+    std::u16string InFolder(std::string_view name) const { return (folder_ / name).u16string(); }
+
+    ::test::TemporaryFolder folder_;
+};
+
+TEST_F(PluginTest, RegistersItself) {
+    const Plugin plugin(ORVO_PLUGIN_PATH);
+    const Registrar& registration = plugin.Registration();
+    EXPECT_THAT(registration.InterfaceVersions(),
+                ElementsAre(Registrar::InterfaceVersion{1, 9}, Registrar::InterfaceVersion{1, 9}));
+    EXPECT_THAT(registration.Identities(),
+                ElementsAre(Registrar::Identity{"7A1C9E52-3B6D-4f08-A2E4-5D93C07B1F68",
+                                                u"Tembra Orvo plug-in"}));
+    EXPECT_THAT(registration.OpenFormats(),
+                ElementsAre(Registrar::Format{u"Tembra Session", {u"orvo"}}));
+    EXPECT_EQ(registration.SaveFormats(), registration.OpenFormats());
+}
+
+TEST_F(PluginTest, WritesAFileAndReadsItBack) {
+    Plugin plugin(ORVO_PLUGIN_PATH);
+    const auto written = SessionNode::Make({.sampleRate = 96000});
+    EXPECT_EQ(plugin.Write(InFolder("a.orvo"), written->Query()), tses::SessionResult::Ok);
+    const auto read = SessionNode::Make();
+    EXPECT_EQ(plugin.Read(InFolder("a.orvo"), read->Edit()), tses::SessionResult::Ok);
+    EXPECT_EQ(read->Value().sampleRate, 96000U);
+}
+
+TEST_F(PluginTest, HoldsTheContextOfAWriteUntilItsNextCall) {
+    Plugin plugin(ORVO_PLUGIN_PATH);
+    auto session = SessionNode::Make();
+    const std::size_t others = LiveNodes() - 1;
+    plugin.Write(InFolder("a.orvo"), session->Query());
+    session.Reset();
+    EXPECT_GT(LiveNodes(), others);
+    plugin.ReleaseContext();
+    EXPECT_EQ(LiveNodes(), others);
+}
+
+TEST_F(PluginTest, HoldsNothingOfAReadAfterwards) {
+    Plugin plugin(ORVO_PLUGIN_PATH);
+    const std::size_t before = LiveNodes();
+    {
+        const auto session = SessionNode::Make();
+        const std::filesystem::path path = folder_.Write("bad.orvo", "<orvo><session>");
+        EXPECT_EQ(plugin.Read(path.u16string(), session->Edit()), tses::SessionResult::ReadFailed);
+    }
+    EXPECT_EQ(LiveNodes(), before);
+}
+
+TEST_F(PluginTest, AnEmptyPathFailsBothWays) {
+    Plugin plugin(ORVO_PLUGIN_PATH);
+    const auto session = SessionNode::Make();
+    EXPECT_EQ(plugin.Read(u"", session->Edit()), tses::SessionResult::ReadFailed);
+    EXPECT_EQ(plugin.Write(u"", session->Query()), tses::SessionResult::WriteFailed);
+}
+
+TEST_F(PluginTest, OneLibraryServesOnePluginAfterAnother) {
+    for (int i = 0; i < 3; ++i) {
+        Plugin plugin(ORVO_PLUGIN_PATH);
+        const auto session = SessionNode::Make();
+        EXPECT_EQ(plugin.Write(InFolder("a.orvo"), session->Query()), tses::SessionResult::Ok);
+    }
+}
+
+}  // namespace
+}  // namespace refhost

@@ -1,0 +1,126 @@
+#include "reference_host/Sessions.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/kelappsupport/Features.h"
+#include "platform/kelcore/Trace.h"
+#include "tests/reference_host/support/NoLiveNodes.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace refhost {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class SessionsTest : public ::testing::Test {
+protected:
+    SessionsTest() { plugin_.ReleaseContext(); }
+
+    void TearDown() override { EXPECT_EQ(LiveNodes(), before_); }
+
+    std::u16string InFolder(std::string_view name) const { return (folder_ / name).u16string(); }
+
+    ::test::TemporaryFolder folder_;
+    Plugin plugin_{ORVO_PLUGIN_PATH};
+    const std::size_t before_ = LiveNodes();
+};
+
+model::Session SomeSession() {
+    model::Session session;
+    session.sampleRate = 44100;
+    session.channelCount = 6;
+    session.duration = 9007199254740993;
+    session.bitDepth = 24;
+    session.files = {
+        {.id = 7, .path = u"/music/voice \u00e9.wav", .recoveryId = u"r"},
+        {.id = 3, .path = u"/music/b.wav", .mediaHandler = u"x", .importerPrivateSettings = u"{}"},
+    };
+    session.audioDevice = {u"in", u"out", {{-1, u"Mic"}}, {{1, u"Left"}, {2, u"Right"}}};
+    return session;
+}
+
+TEST_F(SessionsTest, AWrittenSessionReadsBackTheSame) {
+    const model::Session session = SomeSession();
+    EXPECT_EQ(WriteSession(plugin_, InFolder("a.orvo"), session).result, tses::SessionResult::Ok);
+    ReadResult read = ReadSession(plugin_, InFolder("a.orvo"));
+    EXPECT_EQ(read.result, tses::SessionResult::Ok);
+    EXPECT_THAT(read.messages, IsEmpty());
+    EXPECT_FALSE(read.session.formatDescription.empty());
+    read.session.formatDescription.clear();
+    EXPECT_EQ(read.session, session);
+}
+
+TEST_F(SessionsTest, AWriteLeavesNothingAlive) {
+    WriteSession(plugin_, InFolder("a.orvo"), SomeSession());
+    EXPECT_EQ(LiveNodes(), before_);
+}
+
+TEST_F(SessionsTest, AFailedReadSaysWhatTheParserSays) {
+    const std::filesystem::path path =
+        folder_.Write("bad.orvo", "<orvo>\n<session></files></orvo>");
+    const ReadResult read = ReadSession(plugin_, path.u16string());
+    EXPECT_EQ(read.result, tses::SessionResult::ReadFailed);
+    ASSERT_THAT(read.messages, SizeIs(1));
+    EXPECT_NE(read.messages[0].find(u"(line: 2, col: "), std::u16string::npos);
+    EXPECT_NE(read.messages[0].back(), u'\n');
+}
+
+TEST_F(SessionsTest, WithoutALogTargetAFailedReadSaysNothing) {
+    const std::filesystem::path path =
+        folder_.Write("bad.orvo", "<orvo>\n<session></files></orvo>");
+    const ReadResult read = ReadSession(plugin_, path.u16string(), {.logTarget = false});
+    EXPECT_EQ(read.result, tses::SessionResult::ReadFailed);
+    EXPECT_THAT(read.messages, IsEmpty());
+}
+
+TEST_F(SessionsTest, AFailedWriteSaysWhyAndWhere) {
+    const WriteResult written = WriteSession(plugin_, InFolder("none/a.orvo"), {});
+    EXPECT_EQ(written.result, tses::SessionResult::WriteFailed);
+    EXPECT_THAT(written.messages, ElementsAre(HasSubstr((folder_ / "none/a.orvo").string())));
+}
+
+TEST_F(SessionsTest, AWriteLeavesTracingAsItWas) {
+    WriteSession(plugin_, InFolder("a.orvo"), {});
+    EXPECT_FALSE(kelcore::trace::IsEnabled("app::XMLWriter"));
+    kelcore::trace::SetEnabled("app::XMLWriter", true);
+    WriteSession(plugin_, InFolder("a.orvo"), {});
+    EXPECT_TRUE(kelcore::trace::IsEnabled("app::XMLWriter"));
+    kelcore::trace::SetEnabled("app::XMLWriter", false);
+}
+
+TEST_F(SessionsTest, ThePluginSeesWhatWrapReturns) {
+    WriteSession(plugin_, InFolder("a.orvo"), SomeSession());
+    tses::IEditSession* wrapped = nullptr;
+    const ReadResult read =
+        ReadSession(plugin_, InFolder("a.orvo"), {.wrap = [&wrapped](tses::IEditSession& session) {
+                        wrapped = &session;
+                        return Ref<tses::IEditSession>::Retain(&session);
+                    }});
+    EXPECT_NE(wrapped, nullptr);
+    EXPECT_EQ(read.session.sampleRate, 44100U);
+}
+
+TEST_F(SessionsTest, ProgressIsTold) {
+    std::vector<Progress> written;
+    WriteSession(plugin_, InFolder("a.orvo"), {},
+                 {.progress = [&](const Progress& progress) { written.push_back(progress); }});
+    EXPECT_THAT(written, ElementsAre(Progress{1, 7, 0, 0}, Progress{2, 7, 0, 1},
+                                     Progress{3, 7, 0, 1}, Progress{4, 7, 0, 1}));
+    std::vector<Progress> read;
+    ReadSession(plugin_, InFolder("a.orvo"),
+                {.progress = [&](const Progress& progress) { read.push_back(progress); }});
+    ASSERT_THAT(read, Not(IsEmpty()));
+    EXPECT_EQ(read.front(), (Progress{0, 7, 0, 0}));
+}
+
+TEST_F(SessionsTest, FeatureDefaultsSwitchInstrumentTracksOn) {
+    kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", false);
+    UseFeatureDefaults();
+    EXPECT_TRUE(kelappsupport::IsFeatureEnabled("Tembra.InstrumentTracks"));
+}
+
+}  // namespace
+}  // namespace refhost

@@ -1,0 +1,56 @@
+#include "reference_host/json/LoneSurrogates.h"
+
+#include <gtest/gtest.h>
+
+namespace refhost {
+namespace {
+
+const std::u16string kLoneHigh{0xD800};
+const std::u16string kLoneLow{0xDFFF};
+const std::u16string kMarkCharacter{0xFDD0};
+
+TEST(LoneSurrogatesTest, AnyTextComesBack) {
+    for (const std::u16string& text :
+         {std::u16string(u"plain"), std::u16string(u"\u00e9 \U0001F3B5"), kLoneHigh, kLoneLow,
+          kLoneLow + kLoneHigh, kMarkCharacter, kMarkCharacter + u"fff" + kLoneHigh + u"7ff",
+          std::u16string{u'a', 0, u'b'}, kLoneHigh + u"\U0001F3B5"}) {
+        EXPECT_EQ(UnmarkedText(MarkedText(text)), text);
+    }
+}
+
+TEST(LoneSurrogatesTest, AnEscapeOfALoneSurrogateBecomesAMark) {
+    EXPECT_EQ(MarkedDocument(R"(["\ud800", "\uDFFF"])"),
+              "[\"\xEF\xB7\x90"
+              "000\", \"\xEF\xB7\x90"
+              "7ff\"]");
+}
+
+TEST(LoneSurrogatesTest, APairOfEscapesStays) {
+    EXPECT_EQ(MarkedDocument(R"(["\ud83c\udfb5"])"), R"(["\ud83c\udfb5"])");
+}
+
+TEST(LoneSurrogatesTest, AnEscapedBackslashBeginsNoEscape) {
+    EXPECT_EQ(MarkedDocument(R"(["\\ud800"])"), R"(["\\ud800"])");
+}
+
+TEST(LoneSurrogatesTest, TwoHighSurrogatesAndALowOneAreOneAloneAndAPair) {
+    EXPECT_EQ(MarkedDocument(R"("\ud800\ud83c\udfb5")"),
+              "\"\xEF\xB7\x90"
+              "000\\ud83c\\udfb5\"");
+}
+
+TEST(LoneSurrogatesTest, ABrokenEscapeStaysForTheParserToRefuse) {
+    for (const char* const text :
+         {R"("\u12")", R"("\ud8")", R"("\)", R"("\ud800\u)", R"("\uzzzz")"}) {
+        EXPECT_NO_THROW(MarkedDocument(text));
+    }
+    EXPECT_EQ(MarkedDocument(R"("\u12")"), R"("\u12")");
+}
+
+TEST(LoneSurrogatesTest, AMarkBecomesAnEscape) {
+    EXPECT_EQ(UnmarkedDocument("\"" + MarkedText(kLoneHigh + u"0") + "\""), R"("\ud8000")");
+    EXPECT_EQ(UnmarkedDocument(MarkedText(kMarkCharacter)), "\xEF\xB7\x90");
+}
+
+}  // namespace
+}  // namespace refhost

@@ -1,0 +1,158 @@
+#include "reference_host/json/SessionJson.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <limits>
+
+#include "reference_host/json/Values.h"
+
+namespace refhost {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+std::string ErrorOf(std::string_view text) {
+    try {
+        FromJson(text);
+    } catch (const JsonError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+template <class Value>
+Value Again(const Value& value) {
+    Value again{};
+    Decode(Encode(value), JsonPlace(), again);
+    return again;
+}
+
+TEST(SessionJsonTest, ADefaultSessionComesBack) {
+    EXPECT_EQ(FromJson(ToJson({})), model::Session{});
+}
+
+TEST(SessionJsonTest, AnEmptyObjectIsTheDefaultSession) {
+    EXPECT_EQ(FromJson("{}"), model::Session{});
+}
+
+TEST(SessionJsonTest, EveryValueComesBack) {
+    const model::Session session{
+        .formatVersion = {-1, std::numeric_limits<kelcore::int32>::max()},
+        .sampleRate = 4294967295,
+        .channelCount = -2147483647 - 1,
+        .duration = std::numeric_limits<kelcore::int64>::min(),
+        .bitDepth = 0,
+        .formatDescription = u"quote \" backslash \\ line\n",
+        .versionDependentValue = 9007199254740993,
+        .files = {{.id = 4294967295, .path = u"/m\u00fcsic/\U0001F3B5.wav"},
+                  {.id = 0, .recoveryId = std::u16string{u'a', 0, 0xD800, u'b', 0xDC00, 0xD800}},
+                  {.importerPrivateSettings = std::u16string{0xFDD0, 0xFFFE, 0xFFFF}}},
+        .audioDevice = {u"in", u"", {{-7, u"Mic"}}, {}}};
+    EXPECT_EQ(FromJson(ToJson(session)), session);
+}
+
+TEST(SessionJsonTest, AnUnpairedSurrogateStandsAsItsEscape) {
+    const std::string json = ToJson({.formatDescription = std::u16string{0xD83C, u'x'}});
+    EXPECT_THAT(json, HasSubstr(R"("formatDescription": "\ud83cx")"));
+}
+
+TEST(SessionJsonTest, NumbersThatAreNoneComeBack) {
+    EXPECT_EQ(Encode(std::numeric_limits<double>::infinity()), "Infinity");
+    EXPECT_EQ(Encode(-std::numeric_limits<float>::infinity()), "-Infinity");
+    EXPECT_EQ(Encode(std::numeric_limits<double>::quiet_NaN()), "NaN");
+    EXPECT_TRUE(std::isnan(Again(std::numeric_limits<float>::quiet_NaN())));
+    EXPECT_EQ(Again(-std::numeric_limits<double>::infinity()),
+              -std::numeric_limits<double>::infinity());
+}
+
+TEST(SessionJsonTest, RealNumbersAreExact) {
+    for (const double value : {0.1, 1e308, 5e-324, 1.0 / 3, -0.0}) {
+        EXPECT_EQ(Again(value), value);
+    }
+    EXPECT_TRUE(std::signbit(Again(-0.0)));
+    for (const float value : {0.1F, 3.4028235e38F, 1e-45F, 1.0F / 3}) {
+        EXPECT_EQ(Again(value), value);
+    }
+}
+
+TEST(SessionJsonTest, ARealOfSinglePrecisionIsWrittenShort) {
+    EXPECT_EQ(Encode(0.1F).dump(), "0.1");
+}
+
+TEST(SessionJsonTest, ANumberBeyondSinglePrecisionIsAnError) {
+    float value = 0;
+    EXPECT_THROW(Decode(Json(1e39), JsonPlace(), value), JsonError);
+}
+
+TEST(SessionJsonTest, BytesComeBack) {
+    std::vector<kelcore::byte> block;
+    EXPECT_EQ(Again(block), block);
+    for (int i = 0; i < 1000; ++i) {
+        block.push_back(static_cast<kelcore::byte>(i));
+    }
+    EXPECT_EQ(Again(block), block);
+    EXPECT_THAT(Encode(block).dump(), Not(HasSubstr("\\n")));
+}
+
+TEST(SessionJsonTest, BytesThatAreNotBase64AreAnError) {
+    std::vector<kelcore::byte> block;
+    EXPECT_THROW(Decode(Json("!"), JsonPlace(), block), JsonError);
+}
+
+TEST(SessionJsonTest, AThingThatIsMissingIsNull) {
+    EXPECT_EQ(Encode(std::optional<bool>()), Json());
+    EXPECT_EQ(Again(std::optional<bool>()), std::nullopt);
+    EXPECT_EQ(Again(std::optional<bool>(false)), false);
+}
+
+TEST(SessionJsonTest, AnUnknownKeyIsNamedWithItsPlace) {
+    EXPECT_THAT(ErrorOf(R"({"files": [{}, {"idd": 1}]})"),
+                AllOf(StartsWith("/files/1/idd: unknown key"), HasSubstr("id, path,")));
+    EXPECT_THAT(ErrorOf(R"({"": 1})"), StartsWith("/: unknown key"));
+    EXPECT_THAT(ErrorOf(R"({"a/b~c": 1})"), StartsWith("/a~1b~0c: unknown key"));
+}
+
+TEST(SessionJsonTest, AKeyThatStandsTwiceIsNamedWithItsPlace) {
+    EXPECT_THAT(ErrorOf(R"({"files": [{"id": 1}, {"id": 1, "path": "", "id": 2}]})"),
+                StartsWith("/files/1/id: this key stands twice"));
+}
+
+TEST(SessionJsonTest, AValueOfTheWrongTypeIsNamedWithItsPlace) {
+    EXPECT_THAT(ErrorOf(R"({"files": [{"id": "7"}]})"),
+                AllOf(StartsWith("/files/0/id: this is a text"),
+                      HasSubstr("give a whole number from 0 to 4294967295")));
+    EXPECT_THAT(ErrorOf(R"({"files": {}})"), StartsWith("/files: this is an object; give a list"));
+    EXPECT_THAT(ErrorOf(R"({"audioDevice": []})"),
+                StartsWith("/audioDevice: this is a list; give an object"));
+    EXPECT_THAT(ErrorOf(R"({"formatDescription": null})"),
+                StartsWith("/formatDescription: this is null; give a text"));
+    EXPECT_THAT(ErrorOf("[]"), StartsWith("the whole document: this is a list"));
+}
+
+TEST(SessionJsonTest, ANumberThatDoesNotFitIsNamedWithItsPlaceAndRange) {
+    EXPECT_THAT(ErrorOf(R"({"sampleRate": 4294967296})"),
+                AllOf(StartsWith("/sampleRate: this is the number 4294967296"),
+                      HasSubstr("0 to 4294967295")));
+    EXPECT_THAT(ErrorOf(R"({"sampleRate": -1})"), StartsWith("/sampleRate: "));
+    EXPECT_THAT(ErrorOf(R"({"channelCount": 2147483648})"), StartsWith("/channelCount: "));
+    EXPECT_THAT(ErrorOf(R"({"channelCount": -2147483649})"), StartsWith("/channelCount: "));
+    EXPECT_THAT(ErrorOf(R"({"duration": 9223372036854775808})"), StartsWith("/duration: "));
+    EXPECT_THAT(ErrorOf(R"({"duration": 1.5})"), StartsWith("/duration: "));
+}
+
+TEST(SessionJsonTest, MalformedJsonIsNamedWithLineAndColumn) {
+    EXPECT_THAT(ErrorOf("{\n  \"files\": [,]\n}"), StartsWith("line 2, column 13: "));
+    EXPECT_THAT(ErrorOf(""), StartsWith("line 1, column 1: "));
+    EXPECT_THAT(ErrorOf("{} x"), StartsWith("line 1, column 4: "));
+    EXPECT_THAT(ErrorOf("{\"formatDescription\": \"\xFF\"}"), StartsWith("line 1, column "));
+}
+
+TEST(SessionJsonTest, ANumberTooLargeForAnyFieldIsAnError) {
+    EXPECT_THAT(ErrorOf(R"({"duration": 1e999})"), HasSubstr("1e999"));
+}
+
+}  // namespace
+}  // namespace refhost

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+
+#include "plugin/serializer/SerializerImpl.h"
+
+namespace tses {
+
+/// What of a serializer only the parser, or nobody, reaches otherwise.
+struct SerializerTestAccess {
+    static SAXErrorHandler& Errors(Serializer::Impl& impl) { return impl; }
+    static SAXContentHandler& Content(Serializer::Impl& impl) { return impl; }
+    static const ElementTable& Table(const Serializer::Impl& impl) { return impl.elementTable_; }
+    static void Attach(Serializer::Impl& impl, IEditSession* session) {
+        impl.session_ = Retain(session);
+    }
+    static const std::u16string& Characters(const Serializer::Impl& impl) {
+        return impl.characterBuffer_;
+    }
+    static const std::vector<State>& Stack(const Serializer::Impl& impl) { return impl.stateStack_; }
+    static SavedStateReadState& SavedState(Serializer::Impl& impl) { return impl.savedState_; }
+};
+
+}  // namespace tses
