@@ -51,6 +51,9 @@ void Serializer::Impl::Reset() {
 
 void Serializer::Impl::ClearReadState() {
     document_.Clear();
+    tracks_.Clear();
+    clips_.Clear();
+    effects_.Clear();
     savedState_.Clear();
 }
 

@@ -6,8 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "plugin/elements/clips/ReadState.h"
 #include "plugin/elements/document/ReadState.h"
+#include "plugin/elements/effects/ReadState.h"
 #include "plugin/elements/state/ReadState.h"
+#include "plugin/elements/tracks/ReadState.h"
 #include "plugin/serializer/ElementTable.h"
 #include "plugin/serializer/Serializer.h"
 #include "plugin/serializer/States.h"
@@ -73,6 +76,81 @@ private:
     void StartAudioDevice(State state, const AttributeMap& attributes);
     void StartInputPort(State state, const AttributeMap& attributes);
     void StartOutputPort(State state, const AttributeMap& attributes);
+    void StartTrack(State state, const AttributeMap& attributes);
+    void StartVideoTrack(State state, const AttributeMap& attributes);
+    void StartTrackParameters(State state, const AttributeMap& attributes);
+    void EndTrackName();
+    void EndTrackParameters();
+    void EndVideoTrackParameters();
+    void StartTrackAudioParameters(State state, const AttributeMap& attributes);
+    void EndTrackAudioParameters();
+    void StartTrackInput(State state, const AttributeMap& attributes);
+    void StartTrackOutput(State state, const AttributeMap& attributes);
+    void StartTrackPanner(State state, const AttributeMap& attributes);
+    void StartTrackComponent(State state, const AttributeMap& attributes);
+    void EndTrackComponent();
+    void StartSendList(State state, const AttributeMap& attributes);
+    void StartSendSlot(State state, const AttributeMap& attributes);
+    void StartSendComponent(State state, const AttributeMap& attributes);
+    void StartTrackVisibilityPresets(State state, const AttributeMap& attributes);
+    void EndTrackVisibilityPresets();
+    void StartTrackVisibilityPreset(State state, const AttributeMap& attributes);
+    void StartTrackVisibility(State state, const AttributeMap& attributes);
+
+    // elements/effects
+    void StartTrackEffectsRack(State state, const AttributeMap& attributes);
+    void StartClipEffectsRack(State state, const AttributeMap& attributes);
+    void ApplyRackAttributes(const AttributeMap& attributes);
+    void StartRackComponent(State state, const AttributeMap& attributes);
+    void StartSlot(State state, const AttributeMap& attributes);
+    void StartSlotComponent(State state, const AttributeMap& attributes);
+    void ApplyComponentAttributes(const AttributeMap& attributes);
+    void EndComponent();
+    void EndPresetChunkData();
+    void StartParameter(State state, const AttributeMap& attributes);
+    void StartParameterKeyframes(State state, const AttributeMap& attributes);
+    void StartParameterKeyframe(State state, const AttributeMap& attributes);
+    void StartSlotChannelMap(State state, const AttributeMap& attributes);
+    void StartSlotChannel(State state, const AttributeMap& attributes);
+    void EndBusConfig();
+    void StartTrackEditParameter(State state, const AttributeMap& attributes);
+    void StartClipEditParameter(State state, const AttributeMap& attributes);
+
+    // elements/clips
+    void StartAudioClip(State state, const AttributeMap& attributes);
+    void EndAudioClip();
+    void StartClipComponent(State state, const AttributeMap& attributes);
+    void StartFade(State state, const AttributeMap& attributes);
+    void StartClipStretch(State state, const AttributeMap& attributes);
+    void StartTake(State state, const AttributeMap& attributes);
+    void StartClipProperties(State state, const AttributeMap& attributes);
+    void StartClipChannel(State state, const AttributeMap& attributes);
+    void StartMidiClip(State state, const AttributeMap& attributes);
+    void EndMidiClip();
+    void EndMidiEvents();
+    void StartGlobalTrackInfo(State state, const AttributeMap& attributes);
+    void EndTempoEvents();
+    void EndTimeSignatureEvents();
+    void EndKeySignatureEvents();
+    void StartVideoClip(State state, const AttributeMap& attributes);
+    void EndVideoClip();
+    void StartVideoFormat(State state, const AttributeMap& attributes);
+    void StartClipGroup(State state, const AttributeMap& attributes);
+    void EndClipGroup();
+    void EndClipGroupName();
+    void StartClipGroupItem(State state, const AttributeMap& attributes);
+
+    // elements/state
+    void StartMetronome(State state, const AttributeMap& attributes);
+    void StartSessionState(State state, const AttributeMap& attributes);
+    void StartSelectionState(State state, const AttributeMap& attributes);
+    void StartViewState(State state, const AttributeMap& attributes);
+    void StartTimeFormatState(State state, const AttributeMap& attributes);
+    void StartMixingOptionState(State state, const AttributeMap& attributes);
+    void StartSessionProperties(State state, const AttributeMap& attributes);
+    void StartProperty(State state, const AttributeMap& attributes);
+    void EndProperty();
+    void EndXmpMetadata();
 
     ElementTable elementTable_;
     std::vector<State> stateStack_;
@@ -82,6 +160,9 @@ private:
     std::u16string characterBuffer_;  // the character data since the last start tag
 
     DocumentReadState document_;
+    TracksReadState tracks_;
+    ClipsReadState clips_;
+    EffectsReadState effects_;
     SavedStateReadState savedState_;
 
     std::u16string path_;

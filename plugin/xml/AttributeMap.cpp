@@ -32,6 +32,12 @@ void AttributeMap::Set(std::u16string_view name, std::u16string_view value) {
     ++size_;
 }
 
+void AttributeMap::SetUnlessEmpty(std::u16string_view name, std::u16string_view value) {
+    if (!value.empty()) {
+        Set(name, value);
+    }
+}
+
 const std::u16string* AttributeMap::Find(std::u16string_view name) const {
     const auto attributes = Attributes();
     const auto found = std::lower_bound(attributes.begin(), attributes.end(), name,

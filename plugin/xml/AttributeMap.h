@@ -26,6 +26,9 @@ public:
     /// Adds the attribute, or replaces its value.
     void Set(std::u16string_view name, std::u16string_view value);
 
+    /// Adds an attribute that is left out, rather than written, when it has no text.
+    void SetUnlessEmpty(std::u16string_view name, std::u16string_view value);
+
     /// The attribute's value, null when it is absent. Valid until the map changes.
     const std::u16string* Find(std::u16string_view name) const;
 

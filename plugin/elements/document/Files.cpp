@@ -110,26 +110,19 @@ FileRecord QueryFile(IQueryFile& file, const std::u16string& sessionPath) {
     return record;
 }
 
-void SetUnlessEmpty(AttributeMap& attributes, std::u16string_view name,
-                    const std::u16string& value) {
-    if (!value.empty()) {
-        attributes.Set(name, value);
-    }
-}
-
 AttributeMap ToAttributes(const FileRecord& record) {
     AttributeMap attributes;
     attributes.Set(names::id, FormatUnsigned(record.id));
-    SetUnlessEmpty(attributes, names::absolutePath, record.absolutePath);
-    SetUnlessEmpty(attributes, names::relativePath, record.relativePath);
+    attributes.SetUnlessEmpty(names::absolutePath, record.absolutePath);
+    attributes.SetUnlessEmpty(names::relativePath, record.relativePath);
     std::u16string handlerName;
     if (tbcore::TranslateToHumanReadableMediaHandler(record.mediaHandler, handlerName)) {
         attributes.Set(names::mediaHandler, handlerName);
     } else {
         attributes.Set(names::mediaHandlerID, record.mediaHandler);
     }
-    SetUnlessEmpty(attributes, names::recoveryID, record.recoveryId);
-    SetUnlessEmpty(attributes, names::importerPrivateSettings, record.importerPrivateSettings);
+    attributes.SetUnlessEmpty(names::recoveryID, record.recoveryId);
+    attributes.SetUnlessEmpty(names::importerPrivateSettings, record.importerPrivateSettings);
     return attributes;
 }
 

@@ -5,7 +5,15 @@
 #include "platform/kelcore/ClientVersion.h"
 #include "platform/kelcore/Localizer.h"
 #include "platform/kelcore/Strings.h"
+#include "plugin/elements/clips/ClipGroups.h"
+#include "plugin/elements/state/Metronome.h"
+#include "plugin/elements/state/SessionProperties.h"
+#include "plugin/elements/state/SessionState.h"
+#include "plugin/elements/state/XmpMetadata.h"
+#include "plugin/elements/tracks/TrackVisibility.h"
+#include "plugin/elements/tracks/Tracks.h"
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/Keywords.h"
 #include "plugin/serializer/SerializerImpl.h"
 
 // The session's audio format and the version of the application that wrote it:
@@ -32,15 +40,6 @@ struct SessionRecord {
     std::u16string appVersion{kFirstVersion};
 };
 
-struct ChannelType {
-    std::u16string_view keyword;
-    kelcore::int32 channelCount;
-};
-constexpr ChannelType kMono{u"mono", 1};
-constexpr ChannelType kStereo{u"stereo", 2};
-constexpr ChannelType kFivePointOne{u"fivePointOne", 6};
-constexpr ChannelType kChannelTypes[] = {kMono, kStereo, kFivePointOne};
-
 // Reading
 
 /// Signed here, unsigned on writing: that is how hosts have always read the rate.
@@ -52,10 +51,8 @@ void ReadSampleRate(const std::u16string& text, SessionRecord& record) {
 
 /// An unknown keyword changes nothing.
 void ReadChannelType(const std::u16string& text, SessionRecord& record) {
-    for (const ChannelType& type : kChannelTypes) {
-        if (type.keyword == text) {
-            record.channelCount = type.channelCount;
-        }
+    if (const auto channels = FindValue(kChannelLayouts, text)) {
+        record.channelCount = static_cast<kelcore::int32>(*channels);
     }
 }
 
@@ -110,18 +107,15 @@ SessionRecord QuerySession(IQuerySession& session) {
     return record;
 }
 
-/// Every layout but mono and 5.1 is written as stereo.
-std::u16string_view ChannelTypeKeyword(std::optional<kelcore::int32> channelCount) {
-    if (channelCount == kMono.channelCount) {
-        return kMono.keyword;
-    }
-    return channelCount == kFivePointOne.channelCount ? kFivePointOne.keyword : kStereo.keyword;
+/// Every other number of channels is written as stereo.
+std::u16string_view ChannelTypeKeyword(kelcore::int32 channelCount) {
+    return FindKeyword(kChannelLayouts, static_cast<kelcore::uint32>(channelCount), u"stereo");
 }
 
 AttributeMap ToAttributes(const SessionRecord& record) {
     AttributeMap attributes;
     attributes.Set(names::sampleRate, FormatUnsigned(record.sampleRate));
-    attributes.Set(names::audioChannelType, ChannelTypeKeyword(record.channelCount));
+    attributes.Set(names::audioChannelType, ChannelTypeKeyword(record.channelCount.value_or(0)));
     attributes.Set(names::duration, FormatInt64(record.duration));
     attributes.Set(names::bitDepth, FormatUnsigned(record.bitDepth));
     attributes.Set(names::appVersion, record.appVersion);
@@ -134,7 +128,10 @@ AttributeMap ToAttributes(const SessionRecord& record) {
 
 bool WriteSession(SessionXMLWriter& writer, const HostReference<IQuerySession>& session) {
     return writer.StartElement(names::session, ToAttributes(QuerySession(*session))) &&
-           writer.EndElement();
+           WriteTracks(writer, session) && WriteSessionState(writer, session) &&
+           WriteXmpMetadata(writer, session) && WriteClipGroups(writer, session) &&
+           WriteMetronome(writer, session) && WriteSessionProperties(writer, session) &&
+           WriteTrackVisibilityPresets(writer, session) && writer.EndElement();
 }
 
 }  // namespace tses

@@ -1,13 +1,20 @@
 #pragma once
 
-#include "platform/kelcore/Types.h"
+#include <string>
+
+#include "host/Metronome.h"
+#include "host/Properties.h"
+#include "plugin/serializer/HostReference.h"
 
 namespace tses {
 
-/// What the saved state's elements remember during a read, in samples.
+/// What the saved state's elements remember during a read.
 struct SavedStateReadState {
-    kelcore::int64 ctiPosition = 0;
-    kelcore::int64 selectionStart = 0;
+    kelcore::int64 ctiPosition = 0;     // in samples
+    kelcore::int64 selectionStart = 0;  // in samples
+    HostReference<IEditMetronomeInfo> metronome;
+    HostReference<IEditProperties> properties;
+    std::u16string propertyKey;
 
     void Clear() { *this = {}; }
 };

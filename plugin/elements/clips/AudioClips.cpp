@@ -1,0 +1,170 @@
+#include "plugin/elements/clips/AudioClips.h"
+
+#include "plugin/elements/clips/ClipChannelMap.h"
+#include "plugin/elements/clips/ClipProperties.h"
+#include "plugin/elements/clips/ClipStretch.h"
+#include "plugin/elements/clips/CommonClipAttributes.h"
+#include "plugin/elements/clips/Fades.h"
+#include "plugin/elements/clips/Takes.h"
+#include "plugin/elements/effects/Component.h"
+#include "plugin/elements/effects/EditParameter.h"
+#include "plugin/elements/effects/EffectsRack.h"
+#include "plugin/serializer/SerializerImpl.h"
+
+// A region of a media file on an audio track:
+//
+//     <audioClip clipAutoCrossfade="true" crossFadeHeadClipID="-1" crossFadeTailClipID="-1"
+//     endPoint="96000"
+//                fileID="3" hue="-1" id="12" lockedInTime="false" looped="false" name="Take 2"
+//                offline="false" select="false" sourceInPoint="0" sourceOutPoint="48000"
+//                startPoint="48000" zOrder="0">
+//       <properties/> <effectsRack/> <component id="clipGain"/> <component id="clipMute"/>
+//       <component id="clipPan"/> <fadeIn/> <fadeOut/> <clipStretch/> <take/> ... <editParameter/>
+//       ... <channelMap/>
+//     </audioClip>
+//
+// Older documents say "clip"; that is read as the same element and never written.
+
+namespace tses {
+namespace {
+
+constexpr kelcore::uint32 kNoSlot = 4294967295;
+
+constexpr std::u16string_view kGain = u"clipGain";
+constexpr std::u16string_view kMute = u"clipMute";
+constexpr std::u16string_view kPan = u"clipPan";
+
+struct ComponentRow {
+    std::u16string_view keyword;
+    IEditComponent* (IEditAudioClip::*get)();
+};
+constexpr ComponentRow kComponents[] = {
+    {kGain, &IEditAudioClip::GetClipGainComponent},
+    {kMute, &IEditAudioClip::GetClipMuteComponent},
+    {kPan, &IEditAudioClip::GetClipPanComponent},
+};
+
+// Reading
+
+void Apply(const PendingClipRecord& record, IEditAudioClip& clip) {
+    clip.SetFileID(record.fileId);
+    clip.SetLooped(record.looped);
+    clip.SetOffline(record.offline);
+    clip.SetZOrder(record.zOrder);
+    clip.SetCrossFadeHeadClipID(record.crossFadeHeadClipId);
+    clip.SetCrossFadeTailClipID(record.crossFadeTailClipId);
+    clip.SetClipAutoCrossfade(record.clipAutoCrossfade);
+    ApplyCommonClipAttributes(record, clip);
+}
+
+}  // namespace
+
+void Serializer::Impl::StartAudioClip(State state, const AttributeMap& attributes) {
+    PushState(state);
+    clips_.pending.Reset();
+    ReadAudioClipAttributes(attributes, clips_.pending);
+    clips_.audioClip = tracks_.track ? Retain(tracks_.track->CreateAudioClip(clips_.pending.id))
+                                     : HostReference<IEditAudioClip>();
+    if (clips_.audioClip) {
+        Apply(clips_.pending, *clips_.audioClip);
+    }
+}
+
+void Serializer::Impl::EndAudioClip() {
+    if (clips_.audioClip) {
+        for (const auto& [channel, source] : clips_.pending.channelMapEntries) {
+            clips_.audioClip->SetChannelSource(channel, source);
+        }
+    }
+    clips_.pending.channelMapEntries.clear();
+    clips_.audioClip.Reset();
+}
+
+void Serializer::Impl::StartClipComponent(State state, const AttributeMap& attributes) {
+    PushState(state);
+    const std::u16string* const id = attributes.Find(names::id);
+    for (const ComponentRow& row : kComponents) {
+        if (id != nullptr && *id == row.keyword) {
+            effects_.component = clips_.audioClip ? Retain(((*clips_.audioClip).*row.get)())
+                                                  : HostReference<IEditComponent>();
+        }
+    }
+    ApplyComponentAttributes(attributes);
+}
+
+// Writing
+
+namespace {
+
+PendingClipRecord QueryClip(IQueryAudioClip& clip) {
+    PendingClipRecord record = QueryCommonClipAttributes(clip);
+    record.fileId = clip.GetFileID();
+    record.looped = clip.GetLooped();
+    record.offline = clip.GetOffline();
+    record.zOrder = clip.GetZOrder();
+    record.crossFadeHeadClipId = clip.GetCrossFadeHeadClipID();
+    record.crossFadeTailClipId = clip.GetCrossFadeTailClipID();
+    record.clipAutoCrossfade = clip.GetClipAutoCrossfade();
+    return record;
+}
+
+AttributeMap ToAttributes(const PendingClipRecord& record) {
+    AttributeMap attributes;
+    SetCommonClipAttributes(record, attributes);
+    attributes.Set(names::fileID, FormatUnsigned(record.fileId));
+    attributes.Set(names::looped, FormatBool(record.looped));
+    attributes.Set(names::offline, FormatBool(record.offline));
+    attributes.Set(names::zOrder, FormatSigned(record.zOrder));
+    attributes.Set(names::crossFadeHeadClipID, FormatSigned(record.crossFadeHeadClipId));
+    attributes.Set(names::crossFadeTailClipID, FormatSigned(record.crossFadeTailClipId));
+    attributes.Set(names::clipAutoCrossfade, FormatBool(record.clipAutoCrossfade));
+    return attributes;
+}
+
+bool WriteRack(SessionXMLWriter& writer, IQueryAudioClip& clip) {
+    const auto rack = Retain(clip.GetEffectsRack());
+    return !rack || WriteEffectsRack(writer, *rack);
+}
+
+bool WriteComponents(SessionXMLWriter& writer, IQueryAudioClip& clip) {
+    return WriteKeywordComponent(writer, kGain, Retain(clip.GetClipGainComponent())) &&
+           WriteKeywordComponent(writer, kMute, Retain(clip.GetClipMuteComponent())) &&
+           WriteKeywordComponent(writer, kPan, Retain(clip.GetClipPanComponent()));
+}
+
+bool WriteEditParameters(SessionXMLWriter& writer, IQueryAudioClip& clip) {
+    const kelcore::uint32 count = clip.GetEditParameterCount();
+    for (kelcore::uint32 i = 0; i < count; ++i) {
+        kelcore::uint32 slotIndex = kNoSlot;
+        kelcore::uint32 parameterIndex = 0;
+        clip.GetEditParameter(i, slotIndex, parameterIndex);
+        if (slotIndex != kNoSlot && !WriteEditParameter(writer, slotIndex, parameterIndex)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool WriteAudioClip(SessionXMLWriter& writer, IQueryAudioClip& clip) {
+    return writer.StartElement(names::audioClip, ToAttributes(QueryClip(clip))) &&
+           WriteClipProperties(writer, Retain(clip.GetProperties())) && WriteRack(writer, clip) &&
+           WriteComponents(writer, clip) && WriteFades(writer, clip) &&
+           WriteClipStretch(writer, Retain(clip.GetClipStretch())) && WriteTakes(writer, clip) &&
+           WriteEditParameters(writer, clip) && WriteClipChannelMap(writer, clip) &&
+           writer.EndElement();
+}
+
+}  // namespace
+
+bool WriteAudioClips(SessionXMLWriter& writer, IQueryAudioTrack& track) {
+    const kelcore::uint32 count = track.GetClipCount();
+    for (kelcore::uint32 i = 0; i < count; ++i) {
+        const auto clip = Retain(track.GetClip(i));
+        if (clip && !WriteAudioClip(writer, *clip)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace tses

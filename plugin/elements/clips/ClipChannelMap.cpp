@@ -1,0 +1,55 @@
+#include "plugin/elements/clips/ClipChannelMap.h"
+
+#include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/SerializerImpl.h"
+
+// Which channel of the media feeds each channel of a clip:
+//
+//     <channelMap> <channel index="0" sourceIndex="1"/> <channel index="1" sourceIndex="0"/>
+//     </channelMap>
+//
+// Reading collects the pairs and applies them, by ascending channel, when the clip ends. The first
+// of two entries for one channel stands.
+
+namespace tses {
+namespace {
+
+struct ChannelRecord {
+    kelcore::uint32 index = 0;
+    kelcore::int32 sourceIndex = 0;
+};
+
+constexpr Binding<ChannelRecord> kBindings[] = {
+    {names::index, read::Number<&ChannelRecord::index>},
+    {names::sourceIndex, read::Number<&ChannelRecord::sourceIndex>},
+};
+
+}  // namespace
+
+void Serializer::Impl::StartClipChannel(State state, const AttributeMap& attributes) {
+    PushState(state);
+    ChannelRecord record;
+    ReadAttributes(attributes, kBindings, record);
+    clips_.pending.channelMapEntries.emplace(record.index, record.sourceIndex);
+}
+
+bool WriteClipChannelMap(SessionXMLWriter& writer, IQueryAudioClip& clip) {
+    const kelcore::uint32 count = clip.GetChannelCount();
+    if (count == 0) {
+        return true;
+    }
+    if (!writer.StartElement(names::channelMap)) {
+        return false;
+    }
+    for (kelcore::uint32 i = 0; i < count; ++i) {
+        const AttributeMap attributes = {
+            {names::index, FormatUnsigned(i)},
+            {names::sourceIndex, FormatSigned(clip.GetChannelSource(i))}};
+        if (!writer.StartElement(names::channel, attributes) || !writer.EndElement()) {
+            return false;
+        }
+    }
+    return writer.EndElement();
+}
+
+}  // namespace tses

@@ -1,0 +1,18 @@
+#include "plugin/elements/clips/EventBlock.h"
+
+#include "plugin/serializer/ValueEncoding.h"
+
+namespace tses {
+
+void WriteEventBlock(SessionXMLWriter& writer, std::u16string_view element,
+                     const EventBlockSource& source) {
+    std::vector<kelcore::byte> bytes(source.size());
+    if (bytes.empty() || !source.fill(bytes.data())) {
+        return;
+    }
+    if (writer.StartElement(element) && writer.Characters(EncodeBlock(bytes))) {
+        writer.EndElement();
+    }
+}
+
+}  // namespace tses

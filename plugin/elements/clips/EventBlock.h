@@ -1,0 +1,23 @@
+#pragma once
+
+#include <boost/function.hpp>
+#include <string_view>
+
+#include "platform/kelcore/Types.h"
+#include "plugin/xml/SessionXMLWriter.h"
+
+namespace tses {
+
+/// A block of bytes that the host gives in two steps, whoever it belongs to.
+struct EventBlockSource {
+    boost::function<kelcore::uint32()> size;
+    /// Fills a buffer of that size; false means that there is nothing to write.
+    boost::function<bool(kelcore::byte* buffer)> fill;
+};
+
+/// Writes the block, if there is one, as the text of an element of its own. Whether that succeeds
+/// does not matter to the element around it: events that cannot be stored never cost the session.
+void WriteEventBlock(SessionXMLWriter& writer, std::u16string_view element,
+                     const EventBlockSource& source);
+
+}  // namespace tses

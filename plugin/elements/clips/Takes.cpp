@@ -1,0 +1,35 @@
+#include "plugin/elements/clips/Takes.h"
+
+#include "plugin/serializer/SerializerImpl.h"
+#include "plugin/serializer/ValueEncoding.h"
+
+// One recording pass of a clip, by where it begins in the clip's source:
+//
+//     <take sourceInPoint="96000"/>
+
+namespace tses {
+
+void Serializer::Impl::StartTake(State state, const AttributeMap& attributes) {
+    PushState(state);
+    kelcore::int64 sourceInPoint = 0;
+    if (const std::u16string* const text = attributes.Find(names::sourceInPoint)) {
+        ParseInt64(*text, sourceInPoint);
+    }
+    if (clips_.audioClip) {
+        clips_.audioClip->AddTake(sourceInPoint);
+    }
+}
+
+bool WriteTakes(SessionXMLWriter& writer, IQueryAudioClip& clip) {
+    const kelcore::uint32 count = clip.GetTakeCount();
+    for (kelcore::uint32 i = 0; i < count; ++i) {
+        const AttributeMap attributes = {
+            {names::sourceInPoint, FormatInt64(clip.GetTakeSourceInPoint(i))}};
+        if (!writer.StartElement(names::take, attributes) || !writer.EndElement()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace tses

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+
+#include "host/Effects.h"
+#include "plugin/serializer/HostReference.h"
+#include "plugin/xml/AttributeMap.h"
+#include "plugin/xml/SessionXMLWriter.h"
+
+namespace tses {
+
+/// Writes the component of a control that a track, clip, send or rack has by nature, under its
+/// keyword as "id". None is written for a component that the host does not have, and that is
+/// success.
+bool WriteKeywordComponent(SessionXMLWriter& writer, std::u16string_view keyword,
+                           HostReference<IQueryComponent> component);
+
+/// Adds the preset's name, if the component has one, and the state of the editor window.
+void QueryPresetAndEditor(IQueryComponent& component, AttributeMap& attributes);
+
+}  // namespace tses

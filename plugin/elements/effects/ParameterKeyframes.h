@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+#include "host/Automation.h"
+#include "plugin/xml/SessionXMLWriter.h"
+
+namespace tses {
+
+/// Writes a lane and its keyframes under the given names; nothing for a lane without keyframes,
+/// whatever its flags.
+bool WriteParameterKeyframes(SessionXMLWriter& writer, std::u16string_view laneName,
+                             std::u16string_view keyframeName, IQueryAutomationLane& lane);
+
+}  // namespace tses

@@ -1,0 +1,32 @@
+#include "plugin/elements/effects/PresetChunkData.h"
+
+#include "plugin/serializer/SerializerImpl.h"
+#include "plugin/serializer/ValueEncoding.h"
+#include "plugin/xml/Text.h"
+
+// The state of an effect, which only the effect understands:
+//
+//     <presetChunkData><![CDATA[AAEC...]]></presetChunkData>
+//
+// Text that does not decode, or to no bytes, leaves the effect as it is.
+
+namespace tses {
+
+void Serializer::Impl::EndPresetChunkData() {
+    const std::vector<kelcore::byte> bytes = DecodeBlock(TrimWhitespace(characterBuffer_));
+    if (effects_.component && !bytes.empty()) {
+        effects_.component->SetPresetChunk(bytes.data(),
+                                           static_cast<kelcore::uint32>(bytes.size()));
+    }
+}
+
+bool WritePresetChunkData(SessionXMLWriter& writer, IQueryComponent& component) {
+    std::vector<kelcore::byte> bytes(component.GetPresetChunkSize());
+    if (bytes.empty() || !component.GetPresetChunk(bytes.data())) {
+        return true;
+    }
+    return writer.StartElement(names::presetChunkData) && writer.Characters(EncodeBlock(bytes)) &&
+           writer.EndElement();
+}
+
+}  // namespace tses

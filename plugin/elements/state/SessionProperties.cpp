@@ -1,0 +1,59 @@
+#include "plugin/elements/state/SessionProperties.h"
+
+#include "host/Properties.h"
+#include "plugin/serializer/HostText.h"
+#include "plugin/serializer/SerializerImpl.h"
+#include "plugin/xml/Text.h"
+
+// Texts that the host keeps with the session, by key:
+//
+//     <properties> <property key="artist">...</property> ... </properties>
+//
+// A value loses its blanks and line ends at both ends on the way back.
+
+namespace tses {
+
+void Serializer::Impl::StartSessionProperties(State state, const AttributeMap& /*attributes*/) {
+    PushState(state);
+    savedState_.properties = Retain(session_->GetProperties());
+}
+
+void Serializer::Impl::StartProperty(State state, const AttributeMap& attributes) {
+    PushState(state);
+    const std::u16string* const key = attributes.Find(names::key);
+    savedState_.propertyKey = key != nullptr ? *key : std::u16string();
+}
+
+void Serializer::Impl::EndProperty() {
+    if (savedState_.properties) {
+        const std::u16string value(TrimWhitespace(characterBuffer_));
+        savedState_.properties->SetProperty(savedState_.propertyKey.c_str(), value.c_str());
+    }
+}
+
+namespace {
+
+bool WriteProperty(SessionXMLWriter& writer, IQueryProperties& properties, kelcore::uint32 index) {
+    const std::u16string key = TextOf(properties.GetKey(index));
+    const std::u16string value = TextOf(properties.GetValue(key.c_str()));
+    return writer.StartElement(names::property, {{names::key, key}}) &&
+           (value.empty() || writer.Text(value)) && writer.EndElement();
+}
+
+}  // namespace
+
+bool WriteSessionProperties(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
+    const auto properties = Retain(session->GetProperties());
+    if (!writer.StartElement(names::properties)) {
+        return false;
+    }
+    const kelcore::uint32 count = properties ? properties->GetCount() : 0;
+    for (kelcore::uint32 i = 0; i < count; ++i) {
+        if (!WriteProperty(writer, *properties, i)) {
+            return false;
+        }
+    }
+    return writer.EndElement();
+}
+
+}  // namespace tses

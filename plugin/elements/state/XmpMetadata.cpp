@@ -1,0 +1,25 @@
+#include "plugin/elements/state/XmpMetadata.h"
+
+#include "plugin/serializer/HostText.h"
+#include "plugin/serializer/SerializerImpl.h"
+#include "plugin/xml/Text.h"
+
+// The session's XMP packet, as it is:
+//
+//     <xmpMetadata><![CDATA[<x:xmpmeta> ... </x:xmpmeta>]]></xmpMetadata>
+
+namespace tses {
+
+void Serializer::Impl::EndXmpMetadata() {
+    const std::u16string packet(TrimWhitespace(characterBuffer_));
+    session_->SetXmpMetadata(packet.c_str());
+    AdvanceProgress();
+}
+
+bool WriteXmpMetadata(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
+    const std::u16string packet = TextOf(session->GetXmpMetadata());
+    return packet.empty() || (writer.StartElement(names::xmpMetadata) &&
+                              writer.Characters(packet) && writer.EndElement());
+}
+
+}  // namespace tses

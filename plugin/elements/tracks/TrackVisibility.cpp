@@ -1,0 +1,144 @@
+#include "plugin/elements/tracks/TrackVisibility.h"
+
+#include "host/TrackVisibility.h"
+#include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostText.h"
+#include "plugin/serializer/SerializerImpl.h"
+
+// Presets of which tracks are shown how high:
+//
+//     <trackVisibilityPresets>
+//       <trackVisibilityPreset id="1" name="Voices only">
+//         <trackVisibility id="7" trackHeight="64" trackMinimized="true"/>
+//       </trackVisibilityPreset>
+//     </trackVisibilityPresets>
+//
+// Both directions go through a list of records: the host sees a preset when all of them have been
+// read.
+
+namespace tses {
+namespace {
+
+using Entry = PendingVisibilityPreset::Entry;
+
+constexpr Binding<PendingVisibilityPreset> kPresetBindings[] = {
+    {names::id, read::Number<&PendingVisibilityPreset::id>},
+    {names::name, read::Text<&PendingVisibilityPreset::name>},
+};
+
+constexpr Binding<Entry> kEntryBindings[] = {
+    {names::id, read::Number<&Entry::trackId>},
+    {names::trackHeight, read::Number<&Entry::height>},
+    {names::trackMinimized, read::StrictBool<&Entry::minimized>},
+};
+
+void Apply(const PendingVisibilityPreset& pending, IEditTrackVisibilityPreset& preset) {
+    preset.SetId(pending.id);
+    preset.SetName(pending.name.c_str());
+    for (const Entry& entry : pending.entries) {
+        preset.AddTrack(entry.trackId, entry.height, entry.minimized);
+    }
+}
+
+}  // namespace
+
+void Serializer::Impl::StartTrackVisibilityPresets(State state,
+                                                   const AttributeMap& /*attributes*/) {
+    PushState(state);
+    tracks_.visibilityPresets.clear();
+}
+
+void Serializer::Impl::StartTrackVisibilityPreset(State state, const AttributeMap& attributes) {
+    PushState(state);
+    ReadAttributes(attributes, kPresetBindings, tracks_.visibilityPresets.emplace_back());
+}
+
+void Serializer::Impl::StartTrackVisibility(State state, const AttributeMap& attributes) {
+    PushState(state);
+    if (!tracks_.visibilityPresets.empty()) {
+        ReadAttributes(attributes, kEntryBindings,
+                       tracks_.visibilityPresets.back().entries.emplace_back());
+    }
+}
+
+void Serializer::Impl::EndTrackVisibilityPresets() {
+    for (const PendingVisibilityPreset& pending : tracks_.visibilityPresets) {
+        if (const auto preset = Retain(session_->CreateTrackVisibilityPreset())) {
+            Apply(pending, *preset);
+        }
+    }
+    tracks_.visibilityPresets.clear();
+}
+
+// Writing
+
+namespace {
+
+PendingVisibilityPreset QueryPreset(IQueryTrackVisibilityPreset& preset) {
+    PendingVisibilityPreset record{preset.GetId(), TextOf(preset.GetName()), {}};
+    const kelcore::uint32 count = preset.GetTrackCount();
+    for (kelcore::uint32 i = 0; i < count; ++i) {
+        Entry& entry = record.entries.emplace_back();
+        preset.GetTrack(i, entry.trackId, entry.height, entry.minimized);
+    }
+    return record;
+}
+
+std::vector<PendingVisibilityPreset> QueryPresets(IQuerySession& session) {
+    std::vector<PendingVisibilityPreset> records;
+    const kelcore::uint32 count = session.GetTrackVisibilityPresetCount();
+    for (kelcore::uint32 i = 0; i < count; ++i) {
+        if (const auto preset = Retain(session.GetTrackVisibilityPreset(i))) {
+            records.push_back(QueryPreset(*preset));
+        }
+    }
+    return records;
+}
+
+AttributeMap ToAttributes(const PendingVisibilityPreset& preset) {
+    AttributeMap attributes = {{names::id, FormatUnsigned(preset.id)}};
+    attributes.SetUnlessEmpty(names::name, preset.name);
+    return attributes;
+}
+
+AttributeMap ToAttributes(const Entry& entry) {
+    AttributeMap attributes = {{names::id, FormatUnsigned(entry.trackId)},
+                               {names::trackHeight, FormatFloat(entry.height)}};
+    if (entry.minimized) {
+        attributes.Set(names::trackMinimized, FormatBool(true));
+    }
+    return attributes;
+}
+
+bool WritePreset(SessionXMLWriter& writer, const PendingVisibilityPreset& preset) {
+    if (!writer.StartElement(names::trackVisibilityPreset, ToAttributes(preset))) {
+        return false;
+    }
+    for (const Entry& entry : preset.entries) {
+        if (!writer.StartElement(names::trackVisibility, ToAttributes(entry)) ||
+            !writer.EndElement()) {
+            return false;
+        }
+    }
+    return writer.EndElement();
+}
+
+}  // namespace
+
+bool WriteTrackVisibilityPresets(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
+    const std::vector<PendingVisibilityPreset> presets = QueryPresets(*session);
+    if (presets.empty()) {
+        return true;
+    }
+    if (!writer.StartElement(names::trackVisibilityPresets)) {
+        return false;
+    }
+    for (const PendingVisibilityPreset& preset : presets) {
+        if (!WritePreset(writer, preset)) {
+            return false;
+        }
+    }
+    return writer.EndElement();
+}
+
+}  // namespace tses

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "host/Session.h"
+#include "plugin/serializer/HostReference.h"
+#include "plugin/xml/SessionXMLWriter.h"
+
+namespace tses {
+
+/// Writes "trackVisibilityPresets"; nothing for a session without presets.
+bool WriteTrackVisibilityPresets(SessionXMLWriter& writer, HostReference<IQuerySession> session);
+
+}  // namespace tses
