@@ -112,7 +112,7 @@ public:
             return;
         }
         const CarriedElement* const row =
-            FindCarriedElement(name, open_.empty() ? u"" : open_.back().row->name);
+            FindCarriedElement(name, open_.empty() ? u"" : open_.back().row->scope);
         if (row == nullptr) {
             BeginLost(name, place);
             return;
@@ -131,8 +131,8 @@ public:
     }
 
     void characters(const XMLCh* text, XMLSize_t length) override {
-        if (lost_.depth != 0 || open_.empty() || open_.back().textReported ||
-            IsWhiteSpace({text, length})) {
+        if (lost_.depth != 0 || open_.empty() || open_.back().row->hasText ||
+            open_.back().textReported || IsWhiteSpace({text, length})) {
             return;
         }
         open_.back().textReported = true;

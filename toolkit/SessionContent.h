@@ -24,9 +24,14 @@ enum class Occurrence { Once, ById, Many };
 
 struct CarriedElement {
     std::u16string_view name;
-    std::u16string_view parent;  ///< the name of the element that it stands in; empty for the root
+    /// The scopes of the elements that it stands in; empty for the root.
+    std::span<const std::u16string_view> parents;
     Occurrence occurrence;
     std::span<const CarriedAttribute> attributes;
+    /// What its children name as their parent: its name, unless elements of one name differ in what
+    /// may stand in them.
+    std::u16string_view scope;
+    bool hasText = false;  ///< whether its character data are content
 };
 
 /// The id of no thing: what an element without an id has.
@@ -35,8 +40,9 @@ inline constexpr kelcore::uint32 kNoId = 4294967295;
 /// The name that the root of a session file has.
 inline constexpr std::u16string_view kRootElement = u"orvo";
 
-/// The row of an element that stands in `parent`; null when it is not carried there.
-const CarriedElement* FindCarriedElement(std::u16string_view name, std::u16string_view parent);
+/// The row of an element that stands in an element of that scope (empty: the row of the root); null
+/// when it is not carried there.
+const CarriedElement* FindCarriedElement(std::u16string_view name, std::u16string_view parentScope);
 
 /// The row of an attribute of the element; null when it is not carried.
 const CarriedAttribute* FindCarriedAttribute(const CarriedElement& element,

@@ -1,0 +1,173 @@
+#include "toolkit/ClipSummary.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "platform/kelcore/Strings.h"
+#include "toolkit/TrackSummary.h"
+
+namespace toolkit {
+namespace {
+
+namespace model = refhost::model;
+
+using ClipKey = std::pair<kelcore::uint32, kelcore::uint32>;  // track, clip
+
+class Context {
+public:
+    Context(const model::Session& session, const std::vector<MediaSummary>& media) {
+        for (const MediaSummary& file : media) {
+            if (file.found) {
+                found_.insert(file.id);
+            }
+        }
+        for (const model::ClipGroup& group : session.clipGroups) {
+            for (const model::ClipGroupItem& item : group.items) {
+                Join(groups_[{item.trackId, item.clipId}], NameOf(group));
+            }
+        }
+    }
+
+    bool IsFound(kelcore::uint32 fileId) const { return found_.contains(fileId); }
+
+    std::u16string GroupsOf(const ClipKey& key) const {
+        const auto groups = groups_.find(key);
+        return groups != groups_.end() ? groups->second : std::u16string();
+    }
+
+private:
+    static std::u16string NameOf(const model::ClipGroup& group) {
+        return group.name.empty() ? u"group " + kelcore::AsciiToUTF16(std::to_string(group.id))
+                                  : group.name;
+    }
+
+    static void Join(std::u16string& list, const std::u16string& name) {
+        list += list.empty() ? name : u", " + name;
+    }
+
+    std::set<kelcore::uint32> found_;
+    std::map<ClipKey, std::u16string> groups_;
+};
+
+template <class Track, class Clip>
+ClipSummary Begin(const Track& track, const Clip& clip, const Context& context) {
+    ClipSummary summary;
+    summary.trackId = track.id;
+    summary.trackName = track.name;
+    summary.id = clip.id;
+    summary.name = clip.name;
+    summary.start = clip.startPoint;
+    summary.duration = clip.duration;
+    summary.group = context.GroupsOf({track.id, clip.id});
+    return summary;
+}
+
+void MarkIf(ClipSummary& summary, bool holds, std::string mark) {
+    if (holds) {
+        summary.marks.push_back(std::move(mark));
+    }
+}
+
+ClipSummary Summarise(const model::AudioTrack& track, const model::AudioClip& clip,
+                      const Context& context) {
+    ClipSummary summary = Begin(track, clip, context);
+    summary.fileId = clip.fileId;
+    MarkIf(summary, !context.IsFound(clip.fileId), "missing");
+    MarkIf(summary, clip.offline, "offline");
+    MarkIf(summary, clip.lockedInTime, "locked");
+    MarkIf(summary, clip.looped, "looped");
+    MarkIf(summary, clip.stretch && clip.stretch->stretchMode != 0, "stretched");
+    MarkIf(summary, clip.fadeIn || clip.fadeOut, "fades");
+    MarkIf(summary, clip.crossFadeHeadClipId != -1 || clip.crossFadeTailClipId != -1, "crossfades");
+    MarkIf(summary, !clip.takes.empty(), "takes " + std::to_string(clip.takes.size()));
+    MarkIf(summary, clip.effectsRack && !clip.effectsRack->slots.empty(), "effects");
+    MarkIf(summary, CountAutomation(clip).lanes != 0, "automation");
+    return summary;
+}
+
+ClipSummary Summarise(const model::AudioTrack& track, const model::MidiClip& clip,
+                      const Context& context) {
+    ClipSummary summary = Begin(track, clip, context);
+    MarkIf(summary, clip.lockedInTime, "locked");
+    MarkIf(summary, clip.events.empty(), "empty");
+    return summary;
+}
+
+ClipSummary Summarise(const model::VideoTrack& track, const model::VideoClip& clip,
+                      const Context& context) {
+    ClipSummary summary = Begin(track, clip, context);
+    summary.fileId = clip.fileId;
+    MarkIf(summary, !context.IsFound(clip.fileId), "missing");
+    MarkIf(summary, clip.offline, "offline");
+    MarkIf(summary, clip.lockedInTime, "locked");
+    return summary;
+}
+
+template <class Track, class Clips>
+void Append(std::vector<ClipSummary>& summaries, const Track& track, const Clips& clips,
+            const Context& context) {
+    for (const auto& clip : clips) {
+        summaries.push_back(Summarise(track, clip, context));
+    }
+}
+
+void SortFrom(std::vector<ClipSummary>& summaries, std::size_t first) {
+    std::stable_sort(
+        summaries.begin() + static_cast<std::ptrdiff_t>(first), summaries.end(),
+        [](const ClipSummary& left, const ClipSummary& right) { return left.start < right.start; });
+}
+
+std::set<ClipKey> AllClips(const model::Session& session) {
+    std::set<ClipKey> keys;
+    const auto add = [&keys](const auto& track, const auto& clips) {
+        for (const auto& clip : clips) {
+            keys.insert({track.id, clip.id});
+        }
+    };
+    for (const model::VideoTrack& track : session.videoTracks) {
+        add(track, track.clips);
+    }
+    for (const model::AudioTrack& track : session.audioTracks) {
+        add(track, track.clips);
+        add(track, track.midiClips);
+    }
+    return keys;
+}
+
+}  // namespace
+
+std::vector<ClipSummary> SummariseClips(const model::Session& session,
+                                        const std::vector<MediaSummary>& media) {
+    const Context context(session, media);
+    std::vector<ClipSummary> summaries;
+    for (const model::VideoTrack& track : session.videoTracks) {
+        const std::size_t first = summaries.size();
+        Append(summaries, track, track.clips, context);
+        SortFrom(summaries, first);
+    }
+    for (const model::AudioTrack& track : session.audioTracks) {
+        const std::size_t first = summaries.size();
+        Append(summaries, track, track.clips, context);
+        Append(summaries, track, track.midiClips, context);
+        SortFrom(summaries, first);
+    }
+    return summaries;
+}
+
+std::vector<GroupSummary> SummariseGroups(const model::Session& session) {
+    const std::set<ClipKey> clips = AllClips(session);
+    std::vector<GroupSummary> summaries;
+    for (const model::ClipGroup& group : session.clipGroups) {
+        GroupSummary summary{group.id, group.name, group.items.size(), 0};
+        summary.dangling = static_cast<std::size_t>(std::count_if(
+            group.items.begin(), group.items.end(), [&](const model::ClipGroupItem& item) {
+                return !clips.contains({item.trackId, item.clipId});
+            }));
+        summaries.push_back(summary);
+    }
+    return summaries;
+}
+
+}  // namespace toolkit

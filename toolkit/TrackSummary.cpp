@@ -1,0 +1,246 @@
+#include "toolkit/TrackSummary.h"
+
+#include <algorithm>
+
+#include "platform/kelcore/Strings.h"
+
+namespace toolkit {
+namespace {
+
+namespace model = refhost::model;
+
+constexpr float kOnFrom = 0.5F;
+
+AutomationCount Count(const model::Component& component) {
+    AutomationCount count;
+    for (const auto& [index, parameter] : component.parameters) {
+        const bool stored = parameter.value && parameter.automation;
+        if (stored && !parameter.automation->keyframes.empty()) {
+            count += {1, parameter.automation->keyframes.size()};
+        }
+    }
+    return count;
+}
+
+AutomationCount Count(const std::optional<model::Component>& component) {
+    return component ? Count(*component) : AutomationCount();
+}
+
+AutomationCount Count(const std::optional<model::EffectsRack>& rack) {
+    AutomationCount count;
+    if (!rack) {
+        return count;
+    }
+    count += Count(rack->mix);
+    count += Count(rack->input);
+    count += Count(rack->output);
+    for (const auto& slot : rack->slots) {
+        if (slot) {
+            count += Count(slot->component);
+        }
+    }
+    return count;
+}
+
+std::u16string Numbered(const char16_t* what, kelcore::int32 id) {
+    return what + kelcore::AsciiToUTF16(std::to_string(id));
+}
+
+std::u16string NameOr(const std::u16string& name, const std::u16string& otherwise) {
+    return name.empty() ? otherwise : name;
+}
+
+/// A track by its id as routing gives it. One that is not there, or has no name, is told by number.
+std::u16string TrackName(const model::Session& session, kelcore::int32 id) {
+    const auto track = std::find_if(session.audioTracks.begin(), session.audioTracks.end(),
+                                    [id](const model::AudioTrack& each) {
+                                        return each.id == static_cast<kelcore::uint32>(id);
+                                    });
+    return track != session.audioTracks.end() ? NameOr(track->name, Numbered(u"track ", id))
+                                              : Numbered(u"missing track ", id);
+}
+
+std::u16string PortName(const std::vector<model::AudioPort>& ports, kelcore::int32 id) {
+    const auto port = std::find_if(ports.begin(), ports.end(),
+                                   [id](const model::AudioPort& each) { return each.id == id; });
+    return port != ports.end() ? NameOr(port->name, Numbered(u"port ", id))
+                               : Numbered(u"port ", id);
+}
+
+/// As sessions are saved: an id above 0 is a track, everything else goes to the hardware.
+std::u16string OutputName(const model::Session& session, const model::AudioTrack& track) {
+    if (track.outputTrackId > 0) {
+        return TrackName(session, track.outputTrackId);
+    }
+    return track.hardwareOutputId >= 0
+               ? PortName(session.audioDevice.outputPorts, track.hardwareOutputId)
+               : std::u16string();
+}
+
+SendSummary Summarise(const model::Session& session, const model::SendSlot& slot) {
+    SendSummary summary;
+    summary.destination =
+        slot.sendOutputId >= 0 ? TrackName(session, slot.sendOutputId) : std::u16string();
+    summary.preFader = slot.preFader;
+    summary.automation += Count(slot.sendComponent);
+    summary.automation += Count(slot.panComponent);
+    return summary;
+}
+
+std::vector<SendSummary> SummariseSends(const model::Session& session,
+                                        const std::optional<model::SendList>& list) {
+    std::vector<SendSummary> summaries;
+    if (list) {
+        for (const auto& slot : list->slots) {
+            if (slot) {
+                summaries.push_back(Summarise(session, *slot));
+            }
+        }
+    }
+    return summaries;
+}
+
+EffectSummary Summarise(const model::EffectsSlot& slot) {
+    EffectSummary summary;
+    summary.slotIndex = slot.slotIndex;
+    summary.bypassed = slot.bypassed;
+    if (slot.component) {
+        summary.name = NameOr(slot.component->name, slot.component->componentId);
+        summary.preset = slot.component->presetName;
+        summary.parameters = slot.component->parameters.size();
+        summary.presetBytes = slot.component->presetChunk.size();
+        summary.automation = Count(*slot.component);
+    }
+    return summary;
+}
+
+std::vector<EffectSummary> SummariseEffects(const std::optional<model::EffectsRack>& rack) {
+    std::vector<EffectSummary> summaries;
+    if (rack) {
+        for (const auto& slot : rack->slots) {
+            if (slot) {
+                summaries.push_back(Summarise(*slot));
+            }
+        }
+    }
+    return summaries;
+}
+
+AutomationCount CountTrack(const TrackSummary& summary, const model::AudioTrack& track) {
+    AutomationCount count;
+    count += Count(track.fader);
+    count += Count(track.mute);
+    count += Count(track.pan);
+    count += Count(track.eq);
+    count += Count(track.effectsRack);
+    for (const SendSummary& send : summary.sends) {
+        count += send.automation;
+    }
+    for (const model::AudioClip& clip : track.clips) {
+        count += CountAutomation(clip);
+    }
+    return count;
+}
+
+bool IsOn(const std::optional<model::Component>& component) {
+    if (!component || component->parameters.empty()) {
+        return false;
+    }
+    const auto& value = component->parameters.begin()->second.value;
+    return value && *value >= kOnFrom;
+}
+
+TrackFamily FamilyOf(kelcore::uint32 kind) {
+    switch (kind) {
+        case 2:
+            return TrackFamily::Bus;
+        case 3:
+            return TrackFamily::Master;
+        case 4:
+            return TrackFamily::Metronome;
+        case 5:
+            return TrackFamily::Instrument;
+        default:
+            return TrackFamily::Audio;
+    }
+}
+
+TrackSummary Summarise(const model::Session& session, const model::AudioTrack& track) {
+    TrackSummary summary;
+    summary.family = FamilyOf(track.kind);
+    summary.id = track.id;
+    summary.name = track.name;
+    summary.channelCount = track.audioChannelType;
+    summary.output = OutputName(session, track);
+    summary.input = track.inputId >= 0 ? PortName(session.audioDevice.inputPorts, track.inputId)
+                                       : std::u16string();
+    summary.solo = track.solo;
+    summary.recordArmed = track.recordArmed;
+    summary.muted = IsOn(track.mute);
+    summary.visible = track.visible;
+    summary.sends = SummariseSends(session, track.sendList);
+    summary.effects = SummariseEffects(track.effectsRack);
+    summary.clips = track.clips.size() + track.midiClips.size();
+    summary.automation = CountTrack(summary, track);
+    return summary;
+}
+
+TrackSummary Summarise(const model::VideoTrack& track) {
+    TrackSummary summary;
+    summary.family = TrackFamily::Video;
+    summary.id = track.id;
+    summary.name = track.name;
+    summary.clips = track.clips.size();
+    return summary;
+}
+
+}  // namespace
+
+AutomationCount& AutomationCount::operator+=(const AutomationCount& other) {
+    lanes += other.lanes;
+    keyframes += other.keyframes;
+    return *this;
+}
+
+const char* FamilyName(TrackFamily family) {
+    switch (family) {
+        case TrackFamily::Video:
+            return "video";
+        case TrackFamily::Audio:
+            return "audio";
+        case TrackFamily::Bus:
+            return "bus";
+        case TrackFamily::Master:
+            return "master";
+        case TrackFamily::Metronome:
+            return "metronome";
+        case TrackFamily::Instrument:
+            return "instrument";
+    }
+    return "";
+}
+
+std::vector<TrackSummary> SummariseTracks(const model::Session& session) {
+    std::vector<TrackSummary> summaries;
+    for (const model::VideoTrack& track : session.videoTracks) {
+        summaries.push_back(Summarise(track));
+    }
+    for (const model::AudioTrack& track : session.audioTracks) {
+        summaries.push_back(Summarise(session, track));
+    }
+    if (session.metronome.track) {
+        summaries.push_back(Summarise(session, *session.metronome.track));
+    }
+    return summaries;
+}
+
+AutomationCount CountAutomation(const model::AudioClip& clip) {
+    AutomationCount count;
+    count += Count(clip.gain);
+    count += Count(clip.mute);
+    count += Count(clip.pan);
+    count += Count(clip.effectsRack);
+    return count;
+}
+
+}  // namespace toolkit

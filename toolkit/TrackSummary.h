@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/kelcore/Types.h"
+#include "reference_host/model/Session.h"
+
+namespace toolkit {
+
+/// How much automation there is. A lane without keyframes counts for nothing: no file keeps it.
+struct AutomationCount {
+    std::size_t lanes = 0;
+    std::size_t keyframes = 0;
+
+    AutomationCount& operator+=(const AutomationCount& other);
+    friend bool operator==(const AutomationCount&, const AutomationCount&) = default;
+};
+
+/// An effect in a rack.
+struct EffectSummary {
+    kelcore::uint32 slotIndex = 0;
+    std::u16string
+        name;  ///< the component's name, or its id where it has none; empty: an empty slot
+    std::u16string preset;
+    bool bypassed = false;
+    std::size_t parameters = 0;
+    std::size_t presetBytes = 0;
+    AutomationCount automation;
+
+    friend bool operator==(const EffectSummary&, const EffectSummary&) = default;
+};
+
+/// A send, by where it goes.
+struct SendSummary {
+    std::u16string destination;
+    bool preFader = false;
+    AutomationCount automation;
+
+    friend bool operator==(const SendSummary&, const SendSummary&) = default;
+};
+
+enum class TrackFamily { Video, Audio, Bus, Master, Metronome, Instrument };
+
+/// One track, of either family, as a person wants to see it.
+struct TrackSummary {
+    TrackFamily family = TrackFamily::Audio;
+    kelcore::uint32 id = 0;
+    std::u16string name;
+    kelcore::uint32 channelCount = 0;  ///< 0: not said
+    std::u16string output;  ///< the track or port that it goes to, by name; empty: nowhere
+    std::u16string input;   ///< the port that it records from, by name; empty: none
+    bool solo = false;
+    bool recordArmed = false;
+    bool muted = false;  ///< its mute component's parameter is on
+    bool visible = true;
+    std::vector<SendSummary> sends;
+    std::vector<EffectSummary> effects;
+    std::size_t clips = 0;
+    AutomationCount automation;  ///< of everything in the track, its clips included
+
+    friend bool operator==(const TrackSummary&, const TrackSummary&) = default;
+};
+
+/// What a family is called in tables and JSON: "audio", "bus", ...
+const char* FamilyName(TrackFamily family);
+
+/// The video tracks, the other tracks and the metronome's, in the session's order.
+std::vector<TrackSummary> SummariseTracks(const refhost::model::Session& session);
+
+/// The automation of a clip's own controls and effects.
+AutomationCount CountAutomation(const refhost::model::AudioClip& clip);
+
+}  // namespace toolkit
