@@ -34,6 +34,7 @@ struct Options {
     std::string out;
     std::optional<Kind> from;
     std::optional<Kind> to;
+    bool lossy = false;
 };
 
 // The command line
@@ -80,17 +81,17 @@ bool CarriesEverything(const SessionFile& file, const toolkit::DocumentScan& sca
     return scan.notCarriedCount == 0;
 }
 
-std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name) {
+std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name, bool lossy) {
     const SessionFile file(name);
     const toolkit::DocumentScan scan = toolkit::ScanDocument(file.Path());
     if (scan.problem) {
         return Refuse(ToMessage(file.Name(), *scan.problem));
     }
-    if (!CarriesEverything(file, scan)) {
-        return Refuse(
-            {.subject = file.Name(),
-             .what = "not converted",
-             .advice = "nothing was written, because the content named above would be lost"});
+    if (!CarriesEverything(file, scan) && !lossy) {
+        return Refuse({.subject = file.Name(),
+                       .what = "not converted",
+                       .advice = "nothing was written, because the content named above would be "
+                                 "lost; --lossy converts all the same"});
     }
     ProgressBar bar("reading " + file.Name());
     refhost::ReadOptions options;
@@ -200,7 +201,7 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
         plugin.emplace();
     }
     std::optional<Session> session =
-        from == Kind::Orvo ? ReadOrvo(*plugin, options.in) : ReadJson(options.in);
+        from == Kind::Orvo ? ReadOrvo(*plugin, options.in, options.lossy) : ReadJson(options.in);
     if (!session) {
         return ExitCode::Failure;
     }
@@ -222,6 +223,8 @@ void AddConvert(CLI::App& tool, Action& chosen) {
             ->type_name("KIND")
             ->transform(CLI::CheckedTransformer(kKinds).description(""));
     }
+    verb->add_flag("--lossy", options->lossy,
+                   "convert also what cannot be carried over whole; what is lost is named");
     verb->footer(
         "Examples:\n"
         "  orvo convert song.orvo song.json\n"

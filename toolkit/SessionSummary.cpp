@@ -40,6 +40,11 @@ SessionSummary Summarise(const refhost::model::Session& session, const FileTest&
     summary.bitDepth = session.bitDepth;
     summary.duration = session.duration;
     summary.audioDevice = session.audioDevice;
+    summary.beatsPerMinute = session.musicalTime.beatsPerMinute;
+    summary.beatsPerBar = session.musicalTime.beatsPerBar;
+    summary.noteLength = session.musicalTime.noteLength;
+    summary.metronomeOn = session.metronome.enabled;
+    summary.metronomeBeats = session.metronome.pattern.size();
     for (const refhost::model::File& file : session.files) {
         summary.media.push_back(SummariseFile(file, exists));
     }

@@ -30,6 +30,11 @@ struct SessionSummary {
     kelcore::uint32 bitDepth = 0;
     kelcore::int64 duration = 0;  ///< in samples
     refhost::model::AudioDevice audioDevice;
+    double beatsPerMinute = 0;  ///< 0: not said
+    kelcore::int32 beatsPerBar = 0;
+    kelcore::int32 noteLength = 0;
+    bool metronomeOn = false;
+    std::size_t metronomeBeats = 0;   ///< in the pattern of a bar
     std::vector<MediaSummary> media;  ///< in the session's order
 
     std::size_t MissingCount() const;

@@ -1,0 +1,143 @@
+#include <nlohmann/json.hpp>
+
+#include "cli/InfoReport.h"
+#include "platform/kelcore/Strings.h"
+
+// `orvo info --json`.
+
+namespace cli {
+namespace {
+
+using nlohmann::ordered_json;
+
+std::string Utf8(const std::u16string& text) {
+    return kelcore::UTF16to8(text);
+}
+
+ordered_json ToJson(const refhost::model::AudioPort& port);
+ordered_json ToJson(const toolkit::MediaSummary& file);
+ordered_json ToJson(const toolkit::SendSummary& send);
+ordered_json ToJson(const toolkit::EffectSummary& effect);
+ordered_json ToJson(const toolkit::TrackSummary& track);
+ordered_json ToJson(const toolkit::ClipSummary& clip);
+ordered_json ToJson(const toolkit::GroupSummary& group);
+ordered_json ToJson(const Message& message);
+
+/// One object for each element of a list.
+template <class List>
+ordered_json ToArray(const List& list) {
+    ordered_json array = ordered_json::array();
+    for (const auto& element : list) {
+        array.push_back(ToJson(element));
+    }
+    return array;
+}
+
+ordered_json ToJson(const refhost::model::AudioPort& port) {
+    return {{"id", port.id}, {"name", Utf8(port.name)}};
+}
+
+ordered_json ToJson(const toolkit::MediaSummary& file) {
+    return {{"id", file.id},
+            {"path", Utf8(file.path)},
+            {"found", file.found},
+            {"handler", Utf8(file.handlerName)},
+            {"handlerId", Utf8(file.handlerId)}};
+}
+
+ordered_json ToJson(const toolkit::SendSummary& send) {
+    return {{"destination", Utf8(send.destination)},
+            {"preFader", send.preFader},
+            {"lanes", send.automation.lanes},
+            {"keyframes", send.automation.keyframes}};
+}
+
+ordered_json ToJson(const toolkit::EffectSummary& effect) {
+    return {{"slot", effect.slotIndex},          {"name", Utf8(effect.name)},
+            {"bypassed", effect.bypassed},       {"preset", Utf8(effect.preset)},
+            {"presetBytes", effect.presetBytes}, {"parameters", effect.parameters},
+            {"lanes", effect.automation.lanes},  {"keyframes", effect.automation.keyframes}};
+}
+
+ordered_json ToJson(const toolkit::TrackSummary& track) {
+    return {{"kind", toolkit::FamilyName(track.family)},
+            {"id", track.id},
+            {"name", Utf8(track.name)},
+            {"channelCount", track.channelCount},
+            {"input", Utf8(track.input)},
+            {"output", Utf8(track.output)},
+            {"muted", track.muted},
+            {"solo", track.solo},
+            {"recordArmed", track.recordArmed},
+            {"visible", track.visible},
+            {"clips", track.clips},
+            {"lanes", track.automation.lanes},
+            {"keyframes", track.automation.keyframes},
+            {"sends", ToArray(track.sends)},
+            {"effects", ToArray(track.effects)}};
+}
+
+ordered_json ToJson(const toolkit::ClipSummary& clip) {
+    return {{"track", clip.trackId},
+            {"id", clip.id},
+            {"name", Utf8(clip.name)},
+            {"startSamples", clip.start},
+            {"durationSamples", clip.duration},
+            {"media", clip.fileId ? ordered_json(*clip.fileId) : ordered_json(nullptr)},
+            {"group", Utf8(clip.group)},
+            {"notes", clip.marks}};
+}
+
+ordered_json ToJson(const toolkit::GroupSummary& group) {
+    return {{"id", group.id},
+            {"name", Utf8(group.name)},
+            {"clips", group.members},
+            {"clipsMissing", group.dangling}};
+}
+
+ordered_json ToJson(const Message& message) {
+    return {{"line", message.place.line},
+            {"column", message.place.column},
+            {"what", message.what},
+            {"advice", message.advice}};
+}
+
+ordered_json Device(const std::u16string& id, const std::vector<refhost::model::AudioPort>& ports) {
+    return {{"device", Utf8(id)}, {"ports", ToArray(ports)}};
+}
+
+void AddSession(const toolkit::SessionSummary& summary, ordered_json& object) {
+    object["format"] = Utf8(summary.format);
+    object["sampleRate"] = summary.sampleRate;
+    object["channelCount"] = summary.channelCount;
+    object["bitDepth"] = summary.bitDepth;
+    object["durationSamples"] = summary.duration;
+    const auto time = toolkit::FormatTime(summary.duration, summary.sampleRate);
+    object["duration"] = time ? ordered_json(*time) : ordered_json(nullptr);
+    object["input"] = Device(summary.audioDevice.inputDeviceId, summary.audioDevice.inputPorts);
+    object["output"] = Device(summary.audioDevice.outputDeviceId, summary.audioDevice.outputPorts);
+    object["beatsPerMinute"] = summary.beatsPerMinute;
+    object["beatsPerBar"] = summary.beatsPerBar;
+    object["noteLength"] = summary.noteLength;
+    object["metronomeOn"] = summary.metronomeOn;
+    object["metronomeBeats"] = summary.metronomeBeats;
+    object["mediaMissing"] = summary.MissingCount();
+    object["media"] = ToArray(summary.media);
+}
+
+}  // namespace
+
+ordered_json InfoToJson(const InfoReport& report) {
+    ordered_json object = {{"file", report.name}};
+    if (!report.content) {
+        object["errors"] = ToArray(report.messages);
+        return object;
+    }
+    AddSession(report.content->session, object);
+    object["tracks"] = ToArray(report.content->tracks);
+    object["clips"] = ToArray(report.content->clips);
+    object["groups"] = ToArray(report.content->groups);
+    return object;
+}
+
+}  // namespace cli

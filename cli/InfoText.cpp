@@ -1,0 +1,262 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "cli/InfoReport.h"
+#include "cli/Table.h"
+#include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Strings.h"
+
+// `orvo info` for people.
+
+namespace cli {
+namespace {
+
+using toolkit::AutomationCount;
+using toolkit::ClipSummary;
+using toolkit::EffectSummary;
+using toolkit::GroupSummary;
+using toolkit::SendSummary;
+using toolkit::SessionSummary;
+using toolkit::TrackSummary;
+
+using Rows = std::vector<std::vector<std::string>>;
+
+std::string Text(const std::u16string& text) {
+    return Printable(kelcore::UTF16to8(text));
+}
+
+std::string Plural(std::size_t count, const char* one) {
+    return fmt::format("{} {}{}", count, one, count == 1 ? "" : "s");
+}
+
+/// A number of which none is better said by nothing.
+std::string Unless0(std::size_t count) {
+    return count == 0 ? "" : std::to_string(count);
+}
+
+// The session
+
+/// A path as it is shortest to name from the working directory.
+std::string ShownPath(const std::u16string& path) {
+    const std::filesystem::path full(kelcore::PathToBytes(path));
+    const std::filesystem::path relative = full.lexically_relative(std::filesystem::current_path());
+    const bool below = !relative.empty() && *relative.begin() != "..";
+    return Printable((below ? relative : full).string());
+}
+
+std::string ShownDuration(const SessionSummary& summary) {
+    const std::string samples =
+        fmt::format("{} sample{}", summary.duration, summary.duration == 1 ? "" : "s");
+    const auto time = toolkit::FormatTime(summary.duration, summary.sampleRate);
+    return time ? fmt::format("{} ({})", *time, samples) : samples;
+}
+
+std::string ShownChannels(kelcore::int32 count) {
+    const auto layout = toolkit::ChannelLayoutName(count);
+    return layout ? fmt::format("{} ({})", count, *layout) : fmt::format("{}", count);
+}
+
+std::string ShownDevice(const std::u16string& id,
+                        const std::vector<refhost::model::AudioPort>& ports) {
+    std::string shown = id.empty() ? "none" : Text(id);
+    const char* separator = ": ";
+    for (const refhost::model::AudioPort& port : ports) {
+        shown += fmt::format("{}{} {}", separator, port.id, Text(port.name));
+        separator = ", ";
+    }
+    return shown;
+}
+
+std::string ShownMediaCount(const SessionSummary& summary) {
+    const std::size_t missing = summary.MissingCount();
+    if (summary.media.empty()) {
+        return "none";
+    }
+    return Plural(summary.media.size(), "file") + ", " +
+           (missing == 0 ? "all found" : fmt::format("{} missing", missing));
+}
+
+std::string ShownTempo(const SessionSummary& summary) {
+    return fmt::format("{} beats a minute, {}/{}", summary.beatsPerMinute, summary.beatsPerBar,
+                       summary.noteLength);
+}
+
+std::string ShownMetronome(const SessionSummary& summary) {
+    const std::string beats = Plural(summary.metronomeBeats, "beat");
+    return fmt::format("{}, {} in the pattern", summary.metronomeOn ? "on" : "off", beats);
+}
+
+std::string ShownSession(const SessionSummary& summary) {
+    const refhost::model::AudioDevice& device = summary.audioDevice;
+    Rows rows = {{"Format", Text(summary.format)},
+                 {"Duration", ShownDuration(summary)},
+                 {"Sample rate", fmt::format("{} Hz", summary.sampleRate)},
+                 {"Channels", ShownChannels(summary.channelCount)},
+                 {"Bit depth", fmt::format("{} bits", summary.bitDepth)},
+                 {"Input", ShownDevice(device.inputDeviceId, device.inputPorts)},
+                 {"Output", ShownDevice(device.outputDeviceId, device.outputPorts)}};
+    if (summary.beatsPerMinute > 0) {
+        rows.push_back({"Tempo", ShownTempo(summary)});
+    }
+    if (summary.metronomeOn || summary.metronomeBeats != 0) {
+        rows.push_back({"Metronome", ShownMetronome(summary)});
+    }
+    rows.push_back({"Media", ShownMediaCount(summary)});
+    return FormatTable(rows, {Align::Left, Align::Left}, "  ");
+}
+
+std::string ShownMedia(const SessionSummary& summary) {
+    Rows rows = {{"Id", "State", "Handler", "Path"}};
+    for (const toolkit::MediaSummary& file : summary.media) {
+        rows.push_back({std::to_string(file.id), file.found ? "found" : "missing",
+                        Text(file.handlerName), ShownPath(file.path)});
+    }
+    return FormatTable(rows, {Align::Right, Align::Left, Align::Left, Align::Left}, "  ");
+}
+
+// Tracks
+
+std::string ShownLayout(kelcore::uint32 channelCount) {
+    if (channelCount == 0) {
+        return "";
+    }
+    const auto layout = toolkit::ChannelLayoutName(static_cast<kelcore::int32>(channelCount));
+    return layout ? *layout : std::to_string(channelCount);
+}
+
+std::string ShownTracks(const std::vector<TrackSummary>& tracks) {
+    Rows rows = {{"Track", "Id", "Name", "Channels", "Output", "Sends", "Effects", "Clips", "Lanes",
+                  "Keyframes"}};
+    for (const TrackSummary& track : tracks) {
+        rows.push_back({toolkit::FamilyName(track.family), std::to_string(track.id),
+                        Text(track.name), ShownLayout(track.channelCount), Text(track.output),
+                        Unless0(track.sends.size()), Unless0(track.effects.size()),
+                        Unless0(track.clips), Unless0(track.automation.lanes),
+                        Unless0(track.automation.keyframes)});
+    }
+    return FormatTable(rows,
+                       {Align::Left, Align::Right, Align::Left, Align::Left, Align::Left,
+                        Align::Right, Align::Right, Align::Right, Align::Right, Align::Right},
+                       "  ");
+}
+
+std::string ShownAutomation(const AutomationCount& count) {
+    return count.lanes == 0
+               ? ""
+               : Plural(count.lanes, "lane") + ", " + Plural(count.keyframes, "keyframe");
+}
+
+std::string ShownSwitches(const TrackSummary& track) {
+    std::string shown;
+    const auto add = [&shown](bool on, const char* word) {
+        if (on) {
+            shown += (shown.empty() ? "" : ", ") + std::string(word);
+        }
+    };
+    add(track.muted, "muted");
+    add(track.solo, "solo");
+    add(track.recordArmed, "armed");
+    add(!track.visible, "hidden");
+    return shown.empty() ? "none" : shown;
+}
+
+std::string ShownSend(const SendSummary& send) {
+    std::string shown = send.destination.empty() ? "nowhere" : Text(send.destination);
+    shown += send.preFader ? " (pre-fader)" : " (post-fader)";
+    const std::string automation = ShownAutomation(send.automation);
+    return automation.empty() ? shown : shown + ", " + automation;
+}
+
+std::string TrackTitle(const TrackSummary& track) {
+    return fmt::format("  {} {}: {}\n", toolkit::FamilyName(track.family), track.id,
+                       Text(track.name));
+}
+
+std::string ShownTrackDetail(const TrackSummary& track) {
+    Rows rows = {{"Input", track.input.empty() ? "none" : Text(track.input)},
+                 {"Output", track.output.empty() ? "none" : Text(track.output)},
+                 {"Switches", ShownSwitches(track)}};
+    for (const SendSummary& send : track.sends) {
+        rows.push_back({"Send", ShownSend(send)});
+    }
+    const std::string automation = ShownAutomation(track.automation);
+    rows.push_back({"Automation", automation.empty() ? "none" : automation});
+    return TrackTitle(track) + FormatTable(rows, {Align::Left, Align::Left}, "    ");
+}
+
+std::string ShownEffects(const TrackSummary& track) {
+    Rows rows = {{"Slot", "Effect", "State", "Preset", "Parameters", "Automation"}};
+    for (const EffectSummary& effect : track.effects) {
+        rows.push_back({std::to_string(effect.slotIndex),
+                        effect.name.empty() ? "(empty)" : Text(effect.name),
+                        effect.bypassed ? "bypassed" : "on", Text(effect.preset),
+                        std::to_string(effect.parameters), ShownAutomation(effect.automation)});
+    }
+    return TrackTitle(track) + FormatTable(rows,
+                                           {Align::Right, Align::Left, Align::Left, Align::Left,
+                                            Align::Right, Align::Left},
+                                           "    ");
+}
+
+// Clips
+
+std::string ShownPosition(kelcore::int64 samples, kelcore::uint32 sampleRate) {
+    const auto time = toolkit::FormatTime(samples, sampleRate);
+    return time ? *time : std::to_string(samples);
+}
+
+std::string ShownClips(const InfoContent& content) {
+    const kelcore::uint32 rate = content.session.sampleRate;
+    Rows rows = {{"Track", "Clip", "Name", "Start", "Length", "Media", "Group", "Notes"}};
+    for (const ClipSummary& clip : content.clips) {
+        rows.push_back({Text(clip.trackName), std::to_string(clip.id), Text(clip.name),
+                        ShownPosition(clip.start, rate), ShownPosition(clip.duration, rate),
+                        clip.fileId ? std::to_string(*clip.fileId) : "", Text(clip.group),
+                        fmt::format("{}", fmt::join(clip.marks, ", "))});
+    }
+    return FormatTable(rows,
+                       {Align::Left, Align::Right, Align::Left, Align::Right, Align::Right,
+                        Align::Right, Align::Left, Align::Left},
+                       "  ");
+}
+
+std::string ShownGroups(const std::vector<GroupSummary>& groups) {
+    Rows rows = {{"Group", "Name", "Clips", "Notes"}};
+    for (const GroupSummary& group : groups) {
+        rows.push_back({std::to_string(group.id), Text(group.name), std::to_string(group.members),
+                        group.dangling == 0 ? "" : Plural(group.dangling, "clip") + " missing"});
+    }
+    return FormatTable(rows, {Align::Right, Align::Left, Align::Right, Align::Left}, "  ");
+}
+
+}  // namespace
+
+std::string ShowInfo(const InfoReport& report, const InfoDetail& detail) {
+    const InfoContent& content = *report.content;
+    std::string text = Printable(report.name) + "\n" + ShownSession(content.session);
+    if (!content.session.media.empty()) {
+        text += "\n" + ShownMedia(content.session);
+    }
+    if (!content.tracks.empty()) {
+        text += "\n" + ShownTracks(content.tracks);
+    }
+    for (const TrackSummary& track : content.tracks) {
+        if (detail.tracks) {
+            text += "\n" + ShownTrackDetail(track);
+        }
+        if (detail.effects && !track.effects.empty()) {
+            text += "\n" + ShownEffects(track);
+        }
+    }
+    if (detail.clips && !content.clips.empty()) {
+        text += "\n" + ShownClips(content);
+    }
+    if (!content.groups.empty()) {
+        text += "\n" + ShownGroups(content.groups);
+    }
+    return text;
+}
+
+}  // namespace cli
