@@ -41,8 +41,8 @@ struct HostSetup {
     refhost::Interceptor interceptor;
 };
 
-/// One serializer between documents and the reference host. After each test, nothing of the host may
-/// be alive.
+/// One serializer between documents and the reference host. After each test, nothing of the host
+/// may be alive.
 class SerializerFixture : public testing::Test {
 protected:
     SerializerFixture();

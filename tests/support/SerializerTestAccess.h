@@ -17,7 +17,9 @@ struct SerializerTestAccess {
     static const std::u16string& Characters(const Serializer::Impl& impl) {
         return impl.characterBuffer_;
     }
-    static const std::vector<State>& Stack(const Serializer::Impl& impl) { return impl.stateStack_; }
+    static const std::vector<State>& Stack(const Serializer::Impl& impl) {
+        return impl.stateStack_;
+    }
     static TracksReadState& Tracks(Serializer::Impl& impl) { return impl.tracks_; }
     static EffectsReadState& Effects(Serializer::Impl& impl) { return impl.effects_; }
     static void StartParameterKeyframe(Serializer::Impl& impl, const AttributeMap& attributes) {
