@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/plugin/elements/ElementFixture.h"
 #include "reference_host/SessionNode.h"
+#include "tests/plugin/elements/ElementFixture.h"
 #include "tests/support/SerializerTestAccess.h"
 
 namespace tses {
@@ -25,8 +25,7 @@ protected:
                        "IEditComponent#4.");
     }
 
-    std::string WrittenMix(const refhost::model::Component& mix,
-                           const test::HostSetup& host = {}) {
+    std::string WrittenMix(const refhost::model::Component& mix, const test::HostSetup& host = {}) {
         AudioTrack track;
         track.effectsRack.emplace().mix = mix;
         return WrittenElement("component", track, host);
@@ -48,13 +47,12 @@ TEST_F(Component, EveryAttributeReachesItInTheOrderOfTheCalls) {
 }
 
 TEST_F(Component, WithoutAttributesItsTextsAreEmptyAndItsPowerIsNotTold) {
-    EXPECT_THAT(
-        CallsOfMix(""),
-        ElementsAre("IEditComponent#4.SetComponentGuid(\"\")",
-                    "IEditComponent#4.SetComponentID(\"\")", "IEditComponent#4.SetName(\"\")",
-                    "IEditComponent#4.SetPresetName(\"\")",
-                    "IEditComponent#4.SetEditorVisible(false)",
-                    "IEditComponent#4.SetEditorRect(0,0,0,0)"));
+    EXPECT_THAT(CallsOfMix(""), ElementsAre("IEditComponent#4.SetComponentGuid(\"\")",
+                                            "IEditComponent#4.SetComponentID(\"\")",
+                                            "IEditComponent#4.SetName(\"\")",
+                                            "IEditComponent#4.SetPresetName(\"\")",
+                                            "IEditComponent#4.SetEditorVisible(false)",
+                                            "IEditComponent#4.SetEditorRect(0,0,0,0)"));
 }
 
 TEST_F(Component, FlagsAreOnOnlyForTheExactTextTrue) {
@@ -85,7 +83,9 @@ TEST_F(Component, TheIndicesOfItsParametersAreForgottenAtTheNextOne) {
     const auto start = [&events](std::u16string_view name, const AttributeMap& attributes = {}) {
         events.StartElementEvent(u"", name, name, attributes);
     };
-    const auto end = [&events](std::u16string_view name) { events.EndElementEvent(u"", name, name); };
+    const auto end = [&events](std::u16string_view name) {
+        events.EndElementEvent(u"", name, name);
+    };
     start(u"orvo");
     start(u"session");
     start(u"tracks");
@@ -137,13 +137,15 @@ TEST_F(Component, TheEditorsRectangleIsWrittenOnlyWithAWidthAndAHeight) {
         EXPECT_THAT(WrittenMix(component), Not(HasSubstr("editor")));
     }
     component.editorRect = {0, 0, -1, -1};
-    EXPECT_THAT(WrittenMix(component),
-                HasSubstr("editorHeight=\"-1\" editorLeft=\"0\" editorTop=\"0\" editorWidth=\"-1\""));
+    EXPECT_THAT(
+        WrittenMix(component),
+        HasSubstr("editorHeight=\"-1\" editorLeft=\"0\" editorTop=\"0\" editorWidth=\"-1\""));
 }
 
 TEST_F(Component, OfASlotLeavesOutAnEditorOfNoWidthToo) {
     AudioTrack track;
-    auto& component = track.effectsRack.emplace().slots.emplace_back().emplace().component.emplace();
+    auto& component =
+        track.effectsRack.emplace().slots.emplace_back().emplace().component.emplace();
     component.editorRect = {1, 2, 0, 4};
     component.editorVisible = true;
     component.presetName = u"p";

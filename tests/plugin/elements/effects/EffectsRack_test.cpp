@@ -26,8 +26,7 @@ TEST_F(EffectsRackElement, TellsTheTracksRackWhetherItIsPreFader) {
 }
 
 TEST_F(EffectsRackElement, WithoutSayingSoIsPreFader) {
-    EXPECT_THAT(CallsInTrack("<effectsRack/>"),
-                Contains("IEditEffectsRack#3.SetPreFader(true)"));
+    EXPECT_THAT(CallsInTrack("<effectsRack/>"), Contains("IEditEffectsRack#3.SetPreFader(true)"));
 }
 
 TEST_F(EffectsRackElement, IsPreFaderOnlyForTheExactTextTrue) {
@@ -91,9 +90,9 @@ TEST_F(EffectsRackElement, WithoutARackTheSlotOfTheTrackBeforeIsNotReached) {
 
 TEST_F(EffectsRackElement, EverySoundingTrackHasOne) {
     for (const std::string element : {"audioTrack", "busTrack", "masterTrack", "instrumentTrack"}) {
-        EXPECT_THAT(CallsIn("<tracks><" + element + " id='1'><effectsRack/></" + element +
-                            "></tracks>"),
-                    Contains(HasSubstr("SetPreFader(true)")))
+        EXPECT_THAT(
+            CallsIn("<tracks><" + element + " id='1'><effectsRack/></" + element + "></tracks>"),
+            Contains(HasSubstr("SetPreFader(true)")))
             << element;
     }
     EXPECT_THAT(CallsIn("<metronome><metronomeTrack><effectsRack/></metronomeTrack></metronome>"),
@@ -142,11 +141,11 @@ TEST_F(EffectsRackElement, ComponentsThatTheHostReportsAsNullAreNotWritten) {
     EffectsRack rack;
     rack.mix.emplace();
     rack.output.emplace();
-    EXPECT_EQ(WrittenElement("effectsRack", WithRack(rack),
-                             Null("IQueryEffectsRack.GetMixComponent")),
-              "<effectsRack preFader=\"true\">\n"
-              "  <component id=\"rackOutput\" powered=\"true\"/>\n"
-              "</effectsRack>");
+    EXPECT_EQ(
+        WrittenElement("effectsRack", WithRack(rack), Null("IQueryEffectsRack.GetMixComponent")),
+        "<effectsRack preFader=\"true\">\n"
+        "  <component id=\"rackOutput\" powered=\"true\"/>\n"
+        "</effectsRack>");
 }
 
 TEST_F(EffectsRackElement, SlotsThatTheHostReportsAsNullAreSkipped) {

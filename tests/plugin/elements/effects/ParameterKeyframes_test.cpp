@@ -3,8 +3,8 @@
 
 #include <limits>
 
-#include "tests/plugin/elements/ElementFixture.h"
 #include "reference_host/SessionNode.h"
+#include "tests/plugin/elements/ElementFixture.h"
 #include "tests/support/SerializerTestAccess.h"
 
 namespace tses {
@@ -24,10 +24,9 @@ protected:
     std::vector<std::string> CallsOfLanes(const std::string& parameters,
                                           const test::HostSetup& host = {}) {
         std::vector<std::string> calls;
-        for (const std::string& call :
-             CallsInTrack("<effectsRack><component id='rackMix'>" + parameters +
-                              "</component></effectsRack>",
-                          host)) {
+        for (const std::string& call : CallsInTrack("<effectsRack><component id='rackMix'>" +
+                                                        parameters + "</component></effectsRack>",
+                                                    host)) {
             if (call.find("Automation") != std::string::npos) {
                 calls.push_back(call);
             }
@@ -99,7 +98,8 @@ TEST_F(ParameterKeyframes, FlagsAreOnForTrueAndForOneAlone) {
 }
 
 TEST_F(ParameterKeyframes, AKeyframeWithoutAttributesIsAllZero) {
-    EXPECT_THAT(CallsOfKeyframe(""), ElementsAre("IEditAutomationLane#5.AddKeyframe(0,0,false,false)"));
+    EXPECT_THAT(CallsOfKeyframe(""),
+                ElementsAre("IEditAutomationLane#5.AddKeyframe(0,0,false,false)"));
 }
 
 TEST_F(ParameterKeyframes, AKeyframeIsSelectedForTrueAndForOneAlone) {
@@ -132,8 +132,9 @@ TEST_F(ParameterKeyframes, NumbersThatDoNotParseAreZero) {
 TEST_F(ParameterKeyframes, AnOffsetMayNeedMoreThan32Bits) {
     EXPECT_THAT(CallsOfKeyframe("sampleOffset='5000000000'"),
                 ElementsAre("IEditAutomationLane#5.AddKeyframe(0,5000000000,false,false)"));
-    EXPECT_THAT(CallsOfKeyframe("sampleOffset='-9223372036854775808'"),
-                ElementsAre("IEditAutomationLane#5.AddKeyframe(0,-9223372036854775808,false,false)"));
+    EXPECT_THAT(
+        CallsOfKeyframe("sampleOffset='-9223372036854775808'"),
+        ElementsAre("IEditAutomationLane#5.AddKeyframe(0,-9223372036854775808,false,false)"));
 }
 
 TEST_F(ParameterKeyframes, KeyframesAreNeitherSortedNorMadeUnique) {
@@ -177,7 +178,9 @@ TEST_F(ParameterKeyframes, AStrayKeyframeAfterItsLaneStillLandsInIt) {
     const auto start = [&events](std::u16string_view name, const AttributeMap& attributes = {}) {
         events.StartElementEvent(u"", name, name, attributes);
     };
-    const auto end = [&events](std::u16string_view name) { events.EndElementEvent(u"", name, name); };
+    const auto end = [&events](std::u16string_view name) {
+        events.EndElementEvent(u"", name, name);
+    };
     start(u"orvo");
     start(u"session");
     start(u"tracks");

@@ -135,7 +135,8 @@ TEST_F(Parameter, NamesAndLanesThatTheHostReportsAsNullAreNotWritten) {
 TEST_F(Parameter, ValuesSurviveToTheLastBit) {
     refhost::model::Component mix;
     kelcore::uint32 index = 0;
-    for (const float value : {0.1F, 1e-45F, 3.4028235e38F, -1.1754944e-38F, 16777217.0F, 0.3333333F}) {
+    for (const float value :
+         {0.1F, 1e-45F, 3.4028235e38F, -1.1754944e-38F, 16777217.0F, 0.3333333F}) {
         mix.parameters[index++].value = value;
     }
     EXPECT_EQ(ThroughFile(mix), mix);

@@ -27,11 +27,11 @@ protected:
 // Reading
 
 TEST_F(Slot, IsAddedAndToldItsIndexItsBypassAndItsSideChain) {
-    EXPECT_THAT(CallsInRack("<slot powered='false' sideChainChannels='2' slotIndex='9'/>"),
-                ElementsAre("IEditEffectsRack#3.AddSlot() -> IEditEffectsSlot#4",
-                            "IEditEffectsSlot#4.SetSlotIndex(9)",
-                            "IEditEffectsSlot#4.SetBypassed(true)",
-                            "IEditEffectsSlot#4.SetSideChainChannels(2)"));
+    EXPECT_THAT(
+        CallsInRack("<slot powered='false' sideChainChannels='2' slotIndex='9'/>"),
+        ElementsAre("IEditEffectsRack#3.AddSlot() -> IEditEffectsSlot#4",
+                    "IEditEffectsSlot#4.SetSlotIndex(9)", "IEditEffectsSlot#4.SetBypassed(true)",
+                    "IEditEffectsSlot#4.SetSideChainChannels(2)"));
 }
 
 TEST_F(Slot, WithoutAttributesIsPoweredWithoutAnIndexAndItsSideChainIsNotTold) {
@@ -62,15 +62,13 @@ TEST_F(Slot, IsPoweredOnlyForTheExactTextTrue) {
 }
 
 TEST_F(Slot, ItsComponentNeedsNoId) {
-    EXPECT_THAT(CallsOf(CallsInRack("<slot><component id='rackMix' name='Echo'/></slot>"),
-                        "Component"),
-                ElementsAre("IEditEffectsSlot#4.GetComponent() -> IEditComponent#5",
-                            "IEditComponent#5.SetComponentGuid(\"\")",
-                            "IEditComponent#5.SetComponentID(\"\")",
-                            "IEditComponent#5.SetName(\"Echo\")",
-                            "IEditComponent#5.SetPresetName(\"\")",
-                            "IEditComponent#5.SetEditorVisible(false)",
-                            "IEditComponent#5.SetEditorRect(0,0,0,0)"));
+    EXPECT_THAT(
+        CallsOf(CallsInRack("<slot><component id='rackMix' name='Echo'/></slot>"), "Component"),
+        ElementsAre(
+            "IEditEffectsSlot#4.GetComponent() -> IEditComponent#5",
+            "IEditComponent#5.SetComponentGuid(\"\")", "IEditComponent#5.SetComponentID(\"\")",
+            "IEditComponent#5.SetName(\"Echo\")", "IEditComponent#5.SetPresetName(\"\")",
+            "IEditComponent#5.SetEditorVisible(false)", "IEditComponent#5.SetEditorRect(0,0,0,0)"));
 }
 
 TEST_F(Slot, AComponentThatTheHostReportsAsNullIsReadIntoNobody) {

@@ -25,13 +25,13 @@ protected:
 // Reading
 
 TEST_F(Sends, ASlotIsAddedAndToldWhatItsElementSays) {
-    EXPECT_THAT(CallsInList("<sendSlot destCompIndex='2' preFader='true' sendOutputID='4' "
-                            "slotIndex='9'/>"),
-                ElementsAre("IEditAudioTrackPrivate#2.GetSendList() -> IEditSendList#3",
-                            "IEditSendList#3.AddSlot() -> IEditSendSlot#4",
-                            "IEditSendSlot#4.SetSlotIndex(9)", "IEditSendSlot#4.SetSendOutputId(4)",
-                            "IEditSendSlot#4.SetPreFader(true)",
-                            "IEditSendSlot#4.SetDestCompIndex(2)"));
+    EXPECT_THAT(
+        CallsInList("<sendSlot destCompIndex='2' preFader='true' sendOutputID='4' "
+                    "slotIndex='9'/>"),
+        ElementsAre("IEditAudioTrackPrivate#2.GetSendList() -> IEditSendList#3",
+                    "IEditSendList#3.AddSlot() -> IEditSendSlot#4",
+                    "IEditSendSlot#4.SetSlotIndex(9)", "IEditSendSlot#4.SetSendOutputId(4)",
+                    "IEditSendSlot#4.SetPreFader(true)", "IEditSendSlot#4.SetDestCompIndex(2)"));
 }
 
 TEST_F(Sends, AttributesThatAreAbsentCauseNoCall) {
@@ -76,10 +76,11 @@ TEST_F(Sends, WhatStandsInASlotWithoutAnIndexReachesTheSlotBefore) {
 
 TEST_F(Sends, TheSlotBeforeMayBeAnotherTracks) {
     const auto tracks =
-        ReadInSession("<tracks><audioTrack id='1'><sendList><sendSlot slotIndex='0'/></sendList>"
-                      "</audioTrack><busTrack id='2'><sendList><sendSlot>"
-                      "<component id='sendComponent' name='Level'/></sendSlot></sendList>"
-                      "</busTrack></tracks>")
+        ReadInSession(
+            "<tracks><audioTrack id='1'><sendList><sendSlot slotIndex='0'/></sendList>"
+            "</audioTrack><busTrack id='2'><sendList><sendSlot>"
+            "<component id='sendComponent' name='Level'/></sendSlot></sendList>"
+            "</busTrack></tracks>")
             .session.audioTracks;
     ASSERT_EQ(tracks.size(), 2u);
     ASSERT_TRUE(tracks[0].sendList->slots.at(0)->sendComponent.has_value());

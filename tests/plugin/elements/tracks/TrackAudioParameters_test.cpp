@@ -24,10 +24,9 @@ protected:
     /// The calls of the components alone.
     std::vector<std::string> CallsOfComponents(const std::string& components,
                                                const test::HostSetup& host = {}) {
-        return CallsOf(CallsInTrack("<trackAudioParameters>" + components +
-                                        "</trackAudioParameters>",
-                                    host),
-                       "Component");
+        return CallsOf(
+            CallsInTrack("<trackAudioParameters>" + components + "</trackAudioParameters>", host),
+            "Component");
     }
 
     /// Whether a read switches the EQ on or off, in the order of the calls.
@@ -42,20 +41,19 @@ protected:
 // Reading
 
 TEST_F(TrackAudioParameters, ReachTheTrackAtTheEndInTheirOrder) {
-    EXPECT_THAT(
-        CallsInTrack("<trackAudioParameters audioChannelType='stereo' automationMode='-3' "
-                     "monitoring='true' recordArmed='true' solo='true' soloSafe='true'>"
-                     "<trackOutput outputID='5' type='trackID'/><trackInput inputID='-2'/>"
-                     "</trackAudioParameters>"),
-        ElementsAre("IEditAudioTrackPrivate#2.SetAudioChannelType(2)",
-                    "IEditAudioTrackPrivate#2.SetSolo(true)",
-                    "IEditAudioTrackPrivate#2.SetRecordArmed(true)",
-                    "IEditAudioTrackPrivate#2.SetMonitoring(true)",
-                    "IEditAudioTrackPrivate#2.SetSoloSafe(true)",
-                    "IEditAudioTrackPrivate#2.SetOutputTrack(5)",
-                    "IEditAudioTrackPrivate#2.SetInput(-2)",
-                    "IEditAudioTrackPrivate#2.SetHardwareOutput(-1)",
-                    "IEditAudioTrackPrivate#2.SetAutomationMode(-3)"));
+    EXPECT_THAT(CallsInTrack("<trackAudioParameters audioChannelType='stereo' automationMode='-3' "
+                             "monitoring='true' recordArmed='true' solo='true' soloSafe='true'>"
+                             "<trackOutput outputID='5' type='trackID'/><trackInput inputID='-2'/>"
+                             "</trackAudioParameters>"),
+                ElementsAre("IEditAudioTrackPrivate#2.SetAudioChannelType(2)",
+                            "IEditAudioTrackPrivate#2.SetSolo(true)",
+                            "IEditAudioTrackPrivate#2.SetRecordArmed(true)",
+                            "IEditAudioTrackPrivate#2.SetMonitoring(true)",
+                            "IEditAudioTrackPrivate#2.SetSoloSafe(true)",
+                            "IEditAudioTrackPrivate#2.SetOutputTrack(5)",
+                            "IEditAudioTrackPrivate#2.SetInput(-2)",
+                            "IEditAudioTrackPrivate#2.SetHardwareOutput(-1)",
+                            "IEditAudioTrackPrivate#2.SetAutomationMode(-3)"));
 }
 
 TEST_F(TrackAudioParameters, WithoutAttributesAndChildrenTheDefaultsReachTheTrack) {
@@ -87,9 +85,9 @@ TEST_F(TrackAudioParameters, AnUnknownLayoutIsZeroAndThatIsTold) {
 
 TEST_F(TrackAudioParameters, TrueAndOneSwitchOnUnlikeATracksOwnAttributes) {
     for (const std::string text : {"true", "1"}) {
-        const AudioTrack track = ReadParameters("solo='" + text + "' recordArmed='" + text +
-                                                "' monitoring='" + text + "' soloSafe='" + text +
-                                                "'");
+        const AudioTrack track =
+            ReadParameters("solo='" + text + "' recordArmed='" + text + "' monitoring='" + text +
+                           "' soloSafe='" + text + "'");
         EXPECT_TRUE(track.solo) << text;
         EXPECT_TRUE(track.recordArmed) << text;
         EXPECT_TRUE(track.monitoring) << text;
@@ -102,9 +100,9 @@ TEST_F(TrackAudioParameters, TrueAndOneSwitchOnUnlikeATracksOwnAttributes) {
 
 TEST_F(TrackAudioParameters, AnyOtherTextSwitchesOff) {
     for (const std::string text : {"TRUE", "True", "2", "yes", "", " 1", "01"}) {
-        const AudioTrack track = ReadParameters("solo='" + text + "' recordArmed='" + text +
-                                                "' monitoring='" + text + "' soloSafe='" + text +
-                                                "'");
+        const AudioTrack track =
+            ReadParameters("solo='" + text + "' recordArmed='" + text + "' monitoring='" + text +
+                           "' soloSafe='" + text + "'");
         EXPECT_FALSE(track.solo || track.recordArmed || track.monitoring || track.soloSafe) << text;
     }
 }
@@ -123,7 +121,8 @@ TEST_F(TrackAudioParameters, AnOutputOfTypeTrackIdGoesToATrack) {
         ReadParameters("", "<trackOutput type='trackID' outputID='4294967295'/>");
     EXPECT_EQ(track.outputTrackId, -1);
     EXPECT_EQ(ReadParameters("", "<trackOutput type='trackID' outputID='5'/>").outputTrackId, 5);
-    EXPECT_EQ(ReadParameters("", "<trackOutput type='trackID' outputID='5'/>").hardwareOutputId, -1);
+    EXPECT_EQ(ReadParameters("", "<trackOutput type='trackID' outputID='5'/>").hardwareOutputId,
+              -1);
 }
 
 TEST_F(TrackAudioParameters, AnOutputOfAnyOtherTypeOrNoneGoesToTheHardware) {
@@ -194,7 +193,8 @@ TEST_F(TrackAudioParameters, AComponentIsToldBeforeTheSwitches) {
 
 TEST_F(TrackAudioParameters, AComponentWithAnotherIdOrNoneReachesNobody) {
     for (const std::string id : {"id='trackfader'", "id='rackMix'", "id=''", "id='sendPan'", ""}) {
-        EXPECT_THAT(CallsOfComponents("<component " + id + " powered='true'>"
+        EXPECT_THAT(CallsOfComponents("<component " + id +
+                                      " powered='true'>"
                                       "<parameter index='0' parameterValue='1'>"
                                       "<parameterKeyframes><parameterKeyframe/>"
                                       "</parameterKeyframes></parameter></component>"),
@@ -219,11 +219,13 @@ TEST_F(TrackAudioParameters, AComponentThatTheHostReportsAsNullIsReadIntoNobody)
 // The EQ of old files
 
 TEST_F(TrackAudioParameters, AnEqWithoutPoweredIsSwitchedByItsLastParameter) {
-    EXPECT_THAT(PoweredOfEq("", "<parameter index='0' parameterValue='1.0'/>"
-                                "<parameter index='1' parameterValue='0.2'/>"),
+    EXPECT_THAT(PoweredOfEq("",
+                            "<parameter index='0' parameterValue='1.0'/>"
+                            "<parameter index='1' parameterValue='0.2'/>"),
                 ElementsAre("IEditComponent#3.SetPowered(false)"));
-    EXPECT_THAT(PoweredOfEq("", "<parameter index='1' parameterValue='0.2'/>"
-                                "<parameter index='0' parameterValue='1.0'/>"),
+    EXPECT_THAT(PoweredOfEq("",
+                            "<parameter index='1' parameterValue='0.2'/>"
+                            "<parameter index='0' parameterValue='1.0'/>"),
                 ElementsAre("IEditComponent#3.SetPowered(true)"));
 }
 
@@ -266,10 +268,10 @@ TEST_F(TrackAudioParameters, AnEqWithoutParametersIsNotSwitchedByThoseOfTheCompo
 
 TEST_F(TrackAudioParameters, OnlyTheEqIsSwitchedByItsParameters) {
     const std::string parameter = "<parameter parameterValue='1'/>";
-    EXPECT_THAT(CallsOf(CallsOfComponents(
-                            "<component id='trackFader'>" + parameter +
-                            "</component><component id='trackMute'>" + parameter +
-                            "</component><component id='trackPan'>" + parameter + "</component>"),
+    EXPECT_THAT(CallsOf(CallsOfComponents("<component id='trackFader'>" + parameter +
+                                          "</component><component id='trackMute'>" + parameter +
+                                          "</component><component id='trackPan'>" + parameter +
+                                          "</component>"),
                         "SetPowered"),
                 IsEmpty());
 }
@@ -332,7 +334,8 @@ TEST_F(TrackAudioParameters, OnlyAnIdAboveZeroIsWrittenAsATrack) {
             << id;
     }
     track.outputTrackId = 1;
-    EXPECT_EQ(WrittenElement("trackOutput", track), "<trackOutput outputID=\"1\" type=\"trackID\"/>");
+    EXPECT_EQ(WrittenElement("trackOutput", track),
+              "<trackOutput outputID=\"1\" type=\"trackID\"/>");
 }
 
 TEST_F(TrackAudioParameters, EachLayoutHasItsKeyword) {
@@ -371,10 +374,9 @@ TEST_F(TrackAudioParameters, TheHostIsAskedForTheSwitchesAndTheRoutingInTheirOrd
     for (auto call = first; call != first + 8; ++call) {
         operations.push_back(call->substr(call->find('.') + 1));
     }
-    EXPECT_THAT(operations,
-                ElementsAre("GetAudioChannelType()", "IsSolo()", "IsRecordArmed()",
-                            "IsMonitoring()", "IsSoloSafe()", "GetOutputTrackId()", "GetInputId()",
-                            "GetHardwareOutputId()"));
+    EXPECT_THAT(operations, ElementsAre("GetAudioChannelType()", "IsSolo()", "IsRecordArmed()",
+                                        "IsMonitoring()", "IsSoloSafe()", "GetOutputTrackId()",
+                                        "GetInputId()", "GetHardwareOutputId()"));
 }
 
 TEST_F(TrackAudioParameters, TheFourComponentsFollowInTheirOrder) {

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/plugin/elements/ElementFixture.h"
 #include "reference_host/SessionNode.h"
+#include "tests/plugin/elements/ElementFixture.h"
 #include "tests/support/SerializerTestAccess.h"
 
 namespace tses {

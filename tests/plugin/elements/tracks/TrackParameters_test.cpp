@@ -23,11 +23,11 @@ TEST_F(TrackParameters, ReachTheTrackAtTheEndInTheOrderOfNameHeightHueMinimized)
 }
 
 TEST_F(TrackParameters, WithoutAnyAttributeTheHueIsMinusOneAndEverythingElseEmpty) {
-    EXPECT_THAT(CallsInTrack("<trackParameters/>"),
-                ElementsAre("IEditAudioTrackPrivate#2.SetName(\"\")",
-                            "IEditAudioTrackPrivate#2.SetHeight(0)",
-                            "IEditAudioTrackPrivate#2.SetHue(-1)",
-                            "IEditAudioTrackPrivate#2.SetMinimized(false)"));
+    EXPECT_THAT(
+        CallsInTrack("<trackParameters/>"),
+        ElementsAre("IEditAudioTrackPrivate#2.SetName(\"\")",
+                    "IEditAudioTrackPrivate#2.SetHeight(0)", "IEditAudioTrackPrivate#2.SetHue(-1)",
+                    "IEditAudioTrackPrivate#2.SetMinimized(false)"));
 }
 
 TEST_F(TrackParameters, ATrackWithoutThemHearsNothing) {
@@ -35,14 +35,15 @@ TEST_F(TrackParameters, ATrackWithoutThemHearsNothing) {
 }
 
 TEST_F(TrackParameters, TheNameIsTrimmed) {
-    EXPECT_EQ(ReadInTrack("<trackParameters><name>\n\t  Lead  Voice \r\n</name></trackParameters>")
-                  .name,
-              u"Lead  Voice");
+    EXPECT_EQ(
+        ReadInTrack("<trackParameters><name>\n\t  Lead  Voice \r\n</name></trackParameters>").name,
+        u"Lead  Voice");
 }
 
 TEST_F(TrackParameters, TheNameMayBeCData) {
-    EXPECT_EQ(ReadInTrack("<trackParameters><name>A<![CDATA[ & <B>]]></name></trackParameters>").name,
-              u"A & <B>");
+    EXPECT_EQ(
+        ReadInTrack("<trackParameters><name>A<![CDATA[ & <B>]]></name></trackParameters>").name,
+        u"A & <B>");
 }
 
 TEST_F(TrackParameters, AnEmptyNameElementIsAnEmptyName) {
@@ -51,8 +52,7 @@ TEST_F(TrackParameters, AnEmptyNameElementIsAnEmptyName) {
 
 TEST_F(TrackParameters, OnlyTheExactTextTrueMinimizes) {
     for (const std::string text : {"TRUE", "1", "", "false"}) {
-        EXPECT_FALSE(
-            ReadInTrack("<trackParameters trackMinimized='" + text + "'/>").minimized)
+        EXPECT_FALSE(ReadInTrack("<trackParameters trackMinimized='" + text + "'/>").minimized)
             << text;
     }
 }
@@ -68,23 +68,23 @@ TEST_F(TrackParameters, AHueMayHaveADecimalCommaAndIsZeroWhenItIsNoNumber) {
 }
 
 TEST_F(TrackParameters, StandingTwiceTheSecondFindsWhatTheFirstLeft) {
-    const AudioTrack track =
-        ReadInTrack("<trackParameters trackHeight='64' trackHue='30'><name>One</name>"
-                    "</trackParameters><trackParameters trackHeight='80'/>");
+    const AudioTrack track = ReadInTrack(
+        "<trackParameters trackHeight='64' trackHue='30'><name>One</name>"
+        "</trackParameters><trackParameters trackHeight='80'/>");
     EXPECT_EQ(track.height, 80);
     EXPECT_EQ(track.hue, 30.0);
     EXPECT_EQ(track.name, u"One");
 }
 
 TEST_F(TrackParameters, AVideoTracksReachTheVideoTrack) {
-    EXPECT_THAT(CallsIn("<tracks><videoTrack id='3'><trackParameters trackHeight='64' "
-                        "trackHue='30' trackMinimized='true'><name>Picture</name>"
-                        "</trackParameters></videoTrack></tracks>"),
-                ElementsAre("IEditSession#1.GetVideoTrack(3) -> IEditVideoTrack#2",
-                            "IEditVideoTrack#2.SetIndex(0)", "IEditVideoTrack#2.SetSelected(false)",
-                            "IEditVideoTrack#2.SetName(\"Picture\")",
-                            "IEditVideoTrack#2.SetHeight(64)", "IEditVideoTrack#2.SetHue(30)",
-                            "IEditVideoTrack#2.SetMinimized(true)"));
+    EXPECT_THAT(
+        CallsIn("<tracks><videoTrack id='3'><trackParameters trackHeight='64' "
+                "trackHue='30' trackMinimized='true'><name>Picture</name>"
+                "</trackParameters></videoTrack></tracks>"),
+        ElementsAre("IEditSession#1.GetVideoTrack(3) -> IEditVideoTrack#2",
+                    "IEditVideoTrack#2.SetIndex(0)", "IEditVideoTrack#2.SetSelected(false)",
+                    "IEditVideoTrack#2.SetName(\"Picture\")", "IEditVideoTrack#2.SetHeight(64)",
+                    "IEditVideoTrack#2.SetHue(30)", "IEditVideoTrack#2.SetMinimized(true)"));
 }
 
 TEST_F(TrackParameters, OfAVideoTrackLeaveTheAudioTrackBeforeItAlone) {

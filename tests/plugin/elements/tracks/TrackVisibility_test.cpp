@@ -67,8 +67,9 @@ TEST_F(TrackVisibility, NumbersThatDoNotParseAreZero) {
 }
 
 TEST_F(TrackVisibility, ATrackOutsideOfAnyPresetIsIgnored) {
-    EXPECT_THAT(CallsIn("<trackVisibilityPresets><trackVisibility id='9'/></trackVisibilityPresets>"),
-                IsEmpty());
+    EXPECT_THAT(
+        CallsIn("<trackVisibilityPresets><trackVisibility id='9'/></trackVisibilityPresets>"),
+        IsEmpty());
 }
 
 TEST_F(TrackVisibility, AnEmptyListCreatesNothing) {

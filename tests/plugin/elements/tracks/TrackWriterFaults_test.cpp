@@ -63,8 +63,7 @@ TEST_F(TrackWriterFaults, TheFileIsReplacedExactlyWhenTheFailedTrackIsNotTheLast
     for (std::size_t operation = 0; operation < all; ++operation) {
         PutOldFile();
         const auto outcome = WriteWithFault(session, operation);
-        const bool expected =
-            operation >= kFirstOfTracks && operation < kFirstOfTracks + swallowed;
+        const bool expected = operation >= kFirstOfTracks && operation < kFirstOfTracks + swallowed;
         ASSERT_EQ(outcome.ok, expected) << operation;
         ASSERT_EQ(*outcome.file != "the old session", expected) << operation;
         if (expected) {
@@ -82,7 +81,8 @@ TEST_F(TrackWriterFaults, ATrackAfterAFailedOneIsStillAsked) {
     EXPECT_TRUE(outcome.ok);
     EXPECT_EQ(CallsOf(outcome.calls, "GetAutomationMode").size(), 1u);
     EXPECT_THAT(*outcome.file, testing::HasSubstr("id=\"2\""));
-    EXPECT_THAT(*outcome.file, Not(testing::HasSubstr("<audioTrack automationLaneOpenState=\"true\" id=\"1\"")));
+    EXPECT_THAT(*outcome.file,
+                Not(testing::HasSubstr("<audioTrack automationLaneOpenState=\"true\" id=\"1\"")));
 }
 
 TEST_F(TrackWriterFaults, ATrackWhoseStartFailedIsTheOnlyLoss) {

@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <limits>
+#include <stdexcept>
 
 #include "platform/kelappsupport/Features.h"
+#include "reference_host/SessionNode.h"
 #include "tests/plugin/elements/ElementFixture.h"
+#include "tests/support/SerializerTestAccess.h"
 
 namespace tses {
 namespace {
@@ -36,39 +38,38 @@ protected:
         EXPECT_FALSE(outcome.ok) << content;
         EXPECT_THAT(outcome.calls, Not(Contains(HasSubstr("SetKind")))) << content;
         EXPECT_THAT(CallsOf(outcome.calls, "SetVersionDependentValue"), IsEmpty()) << content;
-        EXPECT_THAT(outcome.log, ElementsAre(HasSubstr("Invalid Track Id"))) << content;
     }
 };
 
 // Reading
 
 TEST_F(Tracks, ATrackWithOnlyAnIdIsFirstNotSelectedVisibleWithClosedLanesAndNoPreRenderedFile) {
-    EXPECT_THAT(CallsOfTrack("<audioTrack id='7'/>"),
-                ElementsAre("IEditSession#1.GetAudioTrack(7) -> IEditAudioTrackPrivate#2",
-                            "IEditAudioTrackPrivate#2.SetIndex(0)",
-                            "IEditAudioTrackPrivate#2.SetKind(1)",
-                            "IEditAudioTrackPrivate#2.SetSelected(false)",
-                            "IEditAudioTrackPrivate#2.SetAutomationLaneOpenState(false)",
-                            "IEditAudioTrackPrivate#2.SetVisible(true)",
-                            "IEditAudioTrackPrivate#2.SetPhaseInverted(false)",
-                            "IEditAudioTrackPrivate#2.SetPreRendered(false)",
-                            "IEditAudioTrackPrivate#2.SetSumToMono(false)"));
+    EXPECT_THAT(
+        CallsOfTrack("<audioTrack id='7'/>"),
+        ElementsAre("IEditSession#1.GetAudioTrack(7) -> IEditAudioTrack#2",
+                    "IEditAudioTrackPrivate#2.SetIndex(0)", "IEditAudioTrackPrivate#2.SetKind(1)",
+                    "IEditAudioTrackPrivate#2.SetSelected(false)",
+                    "IEditAudioTrackPrivate#2.SetAutomationLaneOpenState(false)",
+                    "IEditAudioTrackPrivate#2.SetVisible(true)",
+                    "IEditAudioTrackPrivate#2.SetPhaseInverted(false)",
+                    "IEditAudioTrackPrivate#2.SetPreRendered(false)",
+                    "IEditAudioTrackPrivate#2.SetSumToMono(false)"));
 }
 
 TEST_F(Tracks, EveryAttributeReachesTheTrackInTheOrderOfTheCalls) {
-    EXPECT_THAT(CallsOfTrack("<audioTrack automationLaneOpenState='true' id='4294967294' index='3' "
-                             "phaseInverted='true' preRendered='true' preRenderedFile='/r.wav' "
-                             "select='true' sumtomono='true' visible='false'/>"),
-                ElementsAre("IEditSession#1.GetAudioTrack(4294967294) -> IEditAudioTrackPrivate#2",
-                            "IEditAudioTrackPrivate#2.SetIndex(3)",
-                            "IEditAudioTrackPrivate#2.SetKind(1)",
-                            "IEditAudioTrackPrivate#2.SetSelected(true)",
-                            "IEditAudioTrackPrivate#2.SetAutomationLaneOpenState(true)",
-                            "IEditAudioTrackPrivate#2.SetVisible(false)",
-                            "IEditAudioTrackPrivate#2.SetPhaseInverted(true)",
-                            "IEditAudioTrackPrivate#2.SetPreRendered(true)",
-                            "IEditAudioTrackPrivate#2.SetSumToMono(true)",
-                            "IEditAudioTrackPrivate#2.SetPreRenderedFile(\"/r.wav\")"));
+    EXPECT_THAT(
+        CallsOfTrack("<audioTrack automationLaneOpenState='true' id='4294967294' index='3' "
+                     "phaseInverted='true' preRendered='true' preRenderedFile='/r.wav' "
+                     "select='true' sumtomono='true' visible='false'/>"),
+        ElementsAre("IEditSession#1.GetAudioTrack(4294967294) -> IEditAudioTrack#2",
+                    "IEditAudioTrackPrivate#2.SetIndex(3)", "IEditAudioTrackPrivate#2.SetKind(1)",
+                    "IEditAudioTrackPrivate#2.SetSelected(true)",
+                    "IEditAudioTrackPrivate#2.SetAutomationLaneOpenState(true)",
+                    "IEditAudioTrackPrivate#2.SetVisible(false)",
+                    "IEditAudioTrackPrivate#2.SetPhaseInverted(true)",
+                    "IEditAudioTrackPrivate#2.SetPreRendered(true)",
+                    "IEditAudioTrackPrivate#2.SetSumToMono(true)",
+                    "IEditAudioTrackPrivate#2.SetPreRenderedFile(\"/r.wav\")"));
 }
 
 TEST_F(Tracks, AnEmptyPreRenderedFileIsNotTold) {
@@ -123,6 +124,18 @@ TEST_F(Tracks, AnIdThatTheHostDoesNotKnowEndsTheRead) {
     }
 }
 
+TEST_F(Tracks, TheHandlerThrowsThatTheIdIsInvalid) {
+    const auto session = refhost::SessionNode::Make();
+    Serializer::Impl impl{WriterFault{}};
+    SerializerTestAccess::Attach(impl, &session->Edit());
+    SAXContentHandler& events = SerializerTestAccess::Content(impl);
+    for (const std::u16string_view name : {u"orvo", u"session", u"tracks"}) {
+        events.StartElementEvent(u"", name, name, {});
+    }
+    EXPECT_THAT([&] { events.StartElementEvent(u"", u"audioTrack", u"audioTrack", {}); },
+                testing::ThrowsMessage<std::runtime_error>("Invalid Track Id"));
+}
+
 TEST_F(Tracks, WhatCameBeforeAnInvalidIdIsInTheHost) {
     const auto outcome = ReadInRoot(
         "<session><tracks><audioTrack id='7' index='4'/><audioTrack/></tracks></session>");
@@ -132,8 +145,6 @@ TEST_F(Tracks, WhatCameBeforeAnInvalidIdIsInTheHost) {
 }
 
 TEST_F(Tracks, AnInstrumentsInputIsToldAfterEverythingElseAlsoWhenEmpty) {
-    EXPECT_THAT(CallsOfTrack("<instrumentTrack id='7' preRenderedFile='/r.wav'/>"),
-                Contains("IEditAudioTrackPrivate#2.SetPreRenderedFile(\"/r.wav\")"));
     const auto calls = CallsOfTrack("<instrumentTrack id='7' preRenderedFile='/r.wav'/>");
     ASSERT_EQ(calls.size(), 13u);
     EXPECT_THAT(std::vector<std::string>(calls.end() - 4, calls.end()),
@@ -144,8 +155,7 @@ TEST_F(Tracks, AnInstrumentsInputIsToldAfterEverythingElseAlsoWhenEmpty) {
 }
 
 TEST_F(Tracks, AnInstrumentReadsItsInput) {
-    const AudioTrack track =
-        ReadTrack("<instrumentTrack id='7' midiIn='Keys' midiAll='true'/>");
+    const AudioTrack track = ReadTrack("<instrumentTrack id='7' midiIn='Keys' midiAll='true'/>");
     ASSERT_TRUE(track.instrument.has_value());
     EXPECT_EQ(track.instrument->midiIn, u"Keys");
     EXPECT_TRUE(track.instrument->midiAll);
@@ -172,9 +182,10 @@ TEST_F(Tracks, WithoutTheHostsFeatureAnInstrumentTrackIsSkippedWhole) {
 }
 
 TEST_F(Tracks, AMetronomeTrackComesFromTheMetronomeWhateverItsId) {
-    const auto calls = CallsIn("<metronome><metronomeTrack id='4294967295' index='2'/></metronome>");
+    const auto calls =
+        CallsIn("<metronome><metronomeTrack id='4294967295' index='2'/></metronome>");
     EXPECT_THAT(calls, Not(Contains(HasSubstr("GetAudioTrack"))));
-    EXPECT_THAT(calls, Contains(HasSubstr(".GetTrack() -> IEditAudioTrackPrivate#")));
+    EXPECT_THAT(calls, Contains(HasSubstr(".GetTrack() -> IEditAudioTrack#")));
     EXPECT_THAT(calls, Contains(HasSubstr(".SetIndex(2)")));
     EXPECT_THAT(calls, Contains(HasSubstr(".SetKind(4)")));
 }
@@ -223,8 +234,9 @@ TEST_F(Tracks, EachTrackStartsFromTheDefaultsAgain) {
 }
 
 TEST_F(Tracks, ATrackThatStandsTwiceIsAppliedTwiceToTheSameTrack) {
-    const auto tracks = ReadInSession("<tracks><audioTrack id='1' index='5' preRenderedFile='/r'/>"
-                                      "<busTrack id='1'/></tracks>")
+    const auto tracks = ReadInSession(
+                            "<tracks><audioTrack id='1' index='5' preRenderedFile='/r'/>"
+                            "<busTrack id='1'/></tracks>")
                             .session.audioTracks;
     ASSERT_EQ(tracks.size(), 1u);
     EXPECT_EQ(tracks[0].index, 0u);
@@ -269,9 +281,11 @@ TEST_F(Tracks, FlagsThatAreOnAndThePreRenderedFileAreWrittenToo) {
 
 TEST_F(Tracks, EachKindHasItsElement) {
     AudioTrack track = Sample();
-    for (const auto& [kind, element] :
-         {std::pair<kelcore::uint32, const char*>{1, "audioTrack"}, {2, "busTrack"},
-          {3, "masterTrack"}, {4, "metronomeTrack"}, {5, "instrumentTrack"}}) {
+    for (const auto& [kind, element] : {std::pair<kelcore::uint32, const char*>{1, "audioTrack"},
+                                        {2, "busTrack"},
+                                        {3, "masterTrack"},
+                                        {4, "metronomeTrack"},
+                                        {5, "instrumentTrack"}}) {
         track.kind = kind;
         EXPECT_THAT(WrittenElement(element, track), Not(IsEmpty())) << kind;
     }
@@ -315,9 +329,9 @@ TEST_F(Tracks, TheChildrenOfATrackStandInTheirOrder) {
     track.clips.resize(1);
     const std::string element = WrittenElement("audioTrack", track);
     std::size_t last = 0;
-    for (const char* const child : {"  <trackParameters ", "  <trackAudioParameters ",
-                                    "  <effectsRack ", "  <editParameter ", "  <sendList",
-                                    "  <audioClip "}) {
+    for (const char* const child :
+         {"  <trackParameters ", "  <trackAudioParameters ", "  <effectsRack ", "  <editParameter ",
+          "  <sendList", "  <audioClip "}) {
         const std::size_t at = element.find(child);
         ASSERT_NE(at, std::string::npos) << child;
         EXPECT_GT(at, last) << child;
@@ -338,7 +352,7 @@ TEST_F(Tracks, AMastersClipsAreNeverAskedFor) {
     track.clips.resize(1);
     track.midiClips.resize(1);
     const auto outcome = Write(WithTrack(track));
-    EXPECT_THAT(*outcome.file, Not(HasSubstr("lip")));
+    EXPECT_THAT(test::ElementOf(*outcome.file, "masterTrack"), Not(HasSubstr("lip")));
     EXPECT_THAT(CallsOf(outcome.calls, "GetClip"), IsEmpty());
     EXPECT_THAT(CallsOf(outcome.calls, "GetMIDIClipList"), IsEmpty());
 }
@@ -394,9 +408,9 @@ TEST_F(Tracks, TracksThatTheHostReportsAsNullAreSkipped) {
 TEST_F(Tracks, TextsThatTheHostReportsAsNullAreEmpty) {
     AudioTrack track = Sample();
     track.preRenderedFile = u"/r.wav";
-    EXPECT_THAT(WrittenElement("audioTrack", track,
-                               Null("IQueryAudioTrackPrivate.GetPreRenderedFile")),
-                Not(HasSubstr("preRenderedFile")));
+    EXPECT_THAT(
+        WrittenElement("audioTrack", track, Null("IQueryAudioTrackPrivate.GetPreRenderedFile")),
+        Not(HasSubstr("preRenderedFile")));
 }
 
 }  // namespace

@@ -19,18 +19,19 @@ protected:
 };
 
 TEST_F(VideoTracks, IndexAndSelectionReachTheTrackOfTheId) {
-    EXPECT_THAT(CallsOfTrack("<videoTrack id='3' index='2' select='true'/>"),
-                ElementsAre("IEditSession#1.GetVideoTrack(3) -> IEditVideoTrack#2",
-                            "IEditVideoTrack#2.SetIndex(2)", "IEditVideoTrack#2.SetSelected(true)"));
+    EXPECT_THAT(
+        CallsOfTrack("<videoTrack id='3' index='2' select='true'/>"),
+        ElementsAre("IEditSession#1.GetVideoTrack(3) -> IEditVideoTrack#2",
+                    "IEditVideoTrack#2.SetIndex(2)", "IEditVideoTrack#2.SetSelected(true)"));
 }
 
 TEST_F(VideoTracks, MissingAttributesAreTheDefaults) {
     EXPECT_THAT(CallsOfTrack("<videoTrack/>"),
                 ElementsAre("IEditSession#1.GetVideoTrack(4294967295) -> null"));
-    EXPECT_THAT(CallsOfTrack("<videoTrack id='0'/>"),
-                ElementsAre("IEditSession#1.GetVideoTrack(0) -> IEditVideoTrack#2",
-                            "IEditVideoTrack#2.SetIndex(0)",
-                            "IEditVideoTrack#2.SetSelected(false)"));
+    EXPECT_THAT(
+        CallsOfTrack("<videoTrack id='0'/>"),
+        ElementsAre("IEditSession#1.GetVideoTrack(0) -> IEditVideoTrack#2",
+                    "IEditVideoTrack#2.SetIndex(0)", "IEditVideoTrack#2.SetSelected(false)"));
 }
 
 TEST_F(VideoTracks, SelectIsOnOnlyForTheExactTextTrue) {
