@@ -104,7 +104,7 @@ public:
     template <class Child, auto member>
     Child& ElementNode(std::size_t index) {
         return this->template ChildAt<Child>({&kTagOf<member>, index}, [this, index] {
-            return new Child([this, index]() -> auto& { return Held((Value().*member)[index]); });
+            return new Child([ this, index ]() -> auto& { return Held((Value().*member)[index]); });
         });
     }
 

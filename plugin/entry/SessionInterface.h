@@ -1,8 +1,8 @@
 #pragma once
 
+#include "host/SessionInterface.h"
 #include "host/Registration.h"
 #include "host/Session.h"
-#include "host/SessionInterface.h"
 #include "plugin/serializer/HostReference.h"
 
 namespace tses {

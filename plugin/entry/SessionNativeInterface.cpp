@@ -6,7 +6,6 @@
 #include "platform/kelcore/Strings.h"
 #include "platform/kelui/ResourceManager.h"
 #include "plugin/serializer/HostText.h"
-#include "plugin/xml/XercesPlatform.h"
 
 namespace tses {
 namespace {
@@ -52,7 +51,7 @@ HostReference<IHostObject>& ModuleHostService() {
 
 SessionResult SessionNativeInterface::Initialize(IPlugInRegistrar* registrar) {
     InstallResourceManager();
-    StartXerces();
+    Serializer::StartXmlLibrary();
     const std::u16string displayName = kelcore::Localizer::Lookup(kDisplayNameKey);
     registrar->SetPlugInIdentity(kGuid, displayName.c_str());
     registrar->DeclareInterfaceVersion(kInterfaceMajor, kInterfaceMinor);
@@ -70,7 +69,7 @@ SessionResult SessionNativeInterface::Terminate() {
     kelui::InstallPlugInResourceManager(nullptr);
     // Before the XML library stops: nothing of it may be in use then.
     serializer_.reset();
-    StopXerces();
+    Serializer::StopXmlLibrary();
     terminated_ = true;
     return SessionResult::Ok;
 }

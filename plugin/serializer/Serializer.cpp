@@ -1,6 +1,7 @@
 #include "plugin/serializer/Serializer.h"
 
 #include "plugin/serializer/SerializerImpl.h"
+#include "plugin/xml/XercesPlatform.h"
 
 namespace tses {
 
@@ -14,6 +15,14 @@ bool Serializer::Read(const std::u16string& path, HostReference<IEditSession> se
 
 bool Serializer::Write(const std::u16string& path, HostReference<IQuerySession> session) {
     return impl_->Write(path, std::move(session));
+}
+
+void Serializer::StartXmlLibrary() {
+    StartXerces();
+}
+
+void Serializer::StopXmlLibrary() {
+    StopXerces();
 }
 
 }  // namespace tses

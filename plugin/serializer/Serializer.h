@@ -26,6 +26,11 @@ public:
     /// Writes `session` to the file at `path`, which stays as it was unless everything succeeds.
     bool Write(const std::u16string& path, HostReference<IQuerySession> session);
 
+    /// Starts and stops the XML library for all serializers. Starting twice is starting once;
+    /// between a stop and the next start every read and write fails. No serializer may be at work.
+    static void StartXmlLibrary();
+    static void StopXmlLibrary();
+
     class Impl;
 
 private:

@@ -21,9 +21,11 @@ std::string ShortForm(const refhost::CallRecord& call) {
     const Json json = Json::parse(refhost::FormatCallAsJson(call));
     std::string arguments = json["args"].dump();
     arguments = "(" + arguments.substr(1, arguments.size() - 2) + ")";
-    std::string text = json["object"].get<std::string>() + "." + json["call"].get<std::string>() + arguments;
+    std::string text =
+        json["object"].get<std::string>() + "." + json["call"].get<std::string>() + arguments;
     if (json.contains("returns")) {
-        text += json["returns"].is_null() ? " -> null" : " -> " + json["returns"].get<std::string>();
+        text +=
+            json["returns"].is_null() ? " -> null" : " -> " + json["returns"].get<std::string>();
     }
     return text;
 }
@@ -106,7 +108,8 @@ ReadOutcome SerializerFixture::ReadInSession(std::string_view content, const Hos
     return outcome;
 }
 
-WriteOutcome SerializerFixture::Write(const refhost::model::Session& session, const HostSetup& host) {
+WriteOutcome SerializerFixture::Write(const refhost::model::Session& session,
+                                      const HostSetup& host) {
     return WriteTo(Path(), session, host);
 }
 

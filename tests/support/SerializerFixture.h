@@ -39,8 +39,8 @@ struct HostSetup {
     refhost::FaultPlan faults;
 };
 
-/// One serializer between documents and the reference host. After each test, nothing of the host may
-/// be alive.
+/// One serializer between documents and the reference host. After each test, nothing of the host
+/// may be alive.
 class SerializerFixture : public testing::Test {
 protected:
     SerializerFixture();

@@ -17,7 +17,9 @@ struct SerializerTestAccess {
     static const std::u16string& Characters(const Serializer::Impl& impl) {
         return impl.characterBuffer_;
     }
-    static const std::vector<State>& Stack(const Serializer::Impl& impl) { return impl.stateStack_; }
+    static const std::vector<State>& Stack(const Serializer::Impl& impl) {
+        return impl.stateStack_;
+    }
     static SavedStateReadState& SavedState(Serializer::Impl& impl) { return impl.savedState_; }
 };
 

@@ -22,9 +22,11 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
-std::filesystem::path TemporaryFolder::Write(std::string_view name, std::string_view content) const {
+std::filesystem::path TemporaryFolder::Write(std::string_view name,
+                                             std::string_view content) const {
     const std::filesystem::path path = path_ / name;
-    std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
+    std::ofstream(path, std::ios::binary)
+        .write(content.data(), static_cast<std::streamsize>(content.size()));
     return path;
 }
 

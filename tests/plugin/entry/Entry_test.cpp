@@ -51,8 +51,12 @@ protected:
         EXPECT_EQ(refhost::LiveNodes(), 1u) << "the registrar alone";
     }
 
-    std::int32_t Call(std::int32_t selector, void* argument) { return library.Call(selector, argument); }
-    std::int32_t Initialize() { return Call(kInitialize, static_cast<IPlugInRegistrar*>(registrar.Get())); }
+    std::int32_t Call(std::int32_t selector, void* argument) {
+        return library.Call(selector, argument);
+    }
+    std::int32_t Initialize() {
+        return Call(kInitialize, static_cast<IPlugInRegistrar*>(registrar.Get()));
+    }
 
     std::int32_t SetPath(const std::u16string& path) {
         const auto reference = Ref<FileReference>::Adopt(new FileReference(path));
@@ -92,7 +96,8 @@ TEST_F(Entry, DeclaresTheInterfaceVersionTwice) {
 }
 
 TEST_F(Entry, TheNamesAreLocalised) {
-    kelcore::Localizer::SetTranslation("$$$/TembraSessionPlugIns/OrvoNative/PlugInName", u"Orvo-Zusatz");
+    kelcore::Localizer::SetTranslation("$$$/TembraSessionPlugIns/OrvoNative/PlugInName",
+                                       u"Orvo-Zusatz");
     kelcore::Localizer::SetTranslation("$$$/TembraSessionPlugIns/OrvoNative/FormatNameOrvoNative",
                                        u"Tembra-Sitzung");
     Initialize();
@@ -230,9 +235,10 @@ TEST_F(Entry, TheResourceManagerIsThePlugInsOwnAndGoesWithIt) {
     EXPECT_EQ(kelui::PlugInResourceManager(), nullptr);
     Initialize();
     ASSERT_NE(kelui::PlugInResourceManager(), nullptr);
-    EXPECT_EQ(std::filesystem::path(kelcore::PathToBytes(kelui::PlugInResourceManager()->ModulePath()))
-                  .filename(),
-              "OrvoNative.so");
+    EXPECT_EQ(
+        std::filesystem::path(kelcore::PathToBytes(kelui::PlugInResourceManager()->ModulePath()))
+            .filename(),
+        "OrvoNative.so");
     Call(kTerminate, nullptr);
     EXPECT_EQ(kelui::PlugInResourceManager(), nullptr);
 }

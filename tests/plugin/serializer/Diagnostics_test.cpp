@@ -19,10 +19,8 @@ protected:
     void Attach() { SerializerTestAccess::Attach(impl, &session->Edit()); }
 
     void AttachLogTarget() {
-        session->SetLogTarget(refhost::Ref<refhost::LogTarget>::Adopt(
-            new refhost::LogTarget([this](const std::u16string& text) {
-                log.push_back(kelcore::UTF16to8(text));
-            })));
+        session->SetLogTarget(refhost::Ref<refhost::LogTarget>::Adopt(new refhost::LogTarget(
+            [this](const std::u16string& text) { log.push_back(kelcore::UTF16to8(text)); })));
     }
 
     refhost::Ref<refhost::SessionNode> session = refhost::SessionNode::Make();

@@ -35,7 +35,8 @@ TEST_F(Dispatch, AnEmptyRootIsASession) {
 }
 
 TEST_F(Dispatch, ARootOfAnotherNameIsNoSession) {
-    for (const char* const document : {"<session/>", "<Orvo/>", "<orv/>", "<orvos><session/></orvos>"}) {
+    for (const char* const document :
+         {"<session/>", "<Orvo/>", "<orv/>", "<orvos><session/></orvos>"}) {
         const auto outcome = Read(document);
         EXPECT_FALSE(outcome.ok) << document;
         EXPECT_THAT(outcome.calls, IsEmpty());
@@ -77,10 +78,11 @@ TEST_F(Dispatch, WorkspaceSettingsAreSkippedWithTheirSubtreeLikeAnyUnknownElemen
 }
 
 TEST_F(Dispatch, WhatFollowsAnUnknownElementWithChildrenIsHandled) {
-    const auto outcome =
-        ReadInRoot("<unknown><session sampleRate='1'/><a><b/></a></unknown><session sampleRate='2'/>");
+    const auto outcome = ReadInRoot(
+        "<unknown><session sampleRate='1'/><a><b/></a></unknown><session sampleRate='2'/>");
     EXPECT_TRUE(outcome.ok);
-    EXPECT_THAT(CallsOf(outcome.calls, "SetSampleRate"), ElementsAre("IEditSession#1.SetSampleRate(2)"));
+    EXPECT_THAT(CallsOf(outcome.calls, "SetSampleRate"),
+                ElementsAre("IEditSession#1.SetSampleRate(2)"));
 }
 
 TEST_F(Dispatch, SkippingEndsWithTheOuterOfTwoUnknownElements) {
@@ -95,14 +97,16 @@ TEST_F(Dispatch, TheEndOfAnUnknownElementIsNotTakenForThatOfAKnownOne) {
 }
 
 TEST_F(Dispatch, AKnownElementInTheWrongPlaceIsSkipped) {
-    const auto outcome = ReadInRoot("<file id='1'/><session><file id='2'/></session><files><session/></files>");
+    const auto outcome =
+        ReadInRoot("<file id='1'/><session><file id='2'/></session><files><session/></files>");
     EXPECT_THAT(CallsOf(outcome.calls, "GetFile"), IsEmpty());
     EXPECT_THAT(CallsOf(outcome.calls, "SetSampleRate"), SizeIs(1));
 }
 
 TEST_F(Dispatch, ProgressCountsTheMilestonesInTheOrderOfTheirEnds) {
     const auto outcome = ReadInRoot(
-        "<session><tracks/><sessionState/><xmpMetadata/><clipGroups/></session><files/><audioDevice/>");
+        "<session><tracks/><sessionState/><xmpMetadata/><clipGroups/></session><files/"
+        "><audioDevice/>");
     EXPECT_THAT(outcome.progress,
                 ElementsAre(Progress{0, 7, 0, 0}, Progress{1, 7, 0, 0}, Progress{2, 7, 0, 0},
                             Progress{3, 7, 0, 0}, Progress{4, 7, 0, 0}, Progress{5, 7, 0, 0},
@@ -123,21 +127,23 @@ TEST_F(Dispatch, EachReadBeginsItsProgressAnew) {
 }
 
 TEST_F(Dispatch, AnElementNamedLikeTheRootInsideTheDocumentIsSkippedUntilItsParentsDepthIsBack) {
-    // Its end does not end the skipping: the next sibling is still skipped, and its end, which brings
-    // the depth back, runs the end handler alone.
-    const auto outcome = ReadInRoot("<orvo/><files><file id='1'/></files><files><file id='2'/></files>");
+    // Its end does not end the skipping: the next sibling is still skipped, and its end, which
+    // brings the depth back, runs the end handler alone.
+    const auto outcome =
+        ReadInRoot("<orvo/><files><file id='1'/></files><files><file id='2'/></files>");
     EXPECT_TRUE(outcome.ok);
-    EXPECT_THAT(CallsOf(outcome.calls, "GetFile"), ElementsAre(StartsWith("IEditSession#1.GetFile(2)")));
+    EXPECT_THAT(CallsOf(outcome.calls, "GetFile"),
+                ElementsAre(StartsWith("IEditSession#1.GetFile(2)")));
     EXPECT_THAT(Steps(outcome), ElementsAre(0, 1, 2));
 }
 
 TEST_F(Dispatch, AReadThatFailedInsideASkippedElementLeavesTheNextOneSkipping) {
     EXPECT_FALSE(Read("<orvo><unknown><broken></unknown></orvo>").ok);
     // Skipping began at depth 2 and ends when the stack is back there: after the first child.
-    const auto outcome =
-        ReadInRoot("<files><file id='1'/></files><files><file id='2'/></files>");
+    const auto outcome = ReadInRoot("<files><file id='1'/></files><files><file id='2'/></files>");
     EXPECT_TRUE(outcome.ok);
-    EXPECT_THAT(CallsOf(outcome.calls, "GetFile"), ElementsAre(StartsWith("IEditSession#1.GetFile(2)")));
+    EXPECT_THAT(CallsOf(outcome.calls, "GetFile"),
+                ElementsAre(StartsWith("IEditSession#1.GetFile(2)")));
     EXPECT_THAT(Steps(outcome), ElementsAre(0, 1, 2));
 }
 

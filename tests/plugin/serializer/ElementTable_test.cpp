@@ -43,7 +43,8 @@ std::vector<Place> ExpectedPlaces() {
     add("trackInput", {24});
     add("trackOutput", {24});
     add("trackPanner", {24});
-    for (const char* const channel : {"Left", "Right", "Center", "LeftSurround", "RightSurround", "LFE"}) {
+    for (const char* const channel :
+         {"Left", "Right", "Center", "LeftSurround", "RightSurround", "LFE"}) {
         add("fivePointOne" + std::string(channel), {42});
     }
     add("component", {24, 33, 25, 27, 13});
@@ -92,9 +93,9 @@ std::vector<Place> ExpectedPlaces() {
     return places;
 }
 
-constexpr std::string_view kInstrumentElements[] = {"instrumentTrack", "midiClip", "midiEvents",
-                                                    "globalTrackInfo", "tempoEvents",
-                                                    "timeSignatureEvents", "keySignatureEvents"};
+constexpr std::string_view kInstrumentElements[] = {
+    "instrumentTrack",     "midiClip",          "midiEvents", "globalTrackInfo", "tempoEvents",
+    "timeSignatureEvents", "keySignatureEvents"};
 
 std::vector<Place> PlacesOfTable(bool instrumentTracks) {
     kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", instrumentTracks);
@@ -113,7 +114,8 @@ TEST(ElementTable, AcceptsEveryElementUnderItsParentsAndNoOther) {
 TEST(ElementTable, WithoutInstrumentTracksTheirElementsAreMissing) {
     std::vector<Place> expected = ExpectedPlaces();
     std::erase_if(expected, [](const Place& place) {
-        return std::count(std::begin(kInstrumentElements), std::end(kInstrumentElements), place.first) > 0;
+        return std::count(std::begin(kInstrumentElements), std::end(kInstrumentElements),
+                          place.first) > 0;
     });
     EXPECT_EQ(expected.size() + std::size(kInstrumentElements), ExpectedPlaces().size());
     EXPECT_THAT(PlacesOfTable(false), UnorderedElementsAreArray(expected));
@@ -135,11 +137,10 @@ TEST(ElementTable, EveryEntryHasAStart) {
 
 TEST(ElementTable, TheFirstOfTwoEntriesForOnePlaceIsTaken) {
     int started = 0;
-    const ElementTable table(
-        {{u"b", 1, [&](auto, const auto&) { started = 1; }, {}},
-         {u"a", 1, [&](auto, const auto&) { started = 2; }, {}},
-         {u"b", 2, [&](auto, const auto&) { started = 3; }, {}},
-         {u"b", 1, [&](auto, const auto&) { started = 4; }, {}}});
+    const ElementTable table({{u"b", 1, [&](auto, const auto&) { started = 1; }, {}},
+                              {u"a", 1, [&](auto, const auto&) { started = 2; }, {}},
+                              {u"b", 2, [&](auto, const auto&) { started = 3; }, {}},
+                              {u"b", 1, [&](auto, const auto&) { started = 4; }, {}}});
     table.Find(u"b", 1)->onStart(u"b", {});
     EXPECT_EQ(started, 1);
     table.Find(u"b", 2)->onStart(u"b", {});
@@ -174,7 +175,9 @@ TEST(StateStack, HoldsTheRootsStateAndZeroForWhatIsUnknown) {
     EXPECT_THAT(SerializerTestAccess::Stack(impl), ElementsAre(0, 1, 3, 0, 0));
 }
 
-TEST(ProgressMilestones, AreSeven) { EXPECT_EQ(kProgressTotal, 7u); }
+TEST(ProgressMilestones, AreSeven) {
+    EXPECT_EQ(kProgressTotal, 7u);
+}
 
 }  // namespace
 }  // namespace tses

@@ -35,8 +35,8 @@ TEST(Format, BooleansAreTrueAndFalse) {
 }
 
 TEST(ParseInteger, TextThatIsNoNumberLeavesTheDefault) {
-    for (const char16_t* const text : {u"", u" 5", u"5 ", u"+5", u"5x", u"0x5", u"5.0", u"-", u"4294967296",
-                                       u"-2147483649", u"\u0665"}) {
+    for (const char16_t* const text : {u"", u" 5", u"5 ", u"+5", u"5x", u"0x5", u"5.0", u"-",
+                                       u"4294967296", u"-2147483649", u"\u0665"}) {
         kelcore::int32 number = 77;
         ParseSigned(text, number);
         EXPECT_EQ(number, 77) << kelcore::UTF16to8(text);
@@ -56,8 +56,8 @@ TEST(ParseInteger, AnIdWrittenUnsignedIsReadSignedWithItsBits) {
 }
 
 TEST(ParseInteger, APositionBeyond32BitsSurvivesWriteAndRead) {
-    for (const kelcore::int64 position : {2147483648LL, 5000000000LL, -5000000000LL,
-                                          std::numeric_limits<long long>::max()}) {
+    for (const kelcore::int64 position :
+         {2147483648LL, 5000000000LL, -5000000000LL, std::numeric_limits<long long>::max()}) {
         kelcore::int64 number = 0;
         ParseInt64(FormatInt64(position), number);
         EXPECT_EQ(number, position);
@@ -72,7 +72,8 @@ TEST(ParseBool, OneIsTrueForTheLenientReaderAlone) {
 TEST(ParseBool, OnlyTheExactTextIsTrue) {
     EXPECT_TRUE(ParseBoolStrict(u"true"));
     EXPECT_TRUE(ParseBoolLenient(u"true"));
-    for (const char16_t* const text : {u"TRUE", u"True", u" true", u"true ", u"yes", u"", u"truer", u"false", u"11"}) {
+    for (const char16_t* const text :
+         {u"TRUE", u"True", u" true", u"true ", u"yes", u"", u"truer", u"false", u"11"}) {
         EXPECT_FALSE(ParseBoolStrict(text)) << kelcore::UTF16to8(text);
         EXPECT_FALSE(ParseBoolLenient(text)) << kelcore::UTF16to8(text);
     }
@@ -85,8 +86,10 @@ TEST(ParseLenient, ACommaIsADecimalPoint) {
 }
 
 TEST(ParseLenient, TextThatIsNoNumberIsZero) {
-    for (const char16_t* const text : {u"abc", u"", u" ", u".", u"-", u"+", u"e5", u"1e", u"1e+", u"nan",
-                                       u"inf", u"infinity", u"\u2212" u"5"}) {
+    for (const char16_t* const text :
+         {u"abc", u"", u" ", u".", u"-", u"+", u"e5", u"1e", u"1e+", u"nan", u"inf", u"infinity",
+          u"\u2212"
+          u"5"}) {
         EXPECT_EQ(ParseFloatLenient(text), 0.0f) << kelcore::UTF16to8(text);
         EXPECT_EQ(ParseDoubleLenient(text), 0.0) << kelcore::UTF16to8(text);
     }

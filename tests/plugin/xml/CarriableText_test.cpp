@@ -14,8 +14,10 @@ TEST(CarriableText, PrintableTextStaysAsItIs) {
 TEST(CarriableText, WhatXmlCannotCarryIsReplaced) {
     const std::u16string units = {u'\0', u'\x01', u'\x1F', u'\xFFFE', u'\xFFFF', u'\xD800'};
     for (const char16_t unit : units) {
-        EXPECT_EQ(CarriableText(std::u16string{u'a', unit, u'b'}), u"a\uFFFDb") << std::hex << int{unit};
-        EXPECT_EQ(CarriableContent(std::u16string{u'a', unit}), u"a\uFFFD") << std::hex << int{unit};
+        EXPECT_EQ(CarriableText(std::u16string{u'a', unit, u'b'}), u"a\uFFFDb")
+            << std::hex << int{unit};
+        EXPECT_EQ(CarriableContent(std::u16string{u'a', unit}), u"a\uFFFD")
+            << std::hex << int{unit};
     }
 }
 

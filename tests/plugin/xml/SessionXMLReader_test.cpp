@@ -23,7 +23,9 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-std::string Utf8(std::u16string_view text) { return kelcore::UTF16to8(text); }
+std::string Utf8(std::u16string_view text) {
+    return kelcore::UTF16to8(text);
+}
 
 /// Writes down every event as a line.
 class Events final : public SAXContentHandler, public SAXErrorHandler {
@@ -37,7 +39,8 @@ public:
     void EndDocument() override { lines.emplace_back("end of document"); }
 
     void StartElementEvent(std::u16string_view uri, std::u16string_view localName,
-                           std::u16string_view qualifiedName, const AttributeMap& attributes) override {
+                           std::u16string_view qualifiedName,
+                           const AttributeMap& attributes) override {
         std::string line = "<" + Utf8(localName) + "|" + Utf8(uri) + "|" + Utf8(qualifiedName);
         for (const Attribute& attribute : attributes) {
             line += " " + Utf8(attribute.name) + "=" + Utf8(attribute.value);
@@ -53,7 +56,9 @@ public:
         lines.push_back(">" + Utf8(localName) + "|" + Utf8(uri) + "|" + Utf8(qualifiedName));
     }
 
-    void CharactersEvent(std::u16string_view text) override { lines.push_back("'" + Utf8(text) + "'"); }
+    void CharactersEvent(std::u16string_view text) override {
+        lines.push_back("'" + Utf8(text) + "'");
+    }
 
     void Warning(kelcore::uint64 line, kelcore::uint64 column, std::u16string_view publicId,
                  std::u16string_view systemId, std::u16string_view message) override {
@@ -71,10 +76,12 @@ public:
     }
 
 private:
-    void Add(const char* kind, kelcore::uint64 line, kelcore::uint64 column, std::u16string_view publicId,
-             std::u16string_view systemId, std::u16string_view message) {
-        problems.push_back(std::string(kind) + " " + std::to_string(line) + ":" + std::to_string(column) +
-                           " [" + Utf8(publicId) + "][" + Utf8(systemId) + "] " + Utf8(message));
+    void Add(const char* kind, kelcore::uint64 line, kelcore::uint64 column,
+             std::u16string_view publicId, std::u16string_view systemId,
+             std::u16string_view message) {
+        problems.push_back(std::string(kind) + " " + std::to_string(line) + ":" +
+                           std::to_string(column) + " [" + Utf8(publicId) + "][" + Utf8(systemId) +
+                           "] " + Utf8(message));
     }
     void ThrowIfAsked() const {
         if (throwOnError) {
@@ -113,8 +120,8 @@ protected:
 
 TEST_F(SessionXMLReaderTest, EventsCarryNamesAttributesAndText) {
     EXPECT_TRUE(ParseText("<a b='1'><c/>text</a>"));
-    EXPECT_THAT(events.lines, ElementsAre("start of document", "<a||a b=1", "<c||c", ">c||c", "'text'",
-                                          ">a||a", "end of document"));
+    EXPECT_THAT(events.lines, ElementsAre("start of document", "<a||a b=1", "<c||c", ">c||c",
+                                          "'text'", ">a||a", "end of document"));
     EXPECT_THAT(traced, IsEmpty());
 }
 
@@ -225,7 +232,8 @@ TEST_F(SessionXMLReaderTest, NothingParsesWhileTheXmlLibraryIsNotStarted) {
 
 TEST_F(SessionXMLReaderTest, CallbacksWithoutAReceiverAreDropped) {
     SessionXMLReader reader(nullptr, nullptr);
-    EXPECT_TRUE(reader.Parse(kelcore::PathFromBytes(folder.Write("good", "<a b='1'>x</a>").string())));
+    EXPECT_TRUE(
+        reader.Parse(kelcore::PathFromBytes(folder.Write("good", "<a b='1'>x</a>").string())));
     EXPECT_FALSE(reader.Parse(kelcore::PathFromBytes(folder.Write("bad", "<a>").string())));
 }
 
@@ -238,7 +246,8 @@ TEST(LongPaths, OnlyAPathOf260UnitsAndMoreTakesTheLongForm) {
     const std::u16string longName(257, u'x');
     EXPECT_EQ(OpenablePath(u"./" + longName).size(), 259u);
     EXPECT_EQ(OpenablePath(u"./" + longName), u"./" + longName);
-    EXPECT_EQ(OpenablePath(u"./x" + longName), kelcore::FileUtils::PrepAsLongPathName(u"./x" + longName));
+    EXPECT_EQ(OpenablePath(u"./x" + longName),
+              kelcore::FileUtils::PrepAsLongPathName(u"./x" + longName));
     EXPECT_NE(OpenablePath(u"./x" + longName), u"./x" + longName);
 }
 

@@ -30,9 +30,8 @@ protected:
     SessionXMLWriterTest() {
         StartXerces();
         kelcore::trace::SetEnabled(kWriterTraceCategory, true);
-        kelcore::trace::SetOutput([this](std::string_view, std::string_view text) {
-            traced.emplace_back(text);
-        });
+        kelcore::trace::SetOutput(
+            [this](std::string_view, std::string_view text) { traced.emplace_back(text); });
     }
     ~SessionXMLWriterTest() override {
         kelcore::trace::SetOutput({});
@@ -51,8 +50,9 @@ protected:
 TEST_F(SessionXMLWriterTest, AnEmptyDocumentHasAByteOrderMarkADeclarationAndTheRoot) {
     SessionXMLWriter writer(TargetPath());
     EXPECT_TRUE(writer.Save());
-    EXPECT_EQ(Saved(), std::string(kByteOrderMark) +
-                           "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>\n<orvo/>\n");
+    EXPECT_EQ(Saved(),
+              std::string(kByteOrderMark) +
+                  "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>\n<orvo/>\n");
 }
 
 TEST_F(SessionXMLWriterTest, ElementsAreIndentedAndNested) {
@@ -64,12 +64,15 @@ TEST_F(SessionXMLWriterTest, ElementsAreIndentedAndNested) {
     EXPECT_TRUE(writer.StartElement(names::files));
     EXPECT_TRUE(writer.EndElement());
     EXPECT_TRUE(writer.Save());
-    EXPECT_THAT(Saved(), HasSubstr("<orvo>\n\n  <session>\n    <tracks/>\n  </session>\n\n  <files/>\n\n</orvo>\n"));
+    EXPECT_THAT(
+        Saved(),
+        HasSubstr("<orvo>\n\n  <session>\n    <tracks/>\n  </session>\n\n  <files/>\n\n</orvo>\n"));
 }
 
 TEST_F(SessionXMLWriterTest, AttributesAreWrittenInTheOrderOfTheirNames) {
     SessionXMLWriter writer(TargetPath());
-    EXPECT_TRUE(writer.StartElement(names::session, {{u"zeta", u"1"}, {u"Alpha", u"2"}, {u"beta", u"3"}}));
+    EXPECT_TRUE(
+        writer.StartElement(names::session, {{u"zeta", u"1"}, {u"Alpha", u"2"}, {u"beta", u"3"}}));
     EXPECT_TRUE(writer.EndElement());
     EXPECT_TRUE(writer.Save());
     EXPECT_THAT(Saved(), HasSubstr("<session Alpha=\"2\" beta=\"3\" zeta=\"1\"/>"));
@@ -121,15 +124,17 @@ protected:
 
 class TextThatSwitchesToXml11 : public XmlVersionOfText {};
 TEST_P(TextThatSwitchesToXml11, MakesTheWholeDocumentXml11) {
-    EXPECT_EQ(DeclarationAfterText(std::u16string(u"a") + GetParam() + u"b"), "<?xml version=\"1.1\"");
+    EXPECT_EQ(DeclarationAfterText(std::u16string(u"a") + GetParam() + u"b"),
+              "<?xml version=\"1.1\"");
 }
 INSTANTIATE_TEST_SUITE_P(ControlCharacters, TextThatSwitchesToXml11,
-                         testing::Values(u'\t', u'\r', u'\n', u'\x01', u'\x1F', u'\x7F', u'\x80', u'\x84',
-                                         u'\x86', u'\x9F'));
+                         testing::Values(u'\t', u'\r', u'\n', u'\x01', u'\x1F', u'\x7F', u'\x80',
+                                         u'\x84', u'\x86', u'\x9F'));
 
 class TextThatStaysXml10 : public XmlVersionOfText {};
 TEST_P(TextThatStaysXml10, LeavesTheVersionAsItIs) {
-    EXPECT_EQ(DeclarationAfterText(std::u16string(u"a") + GetParam() + u"b"), "<?xml version=\"1.0\"");
+    EXPECT_EQ(DeclarationAfterText(std::u16string(u"a") + GetParam() + u"b"),
+              "<?xml version=\"1.0\"");
 }
 INSTANTIATE_TEST_SUITE_P(PrintableCharactersAndNextLine, TextThatStaysXml10,
                          testing::Values(u' ', u'~', u'\x85', u'\xA0', u'\u2028'));
@@ -197,7 +202,8 @@ TEST_F(SessionXMLWriterTest, ALargeDocumentIsWrittenWhole) {
     ASSERT_TRUE(writer.Save());
     const std::string saved = Saved();
     std::size_t count = 0;
-    for (std::size_t at = saved.find("<file "); at != std::string::npos; at = saved.find("<file ", at + 1)) {
+    for (std::size_t at = saved.find("<file "); at != std::string::npos;
+         at = saved.find("<file ", at + 1)) {
         ++count;
     }
     EXPECT_EQ(count, 20'000u);

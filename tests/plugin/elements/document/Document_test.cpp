@@ -30,8 +30,10 @@ TEST_F(Document, TheRootCarriesTheHostsVersionAndTheThreeChildrenInOrder) {
     auto session = Sample();
     session.formatVersion = {1, 5};
     const std::string file = *Write(session).file;
-    EXPECT_THAT(file, StartsWith("\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>\n"
-                                 "<orvo version=\"1.5\">\n"));
+    EXPECT_THAT(
+        file,
+        StartsWith("\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\" ?>\n"
+                   "<orvo version=\"1.5\">\n"));
     EXPECT_LT(file.find("<session "), file.find("<files>"));
     EXPECT_LT(file.find("<files>"), file.find("<audioDevice "));
 }

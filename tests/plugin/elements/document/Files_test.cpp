@@ -29,20 +29,24 @@ protected:
         return session;
     }
 
-    std::u16string Here(std::string_view name) const { return kelcore::PathFromBytes(Absolute(name)); }
+    std::u16string Here(std::string_view name) const {
+        return kelcore::PathFromBytes(Absolute(name));
+    }
 };
 
 TEST_F(Files, EveryAttributeReachesTheHostInOrderAndThePathAlways) {
-    EXPECT_THAT(ReadFileElement("id='3' absolutePath='/m/a.wav' mediaHandlerID='h' recoveryID='r' "
-                                "importerPrivateSettings='i'"),
-                ElementsAre("IEditSession#1.GetFile(3) -> IEditFile#2", "IEditFile#2.SetPath(\"/m/a.wav\")",
-                            "IEditFile#2.SetMediaHandler(\"h\")", "IEditFile#2.SetRecoveryId(\"r\")",
-                            "IEditFile#2.SetImporterPrivateSettings(\"i\")"));
+    EXPECT_THAT(
+        ReadFileElement("id='3' absolutePath='/m/a.wav' mediaHandlerID='h' recoveryID='r' "
+                        "importerPrivateSettings='i'"),
+        ElementsAre("IEditSession#1.GetFile(3) -> IEditFile#2", "IEditFile#2.SetPath(\"/m/a.wav\")",
+                    "IEditFile#2.SetMediaHandler(\"h\")", "IEditFile#2.SetRecoveryId(\"r\")",
+                    "IEditFile#2.SetImporterPrivateSettings(\"i\")"));
 }
 
 TEST_F(Files, EmptyTextsCauseNoCallButThePaths) {
-    EXPECT_THAT(ReadFileElement("id='3' mediaHandlerID='' recoveryID='' importerPrivateSettings=''"),
-                ElementsAre("IEditSession#1.GetFile(3) -> IEditFile#2", "IEditFile#2.SetPath(\"\")"));
+    EXPECT_THAT(
+        ReadFileElement("id='3' mediaHandlerID='' recoveryID='' importerPrivateSettings=''"),
+        ElementsAre("IEditSession#1.GetFile(3) -> IEditFile#2", "IEditFile#2.SetPath(\"\")"));
 }
 
 TEST_F(Files, AFileWithoutAnIdAsksForNone) {
@@ -67,8 +71,9 @@ TEST_F(Files, ASessionThatMovedWithItsMediaFindsThemByTheRelativePath) {
 TEST_F(Files, TheAbsolutePathWinsWhereBothLeadToAFile) {
     folder.Write("a.wav", "sound");
     folder.Write("b.wav", "sound");
-    EXPECT_THAT(ReadFileElement("id='3' absolutePath='" + Absolute("a.wav") + "' relativePath='b.wav'"),
-                testing::Contains("IEditFile#2.SetPath(\"" + Absolute("a.wav") + "\")"));
+    EXPECT_THAT(
+        ReadFileElement("id='3' absolutePath='" + Absolute("a.wav") + "' relativePath='b.wav'"),
+        testing::Contains("IEditFile#2.SetPath(\"" + Absolute("a.wav") + "\")"));
 }
 
 TEST_F(Files, TheAbsolutePathIsPassedOnWhereNeitherLeadsToAFile) {
@@ -87,21 +92,24 @@ TEST_F(Files, AnEmptyAbsolutePathCountsAsNone) {
 }
 
 TEST_F(Files, AReadableHandlerNameIsTranslatedAndAnUnknownOneIgnored) {
-    EXPECT_THAT(CallsOf(ReadFileElement("id='3' mediaHandler='Waveform Audio (WAV)'"), "SetMediaHandler"),
-                ElementsAre("IEditFile#2.SetMediaHandler(\"kel.importer.wave\")"));
-    EXPECT_THAT(CallsOf(ReadFileElement("id='3' mediaHandler='No such handler'"), "SetMediaHandler"),
-                IsEmpty());
+    EXPECT_THAT(
+        CallsOf(ReadFileElement("id='3' mediaHandler='Waveform Audio (WAV)'"), "SetMediaHandler"),
+        ElementsAre("IEditFile#2.SetMediaHandler(\"kel.importer.wave\")"));
+    EXPECT_THAT(
+        CallsOf(ReadFileElement("id='3' mediaHandler='No such handler'"), "SetMediaHandler"),
+        IsEmpty());
 }
 
 TEST_F(Files, TheHandlersIdentifierOverridesItsReadableName) {
-    EXPECT_THAT(CallsOf(ReadFileElement("id='3' mediaHandler='Waveform Audio (WAV)' mediaHandlerID='x'"),
-                        "SetMediaHandler"),
-                ElementsAre("IEditFile#2.SetMediaHandler(\"x\")"));
+    EXPECT_THAT(
+        CallsOf(ReadFileElement("id='3' mediaHandler='Waveform Audio (WAV)' mediaHandlerID='x'"),
+                "SetMediaHandler"),
+        ElementsAre("IEditFile#2.SetMediaHandler(\"x\")"));
 }
 
 TEST_F(Files, NothingOfOneFileReachesTheNext) {
-    const auto outcome = ReadInRoot(
-        "<files><file id='1' absolutePath='/a' recoveryID='r'/><file id='2'/></files>");
+    const auto outcome =
+        ReadInRoot("<files><file id='1' absolutePath='/a' recoveryID='r'/><file id='2'/></files>");
     ASSERT_EQ(outcome.session.files.size(), 2u);
     EXPECT_EQ(outcome.session.files[1].path, u"");
     EXPECT_EQ(outcome.session.files[1].recoveryId, u"");
@@ -114,11 +122,13 @@ TEST_F(Files, AnEmptyTableIsWritten) {
 }
 
 TEST_F(Files, BothPathsAreWrittenAndTheRelativeOneFromTheSession) {
-    const auto outcome = Write(WithFile({3, Here("media/a.wav"), u"kel.importer.wave", u"r", u"i"}));
-    EXPECT_THAT(*outcome.file,
-                HasSubstr("<file absolutePath=\"" + Absolute("media/a.wav") +
-                          "\" id=\"3\" importerPrivateSettings=\"i\" mediaHandler=\"Waveform Audio (WAV)\" "
-                          "recoveryID=\"r\" relativePath=\"media/a.wav\"/>"));
+    const auto outcome =
+        Write(WithFile({3, Here("media/a.wav"), u"kel.importer.wave", u"r", u"i"}));
+    EXPECT_THAT(
+        *outcome.file,
+        HasSubstr("<file absolutePath=\"" + Absolute("media/a.wav") +
+                  "\" id=\"3\" importerPrivateSettings=\"i\" mediaHandler=\"Waveform Audio (WAV)\" "
+                  "recoveryID=\"r\" relativePath=\"media/a.wav\"/>"));
 }
 
 TEST_F(Files, AnEmptyPathIsLeftOutWithTheOtherEmptyTexts) {

@@ -17,22 +17,26 @@ class SessionElement : public test::SerializerFixture {};
 
 TEST_F(SessionElement, WithoutAttributesTheHostHearsTheDefaultsAndTheFirstVersion) {
     const auto outcome = ReadInRoot("<session/>");
-    EXPECT_THAT(outcome.calls,
-                ElementsAre("IEditSession#1.SetSampleRate(48000)", "IEditSession#1.SetDuration(0)",
-                            "IEditSession#1.SetBitDepth(32)",
-                            "IEditSession#1.SetFormatDescription(\"Vantor Tembra 4.0 Multitrack Session\")",
-                            "IEditSession#1.SetVersionDependentValue(0)"));
+    EXPECT_THAT(
+        outcome.calls,
+        ElementsAre("IEditSession#1.SetSampleRate(48000)", "IEditSession#1.SetDuration(0)",
+                    "IEditSession#1.SetBitDepth(32)",
+                    "IEditSession#1.SetFormatDescription(\"Vantor Tembra 4.0 Multitrack Session\")",
+                    "IEditSession#1.SetVersionDependentValue(0)"));
 }
 
 TEST_F(SessionElement, TheLayoutIsToldFirstAndTheRestInTheOrderOfRateLengthDepthAndDescription) {
     const auto outcome = ReadInRoot(
-        "<session sampleRate='96000' duration='5000000000' bitDepth='24' audioChannelType='fivePointOne' "
+        "<session sampleRate='96000' duration='5000000000' bitDepth='24' "
+        "audioChannelType='fivePointOne' "
         "appVersion='25.1'/>");
-    EXPECT_THAT(outcome.calls,
-                ElementsAre("IEditSession#1.SetChannelCount(6)", "IEditSession#1.SetSampleRate(96000)",
-                            "IEditSession#1.SetDuration(5000000000)", "IEditSession#1.SetBitDepth(24)",
-                            "IEditSession#1.SetFormatDescription(\"Vantor Tembra 25.1 Multitrack Session\")",
-                            "IEditSession#1.SetVersionDependentValue(0)"));
+    EXPECT_THAT(
+        outcome.calls,
+        ElementsAre(
+            "IEditSession#1.SetChannelCount(6)", "IEditSession#1.SetSampleRate(96000)",
+            "IEditSession#1.SetDuration(5000000000)", "IEditSession#1.SetBitDepth(24)",
+            "IEditSession#1.SetFormatDescription(\"Vantor Tembra 25.1 Multitrack Session\")",
+            "IEditSession#1.SetVersionDependentValue(0)"));
 }
 
 TEST_F(SessionElement, EachLayoutHasItsNumberOfChannels) {
@@ -44,8 +48,8 @@ TEST_F(SessionElement, EachLayoutHasItsNumberOfChannels) {
 
 TEST_F(SessionElement, AnUnknownLayoutLeavesTheHostsAndNothingElseChanges) {
     for (const char* const keyword : {"quad", "Mono", "stereo ", "", "2"}) {
-        const auto outcome =
-            ReadInRoot("<session sampleRate='44100' audioChannelType='" + std::string(keyword) + "'/>");
+        const auto outcome = ReadInRoot("<session sampleRate='44100' audioChannelType='" +
+                                        std::string(keyword) + "'/>");
         EXPECT_THAT(CallsOf(outcome.calls, "SetChannelCount"), IsEmpty()) << keyword;
         EXPECT_THAT(outcome.calls, Contains("IEditSession#1.SetSampleRate(44100)")) << keyword;
     }
@@ -74,8 +78,10 @@ TEST_F(SessionElement, TheNameIsAcceptedAndGoesNowhere) {
 }
 
 TEST_F(SessionElement, APlaceInTheVersionTextIsNotReplacedAgain) {
-    EXPECT_THAT(ReadInRoot("<session appVersion='@0 @1'/>").calls,
-                Contains("IEditSession#1.SetFormatDescription(\"Vantor Tembra @0 @1 Multitrack Session\")"));
+    EXPECT_THAT(
+        ReadInRoot("<session appVersion='@0 @1'/>").calls,
+        Contains(
+            "IEditSession#1.SetFormatDescription(\"Vantor Tembra @0 @1 Multitrack Session\")"));
 }
 
 // Writing
@@ -93,9 +99,10 @@ TEST_F(SessionElement, IsWrittenWithItsAttributesSorted) {
     kelcore::SetClientVersion("25.1", 310);
     const auto outcome = Write(Sample());
     ASSERT_TRUE(outcome.ok);
-    EXPECT_THAT(*outcome.file,
-                HasSubstr("<session appBuild=\"25.1.310\" appVersion=\"25.1\" audioChannelType=\"mono\" "
-                          "bitDepth=\"24\" duration=\"5000000000\" sampleRate=\"44100\""));
+    EXPECT_THAT(
+        *outcome.file,
+        HasSubstr("<session appBuild=\"25.1.310\" appVersion=\"25.1\" audioChannelType=\"mono\" "
+                  "bitDepth=\"24\" duration=\"5000000000\" sampleRate=\"44100\""));
 }
 
 TEST_F(SessionElement, ALayoutWithoutAKeywordIsWrittenAsStereo) {

@@ -27,7 +27,8 @@ TEST(VersionDependentValue, IsTheCurrentTimePositionForExactlyTheFirstVersion) {
 }
 
 TEST(VersionDependentValue, IsTheSelectionStartForEveryOtherText) {
-    for (const char16_t* const version : {u"4.0.1", u"4.00", u"4.", u"", u" 4.0", u"4,0", u"25.1"}) {
+    for (const char16_t* const version :
+         {u"4.0.1", u"4.00", u"4.", u"", u" 4.0", u"4,0", u"25.1"}) {
         EXPECT_EQ(ValueAfter(version), 222);
     }
 }

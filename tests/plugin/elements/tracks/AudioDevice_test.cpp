@@ -13,14 +13,14 @@ using testing::IsEmpty;
 class AudioDevice : public test::SerializerFixture {};
 
 TEST_F(AudioDevice, BothIdentifiersAndThePortsReachTheHostInTheOrderOfTheFile) {
-    EXPECT_THAT(ReadInRoot("<audioDevice inputID='in' outputID='out'><outputPort id='2' name='L'/>"
-                           "<inputPort id='-1' name='Mic'/><inputPort id='5' name='Line'/></audioDevice>")
-                    .calls,
-                ElementsAre("IEditSession#1.SetInputDeviceId(\"in\")",
-                            "IEditSession#1.SetOutputDeviceId(\"out\")",
-                            "IEditSession#1.AddOutputPort(2,\"L\")",
-                            "IEditSession#1.AddInputPort(-1,\"Mic\")",
-                            "IEditSession#1.AddInputPort(5,\"Line\")"));
+    EXPECT_THAT(
+        ReadInRoot("<audioDevice inputID='in' outputID='out'><outputPort id='2' name='L'/>"
+                   "<inputPort id='-1' name='Mic'/><inputPort id='5' name='Line'/></audioDevice>")
+            .calls,
+        ElementsAre(
+            "IEditSession#1.SetInputDeviceId(\"in\")", "IEditSession#1.SetOutputDeviceId(\"out\")",
+            "IEditSession#1.AddOutputPort(2,\"L\")", "IEditSession#1.AddInputPort(-1,\"Mic\")",
+            "IEditSession#1.AddInputPort(5,\"Line\")"));
 }
 
 TEST_F(AudioDevice, WithoutAttributesNeitherIdentifierChanges) {
@@ -37,8 +37,9 @@ TEST_F(AudioDevice, OneAttributeSetsBothIdentifiers) {
 }
 
 TEST_F(AudioDevice, APortWithoutAttributesIsZeroWithoutAName) {
-    EXPECT_THAT(ReadInRoot("<audioDevice><inputPort/><outputPort id='x'/></audioDevice>").calls,
-                ElementsAre("IEditSession#1.AddInputPort(0,\"\")", "IEditSession#1.AddOutputPort(0,\"\")"));
+    EXPECT_THAT(
+        ReadInRoot("<audioDevice><inputPort/><outputPort id='x'/></audioDevice>").calls,
+        ElementsAre("IEditSession#1.AddInputPort(0,\"\")", "IEditSession#1.AddOutputPort(0,\"\")"));
 }
 
 TEST_F(AudioDevice, IsWrittenLastWithBothIdentifiersAlsoWhenEmpty) {
@@ -51,12 +52,11 @@ TEST_F(AudioDevice, InputPortsAreWrittenBeforeOutputPorts) {
     session.audioDevice.outputDeviceId = u"out";
     session.audioDevice.outputPorts = {{2, u"L"}};
     session.audioDevice.inputPorts = {{-1, u"Mic"}, {5, u""}};
-    EXPECT_THAT(*Write(session).file,
-                HasSubstr("  <audioDevice inputID=\"in\" outputID=\"out\">\n"
-                          "    <inputPort id=\"-1\" name=\"Mic\"/>\n"
-                          "    <inputPort id=\"5\" name=\"\"/>\n"
-                          "    <outputPort id=\"2\" name=\"L\"/>\n"
-                          "  </audioDevice>\n"));
+    EXPECT_THAT(*Write(session).file, HasSubstr("  <audioDevice inputID=\"in\" outputID=\"out\">\n"
+                                                "    <inputPort id=\"-1\" name=\"Mic\"/>\n"
+                                                "    <inputPort id=\"5\" name=\"\"/>\n"
+                                                "    <outputPort id=\"2\" name=\"L\"/>\n"
+                                                "  </audioDevice>\n"));
     EXPECT_EQ(ReadPath(Path()).session.audioDevice, session.audioDevice);
 }
 

@@ -1,0 +1,241 @@
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "cli/Messages.h"
+#include "cli/ProgressBar.h"
+#include "cli/SessionFile.h"
+#include "cli/StandardStreams.h"
+#include "cli/Verb.h"
+#include "platform/kelcore/File.h"
+#include "platform/kelcore/Paths.h"
+#include "reference_host/Sessions.h"
+#include "reference_host/json/SessionJson.h"
+#include "toolkit/FileContent.h"
+
+// orvo convert IN OUT [--from KIND] [--to KIND]
+
+namespace cli {
+namespace {
+
+using refhost::model::Session;
+
+enum class Kind { Orvo, Json };
+
+const std::map<std::string, Kind> kKinds = {{"orvo", Kind::Orvo}, {"json", Kind::Json}};
+
+struct Options {
+    std::string in;
+    std::string out;
+    std::optional<Kind> from;
+    std::optional<Kind> to;
+};
+
+// The command line
+
+std::optional<Kind> KindByExtension(const std::string& name) {
+    const std::string extension = std::filesystem::path(name).extension().string();
+    const auto kind = extension.empty() ? kKinds.end() : kKinds.find(extension.substr(1));
+    return kind != kKinds.end() ? std::optional(kind->second) : std::nullopt;
+}
+
+Kind ResolveKind(const std::optional<Kind>& stated, const std::string& name, const char* option) {
+    if (stated) {
+        return *stated;
+    }
+    if (const auto kind = KindByExtension(name)) {
+        return *kind;
+    }
+    const std::string what = name == kStream ? "the kind of a standard stream is not known"
+                                             : "\"" + name + "\" does not end in .orvo or .json";
+    throw CLI::ValidationError(what + "; say " + option + " orvo or " + option + " json");
+}
+
+// Reading
+
+/// Says why there is no session.
+std::nullopt_t Refuse(const Message& message) {
+    Complain(message);
+    return std::nullopt;
+}
+
+/// Names what would be lost. True if nothing would.
+bool CarriesEverything(const SessionFile& file, const toolkit::DocumentScan& scan) {
+    for (const toolkit::NotCarried& loss : scan.notCarried) {
+        Complain({.subject = file.Name(),
+                  .place = loss.place,
+                  .what = "cannot be carried over",
+                  .advice = loss.what});
+    }
+    if (scan.notCarriedCount > scan.notCarried.size()) {
+        Complain({.subject = file.Name(),
+                  .what = fmt::format("and {} more that cannot be carried over",
+                                      scan.notCarriedCount - scan.notCarried.size())});
+    }
+    return scan.notCarriedCount == 0;
+}
+
+std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name) {
+    const SessionFile file(name);
+    const toolkit::DocumentScan scan = toolkit::ScanDocument(file.Path());
+    if (scan.problem) {
+        return Refuse(ToMessage(file.Name(), *scan.problem));
+    }
+    if (!CarriesEverything(file, scan)) {
+        return Refuse(
+            {.subject = file.Name(),
+             .what = "not converted",
+             .advice = "nothing was written, because the content named above would be lost"});
+    }
+    ProgressBar bar("reading " + file.Name());
+    refhost::ReadOptions options;
+    options.progress = [&](const refhost::Progress& progress) {
+        bar.Update(progress.done, progress.total);
+    };
+    refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath(), options);
+    if (read.result != tses::SessionResult::Ok) {
+        for (const Message& message : ExplainRefusal(file, read.messages)) {
+            Complain(message);
+        }
+        return std::nullopt;
+    }
+    return std::move(read.session);
+}
+
+std::optional<Session> ReadJson(const std::string& name) {
+    const bool stream = name == kStream;
+    const std::string subject = stream ? "standard input" : name;
+    const auto content = stream ? ReadStandardInput() : toolkit::ReadFileContent(name);
+    if (const auto* const problem = std::get_if<toolkit::Problem>(&content)) {
+        return Refuse(ToMessage(subject, *problem));
+    }
+    try {
+        return refhost::FromJson(std::get<std::string>(content));
+    } catch (const refhost::JsonError& failure) {
+        return Refuse({.subject = subject, .what = failure.what()});
+    }
+}
+
+// Writing
+
+ExitCode FailToSave(const std::string& subject, const std::vector<std::string>& reasons) {
+    if (reasons.empty()) {
+        Complain({.subject = subject, .what = "was not saved"});
+    }
+    for (const std::string& reason : reasons) {
+        Complain({.subject = subject, .what = "was not saved", .advice = reason});
+    }
+    return ExitCode::Failure;
+}
+
+std::vector<std::string> SaveOrvo(refhost::Plugin& plugin, Session session, const std::string& path,
+                                  const std::string& subject) {
+    ProgressBar bar("writing " + subject);
+    refhost::WriteOptions options;
+    options.progress = [&](const refhost::Progress& progress) {
+        bar.Update(progress.done, progress.total);
+    };
+    const refhost::WriteResult written =
+        refhost::WriteSession(plugin, FullPathOf(path), std::move(session), options);
+    if (written.result == tses::SessionResult::Ok) {
+        for (const std::string& remark :
+             std::set(written.messages.begin(), written.messages.end())) {
+            Complain({.subject = subject, .what = "saved", .advice = remark});
+        }
+        return {};
+    }
+    return written.messages.empty() ? std::vector<std::string>{"the plug-in refused to write it"}
+                                    : written.messages;
+}
+
+std::vector<std::string> SaveText(const std::string& text, const std::string& path) {
+    kelcore::File file(kelcore::PathFromBytes(path));
+    try {
+        file.Create();
+        kelcore::OPlatformByteStream stream(file);
+        stream.WriteBlock(text.data(), text.size());
+        stream.Close();
+        return {};
+    } catch (const kelcore::file_exception& failure) {
+        return {failure.MessageFor(file.FullPath())};
+    }
+}
+
+ExitCode WriteToStream(const std::string& content) {
+    std::fwrite(content.data(), 1, content.size(), stdout);
+    return ExitCode::Good;  // a failure shows when the tool ends
+}
+
+ExitCode WriteOrvo(refhost::Plugin& plugin, Session session, const std::string& name) {
+    if (name != kStream) {
+        const auto reasons = SaveOrvo(plugin, std::move(session), name, name);
+        return reasons.empty() ? ExitCode::Good : FailToSave(name, reasons);
+    }
+    const TemporarySession spooled;
+    const auto reasons = SaveOrvo(plugin, std::move(session), spooled.Path(), "standard output");
+    if (!reasons.empty()) {
+        return FailToSave("standard output", reasons);
+    }
+    return WriteToStream(std::get<std::string>(toolkit::ReadFileContent(spooled.Path())));
+}
+
+ExitCode WriteJson(const Session& session, const std::string& name) {
+    const std::string text = refhost::ToJson(session);
+    if (name == kStream) {
+        return WriteToStream(text);
+    }
+    const auto reasons = SaveText(text, name);
+    return reasons.empty() ? ExitCode::Good : FailToSave(name, reasons);
+}
+
+ExitCode RunConvert(const Options& options, Kind from, Kind to) {
+    refhost::UseFeatureDefaults();
+    std::optional<refhost::Plugin> plugin;
+    if (from == Kind::Orvo || to == Kind::Orvo) {
+        plugin.emplace();
+    }
+    std::optional<Session> session =
+        from == Kind::Orvo ? ReadOrvo(*plugin, options.in) : ReadJson(options.in);
+    if (!session) {
+        return ExitCode::Failure;
+    }
+    return to == Kind::Orvo ? WriteOrvo(*plugin, std::move(*session), options.out)
+                            : WriteJson(*session, options.out);
+}
+
+}  // namespace
+
+void AddConvert(CLI::App& tool, Action& chosen) {
+    auto options = std::make_shared<Options>();
+    CLI::App* const verb = tool.add_subcommand(
+        "convert", "Turn a session file into another kind, or into a fresh one.");
+    verb->add_option("IN", options->in, "what to read; - for standard input")->required();
+    verb->add_option("OUT", options->out, "what to write; - for standard output")->required();
+    for (const auto& [name, kind] :
+         {std::pair("--from", &options->from), std::pair("--to", &options->to)}) {
+        verb->add_option(name, *kind, "its kind, orvo or json, if its name does not tell")
+            ->type_name("KIND")
+            ->transform(CLI::CheckedTransformer(kKinds).description(""));
+    }
+    verb->footer(
+        "Examples:\n"
+        "  orvo convert song.orvo song.json\n"
+        "  orvo convert song.json song.orvo\n"
+        "  orvo convert --from orvo --to json - - <song.orvo\n\n"
+        "A session that holds something that would be lost is refused, and nothing is written.\n"
+        "OUT is replaced only once the new file is whole. Relative paths in a session from or to "
+        "a\n"
+        "standard stream count from the working directory.");
+    verb->callback([options, &chosen] {
+        const Kind from = ResolveKind(options->from, options->in, "--from");
+        const Kind to = ResolveKind(options->to, options->out, "--to");
+        chosen = [options, from, to] { return RunConvert(*options, from, to); };
+    });
+}
+
+}  // namespace cli

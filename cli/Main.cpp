@@ -1,0 +1,85 @@
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <exception>
+#include <system_error>
+
+#include "cli/Messages.h"
+#include "cli/Verb.h"
+
+namespace {
+
+constexpr const char* kDescription = "Looks into session files of the multitrack editor Tembra.";
+
+constexpr const char* kExamples =
+    R"(Examples:
+  orvo info song.orvo                  what is in it, and which media are missing
+  orvo info --json *.orvo              the same for programs
+  orvo trace song.orvo                 every call that a host gets while it is read
+  orvo convert song.orvo song.json     the whole session as JSON
+  orvo convert song.json copy.orvo     and back
+
+Exit status: 0 good, 1 something is wrong or failed, 2 the command line makes no sense.)";
+
+void DescribeTool(CLI::App& tool) {
+    tool.set_version_flag("--version", "orvo " ORVO_VERSION);
+    tool.footer(kExamples);
+    tool.require_subcommand(1);
+    tool.get_formatter()->column_width(36);
+}
+
+/// The verb that the command line got as far as, for the hint: "orvo info".
+std::string ChosenName(const CLI::App& tool) {
+    const auto verbs = tool.get_subcommands();
+    return verbs.empty() ? "orvo" : "orvo " + verbs.front()->get_name();
+}
+
+cli::ExitCode ReportParse(const CLI::App& tool, const CLI::ParseError& outcome) {
+    if (outcome.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+        tool.exit(outcome);  // the help or the version
+        return cli::ExitCode::Good;
+    }
+    cli::Complain({.subject = {},
+                   .what = outcome.what(),
+                   .advice = "try \"" + ChosenName(tool) + " --help\""});
+    return cli::ExitCode::Usage;
+}
+
+/// Output that did not arrive is a failure: a full disk shows only here.
+cli::ExitCode FinishOutput(cli::ExitCode code) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) {
+        return code;
+    }
+    cli::Complain({.subject = "standard output",
+                   .what = "cannot be written",
+                   .advice = std::generic_category().message(errno)});
+    return cli::ExitCode::Failure;
+}
+
+cli::ExitCode RunTool(int argumentCount, const char* const* arguments) {
+    CLI::App tool(kDescription, "orvo");
+    cli::Action action;
+    DescribeTool(tool);
+    cli::AddInfo(tool, action);
+    cli::AddTrace(tool, action);
+    cli::AddConvert(tool, action);
+    try {
+        tool.parse(argumentCount, arguments);
+    } catch (const CLI::ParseError& outcome) {
+        return ReportParse(tool, outcome);
+    }
+    return action();
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+    cli::ExitCode code = cli::ExitCode::Failure;
+    try {
+        code = RunTool(argumentCount, arguments);
+    } catch (const std::exception& failure) {
+        cli::Complain({.subject = {}, .what = failure.what()});
+    }
+    return static_cast<int>(FinishOutput(code));
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "toolkit/DocumentScan.h"
+
+namespace cli {
+
+/// Something to tell the person at the terminal.
+struct Message {
+    std::string subject;        ///< the file as it was named; may be empty
+    toolkit::Place place = {};  ///< in the file; none where the file as a whole is meant
+    std::string what;           ///< what is wrong
+    std::string advice = {};    ///< what to do about it; may be empty
+};
+
+/// "orvo: PATH:LINE:COLUMN: what: what to do" without a line end, each part only where there is
+/// one.
+std::string FormatMessage(const Message& message);
+
+/// Writes the message as a line to standard error.
+void Complain(const Message& message);
+
+/// The text on one line: what a terminal would obey is shown as "\x1b".
+std::string Printable(std::string_view text);
+
+/// Whether standard error is a terminal.
+bool HasErrorTerminal();
+
+/// Whether standard error may be coloured: it is a terminal and NO_COLOR is not set.
+bool MayColourErrors();
+
+}  // namespace cli

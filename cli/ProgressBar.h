@@ -1,0 +1,32 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "platform/kelcore/Types.h"
+
+namespace cli {
+
+/// A bar on standard error while work lasts: only on a terminal, and only from half a second on, so
+/// that what is quick leaves no trace. It is wiped away at the end.
+class ProgressBar {
+public:
+    /// @param label  what is being done, "reading a.orvo"
+    explicit ProgressBar(std::string label);
+    ~ProgressBar();
+    ProgressBar(const ProgressBar&) = delete;
+    ProgressBar& operator=(const ProgressBar&) = delete;
+
+    /// `done` of `total` steps are complete.
+    void Update(kelcore::uint32 done, kelcore::uint32 total);
+
+private:
+    std::string label_;
+    std::chrono::steady_clock::time_point start_;
+    bool shown_ = false;
+};
+
+/// "[####......] reading a.orvo", without colour or cursor movement.
+std::string FormatProgress(const std::string& label, kelcore::uint32 done, kelcore::uint32 total);
+
+}  // namespace cli

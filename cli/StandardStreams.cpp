@@ -1,0 +1,60 @@
+#include "cli/StandardStreams.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+namespace cli {
+namespace {
+
+[[noreturn]] void Fail(const std::string& what) {
+    throw std::system_error(errno, std::generic_category(), what);
+}
+
+}  // namespace
+
+std::variant<std::string, toolkit::Problem> ReadStandardInput() {
+    std::string content;
+    std::array<char, 1 << 16> block;
+    for (;;) {
+        const ssize_t got = ::read(STDIN_FILENO, block.data(), block.size());
+        if (got > 0) {
+            content.append(block.data(), static_cast<std::size_t>(got));
+        } else if (got == 0) {
+            return content;
+        } else if (errno != EINTR) {
+            return toolkit::Problem{{}, "cannot be read", std::generic_category().message(errno)};
+        }
+    }
+}
+
+TemporarySession::TemporarySession()
+    : path_((std::filesystem::current_path() / ".orvo-stream-XXXXXX").string()) {
+    const int descriptor = ::mkstemp(path_.data());
+    if (descriptor < 0) {
+        Fail("a temporary file in the working directory");
+    }
+    ::close(descriptor);
+}
+
+TemporarySession::~TemporarySession() {
+    ::unlink(path_.c_str());
+}
+
+void TemporarySession::Write(const std::string& content) const {
+    std::FILE* const file = std::fopen(path_.c_str(), "wb");
+    if (file == nullptr) {
+        Fail(path_);
+    }
+    const bool written = std::fwrite(content.data(), 1, content.size(), file) == content.size();
+    if ((std::fclose(file) != 0) || !written) {
+        Fail(path_);
+    }
+}
+
+}  // namespace cli

@@ -1,0 +1,173 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cli/Messages.h"
+#include "cli/SessionFile.h"
+#include "cli/Suggestions.h"
+#include "cli/Verb.h"
+#include "platform/kelappsupport/Features.h"
+#include "reference_host/LogTarget.h"
+#include "reference_host/Plugin.h"
+#include "reference_host/SessionNode.h"
+#include "reference_host/Sessions.h"
+#include "reference_host/recorder/CallJson.h"
+#include "reference_host/recorder/FaultPlan.h"
+#include "reference_host/recorder/Operations.h"
+#include "reference_host/recorder/Recorder.h"
+
+// orvo trace [--feature NAME=on|off] [--no-log-target] [--null INTERFACE.OPERATION]...
+// [--references] FILE...
+
+namespace cli {
+namespace {
+
+struct Feature {
+    std::string name;
+    bool on = false;
+};
+
+struct Options {
+    std::vector<std::string> files;
+    std::vector<std::string> features;  // as written: NAME=on|off
+    std::vector<std::string> nulls;     // as written: INTERFACE.OPERATION
+    bool noLogTarget = false;
+    bool references = false;
+};
+
+// The command line
+
+Feature ParseFeature(const std::string& text) {
+    const std::size_t equals = text.rfind('=');
+    const std::string value = equals == std::string::npos ? "" : text.substr(equals + 1);
+    if (equals == 0 || (value != "on" && value != "off")) {
+        throw CLI::ValidationError("--feature", "\"" + text + "\" is not NAME=on or NAME=off");
+    }
+    return {text.substr(0, equals), value == "on"};
+}
+
+/// The operations of a read that return something: what --null can name.
+std::vector<std::string> NullableOperations() {
+    std::vector<std::string> names;
+    for (const refhost::HostOperation& operation : refhost::HostOperations()) {
+        if (operation.returnsObject && !operation.interfaceName.starts_with("IQuery")) {
+            names.push_back(fmt::format("{}.{}", operation.interfaceName, operation.name));
+        }
+    }
+    return names;
+}
+
+/// As CLI11 wants a check: empty if the name is one, else what is wrong with it.
+std::string CheckNullable(const std::string& name) {
+    const std::vector<std::string> known = NullableOperations();
+    if (std::find(known.begin(), known.end(), name) != known.end()) {
+        return {};
+    }
+    const std::vector<std::string> near = NearMatches(name, known);
+    if (near.empty()) {
+        return fmt::format("no operation of a read called \"{}\" returns an object", name);
+    }
+    return fmt::format("no operation of a read called \"{}\" returns an object; did you mean {}?",
+                       name, fmt::join(near, " or "));
+}
+
+std::string CheckFeature(const std::string& text) {
+    try {
+        ParseFeature(text);
+        return {};
+    } catch (const CLI::ValidationError& failure) {
+        return failure.what();
+    }
+}
+
+// The work
+
+refhost::FaultPlan MakeFaultPlan(const Options& options) {
+    refhost::FaultPlan plan;
+    for (const std::string& operation : options.nulls) {
+        plan.ReturnNull(operation);
+    }
+    return plan;
+}
+
+void PrintLine(const std::string& line) {
+    fmt::print("{}\n", line);
+}
+
+tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
+                              const std::string& name) {
+    const SessionFile file(name);
+    const auto logTarget = refhost::Ref<refhost::LogTarget>::Adopt(new refhost::LogTarget());
+    const auto session = refhost::SessionNode::Make();
+    if (!options.noLogTarget) {
+        session->SetLogTarget(logTarget);
+    }
+    refhost::Recorder recorder(
+        {.sink =
+             [](const refhost::CallRecord& call) { PrintLine(refhost::FormatCallAsJson(call)); },
+         .interceptor = MakeFaultPlan(options),
+         .recordReferences = options.references});
+    const tses::SessionResult result = plugin.Read(file.FullPath(), recorder.Wrap(session->Edit()));
+    PrintLine(fmt::format("{{\"result\": {}}}", static_cast<std::int32_t>(result)));
+    if (result != tses::SessionResult::Ok) {
+        for (const Message& message : ExplainRefusal(file, logTarget->Messages())) {
+            Complain(message);
+        }
+    }
+    return result;
+}
+
+ExitCode RunTrace(const Options& options) {
+    refhost::UseFeatureDefaults();
+    for (const std::string& text : options.features) {
+        const Feature feature = ParseFeature(text);
+        kelappsupport::SetFeatureEnabled(feature.name, feature.on);
+    }
+    refhost::Plugin plugin;
+    ExitCode code = ExitCode::Good;
+    for (const std::string& name : options.files) {
+        if (TraceFile(plugin, options, name) != tses::SessionResult::Ok) {
+            code = ExitCode::Failure;
+        }
+    }
+    return code;
+}
+
+}  // namespace
+
+void AddTrace(CLI::App& tool, Action& chosen) {
+    auto options = std::make_shared<Options>();
+    CLI::App* const verb = tool.add_subcommand(
+        "trace",
+        "Show every call that a host gets while a session is read, one JSON object a line.");
+    verb->add_option("FILE", options->files, "session files; - for standard input")->required();
+    verb->add_option("--feature", options->features,
+                     "switch a feature of the host on or off (Tembra.InstrumentTracks is on)")
+        ->type_name("NAME=on|off")
+        ->expected(1)
+        ->take_all()
+        ->check(CheckFeature, "");
+    verb->add_option("--null", options->nulls, "let this operation of the host return null")
+        ->type_name("INTERFACE.OPERATION")
+        ->expected(1)
+        ->take_all()
+        ->check(CheckNullable, "");
+    verb->add_flag("--no-log-target", options->noLogTarget,
+                   "a host that does not want to hear what the parser says");
+    verb->add_flag("--references", options->references,
+                   "show the counting of references too (AddReference, Release)");
+    verb->footer(
+        "Examples:\n"
+        "  orvo trace song.orvo\n"
+        "  orvo trace --null IEditSession.GetFile song.orvo\n"
+        "  orvo trace --feature Tembra.InstrumentTracks=off a.orvo b.orvo\n\n"
+        "After the calls of each file comes {\"result\": N} with the plug-in's result code.\n"
+        "Exit status: 0 if all of them are 0, else 1.");
+    verb->callback([options, &chosen] { chosen = [options] { return RunTrace(*options); }; });
+}
+
+}  // namespace cli

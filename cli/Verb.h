@@ -1,0 +1,19 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+
+#include "cli/ExitCode.h"
+
+namespace cli {
+
+/// What the chosen verb does once the command line has been read.
+using Action = std::function<ExitCode()>;
+
+/// Each adds its verb and the verb's options to the tool. When the verb is chosen, `chosen` becomes
+/// its action. Nothing is loaded or read before that is called.
+void AddInfo(CLI::App& tool, Action& chosen);
+void AddTrace(CLI::App& tool, Action& chosen);
+void AddConvert(CLI::App& tool, Action& chosen);
+
+}  // namespace cli

@@ -1,0 +1,93 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/cli/Tool.h"
+
+using test::Outcome;
+using test::RunTool;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+class CommandLineTest : public testing::Test {
+protected:
+    test::TemporaryFolder folder_;
+};
+
+TEST_F(CommandLineTest, HelpShowsExamplesOnStandardOutput) {
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
+                                                      {"info", "--help"},
+                                                      {"trace", "--help"},
+                                                      {"convert", "-h"}}) {
+        const Outcome outcome = RunTool(arguments, folder_);
+        EXPECT_THAT(outcome.output, HasSubstr("Examples:"));
+        EXPECT_EQ(outcome.errors, "");
+        EXPECT_EQ(outcome.exitCode, 0);
+    }
+}
+
+TEST_F(CommandLineTest, HelpAndVersionNeedNoPlugIn) {
+    const test::Command help = {.arguments = {ORVO_TOOL_PATH, "--version"},
+                                .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}};
+    const Outcome outcome = test::Run(help);
+    EXPECT_THAT(outcome.output, MatchesRegex("orvo [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(CommandLineTest, APlugInThatIsNotThereIsAFailureThatNamesIt) {
+    folder_.Write("a.orvo", "<orvo/>");
+    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+                                       .folder = folder_.Path().string(),
+                                       .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}});
+    EXPECT_THAT(outcome.errors, StartsWith("orvo: "));
+    EXPECT_THAT(outcome.errors, HasSubstr("/nowhere/OrvoNative.so"));
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(CommandLineTest, SenselessCommandLinesAreUsageErrors) {
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{},
+                                                      {"sing"},
+                                                      {"info"},
+                                                      {"info", "--loud", "a.orvo"},
+                                                      {"convert", "a.orvo"}}) {
+        const Outcome outcome = RunTool(arguments, folder_);
+        EXPECT_THAT(outcome.errors, StartsWith("orvo: "));
+        EXPECT_THAT(outcome.errors, HasSubstr("--help"));
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(outcome.exitCode, 2);
+    }
+}
+
+TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
+    const std::vector<std::string> arguments = {ORVO_TOOL_PATH, "info", "/nowhere/a.orvo"};
+    const Outcome plain = test::Run({.arguments = arguments});
+    EXPECT_THAT(plain.errors, Not(HasSubstr("\x1b")));
+    const Outcome terminal = test::Run(
+        {.arguments = arguments, .environment = {{"NO_COLOR", ""}}, .terminalErrors = true});
+    EXPECT_THAT(terminal.errors, HasSubstr("\x1b["));
+    const Outcome refused = test::Run(
+        {.arguments = arguments, .environment = {{"NO_COLOR", "1"}}, .terminalErrors = true});
+    EXPECT_THAT(refused.errors, Not(HasSubstr("\x1b")));
+}
+
+TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
+    folder_.Write("a.orvo", "<orvo/>");
+    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+                                       .folder = folder_.Path().string(),
+                                       .terminalErrors = true});
+    EXPECT_EQ(outcome.errors, "");
+}
+
+TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
+    folder_.Write("a.orvo", "<orvo/>");
+    const Outcome outcome =
+        test::Run({.arguments = {"sh", "-c", "exec " ORVO_TOOL_PATH " info a.orvo >/dev/full"},
+                   .folder = folder_.Path().string()});
+    EXPECT_THAT(outcome.errors, StartsWith("orvo: standard output: cannot be written"));
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+}  // namespace

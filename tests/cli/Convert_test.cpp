@@ -1,0 +1,163 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <nlohmann/json.hpp>
+
+#include "tests/cli/Tool.h"
+
+using nlohmann::json;
+using test::kSmallSession;
+using test::Outcome;
+using test::ReadFile;
+using test::RunTool;
+using test::RunToolUnprivileged;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+class ConvertTest : public testing::Test {
+protected:
+    bool Exists(const char* name) const { return std::filesystem::exists(folder_ / name); }
+
+    test::TemporaryFolder folder_;
+};
+
+TEST_F(ConvertTest, WritesTheWholeSessionAsJson) {
+    folder_.Write("a.orvo", kSmallSession);
+    const Outcome outcome = RunTool({"convert", "a.orvo", "a.json"}, folder_);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_EQ(outcome.output + outcome.errors, "");
+    const json session = json::parse(ReadFile(folder_ / "a.json"));
+    EXPECT_EQ(session.at("sampleRate"), 48000);
+    EXPECT_EQ(session.at("files").size(), 2u);
+}
+
+TEST_F(ConvertTest, WritesTheSameBytesForTheSameSession) {
+    folder_.Write("a.orvo", kSmallSession);
+    folder_.Write("here.wav", "RIFF");
+    ASSERT_EQ(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).exitCode, 0);
+    ASSERT_EQ(RunTool({"convert", "b.orvo", "c.orvo"}, folder_).exitCode, 0);
+    EXPECT_EQ(ReadFile(folder_ / "b.orvo"), ReadFile(folder_ / "c.orvo"));
+}
+
+TEST_F(ConvertTest, GoesToJsonAndBackWithoutAChange) {
+    folder_.Write("a.orvo", kSmallSession);
+    ASSERT_EQ(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).exitCode, 0);
+    ASSERT_EQ(RunTool({"convert", "b.orvo", "b.json"}, folder_).exitCode, 0);
+    ASSERT_EQ(RunTool({"convert", "b.json", "c.orvo"}, folder_).exitCode, 0);
+    EXPECT_EQ(ReadFile(folder_ / "b.orvo"), ReadFile(folder_ / "c.orvo"));
+}
+
+TEST_F(ConvertTest, StreamsNeedTheirKindAndThenWork) {
+    EXPECT_EQ(RunTool({"convert", "-", "-"}, folder_, kSmallSession).exitCode, 2);
+    const Outcome toJson =
+        RunTool({"convert", "--from", "orvo", "--to", "json", "-", "-"}, folder_, kSmallSession);
+    EXPECT_EQ(toJson.exitCode, 0) << toJson.errors;
+    EXPECT_EQ(json::parse(toJson.output).at("bitDepth"), 24);
+    const Outcome back =
+        RunTool({"convert", "--from", "json", "--to", "orvo", "-", "-"}, folder_, toJson.output);
+    EXPECT_EQ(back.exitCode, 0) << back.errors;
+    EXPECT_THAT(back.output, HasSubstr("bitDepth=\"24\""));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
+}
+
+TEST_F(ConvertTest, AnUnknownExtensionIsAUsageErrorThatSaysWhatToSay) {
+    const Outcome outcome = RunTool({"convert", "a.orvo", "a.txt"}, folder_);
+    EXPECT_THAT(outcome.errors, HasSubstr("--to"));
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_EQ(RunTool({"convert", "--from", "tape", "a", "a.json"}, folder_).exitCode, 2);
+}
+
+TEST_F(ConvertTest, ContentThatWouldBeLostIsNamedAndNothingIsWritten) {
+    folder_.Write(
+        "a.orvo",
+        "<orvo>\n <session>\n  <glow><beam/></glow>\n </session>\n <workspaceSettings/>\n</orvo>");
+    folder_.Write("b.orvo", "old");
+    for (const char* const out : {"b.orvo", "b.json"}) {
+        const Outcome outcome = RunTool({"convert", "a.orvo", out}, folder_);
+        EXPECT_EQ(
+            outcome.errors,
+            "orvo: a.orvo:3:3: cannot be carried over: <glow> in <session> with 1 element in it\n"
+            "orvo: a.orvo:5:2: cannot be carried over: <workspaceSettings> in <orvo>\n"
+            "orvo: a.orvo: not converted: nothing was written, because the content named above "
+            "would be lost\n");
+        EXPECT_EQ(outcome.exitCode, 1);
+    }
+    EXPECT_EQ(ReadFile(folder_ / "b.orvo"), "old");
+    EXPECT_FALSE(Exists("b.json"));
+}
+
+TEST_F(ConvertTest, ManyLossesAreCounted) {
+    std::string document = "<orvo>";
+    for (int i = 0; i < 25; ++i) {
+        document += "<a/>";
+    }
+    folder_.Write("a.orvo", document + "</orvo>");
+    EXPECT_THAT(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).errors,
+                HasSubstr("orvo: a.orvo: and 5 more that cannot be carried over\n"));
+}
+
+TEST_F(ConvertTest, BadInputLeavesTheOutputAlone) {
+    folder_.Write("a.orvo", "<orvo>");
+    folder_.Write("a.json", "{\"sampleRate\": }");
+    folder_.Write("b.orvo", "old");
+    EXPECT_THAT(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).errors,
+                StartsWith("orvo: a.orvo:1:"));
+    const Outcome outcome = RunTool({"convert", "a.json", "b.orvo"}, folder_);
+    EXPECT_THAT(outcome.errors, StartsWith("orvo: a.json: "));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(ReadFile(folder_ / "b.orvo"), "old");
+}
+
+TEST_F(ConvertTest, APipeIsNoSourceOfEitherKind) {
+    ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+    for (const char* const kind : {"orvo", "json"}) {
+        const Outcome outcome = RunTool({"convert", "--from", kind, "pipe", "b.orvo"}, folder_);
+        EXPECT_FALSE(outcome.timedOut);
+        EXPECT_THAT(outcome.errors, StartsWith("orvo: pipe: this is a pipe"));
+        EXPECT_EQ(outcome.exitCode, 1);
+    }
+}
+
+TEST_F(ConvertTest, AFailedSaveTellsTheReason) {
+    folder_.Write("a.orvo", kSmallSession);
+    for (const char* const out : {"nowhere/b.orvo", "nowhere/b.json"}) {
+        const Outcome outcome = RunTool({"convert", "a.orvo", out}, folder_);
+        EXPECT_THAT(outcome.errors, StartsWith(std::string("orvo: ") + out + ": was not saved: "));
+        EXPECT_THAT(outcome.errors, HasSubstr((folder_ / out).string()));
+        EXPECT_EQ(outcome.exitCode, 1);
+    }
+}
+
+TEST_F(ConvertTest, AFolderThatMayNotBeWrittenKeepsTheOldFile) {
+    folder_.Write("a.orvo", kSmallSession);
+    std::filesystem::create_directory(folder_ / "locked");
+    folder_.Write("locked/b.orvo", "old");
+    ASSERT_EQ(::chmod((folder_ / "locked").c_str(), 0555), 0);
+    const Outcome outcome = RunToolUnprivileged({"convert", "a.orvo", "locked/b.orvo"}, folder_);
+    EXPECT_THAT(outcome.errors, StartsWith("orvo: locked/b.orvo: was not saved: "));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(ReadFile(folder_ / "locked/b.orvo"), "old");
+    ::chmod((folder_ / "locked").c_str(), 0755);
+}
+
+TEST_F(ConvertTest, ACharacterThatASessionFileCannotHoldIsReplacedAndSaidOnce) {
+    folder_.Write("a.json",
+                  R"({"files": [{"id": 1, "path": "/a\ud800b", "recoveryId": "\ud800"}]})");
+    const Outcome outcome = RunTool({"convert", "a.json", "a.orvo"}, folder_);
+    EXPECT_EQ(outcome.errors,
+              "orvo: a.orvo: saved: characters that XML cannot carry were replaced by U+FFFD\n");
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(ConvertTest, MediaAreFoundFromACopyInAnotherFolder) {
+    folder_.Write("a.orvo", kSmallSession);
+    folder_.Write("here.wav", "RIFF");
+    std::filesystem::create_directory(folder_ / "deeper");
+    ASSERT_EQ(RunTool({"convert", "a.orvo", "deeper/b.orvo"}, folder_).exitCode, 0);
+    EXPECT_THAT(ReadFile(folder_ / "deeper/b.orvo"), HasSubstr("relativePath=\"../here.wav\""));
+}
+
+}  // namespace

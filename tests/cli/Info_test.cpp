@@ -1,0 +1,184 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <nlohmann/json.hpp>
+
+#include "tests/cli/Tool.h"
+
+using test::kSmallSession;
+using test::Outcome;
+using test::RunTool;
+using test::RunToolUnprivileged;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+class InfoTest : public testing::Test {
+protected:
+    test::TemporaryFolder folder_;
+};
+
+TEST_F(InfoTest, ShowsASessionAsAlignedTables) {
+    folder_.Write("a.orvo", kSmallSession);
+    folder_.Write("here.wav", "RIFF");
+    const Outcome outcome = RunTool({"info", "a.orvo"}, folder_);
+    EXPECT_EQ(outcome.output,
+              "a.orvo\n"
+              "  Format       Vantor Tembra 25.1 Multitrack Session\n"
+              "  Duration     0:00:03.750 (180000 samples)\n"
+              "  Sample rate  48000 Hz\n"
+              "  Channels     2 (stereo)\n"
+              "  Bit depth    24 bits\n"
+              "  Input        Desk: 1 Mic, 2 Line\n"
+              "  Output       none\n"
+              "  Media        2 files, 1 missing\n"
+              "\n"
+              "  Id  State    Handler               Path\n"
+              "   1  found    Waveform Audio (WAV)  here.wav\n"
+              "  20  missing                        /nowhere/gone.wav\n");
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(InfoTest, ShowsSeveralSessionsWithABlankLineBetween) {
+    folder_.Write("a.orvo", "<orvo/>");
+    folder_.Write("b.orvo", "<orvo/>");
+    const Outcome outcome = RunTool({"info", "a.orvo", "b.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, StartsWith("a.orvo\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("none\n\nb.orvo\n"));
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(InfoTest, ShowsTheOtherSessionsWhenOneCannotBeRead) {
+    folder_.Write("b.orvo", "<orvo/>");
+    const Outcome outcome = RunTool({"info", "a.orvo", "b.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, StartsWith("b.orvo\n"));
+    EXPECT_EQ(outcome.errors, "orvo: a.orvo: no such file: check the path\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, GivesJsonForPrograms) {
+    folder_.Write("a.orvo", kSmallSession);
+    folder_.Write("here.wav", "RIFF");
+    const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
+    nlohmann::json expected = nlohmann::json::parse(R"json([{
+        "file": "a.orvo", "format": "Vantor Tembra 25.1 Multitrack Session",
+        "sampleRate": 48000, "channelCount": 2, "bitDepth": 24,
+        "durationSamples": 180000, "duration": "0:00:03.750",
+        "input": {"device": "Desk", "ports": [{"id": 1, "name": "Mic"}, {"id": 2, "name": "Line"}]},
+        "output": {"device": "", "ports": []},
+        "mediaMissing": 1,
+        "media": [
+          {"id": 1, "path": "here.wav", "found": true,
+           "handler": "Waveform Audio (WAV)", "handlerId": "kel.importer.wave"},
+          {"id": 20, "path": "/nowhere/gone.wav", "found": false, "handler": "", "handlerId": ""}]}])json");
+    expected[0]["media"][0]["path"] = folder_ / "here.wav";
+    EXPECT_EQ(nlohmann::json::parse(outcome.output), expected);
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(InfoTest, GivesJsonForAFileThatCannotBeReadToo) {
+    folder_.Write("a.orvo", "<foo/>");
+    const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
+    EXPECT_EQ(nlohmann::json::parse(outcome.output), nlohmann::json::parse(R"([{
+        "file": "a.orvo", "errors": [{"line": 1, "column": 1,
+        "what": "the root element is <foo>, not <orvo>", "advice": "not a session file"}]}])"));
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, ReadsStandardInputWithPathsRelativeToTheWorkingDirectory) {
+    folder_.Write("here.wav", "RIFF");
+    const Outcome outcome = RunTool({"info", "-"}, folder_, kSmallSession);
+    EXPECT_THAT(outcome.output, StartsWith("standard input\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("   1  found "));
+    EXPECT_EQ(outcome.exitCode, 0);
+    // The temporary file is gone again.
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 1);
+}
+
+TEST_F(InfoTest, ShowsWhatATerminalWouldObeyAsText) {
+    folder_.Write(
+        "a.orvo",
+        "<?xml version='1.1'?><orvo><audioDevice inputID='&#x1b;[31m' outputID=''/></orvo>");
+    const Outcome outcome = RunTool({"info", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, HasSubstr("\\x1b[31m"));
+}
+
+// Bad input: a message with the place where there is one, status 1, and an end.
+
+struct BadFile {
+    const char* description;
+    const char* content;
+    const char* message;
+};
+
+void PrintTo(const BadFile& file, std::ostream* stream) {
+    *stream << file.description;
+}
+
+class BadContentTest : public testing::TestWithParam<BadFile> {};
+
+TEST_P(BadContentTest, IsRefusedWithAMessage) {
+    const test::TemporaryFolder folder;
+    folder.Write("a.orvo", GetParam().content);
+    const Outcome outcome = RunTool({"info", "a.orvo"}, folder);
+    EXPECT_THAT(outcome.errors, StartsWith(GetParam().message));
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_FALSE(outcome.timedOut);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , BadContentTest,
+    testing::Values(
+        BadFile{"Empty", "", "orvo: a.orvo: the file is empty: not a session file\n"},
+        BadFile{"Truncated", "<orvo>\n<session sampleRate='48000'>\n<tra", "orvo: a.orvo:3:"},
+        BadFile{"WrongRoot", "<?xml version='1.0'?>\n<foo/>",
+                "orvo: a.orvo:2:1: the root element is <foo>, not <orvo>: not a session file\n"},
+        BadFile{"NotXml", "RIFF....WAVEfmt ", "orvo: a.orvo:1:1: not well-formed XML: "},
+        BadFile{"NotUtf8", "<orvo>\n<files><file id='1' absolutePath='\xFF\xFE'/></files></orvo>",
+                "orvo: a.orvo:2:35: not UTF-8: "},
+        BadFile{"Unclosed", "<orvo>\n<session>\n</orvo>", "orvo: a.orvo:3:"}),
+    [](const auto& instance) { return std::string(instance.param.description); });
+
+TEST_F(InfoTest, RefusesAFolder) {
+    const Outcome outcome = RunTool({"info", "."}, folder_);
+    EXPECT_EQ(outcome.errors, "orvo: .: this is a folder: name a session file in it\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, RefusesAPipeWithoutWaitingForAWriter) {
+    ASSERT_EQ(::mkfifo((folder_ / "pipe.orvo").c_str(), 0600), 0);
+    const Outcome outcome = RunTool({"info", "pipe.orvo"}, folder_);
+    EXPECT_FALSE(outcome.timedOut);
+    EXPECT_EQ(outcome.errors,
+              "orvo: pipe.orvo: this is a pipe: put its content into a file first\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, RefusesADevice) {
+    const Outcome outcome = RunTool({"info", "/dev/zero"}, folder_);
+    EXPECT_FALSE(outcome.timedOut);
+    EXPECT_THAT(outcome.errors, StartsWith("orvo: /dev/zero: this is a device"));
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, SaysThatAFileMayNotBeRead) {
+    folder_.Write("a.orvo", kSmallSession);
+    ASSERT_EQ(::chmod((folder_ / "a.orvo").c_str(), 0), 0);
+    const Outcome outcome = RunToolUnprivileged({"info", "a.orvo"}, folder_);
+    EXPECT_EQ(outcome.errors,
+              "orvo: a.orvo: you may not read this file: check its permissions and its folder's\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, SaysThatAFileVanished) {
+    std::filesystem::create_symlink("gone.orvo", folder_ / "a.orvo");
+    const Outcome outcome = RunTool({"info", "a.orvo"}, folder_);
+    EXPECT_EQ(outcome.errors, "orvo: a.orvo: no such file: check the path\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+}  // namespace

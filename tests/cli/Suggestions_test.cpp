@@ -1,0 +1,36 @@
+#include "cli/Suggestions.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using cli::NearMatches;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+const std::vector<std::string> kNames = {"IEditSession.GetFile", "IEditSession.GetLogTarget",
+                                         "IEditSession.GetVideoTrack"};
+
+TEST(NearMatches, FindsASlipOfThePen) {
+    EXPECT_THAT(NearMatches("IEditSesion.GetFiel", kNames), ElementsAre("IEditSession.GetFile"));
+}
+
+TEST(NearMatches, IgnoresCase) {
+    EXPECT_THAT(NearMatches("ieditsession.getfile", kNames, 1),
+                ElementsAre("IEditSession.GetFile"));
+}
+
+TEST(NearMatches, FindsAPartOfAName) {
+    EXPECT_THAT(NearMatches("LogTarget", kNames), ElementsAre("IEditSession.GetLogTarget"));
+}
+
+TEST(NearMatches, FindsNothingForSomethingElse) {
+    EXPECT_THAT(NearMatches("Zanzibar", kNames), IsEmpty());
+}
+
+TEST(NearMatches, GivesNoMoreThanAskedFor) {
+    EXPECT_THAT(NearMatches("IEditSession", kNames, 2), testing::SizeIs(2));
+}
+
+}  // namespace

@@ -1,0 +1,39 @@
+#include "tests/cli/Tool.h"
+
+#include <unistd.h>
+
+namespace test {
+
+const char* const kSmallSession = R"xml(<?xml version="1.0" encoding="UTF-8"?>
+<orvo version="1.5">
+  <session sampleRate="48000" duration="180000" audioChannelType="stereo" bitDepth="24" appVersion="25.1"/>
+  <files>
+    <file id="1" absolutePath="/nowhere/here.wav" relativePath="here.wav" mediaHandler="Waveform Audio (WAV)"/>
+    <file id="20" absolutePath="/nowhere/gone.wav"/>
+  </files>
+  <audioDevice inputID="Desk" outputID="">
+    <inputPort id="1" name="Mic"/>
+    <inputPort id="2" name="Line"/>
+  </audioDevice>
+</orvo>
+)xml";
+
+Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folder,
+                const std::string& input) {
+    arguments.insert(arguments.begin(), ORVO_TOOL_PATH);
+    return Run(
+        {.arguments = std::move(arguments), .input = input, .folder = folder.Path().string()});
+}
+
+Outcome RunToolUnprivileged(std::vector<std::string> arguments, const TemporaryFolder& folder) {
+    arguments.insert(arguments.begin(), ORVO_TOOL_PATH);
+    if (::geteuid() == 0) {
+        // Not another user: root keeps the right to run a tool that lies in a folder of root's own.
+        arguments.insert(arguments.begin(),
+                         {"setpriv", "--bounding-set=-dac_override,-dac_read_search",
+                          "--inh-caps=-dac_override,-dac_read_search"});
+    }
+    return Run({.arguments = std::move(arguments), .folder = folder.Path().string()});
+}
+
+}  // namespace test

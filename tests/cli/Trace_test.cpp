@@ -1,0 +1,162 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "tests/cli/Tool.h"
+
+using nlohmann::json;
+using test::kSmallSession;
+using test::Outcome;
+using test::RunTool;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+class TraceTest : public testing::Test {
+protected:
+    /// The lines of standard output, each of which must be JSON.
+    static std::vector<json> Lines(const Outcome& outcome) {
+        std::vector<json> lines;
+        std::istringstream stream(outcome.output);
+        for (std::string line; std::getline(stream, line);) {
+            lines.push_back(json::parse(line));
+        }
+        return lines;
+    }
+
+    static std::vector<std::string> Calls(const std::vector<json>& lines) {
+        std::vector<std::string> calls;
+        for (const json& line : lines) {
+            calls.push_back(line.value("call", ""));
+        }
+        return calls;
+    }
+
+    test::TemporaryFolder folder_;
+};
+
+TEST_F(TraceTest, ShowsEveryCallOfAReadInOrder) {
+    folder_.Write(
+        "a.orvo",
+        "<orvo><session sampleRate='44100'/><files><file id='3' absolutePath='/a'/></files>"
+        "</orvo>");
+    const Outcome outcome = RunTool({"trace", "a.orvo"}, folder_);
+    const std::vector<json> lines = Lines(outcome);
+    EXPECT_THAT(Calls(lines),
+                testing::ElementsAre("SetProgress", "SetSampleRate", "SetDuration", "SetBitDepth",
+                                     "SetFormatDescription", "SetVersionDependentValue",
+                                     "SetProgress", "GetFile", "SetPath", "SetProgress", ""));
+    EXPECT_EQ(lines[1],
+              json::parse(R"({"seq": 2, "object": "IEditSession#1", "call": "SetSampleRate",
+                                        "args": [44100]})"));
+    EXPECT_EQ(lines[7], json::parse(R"({"seq": 8, "object": "IEditSession#1", "call": "GetFile",
+                                        "args": [3], "returns": "IEditFile#2"})"));
+    EXPECT_EQ(lines[8], json::parse(R"({"seq": 9, "object": "IEditFile#2", "call": "SetPath",
+                                        "args": ["/a"]})"));
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(TraceTest, EndsEachFileWithTheResultAndCountsAnewForTheNext) {
+    folder_.Write("a.orvo", "<orvo/>");
+    folder_.Write("b.orvo", "<foo/>");
+    const Outcome outcome = RunTool({"trace", "a.orvo", "b.orvo", "a.orvo"}, folder_);
+    EXPECT_EQ(outcome.output,
+              "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": "
+              "[0, 7, 0, 0]}\n"
+              "{\"result\": 0}\n"
+              "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": "
+              "[0, 7, 0, 0]}\n"
+              "{\"result\": -4}\n"
+              "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": "
+              "[0, 7, 0, 0]}\n"
+              "{\"result\": 0}\n");
+    EXPECT_THAT(outcome.errors, HasSubstr("b.orvo:1:1: the root element is <foo>"));
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(TraceTest, AMissingFileIsAReadThatFails) {
+    const Outcome outcome = RunTool({"trace", "none.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, HasSubstr("{\"result\": -4}\n"));
+    EXPECT_EQ(outcome.errors, "orvo: none.orvo: no such file: check the path\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(TraceTest, ANullOperationReturnsNullEachTime) {
+    folder_.Write("a.orvo", kSmallSession);
+    const std::vector<json> lines =
+        Lines(RunTool({"trace", "--null", "IEditSession.GetFile", "a.orvo"}, folder_));
+    int nulls = 0;
+    for (const json& line : lines) {
+        nulls += line.value("call", "") == "GetFile" && line.at("returns").is_null() ? 1 : 0;
+    }
+    EXPECT_EQ(nulls, 2);
+    EXPECT_THAT(Calls(lines), Not(Contains("SetPath")));
+}
+
+TEST_F(TraceTest, AnUnknownNullOperationIsAUsageErrorThatListsNearOnes) {
+    const Outcome outcome =
+        RunTool({"trace", "--null", "IEditSession.GetFiles", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.errors, HasSubstr("IEditSession.GetFile"));
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.exitCode, 2);
+}
+
+TEST_F(TraceTest, AnOperationThatReturnsNothingCannotReturnNull) {
+    const Outcome outcome =
+        RunTool({"trace", "--null", "IEditSession.SetSampleRate", "a.orvo"}, folder_);
+    EXPECT_EQ(outcome.exitCode, 2);
+}
+
+TEST_F(TraceTest, AFeatureIsSwitchedOnOrOffOnly) {
+    EXPECT_EQ(RunTool({"trace", "--feature", "Tembra.InstrumentTracks=maybe", "a.orvo"}, folder_)
+                  .exitCode,
+              2);
+    EXPECT_EQ(RunTool({"trace", "--feature", "=on", "a.orvo"}, folder_).exitCode, 2);
+    folder_.Write("a.orvo", "<orvo/>");
+    EXPECT_EQ(
+        RunTool({"trace", "--feature", "Tembra.InstrumentTracks=off", "a.orvo"}, folder_).exitCode,
+        0);
+}
+
+TEST_F(TraceTest, OptionsTakeOneValueSoThatFilesMayFollow) {
+    folder_.Write("a.orvo", "<orvo/>");
+    const Outcome outcome = RunTool({"trace", "--null", "IEditSession.GetFile", "--null",
+                                     "IEditSession.GetLogTarget", "a.orvo"},
+                                    folder_);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+}
+
+TEST_F(TraceTest, WhatTheParserSaysGoesToTheLogTarget) {
+    folder_.Write("a.orvo", "<orvo>\n<files>\n</orvo>");
+    EXPECT_THAT(Calls(Lines(RunTool({"trace", "a.orvo"}, folder_))), Contains("LogMessage"));
+    const std::vector<json> without =
+        Lines(RunTool({"trace", "--no-log-target", "a.orvo"}, folder_));
+    EXPECT_THAT(Calls(without), Contains("GetLogTarget"));
+    EXPECT_THAT(Calls(without), Not(Contains("LogMessage")));
+    EXPECT_EQ(without.back(), json::parse(R"({"result": -4})"));
+}
+
+TEST_F(TraceTest, ReferencesAreCountedOutInTheEnd) {
+    folder_.Write("a.orvo", kSmallSession);
+    EXPECT_THAT(Calls(Lines(RunTool({"trace", "a.orvo"}, folder_))), Not(Contains("AddReference")));
+    std::map<std::string, int> balance;
+    for (const json& line : Lines(RunTool({"trace", "--references", "a.orvo"}, folder_))) {
+        const std::string call = line.value("call", "");
+        const std::string object = line.value("object", "");
+        balance[object] += call == "AddReference" ? 1 : call == "Release" ? -1 : 0;
+    }
+    EXPECT_THAT(balance, testing::Contains(testing::Key("IEditFile#2")));
+    EXPECT_THAT(balance, testing::Each(testing::Pair(testing::_, 0)));
+}
+
+TEST_F(TraceTest, ReadsStandardInput) {
+    const Outcome outcome = RunTool({"trace", "-"}, folder_, "<orvo/>");
+    EXPECT_THAT(outcome.output, HasSubstr("{\"result\": 0}\n"));
+}
+
+}  // namespace

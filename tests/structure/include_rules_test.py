@@ -1,0 +1,124 @@
+#!/usr/bin/env python3
+"""Checks who includes whom: the arrows between the folders, and that no files include each other in a circle.
+
+    include_rules_test.py ROOT
+"""
+
+import re
+import sys
+from pathlib import Path
+
+FOLDERS = ("host", "platform", "plugin", "reference_host", "toolkit", "cli", "tests", "fuzz", "bench")
+
+# What the files of a folder may include of the project: patterns of the included path. The first row whose
+# folder fits holds; a folder may always include itself.
+PROJECT_RULES = (
+    ("host", (r"platform/kelcore/Types\.h",)),
+    ("platform", ()),
+    ("plugin/xml", (r"platform/.*",)),
+    ("plugin/serializer", (r"plugin/xml/.*", r"host/.*", r"platform/.*", r"plugin/elements/\w+/ReadState\.h")),
+    ("plugin/elements", (r"plugin/serializer/.*", r"plugin/xml/.*", r"host/.*", r"platform/.*")),
+    ("plugin/entry", (r"plugin/serializer/.*", r"host/.*", r"platform/.*")),
+    ("reference_host", (r"host/.*", r"platform/.*")),
+    ("toolkit", (r"reference_host/model/.*", r"platform/.*")),
+    ("cli", (r"toolkit/.*", r"reference_host/.*", r"platform/.*")),
+    ("tests", (r".*",)),
+    ("fuzz", (r"reference_host/.*", r"host/.*", r"platform/.*")),
+    ("bench", (r".*",)),
+)
+
+# Which files may include headers of a library: patterns of the including path. Libraries that are not
+# named are everybody's.
+LIBRARY_RULES = (
+    (r"xercesc/", (r"platform/kelcore/BinaryText\.cpp", r"plugin/xml/.*", r"toolkit/DocumentScan\.cpp", r"tests/.*", r"bench/.*")),
+    (r"boost/", (r"platform/.*", r"plugin/.*", r"reference_host/.*", r"tests/.*")),
+    (r"spdlog/", (r"platform/.*", r"tests/.*")),
+    (r"nlohmann/", (r"reference_host/.*", r"toolkit/.*", r"cli/.*", r"tests/.*")),
+    (r"CLI/", (r"cli/.*",)),
+    (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),
+)
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
+
+
+def fits(path, patterns):
+    return any(re.fullmatch(pattern, path) for pattern in patterns)
+
+
+def begins(path, pattern):
+    return re.match(pattern, path) is not None
+
+
+def folder_rule(path):
+    for folder, allowed in PROJECT_RULES:
+        if path.startswith(folder + "/"):
+            return folder, allowed
+    return None, ()
+
+
+def check_file(path, includes, known):
+    folder, allowed = folder_rule(path)
+    if folder is None:
+        yield f"{path}: stands in a folder that has no include rule"
+        return
+    seen = set()
+    for kind, included in includes:
+        # A list of rows (.def) is there to be expanded more than once.
+        if included in seen and not included.endswith(".def"):
+            yield f"{path}: includes {included} twice"
+        seen.add(included)
+        if kind == "<":
+            for library, users in LIBRARY_RULES:
+                if begins(included, library) and not fits(path, users):
+                    yield f"{path}: may not include <{included}>"
+        elif included not in known:
+            yield f"{path}: includes \"{included}\", which names no file from the top of the project"
+        elif not included.startswith(folder + "/") and not fits(included, allowed):
+            yield f"{path}: may not include \"{included}\""
+
+
+def circles(graph):
+    """Every path of includes that comes back to its begin, once."""
+    state = {}
+
+    def visit(node, trail):
+        state[node] = "open"
+        for target in graph.get(node, ()):
+            if state.get(target) == "open":
+                yield trail[trail.index(target):] + [target]
+            elif target not in state:
+                yield from visit(target, trail + [target])
+        state[node] = "done"
+
+    for node in sorted(graph):
+        if node not in state:
+            yield from visit(node, [node])
+
+
+def main():
+    root = Path(sys.argv[1])
+    files = sorted(
+        file.relative_to(root).as_posix()
+        for folder in FOLDERS
+        for file in (root / folder).rglob("*")
+        if file.suffix in (".h", ".cpp", ".def")
+    )
+    known = set(files)
+    findings, graph = [], {}
+    for path in files:
+        text = (root / path).read_text(encoding="utf-8")
+        includes = [(match[1], match[2]) for match in INCLUDE.finditer(text)]
+        findings += check_file(path, includes, known)
+        if path.endswith(".h") and len(re.findall(r"^#pragma once$", text, re.MULTILINE)) != 1:
+            findings.append(f"{path}: a header says \"#pragma once\" exactly once")
+        graph[path] = [included for kind, included in includes if kind == '"']
+    findings += ["a circle: " + " -> ".join(circle) for circle in circles(graph)]
+
+    if not files:
+        findings.append(f"no sources under {root}")
+    print("\n".join(findings) if findings else f"{len(files)} files keep the include rules")
+    return 1 if findings else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

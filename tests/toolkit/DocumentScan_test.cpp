@@ -1,0 +1,254 @@
+#include "toolkit/DocumentScan.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include "platform/kelcore/Strings.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace toolkit {
+
+static void PrintTo(const Place& place, std::ostream* stream) {
+    *stream << place.line << ":" << place.column;
+}
+
+}  // namespace toolkit
+
+using toolkit::DocumentScan;
+using toolkit::NotCarried;
+using toolkit::Place;
+using toolkit::ScanDocument;
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class DocumentScanTest : public testing::Test {
+protected:
+    DocumentScan Scan(std::string_view document, std::size_t limit = toolkit::kNotCarriedLimit) {
+        return ScanDocument(folder_.Write("a.orvo", document), limit);
+    }
+
+    /// The descriptions of what a session with this in it loses.
+    std::vector<std::string> Losses(std::string_view document) {
+        std::vector<std::string> losses;
+        const DocumentScan scan = Scan(document);
+        EXPECT_FALSE(scan.problem) << scan.problem->what;
+        for (const NotCarried& loss : scan.notCarried) {
+            losses.push_back(std::to_string(loss.place.line) + ":" +
+                             std::to_string(loss.place.column) + ": " + loss.what);
+        }
+        return losses;
+    }
+
+    test::TemporaryFolder folder_;
+};
+
+// What is no session file
+
+TEST_F(DocumentScanTest, AMissingFileIsNamedAsSuch) {
+    const DocumentScan scan = ScanDocument(folder_ / "none.orvo");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "no such file");
+    EXPECT_EQ(scan.problem->place, Place{});
+}
+
+TEST_F(DocumentScanTest, AFolderIsNamedAsSuch) {
+    const DocumentScan scan = ScanDocument(folder_.Path());
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "this is a folder");
+}
+
+TEST_F(DocumentScanTest, APipeIsNotOpened) {
+    const std::string pipe = (folder_ / "pipe").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const DocumentScan scan = ScanDocument(pipe);
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "this is a pipe");
+}
+
+TEST_F(DocumentScanTest, AnEmptyFileIsNamedAsSuch) {
+    const DocumentScan scan = Scan("");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "the file is empty");
+}
+
+TEST_F(DocumentScanTest, AnotherRootIsReportedWhereItsTagBegins) {
+    const DocumentScan scan = Scan("<?xml version='1.0'?>\n<foo\n  a='1'><orvo/></foo>");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "the root element is <foo>, not <orvo>");
+    EXPECT_EQ(scan.problem->place, (Place{2, 1}));
+}
+
+TEST_F(DocumentScanTest, AMalformedPlaceIsReportedWithLineAndColumn) {
+    const DocumentScan scan = Scan("<orvo>\n  <files>\n</orvo>");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "not well-formed XML");
+    EXPECT_EQ(scan.problem->place.line, 3u);
+    EXPECT_THAT(scan.problem->advice, HasSubstr("files"));
+}
+
+TEST_F(DocumentScanTest, ATruncatedFileIsMalformedAtItsEnd) {
+    const DocumentScan scan = Scan("<orvo>\n<session sampleRate='48000'/>\n<fil");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "not well-formed XML");
+    EXPECT_EQ(scan.problem->place.line, 3u);
+}
+
+TEST_F(DocumentScanTest, TextThatIsNoXmlIsMalformedAtItsBegin) {
+    const DocumentScan scan = Scan("RIFF....WAVEfmt ");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "not well-formed XML");
+    EXPECT_EQ(scan.problem->place.line, 1u);
+}
+
+TEST_F(DocumentScanTest, BytesThatAreNoUtf8AreReportedWhereTheyStand) {
+    const DocumentScan scan =
+        Scan("<orvo>\n<files><file id='1' absolutePath='\xFF\xFE'/></files></orvo>");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "not UTF-8");
+    EXPECT_EQ(scan.problem->place, (Place{2, 35}));
+}
+
+TEST_F(DocumentScanTest, AStatedEncodingHolds) {
+    EXPECT_THAT(Losses("<?xml version='1.0' encoding='ISO-8859-1'?>\n<orvo><a b='\xE4'/></orvo>"),
+                ElementsAre("2:7: <a> in <orvo>"));
+}
+
+TEST_F(DocumentScanTest, ADocumentTypeDeclarationIsAProblemBeforeItIsRead) {
+    const DocumentScan scan =
+        Scan("<?xml version='1.0'?>\n<!DOCTYPE orvo [<!ENTITY a 'b'>]>\n<orvo>&a;</orvo>");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "a document type declaration");
+    EXPECT_EQ(scan.problem->place, (Place{2, 1}));
+}
+
+// What is carried
+
+TEST_F(DocumentScanTest, EverythingThatIsCarriedIsNoLoss) {
+    EXPECT_THAT(Losses(R"(<?xml version="1.1"?>
+<!-- a comment -->
+<orvo version="1.5">
+  <session appBuild="25.1.310" appVersion="25.1" audioChannelType="fivePointOne" bitDepth="32"
+           duration="9000000000" sampleRate="48000"/>
+  <files>
+    <file absolutePath="/m/a.wav" id="0" importerPrivateSettings="x" mediaHandlerID="y"
+          recoveryID="z" relativePath="a.wav"/>
+    <file id="1"/>
+  </files>
+  <audioDevice inputID="in" outputID="out">
+    <inputPort id="-1" name="Mic"/><inputPort id="-1" name="Mic"/><outputPort id="1" name="Main"/>
+  </audioDevice>
+</orvo>)"),
+                IsEmpty());
+}
+
+TEST_F(DocumentScanTest, AnElementThatIsNotCarriedIsOneLossWithAllThatIsInIt) {
+    EXPECT_THAT(Losses("<orvo>\n <session>\n  <tracks>\n   <audioTrack id='1'><name>a</name>"
+                       "</audioTrack></tracks>\n  <metronome/>\n </session>\n</orvo>"),
+                ElementsAre("3:3: <tracks> in <session> with 2 elements in it",
+                            "5:3: <metronome> in <session>"));
+}
+
+TEST_F(DocumentScanTest, AKnownElementInAnotherPlaceIsALoss) {
+    EXPECT_THAT(Losses("<orvo><file id='1'/><orvo/></orvo>"),
+                ElementsAre("1:7: <file> in <orvo>", "1:21: <orvo> in <orvo>"));
+}
+
+TEST_F(DocumentScanTest, AnAttributeThatIsNotCarriedIsALossAtItsTag) {
+    EXPECT_THAT(
+        Losses("<orvo mood='calm'>\n <files>\n  <file id='1'\n    colour='red'/></files></orvo>"),
+        ElementsAre("1:1: the attribute mood of <orvo>", "3:3: the attribute colour of <file>"));
+}
+
+TEST_F(DocumentScanTest, TextOutsideOfKnownTextElementsIsALossOncePerElement) {
+    EXPECT_THAT(Losses("<orvo>\n <files>one<file id='1'/>two</files>\n three</orvo>"),
+                ElementsAre("2:2: text in <files>", "1:1: text in <orvo>"));
+}
+
+TEST_F(DocumentScanTest, AValueThatCannotBeReadIsALoss) {
+    EXPECT_THAT(
+        Losses("<orvo><session sampleRate='48 kHz' audioChannelType='7.1'/></orvo>"),
+        ElementsAre("1:7: the value \"48 kHz\" of the attribute sampleRate of <session>",
+                    "1:7: the value \"7.1\" of the attribute audioChannelType of <session>"));
+}
+
+TEST_F(DocumentScanTest, AMediaHandlerWithoutAKnownNameIsALoss) {
+    EXPECT_THAT(Losses("<orvo><files><file id='1' mediaHandler='Wax Cylinder'/></files></orvo>"),
+                ElementsAre(HasSubstr("\"Wax Cylinder\" of the attribute mediaHandler")));
+}
+
+TEST_F(DocumentScanTest, ASecondFileWithTheSameIdIsALoss) {
+    EXPECT_THAT(Losses("<orvo><files><file id='7'/></files><files><file id='7'/></files></orvo>"),
+                ElementsAre("1:43: a second <file> with id 7"));
+}
+
+TEST_F(DocumentScanTest, AFileWithoutAnIdIsALoss) {
+    EXPECT_THAT(Losses("<orvo><files><file/><file id='-1'/></files></orvo>"),
+                ElementsAre("1:14: <file> without an id", "1:21: <file> without an id"));
+}
+
+TEST_F(DocumentScanTest, ASecondSessionIsALoss) {
+    EXPECT_THAT(Losses("<orvo><session duration='1'/><session duration='2'/></orvo>"),
+                ElementsAre("1:30: a second <session>"));
+}
+
+TEST_F(DocumentScanTest, APrefixIsIgnoredUnlessItHidesTheAttribute) {
+    EXPECT_THAT(Losses("<x:orvo xmlns:x='u'><x:files><file x:id='3'/>"
+                       "<file id='1' x:id='2'/></x:files></x:orvo>"),
+                ElementsAre("1:46: the attribute x:id of <file>"));
+}
+
+TEST_F(DocumentScanTest, OnlyTheFirstLossesAreDescribedAndAllAreCounted) {
+    const DocumentScan scan = Scan("<orvo><a/><b/><c/></orvo>", 2);
+    EXPECT_THAT(scan.notCarried, SizeIs(2));
+    EXPECT_EQ(scan.notCarriedCount, 3u);
+}
+
+// Places
+
+TEST_F(DocumentScanTest, ColumnsCountCharactersAndNotBytes) {
+    EXPECT_THAT(Losses("\xEF\xBB\xBF<orvo><!-- \xC3\xA4\xE2\x82\xAC --><a/></orvo>"),
+                ElementsAre("1:18: <a> in <orvo>"));
+}
+
+TEST_F(DocumentScanTest, EveryKindOfLineEndCounts) {
+    EXPECT_THAT(Losses("<orvo>\r\n\r\n  <a\r\n b='1'/></orvo>"), ElementsAre("3:3: <a> in <orvo>"));
+}
+
+TEST_F(DocumentScanTest, PlacesHoldFarIntoALargeFile) {
+    std::string document = "<orvo>\n<files>\n";
+    for (int id = 0; id < 20000; ++id) {
+        document += "  <file id='" + std::to_string(id) + "' absolutePath='/\xC3\xA4/long.wav'/>\n";
+    }
+    EXPECT_THAT(Losses(document + "</files>\n   <a/></orvo>"),
+                ElementsAre("20004:4: <a> in <orvo>"));
+}
+
+TEST_F(DocumentScanTest, AWideEncodingIsReadToo) {
+    std::string wide = "\xFF\xFE";
+    for (const char character : std::string_view("<orvo>\n <a/></orvo>")) {
+        wide += character;
+        wide += '\0';
+    }
+    const DocumentScan scan = Scan(wide);
+    EXPECT_FALSE(scan.problem);
+    ASSERT_THAT(scan.notCarried, SizeIs(1));
+    EXPECT_EQ(scan.notCarried[0].place.line, 2u);
+}
+
+TEST_F(DocumentScanTest, TheLibraryStaysStartedForItsOtherUsers) {
+    xercesc::XMLPlatformUtils::Initialize();
+    Scan("<orvo/>");
+    EXPECT_NE(xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
+    xercesc::XMLPlatformUtils::Terminate();
+}
+
+}  // namespace

@@ -1,0 +1,89 @@
+#include "toolkit/FileContent.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <system_error>
+
+namespace toolkit {
+namespace {
+
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0) {
+            ::close(number_);
+        }
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int Number() const { return number_; }
+
+private:
+    int number_;
+};
+
+Problem SystemProblem(int error) {
+    switch (error) {
+        case ENOENT:
+        case ENOTDIR:
+            return {{}, "no such file", "check the path"};
+        case EACCES:
+        case EPERM:
+            return {{}, "you may not read this file", "check its permissions and its folder's"};
+        default:
+            return {{}, "cannot be read", std::generic_category().message(error)};
+    }
+}
+
+Problem NotRegular(mode_t mode) {
+    if (S_ISDIR(mode)) {
+        return {{}, "this is a folder", "name a session file in it"};
+    }
+    const char* const kind = S_ISFIFO(mode)   ? "this is a pipe"
+                             : S_ISSOCK(mode) ? "this is a socket"
+                                              : "this is a device";
+    return {{}, kind, "put its content into a file first"};
+}
+
+std::variant<std::string, Problem> ReadAll(int descriptor) {
+    std::string content;
+    std::array<char, 1 << 16> block;
+    for (;;) {
+        const ssize_t got = ::read(descriptor, block.data(), block.size());
+        if (got > 0) {
+            content.append(block.data(), static_cast<std::size_t>(got));
+        } else if (got == 0) {
+            return content;
+        } else if (errno != EINTR) {
+            return SystemProblem(errno);
+        }
+    }
+}
+
+}  // namespace
+
+std::variant<std::string, Problem> ReadFileContent(const std::string& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) {
+        return SystemProblem(errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return NotRegular(status.st_mode);
+    }
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    if (file.Number() < 0 || ::fstat(file.Number(), &status) != 0) {
+        return SystemProblem(errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return NotRegular(status.st_mode);
+    }
+    return ReadAll(file.Number());
+}
+
+}  // namespace toolkit

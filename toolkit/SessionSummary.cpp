@@ -1,0 +1,77 @@
+#include "toolkit/SessionSummary.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "platform/kelcore/File.h"
+#include "platform/tbcore/MediaHandlers.h"
+
+namespace toolkit {
+namespace {
+
+MediaSummary SummariseFile(const refhost::model::File& file, const FileTest& exists) {
+    MediaSummary summary;
+    summary.id = file.id;
+    summary.path = file.path;
+    summary.handlerId = file.mediaHandler;
+    summary.handlerName = file.mediaHandler;
+    tbcore::TranslateToHumanReadableMediaHandler(file.mediaHandler, summary.handlerName);
+    summary.found = !file.path.empty() && exists(file.path);
+    return summary;
+}
+
+}  // namespace
+
+std::size_t SessionSummary::MissingCount() const {
+    return static_cast<std::size_t>(std::count_if(
+        media.begin(), media.end(), [](const MediaSummary& file) { return !file.found; }));
+}
+
+bool IsMediaFile(const std::u16string& path) {
+    return kelcore::File(path).IsRegularFile();
+}
+
+SessionSummary Summarise(const refhost::model::Session& session, const FileTest& exists) {
+    SessionSummary summary;
+    summary.format = session.formatDescription;
+    summary.sampleRate = session.sampleRate;
+    summary.channelCount = session.channelCount;
+    summary.bitDepth = session.bitDepth;
+    summary.duration = session.duration;
+    summary.audioDevice = session.audioDevice;
+    for (const refhost::model::File& file : session.files) {
+        summary.media.push_back(SummariseFile(file, exists));
+    }
+    return summary;
+}
+
+std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sampleRate) {
+    if (sampleRate == 0) {
+        return std::nullopt;
+    }
+    const auto bits = static_cast<kelcore::uint64>(samples);
+    const kelcore::uint64 magnitude = samples < 0 ? 0 - bits : bits;
+    // Whole seconds first: all of it in milliseconds may be more than 64 bits hold.
+    kelcore::uint64 seconds = magnitude / sampleRate;
+    kelcore::uint64 milliseconds = (magnitude % sampleRate * 1000 + sampleRate / 2) / sampleRate;
+    seconds += milliseconds / 1000;
+    milliseconds %= 1000;
+    return fmt::format("{}{}:{:02}:{:02}.{:03}", samples < 0 ? "-" : "", seconds / 3600,
+                       seconds / 60 % 60, seconds % 60, milliseconds);
+}
+
+std::optional<std::string> ChannelLayoutName(kelcore::int32 channelCount) {
+    switch (channelCount) {
+        case 1:
+            return "mono";
+        case 2:
+            return "stereo";
+        case 6:
+            return "5.1";
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace toolkit

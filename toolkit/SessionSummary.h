@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/kelcore/Types.h"
+#include "reference_host/model/Session.h"
+
+namespace toolkit {
+
+/// One row of a session's media table.
+struct MediaSummary {
+    kelcore::uint32 id = 0;
+    std::u16string path;
+    std::u16string handlerId;
+    std::u16string
+        handlerName;  ///< what people call the handler; its identifier where it has no name
+    bool found = false;
+
+    friend bool operator==(const MediaSummary&, const MediaSummary&) = default;
+};
+
+/// What a person wants to know of a session at first sight.
+struct SessionSummary {
+    std::u16string format;  ///< the sentence that names the application; may be empty
+    kelcore::uint32 sampleRate = 0;
+    kelcore::int32 channelCount = 0;
+    kelcore::uint32 bitDepth = 0;
+    kelcore::int64 duration = 0;  ///< in samples
+    refhost::model::AudioDevice audioDevice;
+    std::vector<MediaSummary> media;  ///< in the session's order
+
+    std::size_t MissingCount() const;
+};
+
+/// Whether there is a file at a full path.
+using FileTest = std::function<bool(const std::u16string& path)>;
+
+/// Whether a regular file is there, links followed.
+bool IsMediaFile(const std::u16string& path);
+
+SessionSummary Summarise(const refhost::model::Session& session, const FileTest& exists);
+
+/// A count of samples as "h:mm:ss.mmm", to the nearest millisecond, with "-" in front for a
+/// negative one. None when the rate is 0.
+std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sampleRate);
+
+/// "mono", "stereo", "5.1", or none for counts without a name.
+std::optional<std::string> ChannelLayoutName(kelcore::int32 channelCount);
+
+}  // namespace toolkit

@@ -1,0 +1,105 @@
+#include "toolkit/TextPlaces.h"
+
+#include <algorithm>
+#include <cctype>
+#include <string>
+
+namespace toolkit {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool IsContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+/// How many bytes the character at the begin of the text has; 0 if it is none.
+std::size_t CharacterSize(std::string_view text) {
+    const auto lead = static_cast<unsigned char>(text.front());
+    if (lead < 0x80) {
+        return 1;
+    }
+    const std::size_t size = lead < 0xC2   ? 0
+                             : lead < 0xE0 ? 2
+                             : lead < 0xF0 ? 3
+                             : lead < 0xF5 ? 4
+                                           : 0;
+    if (size == 0 || size > text.size() ||
+        !std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(size),
+                     IsContinuation)) {
+        return 0;
+    }
+    const auto second = static_cast<unsigned char>(text[1]);
+    const bool outOfRange = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
+                            (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F);
+    return outOfRange ? 0 : size;
+}
+
+/// The encoding that the XML declaration states, in lower case; empty if it states none.
+std::string StatedEncoding(std::string_view document) {
+    constexpr std::string_view kEncoding = "encoding";
+    if (document.starts_with(kByteOrderMark)) {
+        document.remove_prefix(kByteOrderMark.size());
+    }
+    const std::string_view declaration =
+        document.starts_with("<?xml") ? document.substr(0, document.find("?>")) : "";
+    const std::size_t name = declaration.find(kEncoding);
+    if (name == std::string_view::npos) {
+        return {};
+    }
+    const std::size_t begin = declaration.find_first_of("'\"", name);
+    const std::size_t end = declaration.find_first_of("'\"", begin + 1);
+    if (begin == std::string_view::npos || end == std::string_view::npos) {
+        return {};
+    }
+    std::string encoding(declaration.substr(begin + 1, end - begin - 1));
+    std::transform(encoding.begin(), encoding.end(), encoding.begin(), [](unsigned char character) {
+        return static_cast<char>(std::tolower(character));
+    });
+    return encoding;
+}
+
+}  // namespace
+
+bool HasByteSizedMarkup(std::string_view document) {
+    return document.substr(0, 4).find('\0') == std::string_view::npos &&
+           !document.starts_with("\xFE\xFF") && !document.starts_with("\xFF\xFE");
+}
+
+kelcore::uint64 CountLineEnds(std::string_view text) {
+    kelcore::uint64 count = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool firstOfPair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
+        if ((text[i] == '\n' || text[i] == '\r') && !firstOfPair) {
+            ++count;
+        }
+    }
+    return count;
+}
+
+kelcore::uint64 ColumnOf(std::string_view document, std::size_t offset) {
+    std::string_view line = document.substr(0, offset);
+    line.remove_prefix(line.find_last_of("\r\n") + 1);
+    if (line.data() == document.data() && line.starts_with(kByteOrderMark)) {
+        line.remove_prefix(kByteOrderMark.size());
+    }
+    const auto inside = std::count_if(line.begin(), line.end(), IsContinuation);
+    return line.size() - static_cast<std::size_t>(inside) + 1;
+}
+
+std::optional<std::size_t> FindMalformedUtf8(std::string_view document) {
+    const std::string encoding = StatedEncoding(document);
+    if (!HasByteSizedMarkup(document) || (!encoding.empty() && encoding != "utf-8")) {
+        return std::nullopt;
+    }
+    for (std::size_t offset = 0; offset < document.size();) {
+        const std::size_t size = CharacterSize(document.substr(offset));
+        if (size == 0) {
+            return offset;
+        }
+        offset += size;
+    }
+    return std::nullopt;
+}
+
+}  // namespace toolkit

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include "toolkit/DocumentScan.h"
+
+namespace toolkit {
+
+/// Whether "<" is the byte of that value in this document, as it is in every encoding but the wide
+/// ones.
+bool HasByteSizedMarkup(std::string_view document);
+
+/// How many line ends there are: CR LF is one, as CR and LF alone are.
+kelcore::uint64 CountLineEnds(std::string_view text);
+
+/// The column of a byte of a document whose characters are UTF-8, a byte order mark not counted.
+kelcore::uint64 ColumnOf(std::string_view document, std::size_t offset);
+
+/// Where the first byte stands that is part of no character of UTF-8. None in a document that is
+/// wide or that states another encoding.
+std::optional<std::size_t> FindMalformedUtf8(std::string_view document);
+
+}  // namespace toolkit
