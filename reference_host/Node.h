@@ -31,6 +31,10 @@ public:
     /// The last reference destroys the node. Ends the process when there is none to give back.
     void Release() noexcept;
 
+    /// Stays until its parent goes, also after its last reference: for what is given out to be used
+    /// without one.
+    void StayWithParent() { staysWithParent_ = true; }
+
     /// A host string for a query to return, kept alive by this node until its next one.
     tses::IHostString* GiveOut(std::u16string text);
 
@@ -63,6 +67,7 @@ private:
     std::size_t references_ = 0;
     Node* parent_ = nullptr;
     Place place_{};
+    bool staysWithParent_ = false;
     std::map<Place, std::unique_ptr<Node, Deleter>> children_;
     Ref<HostString> givenOut_;
 };
@@ -112,12 +117,14 @@ public:
 
     Data& Value() const { return locate_(); }
 
-    /// The node of something in this node's part, which `find` finds in it. The tag and the index tell
-    /// it from the other things.
+    /// The node of something in this node's part, which `find` finds in it. The tag and the index
+    /// tell it from the other things.
     template <class Child, class Find>
     Child& NodeAt(const void* tag, std::size_t index, Find find) {
-        const auto make = [this, find] {
-            typename Child::Locate locate = [this, find]() -> auto& { return find(Value()); };
+        const auto make = [this, find]() {
+            typename Child::Locate locate = [this, find]() -> decltype(auto) {
+                return find(Value());
+            };
             return new Child(std::move(locate));
         };
         return this->template ChildAt<Child>({tag, index}, make);
@@ -127,13 +134,13 @@ public:
     template <class Child, auto member>
     Child& PartNode() {
         return NodeAt<Child>(&kTagOf<member>, 0,
-                             [](Data& value) -> auto& { return Held(value.*member); });
+                             [](Data& value) -> decltype(auto) { return Held(value.*member); });
     }
 
     /// The node of an element of a list, which is there.
     template <class Child, auto member>
     Child& ElementNode(std::size_t index) {
-        return NodeAt<Child>(&kTagOf<member>, index, [index](Data& value) -> auto& {
+        return NodeAt<Child>(&kTagOf<member>, index, [index](Data& value) -> decltype(auto) {
             auto& list = value.*member;
             return Held(list[index]);
         });

@@ -29,6 +29,13 @@ public:
 
 using InstrumentNode = TwoFacedNode<model::InstrumentTrack, EditInstrument, QueryInstrument>;
 
+/// The list of a track's MIDI clips, which is not counted by those who use it.
+inline MidiClipListNode& MidiClipListOf(DataNode<model::AudioTrack>& track) {
+    auto& list = track.PartNode<MidiClipListNode, &model::AudioTrack::midiClips>();
+    list.StayWithParent();
+    return list;
+}
+
 class EditAudioTrack final : public Face<tses::IEditAudioTrackPrivate, model::AudioTrack> {
 public:
     using Face::Face;
@@ -38,9 +45,7 @@ public:
         Value().clips.back().id = id;
         return clip;
     }
-    tses::IEditMIDIClipList* GetMIDIClipList() override {
-        return Made<MidiClipListNode, &model::AudioTrack::midiClips>();
-    }
+    tses::IEditMIDIClipList* GetMIDIClipList() override { return &MidiClipListOf(Owner()).Edit(); }
     void SetIndex(kelcore::uint32 index) override { Value().index = index; }
     void SetKind(kelcore::uint32 kind) override { Value().kind = kind; }
     void SetSelected(bool selected) override { Value().selected = selected; }
@@ -102,7 +107,7 @@ public:
         return this->template FoundAt<AudioClipNode, &model::AudioTrack::clips>(index);
     }
     tses::IQueryMIDIClipList* GetMIDIClipList() override {
-        return this->template Found<MidiClipListNode, &model::AudioTrack::midiClips>();
+        return &MidiClipListOf(this->Owner()).Query();
     }
 };
 

@@ -6,10 +6,10 @@ namespace refhost {
 namespace {
 
 LaneNode& LaneOf(DataNode<model::Component>& component, kelcore::uint32 index) {
-    return component.NodeAt<LaneNode>(
-        &kTagOf<&model::Component::parameters>, index, [index](model::Component & value) -> auto& {
-            return *value.parameters.at(index).automation;
-        });
+    return component.NodeAt<LaneNode>(&kTagOf<&model::Component::parameters>, index,
+                                      [index](model::Component& value) -> model::AutomationLane& {
+                                          return *value.parameters.at(index).automation;
+                                      });
 }
 
 }  // namespace

@@ -49,8 +49,8 @@ using MidiClipNode = TwoFacedNode<model::MidiClip, EditMidiClip, QueryMidiClip>;
 /// The node of a clip of a list, which is there.
 inline MidiClipNode& MidiClipAt(DataNode<std::vector<model::MidiClip>>& list, std::size_t index) {
     return list.NodeAt<MidiClipNode>(
-        nullptr,
-        index, [index](std::vector<model::MidiClip> & clips) -> auto& { return clips[index]; });
+        nullptr, index,
+        [index](std::vector<model::MidiClip>& clips) -> model::MidiClip& { return clips[index]; });
 }
 
 class EditMidiClipList final : public Face<tses::IEditMIDIClipList, std::vector<model::MidiClip>> {
