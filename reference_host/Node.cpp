@@ -20,7 +20,9 @@ void Node::Release() noexcept {
         return;
     }
     Node* const parent = parent_;
-    parent->children_.erase(place_);
+    if (!staysWithParent_) {
+        parent->children_.erase(Place(place_));
+    }
     parent->Release();
 }
 

@@ -31,6 +31,10 @@ public:
     /// The last reference destroys the node. Ends the process when there is none to give back.
     void Release() noexcept;
 
+    /// Stays until its parent goes, also after its last reference: for what is given out to be used
+    /// without one.
+    void StayWithParent() { staysWithParent_ = true; }
+
     /// A host string for a query to return, kept alive by this node until its next one.
     tses::IHostString* GiveOut(std::u16string text);
 
@@ -63,6 +67,7 @@ private:
     std::size_t references_ = 0;
     Node* parent_ = nullptr;
     Place place_{};
+    bool staysWithParent_ = false;
     std::map<Place, std::unique_ptr<Node, Deleter>> children_;
     Ref<HostString> givenOut_;
 };
@@ -81,6 +86,26 @@ Value& Held(std::optional<Value>& value) {
     return *value;
 }
 
+/// Makes what an optional is to hold; any other value is there.
+template <class Value>
+void Fill(Value&) {}
+template <class Value>
+void Fill(std::optional<Value>& value) {
+    if (!value) {
+        value.emplace();
+    }
+}
+
+/// Whether there is something to hold.
+template <class Value>
+bool IsThere(const Value&) {
+    return true;
+}
+template <class Value>
+bool IsThere(const std::optional<Value>& value) {
+    return value.has_value();
+}
+
 /// A node for a part of the model, which it asks for at each use: what holds that part may have
 /// grown.
 template <class Data>
@@ -92,19 +117,32 @@ public:
 
     Data& Value() const { return locate_(); }
 
-    /// The node of a member of this node's part, which is there.
+    /// The node of something in this node's part, which `find` finds in it. The tag and the index
+    /// tell it from the other things.
+    template <class Child, class Find>
+    Child& NodeAt(const void* tag, std::size_t index, Find find) {
+        const auto make = [this, find]() {
+            typename Child::Locate locate = [this, find]() -> decltype(auto) {
+                return find(Value());
+            };
+            return new Child(std::move(locate));
+        };
+        return this->template ChildAt<Child>({tag, index}, make);
+    }
+
+    /// The node of a member, which is there.
     template <class Child, auto member>
     Child& PartNode() {
-        return this->template ChildAt<Child>({&kTagOf<member>, 0}, [this] {
-            return new Child([this]() -> auto& { return Held(Value().*member); });
-        });
+        return NodeAt<Child>(&kTagOf<member>, 0,
+                             [](Data& value) -> decltype(auto) { return Held(value.*member); });
     }
 
     /// The node of an element of a list, which is there.
     template <class Child, auto member>
     Child& ElementNode(std::size_t index) {
-        return this->template ChildAt<Child>({&kTagOf<member>, index}, [this, index] {
-            return new Child([ this, index ]() -> auto& { return Held((Value().*member)[index]); });
+        return NodeAt<Child>(&kTagOf<member>, index, [index](Data& value) -> decltype(auto) {
+            auto& list = value.*member;
+            return Held(list[index]);
         });
     }
 
@@ -134,6 +172,37 @@ protected:
     Data& Value() const { return node_.Value(); }
     tses::IHostString* GiveOut(const std::u16string& text) const { return node_.GiveOut(text); }
 
+    /// For editing: a member, made if it is missing.
+    template <class Child, auto member>
+    auto* Made() const {
+        Fill(Value().*member);
+        return &node_.template PartNode<Child, member>().Edit();
+    }
+
+    /// For editing: a new element at a list's end.
+    template <class Child, auto member>
+    auto* Appended() const {
+        auto& list = Value().*member;
+        Fill(list.emplace_back());
+        return &node_.template ElementNode<Child, member>(list.size() - 1).Edit();
+    }
+
+    /// For querying: a member; null if it is missing.
+    template <class Child, auto member>
+    auto* Found() const {
+        return IsThere(Value().*member) ? &node_.template PartNode<Child, member>().Query()
+                                        : nullptr;
+    }
+
+    /// For querying: an element of a list; null if it is missing or beyond the end.
+    template <class Child, auto member>
+    auto* FoundAt(std::size_t index) const {
+        const auto& list = Value().*member;
+        return index < list.size() && IsThere(list[index])
+                   ? &node_.template ElementNode<Child, member>(index).Query()
+                   : nullptr;
+    }
+
 private:
     DataNode<Data>& node_;
 };
@@ -151,6 +220,18 @@ public:
 
 private:
     EditFace edit_{*this};
+    QueryFace query_{*this};
+};
+
+/// The same for what is only queried.
+template <class Data, class QueryFace>
+class QueryNode final : public DataNode<Data> {
+public:
+    using DataNode<Data>::DataNode;
+
+    QueryFace& Query() { return query_; }
+
+private:
     QueryFace query_{*this};
 };
 

@@ -19,10 +19,456 @@ template <class Struct>
 struct Schema;
 
 template <>
-struct Schema<model::FormatVersion> {
-    using T = model::FormatVersion;
-    static constexpr char kName[] = "FormatVersion";
-    static constexpr std::tuple kRows{Row{"major", &T::major}, Row{"minor", &T::minor}};
+struct Schema<model::Keyframe> {
+    using T = model::Keyframe;
+    static constexpr char kName[] = "Keyframe";
+    static constexpr std::tuple kRows{
+        Row{"value", &T::value},
+        Row{"sampleOffset", &T::sampleOffset},
+        Row{"hold", &T::hold},
+        Row{"selected", &T::selected},
+    };
+};
+
+template <>
+struct Schema<model::AutomationLane> {
+    using T = model::AutomationLane;
+    static constexpr char kName[] = "AutomationLane";
+    static constexpr std::tuple kRows{
+        Row{"enableSplines", &T::enableSplines},
+        Row{"readOnly", &T::readOnly},
+        Row{"keyframes", &T::keyframes},
+    };
+};
+
+template <>
+struct Schema<model::Parameter> {
+    using T = model::Parameter;
+    static constexpr char kName[] = "Parameter";
+    static constexpr std::tuple kRows{
+        Row{"value", &T::value},
+        Row{"name", &T::name},
+        Row{"safeDuringWrite", &T::safeDuringWrite},
+        Row{"automation", &T::automation},
+    };
+};
+
+template <>
+struct Schema<model::EditorRect> {
+    using T = model::EditorRect;
+    static constexpr char kName[] = "EditorRect";
+    static constexpr std::tuple kRows{
+        Row{"left", &T::left},
+        Row{"top", &T::top},
+        Row{"width", &T::width},
+        Row{"height", &T::height},
+    };
+};
+
+template <>
+struct Schema<model::Component> {
+    using T = model::Component;
+    static constexpr char kName[] = "Component";
+    static constexpr std::tuple kRows{
+        Row{"guid", &T::guid},
+        Row{"componentId", &T::componentId},
+        Row{"name", &T::name},
+        Row{"presetName", &T::presetName},
+        Row{"powered", &T::powered},
+        Row{"editorVisible", &T::editorVisible},
+        Row{"editorRect", &T::editorRect},
+        Row{"presetChunk", &T::presetChunk},
+        Row{"parameters", &T::parameters},
+    };
+};
+
+template <>
+struct Schema<model::ChannelRoute> {
+    using T = model::ChannelRoute;
+    static constexpr char kName[] = "ChannelRoute";
+    static constexpr std::tuple kRows{
+        Row{"index", &T::index},
+        Row{"source", &T::source},
+    };
+};
+
+template <>
+struct Schema<model::EffectsSlot> {
+    using T = model::EffectsSlot;
+    static constexpr char kName[] = "EffectsSlot";
+    static constexpr std::tuple kRows{
+        Row{"slotIndex", &T::slotIndex},
+        Row{"bypassed", &T::bypassed},
+        Row{"sideChainChannels", &T::sideChainChannels},
+        Row{"busConfig", &T::busConfig},
+        Row{"inputChannels", &T::inputChannels},
+        Row{"outputChannels", &T::outputChannels},
+        Row{"component", &T::component},
+    };
+};
+
+template <>
+struct Schema<model::EffectsRack> {
+    using T = model::EffectsRack;
+    static constexpr char kName[] = "EffectsRack";
+    static constexpr std::tuple kRows{
+        Row{"preFader", &T::preFader}, Row{"mix", &T::mix},     Row{"input", &T::input},
+        Row{"output", &T::output},     Row{"slots", &T::slots},
+    };
+};
+
+template <>
+struct Schema<model::EditParameter> {
+    using T = model::EditParameter;
+    static constexpr char kName[] = "EditParameter";
+    static constexpr std::tuple kRows{
+        Row{"slotIndex", &T::slotIndex},
+        Row{"parameterIndex", &T::parameterIndex},
+    };
+};
+
+template <>
+struct Schema<model::SendSlot> {
+    using T = model::SendSlot;
+    static constexpr char kName[] = "SendSlot";
+    static constexpr std::tuple kRows{
+        Row{"slotIndex", &T::slotIndex},         Row{"sendOutputId", &T::sendOutputId},
+        Row{"preFader", &T::preFader},           Row{"destCompIndex", &T::destCompIndex},
+        Row{"sendComponent", &T::sendComponent}, Row{"panComponent", &T::panComponent},
+    };
+};
+
+template <>
+struct Schema<model::SendList> {
+    using T = model::SendList;
+    static constexpr char kName[] = "SendList";
+    static constexpr std::tuple kRows{
+        Row{"slots", &T::slots},
+    };
+};
+
+template <>
+struct Schema<model::Fade> {
+    using T = model::Fade;
+    static constexpr char kName[] = "Fade";
+    static constexpr std::tuple kRows{
+        Row{"startPoint", &T::startPoint},
+        Row{"endPoint", &T::endPoint},
+        Row{"type", &T::type},
+        Row{"shape", &T::shape},
+        Row{"crossFadeLinkType", &T::crossFadeLinkType},
+    };
+};
+
+template <>
+struct Schema<model::ClipStretch> {
+    using T = model::ClipStretch;
+    static constexpr char kName[] = "ClipStretch";
+    static constexpr std::tuple kRows{
+        Row{"stretchMode", &T::stretchMode},
+        Row{"stretchType", &T::stretchType},
+        Row{"stretchRatio", &T::stretchRatio},
+        Row{"pitchAdjustment", &T::pitchAdjustment},
+        Row{"stretchQuality", &T::stretchQuality},
+        Row{"transientSensitivity", &T::transientSensitivity},
+        Row{"adaptiveWindowSize", &T::adaptiveWindowSize},
+        Row{"preserveFormants", &T::preserveFormants},
+    };
+};
+
+template <>
+struct Schema<model::AudioClip> {
+    using T = model::AudioClip;
+    static constexpr char kName[] = "AudioClip";
+    static constexpr std::tuple kRows{
+        Row{"id", &T::id},
+        Row{"fileId", &T::fileId},
+        Row{"sourceInPoint", &T::sourceInPoint},
+        Row{"duration", &T::duration},
+        Row{"startPoint", &T::startPoint},
+        Row{"hue", &T::hue},
+        Row{"name", &T::name},
+        Row{"looped", &T::looped},
+        Row{"offline", &T::offline},
+        Row{"selected", &T::selected},
+        Row{"lockedInTime", &T::lockedInTime},
+        Row{"zOrder", &T::zOrder},
+        Row{"autoCrossfade", &T::autoCrossfade},
+        Row{"crossFadeHeadClipId", &T::crossFadeHeadClipId},
+        Row{"crossFadeTailClipId", &T::crossFadeTailClipId},
+        Row{"fadeIn", &T::fadeIn},
+        Row{"fadeOut", &T::fadeOut},
+        Row{"stretch", &T::stretch},
+        Row{"takes", &T::takes},
+        Row{"gain", &T::gain},
+        Row{"mute", &T::mute},
+        Row{"pan", &T::pan},
+        Row{"effectsRack", &T::effectsRack},
+        Row{"editParameters", &T::editParameters},
+        Row{"properties", &T::properties},
+        Row{"channelSources", &T::channelSources},
+    };
+};
+
+template <>
+struct Schema<model::MidiClip> {
+    using T = model::MidiClip;
+    static constexpr char kName[] = "MidiClip";
+    static constexpr std::tuple kRows{
+        Row{"id", &T::id},
+        Row{"sourceInPoint", &T::sourceInPoint},
+        Row{"duration", &T::duration},
+        Row{"startPoint", &T::startPoint},
+        Row{"hue", &T::hue},
+        Row{"name", &T::name},
+        Row{"selected", &T::selected},
+        Row{"lockedInTime", &T::lockedInTime},
+        Row{"events", &T::events},
+    };
+};
+
+template <>
+struct Schema<model::InstrumentTrack> {
+    using T = model::InstrumentTrack;
+    static constexpr char kName[] = "InstrumentTrack";
+    static constexpr std::tuple kRows{
+        Row{"midiIn", &T::midiIn},
+        Row{"midiAll", &T::midiAll},
+    };
+};
+
+template <>
+struct Schema<model::AudioTrack> {
+    using T = model::AudioTrack;
+    static constexpr char kName[] = "AudioTrack";
+    static constexpr std::tuple kRows{
+        Row{"id", &T::id},
+        Row{"index", &T::index},
+        Row{"kind", &T::kind},
+        Row{"name", &T::name},
+        Row{"hue", &T::hue},
+        Row{"height", &T::height},
+        Row{"selected", &T::selected},
+        Row{"minimized", &T::minimized},
+        Row{"visible", &T::visible},
+        Row{"automationLaneOpen", &T::automationLaneOpen},
+        Row{"phaseInverted", &T::phaseInverted},
+        Row{"preRendered", &T::preRendered},
+        Row{"preRenderedFile", &T::preRenderedFile},
+        Row{"sumToMono", &T::sumToMono},
+        Row{"audioChannelType", &T::audioChannelType},
+        Row{"solo", &T::solo},
+        Row{"recordArmed", &T::recordArmed},
+        Row{"monitoring", &T::monitoring},
+        Row{"soloSafe", &T::soloSafe},
+        Row{"outputTrackId", &T::outputTrackId},
+        Row{"inputId", &T::inputId},
+        Row{"hardwareOutputId", &T::hardwareOutputId},
+        Row{"automationMode", &T::automationMode},
+        Row{"instrument", &T::instrument},
+        Row{"fader", &T::fader},
+        Row{"mute", &T::mute},
+        Row{"pan", &T::pan},
+        Row{"eq", &T::eq},
+        Row{"effectsRack", &T::effectsRack},
+        Row{"editParameters", &T::editParameters},
+        Row{"sendList", &T::sendList},
+        Row{"clips", &T::clips},
+        Row{"midiClips", &T::midiClips},
+        Row{"clipsOnly", &T::clipsOnly},
+    };
+};
+
+template <>
+struct Schema<model::VideoFormat> {
+    using T = model::VideoFormat;
+    static constexpr char kName[] = "VideoFormat";
+    static constexpr std::tuple kRows{
+        Row{"timeScale", &T::timeScale},
+        Row{"sampleSize", &T::sampleSize},
+        Row{"pixelType", &T::pixelType},
+        Row{"width", &T::width},
+        Row{"height", &T::height},
+        Row{"parNumerator", &T::parNumerator},
+        Row{"parDenominator", &T::parDenominator},
+        Row{"fieldType", &T::fieldType},
+    };
+};
+
+template <>
+struct Schema<model::VideoClip> {
+    using T = model::VideoClip;
+    static constexpr char kName[] = "VideoClip";
+    static constexpr std::tuple kRows{
+        Row{"id", &T::id},
+        Row{"fileId", &T::fileId},
+        Row{"sourceInPoint", &T::sourceInPoint},
+        Row{"duration", &T::duration},
+        Row{"startPoint", &T::startPoint},
+        Row{"hue", &T::hue},
+        Row{"name", &T::name},
+        Row{"offline", &T::offline},
+        Row{"selected", &T::selected},
+        Row{"lockedInTime", &T::lockedInTime},
+        Row{"zOrder", &T::zOrder},
+        Row{"format", &T::format},
+    };
+};
+
+template <>
+struct Schema<model::VideoTrack> {
+    using T = model::VideoTrack;
+    static constexpr char kName[] = "VideoTrack";
+    static constexpr std::tuple kRows{
+        Row{"id", &T::id},
+        Row{"index", &T::index},
+        Row{"name", &T::name},
+        Row{"hue", &T::hue},
+        Row{"height", &T::height},
+        Row{"selected", &T::selected},
+        Row{"minimized", &T::minimized},
+        Row{"clips", &T::clips},
+    };
+};
+
+template <>
+struct Schema<model::TrackVisibility> {
+    using T = model::TrackVisibility;
+    static constexpr char kName[] = "TrackVisibility";
+    static constexpr std::tuple kRows{
+        Row{"trackId", &T::trackId},
+        Row{"height", &T::height},
+        Row{"minimized", &T::minimized},
+    };
+};
+
+template <>
+struct Schema<model::TrackVisibilityPreset> {
+    using T = model::TrackVisibilityPreset;
+    static constexpr char kName[] = "TrackVisibilityPreset";
+    static constexpr std::tuple kRows{
+        Row{"id", &T::id},
+        Row{"name", &T::name},
+        Row{"tracks", &T::tracks},
+    };
+};
+
+template <>
+struct Schema<model::ClipGroupItem> {
+    using T = model::ClipGroupItem;
+    static constexpr char kName[] = "ClipGroupItem";
+    static constexpr std::tuple kRows{
+        Row{"trackId", &T::trackId},
+        Row{"clipId", &T::clipId},
+    };
+};
+
+template <>
+struct Schema<model::ClipGroup> {
+    using T = model::ClipGroup;
+    static constexpr char kName[] = "ClipGroup";
+    static constexpr std::tuple kRows{
+        Row{"id", &T::id},
+        Row{"name", &T::name},
+        Row{"hue", &T::hue},
+        Row{"items", &T::items},
+    };
+};
+
+template <>
+struct Schema<model::GlobalTrackInfo> {
+    using T = model::GlobalTrackInfo;
+    static constexpr char kName[] = "GlobalTrackInfo";
+    static constexpr std::tuple kRows{
+        Row{"timeSigVisible", &T::timeSigVisible},
+        Row{"keySigVisible", &T::keySigVisible},
+        Row{"tempoVisible", &T::tempoVisible},
+        Row{"tempoEvents", &T::tempoEvents},
+        Row{"timeSignatureEvents", &T::timeSignatureEvents},
+        Row{"keySignatureEvents", &T::keySignatureEvents},
+    };
+};
+
+template <>
+struct Schema<model::Metronome> {
+    using T = model::Metronome;
+    static constexpr char kName[] = "Metronome";
+    static constexpr std::tuple kRows{
+        Row{"enabled", &T::enabled},
+        Row{"soundSet", &T::soundSet},
+        Row{"pattern", &T::pattern},
+        Row{"track", &T::track},
+        Row{"globalTrackInfo", &T::globalTrackInfo},
+    };
+};
+
+template <>
+struct Schema<model::Selection> {
+    using T = model::Selection;
+    static constexpr char kName[] = "Selection";
+    static constexpr std::tuple kRows{
+        Row{"start", &T::start},
+        Row{"duration", &T::duration},
+    };
+};
+
+template <>
+struct Schema<model::ViewState> {
+    using T = model::ViewState;
+    static constexpr char kName[] = "ViewState";
+    static constexpr std::tuple kRows{
+        Row{"horizontalViewStart", &T::horizontalViewStart},
+        Row{"horizontalViewDuration", &T::horizontalViewDuration},
+        Row{"trackControlsWidth", &T::trackControlsWidth},
+        Row{"verticalScrollOffset", &T::verticalScrollOffset},
+    };
+};
+
+template <>
+struct Schema<model::TimeFormat> {
+    using T = model::TimeFormat;
+    static constexpr char kName[] = "TimeFormat";
+    static constexpr std::tuple kRows{
+        Row{"format", &T::format},
+        Row{"frameRate", &T::frameRate},
+        Row{"ntsc", &T::ntsc},
+        Row{"dropFrame", &T::dropFrame},
+        Row{"customFrameRate", &T::customFrameRate},
+        Row{"linkedToDefaults", &T::linkedToDefaults},
+    };
+};
+
+template <>
+struct Schema<model::MusicalTime> {
+    using T = model::MusicalTime;
+    static constexpr char kName[] = "MusicalTime";
+    static constexpr std::tuple kRows{
+        Row{"beatsPerMinute", &T::beatsPerMinute},
+        Row{"beatsPerBar", &T::beatsPerBar},
+        Row{"noteLength", &T::noteLength},
+        Row{"subdivisions", &T::subdivisions},
+    };
+};
+
+template <>
+struct Schema<model::MixingOptions> {
+    using T = model::MixingOptions;
+    static constexpr char kName[] = "MixingOptions";
+    static constexpr std::tuple kRows{
+        Row{"panLogarithmic", &T::panLogarithmic},
+        Row{"panPower", &T::panPower},
+        Row{"playOverlappingClips", &T::playOverlappingClips},
+    };
+};
+
+template <>
+struct Schema<model::Property> {
+    using T = model::Property;
+    static constexpr char kName[] = "Property";
+    static constexpr std::tuple kRows{
+        Row{"key", &T::key},
+        Row{"value", &T::value},
+    };
 };
 
 template <>
@@ -42,7 +488,10 @@ template <>
 struct Schema<model::AudioPort> {
     using T = model::AudioPort;
     static constexpr char kName[] = "AudioPort";
-    static constexpr std::tuple kRows{Row{"id", &T::id}, Row{"name", &T::name}};
+    static constexpr std::tuple kRows{
+        Row{"id", &T::id},
+        Row{"name", &T::name},
+    };
 };
 
 template <>
@@ -58,6 +507,16 @@ struct Schema<model::AudioDevice> {
 };
 
 template <>
+struct Schema<model::FormatVersion> {
+    using T = model::FormatVersion;
+    static constexpr char kName[] = "FormatVersion";
+    static constexpr std::tuple kRows{
+        Row{"major", &T::major},
+        Row{"minor", &T::minor},
+    };
+};
+
+template <>
 struct Schema<model::Session> {
     using T = model::Session;
     static constexpr char kName[] = "Session";
@@ -69,6 +528,20 @@ struct Schema<model::Session> {
         Row{"bitDepth", &T::bitDepth},
         Row{"formatDescription", &T::formatDescription},
         Row{"versionDependentValue", &T::versionDependentValue},
+        Row{"videoTracks", &T::videoTracks},
+        Row{"audioTracks", &T::audioTracks},
+        Row{"trackVisibilityPresets", &T::trackVisibilityPresets},
+        Row{"clipGroups", &T::clipGroups},
+        Row{"metronome", &T::metronome},
+        Row{"ctiPosition", &T::ctiPosition},
+        Row{"smpteStart", &T::smpteStart},
+        Row{"selection", &T::selection},
+        Row{"viewState", &T::viewState},
+        Row{"timeFormat", &T::timeFormat},
+        Row{"musicalTime", &T::musicalTime},
+        Row{"mixingOptions", &T::mixingOptions},
+        Row{"properties", &T::properties},
+        Row{"xmpMetadata", &T::xmpMetadata},
         Row{"files", &T::files},
         Row{"audioDevice", &T::audioDevice},
     };

@@ -186,6 +186,16 @@ kelcore::uint64 DecodeUnsigned(const Json& json, const JsonPlace& place, kelcore
     return json.get<kelcore::uint64>();
 }
 
+kelcore::uint32 DecodeNumberKey(const std::string& key, const JsonPlace& place) {
+    kelcore::uint32 number = 0;
+    std::from_chars(key.data(), key.data() + key.size(), number);
+    // Only the one spelling, so that no two keys are one number.
+    if (std::to_string(number) != key) {
+        place.Fail("this key is no number; give a whole number from 0 to 4294967295");
+    }
+    return number;
+}
+
 void RequireArray(const Json& json, const JsonPlace& place) {
     if (!json.is_array()) {
         FailAtValue(json, place, "give a list");

@@ -3,6 +3,7 @@
 #include <concepts>
 #include <cstddef>
 #include <limits>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -59,6 +60,9 @@ kelcore::int64 DecodeSigned(const Json& json, const JsonPlace& place, kelcore::i
                             kelcore::int64 highest);
 kelcore::uint64 DecodeUnsigned(const Json& json, const JsonPlace& place, kelcore::uint64 highest);
 
+/// A key that is a number, written as `Encode` writes it.
+kelcore::uint32 DecodeNumberKey(const std::string& key, const JsonPlace& place);
+
 void RequireArray(const Json& json, const JsonPlace& place);
 void RequireObject(const Json& json, const JsonPlace& place);
 [[noreturn]] void FailAtUnknownKey(const JsonPlace& place, const std::string& key,
@@ -93,6 +97,8 @@ template <class Element>
 Json Encode(const std::vector<Element>& list);
 template <class Held>
 Json Encode(const std::optional<Held>& value);
+template <class Held>
+Json Encode(const std::map<kelcore::uint32, Held>& values);
 
 template <HasSchema Struct>
 void Decode(const Json& json, const JsonPlace& place, Struct& value);
@@ -100,6 +106,8 @@ template <class Element>
 void Decode(const Json& json, const JsonPlace& place, std::vector<Element>& list);
 template <class Held>
 void Decode(const Json& json, const JsonPlace& place, std::optional<Held>& value);
+template <class Held>
+void Decode(const Json& json, const JsonPlace& place, std::map<kelcore::uint32, Held>& values);
 
 template <HasSchema Struct>
 Json Encode(const Struct& value) {
@@ -123,6 +131,16 @@ Json Encode(const std::vector<Element>& list) {
 template <class Held>
 Json Encode(const std::optional<Held>& value) {
     return value ? Encode(*value) : Json();
+}
+
+/// An object whose keys are the numbers.
+template <class Held>
+Json Encode(const std::map<kelcore::uint32, Held>& values) {
+    Json json = Json::object();
+    for (const auto& [number, value] : values) {
+        json.get_ref<Json::object_t&>().emplace_back(std::to_string(number), Encode(value));
+    }
+    return json;
 }
 
 template <HasSchema Struct>
@@ -159,6 +177,16 @@ void Decode(const Json& json, const JsonPlace& place, std::vector<Element>& list
     for (const Json& element : json) {
         const JsonPlace elementPlace(place, list.size());
         Decode(element, elementPlace, list.emplace_back());
+    }
+}
+
+template <class Held>
+void Decode(const Json& json, const JsonPlace& place, std::map<kelcore::uint32, Held>& values) {
+    RequireObject(json, place);
+    values.clear();
+    for (const auto& [key, value] : json.items()) {
+        const JsonPlace valuePlace(place, key);
+        Decode(value, valuePlace, values[DecodeNumberKey(key, valuePlace)]);
     }
 }
 

@@ -6,7 +6,13 @@
 
 #include "platform/kelcore/Types.h"
 #include "reference_host/model/AudioDevice.h"
+#include "reference_host/model/AudioTrack.h"
+#include "reference_host/model/ClipGroup.h"
+#include "reference_host/model/EditorState.h"
 #include "reference_host/model/File.h"
+#include "reference_host/model/Metronome.h"
+#include "reference_host/model/TrackVisibility.h"
+#include "reference_host/model/VideoTrack.h"
 
 /// A multitrack session as plain values. Positions and lengths are counts of samples at the
 /// session's rate unless a comment says otherwise. A field holds whatever a host may hold; nothing
@@ -33,6 +39,22 @@ struct Session {
     /// The position that a read ends with: that of the current-time indicator for the oldest files,
     /// the start of the selection for all others. Never written.
     kelcore::int64 versionDependentValue = 0;
+
+    std::vector<VideoTrack> videoTracks{};
+    std::vector<AudioTrack> audioTracks{};
+    std::vector<TrackVisibilityPreset> trackVisibilityPresets{};
+    std::vector<ClipGroup> clipGroups{};
+    Metronome metronome{};
+
+    kelcore::int64 ctiPosition = 0;  ///< the current-time indicator
+    kelcore::int64 smpteStart = 0;   ///< the timecode of the first sample, in the host's unit
+    Selection selection{};
+    ViewState viewState{};
+    TimeFormat timeFormat{};
+    MusicalTime musicalTime{};
+    MixingOptions mixingOptions{};
+    std::vector<Property> properties{};
+    std::u16string xmpMetadata{};  ///< the XMP packet; empty: none
 
     std::vector<File> files{};
     AudioDevice audioDevice{};

@@ -1,12 +1,25 @@
 #pragma once
 
 #include "reference_host/SessionNode.h"
+#include "reference_host/nodes/AudioTracks.h"
+#include "reference_host/nodes/ClipGroups.h"
 #include "reference_host/nodes/Files.h"
-#include "reference_host/nodes/IdIndex.h"
+#include "reference_host/nodes/KeyIndex.h"
+#include "reference_host/nodes/Metronome.h"
+#include "reference_host/nodes/Properties.h"
+#include "reference_host/nodes/TrackVisibility.h"
+#include "reference_host/nodes/VideoTracks.h"
 
 namespace refhost {
 
 class EditSession final : public Face<tses::IEditSession, model::Session> {
+    /// The thing with this id, made if need be; none for the id that means none.
+    template <class Child, auto member, class Index>
+    auto* FoundOrAdded(Index& index, kelcore::uint32 id) {
+        const auto place = [&] { return index.FindOrAdd(Value().*member, id); };
+        return id == kNoId ? nullptr : &Owner().ElementNode<Child, member>(place()).Edit();
+    }
+
 public:
     explicit EditSession(SessionNode& node) : Face(node), node_(node) {}
 
@@ -25,11 +38,21 @@ public:
     void SetChannelCount(kelcore::int32 channels) override { Value().channelCount = channels; }
     void SetDuration(kelcore::int64 samples) override { Value().duration = samples; }
     void SetBitDepth(kelcore::uint32 bits) override { Value().bitDepth = bits; }
-    tses::IEditFile* GetFile(kelcore::uint32 id) override;
-    tses::IEditVideoTrack* GetVideoTrack(kelcore::uint32 /*id*/) override { return nullptr; }
-    tses::IEditAudioTrack* GetAudioTrack(kelcore::uint32 /*id*/) override { return nullptr; }
-    tses::IEditMetronomeInfo* GetMetronomeInfo() override { return nullptr; }
-    tses::IEditTrackVisibilityPreset* CreateTrackVisibilityPreset() override { return nullptr; }
+    tses::IEditFile* GetFile(kelcore::uint32 id) override {
+        return FoundOrAdded<FileNode, &model::Session::files>(files_, id);
+    }
+    tses::IEditVideoTrack* GetVideoTrack(kelcore::uint32 id) override {
+        return FoundOrAdded<VideoTrackNode, &model::Session::videoTracks>(videoTracks_, id);
+    }
+    tses::IEditAudioTrack* GetAudioTrack(kelcore::uint32 id) override {
+        return FoundOrAdded<AudioTrackNode, &model::Session::audioTracks>(audioTracks_, id);
+    }
+    tses::IEditMetronomeInfo* GetMetronomeInfo() override {
+        return Made<MetronomeNode, &model::Session::metronome>();
+    }
+    tses::IEditTrackVisibilityPreset* CreateTrackVisibilityPreset() override {
+        return Appended<VisibilityPresetNode, &model::Session::trackVisibilityPresets>();
+    }
     void SetInputDeviceId(const kelcore::char16* deviceId) override {
         Value().audioDevice.inputDeviceId = deviceId;
     }
@@ -42,30 +65,54 @@ public:
     void AddOutputPort(kelcore::int32 id, const kelcore::char16* name) override {
         Value().audioDevice.outputPorts.push_back({id, name});
     }
-    tses::IEditClipGroup* CreateClipGroup(kelcore::uint32 /*id*/) override { return nullptr; }
-    void SetSelection(kelcore::int64 /*start*/, kelcore::int64 /*duration*/) override {}
-    void SetCtiPosition(kelcore::int64 /*position*/) override {}
-    void SetViewState(kelcore::int64 /*horizontalViewStart*/,
-                      kelcore::int64 /*horizontalViewDuration*/,
-                      kelcore::int32 /*trackControlsWidth*/,
-                      kelcore::int32 /*verticalScrollOffset*/) override {}
-    void SetTimeFormat(kelcore::int32 /*format*/, kelcore::int32 /*frameRate*/, bool /*ntsc*/,
-                       bool /*dropFrame*/, kelcore::int32 /*customFrameRate*/) override {}
-    void SetPanMode(bool /*logarithmic*/, double /*panPower*/) override {}
-    void SetLinkToDefaultTimeSettings(bool /*linked*/) override {}
-    void SetMusicalTime(double /*beatsPerMinute*/, kelcore::int32 /*beatsPerBar*/,
-                        kelcore::int32 /*noteLength*/, kelcore::int32 /*subdivisions*/) override {}
-    tses::IEditProperties* GetProperties() override { return nullptr; }
-    void SetXmpMetadata(const kelcore::char16* /*packet*/) override {}
+    tses::IEditClipGroup* CreateClipGroup(kelcore::uint32 id) override {
+        tses::IEditClipGroup* const group = Appended<ClipGroupNode, &model::Session::clipGroups>();
+        Value().clipGroups.back().id = id;
+        return group;
+    }
+    void SetSelection(kelcore::int64 start, kelcore::int64 duration) override {
+        Value().selection = {start, duration};
+    }
+    void SetCtiPosition(kelcore::int64 position) override { Value().ctiPosition = position; }
+    void SetViewState(kelcore::int64 horizontalViewStart, kelcore::int64 horizontalViewDuration,
+                      kelcore::int32 trackControlsWidth,
+                      kelcore::int32 verticalScrollOffset) override {
+        Value().viewState = {horizontalViewStart, horizontalViewDuration, trackControlsWidth,
+                             verticalScrollOffset};
+    }
+    void SetTimeFormat(kelcore::int32 format, kelcore::int32 frameRate, bool ntsc, bool dropFrame,
+                       kelcore::int32 customFrameRate) override {
+        model::TimeFormat& stored = Value().timeFormat;
+        stored = {format, frameRate, ntsc, dropFrame, customFrameRate, stored.linkedToDefaults};
+    }
+    void SetPanMode(bool logarithmic, double panPower) override {
+        Value().mixingOptions.panLogarithmic = logarithmic;
+        Value().mixingOptions.panPower = panPower;
+    }
+    void SetLinkToDefaultTimeSettings(bool linked) override {
+        Value().timeFormat.linkedToDefaults = linked;
+    }
+    void SetMusicalTime(double beatsPerMinute, kelcore::int32 beatsPerBar,
+                        kelcore::int32 noteLength, kelcore::int32 subdivisions) override {
+        Value().musicalTime = {beatsPerMinute, beatsPerBar, noteLength, subdivisions};
+    }
+    tses::IEditProperties* GetProperties() override {
+        return Made<PropertiesNode, &model::Session::properties>();
+    }
+    void SetXmpMetadata(const kelcore::char16* packet) override { Value().xmpMetadata = packet; }
     void SetVersionDependentValue(kelcore::int64 position) override {
         Value().versionDependentValue = position;
     }
-    void SetSmpteStart(kelcore::int64 /*start*/) override {}
-    void SetPlayOverlappingClips(bool /*play*/) override {}
+    void SetSmpteStart(kelcore::int64 start) override { Value().smpteStart = start; }
+    void SetPlayOverlappingClips(bool play) override {
+        Value().mixingOptions.playOverlappingClips = play;
+    }
 
 private:
     SessionNode& node_;
-    IdIndex files_;
+    KeyIndex<&model::File::id> files_;
+    KeyIndex<&model::VideoTrack::id> videoTracks_;
+    KeyIndex<&model::AudioTrack::id> audioTracks_;
 };
 
 class QuerySession final : public Face<tses::IQuerySession, model::Session> {
@@ -87,15 +134,22 @@ public:
     kelcore::int64 GetDuration() override { return Value().duration; }
     kelcore::uint32 GetBitDepth() override { return Value().bitDepth; }
     kelcore::uint32 GetFileCount() override { return CountOf(Value().files); }
-    tses::IQueryFile* GetFile(kelcore::uint32 index) override;
-    kelcore::uint32 GetVideoTrackCount() override { return 0; }
-    tses::IQueryVideoTrack* GetVideoTrack(kelcore::uint32 /*index*/) override { return nullptr; }
-    kelcore::uint32 GetAudioTrackCount() override { return 0; }
-    tses::IQueryAudioTrack* GetAudioTrack(kelcore::uint32 /*index*/) override { return nullptr; }
-    kelcore::uint32 GetTrackVisibilityPresetCount() override { return 0; }
-    tses::IQueryTrackVisibilityPreset* GetTrackVisibilityPreset(
-        kelcore::uint32 /*index*/) override {
-        return nullptr;
+    tses::IQueryFile* GetFile(kelcore::uint32 index) override {
+        return FoundAt<FileNode, &model::Session::files>(index);
+    }
+    kelcore::uint32 GetVideoTrackCount() override { return CountOf(Value().videoTracks); }
+    tses::IQueryVideoTrack* GetVideoTrack(kelcore::uint32 index) override {
+        return FoundAt<VideoTrackNode, &model::Session::videoTracks>(index);
+    }
+    kelcore::uint32 GetAudioTrackCount() override { return CountOf(Value().audioTracks); }
+    tses::IQueryAudioTrack* GetAudioTrack(kelcore::uint32 index) override {
+        return FoundAt<AudioTrackNode, &model::Session::audioTracks>(index);
+    }
+    kelcore::uint32 GetTrackVisibilityPresetCount() override {
+        return CountOf(Value().trackVisibilityPresets);
+    }
+    tses::IQueryTrackVisibilityPreset* GetTrackVisibilityPreset(kelcore::uint32 index) override {
+        return FoundAt<VisibilityPresetNode, &model::Session::trackVisibilityPresets>(index);
     }
     tses::IHostString* GetInputDeviceId() override {
         return GiveOut(Value().audioDevice.inputDeviceId);
@@ -119,26 +173,55 @@ public:
     tses::IHostString* GetOutputPortName(kelcore::uint32 index) override {
         return GiveOut(Value().audioDevice.outputPorts.at(index).name);
     }
-    kelcore::uint32 GetClipGroupCount() override { return 0; }
-    tses::IQueryClipGroup* GetClipGroup(kelcore::uint32 /*index*/) override { return nullptr; }
-    tses::IQueryMetronomeInfo* GetMetronomeInfo() override { return nullptr; }
-    void GetSelection(kelcore::int64& /*start*/, kelcore::int64& /*duration*/) override {}
-    void GetCtiPosition(kelcore::int64& /*position*/) override {}
-    void GetViewState(kelcore::int64& /*horizontalViewStart*/,
-                      kelcore::int64& /*horizontalViewDuration*/,
-                      kelcore::int32& /*trackControlsWidth*/,
-                      kelcore::int32& /*verticalScrollOffset*/) override {}
-    void GetTimeFormat(kelcore::int32& /*format*/, kelcore::int32& /*frameRate*/, bool& /*ntsc*/,
-                       bool& /*dropFrame*/, kelcore::int32& /*customFrameRate*/) override {}
-    void GetPanMode(bool& /*logarithmic*/, double& /*panPower*/) override {}
-    bool IsLinkedToDefaultTimeSettings() override { return false; }
-    void GetMusicalTime(double& /*beatsPerMinute*/, kelcore::int32& /*beatsPerBar*/,
-                        kelcore::int32& /*noteLength*/, kelcore::int32& /*subdivisions*/) override {
+    kelcore::uint32 GetClipGroupCount() override { return CountOf(Value().clipGroups); }
+    tses::IQueryClipGroup* GetClipGroup(kelcore::uint32 index) override {
+        return FoundAt<ClipGroupNode, &model::Session::clipGroups>(index);
     }
-    tses::IQueryProperties* GetProperties() override { return nullptr; }
-    tses::IHostString* GetXmpMetadata() override { return nullptr; }
-    void GetSmpteStart(kelcore::int64& /*start*/) override {}
-    bool IsPlayOverlappingClips() override { return false; }
+    tses::IQueryMetronomeInfo* GetMetronomeInfo() override {
+        return Found<MetronomeNode, &model::Session::metronome>();
+    }
+    void GetSelection(kelcore::int64& start, kelcore::int64& duration) override {
+        start = Value().selection.start;
+        duration = Value().selection.duration;
+    }
+    void GetCtiPosition(kelcore::int64& position) override { position = Value().ctiPosition; }
+    void GetViewState(kelcore::int64& horizontalViewStart, kelcore::int64& horizontalViewDuration,
+                      kelcore::int32& trackControlsWidth,
+                      kelcore::int32& verticalScrollOffset) override {
+        const model::ViewState& view = Value().viewState;
+        horizontalViewStart = view.horizontalViewStart;
+        horizontalViewDuration = view.horizontalViewDuration;
+        trackControlsWidth = view.trackControlsWidth;
+        verticalScrollOffset = view.verticalScrollOffset;
+    }
+    void GetTimeFormat(kelcore::int32& format, kelcore::int32& frameRate, bool& ntsc,
+                       bool& dropFrame, kelcore::int32& customFrameRate) override {
+        const model::TimeFormat& stored = Value().timeFormat;
+        format = stored.format;
+        frameRate = stored.frameRate;
+        ntsc = stored.ntsc;
+        dropFrame = stored.dropFrame;
+        customFrameRate = stored.customFrameRate;
+    }
+    void GetPanMode(bool& logarithmic, double& panPower) override {
+        logarithmic = Value().mixingOptions.panLogarithmic;
+        panPower = Value().mixingOptions.panPower;
+    }
+    bool IsLinkedToDefaultTimeSettings() override { return Value().timeFormat.linkedToDefaults; }
+    void GetMusicalTime(double& beatsPerMinute, kelcore::int32& beatsPerBar,
+                        kelcore::int32& noteLength, kelcore::int32& subdivisions) override {
+        const model::MusicalTime& time = Value().musicalTime;
+        beatsPerMinute = time.beatsPerMinute;
+        beatsPerBar = time.beatsPerBar;
+        noteLength = time.noteLength;
+        subdivisions = time.subdivisions;
+    }
+    tses::IQueryProperties* GetProperties() override {
+        return Found<PropertiesNode, &model::Session::properties>();
+    }
+    tses::IHostString* GetXmpMetadata() override { return GiveOut(Value().xmpMetadata); }
+    void GetSmpteStart(kelcore::int64& start) override { start = Value().smpteStart; }
+    bool IsPlayOverlappingClips() override { return Value().mixingOptions.playOverlappingClips; }
 
 private:
     SessionNode& node_;

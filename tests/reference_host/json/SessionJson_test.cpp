@@ -108,6 +108,28 @@ TEST(SessionJsonTest, AThingThatIsMissingIsNull) {
     EXPECT_EQ(Again(std::optional<bool>(false)), false);
 }
 
+TEST(SessionJsonTest, ATableHasNumbersAsKeys) {
+    const std::string json = ToJson(
+        FromJson(R"({"audioTracks": [{"fader": {"parameters": {"4294967295": {}, "0": {}}}}]})"));
+    EXPECT_LT(json.find(R"("0": {)"), json.find(R"("4294967295": {)"));
+}
+
+TEST(SessionJsonTest, AKeyOfATableThatIsNoNumberIsNamedWithItsPlace) {
+    for (const std::string key : {"07", "+7", "-1", "4294967296", "x", ""}) {
+        EXPECT_THAT(
+            ErrorOf(R"({"audioTracks": [{"fader": {"parameters": {")" + key + R"(": {}}}}]})"),
+            StartsWith("/audioTracks/0/fader/parameters/" + key + ": this key is no number"));
+    }
+}
+
+TEST(SessionJsonTest, ASlotMayBeNull) {
+    const model::Session session =
+        FromJson(R"({"audioTracks": [{"kind": 7, "effectsRack": {"slots": [null, {}]}}]})");
+    EXPECT_EQ(session.audioTracks[0].kind, 7U);
+    EXPECT_EQ(session.audioTracks[0].effectsRack->slots,
+              (std::vector<std::optional<model::EffectsSlot>>{std::nullopt, model::EffectsSlot{}}));
+}
+
 TEST(SessionJsonTest, AnUnknownKeyIsNamedWithItsPlace) {
     EXPECT_THAT(ErrorOf(R"({"files": [{}, {"idd": 1}]})"),
                 AllOf(StartsWith("/files/1/idd: unknown key"), HasSubstr("id, path,")));

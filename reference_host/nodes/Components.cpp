@@ -1,0 +1,85 @@
+#include "reference_host/nodes/Components.h"
+
+#include "reference_host/nodes/KeyIndex.h"
+
+namespace refhost {
+namespace {
+
+LaneNode& LaneOf(DataNode<model::Component>& component, kelcore::uint32 index) {
+    return component.NodeAt<LaneNode>(&kTagOf<&model::Component::parameters>, index,
+                                      [index](model::Component& value) -> model::AutomationLane& {
+                                          return *value.parameters.at(index).automation;
+                                      });
+}
+
+}  // namespace
+
+// A parameter of the highest index of all could not be counted, so there is none.
+
+void EditComponent::SetParameterValue(kelcore::uint32 index, float value) {
+    if (index != kNoId) {
+        Value().parameters[index].value = value;
+    }
+}
+
+void EditComponent::SetParameterName(kelcore::uint32 index, const kelcore::char16* name) {
+    if (index != kNoId) {
+        Value().parameters[index].name = name;
+    }
+}
+
+void EditComponent::SetParameterSafeDuringWrite(kelcore::uint32 index, bool safe) {
+    if (index != kNoId) {
+        Value().parameters[index].safeDuringWrite = safe;
+    }
+}
+
+tses::IEditAutomationLane* EditComponent::GetParameterAutomation(kelcore::uint32 index) {
+    if (index == kNoId) {
+        return nullptr;
+    }
+    Fill(Value().parameters[index].automation);
+    return &LaneOf(Owner(), index).Edit();
+}
+
+kelcore::uint32 QueryComponent::GetParameterCount() {
+    const auto& parameters = Value().parameters;
+    if (parameters.empty()) {
+        return 0;
+    }
+    const kelcore::uint32 highest = parameters.rbegin()->first;
+    return highest == kNoId ? kNoId : highest + 1;
+}
+
+bool QueryComponent::GetParameterValue(kelcore::uint32 index, float& value) {
+    const model::Parameter* const parameter = Find(index);
+    if (parameter == nullptr || !parameter->value) {
+        return false;
+    }
+    value = *parameter->value;
+    return true;
+}
+
+tses::IHostString* QueryComponent::GetParameterName(kelcore::uint32 index) {
+    const model::Parameter* const parameter = Find(index);
+    return parameter == nullptr ? nullptr : GiveOut(parameter->name);
+}
+
+tses::IQueryAutomationLane* QueryComponent::GetParameterAutomation(kelcore::uint32 index) {
+    const model::Parameter* const parameter = Find(index);
+    return parameter == nullptr || !parameter->automation ? nullptr
+                                                          : &LaneOf(Owner(), index).Query();
+}
+
+bool QueryComponent::IsParameterSafeDuringWrite(kelcore::uint32 index) {
+    const model::Parameter* const parameter = Find(index);
+    return parameter != nullptr && parameter->safeDuringWrite;
+}
+
+const model::Parameter* QueryComponent::Find(kelcore::uint32 index) const {
+    const auto& parameters = Value().parameters;
+    const auto found = parameters.find(index);
+    return found == parameters.end() ? nullptr : &found->second;
+}
+
+}  // namespace refhost

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "host/TrackVisibility.h"
+#include "reference_host/Node.h"
+#include "reference_host/model/TrackVisibility.h"
+
+namespace refhost {
+
+class EditVisibilityPreset final
+    : public Face<tses::IEditTrackVisibilityPreset, model::TrackVisibilityPreset> {
+public:
+    using Face::Face;
+
+    void SetId(kelcore::uint32 id) override { Value().id = id; }
+    void SetName(const kelcore::char16* name) override { Value().name = name; }
+    void AddTrack(kelcore::uint32 trackId, float height, bool minimized) override {
+        Value().tracks.push_back({trackId, height, minimized});
+    }
+};
+
+class QueryVisibilityPreset final
+    : public Face<tses::IQueryTrackVisibilityPreset, model::TrackVisibilityPreset> {
+public:
+    using Face::Face;
+
+    kelcore::uint32 GetId() override { return Value().id; }
+    tses::IHostString* GetName() override { return GiveOut(Value().name); }
+    kelcore::uint32 GetTrackCount() override { return CountOf(Value().tracks); }
+    void GetTrack(kelcore::uint32 index, kelcore::uint32& trackId, float& height,
+                  bool& minimized) override {
+        const model::TrackVisibility& track = Value().tracks.at(index);
+        trackId = track.trackId;
+        height = track.height;
+        minimized = track.minimized;
+    }
+};
+
+using VisibilityPresetNode =
+    TwoFacedNode<model::TrackVisibilityPreset, EditVisibilityPreset, QueryVisibilityPreset>;
+
+}  // namespace refhost

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <vector>
+
+#include "reference_host/json/Schema.h"
+
+namespace refhost::test {
+
+/// Makes values of the model in which every field differs from its default and from its neighbours.
+class Filler {
+public:
+    template <class Value>
+    Value Make() {
+        Value value{};
+        Fill(value);
+        return value;
+    }
+
+private:
+    void Fill(bool& value) { value = !value; }
+    template <class Number>
+    requires std::is_arithmetic_v<Number>
+    void Fill(Number& value) { value = static_cast<Number>(++last_ % 100 + 7); }
+    void Fill(std::u16string& value) { value = u"text " + std::u16string(1, Letter()); }
+    template <class Element>
+    void Fill(std::vector<Element>& value) {
+        Fill(value.emplace_back());
+        Fill(value.emplace_back());
+    }
+    template <class Held>
+    void Fill(std::optional<Held>& value) {
+        Fill(value.emplace());
+    }
+    template <class Held>
+    void Fill(std::map<kelcore::uint32, Held>& value) {
+        Fill(value[0]);
+        Fill(value[2]);
+    }
+    template <class Struct>
+    requires requires { Schema<Struct>::kRows; }
+    void Fill(Struct& value) {
+        std::apply([&](const auto&... rows) { (Fill(value.*rows.member), ...); },
+                   Schema<Struct>::kRows);
+    }
+
+    char16_t Letter() { return static_cast<char16_t>(u'\u0100' + ++last_ % 1000); }
+
+    unsigned last_ = 0;
+};
+
+}  // namespace refhost::test
