@@ -10,8 +10,9 @@ void WriteEventBlock(SessionXMLWriter& writer, std::u16string_view element,
     if (bytes.empty() || !source.fill(bytes.data())) {
         return;
     }
-    if (writer.StartElement(element) && writer.Characters(EncodeBlock(bytes))) {
-        writer.EndElement();
+    if (writer.StartElement(element)) {
+        writer.Characters(EncodeBlock(bytes));
+        writer.EndElement();  // also of an element without its text: what follows stands beside it
     }
 }
 

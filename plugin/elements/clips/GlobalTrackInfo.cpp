@@ -45,10 +45,9 @@ void ApplyEvents(std::u16string_view text, const HostReference<IEditGlobalTrackI
 void Serializer::Impl::StartGlobalTrackInfo(State state, const AttributeMap& attributes) {
     PushState(state);
     const auto metronome = savedState_.metronome.As<IEditMetronomeInfoPrivate>();
-    if (!metronome) {
-        return;
-    }
-    clips_.globalTrackInfo = Retain(metronome->GetGlobalTrackInfo());
+    // Without one the events inside find no info either, also not that of an earlier metronome.
+    clips_.globalTrackInfo =
+        metronome ? Retain(metronome->GetGlobalTrackInfo()) : HostReference<IEditGlobalTrackInfo>();
     if (!clips_.globalTrackInfo) {
         return;
     }

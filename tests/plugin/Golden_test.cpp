@@ -1,0 +1,183 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <regex>
+#include <set>
+
+#include "platform/kelcore/ClientVersion.h"
+#include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Strings.h"
+#include "plugin/xml/Names.h"
+#include "reference_host/SessionNode.h"
+#include "reference_host/recorder/CallJson.h"
+#include "reference_host/recorder/Recorder.h"
+#include "tests/plugin/EverythingSession.h"
+#include "tests/support/SerializerFixture.h"
+
+// Whole documents, kept in tests/golden beside what a host sees of them, one call a line.
+// "everything" has all that is written, "read-only" what is read and never written. The folder of
+// the session stands in them as "@FOLDER@". To accept what the code says now, run these tests with
+// ORVO_UPDATE_GOLDEN=1 and look at the difference.
+
+namespace tses {
+namespace {
+
+using refhost::model::Session;
+using testing::Contains;
+using testing::Not;
+
+constexpr std::string_view kFolderMark = "@FOLDER@/";
+
+std::string Replaced(std::string text, std::string_view from, std::string_view to) {
+    for (std::size_t at = text.find(from); at != std::string::npos;
+         at = text.find(from, at + to.size())) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+std::filesystem::path GoldenPath(const std::string& name) {
+    return std::filesystem::path(ORVO_SOURCE_DIR) / "tests" / "golden" / name;
+}
+
+void ExpectGolden(const std::string& name, const std::string& actual) {
+    if (std::getenv("ORVO_UPDATE_GOLDEN") != nullptr) {
+        std::ofstream(GoldenPath(name), std::ios::binary) << actual;
+    }
+    EXPECT_EQ(test::ReadFile(GoldenPath(name)), actual) << name;
+}
+
+std::set<std::string> AllOf(const std::string& document, const char* pattern) {
+    std::set<std::string> found;
+    const std::regex expression(pattern);
+    for (std::sregex_iterator match(document.begin(), document.end(), expression), end;
+         match != end; ++match) {
+        found.insert((*match)[1]);
+    }
+    return found;
+}
+
+std::set<std::string> ElementsOf(const std::string& document) {
+    return AllOf(document, "<([a-zA-Z]+)[ />]");
+}
+
+std::set<std::string> AttributesOf(const std::string& document) {
+    return AllOf(document, " ([a-zA-Z]+)=[\"']");
+}
+
+class Golden : public test::SerializerFixture {
+protected:
+    Golden() { kelcore::SetClientVersion("25.1", 310); }
+
+    std::string Folder() const { return folder.Path().string() + "/"; }
+
+    Session Everything() const { return test::EverythingSession(kelcore::PathFromBytes(Folder())); }
+
+    struct Traced {
+        bool ok = false;
+        std::string calls;
+        Session session;
+    };
+
+    /// Reads the file at `Path()` and keeps every call of the host, those of the progress included.
+    Traced ReadTraced() {
+        Traced traced;
+        const auto node = refhost::SessionNode::Make();
+        {
+            refhost::Recorder::Options options;
+            options.sink = [&](const refhost::CallRecord& call) {
+                traced.calls += refhost::FormatCallAsJson(call) + "\n";
+            };
+            refhost::Recorder recorder(std::move(options));
+            traced.ok = serializer->Read(Path(), Retain(&recorder.Wrap(node->Edit())));
+        }
+        traced.calls = Replaced(traced.calls, Folder(), kFolderMark);
+        traced.session = node->Value();
+        return traced;
+    }
+
+    /// A golden document as it would stand in the folder of this test.
+    std::string Document(const std::string& name) const {
+        return Replaced(test::ReadFile(GoldenPath(name)), kFolderMark, Folder());
+    }
+};
+
+TEST_F(Golden, EverythingIsWrittenAsItStandsThere) {
+    const auto outcome = Write(Everything());
+    ASSERT_TRUE(outcome.ok);
+    ExpectGolden("everything.orvo", Replaced(*outcome.file, Folder(), kFolderMark));
+}
+
+TEST_F(Golden, EverythingIsReadBackWithoutALoss) {
+    folder.Write("session.orvo", Document("everything.orvo"));
+    const Traced traced = ReadTraced();
+    ASSERT_TRUE(traced.ok);
+    EXPECT_EQ(traced.session, Everything());
+}
+
+TEST_F(Golden, EverythingReachesTheHostInTheseCalls) {
+    folder.Write("session.orvo", Document("everything.orvo"));
+    ExpectGolden("everything.trace", ReadTraced().calls);
+}
+
+TEST_F(Golden, EverythingThatWasReadBackIsWrittenByteForByteTheSame) {
+    const std::string document = Document("everything.orvo");
+    folder.Write("session.orvo", document);
+    EXPECT_EQ(Write(ReadTraced().session).file, document);
+}
+
+TEST_F(Golden, EverythingHasAllSixtyKindsOfElementsThatAreWritten) {
+    EXPECT_EQ(ElementsOf(Document("everything.orvo")).size(), 60u);
+}
+
+TEST_F(Golden, WhatIsOnlyReadReachesTheHostInTheseCalls) {
+    folder.Write("session.orvo", Document("read-only.orvo"));
+    const Traced traced = ReadTraced();
+    ASSERT_TRUE(traced.ok);
+    ExpectGolden("read-only.trace", traced.calls);
+}
+
+const std::set<std::string> kOnlyReadElements = {"clip",
+                                                 "trackPanner",
+                                                 "fivePointOneLeft",
+                                                 "fivePointOneRight",
+                                                 "fivePointOneCenter",
+                                                 "fivePointOneLeftSurround",
+                                                 "fivePointOneRightSurround",
+                                                 "fivePointOneLFE"};
+const std::set<std::string> kOnlyReadAttributes = {
+    "volume", "mute", "angle", "balanceLeftRight", "panLeftRight", "radius", "stereoSpread"};
+
+TEST_F(Golden, WhatIsOnlyReadIsNotWrittenAgain) {
+    const std::string document = Document("read-only.orvo");
+    folder.Write("session.orvo", document);
+    const std::string written = *Write(ReadTraced().session).file;
+    for (const std::string& element : kOnlyReadElements) {
+        EXPECT_THAT(ElementsOf(document), Contains(element));
+        EXPECT_THAT(ElementsOf(written), Not(Contains(element)));
+    }
+    for (const std::string& attribute : kOnlyReadAttributes) {
+        EXPECT_THAT(AttributesOf(document), Contains(attribute));
+        EXPECT_THAT(AttributesOf(written), Not(Contains(attribute)));
+    }
+}
+
+TEST_F(Golden, TheTwoDocumentsHaveEveryNameThatTheFormatKnows) {
+    std::set<std::string> known;
+#define TSES_ADD_NAME(name) known.insert(kelcore::UTF16to8(names::name));
+    TSES_NAMES(TSES_ADD_NAME)
+#undef TSES_ADD_NAME
+
+    std::set<std::string> used;
+    for (const char* const name : {"everything.orvo", "read-only.orvo"}) {
+        used.merge(ElementsOf(Document(name)));
+        used.merge(AttributesOf(Document(name)));
+    }
+    used.erase("encoding");  // of the declaration
+    EXPECT_EQ(used, known);
+}
+
+}  // namespace
+}  // namespace tses

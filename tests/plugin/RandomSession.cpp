@@ -1,0 +1,139 @@
+#include "tests/plugin/RandomSession.h"
+
+#include <rapidcheck.h>
+
+#include <concepts>
+#include <limits>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "reference_host/json/Schema.h"
+
+namespace test {
+namespace {
+
+namespace model = refhost::model;
+
+constexpr std::size_t kLongestList = 3;
+
+/// What makes a text hard to carry: markup, blanks at its ends, line ends, what is beyond ASCII and
+/// beyond 16 bits, the end of a CDATA section.
+const std::u16string kTexts[] = {u"",       u"a",   u"Take 2",       u" b ",        u"\n\t",
+                                 u"<&>\"'", u"]]>", u"\u00e4\u4e2d", u"\U0001F3B5", u"1.5",
+                                 u"true",   u"-->", u"a\tb\nc"};
+
+template <class Value>
+void Draw(Value& value);
+
+template <class Struct>
+concept HasSchema = requires {
+    refhost::Schema<Struct>::kRows;
+};
+
+void DrawValue(bool& value) {
+    value = *rc::gen::arbitrary<bool>();
+}
+
+template <class Number>
+requires std::integral<Number> || std::floating_point<Number>
+void DrawValue(Number& value) {
+    using Limits = std::numeric_limits<Number>;
+    value = *rc::gen::weightedOneOf<Number>(
+        {{4, rc::gen::arbitrary<Number>()},
+         {1, rc::gen::element<Number>(Limits::lowest(), Limits::max(), Limits::min(), Number(0),
+                                      Number(1), Number(2), Number(6), Number(14))}});
+}
+
+void DrawValue(std::u16string& text) {
+    const auto pieces = *rc::gen::container<std::vector<std::size_t>>(
+        2, rc::gen::inRange<std::size_t>(0, std::size(kTexts)));
+    for (const std::size_t piece : pieces) {
+        text += kTexts[piece];
+    }
+}
+
+void DrawValue(std::vector<kelcore::byte>& block) {
+    block = *rc::gen::arbitrary<std::vector<kelcore::byte>>();
+}
+
+template <class Element>
+void DrawValue(std::vector<Element>& list) {
+    list.resize(*rc::gen::inRange<std::size_t>(0, kLongestList + 1));
+    for (Element& element : list) {
+        Draw(element);
+    }
+}
+
+template <class Held>
+void DrawValue(std::optional<Held>& value) {
+    if (*rc::gen::arbitrary<bool>()) {
+        Draw(value.emplace());
+    }
+}
+
+/// Keys are counted up to by the writer, so they are small.
+template <class Held>
+void DrawValue(std::map<kelcore::uint32, Held>& values) {
+    for (const kelcore::uint32 key : *rc::gen::container<std::vector<kelcore::uint32>>(
+             2, rc::gen::inRange<kelcore::uint32>(0, 5))) {
+        Draw(values[key]);
+    }
+}
+
+template <HasSchema Struct>
+void DrawValue(Struct& value) {
+    std::apply([&](const auto&... rows) { (Draw(value.*rows.member), ...); },
+               refhost::Schema<Struct>::kRows);
+}
+
+template <class Value>
+void Draw(Value& value) {
+    DrawValue(value);
+}
+
+/// Hosts find these by their ids.
+template <class Thing>
+void MakeIdsUnique(std::vector<Thing>& things) {
+    kelcore::uint32 next = *rc::gen::inRange<kelcore::uint32>(0, 4294967000);
+    for (Thing& thing : things) {
+        thing.id = next++;
+    }
+}
+
+void MakeKeysUnique(std::vector<model::Property>& properties) {
+    for (std::size_t i = 0; i < properties.size(); ++i) {
+        properties[i].key += static_cast<char16_t>(u'0' + i);
+    }
+}
+
+/// Half of the tracks are of the kinds that exist.
+void MakeKindsLikely(std::vector<model::AudioTrack>& tracks) {
+    for (model::AudioTrack& track : tracks) {
+        if (*rc::gen::arbitrary<bool>()) {
+            track.kind = *rc::gen::inRange<kelcore::uint32>(1, 6);
+        }
+    }
+}
+
+}  // namespace
+
+model::Session DrawSession() {
+    model::Session session;
+    Draw(session);
+    MakeIdsUnique(session.files);
+    MakeIdsUnique(session.audioTracks);
+    MakeIdsUnique(session.videoTracks);
+    MakeKeysUnique(session.properties);
+    MakeKindsLikely(session.audioTracks);
+    if (session.metronome.track && *rc::gen::arbitrary<bool>()) {
+        session.metronome.track->kind = 4;
+    }
+    for (model::File& file : session.files) {
+        file.path = file.path.empty() ? u"" : u"/no/such/folder/" + file.path;
+    }
+    return session;
+}
+
+}  // namespace test

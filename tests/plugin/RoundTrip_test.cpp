@@ -1,0 +1,58 @@
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include "platform/kelappsupport/Features.h"
+#include "reference_host/json/SessionJson.h"
+#include "tests/plugin/RandomSession.h"
+#include "tests/plugin/StoredSession.h"
+#include "tests/support/SerializerFixture.h"
+
+// Whole sessions, with any value in any field, through the file.
+
+namespace tses {
+namespace {
+
+using refhost::model::Session;
+
+class RoundTrip : public test::SerializerFixture {
+protected:
+    void SetInstrumentTracks(bool on) {
+        kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", on);
+        serializer.emplace();
+    }
+
+    Session ThroughFile(const Session& session) {
+        RC_ASSERT(Write(session).ok);
+        const test::ReadOutcome outcome = ReadPath(Path());
+        RC_ASSERT(outcome.ok);
+        return outcome.session;
+    }
+};
+
+RC_GTEST_FIXTURE_PROP(RoundTrip, OfAnySessionKeepsAllThatTheFormatKeeps, ()) {
+    const Session session = test::DrawSession();
+    RC_ASSERT(ThroughFile(session) == test::Stored(session, true));
+}
+
+RC_GTEST_FIXTURE_PROP(RoundTrip, WithoutInstrumentTracksKeepsAllButTheirs, ()) {
+    SetInstrumentTracks(false);
+    const Session session = test::DrawSession();
+    RC_ASSERT(ThroughFile(session) == test::Stored(session, false));
+}
+
+RC_GTEST_FIXTURE_PROP(RoundTrip, OfWhatWasReadBackChangesNothingAndWritesTheSameBytes, ()) {
+    const Session session = ThroughFile(test::DrawSession());
+    const auto first = Write(session).file;
+    const Session again = ThroughFile(session);
+    RC_ASSERT(again == session);
+    RC_ASSERT(Write(again).file == first);
+}
+
+RC_GTEST_FIXTURE_PROP(RoundTrip, FromJsonThroughTheFileToJsonIsTheSame, ()) {
+    const std::string json = refhost::ToJson(test::Stored(test::DrawSession(), true));
+    const Session session = refhost::FromJson(json);
+    RC_ASSERT(refhost::ToJson(ThroughFile(session)) == json);
+}
+
+}  // namespace
+}  // namespace tses

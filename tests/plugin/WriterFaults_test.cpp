@@ -1,0 +1,73 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/plugin/EverythingSession.h"
+#include "tests/support/SerializerFixture.h"
+
+// Each single operation of the XML writer that fails during a save, one after the other.
+
+namespace tses {
+namespace {
+
+using refhost::model::AudioTrack;
+using refhost::model::Session;
+using testing::IsEmpty;
+
+class WriterFaults : public test::SerializerFixture {
+protected:
+    /// The operations whose failure a save survives, counted from 0. What is written then is not
+    /// what is written without a failure.
+    std::vector<std::size_t> SurvivedFaults(const Session& session) {
+        std::vector<std::size_t> survived;
+        const auto undisturbed = Write(session).file;
+        for (std::size_t operation = 0;; ++operation) {
+            std::filesystem::remove(folder.Path() / "session.orvo");
+            const test::WriteOutcome outcome = WriteWithFault(session, operation);
+            EXPECT_EQ(outcome.ok, outcome.file.has_value()) << operation;
+            if (outcome.file == undisturbed) {
+                return survived;  // the save has no such operation any more
+            }
+            if (outcome.ok) {
+                survived.push_back(operation);
+            }
+        }
+    }
+
+    /// With one track, which cannot be outlived by another one.
+    static Session With(AudioTrack track) {
+        Session session = test::EverythingSession(u"/media/");
+        session.metronome.globalTrackInfo.reset();
+        session.videoTracks.clear();
+        session.audioTracks = {std::move(track)};
+        return session;
+    }
+};
+
+TEST_F(WriterFaults, ThatMeetAnythingButABlockOfEventsFailTheSaveWithoutAFile) {
+    AudioTrack track = test::EverythingSession(u"/media/").audioTracks.at(0);
+    EXPECT_THAT(SurvivedFaults(With(track)), IsEmpty());
+}
+
+TEST_F(WriterFaults, ThatMeetTheBlockOfAMidiClipAreIgnored) {
+    AudioTrack track = test::EverythingSession(u"/media/").audioTracks.at(3);
+    const auto survived = SurvivedFaults(With(track));
+    ASSERT_EQ(survived.size(), 3u);  // its start, its text and its end
+    EXPECT_EQ(survived.back(), survived.front() + 2);
+}
+
+TEST_F(WriterFaults, ThatMeetTheBlocksOfTheMusicalTimelineAreIgnored) {
+    Session session = With({});
+    session.metronome.globalTrackInfo =
+        test::EverythingSession(u"/media/").metronome.globalTrackInfo;
+    EXPECT_EQ(SurvivedFaults(session).size(), 9u);
+}
+
+TEST_F(WriterFaults, ThatMeetAVideoTrackWhichIsTheLastOneFailTheSave) {
+    Session session = With({});
+    session.audioTracks.clear();
+    session.videoTracks = test::EverythingSession(u"/media/").videoTracks;
+    EXPECT_THAT(SurvivedFaults(session), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tses

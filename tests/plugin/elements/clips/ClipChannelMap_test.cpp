@@ -1,0 +1,99 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/plugin/elements/ElementFixture.h"
+
+namespace tses {
+namespace {
+
+using refhost::model::AudioTrack;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class ClipChannelMap : public test::ElementFixture {
+protected:
+    std::vector<std::string> CallsOfMap(const std::string& content,
+                                        const test::HostSetup& host = {}) {
+        return CallsOf(CallsInTrack("<audioClip>" + content + "</audioClip>", host),
+                       "SetChannelSource");
+    }
+
+    static AudioTrack With(const std::map<kelcore::uint32, kelcore::int32>& sources) {
+        AudioTrack track;
+        track.clips.emplace_back().channelSources = sources;
+        return track;
+    }
+};
+
+TEST_F(ClipChannelMap, IsAppliedByAscendingChannelWhenTheClipEnds) {
+    const auto calls = CallsInTrack(
+        "<audioClip><channelMap><channel index='10' sourceIndex='1'/>"
+        "<channel index='2' sourceIndex='-1'/></channelMap><take/></audioClip>");
+    EXPECT_THAT(
+        std::vector<std::string>(calls.end() - 3, calls.end()),
+        ElementsAre("IEditAudioClip#3.AddTake(0)", "IEditAudioClip#3.SetChannelSource(2,-1)",
+                    "IEditAudioClip#3.SetChannelSource(10,1)"));
+}
+
+TEST_F(ClipChannelMap, TheFirstEntryOfAChannelIsKept) {
+    EXPECT_THAT(CallsOfMap("<channelMap><channel index='0' sourceIndex='5'/>"
+                           "<channel index='0' sourceIndex='6'/></channelMap>"
+                           "<channelMap><channel index='0' sourceIndex='7'/></channelMap>"),
+                ElementsAre("IEditAudioClip#3.SetChannelSource(0,5)"));
+}
+
+TEST_F(ClipChannelMap, AChannelWithoutAttributesIsTheFirstFedByTheFirst) {
+    EXPECT_THAT(CallsOfMap("<channelMap><channel/></channelMap>"),
+                ElementsAre("IEditAudioClip#3.SetChannelSource(0,0)"));
+}
+
+TEST_F(ClipChannelMap, TheIndexIsUnsignedAndTheSourceSigned) {
+    EXPECT_THAT(CallsOfMap("<channelMap><channel index='4294967295' sourceIndex='-2147483648'/>"
+                           "</channelMap>"),
+                ElementsAre("IEditAudioClip#3.SetChannelSource(4294967295,-2147483648)"));
+}
+
+TEST_F(ClipChannelMap, AnEmptyMapSetsNothing) {
+    EXPECT_THAT(CallsOfMap("<channelMap/>"), IsEmpty());
+}
+
+TEST_F(ClipChannelMap, IsGoneWithItsClip) {
+    EXPECT_EQ(CallsOf(CallsInTrack("<audioClip><channelMap><channel index='0'/></channelMap>"
+                                   "</audioClip><audioClip/>"),
+                      "SetChannelSource")
+                  .size(),
+              1u);
+}
+
+TEST_F(ClipChannelMap, IsGoneWithAClipThatTheHostDidNotMake) {
+    EXPECT_THAT(CallsOfMap("<channelMap><channel index='0'/></channelMap>",
+                           Null("IEditAudioTrack.CreateAudioClip")),
+                IsEmpty());
+}
+
+TEST_F(ClipChannelMap, IsWrittenDenseFromZero) {
+    EXPECT_EQ(WrittenElement("channelMap", With({{0, 1}, {2, -1}})),
+              "<channelMap>\n"
+              "  <channel index=\"0\" sourceIndex=\"1\"/>\n"
+              "  <channel index=\"1\" sourceIndex=\"1\"/>\n"
+              "  <channel index=\"2\" sourceIndex=\"-1\"/>\n"
+              "</channelMap>");
+}
+
+TEST_F(ClipChannelMap, IsNotWrittenForAClipWithoutChannels) {
+    EXPECT_THAT(WrittenElement("channelMap", With({})), IsEmpty());
+}
+
+TEST_F(ClipChannelMap, SurvivesAWriteAndARead) {
+    const AudioTrack track = With({{0, 5}, {1, 4}, {2, -3}});
+    EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).clips, track.clips);
+}
+
+TEST_F(ClipChannelMap, AChannelThatWasLeftOutComesBackAsFedByItself) {
+    EXPECT_EQ(ThroughFile(WithTrack(With({{1, 0}}))).audioTracks.at(0).clips,
+              With({{0, 0}, {1, 0}}).clips);
+}
+
+}  // namespace
+}  // namespace tses

@@ -1,0 +1,184 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/plugin/elements/ElementFixture.h"
+
+namespace tses {
+namespace {
+
+using refhost::model::AudioTrack;
+using refhost::model::GlobalTrackInfo;
+using refhost::model::Metronome;
+using refhost::model::Session;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+class MetronomeElement : public test::ElementFixture {
+protected:
+    Metronome ReadMetronome(const std::string& attributes) {
+        return ReadInSession("<metronome " + attributes + "/>").session.metronome;
+    }
+
+    static Session With(Metronome metronome) {
+        Session session;
+        session.metronome = std::move(metronome);
+        return session;
+    }
+};
+
+// Reading
+
+TEST_F(MetronomeElement, SwitchSoundAndPatternReachTheHostInThisOrder) {
+    EXPECT_THAT(
+        CallsIn("<metronome pattern='downBeat subdivision none upBeat' enabled='true' "
+                "soundSet='tabla'/>"),
+        ElementsAre("IEditSession#1.GetMetronomeInfo() -> IEditMetronomeInfo#2",
+                    "IEditMetronomeInfo#2.SetEnabled(true)", "IEditMetronomeInfo#2.SetSoundSet(9)",
+                    "IEditMetronomeInfo#2.SetPattern([1,3,0,2])"));
+}
+
+TEST_F(MetronomeElement, WithoutAttributesItIsOffWithSticksAndTheHostsPattern) {
+    EXPECT_THAT(CallsIn("<metronome/>"),
+                ElementsAre("IEditSession#1.GetMetronomeInfo() -> IEditMetronomeInfo#2",
+                            "IEditMetronomeInfo#2.SetEnabled(false)",
+                            "IEditMetronomeInfo#2.SetSoundSet(8)"));
+}
+
+TEST_F(MetronomeElement, IsOnOnlyForTheExactTextTrue) {
+    for (const std::string text : {"True", "1", ""}) {
+        EXPECT_FALSE(ReadMetronome("enabled='" + text + "'").enabled) << text;
+    }
+}
+
+TEST_F(MetronomeElement, EachSoundHasItsCode) {
+    const std::vector<std::string> keywords = {"african1", "african2", "beeps",  "cymbals",
+                                               "kit",      "latin1",   "latin2", "latin3",
+                                               "sticks",   "tabla"};
+    for (std::size_t code = 0; code < keywords.size(); ++code) {
+        EXPECT_EQ(ReadMetronome("soundSet='" + keywords[code] + "'").soundSet, code);
+        EXPECT_THAT(
+            WrittenElement("metronome", With({.soundSet = static_cast<kelcore::uint32>(code)})),
+            HasSubstr("soundSet=\"" + keywords[code] + "\""));
+    }
+}
+
+TEST_F(MetronomeElement, AMisspeltSoundReadsAsSticks) {
+    for (const std::string text : {"Kit", "kit ", "4", ""}) {
+        EXPECT_EQ(ReadMetronome("soundSet='" + text + "'").soundSet, 8u) << text;
+    }
+}
+
+TEST_F(MetronomeElement, RepeatedAndTrailingBlanksOfAPatternArePassedOver) {
+    EXPECT_THAT(ReadMetronome("pattern='downBeat  upBeat upBeat '").pattern, ElementsAre(1, 2, 2));
+    EXPECT_THAT(ReadMetronome("pattern=' downBeat'").pattern, ElementsAre(1));
+}
+
+TEST_F(MetronomeElement, UnknownBeatsArePassedOver) {
+    EXPECT_THAT(ReadMetronome("pattern='downBeat DownBeat 1 upBeat,none none'").pattern,
+                ElementsAre(1, 0));
+}
+
+TEST_F(MetronomeElement, OnlyABlankPartsBeats) {
+    EXPECT_THAT(ReadMetronome("pattern='downBeat,upBeat&#x9;none subdivision'").pattern,
+                ElementsAre(3));
+}
+
+TEST_F(MetronomeElement, APatternWithoutAKnownBeatLeavesTheHosts) {
+    for (const std::string text : {"", " ", "x y", "downbeat"}) {
+        EXPECT_THAT(CallsOf(CallsIn("<metronome pattern='" + text + "'/>"), "SetPattern"),
+                    IsEmpty())
+            << text;
+    }
+}
+
+TEST_F(MetronomeElement, AHostWithoutAMetronomeIsToldNothing) {
+    EXPECT_THAT(CallsIn("<metronome enabled='true'/>", Null("IEditSession.GetMetronomeInfo")),
+                ElementsAre("IEditSession#1.GetMetronomeInfo() -> null"));
+}
+
+// Writing
+
+TEST_F(MetronomeElement, IsWrittenWithABlankAfterEveryBeat) {
+    EXPECT_EQ(WrittenElement("metronome", With({true, 4, {1, 2, 3, 0}, {}, {}})),
+              "<metronome enabled=\"true\" pattern=\"downBeat upBeat subdivision none \" "
+              "soundSet=\"kit\"/>");
+    EXPECT_THAT(WrittenElement("metronome", With({.pattern = {1}})),
+                HasSubstr("pattern=\"downBeat \""));
+}
+
+TEST_F(MetronomeElement, AnEmptyPatternIsAnEmptyAttribute) {
+    EXPECT_EQ(WrittenElement("metronome", Session{}),
+              "<metronome enabled=\"false\" pattern=\"\" soundSet=\"sticks\"/>");
+}
+
+TEST_F(MetronomeElement, ASoundWithoutAKeywordIsNotWritten) {
+    for (const kelcore::uint32 code : {10u, 4294967295u}) {
+        EXPECT_EQ(WrittenElement("metronome", With({.soundSet = code})),
+                  "<metronome enabled=\"false\" pattern=\"\"/>");
+    }
+}
+
+TEST_F(MetronomeElement, ABeatWithoutATokenIsLeftOut) {
+    EXPECT_THAT(WrittenElement("metronome", With({.pattern = {4, 1, 4294967295, 2}})),
+                HasSubstr("pattern=\"downBeat upBeat \""));
+}
+
+TEST_F(MetronomeElement, ItsTrackIsWrittenBeforeTheMusicalTimeline) {
+    Metronome metronome;
+    metronome.track = AudioTrack{.id = 5, .kind = 4};
+    metronome.globalTrackInfo.emplace();
+    const std::string element = WrittenElement("metronome", With(metronome));
+    EXPECT_THAT(element,
+                AllOf(HasSubstr("\n  <metronomeTrack "), HasSubstr("\n  <globalTrackInfo ")));
+    EXPECT_LT(element.find("<metronomeTrack"), element.find("<globalTrackInfo"));
+}
+
+TEST_F(MetronomeElement, ATrackThatShowsNothingButItsClipsIsNotWritten) {
+    Metronome metronome;
+    metronome.track = AudioTrack{.kind = 4, .clipsOnly = true};
+    EXPECT_THAT(WrittenElement("metronome", With(metronome)), Not(HasSubstr("metronomeTrack")));
+}
+
+TEST_F(MetronomeElement, WithoutOneTheSessionIsClosedEarlyAndTheSaveFailsWithoutAFile) {
+    const test::WriteOutcome outcome = Write(Session{}, Null("IQuerySession.GetMetronomeInfo"));
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_EQ(outcome.file, std::nullopt);
+}
+
+TEST_F(MetronomeElement, WithoutOneWhatFollowsIsStillAskedForAndThenTheSessionCannotEnd) {
+    Session session;
+    session.trackVisibilityPresets.emplace_back();
+    const test::WriteOutcome outcome = Write(session, Null("IQuerySession.GetMetronomeInfo"));
+    EXPECT_THAT(CallsOf(outcome.calls, "GetTrackVisibilityPreset("), Not(IsEmpty()));
+    EXPECT_THAT(CallsOf(outcome.calls, "GetFileCount"), IsEmpty());
+}
+
+TEST_F(MetronomeElement, WithoutOneTheFileThatWasThereStays) {
+    ASSERT_TRUE(Write(Session{}).ok);
+    const auto before = Write(Session{}).file;
+    const test::WriteOutcome outcome =
+        Write(With({.enabled = true}), Null("IQuerySession.GetMetronomeInfo"));
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_EQ(outcome.file, before);
+}
+
+TEST_F(MetronomeElement, SurvivesAWriteAndARead) {
+    for (const Metronome& metronome :
+         {Metronome{}, Metronome{true, 0, {0, 1, 2, 3, 3, 2, 1, 0}, {}, GlobalTrackInfo{}}}) {
+        EXPECT_EQ(ThroughFile(With(metronome)).metronome, metronome);
+    }
+}
+
+TEST_F(MetronomeElement, ASoundWithoutAKeywordComesBackAsSticks) {
+    EXPECT_EQ(ThroughFile(With({.soundSet = 10})).metronome.soundSet, 8u);
+}
+
+TEST_F(MetronomeElement, BeatsWithoutATokenAreLostByAWriteAndARead) {
+    EXPECT_THAT(ThroughFile(With({.pattern = {4, 1}})).metronome.pattern, ElementsAre(1));
+}
+
+}  // namespace
+}  // namespace tses
