@@ -82,11 +82,19 @@ TEST_F(ConvertTest, ContentThatWouldBeLostIsNamedAndNothingIsWritten) {
             "orvo: a.orvo:3:3: cannot be carried over: <glow> in <session> with 1 element in it\n"
             "orvo: a.orvo:5:2: cannot be carried over: <workspaceSettings> in <orvo>\n"
             "orvo: a.orvo: not converted: nothing was written, because the content named above "
-            "would be lost\n");
+            "would be lost; --lossy converts all the same\n");
         EXPECT_EQ(outcome.exitCode, 1);
     }
     EXPECT_EQ(ReadFile(folder_ / "b.orvo"), "old");
     EXPECT_FALSE(Exists("b.json"));
+}
+
+TEST_F(ConvertTest, LossyNamesWhatIsLostAndConvertsAllTheSame) {
+    folder_.Write("a.orvo", "<orvo><glow/><session sampleRate='7'/></orvo>");
+    const Outcome outcome = RunTool({"convert", "--lossy", "a.orvo", "b.orvo"}, folder_);
+    EXPECT_EQ(outcome.errors, "orvo: a.orvo:1:7: cannot be carried over: <glow> in <orvo>\n");
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_THAT(ReadFile(folder_ / "b.orvo"), HasSubstr("sampleRate=\"7\""));
 }
 
 TEST_F(ConvertTest, ManyLossesAreCounted) {

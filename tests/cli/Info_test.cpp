@@ -42,6 +42,69 @@ TEST_F(InfoTest, ShowsASessionAsAlignedTables) {
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
+constexpr const char* kMixedSession = R"(<orvo><session sampleRate="1000">
+<tracks><audioTrack id="1"><trackParameters><name>Voice</name></trackParameters>
+<trackAudioParameters audioChannelType="mono"><trackOutput type="trackID" outputID="2"/>
+<component id="trackMute"><parameter index="0" parameterValue="1"/></component></trackAudioParameters>
+<effectsRack><slot slotIndex="3" powered="false"><component name="Reverb" presetName="Hall">
+<parameter index="0"><parameterKeyframes readOnly="true"><parameterKeyframe value="1"/></parameterKeyframes></parameter>
+</component></slot></effectsRack>
+<sendList><sendSlot slotIndex="0" sendOutputID="2" preFader="true"/></sendList>
+<audioClip id="5" name="Line one" fileID="9" startPoint="1500" sourceInPoint="0" sourceOutPoint="250"/>
+</audioTrack><busTrack id="2"><trackParameters><name>Mix</name></trackParameters></busTrack></tracks>
+<sessionState><timeFormatState beatsPerMinute="90.5" beatsPerBar="3" noteLength="8"/></sessionState>
+<clipGroups><clipGroup id="4"><name>Pair</name><item trackID="1" clipID="5"/><item trackID="1" clipID="6"/></clipGroup></clipGroups>
+<metronome enabled="true" pattern="downBeat upBeat "/></session></orvo>)";
+
+TEST_F(InfoTest, ShowsTracksGroupsTempoAndMetronome) {
+    folder_.Write("a.orvo", kMixedSession);
+    const Outcome outcome = RunTool({"info", "a.orvo"}, folder_);
+    EXPECT_THAT(
+        outcome.output,
+        HasSubstr("  Tempo        90.5 beats a minute, 3/8\n"
+                  "  Metronome    on, 2 beats in the pattern\n"
+                  "  Media        none\n"
+                  "\n"
+                  "  Track  Id  Name   Channels  Output  Sends  Effects  Clips  Lanes  Keyframes\n"
+                  "  audio   1  Voice  mono      Mix         1        1      1      1          1\n"
+                  "  bus     2  Mix\n"
+                  "\n"
+                  "  Group  Name  Clips  Notes\n"
+                  "      4  Pair      2  1 clip missing\n"));
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(InfoTest, ShowsTheDetailsThatAreAskedFor) {
+    folder_.Write("a.orvo", kMixedSession);
+    const Outcome outcome =
+        RunTool({"info", "--tracks", "--effects", "--clips", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, HasSubstr("  audio 1: Voice\n"
+                                          "    Input       none\n"
+                                          "    Output      Mix\n"
+                                          "    Switches    muted\n"
+                                          "    Send        Mix (pre-fader)\n"
+                                          "    Automation  1 lane, 1 keyframe\n"));
+    EXPECT_THAT(outcome.output,
+                HasSubstr("    Slot  Effect  State     Preset  Parameters  Automation\n"
+                          "       3  Reverb  bypassed  Hall             1  1 lane, 1 keyframe\n"));
+    EXPECT_THAT(
+        outcome.output,
+        HasSubstr("  Track  Clip  Name            Start       Length  Media  Group  Notes\n"
+                  "  Voice     5  Line one  0:00:01.500  0:00:00.250      9  Pair   missing\n"));
+}
+
+TEST_F(InfoTest, TellsProgramsOfTracksClipsAndGroups) {
+    folder_.Write("a.orvo", kMixedSession);
+    const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
+    const auto session = nlohmann::json::parse(outcome.output).at(0);
+    EXPECT_EQ(session.at("tracks").at(0).at("output"), "Mix");
+    EXPECT_EQ(session.at("tracks").at(0).at("effects").at(0).at("preset"), "Hall");
+    EXPECT_EQ(session.at("tracks").at(0).at("sends").at(0).at("preFader"), true);
+    EXPECT_EQ(session.at("clips").at(0).at("durationSamples"), 250);
+    EXPECT_EQ(session.at("groups").at(0).at("clipsMissing"), 1);
+    EXPECT_EQ(session.at("beatsPerMinute"), 90.5);
+}
+
 TEST_F(InfoTest, ShowsSeveralSessionsWithABlankLineBetween) {
     folder_.Write("a.orvo", "<orvo/>");
     folder_.Write("b.orvo", "<orvo/>");

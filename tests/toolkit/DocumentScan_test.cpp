@@ -151,10 +151,33 @@ TEST_F(DocumentScanTest, EverythingThatIsCarriedIsNoLoss) {
 }
 
 TEST_F(DocumentScanTest, AnElementThatIsNotCarriedIsOneLossWithAllThatIsInIt) {
-    EXPECT_THAT(Losses("<orvo>\n <session>\n  <tracks>\n   <audioTrack id='1'><name>a</name>"
-                       "</audioTrack></tracks>\n  <metronome/>\n </session>\n</orvo>"),
-                ElementsAre("3:3: <tracks> in <session> with 2 elements in it",
-                            "5:3: <metronome> in <session>"));
+    EXPECT_THAT(Losses("<orvo>\n <session>\n  <glow>\n   <beam id='1'><name>a</name>"
+                       "</beam></glow>\n  <trackPanner/>\n </session>\n</orvo>"),
+                ElementsAre("3:3: <glow> in <session> with 2 elements in it",
+                            "5:3: <trackPanner> in <session>"));
+}
+
+TEST_F(DocumentScanTest, AnElementOfOneNameIsJudgedByWhatItStandsIn) {
+    const std::string chunk = "<presetChunkData>AAEC</presetChunkData>";
+    const auto inTrack = [&](const std::string& content) {
+        return Losses("<orvo><session><tracks><audioTrack id='1'>" + content +
+                      "</audioTrack></tracks></session></orvo>");
+    };
+    EXPECT_THAT(inTrack("<effectsRack><slot><component>" + chunk +
+                        "<busConfig>x</busConfig></component></slot></effectsRack>"),
+                IsEmpty());
+    EXPECT_THAT(inTrack("<effectsRack><component>" + chunk + "</component></effectsRack>"),
+                testing::SizeIs(1));
+    EXPECT_THAT(inTrack("<clip id='1'><properties properties='x'/></clip>"), IsEmpty());
+    EXPECT_THAT(inTrack("<clip id='1'><properties><property/></properties></clip>"),
+                testing::SizeIs(1));
+}
+
+TEST_F(DocumentScanTest, WhatTheFormatReadsAndDropsIsALoss) {
+    EXPECT_THAT(Losses("<orvo><session><tracks><busTrack id='1'><trackAudioParameters volume='0.5'>"
+                       "<trackPanner angle='1'/></trackAudioParameters></busTrack></tracks>"
+                       "<name>Song</name></session></orvo>"),
+                testing::SizeIs(3));
 }
 
 TEST_F(DocumentScanTest, AKnownElementInAnotherPlaceIsALoss) {

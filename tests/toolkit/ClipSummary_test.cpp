@@ -1,0 +1,76 @@
+#include "toolkit/ClipSummary.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace toolkit {
+namespace {
+
+namespace model = refhost::model;
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+model::Session OneTrack() {
+    model::Session session;
+    session.audioTracks.resize(1);
+    session.audioTracks[0].id = 7;
+    session.audioTracks[0].name = u"Voice";
+    return session;
+}
+
+model::AudioClip Clip(kelcore::uint32 id, kelcore::int64 start) {
+    model::AudioClip clip;
+    clip.id = id;
+    clip.fileId = 1;
+    clip.startPoint = start;
+    return clip;
+}
+
+std::vector<MediaSummary> Media(bool found) {
+    MediaSummary file;
+    file.id = 1;
+    file.found = found;
+    return {file};
+}
+
+TEST(ClipSummary, ClipsComeInTheOrderOfTheTimelineTrackByTrack) {
+    model::Session session = OneTrack();
+    session.audioTracks[0].clips = {Clip(1, 900), Clip(2, 100)};
+    session.audioTracks[0].midiClips.resize(1);
+    session.audioTracks[0].midiClips[0].startPoint = 500;
+    session.videoTracks.resize(1);
+    session.videoTracks[0].clips.resize(1);
+    session.videoTracks[0].clips[0].startPoint = 5000;
+    std::vector<kelcore::int64> starts;
+    for (const ClipSummary& clip : SummariseClips(session, Media(true))) {
+        starts.push_back(clip.start);
+    }
+    EXPECT_THAT(starts, ElementsAre(5000, 100, 500, 900));
+}
+
+TEST(ClipSummary, TellsWhatIsMissingOfflineAndDone) {
+    model::Session session = OneTrack();
+    session.audioTracks[0].clips = {Clip(1, 0)};
+    model::AudioClip& clip = session.audioTracks[0].clips[0];
+    EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks, IsEmpty());
+    clip.offline = true;
+    clip.looped = true;
+    clip.fadeIn.emplace();
+    clip.crossFadeHeadClipId = 2;
+    clip.takes = {0, 1};
+    EXPECT_THAT(SummariseClips(session, Media(false)).at(0).marks,
+                ElementsAre("missing", "offline", "looped", "fades", "crossfades", "takes 2"));
+}
+
+TEST(ClipSummary, AClipNamesItsGroupsAndAGroupItsMissingMembers) {
+    model::Session session = OneTrack();
+    session.audioTracks[0].clips = {Clip(1, 0)};
+    session.clipGroups = {{5, u"Call", 0, {{7, 1}, {7, 2}}}, {6, u"", 0, {{7, 1}}}};
+    EXPECT_EQ(SummariseClips(session, Media(true)).at(0).group, u"Call, group 6");
+    EXPECT_THAT(SummariseGroups(session),
+                ElementsAre(GroupSummary{5, u"Call", 2, 1}, GroupSummary{6, u"", 1, 0}));
+}
+
+}  // namespace
+}  // namespace toolkit

@@ -1,0 +1,94 @@
+#include "toolkit/TrackSummary.h"
+
+#include <gtest/gtest.h>
+
+namespace toolkit {
+namespace {
+
+namespace model = refhost::model;
+
+model::Component WithLane(std::size_t keyframes) {
+    model::Component component;
+    component.parameters[0].value = 1.0F;
+    component.parameters[0].automation.emplace();
+    component.parameters[0].automation->keyframes.resize(keyframes);
+    return component;
+}
+
+model::AudioTrack Track(kelcore::uint32 id, std::u16string name) {
+    model::AudioTrack track;
+    track.id = id;
+    track.name = std::move(name);
+    return track;
+}
+
+TEST(TrackSummary, TheOutputIsTheTrackOrPortByName) {
+    model::Session session;
+    session.audioDevice.outputPorts = {{3, u"Main"}};
+    session.audioTracks = {Track(1, u"Voice"), Track(2, u"Bus"), Track(3, u"")};
+    session.audioTracks[0].outputTrackId = 2;
+    session.audioTracks[1].hardwareOutputId = 3;
+    session.audioTracks[2].outputTrackId = 9;
+    const auto tracks = SummariseTracks(session);
+    EXPECT_EQ(tracks.at(0).output, u"Bus");
+    EXPECT_EQ(tracks.at(1).output, u"Main");
+    EXPECT_EQ(tracks.at(2).output, u"missing track 9");
+}
+
+TEST(TrackSummary, TrackNumberZeroIsNoTrackSoThatTheHardwareOutputCounts) {
+    model::Session session;
+    session.audioTracks = {Track(0, u"Voice")};
+    session.audioTracks[0].outputTrackId = 0;
+    session.audioTracks[0].hardwareOutputId = 4;
+    EXPECT_EQ(SummariseTracks(session).at(0).output, u"port 4");
+    session.audioTracks[0].hardwareOutputId = -1;
+    EXPECT_EQ(SummariseTracks(session).at(0).output, u"");
+}
+
+TEST(TrackSummary, AutomationOfEverythingInATrackIsCountedAndEmptyLanesAreNot) {
+    model::Session session;
+    session.audioTracks = {Track(1, u"Voice")};
+    model::AudioTrack& track = session.audioTracks[0];
+    track.fader = WithLane(2);
+    track.eq = WithLane(0);
+    track.effectsRack.emplace();
+    track.effectsRack->mix = WithLane(1);
+    track.effectsRack->slots = {std::nullopt, model::EffectsSlot{}};
+    track.effectsRack->slots[1]->component = WithLane(3);
+    track.sendList.emplace();
+    track.sendList->slots = {model::SendSlot{}, std::nullopt};
+    track.sendList->slots[0]->sendComponent = WithLane(4);
+    track.clips.resize(1);
+    track.clips[0].gain = WithLane(5);
+    const auto summary = SummariseTracks(session).at(0);
+    EXPECT_EQ(summary.automation, (AutomationCount{5, 15}));
+    EXPECT_EQ(summary.effects.size(), 1u);
+    EXPECT_EQ(summary.sends.size(), 1u);
+    EXPECT_EQ(summary.clips, 1u);
+}
+
+TEST(TrackSummary, AMuteAtOneHalfIsOn) {
+    model::Session session;
+    session.audioTracks = {Track(1, u"a"), Track(2, u"b")};
+    session.audioTracks[0].mute.emplace().parameters[0].value = 0.5F;
+    session.audioTracks[1].mute.emplace().parameters[0].value = 0.49F;
+    EXPECT_TRUE(SummariseTracks(session).at(0).muted);
+    EXPECT_FALSE(SummariseTracks(session).at(1).muted);
+}
+
+TEST(TrackSummary, VideoComesFirstAndTheMetronomeLastAndAnUnknownKindIsAudio) {
+    model::Session session;
+    session.videoTracks.resize(1);
+    session.audioTracks = {Track(1, u"odd")};
+    session.audioTracks[0].kind = 7;
+    session.metronome.track = Track(2, u"Click");
+    session.metronome.track->kind = 4;
+    const auto tracks = SummariseTracks(session);
+    ASSERT_EQ(tracks.size(), 3u);
+    EXPECT_STREQ(FamilyName(tracks[0].family), "video");
+    EXPECT_STREQ(FamilyName(tracks[1].family), "audio");
+    EXPECT_STREQ(FamilyName(tracks[2].family), "metronome");
+}
+
+}  // namespace
+}  // namespace toolkit
