@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "plugin/elements/effects/PresetChunkData.h"
 #include "tests/plugin/elements/ElementFixture.h"
 
 namespace tses {
@@ -76,6 +77,37 @@ TEST_F(PresetChunkData, IsWrittenAsACDataSection) {
 
 TEST_F(PresetChunkData, OfNoSizeIsNotWritten) {
     EXPECT_EQ(WrittenElement("presetChunkData", WithChunk({})), "");
+}
+
+/// A component that announces a state and then does not hand it over.
+class WithholdingComponent final : public IQueryComponent {
+public:
+    virtual ~WithholdingComponent() = default;
+    void AddReference() override {}
+    void Release() override {}
+    IHostString* GetComponentID() override { return nullptr; }
+    IHostString* GetName() override { return nullptr; }
+    kelcore::uint32 GetParameterCount() override { return 0; }
+    bool GetParameterValue(kelcore::uint32, float&) override { return false; }
+    IHostString* GetParameterName(kelcore::uint32) override { return nullptr; }
+    IQueryAutomationLane* GetParameterAutomation(kelcore::uint32) override { return nullptr; }
+    kelcore::uint32 GetPresetChunkSize() override { return 3; }
+    bool GetPresetChunk(kelcore::byte*) override { return false; }
+    bool IsEditorVisible() override { return false; }
+    void GetEditorRect(kelcore::int32&, kelcore::int32&, kelcore::int32&,
+                       kelcore::int32&) override {}
+    bool IsPowered() override { return true; }
+    bool IsParameterSafeDuringWrite(kelcore::uint32) override { return false; }
+    IHostString* GetComponentGuid() override { return nullptr; }
+    IQueryComponentPreset* GetPreset() override { return nullptr; }
+};
+
+TEST_F(PresetChunkData, ThatTheHostDoesNotHandOverIsNotWrittenAndThatIsSuccess) {
+    WithholdingComponent component;
+    SessionXMLWriter writer(Path());
+    EXPECT_TRUE(WritePresetChunkData(writer, component));
+    ASSERT_TRUE(writer.Save());
+    EXPECT_EQ(test::ElementOf(test::ReadFile(folder / "session.orvo"), "presetChunkData"), "");
 }
 
 TEST_F(PresetChunkData, SurvivesAWriteAndARead) {

@@ -235,6 +235,14 @@ TEST_F(TrackRoundTrip, AListOfSendsWithoutSlotsIsLost) {
     EXPECT_FALSE(Back(track).sendList.has_value());
 }
 
+TEST_F(TrackRoundTrip, AListOfNothingButNullSlotsComesBackEmptyOnceAndIsLostThen) {
+    AudioTrack track = test::FullTrack(kAudio, 1);
+    track.sendList->slots = {std::nullopt};
+    const AudioTrack once = Back(track);
+    EXPECT_EQ(once.sendList, refhost::model::SendList());
+    EXPECT_FALSE(Back(once).sendList.has_value());
+}
+
 TEST_F(TrackRoundTrip, NullSlotsAreLost) {
     AudioTrack track = test::FullTrack(kAudio, 1);
     const AudioTrack expected = track;
