@@ -53,7 +53,7 @@ std::string ElementOf(std::string_view document, std::string_view name) {
         } else {
             element += "\n";
         }
-        element += line.substr(std::min(indentation, line.size()));
+        element += line.substr(std::min(indentation, blanks));
         if (line.ends_with("/>") ? blanks == indentation : line.ends_with(endTag)) {
             return element;
         }
