@@ -37,7 +37,8 @@ void ProgressBar::Update(kelcore::uint32 done, kelcore::uint32 total) {
 }
 
 std::string FormatProgress(const std::string& label, kelcore::uint32 done, kelcore::uint32 total) {
-    const kelcore::uint32 filled = total == 0 ? 0 : std::min(done, total) * kWidth / total;
+    const kelcore::uint64 share = std::min(done, total);
+    const kelcore::uint64 filled = total == 0 ? 0 : share * kWidth / total;
     return fmt::format("[{:#>{}}{:.>{}}] {}", "", filled, "", kWidth - filled, label);
 }
 

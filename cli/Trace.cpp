@@ -1,12 +1,15 @@
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "cli/Messages.h"
+#include "cli/ProgressBar.h"
 #include "cli/SessionFile.h"
 #include "cli/Suggestions.h"
 #include "cli/Verb.h"
@@ -105,6 +108,12 @@ tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
     const auto session = refhost::SessionNode::Make();
     if (!options.noLogTarget) {
         session->SetLogTarget(logTarget);
+    }
+    std::optional<ProgressBar> bar;
+    if (::isatty(STDOUT_FILENO) == 0) {  // else the calls themselves show how far it is
+        bar.emplace("reading " + file.Name());
+        session->SetProgressListener(
+            [&](const refhost::Progress& progress) { bar->Update(progress.done, progress.total); });
     }
     refhost::Recorder recorder(
         {.sink =

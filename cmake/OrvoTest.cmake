@@ -2,6 +2,10 @@
 function(orvo_add_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
+  # What is tested is optimised; the tests themselves compile in half the time without.
+  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR ORVO_SANITIZE)
+    target_compile_options(${name} PRIVATE -O0 -g0)
+  endif()
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE
     ORVO_SOURCE_DIR="${PROJECT_SOURCE_DIR}"

@@ -32,7 +32,9 @@ enum class SessionSelector : std::int32_t {
     /// calls, so the host discards that session.
     ReadSession = 4,
     /// Argument: `IQuerySession`. Writes it to the file. A write that fails leaves an existing file
-    /// as it was.
+    /// as it was, but for the two rare cases that the disk or the XML library lies: the new file
+    /// stands whole and only its folder could not be put on the disk, or the document came out
+    /// empty and so does the file.
     WriteSession = 5,
 };
 
@@ -45,7 +47,8 @@ enum class SessionResult : std::int32_t {
     /// The selector is not implemented. This plug-in implements all.
     NotImplemented = -3,
     /// The file was not read: no path, no such file, malformed, not a session, or refused by the
-    /// host. Also every read after Terminate.
+    /// host. Also every read after Terminate, and a host that throws out of Initialize or
+    /// SetFilePath, which leaves no path.
     ReadFailed = -4,
     /// The argument is null where one is needed (all but Reserved and Terminate).
     NullArgument = -6,

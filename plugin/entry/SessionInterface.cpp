@@ -3,9 +3,6 @@
 namespace tses {
 namespace {
 
-constexpr kelcore::int32 kInterfaceMajor = 1;
-constexpr kelcore::int32 kInterfaceMinor = 9;
-
 bool IsSelector(std::int32_t selector) {
     return static_cast<std::uint32_t>(selector) <=
            static_cast<std::uint32_t>(SessionSelector::WriteSession);

@@ -7,6 +7,10 @@
 
 namespace tses {
 
+/// The version of the host interfaces that this plug-in speaks.
+inline constexpr kelcore::int32 kInterfaceMajor = 1;
+inline constexpr kelcore::int32 kInterfaceMinor = 9;
+
 /// What stands behind the exported function: one operation for each selector. This base is what a
 /// plug-in of the kind does by default; its results are selector results.
 class SessionInterface {

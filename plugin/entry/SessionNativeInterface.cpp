@@ -16,8 +16,6 @@ constexpr std::string_view kDisplayNameKey =
 constexpr std::string_view kFormatNameKey =
     "$$$/TembraSessionPlugIns/OrvoNative/FormatNameOrvoNative=Tembra Session";
 constexpr std::string_view kExtension = "orvo";
-constexpr kelcore::int32 kInterfaceMajor = 1;
-constexpr kelcore::int32 kInterfaceMinor = 9;
 
 void InstallResourceManager() {
     const void* const ownFunction = reinterpret_cast<const void*>(&ModuleHostService);
@@ -50,6 +48,7 @@ HostReference<IHostObject>& ModuleHostService() {
 }
 
 SessionResult SessionNativeInterface::Initialize(IPlugInRegistrar* registrar) {
+    initialised_ = true;
     InstallResourceManager();
     Serializer::StartXmlLibrary();
     const std::u16string displayName = kelcore::Localizer::Lookup(kDisplayNameKey);
@@ -62,15 +61,16 @@ SessionResult SessionNativeInterface::Initialize(IPlugInRegistrar* registrar) {
 }
 
 SessionResult SessionNativeInterface::Terminate() {
-    if (terminated_) {
+    terminated_ = true;
+    if (!initialised_) {
         return SessionResult::Ok;
     }
+    initialised_ = false;
     ModuleHostService().Reset();
     kelui::InstallPlugInResourceManager(nullptr);
     // Before the XML library stops: nothing of it may be in use then.
     serializer_.reset();
     Serializer::StopXmlLibrary();
-    terminated_ = true;
     return SessionResult::Ok;
 }
 

@@ -18,7 +18,8 @@ public:
     SessionResult Initialize(IPlugInRegistrar* registrar) override;
     SessionResult Reserved() override { return SessionResult::Ok; }
 
-    /// Undoes Initialize; without one before, it does nothing.
+    /// Undoes the last Initialize, also one that failed half way. From here on, until the next one,
+    /// reads and writes fail.
     SessionResult Terminate() override;
 
     /// Keeps the path; an exception while it is taken leaves none, so that no later call works on
@@ -33,7 +34,8 @@ public:
 private:
     std::u16string filePath_;
     std::unique_ptr<Serializer> serializer_;
-    bool terminated_ = false;
+    bool initialised_ = false;  // there is something to undo
+    bool terminated_ = false;   // no read or write may be claimed
 };
 
 /// A further host service that the host's support code may have given this module; released by

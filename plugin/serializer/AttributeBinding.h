@@ -43,6 +43,19 @@ struct OwnerOf<Field Record::*> {
 template <auto Member>
 using RecordOf = typename OwnerOf<decltype(Member)>::type;
 
+inline void Parse(std::u16string_view text, kelcore::uint32& target) {
+    ParseUnsigned(text, target);
+}
+inline void Parse(std::u16string_view text, kelcore::int32& target) {
+    ParseSigned(text, target);
+}
+inline void Parse(std::u16string_view text, kelcore::int64& target) {
+    ParseInt64(text, target);
+}
+inline void Parse(std::u16string_view text, float& target) {
+    ParseFloat(text, target);
+}
+
 template <auto Member>
 void Text(const std::u16string& text, RecordOf<Member>& record) {
     record.*Member = text;
@@ -51,7 +64,7 @@ void Text(const std::u16string& text, RecordOf<Member>& record) {
 /// A number that must be the whole text; otherwise the field keeps its default.
 template <auto Member>
 void Number(const std::u16string& text, RecordOf<Member>& record) {
-    kelcore::StringToNumber(text, record.*Member);
+    Parse(text, record.*Member);
 }
 
 template <auto Member>

@@ -20,10 +20,12 @@ public:
     Serializer& operator=(const Serializer&) = delete;
 
     /// Reads the file at `path` into `session` and returns whether it is a session that was read to
-    /// its end. An empty path reads nothing and fails. What the host throws passes through.
+    /// its end. An empty path reads nothing and fails. What the host throws while the document is
+    /// parsed fails the read; what its first report of progress throws passes through.
     bool Read(const std::u16string& path, HostReference<IEditSession> session);
 
-    /// Writes `session` to the file at `path`, which stays as it was unless everything succeeds.
+    /// Writes `session` to the file at `path`, which stays as it was unless everything succeeds
+    /// (but see `SessionXMLWriter::Save`). What the host throws passes through.
     bool Write(const std::u16string& path, HostReference<IQuerySession> session);
 
     /// Starts and stops the XML library for all serializers. Starting twice is starting once;

@@ -213,7 +213,12 @@ bool SessionXMLWriter::Save() {
         return false;
     }
     xercesc::MemBufFormatTarget content(kInitialBufferSize);
-    return Serialise(*state_->document, content) && WriteFile(state_->path, content);
+    bool serialised = Serialise(*state_->document, content);
+    if (state_->fault.serialiser != WriterFault::Serialiser::Works) {
+        serialised = state_->fault.serialiser == WriterFault::Serialiser::WritesNothing;
+        content.reset();
+    }
+    return serialised && WriteFile(state_->path, content);
 }
 
 }  // namespace tses

@@ -14,11 +14,15 @@ namespace tses {
 /// The trace category of what goes wrong while a session is saved.
 inline constexpr std::string_view kWriterTraceCategory = "app::XMLWriter";
 
-/// Lets one operation of a writer report failure, counted from 0, as if the document had refused
-/// it: how a save behaves then is otherwise beyond the reach of a test.
+/// Lets a writer fail where it otherwise fails only in need: how a save behaves then is beyond the
+/// reach of a test.
 struct WriterFault {
     static constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
+    enum class Serialiser { Works, ReportsFailure, WritesNothing };
+
+    /// The operation, counted from 0, that reports failure as if the document had refused it.
     std::size_t atOperation = kNever;
+    Serialiser serialiser = Serialiser::Works;
 };
 
 /// Builds a session document and saves it. The document element "orvo" stands from the beginning;
@@ -52,7 +56,8 @@ public:
 
     /// Serialises the document in memory and then replaces the file by it. False if the document
     /// cannot be serialised (the file is not touched) or the file not be written (it stays as it
-    /// was).
+    /// was; when only its folder cannot be put on the disk, the new one stands already). A
+    /// serialiser that claims success and gives no bytes leaves an empty file, and false.
     bool Save();
 
 private:

@@ -2,7 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <exception>
 #include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "platform/kelappsupport/Features.h"
 #include "platform/kelcore/Localizer.h"
@@ -13,6 +17,8 @@
 #include "reference_host/PluginLibrary.h"
 #include "reference_host/Registrar.h"
 #include "reference_host/SessionNode.h"
+#include "reference_host/recorder/FaultPlan.h"
+#include "reference_host/recorder/Recorder.h"
 #include "tests/support/TemporaryFolder.h"
 
 // The exported function, called as a host calls it: through the built and loaded library.
@@ -42,6 +48,48 @@ class ThrowingFileReference final : public refhost::CountedObject<IHostFileRef> 
 public:
     void UnusedSlot3() override {}
     IHostString* GetPath() override { throw 42; }
+};
+
+/// Writes down, in one list, what it is told.
+class OrderRegistrar final : public refhost::CountedObject<IPlugInRegistrar> {
+public:
+    std::vector<std::string> calls;
+
+    void UnusedSlot3() override {}
+    void DeclareInterfaceVersion(kelcore::int32 /*a*/, kelcore::int32 /*b*/) override {
+        calls.emplace_back("version");
+    }
+    void UnusedSlot5() override {}
+    void SetPlugInIdentity(const char* /*guid*/, const kelcore::char16* /*displayName*/) override {
+        calls.emplace_back("identity");
+    }
+    void RegisterOpenFormat(const kelcore::char16* /*formatName*/,
+                            const kelcore::char16* const* /*extensions*/,
+                            kelcore::int32 /*extensionCount*/) override {
+        calls.emplace_back("open format");
+    }
+    void RegisterSaveFormat(const kelcore::char16* /*formatName*/,
+                            const kelcore::char16* const* /*extensions*/,
+                            kelcore::int32 /*extensionCount*/) override {
+        calls.emplace_back("save format");
+        if (throws) {
+            throw 42;
+        }
+    }
+
+    bool throws = false;
+};
+
+/// Notes, when it is asked, how many objects of the host are alive.
+class CountingFileReference final : public refhost::CountedObject<IHostFileRef> {
+public:
+    std::size_t liveNodes = 0;
+
+    void UnusedSlot3() override {}
+    IHostString* GetPath() override {
+        liveNodes = refhost::LiveNodes();
+        return nullptr;
+    }
 };
 
 class Entry : public testing::Test {
@@ -196,6 +244,66 @@ TEST_F(Entry, TheContextIsHeldAlsoWhenTheWriteFails) {
     EXPECT_GT(refhost::LiveNodes(), before);
     Call(kReserved, nullptr);
     EXPECT_EQ(refhost::LiveNodes(), before);
+}
+
+TEST_F(Entry, TheContextIsReleasedBeforeTheNextCallDoesAnything) {
+    Initialize();
+    SetPath(folder / "a.orvo");
+    const auto reference = Ref<CountingFileReference>::Adopt(new CountingFileReference);
+    const std::size_t before = refhost::LiveNodes();
+    EXPECT_EQ(Write(), 0);
+    Call(kSetFilePath, static_cast<IHostFileRef*>(reference.Get()));
+    EXPECT_EQ(reference->liveNodes, before);
+}
+
+TEST_F(Entry, RegistersInTheOrderThatHostsKnow) {
+    const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
+    EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), 0);
+    EXPECT_THAT(order->calls,
+                ElementsAre("version", "identity", "version", "open format", "save format"));
+}
+
+TEST_F(Entry, ARegistrarThatThrowsFailsTheCallAndTerminateStillTidiesUp) {
+    const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
+    order->throws = true;
+    Initialize();
+    Call(kTerminate, nullptr);
+    EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), kReadFailed);
+    EXPECT_NE(kelui::PlugInResourceManager(), nullptr);
+    EXPECT_EQ(Call(kTerminate, nullptr), 0);
+    EXPECT_EQ(kelui::PlugInResourceManager(), nullptr);
+}
+
+TEST_F(Entry, TerminateBeforeInitialiseTouchesNothingOfTheProcess) {
+    kelui::InstallPlugInResourceManager(std::make_unique<kelui::OS_ResourceManager>(nullptr));
+    EXPECT_EQ(Call(kTerminate, nullptr), 0);
+    EXPECT_NE(kelui::PlugInResourceManager(), nullptr);
+    kelui::InstallPlugInResourceManager(nullptr);
+    EXPECT_EQ(Read(), kReadFailed);
+    EXPECT_EQ(Write(), kWriteFailed);
+    Call(kReserved, nullptr);
+}
+
+TEST_F(Entry, WhatTheHostThrowsIsTheSelectorsFailure) {
+    Initialize();
+    SetPath(folder.Write("a.orvo", "<orvo><session/></orvo>"));
+    const auto session = refhost::SessionNode::Make();
+    for (const char* const operation : {"IEditSession.SetProgress", "IEditSession.SetSampleRate"}) {
+        refhost::FaultPlan faults;
+        faults.Throw(operation, std::make_exception_ptr(42));
+        refhost::Recorder recorder({.sink = {}, .interceptor = faults});
+        EXPECT_EQ(Call(kRead, &recorder.Wrap(session->Edit())), kReadFailed) << operation;
+    }
+    for (const char* const operation :
+         {"IQuerySession.GetContext", "IQuerySession.SetProgress", "IQuerySession.GetFormatVersion",
+          "IQuerySession.GetSampleRate"}) {
+        refhost::FaultPlan faults;
+        faults.Throw(operation, std::make_exception_ptr(42));
+        refhost::Recorder recorder({.sink = {}, .interceptor = faults});
+        EXPECT_EQ(Call(kWrite, &recorder.Wrap(session->Query())), kWriteFailed) << operation;
+        Call(kReserved, nullptr);
+    }
+    EXPECT_EQ(test::ReadFile(folder / "a.orvo"), "<orvo><session/></orvo>");
 }
 
 TEST_F(Entry, AfterTerminateNoReadOrWriteIsClaimed) {

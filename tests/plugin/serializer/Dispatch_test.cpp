@@ -1,7 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <stdexcept>
+
+#include "platform/kelappsupport/Features.h"
+#include "reference_host/SessionNode.h"
 #include "tests/support/SerializerFixture.h"
+#include "tests/support/SerializerTestAccess.h"
 
 // Which elements reach a handler, what is skipped, and what the host hears of the progress.
 
@@ -101,6 +107,45 @@ TEST_F(Dispatch, AKnownElementInTheWrongPlaceIsSkipped) {
         ReadInRoot("<file id='1'/><session><file id='2'/></session><files><session/></files>");
     EXPECT_THAT(CallsOf(outcome.calls, "GetFile"), IsEmpty());
     EXPECT_THAT(CallsOf(outcome.calls, "SetSampleRate"), SizeIs(1));
+}
+
+TEST_F(Dispatch, TrackParametersDirectlyUnderTheSessionAreIgnored) {
+    const auto outcome =
+        ReadInSession("<trackParameters><name>x</name><tracks/></trackParameters>");
+    EXPECT_EQ(outcome.calls, ReadInSession("").calls);
+    EXPECT_THAT(Steps(outcome), ElementsAre(0, 1));
+}
+
+TEST_F(Dispatch, WithoutInstrumentTracksTheirElementsAreSkippedWithEverythingInThem) {
+    kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", false);
+    serializer.emplace();
+    const auto outcome = ReadInSession(
+        "<tracks><instrumentTrack id='1'><trackParameters/><midiClip "
+        "id='2'/></instrumentTrack></tracks>"
+        "<metronome><globalTrackInfo tempoVisible='true'/></metronome>");
+    EXPECT_THAT(CallsOf(outcome.calls, "Track"), IsEmpty());
+    EXPECT_THAT(CallsOf(outcome.calls, "Clip"), IsEmpty());
+    EXPECT_THAT(Steps(outcome), ElementsAre(0, 1, 2));
+}
+
+TEST_F(Dispatch, EverythingThatHandlersRememberIsClearedBeforeARead) {
+    auto impl = std::make_unique<Serializer::Impl>(WriterFault{});
+    SerializerTestAccess::SavedState(*impl).ctiPosition = 111;
+    SerializerTestAccess::SavedState(*impl).selectionStart = 222;
+    folder.Write("session.orvo", "<orvo><session appVersion='25'/></orvo>");
+    const auto node = refhost::SessionNode::Make();
+    EXPECT_TRUE(impl->Read(Path(), Retain(&node->Edit())));
+    EXPECT_EQ(node->Value().versionDependentValue, 0);
+}
+
+TEST_F(Dispatch, ARootOfAnotherNameEndsTheParseInThoseWords) {
+    Serializer::Impl impl{WriterFault{}};
+    try {
+        SerializerTestAccess::Content(impl).StartElementEvent(u"", u"song", u"song", {});
+        FAIL() << "nothing thrown";
+    } catch (const std::runtime_error& error) {
+        EXPECT_STREQ(error.what(), "Not a session file.");
+    }
 }
 
 TEST_F(Dispatch, ProgressCountsTheMilestonesInTheOrderOfTheirEnds) {

@@ -149,6 +149,16 @@ TEST(ElementTable, TheFirstOfTwoEntriesForOnePlaceIsTaken) {
     EXPECT_EQ(table.Find(u"c", 1), nullptr);
 }
 
+TEST(CharacterData, OfANameIsItsOwnTextAlone) {
+    Serializer::Impl impl{WriterFault{}};
+    SAXContentHandler& events = SerializerTestAccess::Content(impl);
+    events.StartElementEvent(u"", u"orvo", u"orvo", {});
+    events.CharactersEvent(u"\n  ");
+    events.StartElementEvent(u"", u"name", u"name", {});
+    events.CharactersEvent(u"Voice");
+    EXPECT_EQ(SerializerTestAccess::Characters(impl), u"Voice");
+}
+
 TEST(CharacterData, IsWhatFollowsTheLastStartTag) {
     Serializer::Impl impl{WriterFault{}};
     SAXContentHandler& events = SerializerTestAccess::Content(impl);

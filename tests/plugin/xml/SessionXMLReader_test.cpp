@@ -6,6 +6,7 @@
 
 #include <stdexcept>
 #include <vector>
+#include <xercesc/sax/SAXParseException.hpp>
 
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
@@ -34,6 +35,7 @@ public:
     std::vector<std::string> problems;
     bool throwOnError = true;
     std::string throwAtElement;
+    std::string throwParserExceptionAtElement;
 
     void StartDocument() override { lines.emplace_back("start of document"); }
     void EndDocument() override { lines.emplace_back("end of document"); }
@@ -48,6 +50,9 @@ public:
         lines.push_back(line);
         if (Utf8(localName) == throwAtElement) {
             throw std::runtime_error("refused");
+        }
+        if (Utf8(localName) == throwParserExceptionAtElement) {
+            throw xercesc::SAXParseException(u"out of tune", u"", u"", 1, 1);
         }
     }
 
@@ -195,6 +200,20 @@ TEST_F(SessionXMLReaderTest, WhatAHandlerThrowsFailsTheParseAndIsTraced) {
     EXPECT_FALSE(ParseText("<a><b/><c/></a>"));
     EXPECT_EQ(events.lines.back(), "<b||b");
     EXPECT_THAT(traced, ElementsAre("app::XMLReader: Unexpected XMLReader Exception"));
+}
+
+TEST_F(SessionXMLReaderTest, WhatTheParserItselfThrowsIsTracedWithItsMessage) {
+    events.throwParserExceptionAtElement = "b";
+    EXPECT_FALSE(ParseText("<a><b/></a>"));
+    EXPECT_THAT(traced,
+                ElementsAre("app::XMLReader: XMLReader exception message is: \nout of tune"));
+}
+
+TEST_F(SessionXMLReaderTest, NothingIsTracedWhileTheCategoryIsOff) {
+    kelcore::trace::SetEnabled(kReaderTraceCategory, false);
+    events.throwAtElement = "a";
+    EXPECT_FALSE(ParseText("<a/>"));
+    EXPECT_THAT(traced, IsEmpty());
 }
 
 TEST_F(SessionXMLReaderTest, AMissingFileFailsWithoutAMessage) {

@@ -212,6 +212,33 @@ TEST_F(SessionXMLWriterTest, TheOperationThatIsToldToFailFailsWithoutEffect) {
     EXPECT_THAT(Saved(), HasSubstr("<orvo>\n\n  <session/>\n\n</orvo>"));
 }
 
+TEST_F(SessionXMLWriterTest, ASerialiserThatReportsFailureLeavesTheOldFile) {
+    folder.Write("session.orvo", "the old session");
+    SessionXMLWriter writer(TargetPath(),
+                            {WriterFault::kNever, WriterFault::Serialiser::ReportsFailure});
+    EXPECT_FALSE(writer.Save());
+    EXPECT_EQ(Saved(), "the old session");
+}
+
+TEST_F(SessionXMLWriterTest, ASerialiserThatClaimsSuccessWithoutBytesLeavesAnEmptyFileAndFails) {
+    SessionXMLWriter writer(TargetPath(),
+                            {WriterFault::kNever, WriterFault::Serialiser::WritesNothing});
+    EXPECT_FALSE(writer.Save());
+    EXPECT_TRUE(std::filesystem::exists(Target()));
+    EXPECT_EQ(Saved(), "");
+}
+
+TEST_F(SessionXMLWriterTest,
+       CharactersThatXmlCannotCarryAreReplacedEverywhereWithOneLineForEachText) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\x01\x02z"}}));
+    EXPECT_TRUE(writer.Text(u"b\xFFFE"));
+    EXPECT_TRUE(writer.Characters(u"c\x03"));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("key=\"a\uFFFD\uFFFDz\">b\uFFFD<![CDATA[c\uFFFD]]>"));
+    EXPECT_THAT(traced, testing::SizeIs(3));
+}
+
 TEST_F(SessionXMLWriterTest, ALargeDocumentIsWrittenWhole) {
     SessionXMLWriter writer(TargetPath());
     for (int i = 0; i < 20'000; ++i) {

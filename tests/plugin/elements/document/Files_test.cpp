@@ -136,6 +136,12 @@ TEST_F(Files, AnEmptyPathIsLeftOutWithTheOtherEmptyTexts) {
                 HasSubstr("<file id=\"3\" mediaHandler=\"Waveform Audio (WAV)\"/>"));
 }
 
+TEST_F(Files, AFileWithAnEmptyPathKeepsItsHandlerRecoveryAndSettings) {
+    EXPECT_THAT(*Write(WithFile({3, u"", u"own", u"r", u"i"})).file,
+                HasSubstr("<file id=\"3\" importerPrivateSettings=\"i\" mediaHandlerID=\"own\" "
+                          "recoveryID=\"r\"/>"));
+}
+
 TEST_F(Files, AHandlerWithoutAReadableNameIsWrittenAsItsIdentifier) {
     const std::string file = *Write(WithFile({3, u"", u"own.handler", u"", u""})).file;
     EXPECT_THAT(file, HasSubstr("<file id=\"3\" mediaHandlerID=\"own.handler\"/>"));

@@ -1,0 +1,22 @@
+#include "cli/Messages.h"
+
+#include <gtest/gtest.h>
+
+using cli::FormatMessage;
+
+namespace {
+
+TEST(FormatMessage, HasEachPartOnlyWhereThereIsOne) {
+    EXPECT_EQ(
+        FormatMessage({.subject = "a.orvo", .place = {2, 7}, .what = "odd", .advice = "mend it"}),
+        "orvo: a.orvo:2:7: odd: mend it");
+    EXPECT_EQ(FormatMessage({.subject = "a.orvo", .what = "odd"}), "orvo: a.orvo: odd");
+    EXPECT_EQ(FormatMessage({.subject = {}, .what = "odd"}), "orvo: odd");
+}
+
+TEST(FormatMessage, StaysOnOneLine) {
+    EXPECT_EQ(FormatMessage({.subject = "a\nb", .what = "odd\x1b[1m"}),
+              "orvo: a\\x0ab: odd\\x1b[1m");
+}
+
+}  // namespace

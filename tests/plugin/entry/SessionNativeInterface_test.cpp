@@ -1,0 +1,110 @@
+#include "plugin/entry/SessionNativeInterface.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+#include "reference_host/CountedObject.h"
+#include "reference_host/LiveNodes.h"
+#include "reference_host/Ref.h"
+#include "reference_host/SessionNode.h"
+
+// What a host cannot bring about from outside the library: no memory for the serializer, and a
+// second host service.
+
+namespace {
+
+bool outOfMemory = false;
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    void* const memory = outOfMemory ? nullptr : std::malloc(size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+namespace tses {
+namespace {
+
+using refhost::Ref;
+
+/// The memory runs out with the last registration, before the serializer is made.
+class ExhaustingRegistrar final : public refhost::CountedObject<IPlugInRegistrar> {
+public:
+    void UnusedSlot3() override {}
+    void DeclareInterfaceVersion(kelcore::int32 /*a*/, kelcore::int32 /*b*/) override {}
+    void UnusedSlot5() override {}
+    void SetPlugInIdentity(const char* /*guid*/, const kelcore::char16* /*displayName*/) override {}
+    void RegisterOpenFormat(const kelcore::char16* /*formatName*/,
+                            const kelcore::char16* const* /*extensions*/,
+                            kelcore::int32 /*extensionCount*/) override {}
+    void RegisterSaveFormat(const kelcore::char16* /*formatName*/,
+                            const kelcore::char16* const* /*extensions*/,
+                            kelcore::int32 /*extensionCount*/) override {
+        outOfMemory = true;
+    }
+};
+
+class Service final : public refhost::CountedObject<IHostObject> {};
+
+/// Breaks the one promise that a host must keep.
+class ThrowingService final : public IHostObject {
+public:
+    void AddReference() override {}
+    void Release() override { throw 42; }
+};
+
+TEST(SessionNativeInterface, WithoutMemoryForTheSerializerReadsAndWritesSucceedAndDoNothing) {
+    const auto registrar = Ref<ExhaustingRegistrar>::Adopt(new ExhaustingRegistrar);
+    SessionNativeInterface plugIn;
+    const SessionResult initialised = plugIn.Initialize(registrar.Get());
+    outOfMemory = false;
+    EXPECT_EQ(initialised, SessionResult::Ok);
+    const auto session = refhost::SessionNode::Make();
+    EXPECT_EQ(plugIn.ReadSession(&session->Edit()), SessionResult::Ok);
+    EXPECT_EQ(plugIn.WriteSession(&session->Query()), SessionResult::Ok);
+    EXPECT_TRUE(session->Reports().empty());
+    plugIn.Terminate();
+    EXPECT_EQ(plugIn.WriteSession(&session->Query()), SessionResult::WriteFailed);
+}
+
+TEST(SessionNativeInterface, TerminateReleasesTheSecondHostService) {
+    const auto registrar = Ref<ExhaustingRegistrar>::Adopt(new ExhaustingRegistrar);
+    const std::size_t before = refhost::LiveNodes();
+    ModuleHostService() = Adopt<IHostObject>(new Service);
+    SessionNativeInterface plugIn;
+    plugIn.Initialize(registrar.Get());
+    outOfMemory = false;
+    EXPECT_EQ(refhost::LiveNodes(), before + 1);
+    plugIn.Terminate();
+    EXPECT_EQ(refhost::LiveNodes(), before);
+}
+
+TEST(SessionNativeInterfaceDeathTest, AThrowOutOfReleaseEndsTheProcess) {
+    ThrowingService service;
+    EXPECT_DEATH(Adopt<IHostObject>(&service).Reset(), "");
+}
+
+TEST(SessionInterfaceBase, DoesNothingAndImplementsNoFile) {
+    class Plain final : public SessionInterface {
+    } plain;
+    EXPECT_EQ(plain.Initialize(nullptr), SessionResult::Ok);
+    EXPECT_EQ(plain.Reserved(), SessionResult::Ok);
+    EXPECT_EQ(plain.Terminate(), SessionResult::Ok);
+    EXPECT_EQ(plain.SetFilePath(nullptr), SessionResult::NotImplemented);
+    EXPECT_EQ(plain.ReadSession(nullptr), SessionResult::NotImplemented);
+    EXPECT_EQ(plain.WriteSession(nullptr), SessionResult::NotImplemented);
+}
+
+}  // namespace
+}  // namespace tses
