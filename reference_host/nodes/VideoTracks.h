@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/VideoClips.h"
 #include "host/VideoTracks.h"
+#include "host/VideoClips.h"
 #include "reference_host/Node.h"
 #include "reference_host/model/VideoTrack.h"
 

@@ -37,7 +37,7 @@ refhost::Recorder::Options RecordInto(std::vector<std::string>& calls, const Hos
             calls.push_back(ShortForm(call));
         }
     };
-    options.interceptor = host.faults;
+    options.interceptor = host.interceptor ? host.interceptor : host.faults;
     return options;
 }
 

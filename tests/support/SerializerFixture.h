@@ -37,6 +37,8 @@ struct WriteOutcome {
 struct HostSetup {
     bool logTarget = true;
     refhost::FaultPlan faults;
+    /// Decides instead of the faults, if there is one.
+    refhost::Interceptor interceptor;
 };
 
 /// One serializer between documents and the reference host. After each test, nothing of the host

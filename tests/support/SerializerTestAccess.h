@@ -20,6 +20,11 @@ struct SerializerTestAccess {
     static const std::vector<State>& Stack(const Serializer::Impl& impl) {
         return impl.stateStack_;
     }
+    static TracksReadState& Tracks(Serializer::Impl& impl) { return impl.tracks_; }
+    static EffectsReadState& Effects(Serializer::Impl& impl) { return impl.effects_; }
+    static void StartParameterKeyframe(Serializer::Impl& impl, const AttributeMap& attributes) {
+        impl.StartParameterKeyframe(states::parameterKeyframe, attributes);
+    }
     static SavedStateReadState& SavedState(Serializer::Impl& impl) { return impl.savedState_; }
 };
 

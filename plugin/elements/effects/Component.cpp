@@ -10,10 +10,11 @@
 // The carrier of everything that can be automated: a clip's gain, a track's fader, a send's level,
 // a rack's mix, every effect in a slot.
 //
-//     <component componentGuid="..." componentID="..." editorHeight="300" editorLeft="10"
-//     editorTop="20"
-//                editorVisible="true" editorWidth="400" id="trackFader" name="..." powered="true"
-//                presetName="..."> <parameter/> ... </component>
+//     <component componentGuid="..." componentID="..." id="trackFader" name="..." powered="true"
+//                presetName="..." editorVisible="true" editorLeft="10" editorTop="20"
+//                editorWidth="400" editorHeight="300">
+//       <parameter/> ...
+//     </component>
 //
 // "id" and "powered" stand on the components with a keyword; an effect's component has neither, its
 // slot says whether it is powered. Who owns a component opens it (tracks, sends, clips, racks,

@@ -17,13 +17,9 @@
 namespace tses {
 namespace {
 
-void ReadHue(const std::u16string& text, PendingTrack& record) {
-    record.hue = ParseDoubleLenient(text);
-}
-
 constexpr Binding<PendingTrack> kBindings[] = {
     {names::trackHeight, read::Number<&PendingTrack::height>},
-    {names::trackHue, ReadHue},
+    {names::trackHue, read::LenientDouble<&PendingTrack::hue>},
     {names::trackMinimized, read::StrictBool<&PendingTrack::minimized>},
 };
 

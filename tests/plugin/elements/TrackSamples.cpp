@@ -1,0 +1,213 @@
+#include "tests/plugin/elements/TrackSamples.h"
+
+#include <algorithm>
+
+#include "plugin/serializer/Keywords.h"
+#include "plugin/xml/Text.h"
+
+namespace test {
+namespace {
+
+using namespace refhost::model;
+
+constexpr kelcore::uint32 kMaster = 3;
+constexpr kelcore::uint32 kMetronome = 4;
+constexpr kelcore::uint32 kInstrument = 5;
+constexpr kelcore::uint32 kNoSlot = 4294967295;
+
+AutomationLane FullLane() {
+    return {true, true, {{0.5F, 5'000'000'000, true, true}, {-0.25F, -1, false, false}}};
+}
+
+EffectsSlot FullSlot() {
+    EffectsSlot slot;
+    slot.slotIndex = 2;
+    slot.bypassed = true;
+    slot.sideChainChannels = 2;
+    slot.busConfig = u"{\"buses\": 1}";
+    slot.inputChannels = {{0, 1}};
+    slot.outputChannels = {{1, -1}};
+    slot.component = FullComponent();
+    slot.component->powered = true;
+    slot.component->presetChunk = {kelcore::byte(0), kelcore::byte(1), kelcore::byte(255)};
+    return slot;
+}
+
+SendSlot FullSendSlot() {
+    return {3, 9, true, 1, FullComponent(), FullComponent()};
+}
+
+template <class Thing, class Stored>
+void Apply(std::optional<Thing>& thing, Stored stored) {
+    if (thing) {
+        thing = stored(*thing);
+    }
+}
+
+template <class Thing>
+void DropNulls(std::vector<std::optional<Thing>>& things) {
+    std::erase_if(things, [](const std::optional<Thing>& thing) { return !thing.has_value(); });
+}
+
+}  // namespace
+
+Component FullComponent() {
+    Component component;
+    component.guid = u"{00112233-4455-6677-8899-AABBCCDDEEFF}";
+    component.componentId = u"control";
+    component.name = u"Control";
+    component.presetName = u"Soft & warm";
+    component.powered = false;
+    component.editorVisible = true;
+    component.editorRect = {-10, 20, 300, 400};
+    component.parameters[0] = {0.5F, u"Level", true, FullLane()};
+    component.parameters[2] = {-0.1F, u"", false, std::nullopt};
+    return component;
+}
+
+AudioTrack FullTrack(kelcore::uint32 kind, kelcore::uint32 id) {
+    AudioTrack track;
+    track.id = id;
+    track.index = 7;
+    track.kind = kind;
+    track.name = u"Voice";
+    track.hue = 212.5;
+    track.height = 64;
+    track.selected = true;
+    track.minimized = true;
+    track.visible = false;
+    track.automationLaneOpen = true;
+    track.phaseInverted = true;
+    track.preRendered = true;
+    track.preRenderedFile = u"/r.wav";
+    track.sumToMono = true;
+    track.audioChannelType = 2;
+    track.solo = true;
+    track.recordArmed = true;
+    track.monitoring = true;
+    track.soloSafe = true;
+    track.outputTrackId = 9;
+    track.inputId = 3;
+    track.automationMode = 2;
+    if (kind == kInstrument) {
+        track.instrument = {u"Keys", true};
+    }
+    track.fader = FullComponent();
+    track.mute = FullComponent();
+    track.pan = FullComponent();
+    track.eq = FullComponent();
+    track.effectsRack = {false, FullComponent(), FullComponent(), FullComponent(), {FullSlot()}};
+    track.editParameters = {{0, 1}, {2, 3}};
+    track.sendList = {{FullSendSlot()}};
+    return track;
+}
+
+VideoTrack FullVideoTrack(kelcore::uint32 id) {
+    VideoTrack track;
+    track.id = id;
+    track.index = 4;
+    track.name = u"Picture";
+    track.hue = 30;
+    track.height = 48;
+    track.selected = true;
+    track.minimized = true;
+    return track;
+}
+
+Component StoredEffect(Component component) {
+    component.powered = true;
+    if (component.editorRect.width == 0 || component.editorRect.height == 0) {
+        component.editorRect = {};
+    }
+    std::erase_if(component.parameters, [](const auto& entry) { return !entry.second.value; });
+    for (auto& [index, parameter] : component.parameters) {
+        if (parameter.automation && parameter.automation->keyframes.empty()) {
+            parameter.automation.reset();
+        }
+    }
+    return component;
+}
+
+Component StoredControl(Component component) {
+    const bool powered = component.powered;
+    component = StoredEffect(std::move(component));
+    component.powered = powered;
+    component.presetChunk.clear();
+    return component;
+}
+
+EffectsRack StoredRack(EffectsRack rack) {
+    Apply(rack.mix, StoredControl);
+    Apply(rack.input, StoredControl);
+    Apply(rack.output, StoredControl);
+    DropNulls(rack.slots);
+    for (auto& slot : rack.slots) {
+        if (!slot->component) {  // nobody is left whose wiring it would be
+            slot->busConfig.clear();
+            slot->inputChannels.clear();
+            slot->outputChannels.clear();
+        }
+        Apply(slot->component, StoredEffect);
+    }
+    return rack;
+}
+
+SendList StoredSends(SendList sends) {
+    DropNulls(sends.slots);
+    for (auto& slot : sends.slots) {
+        slot->destCompIndex = std::max(slot->destCompIndex, -1);
+        Apply(slot->sendComponent, StoredControl);
+        Apply(slot->panComponent, StoredControl);
+    }
+    return sends;
+}
+
+AudioTrack StoredTrack(AudioTrack track) {
+    if (track.kind == 0 || track.kind > kInstrument) {
+        track.kind = 1;
+    }
+    track.name = tses::TrimWhitespace(track.name);
+    if (tses::FindKeyword(tses::kChannelLayouts, track.audioChannelType, u"").empty()) {
+        track.audioChannelType = 0;
+    }
+    if (track.outputTrackId > 0) {
+        track.hardwareOutputId = -1;
+    } else {
+        track.outputTrackId = -1;
+    }
+    if (track.kind != kInstrument) {
+        track.instrument.reset();
+    } else if (!track.instrument) {
+        track.instrument.emplace();
+    }
+    Apply(track.fader, StoredControl);
+    Apply(track.mute, StoredControl);
+    Apply(track.pan, StoredControl);
+    Apply(track.eq, StoredControl);
+    Apply(track.effectsRack, StoredRack);
+    std::erase_if(track.editParameters,
+                  [](const EditParameter& each) { return each.slotIndex == kNoSlot; });
+    if (track.kind == kMaster || (track.sendList && track.sendList->slots.empty())) {
+        track.sendList.reset();
+    }
+    Apply(track.sendList, StoredSends);
+    return track;
+}
+
+VideoTrack StoredVideoTrack(VideoTrack track) {
+    track.index = 0;
+    track.name = tses::TrimWhitespace(track.name);
+    return track;
+}
+
+std::vector<AudioTrack> StoredTracks(const std::vector<AudioTrack>& tracks) {
+    std::vector<AudioTrack> stored;
+    for (const AudioTrack& track : tracks) {
+        if (!track.clipsOnly && track.kind != kMetronome) {
+            stored.push_back(StoredTrack(track));
+        }
+    }
+    return stored;
+}
+
+}  // namespace test

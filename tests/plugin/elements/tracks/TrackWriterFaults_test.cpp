@@ -1,0 +1,136 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/plugin/elements/ElementFixture.h"
+#include "tests/plugin/elements/TrackSamples.h"
+
+// A writer that fails at any of its operations, in a session with everything that tracks have.
+
+namespace tses {
+namespace {
+
+using refhost::model::Session;
+using testing::EndsWith;
+using testing::IsEmpty;
+using testing::Not;
+
+/// The root's version, the start of "session" and that of "tracks" come before the first track.
+constexpr std::size_t kFirstOfTracks = 3;
+
+class TrackWriterFaults : public test::ElementFixture {
+protected:
+    /// The writer's operations for a session of which every operation must succeed.
+    std::size_t OperationsOf(const Session& session) {
+        std::size_t operation = 0;
+        while (!WriteWithFault(session, operation).ok) {
+            ++operation;
+        }
+        return operation;
+    }
+
+    /// The writer's operations for one track of a session.
+    std::size_t OperationsOfTrack(const refhost::model::AudioTrack& track) {
+        return OperationsOf(WithTrack(track)) - OperationsOf({});
+    }
+
+    void PutOldFile() { folder.Write("session.orvo", "the old session"); }
+};
+
+Session Sample() {
+    Session session;
+    session.videoTracks = {test::FullVideoTrack(1)};
+    session.audioTracks = {test::FullTrack(2, 9), test::FullTrack(5, 2), test::FullTrack(1, 3),
+                           test::FullTrack(3, 4)};
+    session.trackVisibilityPresets = {{1, u"All", {{9, 64.5F, true}}}};
+    return session;
+}
+
+TEST_F(TrackWriterFaults, TheFileIsReplacedExactlyWhenTheFailedTrackIsNotTheLastOne) {
+    const Session session = Sample();
+    std::size_t swallowed = OperationsOf([&] {
+                                Session onlyVideo;
+                                onlyVideo.videoTracks = session.videoTracks;
+                                return onlyVideo;
+                            }()) -
+                            OperationsOf({});
+    for (std::size_t i = 0; i + 1 < session.audioTracks.size(); ++i) {
+        swallowed += OperationsOfTrack(session.audioTracks[i]);
+    }
+    const std::size_t all = kFirstOfTracks + swallowed +
+                            OperationsOfTrack(session.audioTracks.back()) + 6 +
+                            (OperationsOf({}) - kFirstOfTracks);
+    ASSERT_GT(swallowed, 300u);
+    for (std::size_t operation = 0; operation < all; ++operation) {
+        PutOldFile();
+        const auto outcome = WriteWithFault(session, operation);
+        const bool expected = operation >= kFirstOfTracks && operation < kFirstOfTracks + swallowed;
+        ASSERT_EQ(outcome.ok, expected) << operation;
+        ASSERT_EQ(*outcome.file != "the old session", expected) << operation;
+        if (expected) {
+            ASSERT_THAT(*outcome.file, EndsWith("</orvo>\n")) << operation;
+            ASSERT_TRUE(ReadPath(Path()).ok) << operation;
+        }
+    }
+    EXPECT_TRUE(WriteWithFault(session, all).ok);
+}
+
+TEST_F(TrackWriterFaults, ATrackAfterAFailedOneIsStillAsked) {
+    Session session;
+    session.audioTracks = {test::FullTrack(1, 1), test::FullTrack(1, 2)};
+    const auto outcome = WriteWithFault(session, kFirstOfTracks);
+    EXPECT_TRUE(outcome.ok);
+    EXPECT_EQ(CallsOf(outcome.calls, "GetAutomationMode").size(), 1u);
+    EXPECT_THAT(*outcome.file, testing::HasSubstr("id=\"2\""));
+    EXPECT_THAT(*outcome.file,
+                Not(testing::HasSubstr("<audioTrack automationLaneOpenState=\"true\" id=\"1\"")));
+}
+
+TEST_F(TrackWriterFaults, ATrackWhoseStartFailedIsTheOnlyLoss) {
+    Session session;
+    session.audioTracks = {test::FullTrack(1, 1), test::FullTrack(1, 2)};
+    ASSERT_TRUE(WriteWithFault(session, kFirstOfTracks).ok);
+    const auto tracks = ReadPath(Path()).session.audioTracks;
+    ASSERT_EQ(tracks.size(), 1u);
+    EXPECT_EQ(tracks[0], session.audioTracks[1]);
+}
+
+TEST_F(TrackWriterFaults, AFailedTrackStaysOpenAndTakesInWhatFollows) {
+    Session session;
+    session.audioTracks = {test::FullTrack(1, 1), test::FullTrack(1, 2)};
+    ASSERT_TRUE(WriteWithFault(session, kFirstOfTracks + 1).ok);
+    const auto tracks = ReadPath(Path()).session.audioTracks;
+    ASSERT_EQ(tracks.size(), 1u);
+    EXPECT_EQ(tracks[0].id, 1u);
+}
+
+TEST_F(TrackWriterFaults, TheListsOwnStartFailsTheSaveAlthoughTheTracksAreWritten) {
+    Session session;
+    session.audioTracks = {test::FullTrack(1, 1)};
+    const auto outcome = WriteWithFault(session, kFirstOfTracks - 1);
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_THAT(CallsOf(outcome.calls, "GetAutomationMode"), Not(IsEmpty()));
+    EXPECT_FALSE(outcome.file.has_value());
+}
+
+TEST_F(TrackWriterFaults, TheListsStartWithoutTracksFailsTheSaveAtOnce) {
+    const auto outcome = WriteWithFault({}, kFirstOfTracks - 1);
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_THAT(CallsOf(outcome.calls, "GetCTIPosition"), IsEmpty());
+}
+
+TEST_F(TrackWriterFaults, AHostThatThrowsLeavesTheOldFileWhole) {
+    for (const char* const operation :
+         {"IQuerySession.GetAudioTrack", "IQueryAudioTrackPrivate.GetPreRenderedFile",
+          "IQueryAudioTrackPrivate.GetSendList", "IQueryEffectsRack.GetSlot",
+          "IQueryComponent.GetPresetChunk", "IQueryAutomationLane.GetKeyframe",
+          "IQueryVideoTrack.GetName", "IQueryTrackVisibilityPreset.GetTrack"}) {
+        PutOldFile();
+        test::HostSetup host;
+        host.faults.Throw(operation, std::make_exception_ptr(42));
+        EXPECT_THROW(Write(Sample(), host), int) << operation;
+        EXPECT_EQ(test::ReadFile(folder / "session.orvo"), "the old session") << operation;
+    }
+}
+
+}  // namespace
+}  // namespace tses
