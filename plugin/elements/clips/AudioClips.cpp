@@ -13,14 +13,13 @@
 
 // A region of a media file on an audio track:
 //
-//     <audioClip clipAutoCrossfade="true" crossFadeHeadClipID="-1" crossFadeTailClipID="-1"
-//     endPoint="96000"
-//                fileID="3" hue="-1" id="12" lockedInTime="false" looped="false" name="Take 2"
-//                offline="false" select="false" sourceInPoint="0" sourceOutPoint="48000"
-//                startPoint="48000" zOrder="0">
-//       <properties/> <effectsRack/> <component id="clipGain"/> <component id="clipMute"/>
-//       <component id="clipPan"/> <fadeIn/> <fadeOut/> <clipStretch/> <take/> ... <editParameter/>
-//       ... <channelMap/>
+//     <audioClip id="12" fileID="3" sourceInPoint="0" sourceOutPoint="48000" startPoint="48000"
+//                endPoint="96000" hue="-1" name="Take 2" select="false" lockedInTime="false"
+//                looped="false" offline="false" zOrder="0" crossFadeHeadClipID="-1"
+//                crossFadeTailClipID="-1" clipAutoCrossfade="true">
+//       <properties/> <effectsRack/>
+//       <component id="clipGain"/> <component id="clipMute"/> <component id="clipPan"/>
+//       <fadeIn/> <fadeOut/> <clipStretch/> <take/> ... <editParameter/> ... <channelMap/>
 //     </audioClip>
 //
 // Older documents say "clip"; that is read as the same element and never written.

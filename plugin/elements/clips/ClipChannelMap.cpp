@@ -5,7 +5,8 @@
 
 // Which channel of the media feeds each channel of a clip:
 //
-//     <channelMap> <channel index="0" sourceIndex="1"/> <channel index="1" sourceIndex="0"/>
+//     <channelMap>
+//       <channel index="0" sourceIndex="1"/> <channel index="1" sourceIndex="0"/>
 //     </channelMap>
 //
 // Reading collects the pairs and applies them, by ascending channel, when the clip ends. The first

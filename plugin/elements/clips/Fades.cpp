@@ -8,8 +8,9 @@
 
 // How a clip begins and ends, and where clips overlap, how they cross:
 //
-//     <fadeIn crossFadeLinkType="linkedSymmetric" endPoint="4800" shape="0" startPoint="0"
-//     type="log"/> <fadeOut .../>
+//     <fadeIn startPoint="0" endPoint="4800" type="log" shape="0"
+//             crossFadeLinkType="linkedSymmetric"/>
+//     <fadeOut .../>
 //
 // Both keywords are read as the first of their two for its exact text only: a misspelt curve is a
 // cosine, not the default.

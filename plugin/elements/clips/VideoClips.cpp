@@ -8,7 +8,9 @@
 //
 //     <videoClip endPoint="96000" fileID="4" hue="-1" id="12" lockedInTime="false" name="Scene 1"
 //                offline="false" select="false" sourceInPoint="0" sourceOutPoint="96000"
-//                startPoint="0" zOrder="0"> <videoFormat/> </videoClip>
+//                startPoint="0" zOrder="0">
+//       <videoFormat/>
+//     </videoClip>
 //
 // It is read with the whole attribute set of an audio clip; looping and crossfades go no further.
 

@@ -6,7 +6,7 @@
 // How the session mixes by default:
 //
 //     <mixingOptionState defaultPanModeLogarithmic="false" panPower="-3"
-//     playOverlappingClips="false"/>
+//                        playOverlappingClips="false"/>
 
 namespace tses {
 namespace {

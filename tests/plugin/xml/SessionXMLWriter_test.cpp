@@ -99,6 +99,25 @@ TEST_F(SessionXMLWriterTest, TextIsEscapedAndCharactersAreACDataSection) {
                                HasSubstr("<xmpMetadata><![CDATA[<x:xmpmeta/>]]></xmpMetadata>")));
 }
 
+TEST_F(SessionXMLWriterTest, TheEndOfASectionInCharactersIsSplitBetweenTwoSections) {
+    SessionXMLWriter writer(TargetPath());
+    writer.StartElement(names::xmpMetadata);
+    EXPECT_TRUE(writer.Characters(u"a]]>b]]]>]]>"));
+    writer.EndElement();
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<xmpMetadata><![CDATA[a]]]><![CDATA[]>b]]]]><![CDATA[]>]]]>"
+                                   "<![CDATA[]>]]></xmpMetadata>"));
+}
+
+TEST_F(SessionXMLWriterTest, EmptyCharactersAreAnEmptySection) {
+    SessionXMLWriter writer(TargetPath());
+    writer.StartElement(names::xmpMetadata);
+    EXPECT_TRUE(writer.Characters(u""));
+    writer.EndElement();
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<xmpMetadata><![CDATA[]]></xmpMetadata>"));
+}
+
 TEST_F(SessionXMLWriterTest, EndElementAtTheDocumentElementFailsAndChangesNothing) {
     SessionXMLWriter writer(TargetPath());
     EXPECT_FALSE(writer.EndElement());

@@ -62,7 +62,7 @@ TEST_F(AudioClips, WithoutAttributesTheHostHearsTheDefaults) {
                     "IEditAudioClip#3.SetCrossFadeTailClipID(-1)",
                     "IEditAudioClip#3.SetClipAutoCrossfade(true)",
                     "IEditAudioClip#3.SetSourceInPoint(-1)", "IEditAudioClip#3.SetDuration(0)",
-                    "IEditAudioClip#3.SetStartPoint(-1)", "IEditAudioClip#3.SetHue(0.0)",
+                    "IEditAudioClip#3.SetStartPoint(-1)", "IEditAudioClip#3.SetHue(0)",
                     "IEditAudioClip#3.SetName(\"\")", "IEditAudioClip#3.SetSelected(false)",
                     "IEditAudioClip#3.SetLockedInTime(false)"));
 }
@@ -299,7 +299,7 @@ TEST_F(AudioClips, ANameThatTheHostDoesNotHaveIsWrittenEmpty) {
 }
 
 TEST_F(AudioClips, ATrackWithoutClipsWritesNone) {
-    EXPECT_THAT(*Write(WithTrack({})).file, Not(HasSubstr("lip id")));
+    EXPECT_THAT(*Write(WithTrack({})).file, Not(HasSubstr("<audioClip")));
 }
 
 TEST_F(AudioClips, AClipThatTheHostDoesNotGiveIsPassedOver) {

@@ -40,7 +40,7 @@ TEST_F(ClipGroups, TheHueComesFirstAndTheNameLast) {
 TEST_F(ClipGroups, AGroupWithoutAttributesIsZero) {
     EXPECT_THAT(CallsOfGroups("<clipGroup/>"),
                 ElementsAre("IEditSession#1.CreateClipGroup(0) -> IEditClipGroup#2",
-                            "IEditClipGroup#2.SetHue(0.0)", "IEditClipGroup#2.SetName(\"\")"));
+                            "IEditClipGroup#2.SetHue(0)", "IEditClipGroup#2.SetName(\"\")"));
 }
 
 TEST_F(ClipGroups, AGroupWithoutANameGetsAnEmptyOneAtItsEnd) {

@@ -55,8 +55,8 @@ TEST_F(ClipStretchElement, WithoutAttributesItSetsTheDefaults) {
     EXPECT_THAT(
         std::vector<std::string>(calls.end() - 8, calls.end()),
         ElementsAre("IEditClipStretch#4.SetStretchMode(0)", "IEditClipStretch#4.SetStretchType(0)",
-                    "IEditClipStretch#4.SetStretchRatio(1.0)",
-                    "IEditClipStretch#4.SetPitchAdjustment(0.0)",
+                    "IEditClipStretch#4.SetStretchRatio(1)",
+                    "IEditClipStretch#4.SetPitchAdjustment(0)",
                     "IEditClipStretch#4.SetStretchQuality(0)",
                     "IEditClipStretch#4.SetTransientSensitivity(40)",
                     "IEditClipStretch#4.SetAdaptiveWindowSize(37)",

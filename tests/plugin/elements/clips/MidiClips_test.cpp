@@ -64,7 +64,7 @@ TEST_F(MidiClips, WithoutAttributesTheHostHearsTheDefaults) {
         ElementsAre("IEditAudioTrack#2.GetMIDIClipList() -> IEditMIDIClipList#4",
                     "IEditMIDIClipList#4.CreateMIDIClip(4294967295) -> IEditMIDIClip#5",
                     "IEditMIDIClip#5.SetSourceInPoint(-1)", "IEditMIDIClip#5.SetDuration(0)",
-                    "IEditMIDIClip#5.SetStartPoint(-1)", "IEditMIDIClip#5.SetHue(0.0)",
+                    "IEditMIDIClip#5.SetStartPoint(-1)", "IEditMIDIClip#5.SetHue(0)",
                     "IEditMIDIClip#5.SetName(\"\")", "IEditMIDIClip#5.SetSelected(false)",
                     "IEditMIDIClip#5.SetLockedInTime(false)"));
 }

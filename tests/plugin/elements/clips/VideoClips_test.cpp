@@ -54,7 +54,7 @@ TEST_F(VideoClips, WithoutAttributesTheHostHearsTheDefaults) {
         ElementsAre("IEditVideoTrack#2.CreateVideoClip(4294967295) -> IEditVideoClip#3",
                     "IEditVideoClip#3.SetFileID(4294967295)",
                     "IEditVideoClip#3.SetSourceInPoint(-1)", "IEditVideoClip#3.SetDuration(0)",
-                    "IEditVideoClip#3.SetStartPoint(-1)", "IEditVideoClip#3.SetHue(0.0)",
+                    "IEditVideoClip#3.SetStartPoint(-1)", "IEditVideoClip#3.SetHue(0)",
                     "IEditVideoClip#3.SetName(\"\")", "IEditVideoClip#3.SetSelected(false)",
                     "IEditVideoClip#3.SetLockedInTime(false)", "IEditVideoClip#3.SetOffline(false)",
                     "IEditVideoClip#3.SetZOrder(0)"));

@@ -27,13 +27,13 @@ TEST_F(MixingOptionState, PanModeAndOverlapReachTheHostInThisOrder) {
 }
 
 TEST_F(MixingOptionState, WithoutAttributesThePanPowerIsMinusThree) {
-    EXPECT_THAT(CallsOfMixing(""), ElementsAre("IEditSession#1.SetPanMode(false,-3.0)",
+    EXPECT_THAT(CallsOfMixing(""), ElementsAre("IEditSession#1.SetPanMode(false,-3)",
                                                "IEditSession#1.SetPlayOverlappingClips(false)"));
 }
 
 TEST_F(MixingOptionState, WithoutAPanPowerItIsMinusThree) {
     EXPECT_EQ(CallsOfMixing("defaultPanModeLogarithmic='true'").front(),
-              "IEditSession#1.SetPanMode(true,-3.0)");
+              "IEditSession#1.SetPanMode(true,-3)");
 }
 
 TEST_F(MixingOptionState, SwitchesAreOnForTrueAndForOne) {
@@ -48,7 +48,7 @@ TEST_F(MixingOptionState, APanPowerMayHaveADecimalComma) {
 }
 
 TEST_F(MixingOptionState, APanPowerThatDoesNotParseIsZero) {
-    EXPECT_EQ(CallsOfMixing("panPower='loud'").front(), "IEditSession#1.SetPanMode(false,0.0)");
+    EXPECT_EQ(CallsOfMixing("panPower='loud'").front(), "IEditSession#1.SetPanMode(false,0)");
 }
 
 TEST_F(MixingOptionState, IsWrittenWithEveryAttribute) {

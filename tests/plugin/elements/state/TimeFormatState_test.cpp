@@ -56,7 +56,7 @@ TEST_F(TimeFormatState, FormatLinkAndMusicalTimeReachTheHostInThisOrder) {
 TEST_F(TimeFormatState, WithoutAttributesItIsDecimalAndLinkedToTheDefaults) {
     EXPECT_THAT(CallsOfFormat(""), ElementsAre("IEditSession#1.SetTimeFormat(0,0,false,false,0)",
                                                "IEditSession#1.SetLinkToDefaultTimeSettings(true)",
-                                               "IEditSession#1.SetMusicalTime(0.0,0,0,0)"));
+                                               "IEditSession#1.SetMusicalTime(0,0,0,0)"));
 }
 
 TEST_F(TimeFormatState, WithoutTheLinkItIsLinkedToTheDefaults) {
