@@ -132,6 +132,8 @@ TEST_F(InfoTest, GivesJsonForPrograms) {
         "durationSamples": 180000, "duration": "0:00:03.750",
         "input": {"device": "Desk", "ports": [{"id": 1, "name": "Mic"}, {"id": 2, "name": "Line"}]},
         "output": {"device": "", "ports": []},
+        "beatsPerMinute": 0.0, "beatsPerBar": 0, "noteLength": 0,
+        "metronomeOn": false, "metronomeBeats": 0, "tracks": [], "clips": [], "groups": [],
         "mediaMissing": 1,
         "media": [
           {"id": 1, "path": "here.wav", "found": true,

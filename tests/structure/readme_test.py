@@ -16,7 +16,7 @@ import tempfile
 from pathlib import Path
 
 TOOL = "build/release/bin/orvo"
-SESSION = "examples/radio-spot/radio-spot.orvo"
+SESSION = "examples/sound-library/sound-library.orvo"
 FIRST_MEDIA = "examples/radio-spot/media/door-bell.wav"
 
 
