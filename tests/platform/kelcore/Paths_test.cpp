@@ -69,7 +69,7 @@ TEST(MakeFileFromPath, AnAbsolutePathStays) {
 
 TEST(MakeFileFromPath, WorksOutDotsAndDoubledSeparators) {
     EXPECT_EQ(MakeFileFromPath(u"./media//./kick.wav", kSession), u"/music/song/media/kick.wav");
-    EXPECT_EQ(MakeFileFromPath(u"../shared/x/../kick.wav", kSession), u"/music/shared/kick.wav");
+    EXPECT_EQ(MakeFileFromPath(u"../common/x/../kick.wav", kSession), u"/music/common/kick.wav");
     EXPECT_EQ(MakeFileFromPath(u"/a/../b//./c.wav", kSession), u"/b/c.wav");
     EXPECT_EQ(MakeFileFromPath(u"...", kSession), u"/music/song/...");
 }
