@@ -14,8 +14,8 @@
 //       <midiEvents><![CDATA[...]]></midiEvents>
 //     </midiClip>
 //
-// The events are the host's own bytes. Text that does not decode leaves the clip without events,
-// without a word. The clip lists are borrowed from the track for the call, not counted.
+// The events are the host's own bytes. Text that does not decode changes nothing, without a
+// word. The clip lists are borrowed from the track for the call, not counted.
 
 namespace tses {
 

@@ -66,6 +66,14 @@ TEST_F(TrackVisibility, NumbersThatDoNotParseAreZero) {
                 "IEditTrackVisibilityPreset#2.AddTrack(0,0,false)");
 }
 
+TEST_F(TrackVisibility, AHeightWithADecimalCommaIsNoNumber) {
+    EXPECT_THAT(CallsIn("<trackVisibilityPresets><trackVisibilityPreset>"
+                        "<trackVisibility id='1' trackHeight='64,5'/></trackVisibilityPreset>"
+                        "</trackVisibilityPresets>")
+                    .back(),
+                "IEditTrackVisibilityPreset#2.AddTrack(1,0,false)");
+}
+
 TEST_F(TrackVisibility, ATrackOutsideOfAnyPresetIsIgnored) {
     EXPECT_THAT(
         CallsIn("<trackVisibilityPresets><trackVisibility id='9'/></trackVisibilityPresets>"),
