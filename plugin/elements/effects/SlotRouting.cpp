@@ -11,8 +11,8 @@
 //     <channelMap direction="input"> <channel index="0" sourceIndex="1"/> ... </channelMap>
 //     <channelMap direction="output"> ... </channelMap>
 //
-// The bus configuration is the host's own text and passes through unchanged, blanks included. A map
-// is an output map unless "direction" is exactly "input".
+// The bus configuration is the host's own text and passes through unchanged, its blanks included;
+// one of nothing but blanks is none. A map is an output map unless "direction" is exactly "input".
 
 namespace tses {
 namespace {

@@ -139,8 +139,8 @@ bool WriteMusicalTimeline(SessionXMLWriter& writer,
 bool WriteMetronome(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
     const auto metronome = Retain(session->GetMetronomeInfo());
     if (!metronome) {
-        // Closes the session's element, which what follows then lands beside; hosts rely on a
-        // session without a metronome not being saved, and this is where that is decided.
+        // Closes the session's element. What follows lands beside it, the session's own end then
+        // fails, and nothing is saved.
         writer.EndElement();
         return true;
     }
