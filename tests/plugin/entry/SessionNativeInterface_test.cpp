@@ -26,6 +26,9 @@ void* operator new(std::size_t size) {
     }
     return memory;
 }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return outOfMemory ? nullptr : std::malloc(size);
+}
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }
