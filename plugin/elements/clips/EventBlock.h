@@ -15,8 +15,9 @@ struct EventBlockSource {
     boost::function<bool(kelcore::byte* buffer)> fill;
 };
 
-/// Writes the block, if there is one, as the text of an element of its own. Whether that succeeds
-/// does not matter to the element around it: events that cannot be stored never cost the session.
+/// Writes the block, if there is one, as the text of an element of its own. An element that the
+/// writer refuses is left out and does not fail the element around it; a block that there is no
+/// memory for fails the save.
 void WriteEventBlock(SessionXMLWriter& writer, std::u16string_view element,
                      const EventBlockSource& source);
 
