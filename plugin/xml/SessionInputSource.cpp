@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <memory>
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
@@ -16,7 +17,8 @@ namespace {
 
 class RegularFileStream final : public xercesc::BinInputStream {
 public:
-    explicit RegularFileStream(int descriptor) : descriptor_(descriptor) {}
+    RegularFileStream(int descriptor, DocumentWatch& watch)
+        : descriptor_(descriptor), watch_(watch) {}
     ~RegularFileStream() override { ::close(descriptor_); }
     RegularFileStream(const RegularFileStream&) = delete;
     RegularFileStream& operator=(const RegularFileStream&) = delete;
@@ -28,6 +30,7 @@ public:
             const ssize_t got = ::read(descriptor_, buffer, size);
             if (got >= 0) {
                 position_ += static_cast<XMLFilePos>(got);
+                watch_.Received(buffer, static_cast<std::size_t>(got));
                 return static_cast<XMLSize_t>(got);
             }
             if (errno != EINTR) {
@@ -42,18 +45,14 @@ public:
 
 private:
     int descriptor_;
+    DocumentWatch& watch_;
     XMLFilePos position_ = 0;
 };
 
-bool IsRegularFile(int descriptor) {
-    struct stat status {};
-    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-}
-
 }  // namespace
 
-SessionInputSource::SessionInputSource(const std::u16string& path)
-    : LocalFileInputSource(path.c_str()), systemPath_(kelcore::PathToBytes(path)) {}
+SessionInputSource::SessionInputSource(const std::u16string& path, DocumentWatch& watch)
+    : LocalFileInputSource(path.c_str()), systemPath_(kelcore::PathToBytes(path)), watch_(watch) {}
 
 xercesc::BinInputStream* SessionInputSource::makeStream() const {
     const int descriptor =
@@ -61,11 +60,13 @@ xercesc::BinInputStream* SessionInputSource::makeStream() const {
     if (descriptor < 0) {
         return nullptr;
     }
-    if (!IsRegularFile(descriptor)) {
-        ::close(descriptor);
+    auto stream = std::make_unique<RegularFileStream>(descriptor, watch_);
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
         return nullptr;
     }
-    return new (xercesc::XMLPlatformUtils::fgMemoryManager) RegularFileStream(descriptor);
+    watch_.Opened(descriptor, status);
+    return stream.release();
 }
 
 }  // namespace tses

@@ -3,14 +3,17 @@
 #include <string>
 #include <xercesc/framework/LocalFileInputSource.hpp>
 
+#include "plugin/xml/DocumentWatch.h"
+
 namespace tses {
 
 /// A session file as the parser reads it. It makes its own stream: the file is opened without
 /// waiting (a pipe without a writer would wait for ever) and only if it is a regular file, which is
-/// asked of the opened file itself, so that it cannot be exchanged in between.
+/// asked of the opened file itself, so that it cannot be exchanged in between. All that is read
+/// goes past the watch, which must outlive the parse.
 class SessionInputSource final : public xercesc::LocalFileInputSource {
 public:
-    explicit SessionInputSource(const std::u16string& path);
+    SessionInputSource(const std::u16string& path, DocumentWatch& watch);
 
     /// The opened stream, owned by the parser; null if there is no such regular file to be read,
     /// which the parser then reports as an error.
@@ -18,6 +21,7 @@ public:
 
 private:
     std::string systemPath_;
+    DocumentWatch& watch_;
 };
 
 }  // namespace tses

@@ -1,5 +1,6 @@
 #include "plugin/xml/SessionXMLDefaultHandler.h"
 
+#include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/sax2/Attributes.hpp>
 
@@ -45,6 +46,26 @@ void Forward(SAXErrorHandler* errors, Report report, const xercesc::SAXParseExce
 
 }  // namespace
 
+void SessionXMLDefaultHandler::BeforeParse(std::u16string_view systemId) {
+    systemId_ = systemId;
+    sawFatalError_ = false;
+    locator_ = nullptr;
+    watch_.Begin();
+}
+
+void SessionXMLDefaultHandler::Refuse(std::u16string_view reason,
+                                      std::optional<DocumentPlace> place) {
+    sawFatalError_ = true;
+    if (!place && locator_ != nullptr) {
+        place = {locator_->getLineNumber(), locator_->getColumnNumber()};
+    }
+    if (errors_ != nullptr) {
+        const DocumentPlace at = place.value_or(DocumentPlace());
+        errors_->FatalError(at.line, at.column, {}, systemId_, reason);
+    }
+    throw DocumentRefused();
+}
+
 void SessionXMLDefaultHandler::startDocument() {
     if (content_ != nullptr) {
         content_->StartDocument();
@@ -52,6 +73,7 @@ void SessionXMLDefaultHandler::startDocument() {
 }
 
 void SessionXMLDefaultHandler::endDocument() {
+    watch_.SawEndOfDocument();
     if (content_ != nullptr) {
         content_->EndDocument();
     }
@@ -60,6 +82,7 @@ void SessionXMLDefaultHandler::endDocument() {
 void SessionXMLDefaultHandler::startElement(const XMLCh* uri, const XMLCh* localName,
                                             const XMLCh* qualifiedName,
                                             const xercesc::Attributes& attributes) {
+    watch_.BeginElement(ViewOf(qualifiedName), attributes.getLength());
     if (content_ != nullptr) {
         Fill(attributes_, attributes);
         content_->StartElementEvent(ViewOf(uri), ViewOf(localName), ViewOf(qualifiedName),
@@ -69,21 +92,46 @@ void SessionXMLDefaultHandler::startElement(const XMLCh* uri, const XMLCh* local
 
 void SessionXMLDefaultHandler::endElement(const XMLCh* uri, const XMLCh* localName,
                                           const XMLCh* qualifiedName) {
+    watch_.EndElement();
     if (content_ != nullptr) {
         content_->EndElementEvent(ViewOf(uri), ViewOf(localName), ViewOf(qualifiedName));
     }
 }
 
 void SessionXMLDefaultHandler::characters(const XMLCh* text, XMLSize_t length) {
+    watch_.SawEvent();
     if (content_ != nullptr) {
         content_->CharactersEvent({text, length});
     }
 }
 
 void SessionXMLDefaultHandler::ignorableWhitespace(const XMLCh* text, XMLSize_t length) {
+    watch_.SawEvent();
     if (content_ != nullptr) {
         content_->IgnorableWhitespaceEvent({text, length});
     }
+}
+
+void SessionXMLDefaultHandler::processingInstruction(const XMLCh* /*target*/,
+                                                     const XMLCh* /*data*/) {
+    watch_.SawEvent();
+}
+
+void SessionXMLDefaultHandler::comment(const XMLCh* /*text*/, XMLSize_t /*length*/) {
+    watch_.SawEvent();
+}
+
+void SessionXMLDefaultHandler::startPrefixMapping(const XMLCh* prefix, const XMLCh* uri) {
+    watch_.BeginPrefix(ViewOf(prefix), ViewOf(uri));
+}
+
+void SessionXMLDefaultHandler::endPrefixMapping(const XMLCh* /*prefix*/) {
+    watch_.EndPrefix();
+}
+
+void SessionXMLDefaultHandler::startDTD(const XMLCh* /*name*/, const XMLCh* /*publicId*/,
+                                        const XMLCh* /*systemId*/) {
+    watch_.SawDocumentType();
 }
 
 void SessionXMLDefaultHandler::warning(const xercesc::SAXParseException& exception) {

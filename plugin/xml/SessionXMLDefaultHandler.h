@@ -1,13 +1,22 @@
 #pragma once
 
+#include <stdexcept>
 #include <xercesc/sax2/DefaultHandler.hpp>
 
+#include "plugin/xml/DocumentWatch.h"
 #include "plugin/xml/SAXHandlers.h"
 
 namespace tses {
 
+/// Ends the parse of a document that is no session's.
+class DocumentRefused : public std::runtime_error {
+public:
+    DocumentRefused() : std::runtime_error("document refused.") {}
+};
+
 /// Turns the XML library's callbacks into the plug-in's own events. Either receiver may be null;
-/// what would go to it is then dropped.
+/// what would go to it is then dropped. A document that its watch refuses is told of as a fatal
+/// error, and the parse ends with a `DocumentRefused` if the receiver does not end it.
 class SessionXMLDefaultHandler final : public xercesc::DefaultHandler {
 public:
     SessionXMLDefaultHandler(SAXContentHandler* content, SAXErrorHandler* errors)
@@ -17,6 +26,7 @@ public:
     /// also when the receiver lets it pass, so the document was then not read to its end.
     bool SawFatalError() const noexcept { return sawFatalError_; }
 
+    void setDocumentLocator(const xercesc::Locator* locator) override { locator_ = locator; }
     void startDocument() override;
     void endDocument() override;
     void startElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* qualifiedName,
@@ -24,17 +34,32 @@ public:
     void endElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* qualifiedName) override;
     void characters(const XMLCh* text, XMLSize_t length) override;
     void ignorableWhitespace(const XMLCh* text, XMLSize_t length) override;
+    void processingInstruction(const XMLCh* target, const XMLCh* data) override;
+    void comment(const XMLCh* text, XMLSize_t length) override;
+    void startPrefixMapping(const XMLCh* prefix, const XMLCh* uri) override;
+    void endPrefixMapping(const XMLCh* prefix) override;
+    void startDTD(const XMLCh* name, const XMLCh* publicId, const XMLCh* systemId) override;
 
     void warning(const xercesc::SAXParseException& exception) override;
     void error(const xercesc::SAXParseException& exception) override;
     void fatalError(const xercesc::SAXParseException& exception) override;
 
-    void BeforeParse() noexcept { sawFatalError_ = false; }
+    void BeforeParse(std::u16string_view systemId);
+
+    /// What is told how the parse goes.
+    DocumentWatch& Watch() noexcept { return watch_; }
 
 private:
+    [[noreturn]] void Refuse(std::u16string_view reason, std::optional<DocumentPlace> place);
+
     SAXContentHandler* content_;
     SAXErrorHandler* errors_;
     AttributeMap attributes_;  // filled anew for every start tag, its room kept
+    DocumentWatch watch_{[this](std::u16string_view reason, std::optional<DocumentPlace> place) {
+        Refuse(reason, place);
+    }};
+    std::u16string systemId_;
+    const xercesc::Locator* locator_ = nullptr;  // valid during a parse
     bool sawFatalError_ = false;
 };
 

@@ -33,6 +33,7 @@ SessionXMLReader::SessionXMLReader(SAXContentHandler* contentHandler, SAXErrorHa
     parser_->setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
     parser_->setContentHandler(&handler_);
     parser_->setErrorHandler(&handler_);
+    parser_->setLexicalHandler(&handler_);
 }
 
 SessionXMLReader::~SessionXMLReader() = default;
@@ -56,8 +57,9 @@ bool SessionXMLReader::Parse(const std::u16string& path) noexcept {
 }
 
 void SessionXMLReader::ParseDocument(const std::u16string& path) {
-    handler_.BeforeParse();
-    parser_->parse(SessionInputSource(path));
+    const SessionInputSource source(path, handler_.Watch());
+    handler_.BeforeParse(source.getSystemId());
+    parser_->parse(source);
 }
 
 std::u16string OpenablePath(const std::u16string& path) {

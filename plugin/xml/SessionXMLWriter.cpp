@@ -11,6 +11,7 @@
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Trace.h"
 #include "plugin/xml/CarriableText.h"
+#include "plugin/xml/DocumentLimits.h"
 #include "plugin/xml/Names.h"
 #include "plugin/xml/XercesPlatform.h"
 
@@ -23,6 +24,8 @@ constexpr std::u16string_view kCoreFeature = u"Core";
 constexpr std::u16string_view kLineFeed = u"\n";
 constexpr std::u16string_view kSectionEnd = u"]]>";
 constexpr XMLSize_t kInitialBufferSize = 10000;
+constexpr std::size_t kBytesOfUnit = 3;  // at most, in UTF-8
+constexpr std::size_t kLongestSection = limits::kSectionBytes / kBytesOfUnit - 16;
 
 struct ReleaseToLibrary {
     template <class Resource>
@@ -50,26 +53,68 @@ bool NeedsXml11(char16_t unit) {
     return unit < 0x20 || (unit >= 0x7F && unit <= 0x84) || (unit >= 0x86 && unit <= 0x9F);
 }
 
+/// At most what the text takes up as the value of an attribute: every unit as a reference.
+kelcore::uint64 LongestValue(std::u16string_view text) {
+    constexpr kelcore::uint64 kLongestReference = 6;
+    return kLongestReference * text.size();
+}
+
+/// What it takes up.
+kelcore::uint64 ValueLength(std::u16string_view text) {
+    kelcore::uint64 length = 0;
+    for (const char16_t unit : text) {
+        const bool isPlain = unit >= 0x20 && unit < 0x7F && unit != u'&' && unit != u'<' &&
+                             unit != u'>' && unit != u'"';
+        length += isPlain ? 1 : unit < 0xA0 ? 6 : 3;
+    }
+    return length;
+}
+
+template <class Measure>
+bool FitsTag(const AttributeMap& attributes, Measure measure) {
+    constexpr kelcore::uint64 kName = 64;  // and quotes, and what stands between
+    kelcore::uint64 length = kName;
+    for (const Attribute& attribute : attributes) {
+        length += kName + measure(attribute.value);
+    }
+    return length <= limits::kTagBytes;
+}
+
+/// Whether a reader takes the tag.
+bool IsReadable(const AttributeMap& attributes) {
+    const bool readable = FitsTag(attributes, LongestValue) || FitsTag(attributes, ValueLength);
+    if (!readable) {
+        kelcore::trace::Write(kWriterTraceCategory,
+                              "the attributes of an element are longer than 1 MiB");
+    }
+    return readable;
+}
+
 void SetAttributes(xercesc::DOMElement& element, const AttributeMap& attributes) {
     for (const Attribute& attribute : attributes) {
         element.setAttribute(attribute.name.data(), CarriableText(attribute.value).c_str());
     }
 }
 
-/// No section can hold what ends it, and the serialiser drops it. Split between two sections it is
-/// text, which a reader joins again.
+bool IsWithinPair(std::u16string_view text, std::size_t at) {
+    return at > 0 && at < text.size() && text[at] >= 0xDC00 && text[at] <= 0xDFFF;
+}
+
+/// How much of a text one section takes. None can hold what ends it, which the serialiser drops,
+/// and none may be longer than a reader takes in one piece. A reader joins the sections of a text.
+std::size_t SectionLength(std::u16string_view text) {
+    const std::size_t longest = kLongestSection - (IsWithinPair(text, kLongestSection) ? 1 : 0);
+    const std::size_t end = text.substr(0, longest).find(kSectionEnd);
+    return end != std::u16string_view::npos ? end + 1 : std::min(text.size(), longest);
+}
+
 void AppendSections(xercesc::DOMDocument& document, xercesc::DOMElement& parent,
                     std::u16string_view text) {
-    while (true) {
-        const std::size_t end = text.find(kSectionEnd);
-        const bool isLast = end == std::u16string_view::npos;
-        const std::u16string section(isLast ? text : text.substr(0, end + 1));
+    do {
+        const std::u16string section(text.substr(0, SectionLength(text)));
         parent.appendChild(document.createCDATASection(section.c_str()));
-        if (isLast) {
-            return;
-        }
         text.remove_prefix(section.size());
-    }
+    } while (!text.empty());
 }
 
 /// What the DOM refuses, it throws; a writer's operation then reports failure.
@@ -105,6 +150,15 @@ bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& t
     const LibraryPointer<xercesc::DOMLSOutput> output(implementation->createLSOutput(memory));
     output->setByteStream(&target);
     return serializer->write(&document, output.get());
+}
+
+/// Whether a reader takes the file.
+bool IsReadable(const xercesc::MemBufFormatTarget& content) {
+    const bool readable = content.getLen() <= limits::kFileBytes;
+    if (!readable) {
+        kelcore::trace::Write(kWriterTraceCategory, "the session is larger than 2 GiB");
+    }
+    return readable;
 }
 
 bool WriteFile(const std::u16string& path, const xercesc::MemBufFormatTarget& content) {
@@ -151,7 +205,7 @@ bool SessionXMLWriter::Step() {
 
 bool SessionXMLWriter::SetRootAttributes(const AttributeMap& attributes) {
     const Guard guard(lock_);
-    if (!Step()) {
+    if (!Step() || !IsReadable(attributes)) {
         return false;
     }
     return Attempt([&] { SetAttributes(*state_->document->getDocumentElement(), attributes); });
@@ -159,7 +213,7 @@ bool SessionXMLWriter::SetRootAttributes(const AttributeMap& attributes) {
 
 bool SessionXMLWriter::StartElement(std::u16string_view name, const AttributeMap& attributes) {
     const Guard guard(lock_);
-    if (!Step()) {
+    if (!Step() || !IsReadable(attributes)) {
         return false;
     }
     return Attempt([&] {
@@ -218,7 +272,7 @@ bool SessionXMLWriter::Save() {
         serialised = state_->fault.serialiser == WriterFault::Serialiser::WritesNothing;
         content.reset();
     }
-    return serialised && WriteFile(state_->path, content);
+    return serialised && IsReadable(content) && WriteFile(state_->path, content);
 }
 
 }  // namespace tses

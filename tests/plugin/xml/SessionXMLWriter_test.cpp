@@ -9,7 +9,9 @@
 
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Trace.h"
+#include "plugin/xml/DocumentLimits.h"
 #include "plugin/xml/Names.h"
+#include "plugin/xml/SessionXMLReader.h"
 #include "plugin/xml/XercesPlatform.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -107,6 +109,56 @@ TEST_F(SessionXMLWriterTest, TheEndOfASectionInCharactersIsSplitBetweenTwoSectio
     EXPECT_TRUE(writer.Save());
     EXPECT_THAT(Saved(), HasSubstr("<xmpMetadata><![CDATA[a]]]><![CDATA[]>b]]]]><![CDATA[]>]]]>"
                                    "<![CDATA[]>]]></xmpMetadata>"));
+}
+
+TEST_F(SessionXMLWriterTest, CharactersLongerThanAReaderTakesInOnePieceAreSplit) {
+    // Three bytes each in the file, so that the sections are as long as they can be; and a pair
+    // wherever they may be cut.
+    std::u16string text(limits::kSectionBytes / 3 - 17, u'\u4E00');
+    for (int i = 0; i < 20; ++i) {
+        text += u"\U0001F3B5";
+    }
+    SessionXMLWriter writer(TargetPath());
+    ASSERT_TRUE(writer.Characters(text));
+    ASSERT_TRUE(writer.Save());
+
+    class Text final : public SAXContentHandler {
+    public:
+        std::u16string text;
+        int pieces = 0;
+        void StartDocument() override {}
+        void EndDocument() override {}
+        void StartElementEvent(std::u16string_view, std::u16string_view, std::u16string_view,
+                               const AttributeMap&) override {}
+        void EndElementEvent(std::u16string_view, std::u16string_view,
+                             std::u16string_view) override {}
+        void CharactersEvent(std::u16string_view piece) override {
+            if (piece.find_first_not_of(u"\n ") != std::u16string_view::npos) {
+                text += piece;
+                ++pieces;
+            }
+        }
+    } read;
+    EXPECT_TRUE(SessionXMLReader(&read, nullptr).Parse(TargetPath()));
+    EXPECT_TRUE(read.text == text);
+    EXPECT_EQ(read.pieces, 2);
+}
+
+TEST_F(SessionXMLWriterTest, AttributesLongerThanAReaderTakesFailAndAreTraced) {
+    const std::u16string fits(limits::kTagBytes - 1000, u'x');
+    const std::u16string tooLong(limits::kTagBytes, u'x');
+    const std::u16string tooLongWhenEscaped(limits::kTagBytes / 4, u'&');
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::file, {{names::name, fits}}));
+    EXPECT_THAT(traced, IsEmpty());
+    EXPECT_FALSE(writer.StartElement(names::file, {{names::name, tooLong}}));
+    EXPECT_FALSE(writer.StartElement(names::file, {{names::name, tooLongWhenEscaped}}));
+    EXPECT_FALSE(writer.StartElement(names::file, {{names::id, fits}, {names::name, fits}}));
+    EXPECT_FALSE(writer.SetRootAttributes({{names::name, tooLong}}));
+    EXPECT_EQ(traced.size(), 4u);
+    EXPECT_TRUE(writer.Save());
+    SAXContentHandler* const nobody = nullptr;
+    EXPECT_TRUE(SessionXMLReader(nobody, nullptr).Parse(TargetPath()));
 }
 
 TEST_F(SessionXMLWriterTest, EmptyCharactersAreAnEmptySection) {

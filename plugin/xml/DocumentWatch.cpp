@@ -1,0 +1,184 @@
+#include "plugin/xml/DocumentWatch.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "plugin/xml/DocumentLimits.h"
+
+namespace tses {
+namespace {
+
+bool IsSameContent(const struct stat& before, const struct stat& after) {
+    return before.st_size == after.st_size && before.st_mtim.tv_sec == after.st_mtim.tv_sec &&
+           before.st_mtim.tv_nsec == after.st_mtim.tv_nsec;
+}
+
+bool WasChanged(int descriptor, const struct stat& before) {
+    struct stat after {};
+    return ::fstat(descriptor, &after) != 0 || !IsSameContent(before, after);
+}
+
+constexpr std::u16string_view kHasDocumentType =
+    u"A session has no document type declaration; remove it to read the file.";
+
+/// More than the parser ever leaves unused when it asks for more.
+constexpr kelcore::uint64 kUnusedRest = 256;
+
+/// The bytes of the longest sequence that a UTF-8 decoder may wait for.
+constexpr std::size_t kTailSize = 6;
+
+std::size_t SequenceLength(unsigned char lead) {
+    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF8 ? 4 : lead < 0xFC ? 5 : kTailSize;
+}
+
+/// Whether the text ends in the first bytes of a UTF-8 sequence, which the parser drops. Behind a
+/// root nothing of the kind can stand in any encoding.
+bool EndsWithinCharacter(std::string_view tail) {
+    for (std::size_t length = 1; length <= tail.size(); ++length) {
+        const auto byte = static_cast<unsigned char>(tail[tail.size() - length]);
+        if (byte >= 0xC0) {
+            return length < SequenceLength(byte);
+        }
+        if (byte < 0x80) {
+            return false;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+void DocumentWatch::Begin() {
+    descriptor_ = -1;
+    opened_ = {};
+    encoding_ = {};
+    markup_.reset();
+    received_ = 0;
+    lastEvent_ = 0;
+    zeroBytes_ = 0;
+    foundRoot_ = false;
+    sawNul_ = false;
+    tail_.clear();
+    depth_ = 0;
+    prefixes_ = 0;
+    elementNames_.Clear();
+    prefixNames_.Clear();
+    uris_.Clear();
+}
+
+void DocumentWatch::Opened(int descriptor, const struct stat& status) {
+    descriptor_ = descriptor;
+    opened_ = status;
+    if (static_cast<kelcore::uint64>(status.st_size) > limits::kFileBytes) {
+        refuse_(u"The file is larger than the 2 GiB that a session may have.", DocumentPlace());
+    }
+}
+
+void DocumentWatch::Received(const unsigned char* bytes, std::size_t size) {
+    if (received_ == 0) {
+        encoding_ = RecogniseEncoding(bytes, size);
+        markup_.emplace(descriptor_, encoding_);
+    }
+    CheckLength();
+    LookForNul(bytes, size);
+    KeepTail(bytes, size);
+    received_ += size;
+    CheckPrologue();
+}
+
+void DocumentWatch::CheckPrologue() {
+    if (foundRoot_) {
+        return;
+    }
+    if (const auto place = markup_->FindDocumentType(received_)) {
+        refuse_(kHasDocumentType, place);
+    }
+    foundRoot_ = markup_->FoundRoot();
+}
+
+/// Of what was received earlier: the parser comes back for more when it has used that up, but for
+/// the rest that may be part of something longer.
+void DocumentWatch::CheckLength() {
+    const kelcore::uint64 used = received_ - std::min(received_, kUnusedRest);
+    const kelcore::uint64 sinceEvent = used - std::min(used, lastEvent_);
+    if (sinceEvent <= limits::kTagBytes) {
+        return;
+    }
+    const MarkupTracker::Kind kind = markup_->KindAt(used);
+    if (kind == MarkupTracker::Kind::Tag && used - markup_->Begin() > limits::kTagBytes) {
+        refuse_(u"A tag is longer than the 1 MiB that one may have.", {});
+    }
+    if (sinceEvent > limits::kSectionBytes) {
+        refuse_(u"A text is longer than the 32 MiB that one may have in one piece.", {});
+    }
+}
+
+void DocumentWatch::LookForNul(const unsigned char* bytes, std::size_t size) {
+    if (encoding_.unitSize == 1) {
+        sawNul_ = sawNul_ || std::memchr(bytes, 0, size) != nullptr;
+        return;
+    }
+    for (std::size_t i = 0; i < size; ++i) {
+        zeroBytes_ += bytes[i] == 0 ? 1 : 0;
+        if ((received_ + i + 1) % encoding_.unitSize == 0) {
+            sawNul_ = sawNul_ || zeroBytes_ == encoding_.unitSize;
+            zeroBytes_ = 0;
+        }
+    }
+}
+
+void DocumentWatch::KeepTail(const unsigned char* bytes, std::size_t size) {
+    const std::size_t count = std::min(size, kTailSize);
+    tail_.append(reinterpret_cast<const char*>(bytes + size - count), count);
+    tail_.erase(0, tail_.size() - std::min(tail_.size(), kTailSize));
+}
+
+void DocumentWatch::BeginElement(std::u16string_view qualifiedName, std::size_t attributeCount) {
+    SawEvent();
+    if (++depth_ > limits::kDepth) {
+        refuse_(u"Elements are nested deeper than the 256 levels that a session may have.", {});
+    }
+    if (attributeCount > limits::kAttributes) {
+        refuse_(u"An element has more than the 256 attributes that one may have.", {});
+    }
+    if (!elementNames_.Add(qualifiedName)) {
+        refuse_(u"The document has more than the 1024 names of elements that a session may have.",
+                {});
+    }
+}
+
+void DocumentWatch::EndElement() noexcept {
+    SawEvent();
+    --depth_;
+}
+
+void DocumentWatch::BeginPrefix(std::u16string_view prefix, std::u16string_view uri) {
+    if (++prefixes_ > limits::kPrefixes) {
+        refuse_(u"More than the 256 namespace prefixes that a session may have are in force.", {});
+    }
+    if (!prefixNames_.Add(prefix) || !uris_.Add(uri)) {
+        refuse_(u"The document has more than the 1024 namespaces that a session may have.", {});
+    }
+}
+
+void DocumentWatch::EndPrefix() noexcept {
+    --prefixes_;
+}
+
+void DocumentWatch::SawDocumentType() {
+    refuse_(kHasDocumentType, {});
+}
+
+void DocumentWatch::SawEndOfDocument() {
+    if (sawNul_) {
+        refuse_(u"The file holds NUL characters; it was damaged or not completely saved.", {});
+    }
+    if (received_ % encoding_.unitSize != 0 || EndsWithinCharacter(tail_)) {
+        refuse_(u"The file ends within a character; it was damaged or not completely saved.", {});
+    }
+    if (WasChanged(descriptor_, opened_)) {
+        refuse_(u"The file was changed while it was read; read it again.", {});
+    }
+}
+
+}  // namespace tses

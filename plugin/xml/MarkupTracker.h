@@ -1,0 +1,62 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "platform/kelcore/Types.h"
+#include "plugin/xml/DocumentEncoding.h"
+
+namespace tses {
+
+/// A place in a document. Both count from 1.
+struct DocumentPlace {
+    kelcore::uint64 line = 1;
+    kelcore::uint64 column = 1;
+};
+
+/// Tells what stands at a place in a file. It reads the file itself, each byte once and only as far
+/// as it is asked, so that a document in which nothing is long costs next to nothing.
+///
+/// It takes the document to be well-formed: the parser ends at the first place where it is not.
+class MarkupTracker {
+public:
+    enum class Kind {
+        Text,          ///< between tags, or outside the root
+        Section,       ///< a CDATA section or a comment
+        Tag,           ///< a tag or a processing instruction
+        DocumentType,  ///< from its declaration on; what follows is not looked at
+    };
+
+    /// @param descriptor  of the file, open as long as the tracker is asked
+    MarkupTracker(int descriptor, DocumentEncoding encoding)
+        : descriptor_(descriptor), encoding_(encoding), position_(encoding.markSize) {}
+
+    /// Looks for a document type declaration in front of the root, in the bytes before `offset`. To
+    /// be asked before anything else, with ever more of the file until the root is found.
+    std::optional<DocumentPlace> FindDocumentType(kelcore::uint64 offset);
+    bool FoundRoot() const noexcept { return kind_ == Kind::Tag && end_.empty(); }
+
+    /// What the byte at `offset` belongs to. Offsets must not fall from call to call.
+    Kind KindAt(kelcore::uint64 offset);
+
+    /// The offset in the file at which that began.
+    kelcore::uint64 Begin() const noexcept { return begin_; }
+
+private:
+    template <class Visit>
+    void AdvanceTo(kelcore::uint64 offset, Visit visit);
+    std::size_t Advance(std::string_view markup);
+    std::size_t AdvanceInText(std::string_view markup);
+    std::size_t AdvanceBehind(std::string_view markup, Kind next);
+    std::size_t AdvanceInTag(std::string_view markup);
+
+    int descriptor_;
+    DocumentEncoding encoding_;
+    kelcore::uint64 position_;  // up to where the file is understood
+    DocumentPlace place_;       // of that, while the root is looked for
+    kelcore::uint64 begin_ = 0;
+    Kind kind_ = Kind::Text;
+    std::string_view end_;  // what ends it, or the attribute's value in it; in a tag, empty
+};
+
+}  // namespace tses

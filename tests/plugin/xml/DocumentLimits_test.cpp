@@ -1,0 +1,271 @@
+#include "plugin/xml/DocumentLimits.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+#include "tests/plugin/xml/SessionXMLReaderFixture.h"
+
+// What the reader refuses of documents that the parser would take, and that it takes everything
+// within its limits.
+
+namespace tses {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+
+std::string Repeated(std::string_view text, std::size_t count) {
+    std::string result;
+    for (std::size_t i = 0; i < count; ++i) {
+        result += text;
+    }
+    return result;
+}
+
+/// `count` pieces, each with its number in place of "#".
+std::string Numbered(std::string_view piece, std::size_t count) {
+    std::string result;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t number = piece.find('#');
+        result.append(piece.substr(0, number)).append(std::to_string(i));
+        result.append(piece.substr(number + 1));
+    }
+    return result;
+}
+
+std::string Nested(std::size_t depth) {
+    return Repeated("<a>", depth) + Repeated("</a>", depth);
+}
+
+std::string Utf16LittleEndian(std::string_view ascii) {
+    std::string result = "\xFF\xFE";
+    for (const char character : ascii) {
+        result += character;
+        result += '\0';
+    }
+    return result;
+}
+
+class DocumentLimitsTest : public SessionXMLReaderTest {
+protected:
+    DocumentLimitsTest() { kelcore::trace::SetEnabled(kReaderTraceCategory, true); }
+
+    /// Whether the document is refused with one fatal error that says `reason`, and told of no
+    /// more.
+    testing::AssertionResult IsRefused(std::string_view document, const std::string& reason) {
+        events.problems.clear();
+        if (ParseText(document)) {
+            return testing::AssertionFailure() << "it was read";
+        }
+        if (events.problems.size() != 1 || !events.problems[0].starts_with("fatal ") ||
+            events.problems[0].find(reason) == std::string::npos) {
+            return testing::AssertionFailure() << testing::PrintToString(events.problems);
+        }
+        return testing::AssertionSuccess();
+    }
+};
+
+TEST_F(DocumentLimitsTest, ADocumentTypeDeclarationIsRefusedWithItsPlaceAndNothingOfItIsRead) {
+    EXPECT_FALSE(ParseText("<?xml version='1.0'?>\n<!DOCTYPE a [ this is no declaration ]>\n<a/>"));
+    ASSERT_THAT(events.problems, SizeIs(1));
+    EXPECT_THAT(events.problems[0], AllOf(StartsWith("fatal 2:1 "), HasSubstr("document.orvo]"),
+                                          HasSubstr("no document type declaration")));
+    EXPECT_THAT(events.lines, IsEmpty());
+    EXPECT_THAT(traced, ElementsAre("app::XMLReader: Unexpected XMLReader Exception"));
+}
+
+TEST_F(DocumentLimitsTest, ADocumentTypeDeclarationIsFoundWhereverItStandsInFrontOfTheRoot) {
+    const std::string comment = "<!-- <a> \xC3\xA4 \"-->";
+    const std::string type = "<!DOCTYPE a><a/>";
+    EXPECT_TRUE(IsRefused(type, "document type"));
+    EXPECT_THAT(events.problems, ElementsAre(StartsWith("fatal 1:1 ")));
+    EXPECT_TRUE(IsRefused("\xEF\xBB\xBF" + comment + type, "document type"));
+    EXPECT_THAT(events.problems, ElementsAre(StartsWith("fatal 1:16 ")));
+    EXPECT_TRUE(IsRefused(Utf16LittleEndian("\n  " + type), "document type"));
+    EXPECT_THAT(events.problems, ElementsAre(StartsWith("fatal 2:3 ")));
+    EXPECT_TRUE(IsRefused("<?p <a> ?>" + Repeated(comment, 50000) + type, "document type"));
+    for (std::size_t size = 49120; size < 49160; ++size) {
+        EXPECT_TRUE(IsRefused("<!--" + std::string(size, 'x') + "-->" + type, "document type"));
+    }
+}
+
+TEST_F(DocumentLimitsTest, WhatOnlyLooksLikeADocumentTypeDeclarationIsRead) {
+    EXPECT_TRUE(ParseText("<!-- <!DOCTYPE a> --><a/>"));
+    EXPECT_TRUE(ParseText("<?p <!DOCTYPE a> ?><a/>"));
+    EXPECT_TRUE(ParseText("<a><![CDATA[<!DOCTYPE a>]]><!-- <!DOCTYPE a> --></a>"));
+}
+
+TEST_F(DocumentLimitsTest, AnExternalDocumentTypeIsRefusedUnopened) {
+    const std::string type = (folder.Write("type.dtd", "<!ELEMENT a EMPTY>")).string();
+    EXPECT_TRUE(IsRefused("<!DOCTYPE a SYSTEM '" + type + "'><a/>", "document type"));
+}
+
+TEST_F(DocumentLimitsTest, ARefusedDocumentFailsAlsoWhenNobodyHearsOfIt) {
+    events.throwOnError = false;
+    EXPECT_FALSE(ParseText("<!DOCTYPE a><a/>"));
+    EXPECT_THAT(events.lines, IsEmpty());
+    SessionXMLReader reader(nullptr, nullptr);
+    EXPECT_FALSE(
+        reader.Parse(kelcore::PathFromBytes(folder.Write("d.orvo", "<!DOCTYPE a><a/>").string())));
+}
+
+TEST_F(DocumentLimitsTest, ARefusedDocumentLeavesTheReaderReadyForTheNext) {
+    SessionXMLReader reader(&events, &events);
+    const std::string deep = Repeated("<a xmlns:p='u' p:b=''>", limits::kDepth + 1);
+    const auto bad = kelcore::PathFromBytes(folder.Write("bad", deep).string());
+    const auto good = kelcore::PathFromBytes(folder.Write("good", Nested(limits::kDepth)).string());
+    EXPECT_FALSE(reader.Parse(bad));
+    EXPECT_TRUE(reader.Parse(good));
+    EXPECT_FALSE(reader.Parse(bad));
+    EXPECT_TRUE(reader.Parse(good));
+}
+
+TEST_F(DocumentLimitsTest, ElementsNest256DeepAndNoDeeper) {
+    EXPECT_TRUE(ParseText(Nested(256)));
+    EXPECT_TRUE(IsRefused(Nested(257), "nested deeper than the 256 levels"));
+}
+
+TEST_F(DocumentLimitsTest, ManyElementsBesideEachOtherAreNotDeep) {
+    EXPECT_TRUE(ParseText("<a>" + Repeated(Nested(3), 1000) + "</a>"));
+}
+
+TEST_F(DocumentLimitsTest, AnElementHas256AttributesAndNoMore) {
+    EXPECT_TRUE(ParseText("<a" + Numbered(" b#=''", 256) + "/>"));
+    EXPECT_TRUE(IsRefused("<a" + Numbered(" b#=''", 257) + "/>", "256 attributes"));
+}
+
+TEST_F(DocumentLimitsTest, AtOnePlace256PrefixesAreInForceAndNoMore) {
+    const std::string inner = Numbered(" xmlns:q#='u'", 128) + "/>";
+    EXPECT_TRUE(ParseText("<a" + Numbered(" xmlns:p#='u'", 128) + "><b" + inner + "</a>"));
+    EXPECT_TRUE(IsRefused("<a" + Numbered(" xmlns:p#='u'", 129) + "><b" + inner + "</a>",
+                          "256 namespace prefixes"));
+}
+
+TEST_F(DocumentLimitsTest, PrefixesOfElementsThatHaveEndedDoNotCount) {
+    EXPECT_TRUE(ParseText("<a>" + Repeated("<b xmlns:p='u' xmlns:q='v'/>", 500) + "</a>"));
+}
+
+TEST_F(DocumentLimitsTest, ADocumentHas1024NamesOfElementsAndNoMore) {
+    EXPECT_TRUE(ParseText("<a>" + Repeated(Numbered("<b#/>", 1023), 3) + "</a>"));
+    EXPECT_TRUE(IsRefused("<a>" + Numbered("<b#/>", 1024) + "</a>", "1024 names of elements"));
+}
+
+TEST_F(DocumentLimitsTest, ADocumentHas1024NamespacesAndPrefixesAndNoMore) {
+    EXPECT_TRUE(ParseText("<a>" + Repeated(Numbered("<b xmlns='u#'/>", 1024), 2) + "</a>"));
+    EXPECT_TRUE(IsRefused("<a>" + Numbered("<b xmlns='u#'/>", 1025) + "</a>", "1024 namespaces"));
+    EXPECT_TRUE(IsRefused("<a>" + Numbered("<b xmlns:p#='u'/>", 1025) + "</a>", "1024 namespaces"));
+}
+
+class LongTagTest : public DocumentLimitsTest, public testing::WithParamInterface<std::size_t> {};
+
+// Wherever the parser's blocks fall in it.
+TEST_P(LongTagTest, ATagOf1MiBIsReadAndOneOf2MiBIsNot) {
+    const std::string before = "<a>" + Repeated("<b/>", GetParam()) + "<c d=\"";
+    const std::string behind = "\"/></a>";
+    const std::string value(limits::kTagBytes - 9, 'x');
+    EXPECT_TRUE(ParseText(before + value + behind)) << testing::PrintToString(events.problems);
+    EXPECT_TRUE(IsRefused(before + value + value + behind, "tag is longer than the 1 MiB"));
+}
+
+INSTANTIATE_TEST_SUITE_P(AtDifferentOffsets, LongTagTest,
+                         testing::Values(0, 1, 3000, 6143, 12288, 15000, 40000));
+
+TEST_F(DocumentLimitsTest, ALongTagIsRefusedWhateverIsLongInIt) {
+    const std::string megabytes = Repeated("0123456789abcdef", 3 * 65536);
+    const std::string reason = "tag is longer than the 1 MiB";
+    EXPECT_TRUE(IsRefused("<a b='" + megabytes + "'/>", reason));
+    EXPECT_TRUE(IsRefused("<a b='>>" + megabytes + "'/>", reason));
+    EXPECT_TRUE(IsRefused("<a" + megabytes + "/>", reason));
+    EXPECT_TRUE(IsRefused("<a" + Repeated("    ", 1 << 20) + "/>", reason));
+    EXPECT_TRUE(IsRefused("<a></a" + Repeated("\n\n\n\n", 1 << 20) + ">", reason));
+    EXPECT_TRUE(IsRefused("<a" + Numbered(" b#=''", 300000) + "/>", reason));
+    EXPECT_TRUE(IsRefused("<?p " + megabytes + "?><a/>", reason));
+    EXPECT_TRUE(IsRefused(Utf16LittleEndian("<a b='" + megabytes + "'/>"), reason));
+}
+
+TEST_F(DocumentLimitsTest, WhatLooksLikeASectionDoesNotStretchATag) {
+    const std::string long_ = Repeated("x", 3 * limits::kTagBytes);
+    EXPECT_TRUE(IsRefused("<a><!-- <![CDATA[ --><b c=\"" + long_ + "\"/></a>", "tag is longer"));
+    EXPECT_TRUE(IsRefused("<a><![CDATA[ <!-- ]]><b c=\"" + long_ + "\"/></a>", "tag is longer"));
+    EXPECT_TRUE(IsRefused("<a><?p <![CDATA[ ?><b c=\"" + long_ + "\"/></a>", "tag is longer"));
+    EXPECT_TRUE(IsRefused("<a b=\"'\" c='\"'><b c=\"" + long_ + "\"/></a>", "tag is longer"));
+}
+
+TEST_F(DocumentLimitsTest, TextsAreFarLongerThanTags) {
+    const std::string text = Repeated("0123456789abcde\n", 2 * 65536);  // 2 MiB
+    EXPECT_TRUE(ParseText("<a><![CDATA[" + text + "]]></a>"));
+    EXPECT_TRUE(ParseText("<a><![CDATA[ <a b=\" <!-- " + text + "]]></a>"));
+    EXPECT_TRUE(ParseText("<a>" + text + "</a>"));
+    EXPECT_TRUE(ParseText("<a><!-- <a b='" + text + "--></a>"));
+    EXPECT_TRUE(ParseText("<a/>" + Repeated("\n", 3 << 20)));
+    EXPECT_TRUE(ParseText(Utf16LittleEndian("<a><![CDATA[" + text + "]]></a>")));
+    EXPECT_THAT(events.problems, IsEmpty());
+}
+
+TEST_F(DocumentLimitsTest, ASectionOf32MiBIsReadAndOneOf33IsNot) {
+    const std::string text = Repeated("0123456789abcde\n", limits::kSectionBytes / 16);
+    EXPECT_TRUE(ParseText("<a><![CDATA[" + text + "]]></a>"));
+    EXPECT_TRUE(IsRefused("<a><![CDATA[" + text + text.substr(0, 1 << 20) + "]]></a>",
+                          "text is longer than the 32 MiB"));
+}
+
+TEST_F(DocumentLimitsTest, AFileOfMoreThan2GiBIsRefused) {
+    const auto path = folder.Write("large.orvo", "<a/>");
+    std::filesystem::resize_file(path, limits::kFileBytes + 1);
+    EXPECT_FALSE(ParseFile(path));
+    EXPECT_THAT(events.problems, ElementsAre(HasSubstr("larger than the 2 GiB")));
+    EXPECT_THAT(events.lines, IsEmpty());
+}
+
+TEST_F(DocumentLimitsTest, NulCharactersBehindTheRootAreRefused) {
+    using namespace std::string_literals;
+    EXPECT_TRUE(IsRefused("<a/>\0\0\0"s, "NUL"));
+    EXPECT_TRUE(IsRefused("<a/>\0<junk"s, "NUL"));
+    EXPECT_TRUE(IsRefused(Utf16LittleEndian("<a/>\0\0"s), "NUL"));
+    EXPECT_TRUE(IsRefused("<a/>" + Repeated(" ", 200000) + "\0"s, "NUL"));
+}
+
+TEST_F(DocumentLimitsTest, ZeroBytesOfUtf16CharactersAreNoNul) {
+    EXPECT_TRUE(ParseText(Utf16LittleEndian("<a b='c'/>")));
+    EXPECT_TRUE(ParseText(std::string_view("\xFE\xFF\0<\0a\0/\0>\x01\x00", 12).substr(0, 10)));
+    // U+0100 U+0001 has two zero bytes side by side, but no zero unit, either way round.
+    EXPECT_TRUE(ParseText(std::string_view("\xFE\xFF\0<\0a\0>\x01\0\0A\0<\0/\0a\0>", 20)));
+}
+
+TEST_F(DocumentLimitsTest, AFileThatEndsWithinACharacterIsRefused) {
+    EXPECT_TRUE(IsRefused(Utf16LittleEndian("<a/>") + "\n", "ends within a character"));
+    for (const char* const rest : {"\xC3", "\xE2\x82", "\xF0\x9F\x8E", "\xFF", "\xFC\x80"}) {
+        EXPECT_TRUE(IsRefused(std::string("<a/>") + rest, "ends within a character"));
+        EXPECT_TRUE(
+            IsRefused("<a/>" + Repeated("\n", 98304 - 4 - 1) + rest, "ends within a character"));
+    }
+}
+
+TEST_F(DocumentLimitsTest, AFileThatIsChangedWhileItIsReadIsRefused) {
+    const auto path = folder.Write("document.orvo", "<a><b/><b/></a>");
+    std::filesystem::last_write_time(
+        path, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+    events.atEachElement = [&] {
+        std::fstream(path, std::ios::in | std::ios::out | std::ios::binary) << "<a><c/><c/></a>";
+    };
+    EXPECT_FALSE(ParseFile(path));
+    EXPECT_THAT(events.problems, ElementsAre(HasSubstr("changed while it was read")));
+    EXPECT_THAT(events.lines, testing::Not(testing::Contains("end of document")));
+}
+
+TEST_F(DocumentLimitsTest, AFileThatIsReplacedWhileItIsReadIsReadAsItWas) {
+    const auto path = folder.Write("document.orvo", "<a><b/></a>");
+    events.atEachElement = [&] {
+        std::filesystem::rename(folder.Write("next.orvo", "<x/>"), path);
+    };
+    EXPECT_TRUE(ParseFile(path));
+    EXPECT_THAT(events.problems, IsEmpty());
+}
+
+}  // namespace
+}  // namespace tses
