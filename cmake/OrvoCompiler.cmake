@@ -17,7 +17,9 @@ set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
 find_program(ORVO_CCACHE ccache)
 if(ORVO_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${ORVO_CCACHE}")
+  # What is compiled against precompiled headers is kept too.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    env "CCACHE_SLOPPINESS=pch_defines,time_macros" "${ORVO_CCACHE}")
 endif()
 
 add_compile_options(
