@@ -4,27 +4,30 @@
     examples_test.py ROOT ORVO
 """
 
-import filecmp
 import subprocess
 import sys
 import tempfile
 from pathlib import Path
 
 
+def media(examples):
+    """The bytes of every file in a session's media folder, by its path below the examples."""
+    return {file.relative_to(examples): file.read_bytes() for file in examples.glob("*/media/*")}
+
+
 def stale_media(root):
-    committed = root / "examples" / "radio-spot" / "media"
-    with tempfile.TemporaryDirectory() as made:
-        subprocess.run([sys.executable, root / "examples" / "make_media.py", made], check=True)
-        names = sorted({file.name for folder in (Path(made), committed) for file in folder.iterdir()})
-        _, differing, missing = filecmp.cmpfiles(made, committed, names, shallow=False)
-    return differing + missing
+    committed = media(root / "examples")
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run([sys.executable, root / "examples" / "make_media.py", folder], check=True)
+        made = media(Path(folder))
+    return sorted(path for path in made.keys() | committed.keys() if made.get(path) != committed.get(path))
 
 
 def main():
     root, orvo = Path(sys.argv[1]), sys.argv[2]
     stale = stale_media(root)
-    for name in stale:
-        print(f"examples/radio-spot/media/{name}: not what examples/make_media.py makes")
+    for path in stale:
+        print(f"examples/{path}: not what examples/make_media.py makes")
     sessions = subprocess.run([sys.executable, root / "examples" / "build_sessions.py", orvo, "--check"], check=False)
     return 1 if stale or sessions.returncode else 0
 
