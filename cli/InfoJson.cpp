@@ -15,6 +15,8 @@ std::string Utf8(const std::u16string& text) {
 }
 
 ordered_json ToJson(const refhost::model::AudioPort& port);
+ordered_json ToJson(const refhost::model::Property& property);
+ordered_json ToJson(const refhost::model::VideoFormat& format);
 ordered_json ToJson(const toolkit::MediaSummary& file);
 ordered_json ToJson(const toolkit::SendSummary& send);
 ordered_json ToJson(const toolkit::EffectSummary& effect);
@@ -37,6 +39,18 @@ ordered_json ToJson(const refhost::model::AudioPort& port) {
     return {{"id", port.id}, {"name", Utf8(port.name)}};
 }
 
+ordered_json ToJson(const refhost::model::Property& property) {
+    return {{"key", Utf8(property.key)}, {"value", Utf8(property.value)}};
+}
+
+ordered_json ToJson(const refhost::model::VideoFormat& format) {
+    return {{"width", format.width},
+            {"height", format.height},
+            {"timeScale", format.timeScale},
+            {"sampleSize", format.sampleSize},
+            {"pixelAspect", {format.parNumerator, format.parDenominator}}};
+}
+
 ordered_json ToJson(const toolkit::MediaSummary& file) {
     return {{"id", file.id},
             {"path", Utf8(file.path)},
@@ -47,16 +61,22 @@ ordered_json ToJson(const toolkit::MediaSummary& file) {
 
 ordered_json ToJson(const toolkit::SendSummary& send) {
     return {{"destination", Utf8(send.destination)},
+            {"component", send.component ? ordered_json(*send.component) : ordered_json(nullptr)},
             {"preFader", send.preFader},
             {"lanes", send.automation.lanes},
             {"keyframes", send.automation.keyframes}};
 }
 
 ordered_json ToJson(const toolkit::EffectSummary& effect) {
-    return {{"slot", effect.slotIndex},          {"name", Utf8(effect.name)},
-            {"bypassed", effect.bypassed},       {"preset", Utf8(effect.preset)},
-            {"presetBytes", effect.presetBytes}, {"parameters", effect.parameters},
-            {"lanes", effect.automation.lanes},  {"keyframes", effect.automation.keyframes}};
+    return {{"slot", effect.slotIndex},
+            {"name", Utf8(effect.name)},
+            {"bypassed", effect.bypassed},
+            {"sideChainChannels", effect.sideChainChannels},
+            {"preset", Utf8(effect.preset)},
+            {"presetBytes", effect.presetBytes},
+            {"parameters", effect.parameters},
+            {"lanes", effect.automation.lanes},
+            {"keyframes", effect.automation.keyframes}};
 }
 
 ordered_json ToJson(const toolkit::TrackSummary& track) {
@@ -65,16 +85,23 @@ ordered_json ToJson(const toolkit::TrackSummary& track) {
             {"name", Utf8(track.name)},
             {"channelCount", track.channelCount},
             {"input", Utf8(track.input)},
+            {"midiInput", Utf8(track.midiInput)},
             {"output", Utf8(track.output)},
             {"muted", track.muted},
             {"solo", track.solo},
+            {"soloSafe", track.soloSafe},
             {"recordArmed", track.recordArmed},
+            {"monitoring", track.monitoring},
+            {"phaseInverted", track.phaseInverted},
+            {"summedToMono", track.sumToMono},
+            {"preRendered", track.preRendered},
             {"visible", track.visible},
             {"clips", track.clips},
             {"lanes", track.automation.lanes},
             {"keyframes", track.automation.keyframes},
             {"sends", ToArray(track.sends)},
-            {"effects", ToArray(track.effects)}};
+            {"effects", ToArray(track.effects)},
+            {"pictures", ToArray(track.pictures)}};
 }
 
 ordered_json ToJson(const toolkit::ClipSummary& clip) {
@@ -119,8 +146,15 @@ void AddSession(const toolkit::SessionSummary& summary, ordered_json& object) {
     object["beatsPerMinute"] = summary.beatsPerMinute;
     object["beatsPerBar"] = summary.beatsPerBar;
     object["noteLength"] = summary.noteLength;
+    object["timeFormat"] = toolkit::TimeFormatName(summary.timeFormat);
+    object["tempoChanges"] = summary.tempoChanges;
+    object["timeSignatureChanges"] = summary.timeSignatureChanges;
+    object["keySignatureChanges"] = summary.keySignatureChanges;
     object["metronomeOn"] = summary.metronomeOn;
     object["metronomeBeats"] = summary.metronomeBeats;
+    object["properties"] = ToArray(summary.properties);
+    object["xmpLength"] = summary.xmpLength;
+    object["clipsOffline"] = summary.clipsOffline;
     object["mediaMissing"] = summary.MissingCount();
     object["media"] = ToArray(summary.media);
 }

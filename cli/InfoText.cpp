@@ -21,6 +21,8 @@ using toolkit::SendSummary;
 using toolkit::SessionSummary;
 using toolkit::TrackSummary;
 
+namespace model = refhost::model;
+
 using Rows = std::vector<std::vector<std::string>>;
 
 std::string Text(const std::u16string& text) {
@@ -37,6 +39,8 @@ std::string Unless0(std::size_t count) {
 }
 
 // The session
+
+constexpr std::size_t kLongestShownValue = 72;
 
 /// A path as it is shortest to name from the working directory.
 std::string ShownPath(const std::u16string& path) {
@@ -58,11 +62,10 @@ std::string ShownChannels(kelcore::int32 count) {
     return layout ? fmt::format("{} ({})", count, *layout) : fmt::format("{}", count);
 }
 
-std::string ShownDevice(const std::u16string& id,
-                        const std::vector<refhost::model::AudioPort>& ports) {
+std::string ShownDevice(const std::u16string& id, const std::vector<model::AudioPort>& ports) {
     std::string shown = id.empty() ? "none" : Text(id);
     const char* separator = ": ";
-    for (const refhost::model::AudioPort& port : ports) {
+    for (const model::AudioPort& port : ports) {
         shown += fmt::format("{}{} {}", separator, port.id, Text(port.name));
         separator = ", ";
     }
@@ -88,8 +91,61 @@ std::string ShownMetronome(const SessionSummary& summary) {
     return fmt::format("{}, {} in the pattern", summary.metronomeOn ? "on" : "off", beats);
 }
 
+std::string ShownTimeline(const SessionSummary& summary) {
+    std::vector<std::string> events;
+    const auto add = [&events](bool there, const char* word) {
+        if (there) {
+            events.emplace_back(word);
+        }
+    };
+    add(summary.tempoChanges, "tempo");
+    add(summary.timeSignatureChanges, "time signature");
+    add(summary.keySignatureChanges, "key signature");
+    return fmt::format("{}", fmt::join(events, ", "));
+}
+
+/// A value that a line cannot hold is told by its length.
+std::string ShownProperty(const model::Property& property) {
+    const std::size_t length = property.value.size();
+    return Text(property.key) + ": " +
+           (length <= kLongestShownValue ? Text(property.value) : Plural(length, "character"));
+}
+
+/// What only some sessions say of their music.
+void AddMusic(const SessionSummary& summary, Rows& rows) {
+    if (summary.beatsPerMinute > 0) {
+        rows.push_back({"Tempo", ShownTempo(summary)});
+    }
+    const std::string timeline = ShownTimeline(summary);
+    if (!timeline.empty()) {
+        rows.push_back({"Events", timeline});
+    }
+    if (summary.metronomeOn || summary.metronomeBeats != 0) {
+        rows.push_back({"Metronome", ShownMetronome(summary)});
+    }
+}
+
+/// What only some sessions say of themselves.
+void AddNotes(const SessionSummary& summary, Rows& rows) {
+    const std::string times = toolkit::TimeFormatName(summary.timeFormat);
+    if (times != "decimal") {
+        rows.push_back({"Times", times});
+    }
+    const char* label = "Properties";
+    for (const model::Property& property : summary.properties) {
+        rows.push_back({label, ShownProperty(property)});
+        label = "";
+    }
+    if (summary.xmpLength != 0) {
+        rows.push_back({"XMP", Plural(summary.xmpLength, "character")});
+    }
+    if (summary.clipsOffline != 0) {
+        rows.push_back({"Offline", Plural(summary.clipsOffline, "clip")});
+    }
+}
+
 std::string ShownSession(const SessionSummary& summary) {
-    const refhost::model::AudioDevice& device = summary.audioDevice;
+    const model::AudioDevice& device = summary.audioDevice;
     Rows rows = {{"Format", Text(summary.format)},
                  {"Duration", ShownDuration(summary)},
                  {"Sample rate", fmt::format("{} Hz", summary.sampleRate)},
@@ -97,12 +153,8 @@ std::string ShownSession(const SessionSummary& summary) {
                  {"Bit depth", fmt::format("{} bits", summary.bitDepth)},
                  {"Input", ShownDevice(device.inputDeviceId, device.inputPorts)},
                  {"Output", ShownDevice(device.outputDeviceId, device.outputPorts)}};
-    if (summary.beatsPerMinute > 0) {
-        rows.push_back({"Tempo", ShownTempo(summary)});
-    }
-    if (summary.metronomeOn || summary.metronomeBeats != 0) {
-        rows.push_back({"Metronome", ShownMetronome(summary)});
-    }
+    AddMusic(summary, rows);
+    AddNotes(summary, rows);
     rows.push_back({"Media", ShownMediaCount(summary)});
     return FormatTable(rows, {Align::Left, Align::Left}, "  ");
 }
@@ -126,12 +178,18 @@ std::string ShownLayout(kelcore::uint32 channelCount) {
     return layout ? *layout : std::to_string(channelCount);
 }
 
+/// Files keep no id of the metronome's track, and a reader gives it the one of no track.
+std::string ShownId(const TrackSummary& track) {
+    constexpr kelcore::uint32 kNone = 4294967295;
+    return track.id == kNone ? "" : std::to_string(track.id);
+}
+
 std::string ShownTracks(const std::vector<TrackSummary>& tracks) {
     Rows rows = {{"Track", "Id", "Name", "Channels", "Output", "Sends", "Effects", "Clips", "Lanes",
                   "Keyframes"}};
     for (const TrackSummary& track : tracks) {
-        rows.push_back({toolkit::FamilyName(track.family), std::to_string(track.id),
-                        Text(track.name), ShownLayout(track.channelCount), Text(track.output),
+        rows.push_back({toolkit::FamilyName(track.family), ShownId(track), Text(track.name),
+                        ShownLayout(track.channelCount), Text(track.output),
                         Unless0(track.sends.size()), Unless0(track.effects.size()),
                         Unless0(track.clips), Unless0(track.automation.lanes),
                         Unless0(track.automation.keyframes)});
@@ -157,47 +215,106 @@ std::string ShownSwitches(const TrackSummary& track) {
     };
     add(track.muted, "muted");
     add(track.solo, "solo");
+    add(track.soloSafe, "solo safe");
     add(track.recordArmed, "armed");
+    add(track.monitoring, "monitoring");
+    add(track.phaseInverted, "phase inverted");
+    add(track.sumToMono, "summed to mono");
+    add(track.preRendered, "pre-rendered");
     add(!track.visible, "hidden");
     return shown.empty() ? "none" : shown;
 }
 
 std::string ShownSend(const SendSummary& send) {
     std::string shown = send.destination.empty() ? "nowhere" : Text(send.destination);
+    if (send.component) {
+        shown += fmt::format(", component {}", *send.component);
+    }
     shown += send.preFader ? " (pre-fader)" : " (post-fader)";
     const std::string automation = ShownAutomation(send.automation);
     return automation.empty() ? shown : shown + ", " + automation;
 }
 
 std::string TrackTitle(const TrackSummary& track) {
-    return fmt::format("  {} {}: {}\n", toolkit::FamilyName(track.family), track.id,
-                       Text(track.name));
+    const std::string id = ShownId(track);
+    return fmt::format("  {}{}{}: {}\n", toolkit::FamilyName(track.family), id.empty() ? "" : " ",
+                       id, Text(track.name));
 }
 
-std::string ShownTrackDetail(const TrackSummary& track) {
+std::string ShownPicture(const model::VideoFormat& format) {
+    std::string shown = fmt::format("{} x {}", format.width, format.height);
+    if (format.timeScale > 0 && format.sampleSize > 0) {
+        const double rate =
+            static_cast<double>(format.timeScale) / static_cast<double>(format.sampleSize);
+        shown += fmt::format(", {:.6g} frames a second", rate);
+    }
+    if (format.parNumerator != 0 && format.parNumerator != format.parDenominator) {
+        shown += fmt::format(", pixels {}:{}", format.parNumerator, format.parDenominator);
+    }
+    return shown;
+}
+
+Rows PictureRows(const TrackSummary& track) {
+    Rows rows = {{"Clips", std::to_string(track.clips)}};
+    for (const model::VideoFormat& format : track.pictures) {
+        rows.push_back({"Picture", ShownPicture(format)});
+    }
+    return rows;
+}
+
+Rows SoundRows(const TrackSummary& track) {
     Rows rows = {{"Input", track.input.empty() ? "none" : Text(track.input)},
                  {"Output", track.output.empty() ? "none" : Text(track.output)},
                  {"Switches", ShownSwitches(track)}};
+    if (!track.midiInput.empty()) {
+        rows.insert(rows.begin() + 1, {"MIDI input", Text(track.midiInput)});
+    }
     for (const SendSummary& send : track.sends) {
         rows.push_back({"Send", ShownSend(send)});
     }
     const std::string automation = ShownAutomation(track.automation);
     rows.push_back({"Automation", automation.empty() ? "none" : automation});
-    return TrackTitle(track) + FormatTable(rows, {Align::Left, Align::Left}, "    ");
+    return rows;
+}
+
+std::string ShownRouting(const TrackSummary& track) {
+    const bool isVideo = track.family == toolkit::TrackFamily::Video;
+    return FormatTable(isVideo ? PictureRows(track) : SoundRows(track), {Align::Left, Align::Left},
+                       "    ");
+}
+
+std::string ShownState(const EffectSummary& effect) {
+    return std::string(effect.bypassed ? "bypassed" : "on") +
+           (effect.sideChainChannels != 0 ? ", side chain" : "");
 }
 
 std::string ShownEffects(const TrackSummary& track) {
     Rows rows = {{"Slot", "Effect", "State", "Preset", "Parameters", "Automation"}};
     for (const EffectSummary& effect : track.effects) {
         rows.push_back({std::to_string(effect.slotIndex),
-                        effect.name.empty() ? "(empty)" : Text(effect.name),
-                        effect.bypassed ? "bypassed" : "on", Text(effect.preset),
-                        std::to_string(effect.parameters), ShownAutomation(effect.automation)});
+                        effect.name.empty() ? "(empty)" : Text(effect.name), ShownState(effect),
+                        Text(effect.preset), std::to_string(effect.parameters),
+                        ShownAutomation(effect.automation)});
     }
-    return TrackTitle(track) + FormatTable(rows,
-                                           {Align::Right, Align::Left, Align::Left, Align::Left,
-                                            Align::Right, Align::Left},
-                                           "    ");
+    return FormatTable(
+        rows, {Align::Right, Align::Left, Align::Left, Align::Left, Align::Right, Align::Left},
+        "    ");
+}
+
+/// What was asked for of one track, under one title.
+std::string ShownTrack(const TrackSummary& track, const InfoDetail& detail) {
+    const bool effects = detail.effects && !track.effects.empty();
+    if (!detail.tracks && !effects) {
+        return "";
+    }
+    std::string text = "\n" + TrackTitle(track);
+    if (detail.tracks) {
+        text += ShownRouting(track);
+    }
+    if (detail.tracks && effects) {
+        text += "\n";
+    }
+    return effects ? text + ShownEffects(track) : text;
 }
 
 // Clips
@@ -243,12 +360,7 @@ std::string ShowInfo(const InfoReport& report, const InfoDetail& detail) {
         text += "\n" + ShownTracks(content.tracks);
     }
     for (const TrackSummary& track : content.tracks) {
-        if (detail.tracks) {
-            text += "\n" + ShownTrackDetail(track);
-        }
-        if (detail.effects && !track.effects.empty()) {
-            text += "\n" + ShownEffects(track);
-        }
+        text += ShownTrack(track, detail);
     }
     if (detail.clips && !content.clips.empty()) {
         text += "\n" + ShownClips(content);

@@ -76,12 +76,14 @@ ClipSummary Summarise(const model::AudioTrack& track, const model::AudioClip& cl
     summary.fileId = clip.fileId;
     MarkIf(summary, !context.IsFound(clip.fileId), "missing");
     MarkIf(summary, clip.offline, "offline");
+    MarkIf(summary, IsSwitchedOn(clip.mute), "muted");
     MarkIf(summary, clip.lockedInTime, "locked");
     MarkIf(summary, clip.looped, "looped");
     MarkIf(summary, clip.stretch && clip.stretch->stretchMode != 0, "stretched");
     MarkIf(summary, clip.fadeIn || clip.fadeOut, "fades");
     MarkIf(summary, clip.crossFadeHeadClipId != -1 || clip.crossFadeTailClipId != -1, "crossfades");
     MarkIf(summary, !clip.takes.empty(), "takes " + std::to_string(clip.takes.size()));
+    MarkIf(summary, !clip.channelSources.empty(), "channel map");
     MarkIf(summary, clip.effectsRack && !clip.effectsRack->slots.empty(), "effects");
     MarkIf(summary, CountAutomation(clip).lanes != 0, "automation");
     return summary;

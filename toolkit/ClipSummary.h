@@ -19,8 +19,9 @@ struct ClipSummary {
     kelcore::int64 start = 0;
     kelcore::int64 duration = 0;
     std::optional<kelcore::uint32> fileId;  ///< none: a MIDI clip
-    /// What a person should know: "missing" (its media are not there), "offline", "locked",
-    /// "looped", "stretched", "fades", "crossfades", "takes 3", "effects", "automation", "empty".
+    /// What a person should know: "missing" (its media are not there), "offline", "muted",
+    /// "locked", "looped", "stretched", "fades", "crossfades", "takes 3", "channel map", "effects",
+    /// "automation", "empty".
     std::vector<std::string> marks;
     std::u16string group;  ///< the groups that it belongs to, by name
 

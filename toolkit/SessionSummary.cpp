@@ -21,6 +21,30 @@ MediaSummary SummariseFile(const refhost::model::File& file, const FileTest& exi
     return summary;
 }
 
+template <class Tracks>
+std::size_t CountOffline(const Tracks& tracks) {
+    std::size_t count = 0;
+    for (const auto& track : tracks) {
+        count += static_cast<std::size_t>(std::count_if(
+            track.clips.begin(), track.clips.end(), [](const auto& clip) { return clip.offline; }));
+    }
+    return count;
+}
+
+void SummariseTimeline(const std::optional<refhost::model::GlobalTrackInfo>& timeline,
+                       SessionSummary& summary) {
+    if (timeline) {
+        summary.tempoChanges = !timeline->tempoEvents.empty();
+        summary.timeSignatureChanges = !timeline->timeSignatureEvents.empty();
+        summary.keySignatureChanges = !timeline->keySignatureEvents.empty();
+    }
+}
+
+std::string TimecodeName(const refhost::model::TimeFormat& format) {
+    return fmt::format("timecode, {} frames a second{}{}", format.frameRate,
+                       format.ntsc ? ", NTSC" : "", format.dropFrame ? ", drop frame" : "");
+}
+
 }  // namespace
 
 std::size_t SessionSummary::MissingCount() const {
@@ -43,8 +67,13 @@ SessionSummary Summarise(const refhost::model::Session& session, const FileTest&
     summary.beatsPerMinute = session.musicalTime.beatsPerMinute;
     summary.beatsPerBar = session.musicalTime.beatsPerBar;
     summary.noteLength = session.musicalTime.noteLength;
+    summary.timeFormat = session.timeFormat;
+    SummariseTimeline(session.metronome.globalTrackInfo, summary);
     summary.metronomeOn = session.metronome.enabled;
     summary.metronomeBeats = session.metronome.pattern.size();
+    summary.properties = session.properties;
+    summary.xmpLength = session.xmpMetadata.size();
+    summary.clipsOffline = CountOffline(session.videoTracks) + CountOffline(session.audioTracks);
     for (const refhost::model::File& file : session.files) {
         summary.media.push_back(SummariseFile(file, exists));
     }
@@ -64,6 +93,29 @@ std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sa
     milliseconds %= 1000;
     return fmt::format("{}{}:{:02}:{:02}.{:03}", samples < 0 ? "-" : "", seconds / 3600,
                        seconds / 60 % 60, seconds % 60, milliseconds);
+}
+
+std::string TimeFormatName(const refhost::model::TimeFormat& format) {
+    switch (format.format) {
+        case 1:
+            return "samples";
+        case 2:
+            return TimecodeName(format);
+        case 3:
+            return "timecode, NTSC 30 frames a second";
+        case 4:
+            return "timecode, NTSC 30 frames a second, drop frame";
+        case 6:
+            return "bars and beats";
+        case 12:
+            return "timecode, NTSC 60 frames a second";
+        case 13:
+            return "timecode, NTSC 60 frames a second, drop frame";
+        case 14:
+            return "timecode, NTSC 24 frames a second";
+        default:
+            return "decimal";
+    }
 }
 
 std::optional<std::string> ChannelLayoutName(kelcore::int32 channelCount) {

@@ -33,9 +33,16 @@ struct SessionSummary {
     double beatsPerMinute = 0;  ///< 0: not said
     kelcore::int32 beatsPerBar = 0;
     kelcore::int32 noteLength = 0;
+    refhost::model::TimeFormat timeFormat;
+    bool tempoChanges = false;  ///< the musical timeline has tempo events, and the like
+    bool timeSignatureChanges = false;
+    bool keySignatureChanges = false;
     bool metronomeOn = false;
-    std::size_t metronomeBeats = 0;   ///< in the pattern of a bar
-    std::vector<MediaSummary> media;  ///< in the session's order
+    std::size_t metronomeBeats = 0;                    ///< in the pattern of a bar
+    std::vector<refhost::model::Property> properties;  ///< what the host keeps with the session
+    std::size_t xmpLength = 0;                         ///< of the XMP packet, in UTF-16 code units
+    std::size_t clipsOffline = 0;                      ///< on tracks of all kinds
+    std::vector<MediaSummary> media;                   ///< in the session's order
 
     std::size_t MissingCount() const;
 };
@@ -51,6 +58,9 @@ SessionSummary Summarise(const refhost::model::Session& session, const FileTest&
 /// A count of samples as "h:mm:ss.mmm", to the nearest millisecond, with "-" in front for a
 /// negative one. None when the rate is 0.
 std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sampleRate);
+
+/// How times are shown, as people call it: "samples", "timecode, 25 frames a second", ...
+std::string TimeFormatName(const refhost::model::TimeFormat& format);
 
 /// "mono", "stereo", "5.1", or none for counts without a name.
 std::optional<std::string> ChannelLayoutName(kelcore::int32 channelCount);

@@ -81,6 +81,9 @@ SendSummary Summarise(const model::Session& session, const model::SendSlot& slot
     SendSummary summary;
     summary.destination =
         slot.sendOutputId >= 0 ? TrackName(session, slot.sendOutputId) : std::u16string();
+    if (slot.destCompIndex >= 0) {
+        summary.component = slot.destCompIndex;
+    }
     summary.preFader = slot.preFader;
     summary.automation += Count(slot.sendComponent);
     summary.automation += Count(slot.panComponent);
@@ -104,6 +107,7 @@ EffectSummary Summarise(const model::EffectsSlot& slot) {
     EffectSummary summary;
     summary.slotIndex = slot.slotIndex;
     summary.bypassed = slot.bypassed;
+    summary.sideChainChannels = slot.sideChainChannels;
     if (slot.component) {
         summary.name = NameOr(slot.component->name, slot.component->componentId);
         summary.preset = slot.component->presetName;
@@ -142,12 +146,11 @@ AutomationCount CountTrack(const TrackSummary& summary, const model::AudioTrack&
     return count;
 }
 
-bool IsOn(const std::optional<model::Component>& component) {
-    if (!component || component->parameters.empty()) {
-        return false;
+std::u16string MidiInputName(const std::optional<model::InstrumentTrack>& instrument) {
+    if (!instrument) {
+        return {};
     }
-    const auto& value = component->parameters.begin()->second.value;
-    return value && *value >= kOnFrom;
+    return instrument->midiAll ? u"all MIDI inputs" : instrument->midiIn;
 }
 
 TrackFamily FamilyOf(kelcore::uint32 kind) {
@@ -174,9 +177,15 @@ TrackSummary Summarise(const model::Session& session, const model::AudioTrack& t
     summary.output = OutputName(session, track);
     summary.input = track.inputId >= 0 ? PortName(session.audioDevice.inputPorts, track.inputId)
                                        : std::u16string();
+    summary.midiInput = MidiInputName(track.instrument);
     summary.solo = track.solo;
+    summary.soloSafe = track.soloSafe;
     summary.recordArmed = track.recordArmed;
-    summary.muted = IsOn(track.mute);
+    summary.monitoring = track.monitoring;
+    summary.phaseInverted = track.phaseInverted;
+    summary.sumToMono = track.sumToMono;
+    summary.preRendered = track.preRendered;
+    summary.muted = IsSwitchedOn(track.mute);
     summary.visible = track.visible;
     summary.sends = SummariseSends(session, track.sendList);
     summary.effects = SummariseEffects(track.effectsRack);
@@ -185,12 +194,24 @@ TrackSummary Summarise(const model::Session& session, const model::AudioTrack& t
     return summary;
 }
 
+std::vector<model::VideoFormat> PicturesOf(const model::VideoTrack& track) {
+    std::vector<model::VideoFormat> pictures;
+    for (const model::VideoClip& clip : track.clips) {
+        if (clip.format &&
+            std::find(pictures.begin(), pictures.end(), *clip.format) == pictures.end()) {
+            pictures.push_back(*clip.format);
+        }
+    }
+    return pictures;
+}
+
 TrackSummary Summarise(const model::VideoTrack& track) {
     TrackSummary summary;
     summary.family = TrackFamily::Video;
     summary.id = track.id;
     summary.name = track.name;
     summary.clips = track.clips.size();
+    summary.pictures = PicturesOf(track);
     return summary;
 }
 
@@ -232,6 +253,14 @@ std::vector<TrackSummary> SummariseTracks(const model::Session& session) {
         summaries.push_back(Summarise(session, *session.metronome.track));
     }
     return summaries;
+}
+
+bool IsSwitchedOn(const std::optional<model::Component>& component) {
+    if (!component || component->parameters.empty()) {
+        return false;
+    }
+    const auto& value = component->parameters.begin()->second.value;
+    return value && *value >= kOnFrom;
 }
 
 AutomationCount CountAutomation(const model::AudioClip& clip) {

@@ -28,6 +28,7 @@ struct EffectSummary {
     bool bypassed = false;
     std::size_t parameters = 0;
     std::size_t presetBytes = 0;
+    kelcore::uint32 sideChainChannels = 0;  ///< 0: nothing keys it
     AutomationCount automation;
 
     friend bool operator==(const EffectSummary&, const EffectSummary&) = default;
@@ -36,6 +37,7 @@ struct EffectSummary {
 /// A send, by where it goes.
 struct SendSummary {
     std::u16string destination;
+    std::optional<kelcore::int32> component;  ///< of the destination's effects, if it feeds one
     bool preFader = false;
     AutomationCount automation;
 
@@ -50,14 +52,21 @@ struct TrackSummary {
     kelcore::uint32 id = 0;
     std::u16string name;
     kelcore::uint32 channelCount = 0;  ///< 0: not said
-    std::u16string output;  ///< the track or port that it goes to, by name; empty: nowhere
-    std::u16string input;   ///< the port that it records from, by name; empty: none
+    std::u16string output;     ///< the track or port that it goes to, by name; empty: nowhere
+    std::u16string input;      ///< the port that it records from, by name; empty: none
+    std::u16string midiInput;  ///< the MIDI inputs that an instrument hears; empty: none
     bool solo = false;
+    bool soloSafe = false;
     bool recordArmed = false;
+    bool monitoring = false;
+    bool phaseInverted = false;
+    bool sumToMono = false;
+    bool preRendered = false;
     bool muted = false;  ///< its mute component's parameter is on
     bool visible = true;
     std::vector<SendSummary> sends;
     std::vector<EffectSummary> effects;
+    std::vector<refhost::model::VideoFormat> pictures;  ///< each format of a video track's clips
     std::size_t clips = 0;
     AutomationCount automation;  ///< of everything in the track, its clips included
 
@@ -69,6 +78,9 @@ const char* FamilyName(TrackFamily family);
 
 /// The video tracks, the other tracks and the metronome's, in the session's order.
 std::vector<TrackSummary> SummariseTracks(const refhost::model::Session& session);
+
+/// Whether a control that is a switch, such as a mute, is on: its parameter is one half or more.
+bool IsSwitchedOn(const std::optional<refhost::model::Component>& component);
 
 /// The automation of a clip's own controls and effects.
 AutomationCount CountAutomation(const refhost::model::AudioClip& clip);

@@ -11,6 +11,7 @@ using test::Outcome;
 using test::RunTool;
 using test::RunToolUnprivileged;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -93,6 +94,78 @@ TEST_F(InfoTest, ShowsTheDetailsThatAreAskedFor) {
                   "  Voice     5  Line one  0:00:01.500  0:00:00.250      9  Pair   missing\n"));
 }
 
+TEST_F(InfoTest, ShowsTheTitleOfATrackOnceAboveItsRoutingAndItsEffects) {
+    folder_.Write("a.orvo", kMixedSession);
+    const Outcome outcome = RunTool({"info", "--tracks", "--effects", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, HasSubstr("    Automation  1 lane, 1 keyframe\n"
+                                          "\n"
+                                          "    Slot  Effect  State "));
+    const Outcome effects = RunTool({"info", "--effects", "a.orvo"}, folder_);
+    EXPECT_THAT(effects.output, HasSubstr("  audio 1: Voice\n"
+                                          "    Slot  Effect  State "));
+    EXPECT_THAT(effects.output, Not(HasSubstr("bus 2: Mix")));
+}
+
+constexpr const char* kSessionOfMany = R"(<orvo><session sampleRate="1000"><tracks>
+<videoTrack id="5"><trackParameters><name>Film</name></trackParameters>
+<videoClip id="9" offline="true"><videoFormat width="720" height="576" timeScale="30000" sampleSize="1001" parNumerator="16" parDenominator="15"/></videoClip></videoTrack>
+<audioTrack id="1" phaseInverted="true" sumtomono="true"><trackAudioParameters monitoring="true" soloSafe="true"/>
+<sendList><sendSlot slotIndex="0" sendOutputID="2" destCompIndex="3"/></sendList></audioTrack>
+<instrumentTrack id="2" midiIn="Keys"><trackParameters><name>Piano</name></trackParameters>
+<effectsRack><slot slotIndex="0" powered="true" sideChainChannels="2"><component name="Gate"/></slot></effectsRack></instrumentTrack>
+</tracks><sessionState><timeFormatState timeFormat="timeFormatTimeCode" timeCodeFrameRate="24"/></sessionState>
+<xmpMetadata><![CDATA[<x/>]]></xmpMetadata>
+<metronome enabled="true"><metronomeTrack><trackParameters><name>Click</name></trackParameters></metronomeTrack>
+<globalTrackInfo><tempoEvents>AQ==</tempoEvents><keySignatureEvents>AQ==</keySignatureEvents></globalTrackInfo></metronome>
+<properties><property key="reel">2</property><property key="long">0123456789012345678901234567890123456789012345678901234567890123456789xyz</property></properties>
+</session></orvo>)";
+
+TEST_F(InfoTest, ShowsHowTimesAreToldEventsPropertiesMetadataAndWhatIsOffline) {
+    folder_.Write("a.orvo", kSessionOfMany);
+    const Outcome outcome = RunTool({"info", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, HasSubstr("  Events       tempo, key signature\n"
+                                          "  Metronome    on, 0 beats in the pattern\n"
+                                          "  Times        timecode, 24 frames a second\n"
+                                          "  Properties   reel: 2\n"
+                                          "               long: 73 characters\n"
+                                          "  XMP          4 characters\n"
+                                          "  Offline      1 clip\n"
+                                          "  Media        none\n"));
+}
+
+TEST_F(InfoTest, ShowsSwitchesMidiInputsSideChainsAndPictures) {
+    folder_.Write("a.orvo", kSessionOfMany);
+    const Outcome outcome = RunTool({"info", "--tracks", "--effects", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.output,
+                HasSubstr("  video 5: Film\n"
+                          "    Clips    1\n"
+                          "    Picture  720 x 576, 29.97 frames a second, pixels 16:15\n"));
+    EXPECT_THAT(outcome.output,
+                HasSubstr("    Switches    solo safe, monitoring, phase inverted, summed to mono\n"
+                          "    Send        Piano, component 3 (post-fader)\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("    MIDI input  Keys\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("       0  Gate    on, side chain  "));
+}
+
+TEST_F(InfoTest, ShowsNoIdForTheMetronomesTrackWhichHasNone) {
+    folder_.Write("a.orvo", kSessionOfMany);
+    const Outcome outcome = RunTool({"info", "--tracks", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, HasSubstr("  metronome: Click\n"));
+    EXPECT_THAT(outcome.output, Not(HasSubstr("4294967295")));
+}
+
+TEST_F(InfoTest, TellsProgramsOfPicturesPropertiesAndSideChains) {
+    folder_.Write("a.orvo", kSessionOfMany);
+    const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
+    const auto session = nlohmann::json::parse(outcome.output).at(0);
+    EXPECT_EQ(session.at("properties").at(0).at("key"), "reel");
+    EXPECT_EQ(session.at("clipsOffline"), 1);
+    EXPECT_EQ(session.at("keySignatureChanges"), true);
+    EXPECT_EQ(session.at("tracks").at(0).at("pictures").at(0).at("timeScale"), 30000);
+    EXPECT_EQ(session.at("tracks").at(1).at("sends").at(0).at("component"), 3);
+    EXPECT_EQ(session.at("tracks").at(2).at("effects").at(0).at("sideChainChannels"), 2);
+}
+
 TEST_F(InfoTest, TellsProgramsOfTracksClipsAndGroups) {
     folder_.Write("a.orvo", kMixedSession);
     const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
@@ -133,6 +206,8 @@ TEST_F(InfoTest, GivesJsonForPrograms) {
         "input": {"device": "Desk", "ports": [{"id": 1, "name": "Mic"}, {"id": 2, "name": "Line"}]},
         "output": {"device": "", "ports": []},
         "beatsPerMinute": 0.0, "beatsPerBar": 0, "noteLength": 0,
+        "timeFormat": "decimal", "tempoChanges": false, "timeSignatureChanges": false,
+        "keySignatureChanges": false, "properties": [], "xmpLength": 0, "clipsOffline": 0,
         "metronomeOn": false, "metronomeBeats": 0, "tracks": [], "clips": [], "groups": [],
         "mediaMissing": 1,
         "media": [

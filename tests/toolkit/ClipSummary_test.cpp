@@ -59,8 +59,11 @@ TEST(ClipSummary, TellsWhatIsMissingOfflineAndDone) {
     clip.fadeIn.emplace();
     clip.crossFadeHeadClipId = 2;
     clip.takes = {0, 1};
+    clip.mute.emplace().parameters[0].value = 1.0F;
+    clip.channelSources = {{0, 1}};
     EXPECT_THAT(SummariseClips(session, Media(false)).at(0).marks,
-                ElementsAre("missing", "offline", "looped", "fades", "crossfades", "takes 2"));
+                ElementsAre("missing", "offline", "muted", "looped", "fades", "crossfades",
+                            "takes 2", "channel map"));
 }
 
 TEST(ClipSummary, AClipNamesItsGroupsAndAGroupItsMissingMembers) {

@@ -65,6 +65,63 @@ TEST(SessionSummary, AnUnknownHandlerIsCalledByItsIdentifier) {
     EXPECT_EQ(Summarise(session, Never).media[0].handlerName, u"nobody knows it");
 }
 
+TEST(SessionSummary, TellsWhichEventsTheMusicalTimelineHas) {
+    Session session;
+    session.metronome.globalTrackInfo.emplace().timeSignatureEvents = {1};
+    const SessionSummary summary = Summarise(session, Never);
+    EXPECT_FALSE(summary.tempoChanges);
+    EXPECT_TRUE(summary.timeSignatureChanges);
+    EXPECT_FALSE(summary.keySignatureChanges);
+}
+
+TEST(SessionSummary, CountsTheOfflineClipsOfAllTracks) {
+    Session session;
+    session.videoTracks.resize(1);
+    session.videoTracks[0].clips.resize(2);
+    session.videoTracks[0].clips[1].offline = true;
+    session.audioTracks.resize(2);
+    session.audioTracks[1].clips.resize(1);
+    session.audioTracks[1].clips[0].offline = true;
+    EXPECT_EQ(Summarise(session, Never).clipsOffline, 2u);
+}
+
+TEST(SessionSummary, TakesThePropertiesAndTheLengthOfTheMetadata) {
+    Session session;
+    session.properties = {{u"reel", u"2"}};
+    session.xmpMetadata = u"<x/>";
+    const SessionSummary summary = Summarise(session, Never);
+    EXPECT_EQ(summary.properties, session.properties);
+    EXPECT_EQ(summary.xmpLength, 4u);
+}
+
+std::string NameOfFormat(kelcore::int32 format) {
+    refhost::model::TimeFormat times;
+    times.format = format;
+    return toolkit::TimeFormatName(times);
+}
+
+TEST(TimeFormatName, NamesTheFormatsOfAFileAndCallsOthersDecimal) {
+    EXPECT_EQ(NameOfFormat(0), "decimal");
+    EXPECT_EQ(NameOfFormat(1), "samples");
+    EXPECT_EQ(NameOfFormat(3), "timecode, NTSC 30 frames a second");
+    EXPECT_EQ(NameOfFormat(4), "timecode, NTSC 30 frames a second, drop frame");
+    EXPECT_EQ(NameOfFormat(5), "decimal");
+    EXPECT_EQ(NameOfFormat(6), "bars and beats");
+    EXPECT_EQ(NameOfFormat(12), "timecode, NTSC 60 frames a second");
+    EXPECT_EQ(NameOfFormat(13), "timecode, NTSC 60 frames a second, drop frame");
+    EXPECT_EQ(NameOfFormat(14), "timecode, NTSC 24 frames a second");
+}
+
+TEST(TimeFormatName, ATimecodeSaysItsRateAndHowFramesAreCounted) {
+    refhost::model::TimeFormat times;
+    times.format = 2;
+    times.frameRate = 25;
+    EXPECT_EQ(toolkit::TimeFormatName(times), "timecode, 25 frames a second");
+    times.ntsc = true;
+    times.dropFrame = true;
+    EXPECT_EQ(toolkit::TimeFormatName(times), "timecode, 25 frames a second, NTSC, drop frame");
+}
+
 TEST(FormatTime, ShowsHoursMinutesSecondsAndMilliseconds) {
     EXPECT_EQ(FormatTime(0, 48000), "0:00:00.000");
     EXPECT_EQ(FormatTime(48000LL * 3723 + 24000, 48000), "1:02:03.500");

@@ -76,6 +76,41 @@ TEST(TrackSummary, AMuteAtOneHalfIsOn) {
     EXPECT_FALSE(SummariseTracks(session).at(1).muted);
 }
 
+TEST(TrackSummary, AnInstrumentHearsOneMidiInputOrAll) {
+    model::Session session;
+    session.audioTracks = {Track(1, u"voice"), Track(2, u"bass"), Track(3, u"piano")};
+    session.audioTracks[1].instrument = model::InstrumentTrack{u"Pedals", false};
+    session.audioTracks[2].instrument = model::InstrumentTrack{u"Keyboard", true};
+    const auto tracks = SummariseTracks(session);
+    EXPECT_EQ(tracks.at(0).midiInput, u"");
+    EXPECT_EQ(tracks.at(1).midiInput, u"Pedals");
+    EXPECT_EQ(tracks.at(2).midiInput, u"all MIDI inputs");
+}
+
+TEST(TrackSummary, ASendMayFeedOneComponentOfItsDestination) {
+    model::Session session;
+    session.audioTracks = {Track(1, u"drums")};
+    session.audioTracks[0].sendList.emplace().slots.resize(2);
+    session.audioTracks[0].sendList->slots[0].emplace();
+    session.audioTracks[0].sendList->slots[1].emplace().destCompIndex = 0;
+    const auto sends = SummariseTracks(session).at(0).sends;
+    EXPECT_EQ(sends.at(0).component, std::nullopt);
+    EXPECT_EQ(sends.at(1).component, 0);
+}
+
+TEST(TrackSummary, AVideoTrackTellsEachFormatOfItsClipsOnce) {
+    model::VideoFormat wide;
+    wide.width = 1920;
+    model::Session session;
+    session.videoTracks.resize(1);
+    session.videoTracks[0].clips.resize(4);
+    session.videoTracks[0].clips[0].format = wide;
+    session.videoTracks[0].clips[2].format = model::VideoFormat();
+    session.videoTracks[0].clips[3].format = wide;
+    EXPECT_EQ(SummariseTracks(session).at(0).pictures,
+              (std::vector<model::VideoFormat>{wide, model::VideoFormat()}));
+}
+
 TEST(TrackSummary, VideoComesFirstAndTheMetronomeLastAndAnUnknownKindIsAudio) {
     model::Session session;
     session.videoTracks.resize(1);
