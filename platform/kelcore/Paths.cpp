@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 #include <system_error>
 #include <vector>
 
@@ -166,6 +167,9 @@ std::u16string FileUtils::PrepAsLongPathName(std::u16string_view path) {
     }
     std::error_code error;
     const std::filesystem::path workingFolder = std::filesystem::current_path(error);
+    if (error == std::errc::not_enough_memory) {
+        throw std::bad_alloc();
+    }
     if (error) {
         return Names(path).Path();
     }

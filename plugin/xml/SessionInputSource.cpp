@@ -13,15 +13,30 @@
 #include "platform/kelcore/Paths.h"
 
 namespace tses {
-namespace {
 
-class RegularFileStream final : public xercesc::BinInputStream {
+class SessionInputSource::Stream final : public xercesc::BinInputStream {
 public:
-    RegularFileStream(int descriptor, DocumentWatch& watch)
-        : descriptor_(descriptor), watch_(watch) {}
-    ~RegularFileStream() override { ::close(descriptor_); }
-    RegularFileStream(const RegularFileStream&) = delete;
-    RegularFileStream& operator=(const RegularFileStream&) = delete;
+    explicit Stream(const SessionInputSource& source) : source_(source) { source_.stream_ = this; }
+    ~Stream() override {
+        source_.stream_ = nullptr;
+        if (descriptor_ >= 0) {
+            ::close(descriptor_);
+        }
+    }
+    Stream(const Stream&) = delete;
+    Stream& operator=(const Stream&) = delete;
+
+    /// Opens the source's file; false if it is none that can be read.
+    bool Open() {
+        descriptor_ =
+            ::open(source_.systemPath_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+        struct stat status {};
+        if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) {
+            return false;
+        }
+        source_.watch_.Opened(descriptor_, status);
+        return true;
+    }
 
     XMLFilePos curPos() const override { return position_; }
 
@@ -30,7 +45,7 @@ public:
             const ssize_t got = ::read(descriptor_, buffer, size);
             if (got >= 0) {
                 position_ += static_cast<XMLFilePos>(got);
-                watch_.Received(buffer, static_cast<std::size_t>(got));
+                source_.watch_.Received(buffer, static_cast<std::size_t>(got));
                 return static_cast<XMLSize_t>(got);
             }
             if (errno != EINTR) {
@@ -44,29 +59,21 @@ public:
     const XMLCh* getContentType() const override { return nullptr; }
 
 private:
-    int descriptor_;
-    DocumentWatch& watch_;
+    const SessionInputSource& source_;
+    int descriptor_ = -1;
     XMLFilePos position_ = 0;
 };
-
-}  // namespace
 
 SessionInputSource::SessionInputSource(const std::u16string& path, DocumentWatch& watch)
     : LocalFileInputSource(path.c_str()), systemPath_(kelcore::PathToBytes(path)), watch_(watch) {}
 
+SessionInputSource::~SessionInputSource() {
+    delete stream_;
+}
+
 xercesc::BinInputStream* SessionInputSource::makeStream() const {
-    const int descriptor =
-        ::open(systemPath_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (descriptor < 0) {
-        return nullptr;
-    }
-    auto stream = std::make_unique<RegularFileStream>(descriptor, watch_);
-    struct stat status {};
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-        return nullptr;
-    }
-    watch_.Opened(descriptor, status);
-    return stream.release();
+    auto stream = std::make_unique<Stream>(*this);
+    return stream->Open() ? stream.release() : nullptr;
 }
 
 }  // namespace tses

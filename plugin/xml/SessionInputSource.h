@@ -11,17 +11,26 @@ namespace tses {
 /// waiting (a pipe without a writer would wait for ever) and only if it is a regular file, which is
 /// asked of the opened file itself, so that it cannot be exchanged in between. All that is read
 /// goes past the watch, which must outlive the parse.
+///
+/// A parser that fails may forget its stream, or hold it until its own end; so a source is to
+/// outlive the parser, and then closes what is left.
 class SessionInputSource final : public xercesc::LocalFileInputSource {
 public:
     SessionInputSource(const std::u16string& path, DocumentWatch& watch);
+    ~SessionInputSource() override;
+    SessionInputSource(const SessionInputSource&) = delete;
+    SessionInputSource& operator=(const SessionInputSource&) = delete;
 
     /// The opened stream, owned by the parser; null if there is no such regular file to be read,
-    /// which the parser then reports as an error.
+    /// which the parser then reports as an error. To be called once.
     xercesc::BinInputStream* makeStream() const override;
 
 private:
+    class Stream;
+
     std::string systemPath_;
     DocumentWatch& watch_;
+    mutable Stream* stream_ = nullptr;  // while it lives
 };
 
 }  // namespace tses

@@ -57,7 +57,7 @@ bool SessionXMLReader::Parse(const std::u16string& path) noexcept {
 }
 
 void SessionXMLReader::ParseDocument(const std::u16string& path) {
-    const SessionInputSource source(path, handler_.Watch());
+    const SessionInputSource& source = sources_.emplace_back(path, handler_.Watch());
     handler_.BeforeParse(source.getSystemId());
     parser_->parse(source);
 }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <boost/thread/recursive_mutex.hpp>
+#include <list>
 #include <memory>
 #include <string>
 
 #include "plugin/xml/SAXHandlers.h"
+#include "plugin/xml/SessionInputSource.h"
 #include "plugin/xml/SessionXMLDefaultHandler.h"
 
 namespace xercesc_3_2 {
@@ -34,6 +36,7 @@ private:
     void ParseDocument(const std::u16string& path);
 
     SessionXMLDefaultHandler handler_;
+    std::list<SessionInputSource> sources_;  // of all parses; they outlive the parser
     std::unique_ptr<xercesc_3_2::SAX2XMLReaderImpl> parser_;
     boost::recursive_mutex lock_;
 };

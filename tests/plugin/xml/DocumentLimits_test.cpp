@@ -125,6 +125,20 @@ TEST_F(DocumentLimitsTest, ARefusedDocumentLeavesTheReaderReadyForTheNext) {
     EXPECT_TRUE(reader.Parse(good));
 }
 
+TEST_F(DocumentLimitsTest, NoRefusedDocumentIsLeftOpen) {
+    const auto openFiles = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    const auto before = openFiles();
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_FALSE(ParseText("<!DOCTYPE a><a/>"));
+        EXPECT_FALSE(ParseText(Nested(257)));
+        EXPECT_FALSE(ParseText("<a b='" + std::string(3 * limits::kTagBytes, 'x')));
+        EXPECT_FALSE(ParseText("<?xml version='1.0' encoding='none'?><a/>"));
+    }
+    EXPECT_EQ(openFiles(), before);
+}
+
 TEST_F(DocumentLimitsTest, ElementsNest256DeepAndNoDeeper) {
     EXPECT_TRUE(ParseText(Nested(256)));
     EXPECT_TRUE(IsRefused(Nested(257), "nested deeper than the 256 levels"));
