@@ -1,0 +1,34 @@
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "fuzz/PluginUnderTest.h"
+#include "reference_host/json/SessionJson.h"
+
+// Any bytes as the JSON of a session: they are refused in words, or are a session whose own JSON
+// gives it back.
+
+namespace {
+
+std::optional<refhost::model::Session> SessionOf(std::string_view text) {
+    try {
+        return refhost::FromJson(text);
+    } catch (const refhost::JsonError& error) {
+        if (std::string_view(error.what()).empty()) {
+            fuzz::Fail("refused without a word");
+        }
+        return std::nullopt;
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (const auto session = SessionOf({reinterpret_cast<const char*>(data), size})) {
+        const std::string json = refhost::ToJson(*session);
+        if (refhost::ToJson(refhost::FromJson(json)) != json) {
+            fuzz::Fail("a session changed in its JSON");
+        }
+    }
+    return 0;
+}

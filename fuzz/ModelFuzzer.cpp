@@ -1,0 +1,92 @@
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <tuple>
+#include <vector>
+
+#include "fuzz/ByteSource.h"
+#include "fuzz/PluginUnderTest.h"
+#include "reference_host/json/Schema.h"
+
+// Sessions with any value in any field. They can be saved and read; and what was read, saved and
+// read once more, is the same session in the same bytes.
+
+namespace {
+
+using refhost::Schema;
+
+/// Fills every field of a model by the tables that its JSON is made by.
+class Filler {
+public:
+    explicit Filler(fuzz::ByteSource& source) : source_(source) {}
+
+    void Fill(bool& value) { value = source_.Choose(2) != 0; }
+    template <class Number>
+    requires std::is_arithmetic_v<Number>
+    void Fill(Number& value) {
+        value = source_.Choose(4) != 0 ? static_cast<Number>(source_.Take<std::uint8_t>())
+                                       : source_.Take<Number>();
+    }
+    void Fill(std::u16string& value) { value = source_.Text(); }
+    template <class Element>
+    void Fill(std::vector<Element>& value) {
+        for (std::size_t count = Few(); count > 0; --count) {
+            Fill(value.emplace_back());
+        }
+    }
+    template <class Held>
+    void Fill(std::optional<Held>& value) {
+        if (source_.Choose(2) != 0) {
+            Fill(value.emplace());
+        }
+    }
+    template <class Held>
+    void Fill(std::map<kelcore::uint32, Held>& value) {
+        for (std::size_t count = Few(); count > 0; --count) {
+            Fill(value[source_.Take<std::uint8_t>()]);
+        }
+    }
+    template <class Struct>
+    requires requires { Schema<Struct>::kRows; }
+    void Fill(Struct& value) {
+        std::apply([&](const auto&... rows) { (Fill(value.*rows.member), ...); },
+                   Schema<Struct>::kRows);
+    }
+
+private:
+    std::size_t Few() { return source_.IsEmpty() ? 0 : source_.Choose(4); }
+
+    fuzz::ByteSource& source_;
+};
+
+fuzz::Saved Save(const refhost::model::Session& session) {
+    fuzz::Saved saved = fuzz::SaveSession(session);
+    if (saved.result != tses::SessionResult::Ok) {
+        fuzz::Fail("a session could not be saved");
+    }
+    return saved;
+}
+
+refhost::model::Session Read(const fuzz::Saved& saved) {
+    refhost::ReadResult read = fuzz::ReadDocument(saved.document);
+    if (read.result != tses::SessionResult::Ok) {
+        fuzz::Fail("what was saved could not be read");
+    }
+    return std::move(read.session);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::ByteSource source(data, size);
+    refhost::model::Session session;
+    Filler(source).Fill(session);
+    const refhost::model::Session once = Read(Save(session));
+    const fuzz::Saved saved = Save(once);
+    const refhost::model::Session twice = Read(saved);
+    if (Save(twice).document != saved.document) {
+        fuzz::Fail("a session that was read is not saved as it was");
+    }
+    return 0;
+}

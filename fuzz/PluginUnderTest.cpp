@@ -1,0 +1,106 @@
+#include "fuzz/PluginUnderTest.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <utility>
+
+#include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Strings.h"
+#include "reference_host/LiveNodes.h"
+
+namespace fuzz {
+namespace {
+
+/// In memory where there is such a folder: what is fuzzed is not the disk.
+class SessionFolder {
+public:
+    SessionFolder() {
+        std::string pattern = (std::filesystem::is_directory("/dev/shm") ? "/dev/shm" : "/tmp") +
+                              std::string("/orvo-fuzz-XXXXXX");
+        if (::mkdtemp(pattern.data()) == nullptr) {
+            Fail("no folder for sessions");
+        }
+        path_ = pattern;
+    }
+    ~SessionFolder() { std::filesystem::remove_all(path_); }
+    SessionFolder(const SessionFolder&) = delete;
+    SessionFolder& operator=(const SessionFolder&) = delete;
+
+    std::filesystem::path Session() const { return path_ / "session.orvo"; }
+
+private:
+    std::filesystem::path path_;
+};
+
+void CheckNothingIsHeld(std::size_t before) {
+    if (refhost::LiveNodes() != before) {
+        Fail(std::to_string(refhost::LiveNodes() - before) + " host objects are held");
+    }
+}
+
+}  // namespace
+
+void Fail(const std::string& what) {
+    std::fprintf(stderr, "fuzz: %s\n", what.c_str());
+    std::abort();
+}
+
+refhost::Plugin& LoadedPlugin() {
+    static const std::unique_ptr<refhost::Plugin> plugin = [] {
+        refhost::UseFeatureDefaults();
+        return std::make_unique<refhost::Plugin>();
+    }();
+    return *plugin;
+}
+
+MemoryFile::MemoryFile(std::string_view content)
+    : descriptor_(::memfd_create("session", MFD_CLOEXEC)) {
+    while (!content.empty()) {
+        const ssize_t count = ::write(descriptor_, content.data(), content.size());
+        if (count <= 0) {
+            Fail("no file in memory");
+        }
+        content.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
+MemoryFile::~MemoryFile() {
+    ::close(descriptor_);
+}
+
+std::u16string MemoryFile::Path() const {
+    return kelcore::AsciiToUTF16("/proc/self/fd/" + std::to_string(descriptor_));
+}
+
+refhost::ReadResult ReadDocument(std::string_view document) {
+    refhost::Plugin& plugin = LoadedPlugin();
+    const std::size_t before = refhost::LiveNodes();
+    const MemoryFile file(document);
+    refhost::ReadResult read = refhost::ReadSession(plugin, file.Path());
+    if (read.result != tses::SessionResult::Ok && read.result != tses::SessionResult::ReadFailed) {
+        Fail("a read gave " + std::to_string(static_cast<int>(read.result)));
+    }
+    CheckNothingIsHeld(before);
+    return read;
+}
+
+Saved SaveSession(refhost::model::Session session) {
+    static const SessionFolder folder;
+    refhost::Plugin& plugin = LoadedPlugin();
+    const std::size_t before = refhost::LiveNodes();
+    const std::u16string path = kelcore::PathFromBytes(folder.Session().string());
+    const tses::SessionResult result =
+        refhost::WriteSession(plugin, path, std::move(session)).result;
+    CheckNothingIsHeld(before);
+    std::ifstream file(folder.Session(), std::ios::binary);
+    return {result, {std::istreambuf_iterator<char>(file), {}}};
+}
+
+}  // namespace fuzz

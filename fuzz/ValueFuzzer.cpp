@@ -1,0 +1,100 @@
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "fuzz/ByteSource.h"
+#include "fuzz/PluginUnderTest.h"
+#include "platform/kelcore/BinaryText.h"
+#include "platform/kelcore/Numbers.h"
+#include "platform/kelcore/Strings.h"
+#include "plugin/serializer/ValueEncoding.h"
+#include "plugin/xml/Text.h"
+
+// Values to text and back, and any text as a value.
+
+namespace {
+
+void Expect(bool holds, const char* what) {
+    if (!holds) {
+        fuzz::Fail(what);
+    }
+}
+
+bool IsSame(double left, double right) {
+    return left == right || (std::isnan(left) && std::isnan(right));
+}
+
+void NumbersComeBack(fuzz::ByteSource source) {
+    const auto unsignedNumber = source.Take<kelcore::uint32>();
+    kelcore::uint32 readUnsigned = ~unsignedNumber;
+    tses::ParseUnsigned(tses::FormatUnsigned(unsignedNumber), readUnsigned);
+    Expect(readUnsigned == unsignedNumber, "an unsigned number changed");
+
+    const auto signedNumber = source.Take<kelcore::int32>();
+    kelcore::int32 readSigned = ~signedNumber;
+    tses::ParseSigned(tses::FormatSigned(signedNumber), readSigned);
+    Expect(readSigned == signedNumber, "a signed number changed");
+
+    const auto longNumber = source.Take<kelcore::int64>();
+    kelcore::int64 readLong = ~longNumber;
+    tses::ParseInt64(tses::FormatInt64(longNumber), readLong);
+    Expect(readLong == longNumber, "a long number changed");
+
+    const auto real = source.Take<double>();
+    if (std::isfinite(real)) {
+        Expect(IsSame(tses::ParseDoubleLenient(tses::FormatDouble(real)), real),
+               "a double number changed");
+    }
+    const auto shortReal = source.Take<float>();
+    if (std::isfinite(shortReal)) {
+        float readReal = shortReal + 1;
+        tses::ParseFloat(tses::FormatFloat(shortReal), readReal);
+        Expect(IsSame(readReal, shortReal), "a float number changed");
+    }
+}
+
+/// What is accepted as a number is the number of its own text; what is not leaves the target.
+template <class Number>
+void AnyTextIsANumberOrNone(std::u16string_view text) {
+    Number number = 42;
+    if (!kelcore::StringToNumber(text, number)) {
+        Expect(number == 42, "a text that is no number changed the target");
+        return;
+    }
+    Expect(text.find_first_of(u" \t\n,") == std::u16string_view::npos && !text.starts_with(u'+'),
+           "what is no number passed for one");
+}
+
+void BlocksComeBack(const std::uint8_t* data, std::size_t size) {
+    const std::vector<kelcore::byte> bytes(reinterpret_cast<const kelcore::byte*>(data),
+                                           reinterpret_cast<const kelcore::byte*>(data) + size);
+    Expect(tses::DecodeBlock(tses::EncodeBlock(bytes)) == bytes, "a block changed");
+}
+
+void TextsComeBack(std::string_view bytes, std::u16string_view text) {
+    const std::u16string wide = kelcore::UTF8to16(bytes);
+    Expect(kelcore::UTF8to16(kelcore::UTF16to8(wide)) == wide, "a text changed");
+    const std::u16string_view trimmed = tses::TrimWhitespace(text);
+    Expect(tses::TrimWhitespace(trimmed) == trimmed, "trimming is not done at once");
+    tses::DecodeBlock(text);
+    tses::ParseFloatLenient(text);
+    tses::ParseDoubleLenient(text);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    const std::u16string text = kelcore::UTF8to16(bytes);
+    NumbersComeBack(fuzz::ByteSource(data, size));
+    AnyTextIsANumberOrNone<kelcore::int32>(text);
+    AnyTextIsANumberOrNone<kelcore::uint32>(text);
+    AnyTextIsANumberOrNone<kelcore::int64>(text);
+    AnyTextIsANumberOrNone<float>(text);
+    AnyTextIsANumberOrNone<double>(text);
+    BlocksComeBack(data, size);
+    TextsComeBack(bytes, text);
+    return 0;
+}
