@@ -77,6 +77,8 @@ protected:
     }
 
     std::string Heard(const std::string& document) {
+        // A new file each time: one that is written over goes to the disk at once.
+        std::filesystem::remove(folder / "session.orvo");
         folder.Write("session.orvo", document);
         const auto node = refhost::SessionNode::Make();
         std::string calls;
