@@ -28,6 +28,16 @@ SAME_ATTRIBUTES = re.compile(r"Attributes: those of .*\]\(#([\w-]+)\)\.")
 HEAD = """<?xml version="1.0" encoding="UTF-8"?>
 <!-- Made by make_schema.py of format.md, which says what the names mean. -->
 <xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema">
+  <xs:element name="orvo" type="orvo"/>
+"""
+
+# An element whose type is empty may not even have a line end between its tags.
+BLANK = """  <xs:simpleType name="blank">
+    <xs:restriction base="xs:token">
+      <xs:length value="0"/>
+    </xs:restriction>
+  </xs:simpleType>
+</xs:schema>
 """
 
 
@@ -76,36 +86,54 @@ def attributes_of(section, sections):
     return inherited | set(section.attributes)
 
 
-def element_lines(section, indent):
-    return [f'{indent}<xs:element name="{name}" type="{section.anchor()}"/>' for name in section.names()]
+def attribute_lines(section, sections):
+    return [f'<xs:attribute name="{name}" type="xs:string"/>' for name in sorted(attributes_of(section, sections))]
+
+
+def anything_lines():
+    yield "<xs:sequence>"
+    yield '  <xs:any minOccurs="0" maxOccurs="unbounded" processContents="skip"/>'
+    yield "</xs:sequence>"
+    yield '<xs:anyAttribute processContents="skip"/>'
+
+
+def children_lines(section, sections):
+    yield '<xs:choice minOccurs="0" maxOccurs="unbounded">'
+    for child in section.children():
+        for name in sections[child].names():
+            yield f'  <xs:element name="{name}" type="{child}"/>'
+    yield "</xs:choice>"
+
+
+def blank_lines(section, sections):
+    yield "<xs:simpleContent>"
+    yield '  <xs:extension base="blank">'
+    yield from ("    " + line for line in attribute_lines(section, sections))
+    yield "  </xs:extension>"
+    yield "</xs:simpleContent>"
+
+
+def content_lines(section, sections):
+    if section.holds_anything():
+        return [*anything_lines()]
+    if section.children():
+        return [*children_lines(section, sections), *attribute_lines(section, sections)]
+    if section.has_text():
+        return attribute_lines(section, sections)
+    return [*blank_lines(section, sections)]
 
 
 def type_lines(section, sections):
     mixed = ' mixed="true"' if section.has_text() else ""
-    lines = [f'  <xs:complexType name="{section.anchor()}"{mixed}>']
-    if section.holds_anything():
-        lines += [
-            "    <xs:sequence>",
-            '      <xs:any minOccurs="0" maxOccurs="unbounded" processContents="skip"/>',
-            "    </xs:sequence>",
-            '    <xs:anyAttribute processContents="skip"/>',
-        ]
-    if children := section.children():
-        lines.append('    <xs:choice minOccurs="0" maxOccurs="unbounded">')
-        for child in children:
-            lines += element_lines(sections[child], "      ")
-        lines.append("    </xs:choice>")
-    for name in sorted(attributes_of(section, sections)):
-        lines.append(f'    <xs:attribute name="{name}" type="xs:string"/>')
-    return lines + ["  </xs:complexType>"]
+    yield f'  <xs:complexType name="{section.anchor()}"{mixed}>'
+    yield from ("    " + line for line in content_lines(section, sections))
+    yield "  </xs:complexType>"
 
 
 def make_schema(page):
     sections = read_sections(page)
-    lines = element_lines(sections["orvo"], "  ")
-    for section in sections.values():
-        lines += type_lines(section, sections)
-    return HEAD + "\n".join(lines) + "\n</xs:schema>\n"
+    types = [line for section in sections.values() for line in type_lines(section, sections)]
+    return HEAD + "\n".join(types) + "\n" + BLANK
 
 
 def main():

@@ -141,8 +141,7 @@ void FormatPage::ReadSectionLine(PageSection& section, const std::string& line) 
     } else if (!ReadFact(line, "Text", section.text) && !ReadFact(line, "Read", section.read)) {
         ReadFact(line, "Written", section.written);
     }
-    inAttributes_ =
-        line.starts_with("| Attribute |") || (inAttributes_ && line.starts_with("|"));
+    inAttributes_ = line.starts_with("| Attribute |") || (inAttributes_ && line.starts_with("|"));
     if (inAttributes_ && line.starts_with("| `")) {
         const std::vector<std::string> cells = Cells(line);
         section.attributes.push_back(

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "platform/kelcore/Strings.h"
+#include "plugin/xml/DocumentLimits.h"
 #include "plugin/xml/Names.h"
 #include "reference_host/SessionNode.h"
 #include "reference_host/recorder/CallJson.h"
@@ -13,8 +14,8 @@
 #include "tests/docs/GoldenElements.h"
 #include "tests/support/SerializerFixture.h"
 
-// What docs/format.md says of reading, found out by what the host hears: of every attribute in every
-// element, whether it matters, what its absence means, and what its type takes.
+// What docs/format.md says of reading, found out by what the host hears: of every attribute in
+// every element, whether it matters, what its absence means, and what its type takes.
 
 namespace tses {
 namespace {
@@ -24,6 +25,7 @@ using test::GoldenElement;
 using test::PageAttribute;
 using test::PageSection;
 using testing::ContainerEq;
+using testing::HasSubstr;
 using Attributes = std::map<std::string, std::string>;
 
 /// Some elements do something as soon as they have any attribute, so that one is always there.
@@ -33,7 +35,7 @@ const std::vector<std::string> kProbes = {"1",  "true", "false", "-3.5",
                                           "77", "",     "zzz",   "Ogg Vorbis"};
 
 const std::set<std::string> kIntegerTypes = {"u32", "i32", "i64"};
-const std::set<std::string> kOtherTypes = {"real",           "real32", "exact real32", "boolean",
+const std::set<std::string> kOtherTypes = {"real",         "real32", "exact real32", "boolean",
                                            "boolean or 1", "text",   "media handler"};
 
 Attributes With(Attributes attributes, const std::string& name, const std::string& value) {
@@ -181,9 +183,9 @@ TEST_F(FormatReading, AnAttributeThatThePageDoesNotStateIsNotRead) {
         const std::string calls = Calls(golden, golden.element.attributes);
         for (const std::string& value : kProbes) {
             Attributes attributes = golden.element.attributes;
-#define TSES_SET_UNKNOWN(name)                                  \
-    if (golden.section->FindAttribute(#name) == nullptr) {      \
-        attributes[kelcore::UTF16to8(names::name)] = value;     \
+#define TSES_SET_UNKNOWN(name)                              \
+    if (golden.section->FindAttribute(#name) == nullptr) {  \
+        attributes[kelcore::UTF16to8(names::name)] = value; \
     }
             TSES_NAMES(TSES_SET_UNKNOWN)
 #undef TSES_SET_UNKNOWN
@@ -220,8 +222,8 @@ TEST_F(FormatReading, AnAttributeThatIsUnchangedWhenAbsentHasNoDefault) {
             }
         }
     }
-    EXPECT_THAT(words, testing::UnorderedElementsAre("-", "none", "unchanged",
-                                                     "that of the clip before"));
+    EXPECT_THAT(words,
+                testing::UnorderedElementsAre("-", "none", "unchanged", "that of the clip before"));
 }
 
 TEST_F(FormatReading, ATextThatIsNoWholeNumberCountsAsAbsent) {
@@ -281,10 +283,10 @@ TEST_F(FormatReading, ABooleanIsTrueForItsWordAloneUnlessItTakesOneAsWell) {
             ExpectSame(golden, With(surroundings, attribute.name, text),
                        With(surroundings, attribute.name, "false"), attribute.name);
         }
-        ExpectSame(golden, With(surroundings, attribute.name, "1"),
-                   With(surroundings, attribute.name,
-                        attribute.type == "boolean" ? "false" : "true"),
-                   attribute.name);
+        ExpectSame(
+            golden, With(surroundings, attribute.name, "1"),
+            With(surroundings, attribute.name, attribute.type == "boolean" ? "false" : "true"),
+            attribute.name);
     });
 }
 
@@ -364,6 +366,23 @@ TEST_F(FormatReading, AChoiceOfKeywordsOrNumbersCountsTheKeywords) {
                   Calls(golden, With(surroundings, attribute.name, keywords.back())));
     });
     EXPECT_GT(checked, 0u);
+}
+
+TEST_F(FormatReading, TheLimitsAreThoseOfThePage) {
+    constexpr kelcore::uint64 kMiB = 1024 * 1024;
+    const std::string text = test::ReadFile(ORVO_SOURCE_DIR "/docs/format.md");
+    const auto expectRow = [&](const std::string& limit, const std::string& value) {
+        EXPECT_THAT(text, HasSubstr("\n| " + limit + " | " + value + " |\n"));
+    };
+    expectRow("depth of elements, `orvo` counted", std::to_string(limits::kDepth));
+    expectRow("attributes of an element", std::to_string(limits::kAttributes));
+    expectRow("namespace prefixes in force at a place", std::to_string(limits::kPrefixes));
+    expectRow("different names of elements, of prefixes, of namespaces",
+              std::to_string(limits::kNames) + " each");
+    expectRow("one tag", std::to_string(limits::kTagBytes / kMiB) + " MiB");
+    expectRow("one CDATA section, comment, or text in one piece",
+              std::to_string(limits::kSectionBytes / kMiB) + " MiB");
+    expectRow("the file", std::to_string(limits::kFileBytes / kMiB / 1024) + " GiB");
 }
 
 TEST_F(FormatReading, EveryTypeIsOneThatThePageExplains) {

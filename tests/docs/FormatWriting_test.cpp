@@ -158,7 +158,8 @@ TEST_F(FormatWriting, AnElementIsThereAsOftenAsThePageSays) {
         for (const std::string& anchor : element.section->children) {
             const PageSection& child = page.Section(anchor);
             for (const std::string& name : child.names) {
-                const auto count = std::ranges::count(element.xml.children, name, &XmlElement::name);
+                const auto count =
+                    std::ranges::count(element.xml.children, name, &XmlElement::name);
                 if (child.written == "always") {
                     EXPECT_EQ(count, 1) << name << " in " << ToXml(element.xml);
                 } else if (IsCondition(child.written)) {
@@ -187,8 +188,8 @@ TEST_F(FormatWriting, ChildrenStandInTheOrderInWhichThePageListsThem) {
             const PageSection* const section = page.Child(*element.section, child.name);
             if (section != nullptr) {
                 const auto& order = element.section->children;
-                const auto at = static_cast<std::size_t>(
-                    std::ranges::find(order, section->anchor) - order.begin());
+                const auto at = static_cast<std::size_t>(std::ranges::find(order, section->anchor) -
+                                                         order.begin());
                 EXPECT_GE(at, before) << child.name << " in " << ToXml(element.xml);
                 before = at;
             }
