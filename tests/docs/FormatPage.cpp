@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <regex>
 #include <sstream>
 
 #include "tests/support/TemporaryFolder.h"
@@ -14,22 +13,25 @@ namespace {
 
 constexpr std::size_t kTreeIndent = 2;
 
-std::vector<std::string> AllMatches(const std::string& text, const char* pattern) {
-    const std::regex expression(pattern);
+/// Every piece of the text that stands between `begin` and the next `end`.
+std::vector<std::string> Between(const std::string& text, std::string_view begin, char end) {
     std::vector<std::string> found;
-    for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end;
-         ++match) {
-        found.push_back((*match)[1]);
+    std::size_t at = text.find(begin);
+    while (at != std::string::npos) {
+        const std::size_t first = at + begin.size();
+        const std::size_t last = std::min(text.find(end, first), text.size());
+        found.push_back(text.substr(first, last - first));
+        at = text.find(begin, last + 1);
     }
     return found;
 }
 
 std::vector<std::string> QuotedWords(const std::string& text) {
-    return AllMatches(text, "`([^`]+)`");
+    return Between(text, "`", '`');
 }
 
 std::vector<std::string> LinkTargets(const std::string& text) {
-    return AllMatches(text, "\\]\\(#([a-z0-9-]+)\\)");
+    return Between(text, "](#", ')');
 }
 
 /// As Markdown makes it of a heading.
@@ -107,6 +109,11 @@ const PageSection* FormatPage::Child(const PageSection& parent, std::string_view
 }
 
 void FormatPage::ReadLine(const std::string& line) {
+    if (!line.starts_with("|")) {
+        table_.clear();
+    } else if (table_.empty()) {
+        table_ = Cells(line).at(0);
+    }
     if (line.starts_with("```")) {
         inTree_ = !inTree_;
     } else if (inTree_) {
@@ -116,7 +123,7 @@ void FormatPage::ReadLine(const std::string& line) {
         sections_.back().names = QuotedWords(line);
     } else if (!sections_.empty()) {
         ReadSectionLine(sections_.back(), line);
-    } else if (line.starts_with("| `") && QuotedWords(line).size() == 2) {
+    } else if (table_ == "Element" && line.starts_with("| `")) {
         writtenInVain_.emplace_back(QuotedWords(line)[1], QuotedWords(line)[0]);
     }
 }
@@ -141,8 +148,7 @@ void FormatPage::ReadSectionLine(PageSection& section, const std::string& line) 
     } else if (!ReadFact(line, "Text", section.text) && !ReadFact(line, "Read", section.read)) {
         ReadFact(line, "Written", section.written);
     }
-    inAttributes_ = line.starts_with("| Attribute |") || (inAttributes_ && line.starts_with("|"));
-    if (inAttributes_ && line.starts_with("| `")) {
+    if (table_ == "Attribute" && line.starts_with("| `")) {
         const std::vector<std::string> cells = Cells(line);
         section.attributes.push_back(
             {QuotedWords(cells.at(0)).at(0), cells.at(1), cells.at(2), cells.at(3), cells.at(4)});

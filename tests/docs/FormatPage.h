@@ -67,7 +67,7 @@ private:
     std::vector<std::pair<std::string, std::string>> writtenInVain_;
     std::vector<std::string> openInTree_;
     bool inTree_ = false;
-    bool inAttributes_ = false;
+    std::string table_;  // the first cell of the table that is being read; empty: none is
 };
 
 }  // namespace test

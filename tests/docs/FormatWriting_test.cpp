@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <charconv>
 #include <set>
 
@@ -64,7 +65,7 @@ bool Fits(const std::string& text, const PageAttribute& attribute) {
     if (type == "i64") {
         return IsNumber<std::int64_t>(text);
     }
-    if (type.find("real") != std::string::npos && attribute.Keywords().empty()) {
+    if (type == "real" || type == "real32" || type == "exact real32") {
         return IsNumber<double>(text);
     }
     if (type.starts_with("boolean")) {
@@ -73,7 +74,8 @@ bool Fits(const std::string& text, const PageAttribute& attribute) {
     if (type.starts_with("list of ")) {
         return IsWordList(text, attribute.Keywords());
     }
-    return attribute.Keywords().empty() || std::ranges::count(attribute.Keywords(), text) == 1;
+    const std::vector<std::string> keywords = attribute.Keywords();
+    return keywords.empty() || std::ranges::count(keywords, text) == 1;
 }
 
 class FormatWriting : public test::SerializerFixture {

@@ -15,7 +15,7 @@ namespace {
 using refhost::model::AudioTrack;
 using refhost::model::Session;
 
-constexpr std::uint64_t kRandomSessions = 40;
+constexpr std::uint64_t kRandomSessions = 16;
 constexpr int kSize = 40;  // of numbers and lists, as rapidcheck counts it
 constexpr kelcore::uint32 kKinds = 5;
 
