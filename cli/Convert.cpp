@@ -83,16 +83,6 @@ bool CarriesEverything(const SessionFile& file, const toolkit::DocumentScan& sca
 
 std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name, bool lossy) {
     const SessionFile file(name);
-    const toolkit::DocumentScan scan = toolkit::ScanDocument(file.Path());
-    if (scan.problem) {
-        return Refuse(ToMessage(file.Name(), *scan.problem));
-    }
-    if (!CarriesEverything(file, scan) && !lossy) {
-        return Refuse({.subject = file.Name(),
-                       .what = "not converted",
-                       .advice = "nothing was written, because the content named above would be "
-                                 "lost; --lossy converts all the same"});
-    }
     ProgressBar bar("reading " + file.Name());
     refhost::ReadOptions options;
     options.progress = [&](const refhost::Progress& progress) {
@@ -104,6 +94,12 @@ std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name
             Complain(message);
         }
         return std::nullopt;
+    }
+    if (!CarriesEverything(file, toolkit::ScanDocument(file.Path())) && !lossy) {
+        return Refuse({.subject = file.Name(),
+                       .what = "not converted",
+                       .advice = "nothing was written, because the content named above would be "
+                                 "lost; --lossy converts all the same"});
     }
     return std::move(read.session);
 }

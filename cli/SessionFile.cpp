@@ -1,6 +1,9 @@
 #include "cli/SessionFile.h"
 
+#include <algorithm>
+#include <regex>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "platform/kelcore/File.h"
@@ -41,15 +44,58 @@ std::u16string FullPathOf(const std::string& name) {
     return kelcore::File(kelcore::PathFromBytes(name)).FullPath();
 }
 
+namespace {
+
+constexpr std::string_view kRefused = "refused: ";
+
+/// What the plug-in logged of a document, "XML ERROR: (line: 2, col: 7) [ /song.orvo] the text".
+Message FromLog(const std::string& subject, const std::string& logged) {
+    static const std::regex form(R"(XML [A-Z ]+: \(line: (\d+), col: (\d+)\) (?:\[.*?\] )?([^]*))");
+    std::smatch parts;
+    if (!std::regex_match(logged, parts, form)) {
+        return {.subject = subject, .what = logged};
+    }
+    return {.subject = subject,
+            .place = {std::stoull(parts[1]), std::stoull(parts[2])},
+            .what = parts[3]};
+}
+
+/// The one thing in a well-formed session that a host cannot take.
+std::vector<Message> TracksWithoutId(const SessionFile& file, const toolkit::DocumentScan& scan) {
+    std::vector<Message> messages;
+    for (const toolkit::NotCarried& loss : scan.notCarried) {
+        if (loss.what.ends_with("Track> without an id")) {
+            messages.push_back({.subject = file.Name(),
+                                .place = loss.place,
+                                .what = loss.what,
+                                .advice = "give it the attribute id with a number of its own"});
+        }
+    }
+    return messages;
+}
+
+bool IsOwnRefusal(const Message& message) {
+    return message.what.starts_with(kRefused);
+}
+
+}  // namespace
+
 std::vector<Message> ExplainRefusal(const SessionFile& file,
                                     const std::vector<std::u16string>& parserMessages) {
-    const toolkit::DocumentScan scan = toolkit::ScanDocument(file.Path(), 0);
+    std::vector<Message> messages;
+    for (const std::u16string& text : parserMessages) {
+        messages.push_back(FromLog(file.Name(), kelcore::UTF16to8(text)));
+    }
+    // A document that the plug-in takes for an attack is not parsed a second time.
+    if (std::any_of(messages.begin(), messages.end(), IsOwnRefusal)) {
+        return messages;
+    }
+    const toolkit::DocumentScan scan = toolkit::ScanDocument(file.Path());
     if (scan.problem) {
         return {ToMessage(file.Name(), *scan.problem)};
     }
-    std::vector<Message> messages;
-    for (const std::u16string& text : parserMessages) {
-        messages.push_back({.subject = file.Name(), .what = kelcore::UTF16to8(text)});
+    if (messages.empty()) {
+        messages = TracksWithoutId(file, scan);
     }
     if (messages.empty()) {
         messages.push_back({.subject = file.Name(),

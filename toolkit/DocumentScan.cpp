@@ -53,6 +53,9 @@ std::string Quoted(std::u16string_view text) {
     return "\"" + kelcore::UTF16to8(shown) + (text.size() > kLongest ? "...\"" : "\"");
 }
 
+/// As deep as the plug-in reads.
+constexpr std::size_t kDeepest = 256;
+
 /// Where a tag begins, given where it ends: the parser tells only the latter.
 /// @param end     the place behind the tag
 /// @param offset  the same in bytes
@@ -105,6 +108,9 @@ public:
         if (open_.empty() && name != kRootElement) {
             End({place, "the root element is " + Tag(name) + ", not " + Tag(kRootElement),
                  "not a session file"});
+        }
+        if (open_.size() + lost_.depth > kDeepest) {
+            End({place, "elements nested too deep", "a session nests fewer than 256 levels"});
         }
         if (lost_.depth != 0) {
             ++lost_.depth;

@@ -19,7 +19,7 @@ bool WasChanged(int descriptor, const struct stat& before) {
 }
 
 constexpr std::u16string_view kHasDocumentType =
-    u"A session has no document type declaration; remove it to read the file.";
+    u"refused: a session has no document type declaration; remove it to read the file";
 
 /// More than the parser ever leaves unused when it asks for more.
 constexpr kelcore::uint64 kUnusedRest = 256;
@@ -70,7 +70,8 @@ void DocumentWatch::Opened(int descriptor, const struct stat& status) {
     descriptor_ = descriptor;
     opened_ = status;
     if (static_cast<kelcore::uint64>(status.st_size) > limits::kFileBytes) {
-        refuse_(u"The file is larger than the 2 GiB that a session may have.", DocumentPlace());
+        refuse_(u"refused: the file is larger than the 2 GiB that a session may have",
+                DocumentPlace());
     }
 }
 
@@ -106,10 +107,10 @@ void DocumentWatch::CheckLength() {
     }
     const MarkupTracker::Kind kind = markup_->KindAt(used);
     if (kind == MarkupTracker::Kind::Tag && used - markup_->Begin() > limits::kTagBytes) {
-        refuse_(u"A tag is longer than the 1 MiB that one may have.", {});
+        refuse_(u"refused: a tag is longer than the 1 MiB that one may have", {});
     }
     if (sinceEvent > limits::kSectionBytes) {
-        refuse_(u"A text is longer than the 32 MiB that one may have in one piece.", {});
+        refuse_(u"refused: a text is longer than the 32 MiB that one may have in one piece", {});
     }
 }
 
@@ -136,14 +137,17 @@ void DocumentWatch::KeepTail(const unsigned char* bytes, std::size_t size) {
 void DocumentWatch::BeginElement(std::u16string_view qualifiedName, std::size_t attributeCount) {
     SawEvent();
     if (++depth_ > limits::kDepth) {
-        refuse_(u"Elements are nested deeper than the 256 levels that a session may have.", {});
+        refuse_(u"refused: elements are nested deeper than the 256 levels that a session may have",
+                {});
     }
     if (attributeCount > limits::kAttributes) {
-        refuse_(u"An element has more than the 256 attributes that one may have.", {});
+        refuse_(u"refused: an element has more than the 256 attributes that one may have", {});
     }
     if (!elementNames_.Add(qualifiedName)) {
-        refuse_(u"The document has more than the 1024 names of elements that a session may have.",
-                {});
+        refuse_(
+            u"refused: the document has more than the 1024 names of elements that a session may "
+            u"have",
+            {});
     }
 }
 
@@ -154,10 +158,13 @@ void DocumentWatch::EndElement() noexcept {
 
 void DocumentWatch::BeginPrefix(std::u16string_view prefix, std::u16string_view uri) {
     if (++prefixes_ > limits::kPrefixes) {
-        refuse_(u"More than the 256 namespace prefixes that a session may have are in force.", {});
+        refuse_(
+            u"refused: more than the 256 namespace prefixes that a session may have are in force",
+            {});
     }
     if (!prefixNames_.Add(prefix) || !uris_.Add(uri)) {
-        refuse_(u"The document has more than the 1024 namespaces that a session may have.", {});
+        refuse_(u"refused: the document has more than the 1024 namespaces that a session may have",
+                {});
     }
 }
 
@@ -171,13 +178,16 @@ void DocumentWatch::SawDocumentType() {
 
 void DocumentWatch::SawEndOfDocument() {
     if (sawNul_) {
-        refuse_(u"The file holds NUL characters; it was damaged or not completely saved.", {});
+        refuse_(u"refused: the file holds NUL characters; it was damaged or not completely saved",
+                {});
     }
     if (received_ % encoding_.unitSize != 0 || EndsWithinCharacter(tail_)) {
-        refuse_(u"The file ends within a character; it was damaged or not completely saved.", {});
+        refuse_(
+            u"refused: the file ends within a character; it was damaged or not completely saved",
+            {});
     }
     if (WasChanged(descriptor_, opened_)) {
-        refuse_(u"The file was changed while it was read; read it again.", {});
+        refuse_(u"refused: the file was changed while it was read; read it again", {});
     }
 }
 

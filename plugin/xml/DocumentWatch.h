@@ -24,7 +24,8 @@ namespace tses {
 /// within its limit ever is.
 class DocumentWatch {
 public:
-    /// Called with the reason, and with the place where it is not the parser's own; must throw.
+    /// Called with the reason, which begins with "refused: " to tell it from what the parser says,
+    /// and with the place where it is not the parser's own; must throw.
     using Refuse =
         std::function<void(std::u16string_view reason, std::optional<DocumentPlace> place)>;
 

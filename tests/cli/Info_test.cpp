@@ -280,8 +280,28 @@ INSTANTIATE_TEST_SUITE_P(
         BadFile{"NotXml", "RIFF....WAVEfmt ", "orvo: a.orvo:1:1: not well-formed XML: "},
         BadFile{"NotUtf8", "<orvo>\n<files><file id='1' absolutePath='\xFF\xFE'/></files></orvo>",
                 "orvo: a.orvo:2:35: not UTF-8: "},
+        BadFile{"DocumentType", "<?xml version='1.0'?>\n <!DOCTYPE orvo [<!ENTITY a 'b'>]><orvo/>",
+                "orvo: a.orvo:2:2: refused: a session has no document type declaration; remove it "
+                "to read the file\n"},
+        BadFile{"TrackWithoutId",
+                "<orvo><session>\n<tracks><audioTrack/></tracks></session></orvo>",
+                "orvo: a.orvo:2:9: <audioTrack> without an id: give it the attribute id"},
         BadFile{"Unclosed", "<orvo>\n<session>\n</orvo>", "orvo: a.orvo:3:"}),
     [](const auto& instance) { return std::string(instance.param.description); });
+
+TEST_F(InfoTest, RefusesAtOnceWhatIsNestedWithoutEnd) {
+    std::string document = "<orvo>";
+    for (int i = 0; i < 100000; ++i) {
+        document += "<a>";
+    }
+    folder_.Write("deep.orvo", document);
+    for (const char* const verb : {"info", "convert"}) {
+        const Outcome outcome = RunTool({verb, "deep.orvo", "out.json"}, folder_);
+        EXPECT_THAT(outcome.errors, HasSubstr("orvo: deep.orvo:1:775: refused: elements are nested "
+                                              "deeper than the 256 levels"));
+        EXPECT_FALSE(outcome.timedOut);
+    }
+}
 
 TEST_F(InfoTest, RefusesAFolder) {
     const Outcome outcome = RunTool({"info", "."}, folder_);

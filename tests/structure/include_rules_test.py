@@ -23,7 +23,7 @@ PROJECT_RULES = (
     ("toolkit", (r"reference_host/model/.*", r"platform/.*")),
     ("cli", (r"toolkit/.*", r"reference_host/.*", r"platform/.*")),
     ("tests", (r".*",)),
-    ("fuzz", (r"reference_host/.*", r"host/.*", r"platform/.*")),
+    ("fuzz", (r".*",)),
     ("bench", (r".*",)),
 )
 
