@@ -32,5 +32,5 @@ if(ORVO_SANITIZE)
   add_link_options("-fsanitize=${ORVO_SANITIZE}")
   # GCC's flow analysis reports what is not there once the sanitizers' checks are in the code; the other
   # builds keep this warning.
-  add_compile_options(-Wno-maybe-uninitialized)
+  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()

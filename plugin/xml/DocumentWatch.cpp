@@ -56,7 +56,9 @@ void DocumentWatch::Begin() {
     received_ = 0;
     lastEvent_ = 0;
     zeroBytes_ = 0;
+    started_ = false;
     foundRoot_ = false;
+    documentType_.reset();
     sawNul_ = false;
     tail_.clear();
     depth_ = 0;
@@ -84,17 +86,27 @@ void DocumentWatch::Received(const unsigned char* bytes, std::size_t size) {
     LookForNul(bytes, size);
     KeepTail(bytes, size);
     received_ += size;
-    CheckPrologue();
+    LookForDocumentType();
+    CheckDocumentType();
 }
 
-void DocumentWatch::CheckPrologue() {
-    if (foundRoot_) {
-        return;
+void DocumentWatch::LookForDocumentType() {
+    if (!foundRoot_ && !documentType_) {
+        documentType_ = markup_->FindDocumentType(received_);
+        foundRoot_ = markup_->FoundRoot();
     }
-    if (const auto place = markup_->FindDocumentType(received_)) {
-        refuse_(kHasDocumentType, place);
+}
+
+/// The first bytes come while the parser makes its reader, which it would not clean up.
+void DocumentWatch::CheckDocumentType() {
+    if (started_ && documentType_) {
+        refuse_(kHasDocumentType, documentType_);
     }
-    foundRoot_ = markup_->FoundRoot();
+}
+
+void DocumentWatch::SawStartOfDocument() {
+    started_ = true;
+    CheckDocumentType();
 }
 
 /// Of what was received earlier: the parser comes back for more when it has used that up, but for

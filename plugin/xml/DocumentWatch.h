@@ -46,11 +46,13 @@ public:
     void EndElement() noexcept;
     void BeginPrefix(std::u16string_view prefix, std::u16string_view uri);
     void EndPrefix() noexcept;
+    void SawStartOfDocument();
     void SawDocumentType();
     void SawEndOfDocument();
 
 private:
-    void CheckPrologue();
+    void LookForDocumentType();
+    void CheckDocumentType();
     void CheckLength();
     void LookForNul(const unsigned char* bytes, std::size_t size);
     void KeepTail(const unsigned char* bytes, std::size_t size);
@@ -63,7 +65,9 @@ private:
     kelcore::uint64 received_ = 0;
     kelcore::uint64 lastEvent_ = 0;  // what was received when it came
     std::size_t zeroBytes_ = 0;      // in the unit that the next byte belongs to
+    bool started_ = false;
     bool foundRoot_ = false;
+    std::optional<DocumentPlace> documentType_;
     bool sawNul_ = false;
     std::string tail_;  // the last bytes received
     std::size_t depth_ = 0;

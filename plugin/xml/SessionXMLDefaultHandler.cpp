@@ -67,6 +67,7 @@ void SessionXMLDefaultHandler::Refuse(std::u16string_view reason,
 }
 
 void SessionXMLDefaultHandler::startDocument() {
+    watch_.SawStartOfDocument();
     if (content_ != nullptr) {
         content_->StartDocument();
     }

@@ -13,6 +13,8 @@ struct Row {
     const char* key;
     Member Struct::*member;
 };
+template <class Struct, class Member>
+Row(const char*, Member Struct::*) -> Row<Struct, Member>;
 
 /// For each struct: its name for people and its rows.
 template <class Struct>

@@ -153,7 +153,7 @@ template <HasSchema Struct>
 void Decode(const Json& json, const JsonPlace& place, Struct& value) {
     RequireObject(json, place);
     for (const auto& [key, member] : json.items()) {
-        const auto decodeIfNamed = [&](const auto& row) {
+        const auto decodeIfNamed = [&, &key = key, &member = member](const auto& row) {
             if (row.key != key) {
                 return false;
             }

@@ -1,6 +1,5 @@
 #include "reference_host/recorder/Operations.h"
 
-#include <array>
 #include <concepts>
 #include <type_traits>
 
@@ -34,7 +33,7 @@ consteval HostOperation Describe(std::string_view interfaceName, std::string_vie
     return {interfaceName, name, std::derived_from<std::remove_pointer_t<Result>, IHostObject>};
 }
 
-constexpr std::array kOperations = {
+constexpr HostOperation kOperations[] = {
 #define OPERATION(interface, name) Describe(#interface, #name, &interface::name),
 #include "reference_host/recorder/Operations.def"
 #undef OPERATION
