@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace tses {
 namespace {
 
-constexpr TextPlace kPlaces[] = {TextPlace::Text, TextPlace::Attribute, TextPlace::Section};
-constexpr XmlVersion kVersions[] = {XmlVersion::V1_0, XmlVersion::V1_1};
+constexpr std::array kPlaces = {TextPlace::Text, TextPlace::Attribute, TextPlace::Section};
+constexpr std::array kVersions = {XmlVersion::V1_0, XmlVersion::V1_1};
 
 TextPiece Plain(std::u16string text) {
     return {std::move(text), false};

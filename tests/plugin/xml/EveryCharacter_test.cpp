@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <sstream>
@@ -27,7 +28,7 @@ struct Case {
     std::u16string text;
 };
 
-constexpr TextPlace kPlaces[] = {TextPlace::Attribute, TextPlace::Section, TextPlace::Text};
+constexpr std::array kPlaces = {TextPlace::Attribute, TextPlace::Section, TextPlace::Text};
 
 bool IsControl(char16_t unit) {
     return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F);
@@ -196,7 +197,7 @@ TEST_P(EveryCharacter, SurvivesAloneOrIsReplaced) {
 
 TEST_P(EveryCharacter, SurvivesBesideEveryOtherOrIsReplaced) {
     std::u16string units = u"]>&<\"' a\u2028\u2029\u4E00\uFFFD\uFEFF";
-    for (const unsigned unit : {0xD800u, 0xDBFFu, 0xDC00u, 0xDFFFu, 0xFFFEu, 0xFFFFu}) {
+    for (const unsigned unit : {0xD800U, 0xDBFFU, 0xDC00U, 0xDFFFU, 0xFFFEU, 0xFFFFU}) {
         units += static_cast<char16_t>(unit);
     }
     for (char16_t unit = 0; unit <= 0x9F; ++unit) {
@@ -216,7 +217,7 @@ TEST_P(EveryCharacter, SurvivesBesideEveryOtherOrIsReplaced) {
 TEST_P(EveryCharacter, SurvivesBeyondTheBasicPlane) {
     std::vector<Case> cases;
     for (char16_t high = 0xD800; high <= 0xDBFF; ++high) {
-        for (const unsigned low : {0xDC00u, 0xDC01u, 0xDDE5u, 0xDFFEu, 0xDFFFu}) {
+        for (const unsigned low : {0xDC00U, 0xDC01U, 0xDDE5U, 0xDFFEU, 0xDFFFU}) {
             AddEverywhere(cases, {high, static_cast<char16_t>(low)});
         }
     }
