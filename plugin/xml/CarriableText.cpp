@@ -1,12 +1,12 @@
 #include "plugin/xml/CarriableText.h"
 
-#include "platform/kelcore/Trace.h"
-#include "plugin/xml/SessionXMLWriter.h"
-
 namespace tses {
 namespace {
 
 constexpr char16_t kReplacement = u'\uFFFD';
+constexpr char16_t kLineSeparator = u'\u2028';
+
+enum class Carriage { AsItIs, AsReference, Replaced };
 
 bool IsHighSurrogate(char16_t unit) {
     return unit >= 0xD800 && unit <= 0xDBFF;
@@ -15,47 +15,74 @@ bool IsLowSurrogate(char16_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
+bool BeginsPair(std::u16string_view text, std::size_t at) {
+    return at + 1 < text.size() && IsHighSurrogate(text[at]) && IsLowSurrogate(text[at + 1]);
+}
+
 bool IsUnpairedSurrogate(std::u16string_view text, std::size_t at) {
-    if (IsHighSurrogate(text[at])) {
-        return at + 1 == text.size() || !IsLowSurrogate(text[at + 1]);
-    }
-    return IsLowSurrogate(text[at]) && (at == 0 || !IsHighSurrogate(text[at - 1]));
+    const bool endsPair = at > 0 && BeginsPair(text, at - 1);
+    return (IsHighSurrogate(text[at]) || IsLowSurrogate(text[at])) && !BeginsPair(text, at) &&
+           !endsPair;
 }
 
-bool IsLostEverywhere(char16_t unit) {
-    const bool kept = unit == u'\t' || unit == u'\n' || unit == u'\r';
-    return (unit < 0x20 && !kept) || unit >= 0xFFFE;
+/// How a unit that is no surrogate is carried.
+Carriage CarriageOf(char16_t unit, TextPlace place, XmlVersion version) {
+    const bool isXml11 = version == XmlVersion::V1_1;
+    if (unit == 0 || unit >= 0xFFFE) {
+        return Carriage::Replaced;
+    }
+    if (unit == u'\r') {
+        return place == TextPlace::Section ? Carriage::AsReference : Carriage::AsItIs;
+    }
+    if (unit < 0x20 && unit != u'\t' && unit != u'\n') {
+        return isXml11 ? Carriage::AsReference : Carriage::Replaced;
+    }
+    const bool isReserved = (unit >= 0x7F && unit <= 0x9F) || unit == kLineSeparator;
+    return isXml11 && isReserved ? Carriage::AsReference : Carriage::AsItIs;
 }
 
-bool IsLostInContent(char16_t unit) {
-    return IsLostEverywhere(unit) || (unit >= 0x7F && unit <= 0x9F && unit != 0x85);
+Carriage CarriageAt(std::u16string_view text, std::size_t at, TextPlace place, XmlVersion version) {
+    return IsUnpairedSurrogate(text, at) ? Carriage::Replaced
+                                         : CarriageOf(text[at], place, version);
 }
 
-template <class IsLost>
-std::u16string Replaced(std::u16string_view text, IsLost isLost) {
-    std::u16string carried(text);
-    bool replaced = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (isLost(text[i]) || IsUnpairedSurrogate(text, i)) {
-            carried[i] = kReplacement;
-            replaced = true;
-        }
+void AddToRun(std::vector<TextPiece>& pieces, char16_t unit) {
+    if (pieces.empty() || pieces.back().isReference) {
+        pieces.emplace_back();
     }
-    if (replaced) {
-        kelcore::trace::Write(kWriterTraceCategory,
-                              "characters that XML cannot carry were replaced by U+FFFD");
-    }
-    return carried;
+    pieces.back().text += unit;
 }
 
 }  // namespace
 
-std::u16string CarriableText(std::u16string_view text) {
-    return Replaced(text, IsLostEverywhere);
+CarriedText Carry(std::u16string_view text, TextPlace place, XmlVersion version) {
+    CarriedText carried;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        switch (CarriageAt(text, i, place, version)) {
+            case Carriage::AsItIs:
+                AddToRun(carried.pieces, text[i]);
+                break;
+            case Carriage::AsReference:
+                carried.pieces.push_back({std::u16string(1, text[i]), true});
+                break;
+            case Carriage::Replaced:
+                AddToRun(carried.pieces, kReplacement);
+                carried.isComplete = false;
+                break;
+        }
+    }
+    return carried;
 }
 
-std::u16string CarriableContent(std::u16string_view text) {
-    return Replaced(text, IsLostInContent);
+bool IsCarriedAsItIs(std::u16string_view text, TextPlace place) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isAscii = text[i] >= 0x20 && text[i] < 0x7F;
+        if (!isAscii && (CarriageAt(text, i, place, XmlVersion::V1_0) != Carriage::AsItIs ||
+                         CarriageAt(text, i, place, XmlVersion::V1_1) != Carriage::AsItIs)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 }  // namespace tses

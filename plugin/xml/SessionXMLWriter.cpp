@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <boost/thread/lock_guard.hpp>
+#include <optional>
 #include <utility>
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufFormatTarget.hpp>
@@ -10,8 +11,8 @@
 
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Trace.h"
-#include "plugin/xml/CarriableText.h"
 #include "plugin/xml/DocumentLimits.h"
+#include "plugin/xml/DocumentTexts.h"
 #include "plugin/xml/Names.h"
 #include "plugin/xml/XercesPlatform.h"
 
@@ -22,10 +23,7 @@ using Guard = boost::lock_guard<boost::recursive_mutex>;
 
 constexpr std::u16string_view kCoreFeature = u"Core";
 constexpr std::u16string_view kLineFeed = u"\n";
-constexpr std::u16string_view kSectionEnd = u"]]>";
 constexpr XMLSize_t kInitialBufferSize = 10000;
-constexpr std::size_t kBytesOfUnit = 3;  // at most, in UTF-8
-constexpr std::size_t kLongestSection = limits::kSectionBytes / kBytesOfUnit - 16;
 
 struct ReleaseToLibrary {
     template <class Resource>
@@ -53,19 +51,29 @@ bool NeedsXml11(char16_t unit) {
     return unit < 0x20 || (unit >= 0x7F && unit <= 0x84) || (unit >= 0x86 && unit <= 0x9F);
 }
 
+constexpr kelcore::uint64 kLongestReference = 8;  // that of the line separator
+constexpr kelcore::uint64 kOtherReference = 6;
+
 /// At most what the text takes up as the value of an attribute: every unit as a reference.
 kelcore::uint64 LongestValue(std::u16string_view text) {
-    constexpr kelcore::uint64 kLongestReference = 6;
     return kLongestReference * text.size();
 }
 
-/// What it takes up.
+kelcore::uint64 LengthOf(char16_t unit) {
+    const bool isPlain =
+        unit >= 0x20 && unit < 0x7F && unit != u'&' && unit != u'<' && unit != u'>' && unit != u'"';
+    if (isPlain) {
+        return 1;
+    }
+    constexpr kelcore::uint64 kBytesOfUnit = 3;
+    return unit < 0xA0 ? kOtherReference : unit == u'\u2028' ? kLongestReference : kBytesOfUnit;
+}
+
+/// What it takes up, whatever version the document has in the end.
 kelcore::uint64 ValueLength(std::u16string_view text) {
     kelcore::uint64 length = 0;
     for (const char16_t unit : text) {
-        const bool isPlain = unit >= 0x20 && unit < 0x7F && unit != u'&' && unit != u'<' &&
-                             unit != u'>' && unit != u'"';
-        length += isPlain ? 1 : unit < 0xA0 ? 6 : 3;
+        length += LengthOf(unit);
     }
     return length;
 }
@@ -88,33 +96,6 @@ bool IsReadable(const AttributeMap& attributes) {
                               "the attributes of an element are longer than 1 MiB");
     }
     return readable;
-}
-
-void SetAttributes(xercesc::DOMElement& element, const AttributeMap& attributes) {
-    for (const Attribute& attribute : attributes) {
-        element.setAttribute(attribute.name.data(), CarriableText(attribute.value).c_str());
-    }
-}
-
-bool IsWithinPair(std::u16string_view text, std::size_t at) {
-    return at > 0 && at < text.size() && text[at] >= 0xDC00 && text[at] <= 0xDFFF;
-}
-
-/// How much of a text one section takes. None can hold what ends it, which the serialiser drops,
-/// and none may be longer than a reader takes in one piece. A reader joins the sections of a text.
-std::size_t SectionLength(std::u16string_view text) {
-    const std::size_t longest = kLongestSection - (IsWithinPair(text, kLongestSection) ? 1 : 0);
-    const std::size_t end = text.substr(0, longest).find(kSectionEnd);
-    return end != std::u16string_view::npos ? end + 1 : std::min(text.size(), longest);
-}
-
-void AppendSections(xercesc::DOMDocument& document, xercesc::DOMElement& parent,
-                    std::u16string_view text) {
-    do {
-        const std::u16string section(text.substr(0, SectionLength(text)));
-        parent.appendChild(document.createCDATASection(section.c_str()));
-        text.remove_prefix(section.size());
-    } while (!text.empty());
 }
 
 /// What the DOM refuses, it throws; a writer's operation then reports failure.
@@ -182,13 +163,16 @@ bool WriteFile(const std::u16string& path, const xercesc::MemBufFormatTarget& co
 class SessionXMLWriter::State {
 public:
     State(std::u16string outputPath, WriterFault writerFault)
-        : document(CreateDocument()),
-          current(document != nullptr ? document->getDocumentElement() : nullptr),
-          path(std::move(outputPath)),
-          fault(writerFault) {}
+        : document(CreateDocument()), path(std::move(outputPath)), fault(writerFault) {
+        if (document != nullptr) {
+            current = document->getDocumentElement();
+            texts.emplace(*document);
+        }
+    }
 
     LibraryPointer<xercesc::DOMDocument> document;
-    xercesc::DOMElement* current;  // of the document
+    std::optional<DocumentTexts> texts;      // of the document, if there is one
+    xercesc::DOMElement* current = nullptr;  // likewise
     std::u16string path;
     WriterFault fault;
     std::size_t operations = 0;
@@ -208,7 +192,8 @@ bool SessionXMLWriter::SetRootAttributes(const AttributeMap& attributes) {
     if (!Step() || !IsReadable(attributes)) {
         return false;
     }
-    return Attempt([&] { SetAttributes(*state_->document->getDocumentElement(), attributes); });
+    return Attempt(
+        [&] { state_->texts->SetAttributes(*state_->document->getDocumentElement(), attributes); });
 }
 
 bool SessionXMLWriter::StartElement(std::u16string_view name, const AttributeMap& attributes) {
@@ -218,7 +203,7 @@ bool SessionXMLWriter::StartElement(std::u16string_view name, const AttributeMap
     }
     return Attempt([&] {
         xercesc::DOMElement* const element = state_->document->createElement(name.data());
-        SetAttributes(*element, attributes);
+        state_->texts->SetAttributes(*element, attributes);
         state_->current->appendChild(element);
         state_->current = element;
     });
@@ -233,8 +218,7 @@ bool SessionXMLWriter::Text(std::u16string_view text) {
         if (std::any_of(text.begin(), text.end(), NeedsXml11)) {
             state_->document->setXmlVersion(xercesc::XMLUni::fgVersion1_1);
         }
-        const std::u16string content = CarriableContent(text);
-        state_->current->appendChild(state_->document->createTextNode(content.c_str()));
+        state_->texts->AppendText(*state_->current, text);
     });
 }
 
@@ -243,8 +227,7 @@ bool SessionXMLWriter::Characters(std::u16string_view text) {
     if (!Step()) {
         return false;
     }
-    return Attempt(
-        [&] { AppendSections(*state_->document, *state_->current, CarriableText(text)); });
+    return Attempt([&] { state_->texts->AppendSections(*state_->current, text); });
 }
 
 bool SessionXMLWriter::EndElement() {
@@ -266,6 +249,7 @@ bool SessionXMLWriter::Save() {
     if (!Step()) {
         return false;
     }
+    state_->texts->Settle();
     xercesc::MemBufFormatTarget content(kInitialBufferSize);
     bool serialised = Serialise(*state_->document, content);
     if (state_->fault.serialiser != WriterFault::Serialiser::Works) {

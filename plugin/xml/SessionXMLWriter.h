@@ -29,6 +29,9 @@ struct WriterFault {
 /// new content goes into the current element, which is the document element at first. Every
 /// operation says whether it succeeded, and fails without effect when there is no document (the XML
 /// library was not started).
+///
+/// No character makes an operation fail. A reader gets each of them back, or U+FFFD in the place of
+/// the few that XML has no means for; `CarriableText.h` says which.
 class SessionXMLWriter {
 public:
     explicit SessionXMLWriter(std::u16string path, WriterFault fault = {});
@@ -47,7 +50,8 @@ public:
     /// U+009F) makes the whole document XML 1.1. U+0085 alone does not, on purpose.
     bool Text(std::u16string_view text);
 
-    /// Appends a CDATA section, for encoded blocks and embedded metadata.
+    /// Appends a CDATA section, for encoded blocks and embedded metadata; several, with references
+    /// between them, where one cannot hold the text.
     bool Characters(std::u16string_view text);
 
     /// Makes the parent of the current element the current one. False, with nothing changed, at the

@@ -35,7 +35,7 @@ LIBRARY_RULES = (
     (r"spdlog/", (r"platform/.*", r"tests/.*")),
     (r"nlohmann/", (r"reference_host/.*", r"toolkit/.*", r"cli/.*", r"tests/.*")),
     (r"CLI/", (r"cli/.*",)),
-    (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),
+    (r"(gtest|gmock|rapidcheck|expat|libxml)", (r"tests/.*",)),
 )
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)

@@ -286,9 +286,87 @@ TEST_F(SessionXMLWriterTest,
     EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\x01\x02z"}}));
     EXPECT_TRUE(writer.Text(u"b\xFFFE"));
     EXPECT_TRUE(writer.Characters(u"c\x03"));
+    EXPECT_THAT(traced, IsEmpty());
     EXPECT_TRUE(writer.Save());
     EXPECT_THAT(Saved(), HasSubstr("key=\"a\uFFFD\uFFFDz\">b\uFFFD<![CDATA[c\uFFFD]]>"));
     EXPECT_THAT(traced, testing::SizeIs(3));
+}
+
+TEST_F(SessionXMLWriterTest, WhatAnXml11DocumentReservesIsAReferenceWhenTheVersionComesLast) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\u0085\u2028z"}}));
+    EXPECT_TRUE(writer.Characters(u"b\u0080\x01"));
+    EXPECT_TRUE(writer.Text(u"\t"));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(),
+                HasSubstr("<name key=\"a&#x85;&#x2028;z\"><![CDATA[b]]>&#x80;&#x1;\t</name>"));
+    EXPECT_THAT(traced, IsEmpty());
+}
+
+TEST_F(SessionXMLWriterTest, WhatAnXml11DocumentReservesIsAReferenceWhenTheVersionComesFirst) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::name));
+    EXPECT_TRUE(writer.Text(u"\x7F"));
+    EXPECT_TRUE(writer.EndElement());
+    EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\u0085"}}));
+    EXPECT_TRUE(writer.Text(u"\u2028b"));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), AllOf(HasSubstr("<name>&#x7F;</name>"),
+                               HasSubstr("<name key=\"a&#x85;\">&#x2028;b</name>")));
+}
+
+TEST_F(SessionXMLWriterTest, AnXml10DocumentHoldsItAsItIs) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\u0080\u2028"}}));
+    EXPECT_TRUE(writer.Text(u"\u0085"));
+    EXPECT_TRUE(writer.Characters(u"\u009Fb"));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<name key=\"a\u0080\u2028\">\u0085<![CDATA[\u009Fb]]></name>"));
+}
+
+TEST_F(SessionXMLWriterTest, ACarriageReturnInCharactersStandsBetweenTwoSections) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::xmpMetadata));
+    EXPECT_TRUE(writer.Characters(u"a\r\nb"));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<![CDATA[a]]>&#xD;<![CDATA[\nb]]></xmpMetadata>"));
+}
+
+TEST_F(SessionXMLWriterTest, ContentKeepsItsOrderAroundWhatIsPutInPlaceOnSaving) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::name));
+    EXPECT_TRUE(writer.Text(u"1"));
+    EXPECT_TRUE(writer.Text(u"2\u0001"));
+    EXPECT_TRUE(writer.Characters(u"3\r"));
+    EXPECT_TRUE(writer.Text(u"4"));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<name>12&#x1;<![CDATA[3]]>&#xD;4</name>"));
+}
+
+TEST_F(SessionXMLWriterTest, TheLastValueOfARootAttributeStandsWhateverTheFirstWas) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.SetRootAttributes({{names::version, u"\u2028"}, {names::key, u"\u0085"}}));
+    EXPECT_TRUE(writer.SetRootAttributes({{names::version, u"1.5"}}));
+    EXPECT_TRUE(writer.SetRootAttributes({{names::key, u"\u0080"}}));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<orvo key=\"\u0080\" version=\"1.5\"/>"));
+}
+
+TEST_F(SessionXMLWriterTest, ASecondSaveFollowsAVersionThatChangedSince) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\u0080b"}}));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<name key=\"a\u0080b\"/>"));
+    EXPECT_TRUE(writer.Text(u"\t"));
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<name key=\"a&#x80;b\">\t</name>"));
+}
+
+TEST_F(SessionXMLWriterTest, AttributesThatAreTooLongOnlyAsReferencesFail) {
+    const std::u16string tooLongInXml11(limits::kTagBytes / 6, u'\u2028');
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_FALSE(writer.StartElement(names::file, {{names::name, tooLongInXml11}}));
+    EXPECT_EQ(traced.size(), 1u);
 }
 
 TEST_F(SessionXMLWriterTest, ALargeDocumentIsWrittenWhole) {

@@ -1,0 +1,152 @@
+#include "plugin/xml/DocumentTexts.h"
+
+#include <algorithm>
+#include <xercesc/dom/impl/DOMDocumentImpl.hpp>
+#include <xercesc/dom/impl/DOMEntityReferenceImpl.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include "platform/kelcore/Trace.h"
+#include "plugin/xml/DocumentLimits.h"
+#include "plugin/xml/SessionXMLWriter.h"
+
+namespace tses {
+namespace {
+
+constexpr std::u16string_view kSectionEnd = u"]]>";
+constexpr std::size_t kBytesOfUnit = 3;  // at most, in UTF-8
+constexpr std::size_t kLongestSection = limits::kSectionBytes / kBytesOfUnit - 16;
+
+XmlVersion VersionOf(const xercesc::DOMDocument& document) {
+    const XMLCh* const version = document.getXmlVersion();
+    const bool isXml11 =
+        version != nullptr && std::u16string_view(version) == xercesc::XMLUni::fgVersion1_1;
+    return isXml11 ? XmlVersion::V1_1 : XmlVersion::V1_0;
+}
+
+bool IsWithinPair(std::u16string_view text, std::size_t at) {
+    return at > 0 && at < text.size() && text[at] >= 0xDC00 && text[at] <= 0xDFFF;
+}
+
+/// How much of a text one section takes. None can hold what ends it, which the serialiser drops,
+/// and none may be longer than a reader takes in one piece.
+std::size_t SectionLength(std::u16string_view text) {
+    const std::size_t longest = kLongestSection - (IsWithinPair(text, kLongestSection) ? 1 : 0);
+    const std::size_t end = text.substr(0, longest).find(kSectionEnd);
+    return end != std::u16string_view::npos ? end + 1 : std::min(text.size(), longest);
+}
+
+template <class Take>
+void ForEachSection(std::u16string_view text, Take take) {
+    do {
+        const std::u16string section(text.substr(0, SectionLength(text)));
+        take(section);
+        text.remove_prefix(section.size());
+    } while (!text.empty());
+}
+
+/// The name that makes a reference to an entity one to the character.
+std::u16string ReferenceName(char16_t unit) {
+    constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
+    std::u16string digits;
+    for (unsigned rest = unit; rest != 0; rest >>= 4) {
+        digits.insert(digits.begin(), kDigits[rest & 0xF]);
+    }
+    return u"#x" + digits;
+}
+
+/// The serialiser writes the name of an entity reference as it is, so that one named "#x85" is the
+/// character reference "&#x85;". The document's own factory asks for the name of an entity, which
+/// this is not, and has no node for character references; hence the library's class.
+xercesc::DOMNode* CreateReference(xercesc::DOMDocument& document, char16_t unit) {
+    return new (&document, xercesc::DOMMemoryManager::ENTITY_REFERENCE_OBJECT)
+        xercesc::DOMEntityReferenceImpl(&document, ReferenceName(unit).c_str());
+}
+
+}  // namespace
+
+void DocumentTexts::SetAttributes(xercesc::DOMElement& element, const AttributeMap& attributes) {
+    for (const Attribute& attribute : attributes) {
+        SetAttribute(element, attribute);
+    }
+}
+
+void DocumentTexts::SetAttribute(xercesc::DOMElement& element, const Attribute& attribute) {
+    const XMLCh* const name = attribute.name.data();
+    if (!waiting_.empty() && element.hasAttribute(name)) {
+        Forget(element.getAttributeNode(name));
+    }
+    if (IsCarriedAsItIs(attribute.value, TextPlace::Attribute)) {
+        element.setAttribute(name, attribute.value.c_str());
+    } else {
+        element.setAttribute(name, u"");
+        Wait(*element.getAttributeNode(name), attribute.value, TextPlace::Attribute);
+    }
+}
+
+void DocumentTexts::AppendText(xercesc::DOMElement& parent, std::u16string_view text) {
+    if (IsCarriedAsItIs(text, TextPlace::Text)) {
+        parent.appendChild(document_.createTextNode(std::u16string(text).c_str()));
+    } else {
+        Wait(parent, text, TextPlace::Text);
+    }
+}
+
+void DocumentTexts::AppendSections(xercesc::DOMElement& parent, std::u16string_view text) {
+    if (!IsCarriedAsItIs(text, TextPlace::Section)) {
+        Wait(parent, text, TextPlace::Section);
+        return;
+    }
+    ForEachSection(text, [&](const std::u16string& section) {
+        parent.appendChild(document_.createCDATASection(section.c_str()));
+    });
+}
+
+void DocumentTexts::Settle() {
+    const XmlVersion version = VersionOf(document_);
+    for (Waiting& waiting : waiting_) {
+        Settle(waiting, version);
+    }
+}
+
+void DocumentTexts::Forget(const xercesc::DOMNode* parent) {
+    std::erase_if(waiting_, [&](const Waiting& waiting) { return waiting.parent == parent; });
+}
+
+void DocumentTexts::Wait(xercesc::DOMNode& parent, std::u16string_view text, TextPlace place) {
+    xercesc::DOMNode* const placeholder = parent.appendChild(document_.createTextNode(u""));
+    waiting_.push_back({place, &parent, {placeholder}, std::u16string(text)});
+}
+
+void DocumentTexts::Settle(Waiting& waiting, XmlVersion version) {
+    const CarriedText carried = Carry(waiting.text, waiting.place, version);
+    if (!carried.isComplete) {
+        kelcore::trace::Write(kWriterTraceCategory,
+                              "characters that XML cannot carry were replaced by U+FFFD");
+    }
+    std::vector<xercesc::DOMNode*> nodes = NodesOf(carried, waiting.place);
+    for (xercesc::DOMNode* const node : nodes) {
+        waiting.parent->insertBefore(node, waiting.nodes.front());
+    }
+    waiting.nodes.swap(nodes);
+    for (xercesc::DOMNode* const node : nodes) {
+        waiting.parent->removeChild(node)->release();
+    }
+}
+
+std::vector<xercesc::DOMNode*> DocumentTexts::NodesOf(const CarriedText& carried, TextPlace place) {
+    std::vector<xercesc::DOMNode*> nodes;
+    for (const TextPiece& piece : carried.pieces) {
+        if (piece.isReference) {
+            nodes.push_back(CreateReference(document_, piece.text.front()));
+        } else if (place == TextPlace::Section) {
+            ForEachSection(piece.text, [&](const std::u16string& section) {
+                nodes.push_back(document_.createCDATASection(section.c_str()));
+            });
+        } else {
+            nodes.push_back(document_.createTextNode(piece.text.c_str()));
+        }
+    }
+    return nodes;
+}
+
+}  // namespace tses

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+#include <xercesc/dom/DOM.hpp>
+
+#include "plugin/xml/AttributeMap.h"
+#include "plugin/xml/CarriableText.h"
+
+namespace tses {
+
+/// Puts texts into a document so that a reader gets every character back that XML can carry; what
+/// becomes of the others stands in `CarriableText.h`.
+///
+/// How a character is carried may hang on the version of the document, which any later text can
+/// change. The few texts with such characters are therefore put in place by `Settle`.
+class DocumentTexts {
+public:
+    /// `document` must outlive the object.
+    explicit DocumentTexts(xercesc::DOMDocument& document) : document_(document) {}
+
+    /// Sets the attributes in the order of the map.
+    void SetAttributes(xercesc::DOMElement& element, const AttributeMap& attributes);
+
+    /// Appends ordinary text.
+    void AppendText(xercesc::DOMElement& parent, std::u16string_view text);
+
+    /// Appends CDATA sections, at least one section or reference. A reader joins them.
+    void AppendSections(xercesc::DOMElement& parent, std::u16string_view text);
+
+    /// Puts in place what waits for the version of the document. To be called before it is
+    /// serialised, and again when it was changed since. A text of which a character is replaced is
+    /// traced, one line each.
+    void Settle();
+
+private:
+    struct Waiting {
+        TextPlace place;
+        xercesc::DOMNode* parent;
+        std::vector<xercesc::DOMNode*> nodes;  // what stands for it in the parent; never empty
+        std::u16string text;
+    };
+
+    void SetAttribute(xercesc::DOMElement& element, const Attribute& attribute);
+    void Forget(const xercesc::DOMNode* parent);
+    void Wait(xercesc::DOMNode& parent, std::u16string_view text, TextPlace place);
+    void Settle(Waiting& waiting, XmlVersion version);
+    std::vector<xercesc::DOMNode*> NodesOf(const CarriedText& carried, TextPlace place);
+
+    xercesc::DOMDocument& document_;
+    std::vector<Waiting> waiting_;
+};
+
+}  // namespace tses

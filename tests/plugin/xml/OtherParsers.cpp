@@ -1,0 +1,84 @@
+#include "tests/plugin/xml/OtherParsers.h"
+
+#include <expat.h>
+#include <libxml/parser.h>
+#include <libxml/tree.h>
+
+#include <memory>
+#include <type_traits>
+
+#include "platform/kelcore/Strings.h"
+
+namespace test {
+namespace {
+
+/// The values that expat has told of.
+struct ExpatValues {
+    Values values;
+    std::string content;
+    bool isAttribute = false;
+};
+
+void XMLCALL OnStart(void* data, const XML_Char* /*name*/, const XML_Char** attributes) {
+    ExpatValues& read = *static_cast<ExpatValues*>(data);
+    read.isAttribute = attributes[0] != nullptr;
+    read.content = read.isAttribute ? attributes[1] : "";
+}
+
+void XMLCALL OnCharacters(void* data, const XML_Char* text, int length) {
+    ExpatValues& read = *static_cast<ExpatValues*>(data);
+    if (!read.isAttribute) {
+        read.content.append(text, static_cast<std::size_t>(length));
+    }
+}
+
+void XMLCALL OnEnd(void* data, const XML_Char* name) {
+    ExpatValues& read = *static_cast<ExpatValues*>(data);
+    if (std::string_view(name) == "name") {
+        read.values.push_back(kelcore::UTF8to16(read.content));
+    }
+}
+
+std::u16string TakeText(xmlChar* text) {
+    const std::unique_ptr<xmlChar, void (*)(void*)> owned(text, xmlFree);
+    return kelcore::UTF8to16(reinterpret_cast<const char*>(owned.get()));
+}
+
+std::u16string ValueOf(xmlNode* element) {
+    return TakeText(element->properties != nullptr ? xmlGetProp(element, element->properties->name)
+                                                   : xmlNodeGetContent(element));
+}
+
+}  // namespace
+
+std::optional<Values> ReadByExpat(std::string_view document) {
+    const std::unique_ptr<std::remove_pointer_t<XML_Parser>, void (*)(XML_Parser)> parser(
+        XML_ParserCreate(nullptr), XML_ParserFree);
+    ExpatValues read;
+    XML_SetUserData(parser.get(), &read);
+    XML_SetElementHandler(parser.get(), OnStart, OnEnd);
+    XML_SetCharacterDataHandler(parser.get(), OnCharacters);
+    const XML_Status status =
+        XML_Parse(parser.get(), document.data(), static_cast<int>(document.size()), XML_TRUE);
+    return status == XML_STATUS_OK ? std::optional(std::move(read.values)) : std::nullopt;
+}
+
+std::optional<Values> ReadByLibxml2(std::string_view document) {
+    const std::unique_ptr<xmlDoc, void (*)(xmlDoc*)> read(
+        xmlReadMemory(document.data(), static_cast<int>(document.size()), nullptr, nullptr,
+                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
+        xmlFreeDoc);
+    if (read == nullptr) {
+        return std::nullopt;
+    }
+    Values values;
+    for (xmlNode* node = xmlDocGetRootElement(read.get())->children; node != nullptr;
+         node = node->next) {
+        if (node->type == XML_ELEMENT_NODE) {
+            values.push_back(ValueOf(node));
+        }
+    }
+    return values;
+}
+
+}  // namespace test

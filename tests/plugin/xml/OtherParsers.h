@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace test {
+
+/// The values in a document of `ValueDocument`, as another XML parser reads them; nothing when it
+/// finds the document malformed.
+using Values = std::vector<std::u16string>;
+std::optional<Values> ReadByExpat(std::string_view document);
+std::optional<Values> ReadByLibxml2(std::string_view document);
+
+}  // namespace test
