@@ -14,19 +14,20 @@
 
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
-#include "tests/support/TemporaryFolder.h"
 
 namespace test {
 
-Saved SaveInPeace(refhost::Plugin& plugin, const refhost::model::Session& session) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "peace.orvo";
+Saved SaveInPeace(refhost::Plugin& plugin, const refhost::model::Session& session,
+                  const std::string& folder) {
+    const std::string path = folder + "/peace.orvo";
     const auto written = refhost::WriteSession(plugin, kelcore::PathFromBytes(path), session);
     const std::optional<std::string> bytes = ContentOf(path);
     if (written.result != tses::SessionResult::Ok || !bytes || bytes->empty()) {
         throw std::runtime_error("a save in peace failed");
     }
-    return {session, *bytes, SessionOf(plugin, path)};
+    Saved saved{session, *bytes, SessionOf(plugin, path)};
+    std::filesystem::remove(path);
+    return saved;
 }
 
 refhost::model::Session SessionOf(refhost::Plugin& plugin, const std::string& path) {

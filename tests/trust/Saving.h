@@ -23,8 +23,10 @@ struct Saved {
     refhost::model::Session readBack;  ///< what a host gets that reads the file
 };
 
-/// Saves a session in peace, to learn what its file is. Throws if that fails.
-Saved SaveInPeace(refhost::Plugin& plugin, const refhost::model::Session& session);
+/// Saves a session in peace and removes the file, to learn what it is in this folder: it tells
+/// where the media are from there. Throws if that fails.
+Saved SaveInPeace(refhost::Plugin& plugin, const refhost::model::Session& session,
+                  const std::string& folder);
 
 /// The session of a file; throws if it cannot be read.
 refhost::model::Session SessionOf(refhost::Plugin& plugin, const std::string& path);

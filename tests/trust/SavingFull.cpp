@@ -116,15 +116,17 @@ private:
 };
 
 /// Saves a session that grows until it does not fit any more beside itself.
-void GrowUntilFull(Trial& trial, refhost::Plugin& plugin, const refhost::model::Session& session) {
+void GrowUntilFull(Trial& trial, refhost::Plugin& plugin, const refhost::model::Session& session,
+                   const std::string& peaceful) {
     constexpr std::size_t kStep = 100;
     std::size_t files = 0;
-    while (trial.Save(test::SaveInPeace(plugin, test::WithMoreFiles(session, files)))) {
+    while (trial.Save(test::SaveInPeace(plugin, test::WithMoreFiles(session, files), peaceful))) {
         files += kStep;
     }
     trial.Expect(files > kStep, "there was no room from the beginning");
-    trial.Expect(!trial.Save(test::SaveInPeace(plugin, test::WithMoreFiles(session, files))),
-                 "what did not fit before fits now");
+    trial.Expect(
+        !trial.Save(test::SaveInPeace(plugin, test::WithMoreFiles(session, files), peaceful)),
+        "what did not fit before fits now");
 }
 
 /// Saves with no block left, with one, and so on until a save succeeds.
@@ -157,6 +159,7 @@ int Run(const std::string& example, std::size_t rounds) {
     refhost::Plugin plugin;
     const auto session = test::SessionOf(plugin, example);
     const test::TemporaryFolder folder;
+    const test::TemporaryFolder peaceful;
     const SmallFileSystem small(folder.Path());
     if (!small.IsMounted()) {
         std::printf("saving_full: skipped, a file system cannot be mounted here: %s\n",
@@ -164,14 +167,14 @@ int Run(const std::string& example, std::size_t rounds) {
         return kSkipped;
     }
     Trial trial(plugin, small);
-    const auto old = test::SaveInPeace(plugin, session);
+    const auto old = test::SaveInPeace(plugin, session, peaceful.Path());
     for (std::size_t round = 0; round < rounds; ++round) {
-        const auto next =
-            test::SaveInPeace(plugin, test::WithMoreFiles(session, 7 + 13 * (round % 50)));
+        const auto next = test::SaveInPeace(
+            plugin, test::WithMoreFiles(session, 7 + 13 * (round % 50)), peaceful.Path());
         SaveWithEveryRoom(trial, old, next, small.BlockSize());
         SaveWhereNoFileCanBeMade(trial, old, next);
         trial.LeaveAllFree();
-        GrowUntilFull(trial, plugin, session);
+        GrowUntilFull(trial, plugin, session, peaceful.Path());
     }
     const Counts& counts = trial.Result();
     std::printf("saving_full: %ld saves, %ld without enough room, %ld problems\n", counts.saves,

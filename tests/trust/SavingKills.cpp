@@ -86,9 +86,9 @@ int Run(const std::string& example, long count, unsigned seed) {
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
     const auto session = test::SessionOf(plugin, example);
-    const Sides sides{test::SaveInPeace(plugin, session),
-                      test::SaveInPeace(plugin, test::WithMoreFiles(session, 20))};
     const test::TemporaryFolder folder;
+    const Sides sides{test::SaveInPeace(plugin, session, folder.Path()),
+                      test::SaveInPeace(plugin, test::WithMoreFiles(session, 20), folder.Path())};
     const test::Shared<Progress> progress;
     const Counts counts = KillAgainAndAgain(plugin, sides, folder.Path(), count, seed, *progress);
     const std::size_t strays = test::CountStrays(folder.Path());

@@ -78,9 +78,9 @@ int Run(const std::string& example, long count) {
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
     const auto session = test::SessionOf(plugin, example);
-    const Sides sides{test::SaveInPeace(plugin, session),
-                      test::SaveInPeace(plugin, test::WithMoreFiles(session, 100))};
     const test::TemporaryFolder folder;
+    const Sides sides{test::SaveInPeace(plugin, session, folder.Path()),
+                      test::SaveInPeace(plugin, test::WithMoreFiles(session, 100), folder.Path())};
     const std::u16string path =
         kelcore::PathFromBytes(folder.Write("song.orvo", sides.first.bytes).native());
     const test::Shared<Progress> progress;
