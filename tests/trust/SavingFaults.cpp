@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -17,10 +16,9 @@
 #include "tests/trust/SavingScenarios.h"
 #include "tests/trust/SystemFaults.h"
 
-// SavingFaults SESSION [STEP]: saves a session over another while one call of the system goes
-// wrong: each call (or every STEP-th case), in every way, in every scenario, in a process of its
-// own. Afterwards the file must be the old one or the new one, as the result says, and the next
-// save must leave nothing but the file.
+// SavingFaults SESSION: saves a session over another while one call of the system goes wrong: each
+// call, in every way, in every scenario, in a process of its own. Afterwards the file must be the
+// old one or the new one, as the result says, and the next save must leave nothing but the file.
 
 namespace {
 
@@ -117,21 +115,18 @@ public:
           const std::string& folder)
         : plugin_(plugin), sides_(sides), scenario_(scenario), stage_(folder, scenario) {}
 
-    void Run(std::size_t step) {
+    void Run() {
         const std::vector<std::string> calls = CallsInPeace();
         CheckOrder(calls);
-        std::size_t number = 0;
         for (std::size_t at = 0; at < calls.size(); ++at) {
             for (const Fault& fault : FaultsOf(calls[at], at)) {
-                if (number++ % step == 0) {
-                    case_ = calls[at] + " (call " + std::to_string(at) + ") " + Describe(fault);
-                    Try(fault, calls[at]);
-                }
+                case_ = calls[at] + " (call " + std::to_string(at) + ") " + Describe(fault);
+                Try(fault, calls[at]);
             }
         }
         std::printf("%s: %zu calls in a save, %zu cases\n", scenario_.name, calls.size(), cases_);
         case_ = "all";
-        Expect(cases_ * step >= kFewestCases, "fewer cases than there must be");
+        Expect(cases_ >= kFewestCases, "fewer cases than there must be");
     }
 
     std::size_t Cases() const { return cases_; }
@@ -276,7 +271,7 @@ private:
     std::size_t problems_ = 0;
 };
 
-int Run(const std::string& example, std::size_t step) {
+int Run(const std::string& example) {
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
     const auto session = test::SessionOf(plugin, example);
@@ -291,7 +286,7 @@ int Run(const std::string& example, std::size_t step) {
     std::size_t problems = 0;
     for (const test::Scenario& scenario : test::Scenarios()) {
         Trial trial(plugin, sides, scenario, folder.Path());
-        trial.Run(step);
+        trial.Run();
         cases += trial.Cases();
         kills += trial.Kills();
         problems += trial.Problems();
@@ -304,9 +299,9 @@ int Run(const std::string& example, std::size_t step) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2 || argc > 3) {
-        std::fprintf(stderr, "usage: SavingFaults SESSION [STEP]\n");
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: SavingFaults SESSION\n");
         return 2;
     }
-    return Run(argv[1], argc == 3 ? std::strtoul(argv[2], nullptr, 10) : 1);
+    return Run(argv[1]);
 }
