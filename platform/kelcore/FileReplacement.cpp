@@ -224,13 +224,17 @@ bool Lock(const Descriptor& file) {
     return Uninterrupted([&file] { return flock(file.Number(), LOCK_EX | LOCK_NB); }) == 0;
 }
 
+void Remove(int folder, const char* name) {
+    Uninterrupted([=] { return unlinkat(folder, name, 0); });
+}
+
 /// Removes a temporary file unless a running program holds it. In doubt it stays.
 void RemoveIfAbandoned(int folder, const char* name) {
     const Descriptor stray = OpenAt(folder, name, O_WRONLY | O_NONBLOCK);
     struct stat status;
     if (stray.IsOpen() && fstat(stray.Number(), &status) == 0 && S_ISREG(status.st_mode) &&
         Lock(stray)) {
-        unlinkat(folder, name, 0);
+        Remove(folder, name);
     }
 }
 
@@ -434,7 +438,7 @@ bool TemporaryFile::TryName(mode_t mode) {
     struct stat status;
     const bool removed = fstat(file_.Number(), &status) == 0 && status.st_nlink == 0;
     if (lockedElsewhere || removed) {
-        unlinkat(folder_, name_.c_str(), 0);
+        Remove(folder_, name_.c_str());
         file_ = Descriptor();
         return false;
     }
@@ -443,16 +447,31 @@ bool TemporaryFile::TryName(mode_t mode) {
 
 TemporaryFile::~TemporaryFile() {
     if (file_.IsOpen() && !name_.empty()) {
-        unlinkat(folder_, name_.c_str(), 0);
+        Remove(folder_, name_.c_str());
     }
 }
 
 void TemporaryFile::RenameTo(const std::string& name) {
-    if (Uninterrupted([&] { return renameat(folder_, name_.c_str(), folder_, name.c_str()); }) !=
-        0) {
-        FailWith(errno);
+    const int result =
+        Uninterrupted([&] { return renameat(folder_, name_.c_str(), folder_, name.c_str()); });
+    if (result != 0) {
+        const int systemError = errno;
+        // Over a network the answer may get lost, and asked again, the system has nothing left to
+        // rename. What counts is who has the name.
+        if (!HasName(name)) {
+            FailWith(systemError);
+        }
     }
     name_.clear();
+}
+
+bool TemporaryFile::HasName(const std::string& name) const {
+    struct stat own;
+    struct stat named;
+    return Uninterrupted([&] { return fstat(file_.Number(), &own); }) == 0 &&
+           Uninterrupted(
+               [&] { return fstatat(folder_, name.c_str(), &named, AT_SYMLINK_NOFOLLOW); }) == 0 &&
+           own.st_dev == named.st_dev && own.st_ino == named.st_ino;
 }
 
 FileReplacement::FileReplacement(const std::string& path)

@@ -1,0 +1,33 @@
+#!/usr/bin/env python3
+"""saving_calls_test.py LIBRARY PROGRAM: every call by which the library may touch files is one that the program
+takes over, so that a new one cannot escape the proofs unnoticed.
+"""
+
+import re
+import subprocess
+import sys
+
+# What the C library has for files, by the roots of their names.
+TOUCHES_FILES = re.compile(
+    r"_*[flpd]{0,2}(open|creat|read|write|pread|pwrite|seek|trunc|sync|rename|link|unlink|remove|mkdir"
+    r"|mknod|mkfifo|rmdir|mkstemp|mkostemp|mkdtemp|tmpfile|stat|access|chmod|chown|utime|futimens|flock|lockf|fcntl"
+    r"|fallocate|copy_file_range|sendfile|splice|getxattr|setxattr|listxattr|removexattr|pathconf|close|dup|ioctl|mmap"
+    r"|acl|statfs|statvfs)\w*|euidaccess|realpath|canonicalize_file_name|scandir|nftw|syscall|fput\w+|fget\w+|fprintf")
+
+
+def symbols(path, option):
+    output = subprocess.run(["nm", "-D", option, path], capture_output=True, text=True, check=True).stdout
+    return {line.split()[-1].split("@")[0] for line in output.splitlines()}
+
+
+def main():
+    library, program = sys.argv[1:]
+    used = {name for name in symbols(library, "--undefined-only") if TOUCHES_FILES.fullmatch(name)}
+    taken_over = symbols(program, "--defined-only")
+    missing = sorted(used - taken_over)
+    print(f"{len(used)} calls that touch files, {len(missing)} of them not taken over: {' '.join(missing)}")
+    return 1 if missing or len(used) < 20 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
