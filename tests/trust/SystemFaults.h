@@ -32,7 +32,7 @@ struct Fault {
 };
 
 /// From here on calls are counted, and go wrong as told.
-void BeginFaults(const Fault& fault);
+void BeginFaults(const Fault& next);
 
 /// @returns the names of the calls since, in their order.
 std::vector<std::string> EndFaults();
