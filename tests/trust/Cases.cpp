@@ -18,7 +18,6 @@
 namespace test {
 namespace {
 
-constexpr unsigned kLongestSeconds = 60;
 constexpr int kSomethingIsWrong = 1;
 
 std::vector<std::string> Problems(const Case& toRun) {
@@ -31,7 +30,7 @@ std::vector<std::string> Problems(const Case& toRun) {
 
 /// A hang is ended by the alarm, which a child does not inherit and so sets itself.
 [[noreturn]] void RunInChild(const Case& toRun) {
-    ::alarm(kLongestSeconds);
+    ::alarm(toRun.longestSeconds);
     const std::vector<std::string> problems = Problems(toRun);
     for (const std::string& problem : problems) {
         std::printf("%s: %s\n", toRun.name.c_str(), problem.c_str());

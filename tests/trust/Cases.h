@@ -12,6 +12,7 @@ struct Case {
     std::string name;
     /// Runs in a process of its own; returns what is wrong, a line each.
     std::function<std::vector<std::string>()> run;
+    unsigned longestSeconds = 60;  ///< what takes longer hangs
 };
 
 /// Of many like cases each that many-th.
@@ -23,7 +24,7 @@ struct Tally {
 };
 
 /// Runs each in a child of this process as it is now, and prints what is wrong: what the case says,
-/// a child that a signal ends, and one that takes longer than a minute.
+/// a child that a signal ends, and one that hangs.
 Tally RunCases(const std::vector<Case>& cases);
 
 /// The seconds that this process has computed so far.

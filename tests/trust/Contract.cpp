@@ -60,7 +60,7 @@ int main(int argc, char** argv) {
             stderr, "usage: Contract GROUP GOLDEN-FOLDER [--cycles N] [--stride N] [--factor N]\n");
         return 2;
     }
-    options.goldenFolder = arguments[2];
+    options.goldenFolder = std::filesystem::absolute(arguments[2]);
     refhost::UseFeatureDefaults();
     const test::Tally tally = group->run(options);
     std::printf("contract, %s: %zu cases, %zu problems\n", arguments[1], tally.cases,

@@ -1,4 +1,7 @@
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
+#include <string_view>
 
 #include "tests/trust/ContractRequests.h"
 
@@ -15,11 +18,14 @@ std::string CaseName(const Request& request, const HostCall& call, const std::st
            what;
 }
 
-/// A session without a metronome closes its element too early and is not saved; anything else that
-/// is not there is left out.
+/// A track that the host does not know fails a read, and a session without a metronome closes its
+/// element too early and is not saved; anything else that is not there is left out.
 SessionResult ResultOfNull(const Request& request, const HostCall& call) {
-    return call.Name() == "IQuerySession.GetMetronomeInfo" ? SessionResult::WriteFailed
-                                                           : request.Undisturbed();
+    constexpr std::string_view kFailing[] = {
+        "IEditSession.GetAudioTrack", "IEditSession.GetMetronomeInfo",
+        "IEditMetronomeInfo.GetTrack", "IQuerySession.GetMetronomeInfo"};
+    const bool fails = std::ranges::find(kFailing, call.Name()) != std::end(kFailing);
+    return fails ? request.Failure() : request.Undisturbed();
 }
 
 }  // namespace
