@@ -1,6 +1,11 @@
 #include "plugin/serializer/HostText.h"
 
 #include <atomic>
+#include <stdexcept>
+
+#include "platform/kelcore/Trace.h"
+#include "plugin/xml/DocumentLimits.h"
+#include "plugin/xml/SessionXMLWriter.h"
 
 namespace tses {
 namespace {
@@ -32,7 +37,16 @@ private:
 
 std::u16string TextOf(IHostString* returned) {
     const auto string = Retain(returned);
-    return string ? std::u16string(string->GetData(), string->GetLength()) : std::u16string();
+    if (!string) {
+        return {};
+    }
+    const kelcore::uint32 length = string->GetLength();
+    if (length > limits::kTextUnits) {
+        kelcore::trace::Write(kWriterTraceCategory, "a text is longer than 536870912 UTF-16 units");
+        throw std::length_error("a text of the host is too long");
+    }
+    const kelcore::char16* const data = length > 0 ? string->GetData() : nullptr;
+    return data != nullptr ? std::u16string(data, length) : std::u16string();
 }
 
 HostReference<IHostString> MakeHostString(std::u16string text) {

@@ -6,7 +6,9 @@
 
 namespace tses {
 
-/// The text of a host string that a call returned; empty for null.
+/// The text of a host string that a call returned; empty for null, and for a string without data.
+/// One that claims to be longer than any text is not looked at: a trace line says so, and
+/// `std::length_error` fails the request.
 std::u16string TextOf(IHostString* returned);
 
 /// A host string of the plug-in's own, for the host operations that take one.

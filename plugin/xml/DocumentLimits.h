@@ -29,4 +29,20 @@ inline constexpr kelcore::uint64 kSectionBytes = 32 * 1024 * 1024;
 /// The bytes of a file.
 inline constexpr kelcore::uint64 kFileBytes = kelcore::uint64{2} * 1024 * 1024 * 1024;
 
+/// What a host may tell a writer of; a save that is told of more fails before it begins on it.
+
+/// The entries of all lists of a session together, as the host counts them, the empty ones
+/// included. A file has no room for many more.
+inline constexpr kelcore::uint64 kItems = 16 * 1024 * 1024;
+
+/// The channels of a clip, and of the inputs or outputs of an effect. A clip's are all written when
+/// the highest one is told of, so that few words make many.
+inline constexpr kelcore::uint32 kChannels = 1024;
+
+/// The bytes of one block, whose text is a third longer and must leave room in the file.
+inline constexpr kelcore::uint64 kBlockBytes = 1024 * 1024 * 1024;
+
+/// The UTF-16 units of one text, of which the file has room for no more than four such.
+inline constexpr kelcore::uint32 kTextUnits = 512 * 1024 * 1024;
+
 }  // namespace tses::limits

@@ -176,6 +176,8 @@ public:
     std::u16string path;
     WriterFault fault;
     std::size_t operations = 0;
+    kelcore::uint64 items = 0;
+    bool refused = false;
 };
 
 SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault)
@@ -184,7 +186,34 @@ SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault)
 SessionXMLWriter::~SessionXMLWriter() = default;
 
 bool SessionXMLWriter::Step() {
-    return state_->operations++ != state_->fault.atOperation && state_->document != nullptr;
+    return state_->operations++ != state_->fault.atOperation && state_->document != nullptr &&
+           !state_->refused;
+}
+
+bool SessionXMLWriter::Refuse(std::string_view reason) {
+    if (!state_->refused) {
+        kelcore::trace::Write(kWriterTraceCategory, reason);
+    }
+    state_->refused = true;
+    return false;
+}
+
+bool SessionXMLWriter::TakesItems(kelcore::uint32 count) {
+    const Guard guard(lock_);
+    state_->items += count;
+    return state_->items <= limits::kItems ||
+           Refuse("the lists of the session have more than 16777216 entries");
+}
+
+bool SessionXMLWriter::TakesChannels(kelcore::uint32 count) {
+    const Guard guard(lock_);
+    return count <= limits::kChannels || Refuse("a channel map has more than 1024 channels");
+}
+
+bool SessionXMLWriter::TakesBlock(kelcore::uint32 bytes) {
+    const Guard guard(lock_);
+    return bytes <= limits::kBlockBytes ||
+           Refuse("a block of events or of an effect's state is larger than 1 GiB");
 }
 
 bool SessionXMLWriter::SetRootAttributes(const AttributeMap& attributes) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/kelcore/Types.h"
 #include "plugin/xml/AttributeMap.h"
 
 namespace tses {
@@ -39,6 +40,14 @@ public:
     SessionXMLWriter(const SessionXMLWriter&) = delete;
     SessionXMLWriter& operator=(const SessionXMLWriter&) = delete;
 
+    /// Whether the document has room for a list of that many items beside all lists before it, for
+    /// a map of that many channels, and for a block of that many bytes. If not, one trace line says
+    /// so, and the save fails whatever becomes of the element: so does every operation from there
+    /// on.
+    bool TakesItems(kelcore::uint32 count);
+    bool TakesChannels(kelcore::uint32 count);
+    bool TakesBlock(kelcore::uint32 bytes);
+
     /// Sets attributes of the document element.
     bool SetRootAttributes(const AttributeMap& attributes);
 
@@ -68,6 +77,7 @@ private:
     class State;
 
     bool Step();
+    bool Refuse(std::string_view reason);
 
     std::unique_ptr<State> state_;
     boost::recursive_mutex lock_;

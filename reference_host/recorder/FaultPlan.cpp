@@ -14,13 +14,20 @@ std::string FullName(std::string_view interfaceName, std::string_view operation)
     return fmt::format("{}.{}", interfaceName, operation);
 }
 
+enum class Returns { Anything, Object, Number };
+
+bool DoesReturn(const HostOperation& operation, Returns needed) {
+    return needed == Returns::Anything ||
+           (needed == Returns::Object ? operation.returnsObject : operation.returnsNumber);
+}
+
 // What may be named: the operations of the interface before the point, or else all interfaces.
-std::string Choices(std::string_view wrongName, bool needsObject) {
+std::string Choices(std::string_view wrongName, Returns needed) {
     const std::string_view interfaceName = wrongName.substr(0, wrongName.find('.'));
     std::vector<std::string_view> operations;
     std::vector<std::string_view> interfaces;
     for (const HostOperation& operation : HostOperations()) {
-        if (needsObject && !operation.returnsObject) {
+        if (!DoesReturn(operation, needed)) {
             continue;
         }
         if (operation.interfaceName == interfaceName) {
@@ -36,28 +43,43 @@ std::string Choices(std::string_view wrongName, bool needsObject) {
     return fmt::format("{} has {}.", interfaceName, fmt::join(operations, ", "));
 }
 
-void Check(std::string_view name, bool needsObject) {
+std::string_view Described(Returns needed) {
+    switch (needed) {
+        case Returns::Object:
+            return " that returns a host object";
+        case Returns::Number:
+            return " that returns a number";
+        default:
+            return "";
+    }
+}
+
+void Check(std::string_view name, Returns needed) {
     const auto operations = HostOperations();
     const bool known = std::ranges::any_of(operations, [&](const HostOperation& operation) {
-        return (operation.returnsObject || !needsObject) &&
+        return DoesReturn(operation, needed) &&
                FullName(operation.interfaceName, operation.name) == name;
     });
     if (!known) {
         throw std::invalid_argument(fmt::format("\"{}\" is no operation{}. {}", name,
-                                                needsObject ? " that returns a host object" : "",
-                                                Choices(name, needsObject)));
+                                                Described(needed), Choices(name, needed)));
     }
 }
 
 }  // namespace
 
 void FaultPlan::ReturnNull(std::string_view operation) {
-    Check(operation, true);
+    Check(operation, Returns::Object);
     decisions_.insert_or_assign(std::string(operation), CallDecision::ReturnNull());
 }
 
+void FaultPlan::ReturnNumber(std::string_view operation, std::uint64_t number) {
+    Check(operation, Returns::Number);
+    decisions_.insert_or_assign(std::string(operation), CallDecision::ReturnNumber(number));
+}
+
 void FaultPlan::Throw(std::string_view operation, std::exception_ptr exception) {
-    Check(operation, false);
+    Check(operation, Returns::Anything);
     decisions_.insert_or_assign(std::string(operation), CallDecision::Throw(std::move(exception)));
 }
 

@@ -30,7 +30,8 @@ using namespace tses;
 template <class Interface, class Result, class... Parameters>
 consteval HostOperation Describe(std::string_view interfaceName, std::string_view name,
                                  Result (Interface::*)(Parameters...)) {
-    return {interfaceName, name, std::derived_from<std::remove_pointer_t<Result>, IHostObject>};
+    return {interfaceName, name, std::derived_from<std::remove_pointer_t<Result>, IHostObject>,
+            std::is_arithmetic_v<Result>};
 }
 
 constexpr HostOperation kOperations[] = {

@@ -180,7 +180,22 @@ protected:
                 return Finish<Result>(record, nullptr);
             }
         }
+        if constexpr (std::same_as<Result, tses::IHostString*>) {
+            if (decision.kind == CallDecision::Kind::ReturnText) {
+                recording_.Report(record);
+                return decision.text;
+            }
+        }
+        if constexpr (std::is_arithmetic_v<Result>) {
+            if (decision.kind == CallDecision::Kind::ReturnNumber) {
+                return Finish<Result>(record, static_cast<Result>(decision.number));
+            }
+        }
         if constexpr (std::is_void_v<Result>) {
+            if (decision.kind == CallDecision::Kind::ReturnNumber) {
+                recording_.Report(record);
+                return;
+            }
             Forward(record, member, arguments...);
             (OutputList{record.outputs}.template Add<Parameters>(arguments), ...);
             recording_.Report(record);

@@ -9,6 +9,7 @@
 #include "plugin/elements/effects/Component.h"
 #include "plugin/elements/effects/EditParameter.h"
 #include "plugin/elements/effects/EffectsRack.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
 
 // A region of a media file on an audio track:
@@ -132,16 +133,12 @@ bool WriteComponents(SessionXMLWriter& writer, IQueryAudioClip& clip) {
 }
 
 bool WriteEditParameters(SessionXMLWriter& writer, IQueryAudioClip& clip) {
-    const kelcore::uint32 count = clip.GetEditParameterCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
+    return ForEachItem(writer, clip.GetEditParameterCount(), [&](kelcore::uint32 index) {
         kelcore::uint32 slotIndex = kNoSlot;
         kelcore::uint32 parameterIndex = 0;
-        clip.GetEditParameter(i, slotIndex, parameterIndex);
-        if (slotIndex != kNoSlot && !WriteEditParameter(writer, slotIndex, parameterIndex)) {
-            return false;
-        }
-    }
-    return true;
+        clip.GetEditParameter(index, slotIndex, parameterIndex);
+        return slotIndex == kNoSlot || WriteEditParameter(writer, slotIndex, parameterIndex);
+    });
 }
 
 bool WriteAudioClip(SessionXMLWriter& writer, IQueryAudioClip& clip) {
@@ -156,14 +153,10 @@ bool WriteAudioClip(SessionXMLWriter& writer, IQueryAudioClip& clip) {
 }  // namespace
 
 bool WriteAudioClips(SessionXMLWriter& writer, IQueryAudioTrack& track) {
-    const kelcore::uint32 count = track.GetClipCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        const auto clip = Retain(track.GetClip(i));
-        if (clip && !WriteAudioClip(writer, *clip)) {
-            return false;
-        }
-    }
-    return true;
+    return ForEachItem(writer, track.GetClipCount(), [&](kelcore::uint32 index) {
+        const auto clip = Retain(track.GetClip(index));
+        return !clip || WriteAudioClip(writer, *clip);
+    });
 }
 
 }  // namespace tses

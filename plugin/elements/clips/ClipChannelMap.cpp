@@ -1,6 +1,7 @@
 #include "plugin/elements/clips/ClipChannelMap.h"
 
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
 
 // Which channel of the media feeds each channel of a clip:
@@ -34,23 +35,29 @@ void Serializer::Impl::StartClipChannel(State state, const AttributeMap& attribu
     clips_.pending.channelMapEntries.emplace(record.index, record.sourceIndex);
 }
 
+// Writing
+
+namespace {
+
+bool WriteChannel(SessionXMLWriter& writer, IQueryAudioClip& clip, kelcore::uint32 channel) {
+    const AttributeMap attributes = {
+        {names::index, FormatUnsigned(channel)},
+        {names::sourceIndex, FormatSigned(clip.GetChannelSource(channel))}};
+    return writer.StartElement(names::channel, attributes) && writer.EndElement();
+}
+
+}  // namespace
+
 bool WriteClipChannelMap(SessionXMLWriter& writer, IQueryAudioClip& clip) {
     const kelcore::uint32 count = clip.GetChannelCount();
     if (count == 0) {
         return true;
     }
-    if (!writer.StartElement(names::channelMap)) {
-        return false;
-    }
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        const AttributeMap attributes = {
-            {names::index, FormatUnsigned(i)},
-            {names::sourceIndex, FormatSigned(clip.GetChannelSource(i))}};
-        if (!writer.StartElement(names::channel, attributes) || !writer.EndElement()) {
-            return false;
-        }
-    }
-    return writer.EndElement();
+    return writer.TakesChannels(count) && writer.StartElement(names::channelMap) &&
+           ForEachItem(
+               writer, count,
+               [&](kelcore::uint32 channel) { return WriteChannel(writer, clip, channel); }) &&
+           writer.EndElement();
 }
 
 }  // namespace tses

@@ -2,6 +2,7 @@
 
 #include "host/ClipGroups.h"
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
@@ -78,22 +79,17 @@ bool WriteName(SessionXMLWriter& writer, const std::u16string& name) {
     return writer.StartElement(names::name) && writer.Text(name) && writer.EndElement();
 }
 
-bool WriteItem(SessionXMLWriter& writer, const ItemRecord& item) {
+bool WriteItem(SessionXMLWriter& writer, IQueryClipGroup& group, kelcore::uint32 index) {
+    ItemRecord item;
+    group.GetItem(index, item.trackId, item.clipId);
     const AttributeMap attributes = {{names::trackID, FormatUnsigned(item.trackId)},
                                      {names::clipID, FormatUnsigned(item.clipId)}};
     return writer.StartElement(names::item, attributes) && writer.EndElement();
 }
 
 bool WriteItems(SessionXMLWriter& writer, IQueryClipGroup& group) {
-    const kelcore::uint32 count = group.GetItemCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        ItemRecord item;
-        group.GetItem(i, item.trackId, item.clipId);
-        if (!WriteItem(writer, item)) {
-            return false;
-        }
-    }
-    return true;
+    return ForEachItem(writer, group.GetItemCount(),
+                       [&](kelcore::uint32 index) { return WriteItem(writer, group, index); });
 }
 
 bool WriteClipGroup(SessionXMLWriter& writer, IQueryClipGroup& group) {
@@ -107,17 +103,12 @@ bool WriteClipGroup(SessionXMLWriter& writer, IQueryClipGroup& group) {
 }  // namespace
 
 bool WriteClipGroups(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
-    if (!writer.StartElement(names::clipGroups)) {
-        return false;
-    }
-    const kelcore::uint32 count = session->GetClipGroupCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        const auto group = Retain(session->GetClipGroup(i));
-        if (group && !WriteClipGroup(writer, *group)) {
-            return false;
-        }
-    }
-    return writer.EndElement();
+    const auto writeGroup = [&](kelcore::uint32 index) {
+        const auto group = Retain(session->GetClipGroup(index));
+        return !group || WriteClipGroup(writer, *group);
+    };
+    return writer.StartElement(names::clipGroups) &&
+           ForEachItem(writer, session->GetClipGroupCount(), writeGroup) && writer.EndElement();
 }
 
 }  // namespace tses

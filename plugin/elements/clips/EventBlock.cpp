@@ -6,7 +6,11 @@ namespace tses {
 
 void WriteEventBlock(SessionXMLWriter& writer, std::u16string_view element,
                      const EventBlockSource& source) {
-    std::vector<kelcore::byte> bytes(source.size());
+    const kelcore::uint32 size = source.size();
+    if (!writer.TakesBlock(size)) {
+        return;
+    }
+    std::vector<kelcore::byte> bytes(size);
     if (bytes.empty() || !source.fill(bytes.data())) {
         return;
     }

@@ -17,7 +17,7 @@ struct EventBlockSource {
 
 /// Writes the block, if there is one, as the text of an element of its own. An element that the
 /// writer refuses is left out and does not fail the element around it; a block that there is no
-/// memory for fails the save.
+/// memory for, or that is longer than a document takes, fails the save.
 void WriteEventBlock(SessionXMLWriter& writer, std::u16string_view element,
                      const EventBlockSource& source);
 

@@ -4,6 +4,7 @@
 
 #include "plugin/elements/clips/CommonClipAttributes.h"
 #include "plugin/elements/clips/EventBlock.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
 
@@ -66,14 +67,10 @@ bool WriteMidiClips(SessionXMLWriter& writer, IQueryAudioTrack& track) {
     if (list == nullptr) {
         return true;
     }
-    const kelcore::uint32 count = list->GetCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        const auto clip = Retain(list->GetClip(i));
-        if (clip && !WriteMidiClip(writer, *clip)) {
-            return false;
-        }
-    }
-    return true;
+    return ForEachItem(writer, list->GetCount(), [&](kelcore::uint32 index) {
+        const auto clip = Retain(list->GetClip(index));
+        return !clip || WriteMidiClip(writer, *clip);
+    });
 }
 
 }  // namespace tses

@@ -1,5 +1,6 @@
 #include "plugin/elements/clips/Takes.h"
 
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/serializer/ValueEncoding.h"
 
@@ -21,15 +22,11 @@ void Serializer::Impl::StartTake(State state, const AttributeMap& attributes) {
 }
 
 bool WriteTakes(SessionXMLWriter& writer, IQueryAudioClip& clip) {
-    const kelcore::uint32 count = clip.GetTakeCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
+    return ForEachItem(writer, clip.GetTakeCount(), [&](kelcore::uint32 index) {
         const AttributeMap attributes = {
-            {names::sourceInPoint, FormatInt64(clip.GetTakeSourceInPoint(i))}};
-        if (!writer.StartElement(names::take, attributes) || !writer.EndElement()) {
-            return false;
-        }
-    }
-    return true;
+            {names::sourceInPoint, FormatInt64(clip.GetTakeSourceInPoint(index))}};
+        return writer.StartElement(names::take, attributes) && writer.EndElement();
+    });
 }
 
 }  // namespace tses

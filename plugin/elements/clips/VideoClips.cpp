@@ -2,6 +2,7 @@
 
 #include "plugin/elements/clips/CommonClipAttributes.h"
 #include "plugin/elements/clips/VideoFormat.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
 
 // A clip of a video track:
@@ -63,14 +64,10 @@ bool WriteVideoClip(SessionXMLWriter& writer, IQueryVideoClip& clip) {
 }  // namespace
 
 bool WriteVideoClips(SessionXMLWriter& writer, IQueryVideoTrack& track) {
-    const kelcore::uint32 count = track.GetVideoClipCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        const auto clip = Retain(track.GetVideoClip(i));
-        if (clip && !WriteVideoClip(writer, *clip)) {
-            return false;
-        }
-    }
-    return true;
+    return ForEachItem(writer, track.GetVideoClipCount(), [&](kelcore::uint32 index) {
+        const auto clip = Retain(track.GetVideoClip(index));
+        return !clip || WriteVideoClip(writer, *clip);
+    });
 }
 
 }  // namespace tses

@@ -5,6 +5,7 @@
 #include "platform/kelcore/Paths.h"
 #include "platform/tbcore/MediaHandlers.h"
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 
@@ -135,17 +136,12 @@ bool WriteFile(SessionXMLWriter& writer, IQueryFile& file, const std::u16string&
 
 bool WriteFiles(SessionXMLWriter& writer, const HostReference<IQuerySession>& session,
                 const std::u16string& path) {
-    if (!writer.StartElement(names::files)) {
-        return false;
-    }
-    const kelcore::uint32 count = session->GetFileCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        const auto file = Retain(session->GetFile(i));
-        if (file && !WriteFile(writer, *file, path)) {
-            return false;
-        }
-    }
-    return writer.EndElement();
+    const auto writeFile = [&](kelcore::uint32 index) {
+        const auto file = Retain(session->GetFile(index));
+        return !file || WriteFile(writer, *file, path);
+    };
+    return writer.StartElement(names::files) &&
+           ForEachItem(writer, session->GetFileCount(), writeFile) && writer.EndElement();
 }
 
 }  // namespace tses

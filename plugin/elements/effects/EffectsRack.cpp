@@ -2,6 +2,7 @@
 
 #include "plugin/elements/effects/Component.h"
 #include "plugin/elements/effects/Slot.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/serializer/ValueEncoding.h"
 
@@ -71,14 +72,10 @@ void Serializer::Impl::StartRackComponent(State state, const AttributeMap& attri
 namespace {
 
 bool WriteSlots(SessionXMLWriter& writer, IQueryEffectsRack& rack) {
-    const kelcore::uint32 count = rack.GetSlotCount();
-    for (kelcore::uint32 position = 0; position < count; ++position) {
+    return ForEachItem(writer, rack.GetSlotCount(), [&](kelcore::uint32 position) {
         const auto slot = Retain(rack.GetSlot(position));
-        if (slot && !WriteSlot(writer, rack.GetSlotIndex(position), *slot)) {
-            return false;
-        }
-    }
-    return true;
+        return !slot || WriteSlot(writer, rack.GetSlotIndex(position), *slot);
+    });
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "plugin/elements/effects/ParameterKeyframes.h"
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 
@@ -87,13 +88,9 @@ bool WriteParameter(SessionXMLWriter& writer, IQueryComponent& component, kelcor
 }  // namespace
 
 bool WriteParameters(SessionXMLWriter& writer, IQueryComponent& component) {
-    const kelcore::uint32 count = component.GetParameterCount();
-    for (kelcore::uint32 index = 0; index < count; ++index) {
-        if (!WriteParameter(writer, component, index)) {
-            return false;
-        }
-    }
-    return true;
+    return ForEachItem(writer, component.GetParameterCount(), [&](kelcore::uint32 index) {
+        return WriteParameter(writer, component, index);
+    });
 }
 
 }  // namespace tses

@@ -1,6 +1,7 @@
 #include "plugin/elements/effects/ParameterKeyframes.h"
 
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
 
 // The automation of one parameter, inside its "parameter":
@@ -106,16 +107,12 @@ bool WriteParameterKeyframes(SessionXMLWriter& writer, std::u16string_view laneN
     if (count == 0) {
         return true;
     }
-    if (!writer.StartElement(laneName, QueryAttributes(lane))) {
-        return false;
-    }
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        if (!writer.StartElement(keyframeName, ToAttributes(QueryKeyframe(lane, i))) ||
-            !writer.EndElement()) {
-            return false;
-        }
-    }
-    return writer.EndElement();
+    const auto writeKeyframe = [&](kelcore::uint32 index) {
+        return writer.StartElement(keyframeName, ToAttributes(QueryKeyframe(lane, index))) &&
+               writer.EndElement();
+    };
+    return writer.StartElement(laneName, QueryAttributes(lane)) &&
+           ForEachItem(writer, count, writeKeyframe) && writer.EndElement();
 }
 
 }  // namespace tses

@@ -21,7 +21,11 @@ void Serializer::Impl::EndPresetChunkData() {
 }
 
 bool WritePresetChunkData(SessionXMLWriter& writer, IQueryComponent& component) {
-    std::vector<kelcore::byte> bytes(component.GetPresetChunkSize());
+    const kelcore::uint32 size = component.GetPresetChunkSize();
+    if (!writer.TakesBlock(size)) {
+        return false;
+    }
+    std::vector<kelcore::byte> bytes(size);
     if (bytes.empty() || !component.GetPresetChunk(bytes.data())) {
         return true;
     }

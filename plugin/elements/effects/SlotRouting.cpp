@@ -1,6 +1,7 @@
 #include "plugin/elements/effects/SlotRouting.h"
 
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
@@ -79,7 +80,10 @@ constexpr Direction kInputMap = {kInput, &IQueryEffectsSlot::GetInputChannelCoun
 constexpr Direction kOutputMap = {kOutput, &IQueryEffectsSlot::GetOutputChannelCount,
                                   &IQueryEffectsSlot::GetOutputChannel};
 
-bool WriteChannel(SessionXMLWriter& writer, const ChannelRecord& channel) {
+bool WriteChannel(SessionXMLWriter& writer, IQueryEffectsSlot& slot, const Direction& direction,
+                  kelcore::uint32 position) {
+    ChannelRecord channel;
+    (slot.*direction.get)(position, channel.index, channel.sourceIndex);
     const AttributeMap attributes = {{names::index, FormatSigned(channel.index)},
                                      {names::sourceIndex, FormatSigned(channel.sourceIndex)}};
     return writer.StartElement(names::channel, attributes) && writer.EndElement();
@@ -91,18 +95,14 @@ bool WriteChannelMap(SessionXMLWriter& writer, IQueryEffectsSlot& slot,
     if (count == 0) {
         return true;
     }
-    if (!writer.StartElement(names::channelMap,
-                             {{names::direction, std::u16string(direction.keyword)}})) {
-        return false;
-    }
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        ChannelRecord channel;
-        (slot.*direction.get)(i, channel.index, channel.sourceIndex);
-        if (!WriteChannel(writer, channel)) {
-            return false;
-        }
-    }
-    return writer.EndElement();
+    return writer.TakesChannels(count) &&
+           writer.StartElement(names::channelMap,
+                               {{names::direction, std::u16string(direction.keyword)}}) &&
+           ForEachItem(writer, count,
+                       [&](kelcore::uint32 position) {
+                           return WriteChannel(writer, slot, direction, position);
+                       }) &&
+           writer.EndElement();
 }
 
 }  // namespace

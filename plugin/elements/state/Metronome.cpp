@@ -8,6 +8,7 @@
 #include "plugin/elements/clips/GlobalTrackInfo.h"
 #include "plugin/elements/tracks/Tracks.h"
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/Keywords.h"
 #include "plugin/serializer/SerializerImpl.h"
 
@@ -87,15 +88,14 @@ void Serializer::Impl::StartMetronome(State state, const AttributeMap& attribute
 
 namespace {
 
-MetronomeRecord QueryMetronome(IQueryMetronomeInfo& metronome) {
-    MetronomeRecord record;
+bool QueryMetronome(SessionXMLWriter& writer, IQueryMetronomeInfo& metronome,
+                    MetronomeRecord& record) {
     record.enabled = metronome.IsEnabled();
     record.soundSet = metronome.GetSoundSet();
-    const kelcore::uint32 count = metronome.GetPatternLength();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        record.pattern.push_back(metronome.GetPatternBeat(i));
-    }
-    return record;
+    return ForEachItem(writer, metronome.GetPatternLength(), [&](kelcore::uint32 index) {
+        record.pattern.push_back(metronome.GetPatternBeat(index));
+        return true;
+    });
 }
 
 /// Beats without a keyword are left out.
@@ -144,7 +144,9 @@ bool WriteMetronome(SessionXMLWriter& writer, HostReference<IQuerySession> sessi
         writer.EndElement();
         return true;
     }
-    return writer.StartElement(names::metronome, ToAttributes(QueryMetronome(*metronome))) &&
+    MetronomeRecord record;
+    return QueryMetronome(writer, *metronome, record) &&
+           writer.StartElement(names::metronome, ToAttributes(record)) &&
            WriteMetronomeTrack(writer, *metronome) && WriteMusicalTimeline(writer, metronome) &&
            writer.EndElement();
 }

@@ -1,6 +1,7 @@
 #include "plugin/elements/state/SessionProperties.h"
 
 #include "host/Properties.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
@@ -48,12 +49,10 @@ bool WriteSessionProperties(SessionXMLWriter& writer, HostReference<IQuerySessio
         return false;
     }
     const kelcore::uint32 count = properties ? properties->GetCount() : 0;
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        if (!WriteProperty(writer, *properties, i)) {
-            return false;
-        }
-    }
-    return writer.EndElement();
+    return ForEachItem(
+               writer, count,
+               [&](kelcore::uint32 index) { return WriteProperty(writer, *properties, index); }) &&
+           writer.EndElement();
 }
 
 }  // namespace tses

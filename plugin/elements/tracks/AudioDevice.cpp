@@ -1,6 +1,7 @@
 #include "plugin/elements/tracks/AudioDevice.h"
 
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 
@@ -81,25 +82,18 @@ bool WritePort(SessionXMLWriter& writer, std::u16string_view element, const Port
 }
 
 bool WriteInputPorts(SessionXMLWriter& writer, IQuerySession& session) {
-    const kelcore::uint32 count = session.GetInputPortCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        const PortRecord port{session.GetInputPortId(i), TextOf(session.GetInputPortName(i))};
-        if (!WritePort(writer, names::inputPort, port)) {
-            return false;
-        }
-    }
-    return true;
+    return ForEachItem(writer, session.GetInputPortCount(), [&](kelcore::uint32 index) {
+        return WritePort(writer, names::inputPort,
+                         {session.GetInputPortId(index), TextOf(session.GetInputPortName(index))});
+    });
 }
 
 bool WriteOutputPorts(SessionXMLWriter& writer, IQuerySession& session) {
-    const kelcore::uint32 count = session.GetOutputPortCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        const PortRecord port{session.GetOutputPortId(i), TextOf(session.GetOutputPortName(i))};
-        if (!WritePort(writer, names::outputPort, port)) {
-            return false;
-        }
-    }
-    return true;
+    return ForEachItem(writer, session.GetOutputPortCount(), [&](kelcore::uint32 index) {
+        return WritePort(
+            writer, names::outputPort,
+            {session.GetOutputPortId(index), TextOf(session.GetOutputPortName(index))});
+    });
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "plugin/elements/tracks/Sends.h"
 
 #include "plugin/elements/effects/Component.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/serializer/ValueEncoding.h"
 
@@ -109,16 +110,12 @@ bool WriteSendList(SessionXMLWriter& writer, IQuerySendList& sends) {
     if (count == 0) {
         return true;
     }
-    if (!writer.StartElement(names::sendList)) {
-        return false;
-    }
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        const auto slot = Retain(sends.GetSlot(i));
-        if (slot && !WriteSendSlot(writer, *slot)) {
-            return false;
-        }
-    }
-    return writer.EndElement();
+    const auto writeSlot = [&](kelcore::uint32 position) {
+        const auto slot = Retain(sends.GetSlot(position));
+        return !slot || WriteSendSlot(writer, *slot);
+    };
+    return writer.StartElement(names::sendList) && ForEachItem(writer, count, writeSlot) &&
+           writer.EndElement();
 }
 
 }  // namespace tses

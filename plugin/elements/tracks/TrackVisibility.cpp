@@ -2,6 +2,7 @@
 
 #include "host/TrackVisibility.h"
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 
@@ -74,25 +75,23 @@ void Serializer::Impl::EndTrackVisibilityPresets() {
 
 namespace {
 
-PendingVisibilityPreset QueryPreset(IQueryTrackVisibilityPreset& preset) {
-    PendingVisibilityPreset record{preset.GetId(), TextOf(preset.GetName()), {}};
-    const kelcore::uint32 count = preset.GetTrackCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
+bool QueryPreset(SessionXMLWriter& writer, IQueryTrackVisibilityPreset& preset,
+                 PendingVisibilityPreset& record) {
+    record.id = preset.GetId();
+    record.name = TextOf(preset.GetName());
+    return ForEachItem(writer, preset.GetTrackCount(), [&](kelcore::uint32 index) {
         Entry& entry = record.entries.emplace_back();
-        preset.GetTrack(i, entry.trackId, entry.height, entry.minimized);
-    }
-    return record;
+        preset.GetTrack(index, entry.trackId, entry.height, entry.minimized);
+        return true;
+    });
 }
 
-std::vector<PendingVisibilityPreset> QueryPresets(IQuerySession& session) {
-    std::vector<PendingVisibilityPreset> records;
-    const kelcore::uint32 count = session.GetTrackVisibilityPresetCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
-        if (const auto preset = Retain(session.GetTrackVisibilityPreset(i))) {
-            records.push_back(QueryPreset(*preset));
-        }
-    }
-    return records;
+bool QueryPresets(SessionXMLWriter& writer, IQuerySession& session,
+                  std::vector<PendingVisibilityPreset>& records) {
+    return ForEachItem(writer, session.GetTrackVisibilityPresetCount(), [&](kelcore::uint32 index) {
+        const auto preset = Retain(session.GetTrackVisibilityPreset(index));
+        return !preset || QueryPreset(writer, *preset, records.emplace_back());
+    });
 }
 
 AttributeMap ToAttributes(const PendingVisibilityPreset& preset) {
@@ -126,7 +125,10 @@ bool WritePreset(SessionXMLWriter& writer, const PendingVisibilityPreset& preset
 }  // namespace
 
 bool WriteTrackVisibilityPresets(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
-    const std::vector<PendingVisibilityPreset> presets = QueryPresets(*session);
+    std::vector<PendingVisibilityPreset> presets;
+    if (!QueryPresets(writer, *session, presets)) {
+        return false;
+    }
     if (presets.empty()) {
         return true;
     }

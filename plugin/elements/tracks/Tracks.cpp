@@ -12,6 +12,7 @@
 #include "plugin/elements/tracks/TrackParameters.h"
 #include "plugin/elements/tracks/VideoTracks.h"
 #include "plugin/serializer/AttributeBinding.h"
+#include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 
@@ -174,16 +175,12 @@ std::u16string_view ElementFor(TrackKind kind) {
 }
 
 bool WriteEditParameters(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track) {
-    const kelcore::uint32 count = track.GetEditParameterCount();
-    for (kelcore::uint32 i = 0; i < count; ++i) {
+    return ForEachItem(writer, track.GetEditParameterCount(), [&](kelcore::uint32 index) {
         kelcore::uint32 slotIndex = kNoSlot;
         kelcore::uint32 parameterIndex = 0;
-        track.GetEditParameter(i, slotIndex, parameterIndex);
-        if (slotIndex != kNoSlot && !WriteEditParameter(writer, slotIndex, parameterIndex)) {
-            return false;
-        }
-    }
-    return true;
+        track.GetEditParameter(index, slotIndex, parameterIndex);
+        return slotIndex == kNoSlot || WriteEditParameter(writer, slotIndex, parameterIndex);
+    });
 }
 
 bool WriteRack(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track) {
@@ -222,19 +219,22 @@ bool WriteTrack(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track) {
 // itself, not the session. Its element stays open then, and what follows lands in it.
 bool WriteTracks(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
     bool written = writer.StartElement(names::tracks);
-    const kelcore::uint32 videoTracks = session->GetVideoTrackCount();
-    for (kelcore::uint32 i = 0; i < videoTracks; ++i) {
-        if (const auto track = Retain(session->GetVideoTrack(i))) {
-            written = WriteVideoTrack(writer, *track);
-        }
-    }
-    const kelcore::uint32 audioTracks = session->GetAudioTrackCount();
-    for (kelcore::uint32 i = 0; i < audioTracks; ++i) {
-        if (const auto track = Retain(session->GetAudioTrack(i)).As<IQueryAudioTrackPrivate>()) {
-            written = WriteTrack(writer, *track);
-        }
-    }
-    return written && writer.EndElement();
+    const bool walked =
+        ForEachItem(writer, session->GetVideoTrackCount(),
+                    [&](kelcore::uint32 index) {
+                        if (const auto track = Retain(session->GetVideoTrack(index))) {
+                            written = WriteVideoTrack(writer, *track);
+                        }
+                        return true;
+                    }) &&
+        ForEachItem(writer, session->GetAudioTrackCount(), [&](kelcore::uint32 index) {
+            const auto track = Retain(session->GetAudioTrack(index));
+            if (const auto whole = track.As<IQueryAudioTrackPrivate>()) {
+                written = WriteTrack(writer, *whole);
+            }
+            return true;
+        });
+    return walked && written && writer.EndElement();
 }
 
 }  // namespace tses

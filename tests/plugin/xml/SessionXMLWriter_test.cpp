@@ -386,5 +386,37 @@ TEST_F(SessionXMLWriterTest, ALargeDocumentIsWrittenWhole) {
     EXPECT_TRUE(saved.ends_with("</orvo>\n"));
 }
 
+TEST_F(SessionXMLWriterTest, ListsWithMoreEntriesThanAFileHasRoomForFailTheSaveFromThereOn) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.TakesItems(limits::kItems - 1));
+    EXPECT_TRUE(writer.TakesItems(1));
+    EXPECT_TRUE(writer.StartElement(names::session));
+    EXPECT_THAT(traced, IsEmpty());
+    EXPECT_FALSE(writer.TakesItems(1));
+    EXPECT_FALSE(writer.TakesItems(4294967295));
+    EXPECT_THAT(traced, ElementsAre("the lists of the session have more than 16777216 entries"));
+    EXPECT_FALSE(writer.StartElement(names::session));
+    EXPECT_FALSE(writer.EndElement());
+    EXPECT_FALSE(writer.Save());
+    EXPECT_FALSE(std::filesystem::exists(Target()));
+}
+
+TEST_F(SessionXMLWriterTest, AChannelMapThatNoMediaHaveFailsTheSave) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.TakesChannels(1024));
+    EXPECT_FALSE(writer.TakesChannels(1025));
+    EXPECT_THAT(traced, ElementsAre("a channel map has more than 1024 channels"));
+    EXPECT_FALSE(writer.Save());
+}
+
+TEST_F(SessionXMLWriterTest, ABlockThatLeavesNoRoomInTheFileFailsTheSave) {
+    SessionXMLWriter writer(TargetPath());
+    EXPECT_TRUE(writer.TakesBlock(1073741824));
+    EXPECT_FALSE(writer.TakesBlock(1073741825));
+    EXPECT_THAT(traced,
+                ElementsAre("a block of events or of an effect's state is larger than 1 GiB"));
+    EXPECT_FALSE(writer.Save());
+}
+
 }  // namespace
 }  // namespace tses

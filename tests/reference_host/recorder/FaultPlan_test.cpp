@@ -75,5 +75,15 @@ TEST(FaultPlan, AnUnknownOperationCannotThrow) {
     EXPECT_THROW(FaultPlan().Throw("IEditSession.SetNothing", nullptr), std::invalid_argument);
 }
 
+TEST(FaultPlan, ReturnsTheGivenNumberFromAnOperationThatReturnsOne) {
+    FaultPlan plan;
+    plan.ReturnNumber("IQuerySession.GetFileCount", 4294967295);
+    const CallDecision decision = plan(Call("IQuerySession", "GetFileCount"));
+    EXPECT_EQ(decision.kind, CallDecision::Kind::ReturnNumber);
+    EXPECT_EQ(decision.number, 4294967295u);
+    EXPECT_THROW(plan.ReturnNumber("IQuerySession.GetFile", 1), std::invalid_argument);
+    EXPECT_THROW(plan.ReturnNumber("IQuerySession.SetProgress", 1), std::invalid_argument);
+}
+
 }  // namespace
 }  // namespace refhost

@@ -251,6 +251,14 @@ TEST_F(RecorderOfARead, ANullFaultOnAnOperationThatReturnsNoObjectIsForwarded) {
     EXPECT_EQ(host.session.sampleRate, 8000U);
 }
 
+TEST_F(RecorderOfARead, ANumberInPlaceOfNoResultKeepsTheCallFromTheHost) {
+    Start([](const CallRecord&) { return CallDecision::ReturnNumber(7); }, false);
+    session->SetSampleRate(8000);
+    EXPECT_EQ(host.session.sampleRate, 0U);
+    EXPECT_NE(session->GetFile(1), nullptr) << "an object is no number";
+    EXPECT_EQ(lines.size(), 2U);
+}
+
 TEST(Recorder, WorksWithoutASink) {
     Host host;
     Recorder recorder({});

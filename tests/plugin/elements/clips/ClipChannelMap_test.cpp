@@ -95,5 +95,11 @@ TEST_F(ClipChannelMap, AChannelThatWasLeftOutComesBackAsFedByItself) {
               With({{0, 0}, {1, 0}}).clips);
 }
 
+TEST_F(ClipChannelMap, OfTheMostChannelsIsWrittenAndOneOfMoreFailsTheSave) {
+    EXPECT_TRUE(Write(WithTrack(With({{1023, 0}}))).ok);
+    EXPECT_FALSE(Write(WithTrack(With({{1024, 0}}))).ok);
+    EXPECT_FALSE(Write(WithTrack(With({{4294967295, 0}}))).ok);
+}
+
 }  // namespace
 }  // namespace tses

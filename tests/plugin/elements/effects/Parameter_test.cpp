@@ -10,6 +10,7 @@ using refhost::model::AudioTrack;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
 
 class Parameter : public test::ElementFixture {
@@ -150,6 +151,26 @@ TEST_F(Parameter, OneWithoutAValueIsLostWithItsNameAndItsLane) {
     refhost::model::Component expected = mix;
     expected.parameters.erase(1);
     EXPECT_EQ(ThroughFile(mix), expected);
+}
+
+TEST_F(Parameter, AnIndexThatNoEffectHasFailsTheSaveAtOnce) {
+    refhost::model::Component mix;
+    mix.parameters[4294967294].value = 1.0F;
+    const test::WriteOutcome outcome = Write(WithTrack(WithMix(mix)));
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_EQ(outcome.file, std::nullopt);
+    EXPECT_THAT(CallsOf(outcome.calls, "GetParameterValue"), IsEmpty());
+}
+
+TEST_F(Parameter, ACountThatCannotBeFailsTheSaveAlsoWhenALaterTrackIsWritten) {
+    refhost::model::Component mix;
+    mix.parameters[0].value = 1.0F;
+    refhost::model::Session session = WithTrack(WithMix(mix));
+    session.audioTracks.emplace_back().id = 99;
+    EXPECT_TRUE(Write(session).ok);
+    test::HostSetup host;
+    host.faults.ReturnNumber("IQueryComponent.GetParameterCount", 4294967295);
+    EXPECT_FALSE(Write(session, host).ok);
 }
 
 }  // namespace

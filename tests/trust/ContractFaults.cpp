@@ -1,0 +1,74 @@
+#include <algorithm>
+#include <iterator>
+#include <stdexcept>
+#include <string_view>
+
+#include "tests/trust/ContractRequests.h"
+
+// A host that lets a single call of a request down: it returns null or throws.
+
+namespace test {
+namespace {
+
+using refhost::CallDecision;
+using tses::SessionResult;
+
+std::string CaseName(const Request& request, const HostCall& call, const std::string& what) {
+    return request.Name() + ", call " + std::to_string(call.number) + ", " + call.Name() + " " +
+           what;
+}
+
+/// A track that the host does not know fails a read, and a session without a metronome closes its
+/// element too early and is not saved; anything else that is not there is left out.
+SessionResult ResultOfNull(const Request& request, const HostCall& call) {
+    constexpr std::string_view kFailing[] = {
+        "IEditSession.GetAudioTrack", "IEditSession.GetMetronomeInfo",
+        "IEditMetronomeInfo.GetTrack", "IQuerySession.GetMetronomeInfo"};
+    const bool fails = std::ranges::find(kFailing, call.Name()) != std::end(kFailing);
+    return fails ? request.Failure() : request.Undisturbed();
+}
+
+}  // namespace
+
+Tally RunNulls(const Options& options) {
+    const TemporaryFolder folder;
+    refhost::Plugin plugin;
+    const std::vector<Request> requests = Requests(plugin, options, folder);
+    std::vector<Case> cases;
+    for (const Request& request : requests) {
+        for (const HostCall& call : request.Calls()) {
+            if (!call.returnsObject) {
+                continue;
+            }
+            cases.push_back({CaseName(request, call, "returns null"), [&request, &call] {
+                                 return request.Disturb(
+                                     AtCall(call.number, CallDecision::ReturnNull()),
+                                     ResultOfNull(request, call));
+                             }});
+        }
+    }
+    return RunCases(EachNth(cases, options.stride));
+}
+
+Tally RunThrows(const Options& options) {
+    const TemporaryFolder folder;
+    refhost::Plugin plugin;
+    const std::vector<Request> requests = Requests(plugin, options, folder);
+    const std::exception_ptr exceptions[] = {std::make_exception_ptr(42),
+                                             std::make_exception_ptr(std::runtime_error("no"))};
+    std::vector<Case> cases;
+    for (const Request& request : requests) {
+        for (const HostCall& call : request.Calls()) {
+            for (const std::exception_ptr& exception : exceptions) {
+                cases.push_back({CaseName(request, call, "throws"), [&request, &call, exception] {
+                                     return request.Disturb(
+                                         AtCall(call.number, CallDecision::Throw(exception)),
+                                         request.Failure());
+                                 }});
+            }
+        }
+    }
+    return RunCases(EachNth(cases, options.stride));
+}
+
+}  // namespace test
