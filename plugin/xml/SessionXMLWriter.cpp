@@ -90,12 +90,7 @@ bool FitsTag(const AttributeMap& attributes, Measure measure) {
 
 /// Whether a reader takes the tag.
 bool IsReadable(const AttributeMap& attributes) {
-    const bool readable = FitsTag(attributes, LongestValue) || FitsTag(attributes, ValueLength);
-    if (!readable) {
-        kelcore::trace::Write(kWriterTraceCategory,
-                              "the attributes of an element are longer than 1 MiB");
-    }
-    return readable;
+    return FitsTag(attributes, LongestValue) || FitsTag(attributes, ValueLength);
 }
 
 /// What the DOM refuses, it throws; a writer's operation then reports failure.
@@ -216,9 +211,13 @@ bool SessionXMLWriter::TakesBlock(kelcore::uint32 bytes) {
            Refuse("a block of events or of an effect's state is larger than 1 GiB");
 }
 
+bool SessionXMLWriter::TakesAttributes(const AttributeMap& attributes) {
+    return IsReadable(attributes) || Refuse("the attributes of an element are longer than 1 MiB");
+}
+
 bool SessionXMLWriter::SetRootAttributes(const AttributeMap& attributes) {
     const Guard guard(lock_);
-    if (!Step() || !IsReadable(attributes)) {
+    if (!Step() || !TakesAttributes(attributes)) {
         return false;
     }
     return Attempt(
@@ -227,7 +226,7 @@ bool SessionXMLWriter::SetRootAttributes(const AttributeMap& attributes) {
 
 bool SessionXMLWriter::StartElement(std::u16string_view name, const AttributeMap& attributes) {
     const Guard guard(lock_);
-    if (!Step() || !IsReadable(attributes)) {
+    if (!Step() || !TakesAttributes(attributes)) {
         return false;
     }
     return Attempt([&] {

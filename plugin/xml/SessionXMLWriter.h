@@ -52,7 +52,8 @@ public:
     bool SetRootAttributes(const AttributeMap& attributes);
 
     /// Opens a child of the current element and makes it the current one. `name` is a constant of
-    /// `names`. Each success wants one `EndElement`.
+    /// `names`. Each success wants one `EndElement`. Attributes that are longer than a reader takes
+    /// make the save fail, as a list does for which there is no room.
     bool StartElement(std::u16string_view name, const AttributeMap& attributes = {});
 
     /// Appends ordinary text. A control character in it (below U+0020, U+007F to U+0084, U+0086 to
@@ -78,6 +79,7 @@ private:
 
     bool Step();
     bool Refuse(std::string_view reason);
+    bool TakesAttributes(const AttributeMap& attributes);
 
     std::unique_ptr<State> state_;
     boost::recursive_mutex lock_;
