@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -19,9 +20,11 @@ public:
     template <class Number>
     requires std::is_arithmetic_v<Number> Number Take() {
         Number number{};
-        const std::size_t size = std::min(sizeof number, rest_.size());
-        std::memcpy(&number, rest_.data(), size);
-        rest_ = rest_.subspan(size);
+        if (!rest_.empty()) {
+            const std::size_t size = std::min(sizeof number, rest_.size());
+            std::memcpy(&number, rest_.data(), size);
+            rest_ = rest_.subspan(size);
+        }
         return number;
     }
 
