@@ -1,7 +1,7 @@
 #include "cli/SessionFile.h"
 
 #include <algorithm>
-#include <regex>
+#include <cstdio>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -50,14 +50,20 @@ constexpr std::string_view kRefused = "refused: ";
 
 /// What the plug-in logged of a document, "XML ERROR: (line: 2, col: 7) [ /song.orvo] the text".
 Message FromLog(const std::string& subject, const std::string& logged) {
-    static const std::regex form(R"(XML [A-Z ]+: \(line: (\d+), col: (\d+)\) (?:\[.*?\] )?([^]*))");
-    std::smatch parts;
-    if (!std::regex_match(logged, parts, form)) {
+    unsigned long long line = 0;
+    unsigned long long column = 0;
+    int end = 0;
+    if (std::sscanf(logged.c_str(), "XML %*[A-Z ]: (line: %llu, col: %llu) %n", &line, &column,
+                    &end) != 2 ||
+        end == 0) {
         return {.subject = subject, .what = logged};
     }
-    return {.subject = subject,
-            .place = {std::stoull(parts[1]), std::stoull(parts[2])},
-            .what = parts[3]};
+    std::string text = logged.substr(static_cast<std::size_t>(end));
+    const std::size_t file = text.starts_with('[') ? text.find("] ") : std::string::npos;
+    if (file != std::string::npos) {
+        text.erase(0, file + 2);
+    }
+    return {.subject = subject, .place = {line, column}, .what = std::move(text)};
 }
 
 /// The one thing in a well-formed session that a host cannot take.

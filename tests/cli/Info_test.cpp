@@ -303,6 +303,14 @@ TEST_F(InfoTest, RefusesAtOnceWhatIsNestedWithoutEnd) {
     }
 }
 
+TEST_F(InfoTest, SaysWhatIsWrongWithAVeryLongName) {
+    const std::string name(900000, 'a');
+    folder_.Write("long.orvo", "<orvo><" + name + "></b></orvo>");
+    const Outcome outcome = RunTool({"info", "long.orvo"}, folder_);
+    EXPECT_THAT(outcome.errors, StartsWith("orvo: long.orvo:1:900011: not well-formed XML: "));
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
 TEST_F(InfoTest, RefusesAFolder) {
     const Outcome outcome = RunTool({"info", "."}, folder_);
     EXPECT_EQ(outcome.errors, "orvo: .: this is a folder: name a session file in it\n");
