@@ -30,7 +30,7 @@ TEST_F(CommandLineTest, HelpShowsExamplesOnStandardOutput) {
 }
 
 TEST_F(CommandLineTest, HelpAndVersionNeedNoPlugIn) {
-    const test::Command help = {.arguments = {ORVO_TOOL_PATH, "--version"},
+    const test::Command help = {.arguments = {ToolPath(), "--version"},
                                 .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}};
     const Outcome outcome = test::Run(help);
     EXPECT_THAT(outcome.output, MatchesRegex("orvo [0-9]+\\.[0-9]+\\.[0-9]+\n"));
@@ -39,7 +39,7 @@ TEST_F(CommandLineTest, HelpAndVersionNeedNoPlugIn) {
 
 TEST_F(CommandLineTest, APlugInThatIsNotThereIsAFailureThatNamesIt) {
     folder_.Write("a.orvo", "<orvo/>");
-    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},
                                        .folder = folder_.Path().string(),
                                        .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: "));
@@ -62,7 +62,7 @@ TEST_F(CommandLineTest, SenselessCommandLinesAreUsageErrors) {
 }
 
 TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
-    const std::vector<std::string> arguments = {ORVO_TOOL_PATH, "info", "/nowhere/a.orvo"};
+    const std::vector<std::string> arguments = {ToolPath(), "info", "/nowhere/a.orvo"};
     const Outcome plain = test::Run({.arguments = arguments});
     EXPECT_THAT(plain.errors, Not(HasSubstr("\x1b")));
     const Outcome terminal = test::Run(
@@ -75,7 +75,7 @@ TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
 
 TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
     folder_.Write("a.orvo", "<orvo/>");
-    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},
                                        .folder = folder_.Path().string(),
                                        .terminalErrors = true});
     EXPECT_EQ(outcome.errors, "");
@@ -84,7 +84,7 @@ TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
 TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome =
-        test::Run({.arguments = {"sh", "-c", "exec " ORVO_TOOL_PATH " info a.orvo >/dev/full"},
+        test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " info a.orvo >/dev/full"},
                    .folder = folder_.Path().string()});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: standard output: cannot be written"));
     EXPECT_EQ(outcome.exitCode, 1);

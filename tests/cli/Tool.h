@@ -8,6 +8,9 @@
 
 namespace test {
 
+/// The built tool, beside the test program.
+std::string ToolPath();
+
 /// Runs the built tool with these arguments in a folder.
 Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folder,
                 const std::string& input = {});

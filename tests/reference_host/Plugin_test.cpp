@@ -19,7 +19,7 @@ protected:
 };
 
 TEST_F(PluginTest, RegistersItself) {
-    const Plugin plugin(ORVO_PLUGIN_PATH);
+    const Plugin plugin;
     const Registrar& registration = plugin.Registration();
     EXPECT_THAT(registration.InterfaceVersions(),
                 ElementsAre(Registrar::InterfaceVersion{1, 9}, Registrar::InterfaceVersion{1, 9}));
@@ -32,7 +32,7 @@ TEST_F(PluginTest, RegistersItself) {
 }
 
 TEST_F(PluginTest, WritesAFileAndReadsItBack) {
-    Plugin plugin(ORVO_PLUGIN_PATH);
+    Plugin plugin;
     const auto written = SessionNode::Make({.sampleRate = 96000});
     EXPECT_EQ(plugin.Write(InFolder("a.orvo"), written->Query()), tses::SessionResult::Ok);
     const auto read = SessionNode::Make();
@@ -41,7 +41,7 @@ TEST_F(PluginTest, WritesAFileAndReadsItBack) {
 }
 
 TEST_F(PluginTest, HoldsTheContextOfAWriteUntilItsNextCall) {
-    Plugin plugin(ORVO_PLUGIN_PATH);
+    Plugin plugin;
     auto session = SessionNode::Make();
     const std::size_t others = LiveNodes() - 1;
     plugin.Write(InFolder("a.orvo"), session->Query());
@@ -52,7 +52,7 @@ TEST_F(PluginTest, HoldsTheContextOfAWriteUntilItsNextCall) {
 }
 
 TEST_F(PluginTest, HoldsNothingOfAReadAfterwards) {
-    Plugin plugin(ORVO_PLUGIN_PATH);
+    Plugin plugin;
     const std::size_t before = LiveNodes();
     {
         const auto session = SessionNode::Make();
@@ -63,7 +63,7 @@ TEST_F(PluginTest, HoldsNothingOfAReadAfterwards) {
 }
 
 TEST_F(PluginTest, AnEmptyPathFailsBothWays) {
-    Plugin plugin(ORVO_PLUGIN_PATH);
+    Plugin plugin;
     const auto session = SessionNode::Make();
     EXPECT_EQ(plugin.Read(u"", session->Edit()), tses::SessionResult::ReadFailed);
     EXPECT_EQ(plugin.Write(u"", session->Query()), tses::SessionResult::WriteFailed);
@@ -71,7 +71,7 @@ TEST_F(PluginTest, AnEmptyPathFailsBothWays) {
 
 TEST_F(PluginTest, OneLibraryServesOnePluginAfterAnother) {
     for (int i = 0; i < 3; ++i) {
-        Plugin plugin(ORVO_PLUGIN_PATH);
+        Plugin plugin;
         const auto session = SessionNode::Make();
         EXPECT_EQ(plugin.Write(InFolder("a.orvo"), session->Query()), tses::SessionResult::Ok);
     }
