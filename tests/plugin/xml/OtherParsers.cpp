@@ -12,6 +12,19 @@
 namespace test {
 namespace {
 
+using ExpatParser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, void (*)(XML_Parser)>;
+using Libxml2Document = std::unique_ptr<xmlDoc, void (*)(xmlDoc*)>;
+
+constexpr int kLibxml2Options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+
+/// What expat puts between a namespace and a local name; no name can hold it.
+constexpr XML_Char kNamespaceEnd = '/';
+
+bool ParseByExpat(XML_Parser parser, std::string_view document) {
+    return XML_Parse(parser, document.data(), static_cast<int>(document.size()), XML_TRUE) ==
+           XML_STATUS_OK;
+}
+
 /// The values that expat has told of.
 struct ExpatValues {
     Values values;
@@ -52,22 +65,19 @@ std::u16string ValueOf(xmlNode* element) {
 }  // namespace
 
 std::optional<Values> ReadByExpat(std::string_view document) {
-    const std::unique_ptr<std::remove_pointer_t<XML_Parser>, void (*)(XML_Parser)> parser(
-        XML_ParserCreate(nullptr), XML_ParserFree);
+    const ExpatParser parser(XML_ParserCreate(nullptr), XML_ParserFree);
     ExpatValues read;
     XML_SetUserData(parser.get(), &read);
     XML_SetElementHandler(parser.get(), OnStart, OnEnd);
     XML_SetCharacterDataHandler(parser.get(), OnCharacters);
-    const XML_Status status =
-        XML_Parse(parser.get(), document.data(), static_cast<int>(document.size()), XML_TRUE);
-    return status == XML_STATUS_OK ? std::optional(std::move(read.values)) : std::nullopt;
+    return ParseByExpat(parser.get(), document) ? std::optional(std::move(read.values))
+                                                : std::nullopt;
 }
 
 std::optional<Values> ReadByLibxml2(std::string_view document) {
-    const std::unique_ptr<xmlDoc, void (*)(xmlDoc*)> read(
-        xmlReadMemory(document.data(), static_cast<int>(document.size()), nullptr, nullptr,
-                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
-        xmlFreeDoc);
+    const Libxml2Document read(xmlReadMemory(document.data(), static_cast<int>(document.size()),
+                                             nullptr, nullptr, kLibxml2Options),
+                               xmlFreeDoc);
     if (read == nullptr) {
         return std::nullopt;
     }
@@ -79,6 +89,21 @@ std::optional<Values> ReadByLibxml2(std::string_view document) {
         }
     }
     return values;
+}
+
+bool IsWellFormedToExpat(std::string_view document) {
+    const ExpatParser parser(XML_ParserCreateNS(nullptr, kNamespaceEnd), XML_ParserFree);
+    return ParseByExpat(parser.get(), document);
+}
+
+bool IsWellFormedToLibxml2(std::string_view document) {
+    const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt*)> parser(xmlNewParserCtxt(),
+                                                                          xmlFreeParserCtxt);
+    const Libxml2Document read(
+        xmlCtxtReadMemory(parser.get(), document.data(), static_cast<int>(document.size()), nullptr,
+                          nullptr, kLibxml2Options | XML_PARSE_HUGE),
+        xmlFreeDoc);
+    return read != nullptr && parser->wellFormed != 0 && parser->nsWellFormed != 0;
 }
 
 }  // namespace test

@@ -13,4 +13,8 @@ using Values = std::vector<std::u16string>;
 std::optional<Values> ReadByExpat(std::string_view document);
 std::optional<Values> ReadByLibxml2(std::string_view document);
 
+/// Whether another XML parser finds any document well-formed, its namespaces included.
+bool IsWellFormedToExpat(std::string_view document);
+bool IsWellFormedToLibxml2(std::string_view document);
+
 }  // namespace test
