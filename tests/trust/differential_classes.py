@@ -1,8 +1,59 @@
-"""Documents about which the parsers are known to differ, or that our own guards refuse."""
+"""Whether a document is well-formed, by expat and libxml2 together, and where they do not say the same
+for a reason that is known.
+
+A class has a narrow rule. Where one of the two goes beyond XML 1.0 with its namespaces, or stays
+behind it, the other decides alone; where no other parser can tell, the document is set aside.
+"""
+
+import re
+
+GUARD = "set aside: refused by our own guards"
+XML_1_1 = "set aside: XML 1.1, which the others do not know"
+ENCODING = "set aside: an encoding that expat does not know"
+CONTRADICTION = "set aside: the declaration names another encoding than the bytes have"
+VERSION = "to be refused: a version that is none of 1.0, 1.1 and so on, which the others let pass"
+NAMESPACE = "judged by expat alone: a namespace that is no URI, which libxml2 refuses"
+XML_ID = "judged by expat alone: an xml:id that is no name, which libxml2 refuses"
+NAME = "judged by libxml2 alone: a name that the fifth edition of XML allows, and expat not"
+
+# As expat and libxml2 number what they find.
+INVALID_TOKEN, UNKNOWN_ENCODING, INCORRECT_ENCODING = 4, 18, 19
+NO_URI, NO_XML_ID = 99, 539
+
+FIFTH_EDITION = re.compile(
+    "[\u00b7\u00c0-\u00d6\u00d8-\u00f6\u00f8-\u037d\u037f-\u1fff\u200c\u200d\u203f\u2040"
+    "\u2070-\u218f\u2c00-\u2fef\u3001-\ud7ff\uf900-\ufdcf\ufdf0-\ufffd\U00010000-\U000effff]")
 
 
-def class_of(content, reply):
-    """The name of the class that a document belongs to, or none."""
-    if any(") refused: " in text or "] refused: " in text for text in reply.errors):
-        return "refused by a guard"
-    return None
+def character_at(content, place):
+    marks = {b"\xff\xfe": "utf-16-le", b"\xfe\xff": "utf-16-be"}
+    encoding = marks.get(content[:2], "utf-8")
+    return content[place:place + 4].decode(encoding, "ignore")[:1]
+
+
+def is_guarded(reply):
+    return any("] refused: " in text for text in reply.errors)
+
+
+def verdict(content, reply, outcome):
+    """Whether the document is well-formed, None where it is set aside; and its class or None."""
+    expat, libxml2 = set(reply.expat), set(reply.libxml2)
+    if is_guarded(reply):
+        return None, GUARD
+    if outcome.version == "1.1":
+        return None, XML_1_1
+    if outcome.version is not None and not re.fullmatch(r"1\.[0-9]+", outcome.version):
+        return False, VERSION
+    if expat == {INCORRECT_ENCODING}:
+        return None, CONTRADICTION
+    if expat == {UNKNOWN_ENCODING}:
+        return None, ENCODING
+    for code, name in ((NO_URI, NAMESPACE), (NO_XML_ID, XML_ID)):
+        if code in libxml2 and libxml2 <= {NO_URI, NO_XML_ID}:
+            return not expat, name
+    if expat == {INVALID_TOKEN} and not libxml2 and FIFTH_EDITION.match(
+            character_at(content, outcome.error_place)):
+        return True, NAME
+    if bool(expat) != bool(libxml2):
+        return None, None
+    return not expat, None

@@ -272,6 +272,25 @@ def damaged(rng, content):
     return bytes(content)
 
 
+def guarded(rng, text):
+    """With something that our own guards refuse, in documents that may be well-formed."""
+    way = rng.randrange(5)
+    if way == 0:
+        declaration = rng.choice(("<!DOCTYPE orvo>", '<!DOCTYPE orvo SYSTEM "a.dtd">',
+                                  '<!DOCTYPE orvo [<!ENTITY a "b">]>'))
+        return declaration + text
+    if way == 1:
+        depth = rng.randrange(250, 260)
+        return "<orvo>" * depth + "</orvo>" * depth
+    if way == 2:
+        pairs = " ".join(f'a{number}="{number}"' for number in range(rng.randrange(250, 260)))
+        return f"<orvo><session {pairs}/></orvo>"
+    if way == 3:
+        names = "".join(f"<n{number}/>" for number in range(rng.randrange(1018, 1028)))
+        return f"<orvo>{names}<session/></orvo>"
+    return text.replace("<", "<\0", 1) if rng.random() < 0.2 else text + "\0"
+
+
 def document(seed, index, templates):
     """The bytes of one document. `templates` are texts of sessions to start from."""
     rng = random.Random(f"{seed}/{index}")
@@ -279,8 +298,10 @@ def document(seed, index, templates):
         text = rng.choice(templates)
     else:
         text = Writer(rng).document()
-    if rng.random() < 0.4:
+    if rng.random() < 0.3:
         for _ in range(rng.choice((1, 1, 1, 2, 5))):
             text = mutated(rng, text, rng.choice(templates))
+    if rng.random() < 0.01:
+        text = guarded(rng, text)
     content = encoded(rng, text)
     return damaged(rng, content) if rng.random() < 0.06 else content

@@ -169,29 +169,40 @@ def attribute_map(pairs):
 
 
 class Outcome:
-    """`well_formed` is None where the reader stopped before the end of the document."""
+    """What came of a read. `well_formed` is None where the reader stopped before the end; `version`
+    is what the document declares; `error_place` is the byte where it is not well-formed."""
 
-    def __init__(self, calls, well_formed, read, skip_depth):
-        self.calls = calls
-        self.well_formed = well_formed
-        self.read = read
-        self.skip_depth = skip_depth
+    def __init__(self):
+        self.calls = []
+        self.well_formed = None
+        self.read = False
+        self.skip_depth = 0
+        self.version = None
+        self.error_place = None
 
 
 def read(document, location, skip_depth):
-    reader = Reader(location, skip_depth)
+    reader, outcome = Reader(location, skip_depth), Outcome()
     parser = xml.parsers.expat.ParserCreate(None, NAMESPACE_END)
     parser.buffer_text = True
     parser.ordered_attributes = True
+
+    def declaration(version, _encoding, _standalone):
+        outcome.version = version
+
+    parser.XmlDeclHandler = declaration
     parser.StartElementHandler = lambda name, pairs: reader.start(local(name), attribute_map(pairs))
     parser.EndElementHandler = lambda name: reader.end(local(name))
     parser.CharacterDataHandler = reader.characters
     try:
         parser.Parse(document, True)
-        well_formed = True
+        outcome.well_formed = True
+        outcome.read = reader.root_seen
     except (xml.parsers.expat.ExpatError, LookupError, ValueError):  # the latter of encodings
-        well_formed = False
+        outcome.well_formed = False
+        outcome.error_place = parser.ErrorByteIndex
     except Stop:
-        well_formed = None
-    return Outcome(reader.host.calls, well_formed, well_formed and reader.root_seen,
-                   reader.skip_depth)
+        pass
+    outcome.calls = reader.host.calls
+    outcome.skip_depth = reader.skip_depth
+    return outcome

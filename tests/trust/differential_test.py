@@ -19,23 +19,25 @@ import concurrent.futures
 import json
 import os
 import pathlib
+import re
 import struct
 import subprocess
 import sys
 import tempfile
 
 import differential_model
-from differential_classes import class_of
+from differential_classes import GUARD, NAME, verdict
 from differential_documents import document
 
 BATCH = 250
 LOGGING = ("GetLogTarget", "LogMessage")
+DECLARATION = re.compile(r"^<\?xml .*?\?>")
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 
 def templates():
     paths = sorted(ROOT.glob("tests/golden/*.orvo")) + sorted(ROOT.glob("examples/*/*.orvo"))
-    return [path.read_text(encoding="utf-8-sig") for path in paths]
+    return [DECLARATION.sub("", path.read_text(encoding="utf-8-sig")) for path in paths]
 
 
 class Reply:
@@ -45,6 +47,7 @@ class Reply:
         self.result = line["result"]
         self.expat, self.libxml2 = line["expat"], line["libxml2"]
         self.live_nodes = line["liveNodes"]
+        self.goes_on = line["goesOn"]
         self.errors = [text for text in line["messages"] if not text.startswith("XML WARNING")]
         self.calls = [told(call) for call in calls if call["call"] not in LOGGING]
 
@@ -103,6 +106,12 @@ def problem_of(reply, outcome, well_formed):
     return None
 
 
+def refusal_problem(reply, outcome):
+    if reply.result != -4 or len(reply.errors) != 1:
+        return f"it is refused, but: {reply.result} {reply.errors}"
+    return first_difference(reply.calls, outcome.calls)
+
+
 def replies(reader, folder, documents):
     path = os.path.join(folder, "session.orvo")
     sent = b"".join(struct.pack("<I", len(content)) + content for content in documents)
@@ -117,17 +126,20 @@ def replies(reader, folder, documents):
 
 
 def judge(content, reply, outcome, counts):
+    """Counts a document and says what is wrong with how it was read, or None."""
+    well_formed, known = verdict(content, reply, outcome)
     counts["documents"] += 1
-    known = class_of(content, reply)
-    if known is not None:
-        counts[f"set aside: {known}"] += 1
-        return None
-    if reply.expat != reply.libxml2:
-        return f"expat says {reply.expat}, libxml2 {reply.libxml2}"
-    counts["well-formed" if reply.expat else "ill-formed"] += 1
+    counts[known] += known is not None
+    if well_formed is None:
+        if known is None:
+            return f"expat says {reply.expat}, libxml2 {reply.libxml2}"
+        return refusal_problem(reply, outcome) if known == GUARD else None
+    counts["well-formed" if well_formed else "ill-formed"] += 1
+    if known == NAME:
+        return f"it is well-formed, but: {reply.errors}" if reply.errors else None
     counts["read"] += reply.result == 0
-    counts["calls"] += min(len(reply.calls), len(outcome.calls))
-    return problem_of(reply, outcome, reply.expat)
+    counts["calls of the host"] += min(len(reply.calls), len(outcome.calls))
+    return problem_of(reply, outcome, well_formed)
 
 
 def run_batch(reader, seed, first, count):
@@ -145,12 +157,20 @@ def run_batch(reader, seed, first, count):
         for index, reply in enumerate(replies(reader, folder, documents)):
             content = documents[index]
             outcome = differential_model.read(content, folder + "/session.orvo", skip_depth)
-            # After a read that failed the next one is by another plug-in.
-            skip_depth = outcome.skip_depth if reply.result == 0 else 0
+            skip_depth = outcome.skip_depth if reply.goes_on else 0
             difference = judge(content, reply, outcome, counts)
             if difference:
                 differences.append((first + index, difference, content))
     return counts, differences
+
+
+def summarise(counts, differences):
+    first = ("documents", "well-formed", "ill-formed")
+    last = ("read", "calls of the host")
+    classes = sorted(set(counts) - {*first, *last})
+    for name in (*first, *classes, *last):
+        print(f"{counts[name]:>12,}  {name}")
+    print(f"{differences:>12,}  differences")
 
 
 def batches(arguments):
@@ -176,12 +196,10 @@ def main():
             counts += some
             differences += found
     for index, difference, content in differences[:50]:
-        print(f"document {index} of seed {arguments.seed}: {difference}")
+        print(f"document {index} of seed {arguments.seed}: {difference[:1000]}")
         if arguments.keep:
             pathlib.Path(arguments.keep, f"{index}.orvo").write_bytes(content)
-    for name, count in sorted(counts.items()):
-        print(f"{name}: {count}")
-    print(f"differences: {len(differences)}")
+    summarise(counts, len(differences))
     return 1 if differences else 0
 
 

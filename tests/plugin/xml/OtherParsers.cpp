@@ -62,6 +62,13 @@ std::u16string ValueOf(xmlNode* element) {
                                                    : xmlNodeGetContent(element));
 }
 
+void NoteError(void* parser, xmlError* error) {
+    if (error->level >= XML_ERR_ERROR) {
+        static_cast<std::set<int>*>(static_cast<xmlParserCtxt*>(parser)->_private)
+            ->insert(error->code);
+    }
+}
+
 }  // namespace
 
 std::optional<Values> ReadByExpat(std::string_view document) {
@@ -91,19 +98,30 @@ std::optional<Values> ReadByLibxml2(std::string_view document) {
     return values;
 }
 
-bool IsWellFormedToExpat(std::string_view document) {
+std::set<int> ErrorsByExpat(std::string_view document) {
     const ExpatParser parser(XML_ParserCreateNS(nullptr, kNamespaceEnd), XML_ParserFree);
-    return ParseByExpat(parser.get(), document);
+    if (ParseByExpat(parser.get(), document)) {
+        return {};
+    }
+    return {XML_GetErrorCode(parser.get())};
 }
 
-bool IsWellFormedToLibxml2(std::string_view document) {
+std::set<int> ErrorsByLibxml2(std::string_view document) {
     const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt*)> parser(xmlNewParserCtxt(),
                                                                           xmlFreeParserCtxt);
+    std::set<int> errors;
+    parser->_private = &errors;
+    parser->sax->serror = NoteError;
     const Libxml2Document read(
         xmlCtxtReadMemory(parser.get(), document.data(), static_cast<int>(document.size()), nullptr,
                           nullptr, kLibxml2Options | XML_PARSE_HUGE),
         xmlFreeDoc);
-    return read != nullptr && parser->wellFormed != 0 && parser->nsWellFormed != 0;
+    const bool isWellFormed =
+        read != nullptr && parser->wellFormed != 0 && parser->nsWellFormed != 0;
+    if (!isWellFormed && errors.empty()) {
+        errors.insert(XML_ERR_INTERNAL_ERROR);
+    }
+    return errors;
 }
 
 }  // namespace test
