@@ -6,9 +6,10 @@ behind it, the other decides alone; where no other parser can tell, the document
 """
 
 import re
+import xml.parsers.expat
 
 GUARD = "set aside: refused by our own guards"
-XML_1_1 = "set aside: XML 1.1, which the others do not know"
+XML_1_1 = "set aside: characters that XML 1.1 takes otherwise, which the others do not know"
 ENCODING = "set aside: an encoding that expat does not know"
 CONTRADICTION = "set aside: the declaration names another encoding than the bytes have"
 VERSION = "to be refused: a version that is none of 1.0, 1.1 and so on, which the others let pass"
@@ -25,10 +26,32 @@ FIFTH_EDITION = re.compile(
     "\u2070-\u218f\u2c00-\u2fef\u3001-\ud7ff\uf900-\ufdcf\ufdf0-\ufffd\U00010000-\U000effff]")
 
 
-def character_at(content, place):
+# What XML 1.1 takes otherwise: as line ends, or as characters that must or may be references.
+XML_1_1_CHARACTERS = re.compile("[\u007f-\u009f\u2028]")
+REFERENCES = re.compile("&#(?:x([0-9a-fA-F]+)|([0-9]+));")
+
+
+def encoding_of(content):
     marks = {b"\xff\xfe": "utf-16-le", b"\xfe\xff": "utf-16-be"}
-    encoding = marks.get(content[:2], "utf-8")
-    return content[place:place + 4].decode(encoding, "ignore")[:1]
+    return marks.get(content[:2], "utf-8")
+
+
+def character_at_fault(content):
+    """Where expat stops: the character, or an empty text."""
+    parser = xml.parsers.expat.ParserCreate(None, "/")
+    try:
+        parser.Parse(content, True)
+    except xml.parsers.expat.ExpatError:
+        place = parser.ErrorByteIndex
+        return content[place:place + 4].decode(encoding_of(content), "ignore")[:1]
+    return ""
+
+
+def differs_in_xml_1_1(content):
+    text = content.decode(encoding_of(content), "replace")
+    return bool(XML_1_1_CHARACTERS.search(text)) or any(
+        int(digits or number, 16 if digits else 10) < 0x20
+        for digits, number in REFERENCES.findall(text))
 
 
 def is_guarded(reply):
@@ -40,7 +63,7 @@ def verdict(content, reply, outcome):
     expat, libxml2 = set(reply.expat), set(reply.libxml2)
     if is_guarded(reply):
         return None, GUARD
-    if outcome.version == "1.1":
+    if outcome.version == "1.1" and differs_in_xml_1_1(content):
         return None, XML_1_1
     if outcome.version is not None and not re.fullmatch(r"1\.[0-9]+", outcome.version):
         return False, VERSION
@@ -51,9 +74,8 @@ def verdict(content, reply, outcome):
     for code, name in ((NO_URI, NAMESPACE), (NO_XML_ID, XML_ID)):
         if code in libxml2 and libxml2 <= {NO_URI, NO_XML_ID}:
             return not expat, name
-    if expat == {INVALID_TOKEN} and not libxml2 and FIFTH_EDITION.match(
-            character_at(content, outcome.error_place)):
-        return True, NAME
+    if expat == {INVALID_TOKEN} and FIFTH_EDITION.match(character_at_fault(content)):
+        return not libxml2, NAME
     if bool(expat) != bool(libxml2):
         return None, None
     return not expat, None

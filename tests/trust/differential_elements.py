@@ -296,6 +296,7 @@ def xmp_end(r):
 class Row:
     def __init__(self, state, start, end):
         self.state = state
+        self.met = False  # whether a document had it
         self.start = start
         self.end = end
 
@@ -332,7 +333,8 @@ TABLE = [
     ("trackPanner", (24,), 42, None, None),
     *((f"fivePointOne{channel}", (42,), 43 + place, None, None) for place, channel in enumerate(
         ("Left", "Right", "Center", "LeftSurround", "RightSurround", "LFE"))),
-    *(("component", (place,), 22, content.control_start(place), content.component_end) for place in content.CONTROLS),
+    *(("component", (place,), 22, content.control_start(place), content.component_end)
+      for place in content.CONTROLS),
     ("sendList", (BUS, AUDIO, INSTRUMENT, METRONOME), 32, send_list_start, None),
     ("sendSlot", (32,), 33, send_slot_start, None),
     ("effectsRack", AUDIO_TRACKS, 25, content.rack_start("track"), None),

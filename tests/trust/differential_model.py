@@ -133,6 +133,7 @@ class Reader:
             self.skip_depth = len(self.states)
             self.states.append(0)
             return
+        row.met = True
         self.states.append(row.state)
         if row.start:
             row.start(self, attributes)
@@ -170,7 +171,7 @@ def attribute_map(pairs):
 
 class Outcome:
     """What came of a read. `well_formed` is None where the reader stopped before the end; `version`
-    is what the document declares; `error_place` is the byte where it is not well-formed."""
+    is what the document declares."""
 
     def __init__(self):
         self.calls = []
@@ -178,7 +179,6 @@ class Outcome:
         self.read = False
         self.skip_depth = 0
         self.version = None
-        self.error_place = None
 
 
 def read(document, location, skip_depth):
@@ -200,7 +200,6 @@ def read(document, location, skip_depth):
         outcome.read = reader.root_seen
     except (xml.parsers.expat.ExpatError, LookupError, ValueError):  # the latter of encodings
         outcome.well_formed = False
-        outcome.error_place = parser.ErrorByteIndex
     except Stop:
         pass
     outcome.calls = reader.host.calls
