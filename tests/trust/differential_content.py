@@ -3,8 +3,8 @@
 from differential_values import (NONE, block, flag, real, real32, signed32, signed64, strict,
                                  tolerant, unsigned32, wrapped)
 
-# One element carries every control; where it stands decides whose it is: the state of the place, whose
-# they are, how each is asked for by its keyword, and whether the keyword is told.
+# One element carries every control; where it stands decides whose it is. By the state of the place:
+# whose they are, how each is asked for by its keyword, and whether the keyword is told.
 CONTROLS = {
     24: ("track", {"trackFader": "GetFaderComponent", "trackMute": "GetMuteComponent",
                    "trackPan": "GetPanComponent", "trackEQ": "GetEQComponent"}, True),
@@ -19,203 +19,203 @@ CONTROLS = {
 def control_start(place):
     owner, operations, names_it = CONTROLS[place]
 
-    def start(r, a):
-        keyword = a.get("id")
+    def start(reader, given):
+        keyword = given.get("id")
         if keyword in operations:
             arguments = (keyword,) if names_it else ()
-            r.component = r.host(getattr(r, owner), operations[keyword], *arguments)
+            reader.component = reader.host(getattr(reader, owner), operations[keyword], *arguments)
         if keyword == "trackEQ" and place == 24:
-            r.eq_pending = True
-        apply_component(r, a)
+            reader.eq_pending = True
+        apply_component(reader, given)
     return start
 
 
-def slot_component_start(r, a):
-    if r.slot is not None:
-        r.component = r.host(r.slot, "GetComponent")
-    apply_component(r, a)
+def slot_component_start(reader, given):
+    if reader.slot is not None:
+        reader.component = reader.host(reader.slot, "GetComponent")
+    apply_component(reader, given)
 
 
-def apply_component(r, a):
-    r.parameter_values = []
-    r.powered_applied = False
-    if r.component is None:
+def apply_component(reader, given):
+    reader.parameter_values = []
+    reader.powered_applied = False
+    if reader.component is None:
         return
-    r.host(r.component, "SetComponentGuid", a.get("componentGuid", ""))
-    r.host(r.component, "SetComponentID", a.get("componentID", ""))
-    r.host(r.component, "SetName", a.get("name", ""))
-    r.host(r.component, "SetPresetName", a.get("presetName", ""))
-    if "powered" in a:
-        r.host(r.component, "SetPowered", strict(a["powered"]))
-        r.powered_applied = True
-    r.host(r.component, "SetEditorVisible", flag(a, "editorVisible"))
-    r.host(r.component, "SetEditorRect", *(signed32(a.get("editor" + side), 0)
-                                           for side in ("Left", "Top", "Width", "Height")))
+    reader.host(reader.component, "SetComponentGuid", given.get("componentGuid", ""))
+    reader.host(reader.component, "SetComponentID", given.get("componentID", ""))
+    reader.host(reader.component, "SetName", given.get("name", ""))
+    reader.host(reader.component, "SetPresetName", given.get("presetName", ""))
+    if "powered" in given:
+        reader.host(reader.component, "SetPowered", strict(given["powered"]))
+        reader.powered_applied = True
+    reader.host(reader.component, "SetEditorVisible", flag(given, "editorVisible"))
+    reader.host(reader.component, "SetEditorRect", *(signed32(given.get("editor" + side), 0)
+                                                     for side in ("Left", "Top", "Width", "Height")))
 
 
-def component_end(r):
-    if r.eq_pending and not r.powered_applied and r.parameter_values:
-        r.host(r.component, "SetPowered", r.parameter_values[-1] >= 0.5)
-    r.eq_pending = False
-    r.component = None
+def component_end(reader):
+    if reader.eq_pending and not reader.powered_applied and reader.parameter_values:
+        reader.host(reader.component, "SetPowered", reader.parameter_values[-1] >= 0.5)
+    reader.eq_pending = False
+    reader.component = None
 
 
 def rack_start(owner):
-    def start(r, a):
-        r.rack = r.host(getattr(r, owner), "GetEffectsRack")
-        r.host(r.rack, "SetPreFader", flag(a, "preFader", True))
+    def start(reader, given):
+        reader.rack = reader.host(getattr(reader, owner), "GetEffectsRack")
+        reader.host(reader.rack, "SetPreFader", flag(given, "preFader", True))
     return start
 
 
-def slot_start(r, a):
-    r.slot = r.host(r.rack, "AddSlot")
-    r.host(r.slot, "SetSlotIndex", unsigned32(a.get("slotIndex"), NONE))
-    r.host(r.slot, "SetBypassed", not flag(a, "powered", True))
-    if "sideChainChannels" in a:
-        r.host(r.slot, "SetSideChainChannels", unsigned32(a["sideChainChannels"], 0))
+def slot_start(reader, given):
+    reader.slot = reader.host(reader.rack, "AddSlot")
+    reader.host(reader.slot, "SetSlotIndex", unsigned32(given.get("slotIndex"), NONE))
+    reader.host(reader.slot, "SetBypassed", not flag(given, "powered", True))
+    if "sideChainChannels" in given:
+        reader.host(reader.slot, "SetSideChainChannels", unsigned32(given["sideChainChannels"], 0))
 
 
-def parameter_start(r, a):
-    r.parameter_index = unsigned32(a.get("index"), 0)
-    value = real(a, "parameterValue", 0.0, real32)
-    r.host(r.component, "SetParameterValue", r.parameter_index, value)
-    r.host(r.component, "SetParameterName", r.parameter_index, a.get("name", ""))
-    if flag(a, "safeDuringWrite"):
-        r.host(r.component, "SetParameterSafeDuringWrite", r.parameter_index, True)
-    r.parameter_values.append(value)
+def parameter_start(reader, given):
+    reader.parameter_index = unsigned32(given.get("index"), 0)
+    value = real(given, "parameterValue", 0.0, real32)
+    reader.host(reader.component, "SetParameterValue", reader.parameter_index, value)
+    reader.host(reader.component, "SetParameterName", reader.parameter_index, given.get("name", ""))
+    if flag(given, "safeDuringWrite"):
+        reader.host(reader.component, "SetParameterSafeDuringWrite", reader.parameter_index, True)
+    reader.parameter_values.append(value)
 
 
-def set_block(r, target, operation):
-    content = block(r.trimmed())
+def set_block(reader, target, operation):
+    content = block(reader.trimmed())
     if content:
-        r.host(target, operation, content)
+        reader.host(target, operation, content)
 
 
-def preset_chunk_end(r):
-    set_block(r, r.component, "SetPresetChunk")
+def preset_chunk_end(reader):
+    set_block(reader, reader.component, "SetPresetChunk")
 
 
-def bus_config_end(r):
-    if r.trimmed():
-        r.host(r.slot, "SetBusConfig", r.text)
+def bus_config_end(reader):
+    if reader.trimmed():
+        reader.host(reader.slot, "SetBusConfig", reader.text)
 
 
-def slot_map_start(r, a):
-    r.map_is_input = a.get("direction") == "input"
+def slot_map_start(reader, given):
+    reader.map_is_input = given.get("direction") == "input"
 
 
-def slot_channel_start(r, a):
-    if "index" in a:
-        r.host(r.slot, "AddInputChannel" if r.map_is_input else "AddOutputChannel",
-               signed32(a["index"], 0), signed32(a.get("sourceIndex"), 0))
+def slot_channel_start(reader, given):
+    if "index" in given:
+        reader.host(reader.slot, "AddInputChannel" if reader.map_is_input else "AddOutputChannel",
+                    signed32(given["index"], 0), signed32(given.get("sourceIndex"), 0))
 
 
-def keyframes_start(r, a):
-    r.lane = r.host(r.component, "GetParameterAutomation", r.parameter_index)
-    if a:
-        r.host(r.lane, "SetEnableSplines", flag(a, "enableSplines", parse=tolerant))
-        r.host(r.lane, "SetReadOnly", flag(a, "readOnly", parse=tolerant))
+def keyframes_start(reader, given):
+    reader.lane = reader.host(reader.component, "GetParameterAutomation", reader.parameter_index)
+    if given:
+        reader.host(reader.lane, "SetEnableSplines", flag(given, "enableSplines", parse=tolerant))
+        reader.host(reader.lane, "SetReadOnly", flag(given, "readOnly", parse=tolerant))
 
 
-def keyframe_start(r, a):
-    r.host(r.lane, "AddKeyframe", real(a, "value", 0.0, real32),
-           signed64(a.get("sampleOffset"), 0), a.get("type") == "hold",
-           flag(a, "select", parse=tolerant))
+def keyframe_start(reader, given):
+    reader.host(reader.lane, "AddKeyframe", real(given, "value", 0.0, real32),
+                signed64(given.get("sampleOffset"), 0), given.get("type") == "hold",
+                flag(given, "select", parse=tolerant))
 
 
 def edit_parameter_start(owner):
-    return lambda r, a: r.host(getattr(r, owner), "SetEditParameter",
-                               unsigned32(a.get("slotIndex"), NONE),
-                               unsigned32(a.get("parameterIndex"), 0))
+    return lambda reader, given: reader.host(getattr(reader, owner), "SetEditParameter",
+                                             unsigned32(given.get("slotIndex"), NONE),
+                                             unsigned32(given.get("parameterIndex"), 0))
 
 
 # Clips.
 
-def begin_clip(r, a):
+def begin_clip(reader, given):
     """Name and hue stay those of the clip before where a clip has none."""
-    r.channel_map = {}
-    r.clip_name = a.get("name", r.clip_name)
-    r.clip_hue = real(a, "hue", r.clip_hue)
-    return unsigned32(a.get("id"), NONE)
+    reader.channel_map = {}
+    reader.clip_name = given.get("name", reader.clip_name)
+    reader.clip_hue = real(given, "hue", reader.clip_hue)
+    return unsigned32(given.get("id"), NONE)
 
 
-def place_clip(r, clip, a):
-    begin = signed64(a.get("sourceInPoint"), -1)
-    end = signed64(a.get("sourceOutPoint"), -1)
-    r.host(clip, "SetSourceInPoint", begin)
-    r.host(clip, "SetDuration", wrapped(end - begin, 64))
-    r.host(clip, "SetStartPoint", signed64(a.get("startPoint"), -1))
-    r.host(clip, "SetHue", r.clip_hue)
-    r.host(clip, "SetName", r.clip_name)
-    r.host(clip, "SetSelected", flag(a, "select"))
-    r.host(clip, "SetLockedInTime", flag(a, "lockedInTime"))
+def place_clip(reader, clip, given):
+    begin = signed64(given.get("sourceInPoint"), -1)
+    end = signed64(given.get("sourceOutPoint"), -1)
+    reader.host(clip, "SetSourceInPoint", begin)
+    reader.host(clip, "SetDuration", wrapped(end - begin, 64))
+    reader.host(clip, "SetStartPoint", signed64(given.get("startPoint"), -1))
+    reader.host(clip, "SetHue", reader.clip_hue)
+    reader.host(clip, "SetName", reader.clip_name)
+    reader.host(clip, "SetSelected", flag(given, "select"))
+    reader.host(clip, "SetLockedInTime", flag(given, "lockedInTime"))
 
 
-def audio_clip_start(r, a):
-    clip = r.clip = r.host(r.track, "CreateAudioClip", begin_clip(r, a))
-    r.host(clip, "SetFileID", unsigned32(a.get("fileID"), NONE))
-    r.host(clip, "SetLooped", flag(a, "looped"))
-    r.host(clip, "SetOffline", flag(a, "offline"))
-    r.host(clip, "SetZOrder", signed32(a.get("zOrder"), 0))
-    r.host(clip, "SetCrossFadeHeadClipID", signed32(a.get("crossFadeHeadClipID"), -1))
-    r.host(clip, "SetCrossFadeTailClipID", signed32(a.get("crossFadeTailClipID"), -1))
-    r.host(clip, "SetClipAutoCrossfade", flag(a, "clipAutoCrossfade", True))
-    place_clip(r, clip, a)
+def audio_clip_start(reader, given):
+    clip = reader.clip = reader.host(reader.track, "CreateAudioClip", begin_clip(reader, given))
+    reader.host(clip, "SetFileID", unsigned32(given.get("fileID"), NONE))
+    reader.host(clip, "SetLooped", flag(given, "looped"))
+    reader.host(clip, "SetOffline", flag(given, "offline"))
+    reader.host(clip, "SetZOrder", signed32(given.get("zOrder"), 0))
+    reader.host(clip, "SetCrossFadeHeadClipID", signed32(given.get("crossFadeHeadClipID"), -1))
+    reader.host(clip, "SetCrossFadeTailClipID", signed32(given.get("crossFadeTailClipID"), -1))
+    reader.host(clip, "SetClipAutoCrossfade", flag(given, "clipAutoCrossfade", True))
+    place_clip(reader, clip, given)
 
 
-def audio_clip_end(r):
-    for channel in sorted(r.channel_map):
-        r.host(r.clip, "SetChannelSource", channel, r.channel_map[channel])
-    r.channel_map = {}
-    r.clip = None
+def audio_clip_end(reader):
+    for channel in sorted(reader.channel_map):
+        reader.host(reader.clip, "SetChannelSource", channel, reader.channel_map[channel])
+    reader.channel_map = {}
+    reader.clip = None
 
 
-def midi_clip_start(r, a):
-    clips = r.host(r.track, "GetMIDIClipList")
-    r.midi_clip = r.host(clips, "CreateMIDIClip", begin_clip(r, a))
-    place_clip(r, r.midi_clip, a)
+def midi_clip_start(reader, given):
+    clips = reader.host(reader.track, "GetMIDIClipList")
+    reader.midi_clip = reader.host(clips, "CreateMIDIClip", begin_clip(reader, given))
+    place_clip(reader, reader.midi_clip, given)
 
 
-def midi_clip_end(r):
-    r.midi_clip = None
+def midi_clip_end(reader):
+    reader.midi_clip = None
 
 
-def video_clip_start(r, a):
-    clip = r.video_clip = r.host(r.video_track, "CreateVideoClip", begin_clip(r, a))
-    r.host(clip, "SetFileID", unsigned32(a.get("fileID"), NONE))
-    place_clip(r, clip, a)
-    r.host(clip, "SetOffline", flag(a, "offline"))
-    r.host(clip, "SetZOrder", signed32(a.get("zOrder"), 0))
+def video_clip_start(reader, given):
+    clip = reader.video_clip = reader.host(reader.video_track, "CreateVideoClip", begin_clip(reader, given))
+    reader.host(clip, "SetFileID", unsigned32(given.get("fileID"), NONE))
+    place_clip(reader, clip, given)
+    reader.host(clip, "SetOffline", flag(given, "offline"))
+    reader.host(clip, "SetZOrder", signed32(given.get("zOrder"), 0))
 
 
-def video_clip_end(r):
-    r.video_clip = None
+def video_clip_end(reader):
+    reader.video_clip = None
 
 
-def video_format_start(r, a):
-    video = r.host(r.video_clip, "GetVideoFormat")
-    r.host(video, "SetFrameTiming", signed64(a.get("timeScale"), 0),
-           signed64(a.get("sampleSize"), 0))
-    r.host(video, "SetPixelType", signed32(a.get("pixelType"), 1) or 1)
-    r.host(video, "SetDimensions", signed32(a.get("width"), 0), signed32(a.get("height"), 0))
-    r.host(video, "SetPixelAspectRatio", unsigned32(a.get("parNumerator"), 0),
-           unsigned32(a.get("parDenominator"), 1))
-    r.host(video, "SetFieldType", unsigned32(a.get("fieldType"), 0))
+def video_format_start(reader, given):
+    video = reader.host(reader.video_clip, "GetVideoFormat")
+    reader.host(video, "SetFrameTiming", signed64(given.get("timeScale"), 0),
+                signed64(given.get("sampleSize"), 0))
+    reader.host(video, "SetPixelType", signed32(given.get("pixelType"), 1) or 1)
+    reader.host(video, "SetDimensions", signed32(given.get("width"), 0), signed32(given.get("height"), 0))
+    reader.host(video, "SetPixelAspectRatio", unsigned32(given.get("parNumerator"), 0),
+                unsigned32(given.get("parDenominator"), 1))
+    reader.host(video, "SetFieldType", unsigned32(given.get("fieldType"), 0))
 
 
-def clip_channel_start(r, a):
-    r.channel_map.setdefault(unsigned32(a.get("index"), 0), signed32(a.get("sourceIndex"), 0))
+def clip_channel_start(reader, given):
+    reader.channel_map.setdefault(unsigned32(given.get("index"), 0), signed32(given.get("sourceIndex"), 0))
 
 
 def fade_start(operation):
-    def start(r, a):
-        fade = r.host(r.clip, operation)
-        r.host(fade, "SetStartPoint", signed64(a.get("startPoint"), 0))
-        r.host(fade, "SetEndPoint", signed64(a.get("endPoint"), 0))
-        r.host(fade, "SetType", int(a.get("type", "log") != "log"))
-        r.host(fade, "SetShape", signed32(a.get("shape"), 0))
-        r.host(fade, "SetCrossFadeLinkType",
-               int(a.get("crossFadeLinkType", "linkedSymmetric") != "linkedSymmetric"))
+    def start(reader, given):
+        fade = reader.host(reader.clip, operation)
+        reader.host(fade, "SetStartPoint", signed64(given.get("startPoint"), 0))
+        reader.host(fade, "SetEndPoint", signed64(given.get("endPoint"), 0))
+        reader.host(fade, "SetType", int(given.get("type", "log") != "log"))
+        reader.host(fade, "SetShape", signed32(given.get("shape"), 0))
+        reader.host(fade, "SetCrossFadeLinkType",
+                    int(given.get("crossFadeLinkType", "linkedSymmetric") != "linkedSymmetric"))
     return start
 
 
@@ -223,47 +223,48 @@ def keyword_or_number(text, keywords):
     return keywords.index(text) if text in keywords else unsigned32(text, 0)
 
 
-def stretch_start(r, a):
-    stretch = r.host(r.clip, "GetClipStretch")
-    r.host(stretch, "SetStretchMode",
-           keyword_or_number(a.get("stretchMode"), ("off", "realtime", "rendered")))
-    r.host(stretch, "SetStretchType",
-           keyword_or_number(a.get("stretchType"), ("normal", "solo", "varispeed")))
-    r.host(stretch, "SetStretchRatio", real(a, "stretchRatio", 1.0))
-    r.host(stretch, "SetPitchAdjustment", real(a, "pitchAdjustment", 0.0))
-    r.host(stretch, "SetStretchQuality",
-           keyword_or_number(a.get("stretchQuality"), ("high", "medium", "low")))
-    r.host(stretch, "SetTransientSensitivity", signed32(a.get("transientSensitivity"), 40))
-    r.host(stretch, "SetAdaptiveWindowSize", signed32(a.get("adaptiveWindowSize"), 37))
-    r.host(stretch, "SetPreserveFormants", flag(a, "preserveFormants", True, tolerant))
+def stretch_start(reader, given):
+    stretch = reader.host(reader.clip, "GetClipStretch")
+    reader.host(stretch, "SetStretchMode",
+                keyword_or_number(given.get("stretchMode"), ("off", "realtime", "rendered")))
+    reader.host(stretch, "SetStretchType",
+                keyword_or_number(given.get("stretchType"), ("normal", "solo", "varispeed")))
+    reader.host(stretch, "SetStretchRatio", real(given, "stretchRatio", 1.0))
+    reader.host(stretch, "SetPitchAdjustment", real(given, "pitchAdjustment", 0.0))
+    reader.host(stretch, "SetStretchQuality",
+                keyword_or_number(given.get("stretchQuality"), ("high", "medium", "low")))
+    reader.host(stretch, "SetTransientSensitivity", signed32(given.get("transientSensitivity"), 40))
+    reader.host(stretch, "SetAdaptiveWindowSize", signed32(given.get("adaptiveWindowSize"), 37))
+    reader.host(stretch, "SetPreserveFormants", flag(given, "preserveFormants", True, tolerant))
 
 
-def take_start(r, a):
-    r.host(r.clip, "AddTake", signed64(a.get("sourceInPoint"), 0))
+def take_start(reader, given):
+    reader.host(reader.clip, "AddTake", signed64(given.get("sourceInPoint"), 0))
 
 
-def clip_properties_start(r, a):
-    if "properties" in a:
-        r.host(r.host(r.clip, "GetProperties"), "SetProperties", a["properties"])
+def clip_properties_start(reader, given):
+    if "properties" in given:
+        reader.host(reader.host(reader.clip, "GetProperties"), "SetProperties", given["properties"])
 
 
-def clip_group_start(r, a):
-    r.group_name = ""
-    r.clip_group = r.host(r.session, "CreateClipGroup", unsigned32(a.get("id"), 0))
-    r.host(r.clip_group, "SetHue", real(a, "hue", 0.0))
+def clip_group_start(reader, given):
+    reader.group_name = ""
+    reader.clip_group = reader.host(reader.session, "CreateClipGroup", unsigned32(given.get("id"), 0))
+    reader.host(reader.clip_group, "SetHue", real(given, "hue", 0.0))
 
 
-def clip_group_name_end(r):
-    r.group_name = r.trimmed()
+def clip_group_name_end(reader):
+    reader.group_name = reader.trimmed()
 
 
-def clip_group_end(r):
-    r.host(r.clip_group, "SetName", r.group_name)
+def clip_group_end(reader):
+    reader.host(reader.clip_group, "SetName", reader.group_name)
 
 
-def item_start(r, a):
-    r.host(r.clip_group, "AddItem", unsigned32(a.get("trackID"), 0), unsigned32(a.get("clipID"), 0))
+def item_start(reader, given):
+    reader.host(reader.clip_group, "AddItem", unsigned32(given.get("trackID"), 0),
+                unsigned32(given.get("clipID"), 0))
 
 
-def midi_events_end(r):
-    set_block(r, r.midi_clip, "SetMIDIEvents")
+def midi_events_end(reader):
+    set_block(reader, reader.midi_clip, "SetMIDIEvents")

@@ -1,7 +1,7 @@
 """The elements of a session: where each may stand, and what its start and its end lead to.
 
-A handler gets the reader and, at a start tag, the attributes. `r.host(object, operation, ...)` is a
-call of the host; one of an object that there is not does nothing.
+A handler gets the reader and, at a start tag, the attributes. `reader.host(object, operation, ...)`
+is a call of the host; one of an object that there is not does nothing.
 """
 
 import os
@@ -30,229 +30,232 @@ TIME_FORMATS = {"timeFormatDecimal": 0, "timeFormatSamples": 1, "timeFormatTimeC
 
 # The document.
 
-def session_start(r, a):
-    if a.get("audioChannelType") in CHANNELS:
-        r.host(r.session, "SetChannelCount", CHANNELS[a["audioChannelType"]])
-    r.app_version = a.get("appVersion", "4.0")
-    r.host(r.session, "SetSampleRate", signed32(a.get("sampleRate"), 48000) & NONE)
-    r.host(r.session, "SetDuration", signed64(a.get("duration"), 0))
-    r.host(r.session, "SetBitDepth", unsigned32(a.get("bitDepth"), 32))
-    r.host(r.session, "SetFormatDescription",
-           f"Vantor Tembra {r.app_version} Multitrack Session")
+def session_start(reader, given):
+    if given.get("audioChannelType") in CHANNELS:
+        reader.host(reader.session, "SetChannelCount", CHANNELS[given["audioChannelType"]])
+    reader.app_version = given.get("appVersion", "4.0")
+    reader.host(reader.session, "SetSampleRate", signed32(given.get("sampleRate"), 48000) & NONE)
+    reader.host(reader.session, "SetDuration", signed64(given.get("duration"), 0))
+    reader.host(reader.session, "SetBitDepth", unsigned32(given.get("bitDepth"), 32))
+    reader.host(reader.session, "SetFormatDescription",
+                f"Vantor Tembra {reader.app_version} Multitrack Session")
 
 
-def session_end(r):
-    r.host(r.session, "SetVersionDependentValue",
-           r.cti_position if r.app_version == "4.0" else r.selection_start)
-    r.advance()
+def session_end(reader):
+    reader.host(reader.session, "SetVersionDependentValue",
+                reader.cti_position if reader.app_version == "4.0" else reader.selection_start)
+    reader.advance()
 
 
-def file_start(r, a):
-    path = a.get("absolutePath", "")
-    if "relativePath" in a:
-        resolved = seen_from(a["relativePath"], r.location)
+def file_start(reader, given):
+    path = given.get("absolutePath", "")
+    if "relativePath" in given:
+        resolved = seen_from(given["relativePath"], reader.location)
         if not path or (not os.path.exists(path) and os.path.exists(resolved)):
             path = resolved
-    handler = a.get("mediaHandlerID", HANDLERS.get(a.get("mediaHandler"), ""))
-    file = r.host(r.session, "GetFile", unsigned32(a.get("id"), NONE))
-    r.host(file, "SetPath", path)
-    for operation, text in (("SetMediaHandler", handler), ("SetRecoveryId", a.get("recoveryID")),
-                            ("SetImporterPrivateSettings", a.get("importerPrivateSettings"))):
+    handler = given.get("mediaHandlerID", HANDLERS.get(given.get("mediaHandler"), ""))
+    file = reader.host(reader.session, "GetFile", unsigned32(given.get("id"), NONE))
+    reader.host(file, "SetPath", path)
+    for operation, text in (("SetMediaHandler", handler), ("SetRecoveryId", given.get("recoveryID")),
+                            ("SetImporterPrivateSettings", given.get("importerPrivateSettings"))):
         if text:
-            r.host(file, operation, text)
+            reader.host(file, operation, text)
 
 
-def audio_device_start(r, a):
-    if a:
-        r.host(r.session, "SetInputDeviceId", a.get("inputID", ""))
-        r.host(r.session, "SetOutputDeviceId", a.get("outputID", ""))
+def audio_device_start(reader, given):
+    if given:
+        reader.host(reader.session, "SetInputDeviceId", given.get("inputID", ""))
+        reader.host(reader.session, "SetOutputDeviceId", given.get("outputID", ""))
 
 
 def port_start(operation):
-    return lambda r, a: r.host(r.session, operation, signed32(a.get("id"), 0), a.get("name", ""))
+    return lambda reader, given: reader.host(reader.session, operation, signed32(given.get("id"), 0),
+                                             given.get("name", ""))
 
 
 # Tracks.
 
-def new_pending_track(a):
+def new_pending_track(given):
     return {"name": "", "height": 0, "hue": -1.0, "minimized": False, "channels": 0, "solo": False,
             "recordArmed": False, "monitoring": False, "soloSafe": False, "outputTrack": -1,
             "input": -1, "hardwareOutput": -1, "automationMode": 1,
-            "id": unsigned32(a.get("id"), NONE), "index": unsigned32(a.get("index"), 0)}
+            "id": unsigned32(given.get("id"), NONE), "index": unsigned32(given.get("index"), 0)}
 
 
 def track_start(kind):
-    def start(r, a):
-        track = r.pending_track = new_pending_track(a)
-        r.eq_pending = False
+    def start(reader, given):
+        track = reader.pending_track = new_pending_track(given)
+        reader.eq_pending = False
         if kind == 4:
-            r.track = r.host(r.host(r.session, "GetMetronomeInfo"), "GetTrack")
+            reader.track = reader.host(reader.host(reader.session, "GetMetronomeInfo"), "GetTrack")
         else:
-            r.track = r.host(r.session, "GetAudioTrack", track["id"])
-        if r.track is None:
+            reader.track = reader.host(reader.session, "GetAudioTrack", track["id"])
+        if reader.track is None:
             raise Stop("Invalid Track Id")
-        r.host(r.track, "SetIndex", track["index"])
-        r.host(r.track, "SetKind", kind)
-        r.host(r.track, "SetSelected", flag(a, "select"))
-        r.host(r.track, "SetAutomationLaneOpenState", flag(a, "automationLaneOpenState"))
-        r.host(r.track, "SetVisible", flag(a, "visible", True))
-        r.host(r.track, "SetPhaseInverted", flag(a, "phaseInverted"))
-        r.host(r.track, "SetPreRendered", flag(a, "preRendered"))
-        r.host(r.track, "SetSumToMono", flag(a, "sumtomono"))
-        if a.get("preRenderedFile"):
-            r.host(r.track, "SetPreRenderedFile", a["preRenderedFile"])
+        reader.host(reader.track, "SetIndex", track["index"])
+        reader.host(reader.track, "SetKind", kind)
+        reader.host(reader.track, "SetSelected", flag(given, "select"))
+        reader.host(reader.track, "SetAutomationLaneOpenState", flag(given, "automationLaneOpenState"))
+        reader.host(reader.track, "SetVisible", flag(given, "visible", True))
+        reader.host(reader.track, "SetPhaseInverted", flag(given, "phaseInverted"))
+        reader.host(reader.track, "SetPreRendered", flag(given, "preRendered"))
+        reader.host(reader.track, "SetSumToMono", flag(given, "sumtomono"))
+        if given.get("preRenderedFile"):
+            reader.host(reader.track, "SetPreRenderedFile", given["preRenderedFile"])
         if kind == 5:
-            instrument = r.host(r.track, "GetInstrument")
-            r.host(instrument, "SetMidiIn", a.get("midiIn", ""))
-            r.host(instrument, "SetMidiAll", flag(a, "midiAll"))
+            instrument = reader.host(reader.track, "GetInstrument")
+            reader.host(instrument, "SetMidiIn", given.get("midiIn", ""))
+            reader.host(instrument, "SetMidiAll", flag(given, "midiAll"))
     return start
 
 
-def video_track_start(r, a):
-    track = r.pending_track = new_pending_track(a)
-    r.eq_pending = False
-    r.video_track = r.host(r.session, "GetVideoTrack", track["id"])
-    r.host(r.video_track, "SetIndex", track["index"])
-    r.host(r.video_track, "SetSelected", flag(a, "select"))
+def video_track_start(reader, given):
+    track = reader.pending_track = new_pending_track(given)
+    reader.eq_pending = False
+    reader.video_track = reader.host(reader.session, "GetVideoTrack", track["id"])
+    reader.host(reader.video_track, "SetIndex", track["index"])
+    reader.host(reader.video_track, "SetSelected", flag(given, "select"))
 
 
-def track_parameters_start(r, a):
-    track = r.pending_track
-    track["height"] = signed32(a.get("trackHeight"), track["height"])
-    track["hue"] = real(a, "trackHue", track["hue"])
-    track["minimized"] = flag(a, "trackMinimized", track["minimized"])
+def track_parameters_start(reader, given):
+    track = reader.pending_track
+    track["height"] = signed32(given.get("trackHeight"), track["height"])
+    track["hue"] = real(given, "trackHue", track["hue"])
+    track["minimized"] = flag(given, "trackMinimized", track["minimized"])
 
 
-def track_name_end(r):
-    r.pending_track["name"] = r.trimmed()
+def track_name_end(reader):
+    reader.pending_track["name"] = reader.trimmed()
 
 
 def track_parameters_end(member):
-    def end(r):
-        track, target = r.pending_track, getattr(r, member)
-        r.host(target, "SetName", track["name"])
-        r.host(target, "SetHeight", track["height"])
-        r.host(target, "SetHue", track["hue"])
-        r.host(target, "SetMinimized", track["minimized"])
+    def end(reader):
+        track, target = reader.pending_track, getattr(reader, member)
+        reader.host(target, "SetName", track["name"])
+        reader.host(target, "SetHeight", track["height"])
+        reader.host(target, "SetHue", track["hue"])
+        reader.host(target, "SetMinimized", track["minimized"])
     return end
 
 
-def audio_parameters_start(r, a):
-    track = r.pending_track
-    track["channels"] = CHANNELS.get(a.get("audioChannelType"), track["channels"])
+def audio_parameters_start(reader, given):
+    track = reader.pending_track
+    track["channels"] = CHANNELS.get(given.get("audioChannelType"), track["channels"])
     for name in ("solo", "recordArmed", "monitoring", "soloSafe"):
-        track[name] = flag(a, name, track[name], tolerant)
-    track["automationMode"] = signed32(a.get("automationMode"), track["automationMode"])
+        track[name] = flag(given, name, track[name], tolerant)
+    track["automationMode"] = signed32(given.get("automationMode"), track["automationMode"])
 
 
-def audio_parameters_end(r):
-    track = r.pending_track
+def audio_parameters_end(reader):
+    track = reader.pending_track
     for operation, value in (
             ("SetAudioChannelType", "channels"), ("SetSolo", "solo"),
             ("SetRecordArmed", "recordArmed"), ("SetMonitoring", "monitoring"),
             ("SetSoloSafe", "soloSafe"), ("SetOutputTrack", "outputTrack"), ("SetInput", "input"),
             ("SetHardwareOutput", "hardwareOutput"), ("SetAutomationMode", "automationMode")):
-        r.host(r.track, operation, track[value])
+        reader.host(reader.track, operation, track[value])
 
 
-def track_output_start(r, a):
-    r.pending_track["outputTrack"] = r.pending_track["hardwareOutput"] = -1
-    target = "outputTrack" if a.get("type") == "trackID" else "hardwareOutput"
-    r.pending_track[target] = signed32(a.get("outputID"), -1)
+def track_output_start(reader, given):
+    reader.pending_track["outputTrack"] = reader.pending_track["hardwareOutput"] = -1
+    target = "outputTrack" if given.get("type") == "trackID" else "hardwareOutput"
+    reader.pending_track[target] = signed32(given.get("outputID"), -1)
 
 
-def track_input_start(r, a):
-    r.pending_track["input"] = signed32(a.get("inputID"), -1)
+def track_input_start(reader, given):
+    reader.pending_track["input"] = signed32(given.get("inputID"), -1)
 
 
-def send_list_start(r, a):
-    r.send_list = r.host(r.track, "GetSendList")
+def send_list_start(reader, given):
+    reader.send_list = reader.host(reader.track, "GetSendList")
 
 
-def send_slot_start(r, a):
-    if "slotIndex" not in a:
+def send_slot_start(reader, given):
+    if "slotIndex" not in given:
         return
-    r.send_slot = r.host(r.send_list, "AddSlot")
-    r.host(r.send_slot, "SetSlotIndex", unsigned32(a["slotIndex"], 0))
-    if "sendOutputID" in a:
-        r.host(r.send_slot, "SetSendOutputId", signed32(a["sendOutputID"], 0))
-    if "preFader" in a:
-        r.host(r.send_slot, "SetPreFader", strict(a["preFader"]))
-    if "destCompIndex" in a:
-        r.host(r.send_slot, "SetDestCompIndex", signed32(a["destCompIndex"], 0))
+    reader.send_slot = reader.host(reader.send_list, "AddSlot")
+    reader.host(reader.send_slot, "SetSlotIndex", unsigned32(given["slotIndex"], 0))
+    if "sendOutputID" in given:
+        reader.host(reader.send_slot, "SetSendOutputId", signed32(given["sendOutputID"], 0))
+    if "preFader" in given:
+        reader.host(reader.send_slot, "SetPreFader", strict(given["preFader"]))
+    if "destCompIndex" in given:
+        reader.host(reader.send_slot, "SetDestCompIndex", signed32(given["destCompIndex"], 0))
 
 
-def presets_start(r, a):
-    r.presets = []
+def presets_start(reader, given):
+    reader.presets = []
 
 
-def preset_start(r, a):
-    r.presets.append((unsigned32(a.get("id"), 0), a.get("name", ""), []))
+def preset_start(reader, given):
+    reader.presets.append((unsigned32(given.get("id"), 0), given.get("name", ""), []))
 
 
-def visibility_start(r, a):
-    if r.presets:
-        r.presets[-1][2].append((unsigned32(a.get("id"), 0),
-                                 exact_real32(a.get("trackHeight"), 0.0),
-                                 flag(a, "trackMinimized")))
+def visibility_start(reader, given):
+    if reader.presets:
+        reader.presets[-1][2].append((unsigned32(given.get("id"), 0),
+                                      exact_real32(given.get("trackHeight"), 0.0),
+                                      flag(given, "trackMinimized")))
 
 
-def presets_end(r):
-    for number, name, tracks in r.presets:
-        preset = r.host(r.session, "CreateTrackVisibilityPreset")
-        r.host(preset, "SetId", number)
-        r.host(preset, "SetName", name)
+def presets_end(reader):
+    for number, name, tracks in reader.presets:
+        preset = reader.host(reader.session, "CreateTrackVisibilityPreset")
+        reader.host(preset, "SetId", number)
+        reader.host(preset, "SetName", name)
         for track in tracks:
-            r.host(preset, "AddTrack", *track)
-    r.presets = []
+            reader.host(preset, "AddTrack", *track)
+    reader.presets = []
 
 
 # The metronome and what the editor keeps.
 
-def metronome_start(r, a):
-    r.metronome = r.host(r.session, "GetMetronomeInfo")
-    r.host(r.metronome, "SetEnabled", flag(a, "enabled"))
-    sounds = a.get("soundSet")
-    r.host(r.metronome, "SetSoundSet", SOUND_SETS.index(sounds) if sounds in SOUND_SETS else 8)
-    pattern = [BEATS.index(beat) for beat in a.get("pattern", "").split(" ") if beat in BEATS]
+def metronome_start(reader, given):
+    reader.metronome = reader.host(reader.session, "GetMetronomeInfo")
+    reader.host(reader.metronome, "SetEnabled", flag(given, "enabled"))
+    sounds = given.get("soundSet")
+    reader.host(reader.metronome, "SetSoundSet", SOUND_SETS.index(sounds) if sounds in SOUND_SETS else 8)
+    pattern = [BEATS.index(beat) for beat in given.get("pattern", "").split(" ") if beat in BEATS]
     if pattern:
-        r.host(r.metronome, "SetPattern", pattern)
+        reader.host(reader.metronome, "SetPattern", pattern)
 
 
-def global_track_info_start(r, a):
-    r.global_track_info = r.host(r.metronome, "GetGlobalTrackInfo")
+def global_track_info_start(reader, given):
+    reader.global_track_info = reader.host(reader.metronome, "GetGlobalTrackInfo")
     for name, operation in (("timeSigVisible", "SetTimeSigVisible"),
                             ("keySigVisible", "SetKeySigVisible"),
                             ("tempoVisible", "SetTempoVisible")):
-        if name in a:
-            r.host(r.global_track_info, operation, strict(a[name]))
+        if name in given:
+            reader.host(reader.global_track_info, operation, strict(given[name]))
 
 
 def global_events_end(operation):
-    return lambda r: content.set_block(r, r.global_track_info, operation)
+    return lambda reader: content.set_block(reader, reader.global_track_info, operation)
 
 
-def session_state_start(r, a):
-    r.cti_position = signed64(a.get("ctiPosition"), 0)
-    r.host(r.session, "SetCtiPosition", r.cti_position)
-    r.host(r.session, "SetSmpteStart", signed64(a.get("smpteStart"), 0))
+def session_state_start(reader, given):
+    reader.cti_position = signed64(given.get("ctiPosition"), 0)
+    reader.host(reader.session, "SetCtiPosition", reader.cti_position)
+    reader.host(reader.session, "SetSmpteStart", signed64(given.get("smpteStart"), 0))
 
 
-def selection_start(r, a):
-    r.selection_start = signed64(a.get("selectionStart"), 0)
-    r.host(r.session, "SetSelection", r.selection_start, signed64(a.get("selectionDuration"), 0))
+def selection_start(reader, given):
+    reader.selection_start = signed64(given.get("selectionStart"), 0)
+    reader.host(reader.session, "SetSelection", reader.selection_start,
+                signed64(given.get("selectionDuration"), 0))
 
 
-def view_start(r, a):
-    r.host(r.session, "SetViewState", signed64(a.get("horizontalViewStart"), 0),
-           signed64(a.get("horizontalViewDuration"), 0), signed32(a.get("trackControlsWidth"), 0),
-           signed32(a.get("verticalScrollOffset"), 0))
+def view_start(reader, given):
+    reader.host(reader.session, "SetViewState", signed64(given.get("horizontalViewStart"), 0),
+                signed64(given.get("horizontalViewDuration"), 0), signed32(given.get("trackControlsWidth"), 0),
+                signed32(given.get("verticalScrollOffset"), 0))
 
 
-def time_format_start(r, a):
-    shown = TIME_FORMATS.get(a.get("timeFormat"), 0)
-    rate = signed32(a.get("timeCodeFrameRate"), 0)
-    ntsc, drop = flag(a, "timeCodeNTSC", parse=tolerant), flag(a, "timeCodeDropFrame", parse=tolerant)
+def time_format_start(reader, given):
+    shown = TIME_FORMATS.get(given.get("timeFormat"), 0)
+    rate = signed32(given.get("timeCodeFrameRate"), 0)
+    ntsc = flag(given, "timeCodeNTSC", parse=tolerant)
+    drop = flag(given, "timeCodeDropFrame", parse=tolerant)
     if shown == 2 and ntsc:
         if rate == 24:
             shown = 14
@@ -260,35 +263,36 @@ def time_format_start(r, a):
             shown = 13 if drop else 12
         else:
             shown, rate = 4 if drop else 3, 30
-    r.host(r.session, "SetTimeFormat", shown, rate, ntsc, drop,
-           signed32(a.get("customFrameRate"), 0))
-    r.host(r.session, "SetLinkToDefaultTimeSettings",
-           flag(a, "linkToDefaultTimeSettings", True, tolerant))
-    r.host(r.session, "SetMusicalTime", real(a, "beatsPerMinute", 0.0),
-           *(signed32(a.get(name), 0) for name in ("beatsPerBar", "noteLength", "subdivisions")))
+    reader.host(reader.session, "SetTimeFormat", shown, rate, ntsc, drop,
+                signed32(given.get("customFrameRate"), 0))
+    reader.host(reader.session, "SetLinkToDefaultTimeSettings",
+                flag(given, "linkToDefaultTimeSettings", True, tolerant))
+    reader.host(reader.session, "SetMusicalTime", real(given, "beatsPerMinute", 0.0),
+                *(signed32(given.get(name), 0) for name in ("beatsPerBar", "noteLength", "subdivisions")))
 
 
-def mixing_options_start(r, a):
-    r.host(r.session, "SetPanMode", flag(a, "defaultPanModeLogarithmic", parse=tolerant),
-           real(a, "panPower", -3.0))
-    r.host(r.session, "SetPlayOverlappingClips", flag(a, "playOverlappingClips", parse=tolerant))
+def mixing_options_start(reader, given):
+    reader.host(reader.session, "SetPanMode", flag(given, "defaultPanModeLogarithmic", parse=tolerant),
+                real(given, "panPower", -3.0))
+    reader.host(reader.session, "SetPlayOverlappingClips",
+                flag(given, "playOverlappingClips", parse=tolerant))
 
 
-def properties_start(r, a):
-    r.properties = r.host(r.session, "GetProperties")
+def properties_start(reader, given):
+    reader.properties = reader.host(reader.session, "GetProperties")
 
 
-def property_start(r, a):
-    r.property_key = a.get("key", "")
+def property_start(reader, given):
+    reader.property_key = given.get("key", "")
 
 
-def property_end(r):
-    r.host(r.properties, "SetProperty", r.property_key, r.trimmed())
+def property_end(reader):
+    reader.host(reader.properties, "SetProperty", reader.property_key, reader.trimmed())
 
 
-def xmp_end(r):
-    r.host(r.session, "SetXmpMetadata", r.trimmed())
-    r.advance()
+def xmp_end(reader):
+    reader.host(reader.session, "SetXmpMetadata", reader.trimmed())
+    reader.advance()
 
 
 # The table: (name, states of the elements that it may stand in, own state, start, end).
@@ -305,8 +309,8 @@ MASTER, BUS, AUDIO, INSTRUMENT, VIDEO, METRONOME = 6, 7, 8, 9, 10, 12
 AUDIO_TRACKS = (MASTER, BUS, AUDIO, INSTRUMENT, METRONOME)
 
 
-def advance(r):
-    r.advance()
+def advance(reader):
+    reader.advance()
 
 
 TABLE = [

@@ -94,7 +94,7 @@ class Reader:
         self.progress = 0
         self.host = Host()
         self.session = self.host.session
-        self.track = self.video_track = self.instrument = None
+        self.track = self.video_track = None
         self.clip = self.midi_clip = self.video_clip = self.clip_group = None
         self.rack = self.slot = self.component = self.lane = None
         self.send_list = self.send_slot = None
