@@ -28,8 +28,8 @@ BROKEN = ("<", ">", "&", "&amp", "&#0;", "&#x1F;", "&#xFFFE;", "&#xD800;", "&#x1
 ENCODINGS = (("utf-8", None),) * 6 + (
     ("utf-8", "UTF-8"), ("utf-8", "utf-8"), ("utf-8-sig", "UTF-8"), ("utf-8-sig", None),
     ("iso-8859-1", "ISO-8859-1"), ("iso-8859-1", "iso-8859-1"), ("ascii", "US-ASCII"),
-    ("utf-16", "UTF-16"), ("utf-16", None), ("utf-16-le", "UTF-16"), ("utf-16-be", "UTF-16"))
-MARKS = {"utf-16-le": b"\xff\xfe", "utf-16-be": b"\xfe\xff"}
+    ("utf-16", "UTF-16"), ("utf-16", None), ("utf-16-be-sig", "UTF-16"), ("utf-16-be-sig", None),
+    ("utf-16-le", "UTF-16"), ("utf-16-be", "UTF-16"))
 ODD_DECLARATIONS = ('version="1.1"', 'version="1.1"', 'version="1.5"', 'version="2.0"', 'version="1"',
                     'version="1.0" standalone="yes"', "version='1.0' standalone='maybe'",
                     'version="1.0" encoding="x-unknown"', 'version="1.0" encoding="UTF-16"',
@@ -155,15 +155,21 @@ class Writer:
         rng.shuffle(chosen)
         known = str(rng.randrange(1, 5))
         written = {}
+
+        def write(key, text):
+            quote = rng.choice("\"\"\"'")
+            equals = "=" if not self.chance(self.noise) else rng.choice((" =", "= ", "\n=\t"))
+            written.setdefault(key, []).append(
+                f"{key}{equals}{quote}{self.escaped(text, quote)}{quote}")
+
         for attribute, kind in chosen:
-            text = known if kind == "known" else self.value(kind)
             plain = kind == "known" and self.chance(0.95)
             key = attribute if plain else self.prefixed(attribute, True)
             if key not in written or self.chance(0.02):
-                quote = rng.choice("\"\"\"'")
-                equals = "=" if not self.chance(self.noise) else rng.choice((" =", "= ", "\n=\t"))
-                written.setdefault(key, []).append(
-                    f"{key}{equals}{quote}{self.escaped(text, quote)}{quote}")
+                write(key, known if kind == "known" else self.value(kind))
+            other = self.prefixed(attribute, True)
+            if other not in written and self.chance(self.names / 4):
+                write(other, self.value("id" if kind == "known" else kind))
         return [text for texts in written.values() for text in texts]
 
     def element(self, name, depth):
@@ -193,7 +199,7 @@ class Writer:
             if self.left <= 0 or depth > 40:
                 break
             if self.chance(self.wrong) or not CHILDREN[name]:
-                self.element(rng.choice(NAMES), depth + 1)
+                self.element("orvo" if self.chance(0.05) else rng.choice(NAMES), depth + 1)
             else:
                 self.element(rng.choice(CHILDREN[name]), depth + 1)
         self.filler(True)
@@ -255,7 +261,10 @@ def encoded(rng, text):
     elif declared or rng.random() < 0.3:
         name = f' encoding="{declared}"' if declared else ""
         text = f'<?xml version="1.0"{name}?>{text}'
-    return MARKS.get(encoding, b"") + text.encode(encoding, "xmlcharrefreplace")
+    mark = b""
+    if encoding == "utf-16-be-sig":
+        encoding, mark = "utf-16-be", b"\xfe\xff"
+    return mark + text.encode(encoding, "xmlcharrefreplace")
 
 
 def damaged(rng, content):

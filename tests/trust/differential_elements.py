@@ -247,7 +247,8 @@ def selection_start(reader, given):
 
 def view_start(reader, given):
     reader.host(reader.session, "SetViewState", signed64(given.get("horizontalViewStart"), 0),
-                signed64(given.get("horizontalViewDuration"), 0), signed32(given.get("trackControlsWidth"), 0),
+                signed64(given.get("horizontalViewDuration"), 0),
+                signed32(given.get("trackControlsWidth"), 0),
                 signed32(given.get("verticalScrollOffset"), 0))
 
 

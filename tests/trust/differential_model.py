@@ -159,13 +159,10 @@ def local(name):
 
 
 def attribute_map(pairs):
-    """By local name: a plain name before one with a prefix, and of several prefixed the first."""
-    attributes = {}
-    for name, value in zip(pairs[::2], pairs[1::2]):
-        if NAMESPACE_END not in name:
-            attributes[name] = value
-    for name, value in zip(pairs[::2], pairs[1::2]):
-        attributes.setdefault(local(name), value)
+    """By local name: a plain name before one with a prefix, and of several prefixed the last."""
+    attributes = {local(name): value for name, value in zip(pairs[::2], pairs[1::2])}
+    attributes.update((name, value) for name, value in zip(pairs[::2], pairs[1::2])
+                      if NAMESPACE_END not in name)
     return attributes
 
 

@@ -4,7 +4,7 @@ their values, what may stand in it, and the kind of its text."""
 KEYWORDS = {
     "channels": ("mono", "stereo", "fivePointOne", "quad", "Mono"),
     "version": ("4.0", "4.0.1", "25.1", "", "@0", "4.0 "),
-    "control": ("trackFader", "trackMute", "trackPan", "trackEQ", "sendComponent", "sendPan",
+    "control": ("trackFader", "trackMute", "trackPan", "trackEQ", "trackEQ", "sendComponent", "sendPan",
                 "rackMix", "rackInput", "rackOutput", "clipGain", "clipMute", "clipPan",
                 "TrackFader", ""),
     "output": ("trackID", "hardwareOutput", "other"),

@@ -134,7 +134,7 @@ def judge(content, reply, outcome, counts):
     counts[known] += known is not None
     if well_formed is None:
         if known is None:
-            return f"expat says {reply.expat}, libxml2 {reply.libxml2}"
+            return f"expat says {reply.expat}, libxml2 {reply.libxml2}, the reader {reply.errors}"
         return refusal_problem(reply, outcome) if known == GUARD else None
     counts["well-formed" if well_formed else "ill-formed"] += 1
     if known == NAME:  # Python's own parser does not read it
