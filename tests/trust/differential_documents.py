@@ -2,6 +2,7 @@
 
 import base64
 import random
+import re
 
 from differential_shapes import ATTRIBUTES, CHILDREN, KEYWORDS, NAMES, TEXTS
 
@@ -36,6 +37,7 @@ ODD_DECLARATIONS = ('version="1.1"', 'version="1.1"', 'version="1.5"', 'version=
                     'version="1.0" encoding="windows-1252"', 'encoding="UTF-8"', "",
                     'version="1.0" encoding="UTF-8" encoding="UTF-8"', 'version="1.0"encoding="UTF-8"',
                     'VERSION="1.0"', 'version="1.0" encoding=""', 'version="1.0" encoding="-utf8"')
+SPECIAL = re.compile("[&<>\"'\t\n\r]")
 
 
 class Writer:
@@ -92,12 +94,15 @@ class Writer:
 
     def escaped(self, text, quote=None):
         """As content, or within quotes: any character may be a reference, some must."""
+        share = 0.1 if self.chance(0.15) else 0
+        if not share and not SPECIAL.search(text):
+            return text
         pieces = []
         for character in text:
             if character in "&<" or character == quote or (character == ">" and quote is None):
                 names = {"&": "&amp;", "<": "&lt;", ">": "&gt;", '"': "&quot;", "'": "&apos;"}
                 pieces.append(self.rng.choice((names[character], f"&#{ord(character)};")))
-            elif self.chance(0.02) or (character in "\r\n\t" and quote and self.chance(0.7)):
+            elif self.chance(share) or (character in "\r\n\t" and quote and self.chance(0.7)):
                 form = self.rng.choice(("&#{};", "&#x{:x};", "&#x{:04X};"))
                 pieces.append(form.format(ord(character)))
             else:

@@ -124,7 +124,8 @@ def replies(reader, folder, documents):
         if not line:
             raise RuntimeError(f"the reader ended with {run.returncode}: {run.stderr[-2000:]}")
         header = json.loads(line)
-        yield Reply(header, [json.loads(next(lines)) for _ in range(header["calls"])])
+        calls = ",".join(next(lines) for _ in range(header["calls"]))
+        yield Reply(header, json.loads(f"[{calls}]"))
 
 
 def judge(content, reply, outcome, counts):
