@@ -17,6 +17,8 @@ UNMARKED = "to be refused: UTF-16 with neither a mark nor a declaration, which t
 NAMESPACE = "judged by expat alone: a namespace that is no URI, which libxml2 refuses"
 XML_ID = "judged by expat alone: an xml:id that is no name, which libxml2 refuses"
 NAME = "judged by libxml2 alone: a name that the fifth edition of XML allows, and expat not"
+NUL = "judged by expat alone: a NUL character, which libxml2 lets pass"
+ORDINAL = "judged by libxml2 alone: a name with one of \u00aa, \u00b5 and \u00ba, which expat lets pass"
 HALF = "judged by libxml2 alone: half a character in UTF-16, which expat lets pass"
 
 # As expat and libxml2 number what they find.
@@ -57,11 +59,22 @@ def differs_in_xml_1_1(content):
 
 
 def has_half_character(content):
+    if encoding_of(content) == "utf-8":
+        return False
     try:
         content.decode(encoding_of(content))
     except UnicodeDecodeError:
         return True
     return False
+
+
+def has_ordinal(content, declared):
+    """Expat takes these for letters of names in every encoding but UTF-8."""
+    encoding = encoding_of(content)
+    if encoding == "utf-8" and (declared or "").upper() != "ISO-8859-1":
+        return False
+    text = content.decode("iso-8859-1" if encoding == "utf-8" else encoding, "replace")
+    return any(character in text for character in "\u00aa\u00b5\u00ba")
 
 
 # What a guard says, and what a document has then for certain.
@@ -105,13 +118,17 @@ def verdict(content, reply, outcome):
         return None, CONTRADICTION
     if expat == {UNKNOWN_ENCODING}:
         return None, ENCODING
-    if libxml2 and not expat and encoding_of(content) != "utf-8" and has_half_character(content):
+    if expat and not libxml2 and "\0" in content.decode(encoding_of(content), "replace"):
+        return False, NUL
+    ill_formed = libxml2 - {NO_URI, NO_XML_ID}
+    if ill_formed and not expat and has_half_character(content):
         return False, HALF
-    for code, name in ((NO_URI, NAMESPACE), (NO_XML_ID, XML_ID)):
-        if code in libxml2 and libxml2 <= {NO_URI, NO_XML_ID}:
-            return not expat, name
+    if ill_formed and not expat and has_ordinal(content, outcome.encoding):
+        return False, ORDINAL
     if expat == {INVALID_TOKEN} and FIFTH_EDITION.match(character_at_fault(content)):
-        return not libxml2, NAME
+        return not ill_formed, NAME
+    if libxml2 and not ill_formed:
+        return not expat, NAMESPACE if NO_URI in libxml2 else XML_ID
     if bool(expat) != bool(libxml2):
         return None, None
     return not expat, None

@@ -168,7 +168,7 @@ def attribute_map(pairs):
 
 class Outcome:
     """What came of a read. `well_formed` is None where the reader stopped before the end; `version`
-    is what the document declares."""
+    and `encoding` are what the document declares."""
 
     def __init__(self):
         self.calls = []
@@ -176,6 +176,7 @@ class Outcome:
         self.read = False
         self.skip_depth = 0
         self.version = None
+        self.encoding = None
 
 
 def read(document, location, skip_depth):
@@ -184,8 +185,9 @@ def read(document, location, skip_depth):
     parser.buffer_text = True
     parser.ordered_attributes = True
 
-    def declaration(version, _encoding, _standalone):
+    def declaration(version, encoding, _standalone):
         outcome.version = version
+        outcome.encoding = encoding
 
     parser.XmlDeclHandler = declaration
     parser.StartElementHandler = lambda name, pairs: reader.start(local(name), attribute_map(pairs))
