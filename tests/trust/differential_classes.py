@@ -18,7 +18,7 @@ NAMESPACE = "judged by expat alone: a namespace that is no URI, which libxml2 re
 XML_ID = "judged by expat alone: an xml:id that is no name, which libxml2 refuses"
 NAME = "judged by libxml2 alone: a name that the fifth edition of XML allows, and expat not"
 NUL = "judged by expat alone: a NUL character, which libxml2 lets pass"
-ORDINAL = "judged by libxml2 alone: a name with one of \u00aa, \u00b5 and \u00ba, which expat lets pass"
+ORDINAL = "judged by libxml2 alone: a name with U+00AA, U+00B5 or U+00BA, which expat lets pass"
 HALF = "judged by libxml2 alone: half a character in UTF-16, which expat lets pass"
 
 # As expat and libxml2 number what they find.
