@@ -30,6 +30,7 @@ FIFTH_EDITION = re.compile(
     "\u2070-\u218f\u2c00-\u2fef\u3001-\ud7ff\uf900-\ufdcf\ufdf0-\ufffd\U00010000-\U000effff]")
 # What XML 1.1 takes otherwise: as line ends, or as characters that must or may be references.
 XML_1_1_CHARACTERS = re.compile("[\u007f-\u009f\u2028]")
+MALFORMED_VERSION = re.compile(r"\ufeff?<\?xml\s+version\s*=\s*([\"'])1\.(?![0-9]+\1)")
 REFERENCES = re.compile("&#(?:x([0-9a-fA-F]+)|([0-9]+));")
 
 
@@ -80,6 +81,7 @@ def has_ordinal(content, declared):
 # What a guard says, and what a document has then for certain.
 GUARDS = {
     "no document type declaration": lambda text: "<!DOCTYPE" in text,
+    "the version in the XML declaration": lambda text: MALFORMED_VERSION.match(text),
     "nested deeper than the 256 levels": lambda text: text.count("<") > 256,
     "more than the 256 attributes": lambda text: text.count("=") > 256,
     "more than the 1024 names": lambda text: text.count("<") > 1024,
