@@ -192,11 +192,9 @@ protected:
             }
         }
         if constexpr (std::is_void_v<Result>) {
-            if (decision.kind == CallDecision::Kind::ReturnNumber) {
-                recording_.Report(record);
-                return;
+            if (decision.kind != CallDecision::Kind::ReturnNumber) {
+                Forward(record, member, arguments...);
             }
-            Forward(record, member, arguments...);
             (OutputList{record.outputs}.template Add<Parameters>(arguments), ...);
             recording_.Report(record);
         } else {

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <map>
+#include <stdexcept>
 
 #include "platform/kelappsupport/Features.h"
 #include "platform/kelcore/Strings.h"
 #include "plugin/serializer/States.h"
+#include "reference_host/SessionNode.h"
 #include "tests/support/SerializerFixture.h"
 #include "tests/support/SerializerTestAccess.h"
 
@@ -16,7 +18,9 @@
 namespace tses {
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::UnorderedElementsAreArray;
 using Calls = std::vector<std::string>;
 
 /// An element as its room wants it, and the call of the host that tells that it was understood
@@ -138,6 +142,34 @@ constexpr std::string_view kInstrumentElements[] = {
     "instrumentTrack",     "midiClip",          "midiEvents", "globalTrackInfo", "tempoEvents",
     "timeSignatureEvents", "keySignatureEvents"};
 
+constexpr std::string_view kMilestones[] = {
+    "session", "files", "tracks", "sessionState", "audioDevice", "clipGroups", "xmpMetadata"};
+
+constexpr std::string_view kElementsWithAnEnd[] = {"session",
+                                                   "files",
+                                                   "audioDevice",
+                                                   "tracks",
+                                                   "clipGroups",
+                                                   "sessionState",
+                                                   "name",
+                                                   "trackParameters",
+                                                   "trackAudioParameters",
+                                                   "component",
+                                                   "busConfig",
+                                                   "presetChunkData",
+                                                   "clip",
+                                                   "audioClip",
+                                                   "midiClip",
+                                                   "midiEvents",
+                                                   "videoClip",
+                                                   "clipGroup",
+                                                   "tempoEvents",
+                                                   "keySignatureEvents",
+                                                   "timeSignatureEvents",
+                                                   "xmpMetadata",
+                                                   "property",
+                                                   "trackVisibilityPresets"};
+
 /// What to put around an element so that it stands in a place where everything is alive.
 struct Context {
     std::string before;
@@ -190,7 +222,58 @@ TEST_F(ElementPlaces, OfTheseTestsAreAllPlacesOfTheTable) {
     for (const PlaceRow& row : kRows) {
         here.emplace_back(row.name, row.parent);
     }
-    EXPECT_THAT(here, testing::UnorderedElementsAreArray(inTable));
+    EXPECT_THAT(here, UnorderedElementsAreArray(inTable));
+}
+
+/// A serializer in the middle of a read, at the root.
+struct OpenRead {
+    OpenRead() { SerializerTestAccess::Attach(impl, &node->Edit()); }
+
+    const ElementEntry& EntryOf(const PlaceRow& row) const {
+        const ElementEntry* const entry =
+            SerializerTestAccess::Table(impl).Find(kelcore::UTF8to16(row.name), row.parent);
+        if (entry == nullptr) {
+            throw std::out_of_range(row.name);
+        }
+        return *entry;
+    }
+
+    refhost::Ref<refhost::SessionNode> node = refhost::SessionNode::Make();
+    Serializer::Impl impl{WriterFault{}};
+};
+
+// Of an element without children nobody else sees which State it pushes.
+TEST_F(ElementPlaces, EveryElementPushesItsOwnStateExactlyOnce) {
+    for (const PlaceRow& row : kRows) {
+        OpenRead read;
+        const ElementEntry& entry = read.EntryOf(row);
+        entry.onStart(entry.name, {{u"id", u"1"}});
+        EXPECT_THAT(SerializerTestAccess::Stack(read.impl), ElementsAre(states::unknown, row.state))
+            << row.name << " under " << row.parent;
+    }
+}
+
+TEST_F(ElementPlaces, TheEndsThatDoSomethingAreThese) {
+    for (const PlaceRow& row : kRows) {
+        // The name of the session itself is accepted and dropped.
+        const bool dropped = row.name == std::string_view("name") && row.parent == states::session;
+        EXPECT_EQ(!OpenRead().EntryOf(row).onEnd.empty(),
+                  std::ranges::count(kElementsWithAnEnd, row.name) > 0 && !dropped)
+            << row.name << " under " << row.parent;
+    }
+}
+
+TEST_F(ElementPlaces, OnlyTheEndsOfTheMilestonesAdvanceTheProgress) {
+    for (const PlaceRow& row : kRows) {
+        OpenRead read;
+        const ElementEntry& entry = read.EntryOf(row);
+        if (entry.onEnd) {
+            entry.onEnd(entry.name);
+        }
+        EXPECT_EQ(static_cast<std::ptrdiff_t>(read.node->Reports().size()),
+                  std::ranges::count(kMilestones, row.name))
+            << row.name << " under " << row.parent;
+    }
 }
 
 TEST_F(ElementPlaces, EveryElementUnderEachOfItsParentsReachesTheHost) {

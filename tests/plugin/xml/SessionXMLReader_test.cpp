@@ -50,6 +50,16 @@ TEST_F(SessionXMLReaderTest, AnUnprefixedAttributeWinsOverAPrefixedOneOfItsName)
     EXPECT_EQ(events.lines.at(1), "<a||a b=plain");
 }
 
+TEST_F(SessionXMLReaderTest, AnUnprefixedAttributeWinsWhereverItStandsAmongPrefixedOnesOfItsName) {
+    for (const char* const attributes :
+         {"b='plain' p:b='1' q:b='2'", "p:b='1' b='plain' q:b='2'", "p:b='1' q:b='2' b='plain'"}) {
+        events.lines.clear();
+        EXPECT_TRUE(
+            ParseText(std::string("<a xmlns:p='urn:x' xmlns:q='urn:y' ") + attributes + "/>"));
+        EXPECT_EQ(events.lines.at(1), "<a||a b=plain") << attributes;
+    }
+}
+
 TEST_F(SessionXMLReaderTest, CharacterDataThatTheParserSplitsArrivesInSeveralPieces) {
     EXPECT_TRUE(ParseText("<a>one &amp; two<![CDATA[ three]]></a>"));
     const std::vector<std::string> pieces(events.lines.begin() + 2, events.lines.end() - 2);

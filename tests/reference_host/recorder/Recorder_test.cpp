@@ -324,6 +324,20 @@ TEST_F(RecorderOfAWrite, OutputsAreReportedApartFromArguments) {
                 ElementsAre(TraceValue(std::int64_t{1}), TraceValue(std::int64_t{5})));
 }
 
+TEST(RecorderOfAWriteWithFaults, OutputsOfACallThatIsKeptFromTheHostAreWhatStoodInThem) {
+    WriteHost host;
+    std::vector<CallRecord> calls;
+    Recorder recorder{
+        {.sink = [&](const CallRecord& call) { calls.push_back(call); },
+         .interceptor = [](const CallRecord&) { return CallDecision::ReturnNumber(7); },
+         .recordReferences = false}};
+    bool logarithmic = false;
+    double panPower = 2.5;
+    recorder.Wrap(host).GetPanMode(logarithmic, panPower);
+    EXPECT_FALSE(logarithmic);
+    EXPECT_THAT(calls.at(0).outputs, ElementsAre(TraceValue(false), TraceValue(2.5)));
+}
+
 TEST_F(RecorderOfAWrite, TheContextIsGivenAsItIsAndNotHeld) {
     EXPECT_EQ(session.GetContext(), &host.context);
     EXPECT_EQ(host.context.references, 0);

@@ -1,9 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
+#include "reference_host/SessionNode.h"
+#include "reference_host/recorder/Recorder.h"
 #include "tests/plugin/elements/ElementFixture.h"
+#include "tests/plugin/elements/HostOutputs.h"
 
 namespace tses {
 namespace {
@@ -250,6 +254,24 @@ TEST_F(AudioClips, AComponentThatTheHostDoesNotHaveIsDropped) {
                 ElementsAre("IEditAudioClip#3.GetClipPanComponent() -> null"));
 }
 
+TEST_F(AudioClips, AClipIsGivenBackWhenItsElementEnds) {
+    folder.Write("session.orvo",
+                 "<orvo><session><tracks><audioTrack id='1'><audioClip id='5'/></audioTrack>"
+                 "<videoTrack id='2'/></tracks></session></orvo>");
+    std::vector<std::string> calls;
+    refhost::Recorder::Options options;
+    options.recordReferences = true;
+    options.sink = [&calls](const refhost::CallRecord& call) {
+        calls.push_back(call.interfaceName + "." + std::string(call.operation));
+    };
+    const auto node = refhost::SessionNode::Make();
+    refhost::Recorder recorder(options);
+    EXPECT_TRUE(serializer->Read(Path(), Retain(&recorder.Wrap(node->Edit()))));
+    const auto released = std::ranges::find(calls, "IEditAudioClip.Release");
+    const auto next = std::ranges::find(calls, "IEditSession.GetVideoTrack");
+    EXPECT_LT(released - calls.begin(), next - calls.begin());
+}
+
 // Writing
 
 AudioClip Sample() {
@@ -373,6 +395,14 @@ TEST_F(AudioClips, AnEditParameterWithoutASlotIsNotWritten) {
     clip.editParameters = {{4294967295, 1}, {4294967294, 2}};
     EXPECT_THAT(ChildrenIn(WrittenElement("audioClip", WithClips({clip}))),
                 ElementsAre("editParameter"));
+}
+
+TEST_F(AudioClips, AnEditParameterIsAskedForWithNoSlotAndTheFirstParameter) {
+    AudioClip clip;
+    clip.editParameters = {{1, 2}};
+    const auto outputs = test::OutputsBefore("IQueryAudioClip.GetEditParameter",
+                                             WithTrack(WithClips({clip})), *serializer, Path());
+    EXPECT_THAT(outputs, ElementsAre(ElementsAre(std::uint64_t{4294967295}, std::uint64_t{0})));
 }
 
 TEST_F(AudioClips, SurviveAWriteAndARead) {

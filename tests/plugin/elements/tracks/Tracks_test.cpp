@@ -6,6 +6,7 @@
 #include "platform/kelappsupport/Features.h"
 #include "reference_host/SessionNode.h"
 #include "tests/plugin/elements/ElementFixture.h"
+#include "tests/plugin/elements/HostOutputs.h"
 #include "tests/support/SerializerTestAccess.h"
 
 namespace tses {
@@ -411,6 +412,14 @@ TEST_F(Tracks, TextsThatTheHostReportsAsNullAreEmpty) {
     EXPECT_THAT(
         WrittenElement("audioTrack", track, Null("IQueryAudioTrackPrivate.GetPreRenderedFile")),
         Not(HasSubstr("preRenderedFile")));
+}
+
+TEST_F(Tracks, AnEditParameterIsAskedForWithNoSlotAndTheFirstParameter) {
+    AudioTrack track;
+    track.editParameters = {{1, 2}};
+    const auto outputs = test::OutputsBefore("IQueryAudioTrackPrivate.GetEditParameter",
+                                             WithTrack(track), *serializer, Path());
+    EXPECT_THAT(outputs, ElementsAre(ElementsAre(std::uint64_t{4294967295}, std::uint64_t{0})));
 }
 
 }  // namespace

@@ -1,0 +1,35 @@
+#include "tests/plugin/elements/HostOutputs.h"
+
+#include <gtest/gtest.h>
+
+#include "reference_host/SessionNode.h"
+#include "reference_host/recorder/Recorder.h"
+
+namespace test {
+
+std::vector<std::vector<refhost::TraceValue>> OutputsBefore(std::string_view operation,
+                                                            const refhost::model::Session& session,
+                                                            tses::Serializer& serializer,
+                                                            const std::u16string& path) {
+    const auto isMeant = [operation](const refhost::CallRecord& call) {
+        return call.interfaceName + "." + std::string(call.operation) == operation;
+    };
+    std::vector<std::vector<refhost::TraceValue>> outputs;
+    refhost::Recorder::Options options;
+    options.sink = [&](const refhost::CallRecord& call) {
+        if (isMeant(call)) {
+            outputs.push_back(call.outputs);
+        }
+    };
+    // Keeps the host from filling them.
+    options.interceptor = [&](const refhost::CallRecord& call) {
+        return isMeant(call) ? refhost::CallDecision::ReturnNumber(0)
+                             : refhost::CallDecision::Forward();
+    };
+    const auto node = refhost::SessionNode::Make(session);
+    refhost::Recorder recorder(options);
+    EXPECT_TRUE(serializer.Write(path, tses::Retain(&recorder.Wrap(node->Query()))));
+    return outputs;
+}
+
+}  // namespace test

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "plugin/serializer/Serializer.h"
+#include "reference_host/model/Session.h"
+#include "reference_host/recorder/CallRecord.h"
+
+namespace test {
+
+/// What stands in the outputs of a host's operation before each of its calls, while a session is
+/// written to a path. An operation is named as in a fault plan: "IQuerySession.GetSelection".
+std::vector<std::vector<refhost::TraceValue>> OutputsBefore(std::string_view operation,
+                                                            const refhost::model::Session& session,
+                                                            tses::Serializer& serializer,
+                                                            const std::u16string& path);
+
+}  // namespace test
