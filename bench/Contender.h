@@ -15,9 +15,9 @@ struct Contender {
     std::string name;  ///< its key in reports
     /// Does the work; false if it could not be done.
     std::function<bool()> run;
-    /// Before and after each run, not measured; either may be empty.
-    std::function<void()> prepare{};
-    std::function<void()> finish{};
+    /// Before and after each run, not measured.
+    std::function<void()> prepare = [] {};
+    std::function<void()> finish = [] {};
 };
 
 /// The first is what the others are compared with.

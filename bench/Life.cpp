@@ -48,8 +48,11 @@ double MedianLoad() {
 refhost::model::Session MakeSmallSession(kelcore::uint64 seed) {
     refhost::model::Session session =
         toolkit::GenerateSession({.tracks = 1, .clips = 0, .slots = 0, .keyframes = 0}, seed);
-    session.audioTracks.front().effectsRack.reset();
-    session.audioTracks.front().eq.reset();
+    refhost::model::AudioTrack& track = session.audioTracks.front();
+    track.effectsRack.reset();
+    track.mute.reset();
+    track.pan.reset();
+    track.eq.reset();
     session.trackVisibilityPresets.clear();
     session.properties.clear();
     session.metronome.globalTrackInfo.reset();

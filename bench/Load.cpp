@@ -29,16 +29,19 @@ struct Registrar final : tses::IPlugInRegistrar {
     }
 };
 
-bool Load(const char* path, tses::IPlugInRegistrar* registrar) {
+tses::SessionInterfaceFunction* Load(const char* path) {
     void* const library = dlopen(path, RTLD_NOW | RTLD_LOCAL);
     void* const symbol = library != nullptr ? dlsym(library, tses::kSessionInterfaceName) : nullptr;
     if (symbol == nullptr) {
         std::fprintf(stderr, "orvo-bench-load: %s\n", dlerror());
-        return false;
+        return nullptr;
     }
-    auto* const function = reinterpret_cast<tses::SessionInterfaceFunction*>(symbol);
-    const auto initialize = static_cast<kelcore::int32>(tses::SessionSelector::Initialize);
-    return function(initialize, registrar) == 0;
+    return reinterpret_cast<tses::SessionInterfaceFunction*>(symbol);
+}
+
+void Call(tses::SessionInterfaceFunction* function, tses::SessionSelector selector,
+          tses::IPlugInRegistrar* registrar) {
+    function(static_cast<kelcore::int32>(selector), registrar);
 }
 
 }  // namespace
@@ -50,8 +53,13 @@ int main(int count, char** arguments) {
     }
     Registrar registrar;
     const auto start = std::chrono::steady_clock::now();
-    const bool loaded = Load(arguments[1], &registrar) && registrar.registered;
+    tses::SessionInterfaceFunction* const function = Load(arguments[1]);
+    if (function == nullptr) {
+        return 1;
+    }
+    Call(function, tses::SessionSelector::Initialize, &registrar);
     const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
+    Call(function, tses::SessionSelector::Terminate, nullptr);
     std::printf("%.6f\n", took.count());
-    return loaded ? 0 : 1;
+    return registrar.registered ? 0 : 1;
 }

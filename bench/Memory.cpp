@@ -7,32 +7,17 @@
 #include "bench/PeakMemory.h"
 
 namespace bench {
-namespace {
-
-void Prepare(const Contender& contender) {
-    if (contender.prepare) {
-        contender.prepare();
-    }
-}
-
-void Finish(const Contender& contender) {
-    if (contender.finish) {
-        contender.finish();
-    }
-}
-
-}  // namespace
 
 MemoryUse MeasureMemory(const Contender& contender) {
     RunOnce(contender);
-    Prepare(contender);
+    contender.prepare();
     MemoryUse use;
     const PeakMemory peak;
     const std::uint64_t before = AllocationCount();
     const bool done = contender.run();
     use.allocations = AllocationCount() - before;
     use.peakKib = peak.Kib();
-    Finish(contender);
+    contender.finish();
     if (!done) {
         throw std::runtime_error(contender.name + " could not do the work");
     }
@@ -40,11 +25,11 @@ MemoryUse MeasureMemory(const Contender& contender) {
 }
 
 std::uint64_t CountAllocations(const Contender& contender) {
-    Prepare(contender);
+    contender.prepare();
     const std::uint64_t before = AllocationCount();
     contender.run();
     const std::uint64_t allocations = AllocationCount() - before;
-    Finish(contender);
+    contender.finish();
     return allocations;
 }
 

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
 #include "bench/BareParsers.h"
+#include "bench/FileBytes.h"
 #include "bench/Program.h"
 #include "bench/ReadContenders.h"
 #include "bench/Report.h"
@@ -29,14 +29,6 @@ struct Options {
     std::string alone;              // one contender, whose memory is to be measured
     std::vector<std::string> cuts;  // then: the two beginnings of the file
 };
-
-std::string ContentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        throw std::runtime_error(path + " cannot be opened");
-    }
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // What is allocated in the steady state is the difference between two beginnings of the file: what
 // a parser needs for itself, and for its report that the file ends too early, is the same in both.
@@ -75,7 +67,7 @@ void PrintMemory(refhost::Plugin& plugin, const Options& options) {
 
 void AddMemory(const Options& options, Report& report) {
     const WorkFolder folder(options.folder);
-    const std::string content = ContentOf(options.file);
+    const std::string content = BytesOf(options.file);
     const std::string first = WriteCut(content, kFirstCut, folder.Path() + "/first.orvo");
     const std::string second = WriteCut(content, kSecondCut, folder.Path() + "/second.orvo");
     report.steadyElements = CountElements(second) - CountElements(first);
@@ -92,6 +84,9 @@ void Run(const Options& options) {
     if (!options.alone.empty()) {
         PrintMemory(plugin, options);
         return;
+    }
+    if (!ParseWithXerces(options.file)) {
+        throw std::runtime_error(options.file + " is not well-formed, or cannot be opened");
     }
     const Contenders contenders = MakeReadContenders(plugin, options.file);
     Report report = {.title = "reading " + options.file,

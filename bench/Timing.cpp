@@ -31,27 +31,15 @@ double WallMs() {
     return std::chrono::duration<double, std::milli>(now).count();
 }
 
-void Prepare(const Contender& contender) {
-    if (contender.prepare) {
-        contender.prepare();
-    }
-}
-
-void Finish(const Contender& contender) {
-    if (contender.finish) {
-        contender.finish();
-    }
-}
-
 /// The mean of some runs.
 Sample Take(const Contender& contender, std::size_t runs) {
     Sample sum;
     for (std::size_t i = 0; i < runs; ++i) {
-        Prepare(contender);
+        contender.prepare();
         const Sample before = {WallMs(), UserMs()};
         const bool done = contender.run();
         const Sample after = {WallMs(), UserMs()};
-        Finish(contender);
+        contender.finish();
         if (!done) {
             throw std::runtime_error(contender.name + " could not do the work");
         }

@@ -1,12 +1,11 @@
 #include <fmt/format.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 
 #include "bench/BareParsers.h"
+#include "bench/FileBytes.h"
 #include "bench/Program.h"
 #include "bench/Report.h"
 #include "bench/Verb.h"
@@ -27,11 +26,6 @@ struct Options {
     std::string alone;  // one contender, whose memory is to be measured
 };
 
-std::string ContentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 /// In a program of its own.
 void PrintMemory(WriteContenders& writers, const std::string& name) {
     fmt::print("{}\n", ToText(MeasureMemory(writers.Make(name))));
@@ -49,9 +43,9 @@ void AddMemory(const Options& options, Report& report) {
 
 /// All have written by now.
 void CompareFiles(const WriteContenders& writers, Report& report) {
-    const std::string shown = ContentOf(writers.OutputOf(kReferenceHost));
+    const std::string shown = BytesOf(writers.OutputOf(kReferenceHost));
     for (const char* const name : {kFloor, kNullHost}) {
-        report.sameBytes[name] = ContentOf(writers.OutputOf(name)) == shown;
+        report.sameBytes[name] = BytesOf(writers.OutputOf(name)) == shown;
     }
 }
 

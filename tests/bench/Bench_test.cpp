@@ -101,7 +101,7 @@ TEST_F(BenchTest, WhatCannotBeMeasuredIsAFailureThatNamesIt) {
         for (const char* const file : {"b.orvo", "c.orvo"}) {
             const test::Outcome outcome = Run({verb, file});
             EXPECT_EQ(outcome.exitCode, 1);
-            EXPECT_THAT(outcome.errors, StartsWith("orvo-bench: "));
+            EXPECT_THAT(outcome.errors, StartsWith(std::string("orvo-bench: ") + file));
             EXPECT_EQ(outcome.output, "");
         }
     }

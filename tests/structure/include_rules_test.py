@@ -24,7 +24,7 @@ PROJECT_RULES = (
     ("cli", (r"toolkit/.*", r"reference_host/.*", r"platform/.*")),
     ("tests", (r".*",)),
     ("fuzz", (r".*",)),
-    ("bench", (r".*",)),
+    ("bench", (r"toolkit/.*", r"reference_host/.*", r"host/.*", r"platform/.*")),
 )
 
 # Which files may include headers of a library: patterns of the including path. Libraries that are not
