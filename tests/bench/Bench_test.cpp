@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/Process.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/cli/Tool.h"
 
 using nlohmann::json;
 using testing::HasSubstr;
@@ -20,7 +19,8 @@ const std::vector<std::string> kContenders = {"floor", "plugin_null_host", "plug
 class BenchTest : public testing::Test {
 protected:
     test::Outcome Run(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), ORVO_BENCH_PATH);
+        arguments.insert(arguments.begin(),
+                         std::filesystem::path(test::ToolPath()).replace_filename("orvo-bench"));
         return test::Run({.arguments = std::move(arguments), .folder = folder_.Path().string()});
     }
 
@@ -33,10 +33,8 @@ protected:
     }
 
     void Generate() const {
-        const test::Outcome outcome =
-            test::Run({.arguments = {ORVO_TOOL_PATH, "generate", "--tracks", "3", "--clips", "4",
-                                     "--keyframes", "4", "a.orvo"},
-                       .folder = folder_.Path().string()});
+        const test::Outcome outcome = test::RunTool(
+            {"generate", "--tracks", "3", "--clips", "4", "--keyframes", "4", "a.orvo"}, folder_);
         ASSERT_EQ(outcome.exitCode, 0) << outcome.errors;
     }
 

@@ -21,7 +21,7 @@ protected:
     }
 
 private:
-    refhost::Plugin plugin_{ORVO_PLUGIN_PATH};
+    refhost::Plugin plugin_;
 };
 
 TEST_F(NullHostTest, TakesTheGoldenFilesWhole) {

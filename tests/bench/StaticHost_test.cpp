@@ -43,7 +43,7 @@ protected:
     }
 
     test::TemporaryFolder folder_;
-    refhost::Plugin plugin_{ORVO_PLUGIN_PATH};
+    refhost::Plugin plugin_;
 };
 
 std::vector<std::filesystem::path> StoredSessions() {
