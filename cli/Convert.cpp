@@ -4,11 +4,11 @@
 #include <filesystem>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 
 #include "cli/Messages.h"
 #include "cli/ProgressBar.h"
+#include "cli/SaveSession.h"
 #include "cli/SessionFile.h"
 #include "cli/StandardStreams.h"
 #include "cli/Verb.h"
@@ -120,36 +120,6 @@ std::optional<Session> ReadJson(const std::string& name) {
 
 // Writing
 
-ExitCode FailToSave(const std::string& subject, const std::vector<std::string>& reasons) {
-    if (reasons.empty()) {
-        Complain({.subject = subject, .what = "was not saved"});
-    }
-    for (const std::string& reason : reasons) {
-        Complain({.subject = subject, .what = "was not saved", .advice = reason});
-    }
-    return ExitCode::Failure;
-}
-
-std::vector<std::string> SaveOrvo(refhost::Plugin& plugin, Session session, const std::string& path,
-                                  const std::string& subject) {
-    ProgressBar bar("writing " + subject);
-    refhost::WriteOptions options;
-    options.progress = [&](const refhost::Progress& progress) {
-        bar.Update(progress.done, progress.total);
-    };
-    const refhost::WriteResult written =
-        refhost::WriteSession(plugin, FullPathOf(path), std::move(session), options);
-    if (written.result == tses::SessionResult::Ok) {
-        for (const std::string& remark :
-             std::set(written.messages.begin(), written.messages.end())) {
-            Complain({.subject = subject, .what = "saved", .advice = remark});
-        }
-        return {};
-    }
-    return written.messages.empty() ? std::vector<std::string>{"the plug-in refused to write it"}
-                                    : written.messages;
-}
-
 std::vector<std::string> SaveText(const std::string& text, const std::string& path) {
     kelcore::File file(kelcore::PathFromBytes(path));
     try {
@@ -161,24 +131,6 @@ std::vector<std::string> SaveText(const std::string& text, const std::string& pa
     } catch (const kelcore::file_exception& failure) {
         return {failure.MessageFor(file.FullPath())};
     }
-}
-
-ExitCode WriteToStream(const std::string& content) {
-    std::fwrite(content.data(), 1, content.size(), stdout);
-    return ExitCode::Good;  // a failure shows when the tool ends
-}
-
-ExitCode WriteOrvo(refhost::Plugin& plugin, Session session, const std::string& name) {
-    if (name != kStream) {
-        const auto reasons = SaveOrvo(plugin, std::move(session), name, name);
-        return reasons.empty() ? ExitCode::Good : FailToSave(name, reasons);
-    }
-    const TemporarySession spooled;
-    const auto reasons = SaveOrvo(plugin, std::move(session), spooled.Path(), "standard output");
-    if (!reasons.empty()) {
-        return FailToSave("standard output", reasons);
-    }
-    return WriteToStream(std::get<std::string>(toolkit::ReadFileContent(spooled.Path())));
 }
 
 ExitCode WriteJson(const Session& session, const std::string& name) {
@@ -201,7 +153,7 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
     if (!session) {
         return ExitCode::Failure;
     }
-    return to == Kind::Orvo ? WriteOrvo(*plugin, std::move(*session), options.out)
+    return to == Kind::Orvo ? SaveSession(*plugin, std::move(*session), options.out)
                             : WriteJson(*session, options.out);
 }
 

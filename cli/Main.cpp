@@ -19,6 +19,7 @@ constexpr const char* kExamples =
   orvo trace song.orvo                 every call that a host gets while it is read
   orvo convert song.orvo song.json     the whole session as JSON
   orvo convert song.json copy.orvo     and back
+  orvo generate song.orvo              a session to try things on
 
 Exit status: 0 good, 1 something is wrong or failed, 2 the command line makes no sense.)";
 
@@ -64,6 +65,7 @@ cli::ExitCode RunTool(int argumentCount, const char* const* arguments) {
     cli::AddInfo(tool, action);
     cli::AddTrace(tool, action);
     cli::AddConvert(tool, action);
+    cli::AddGenerate(tool, action);
     try {
         tool.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& outcome) {

@@ -15,5 +15,6 @@ using Action = std::function<ExitCode()>;
 void AddInfo(CLI::App& tool, Action& chosen);
 void AddTrace(CLI::App& tool, Action& chosen);
 void AddConvert(CLI::App& tool, Action& chosen);
+void AddGenerate(CLI::App& tool, Action& chosen);
 
 }  // namespace cli

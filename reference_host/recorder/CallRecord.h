@@ -46,6 +46,9 @@ struct CallRecord {
     std::optional<TraceValue> value;
     /// What the call left in its outputs, but for the bytes of a buffer.
     std::vector<TraceValue> outputs;
+    /// The buffer that the call was given to fill, valid while the sink runs; null for none. The
+    /// object told the size of it in an earlier call.
+    const kelcore::byte* buffer = nullptr;
 };
 
 /// Receives each call when it is over, also one that threw.

@@ -132,14 +132,16 @@ struct ArgumentList {
 
 /// Lists what a call left in its outputs.
 struct OutputList {
-    std::vector<TraceValue>& values;
+    CallRecord& record;
 
     template <class Parameter>
     void Add(std::type_identity_t<Parameter> argument) const {
         if constexpr (std::is_lvalue_reference_v<Parameter>) {
-            values.push_back(ToTraceValue(argument));
-        } else if constexpr (kIsOutput<Parameter> && !std::same_as<Parameter, kelcore::byte*>) {
-            values.push_back(ToTraceValue(*argument));
+            record.outputs.push_back(ToTraceValue(argument));
+        } else if constexpr (std::same_as<Parameter, kelcore::byte*>) {
+            record.buffer = argument;
+        } else if constexpr (kIsOutput<Parameter>) {
+            record.outputs.push_back(ToTraceValue(*argument));
         }
     }
 };
@@ -195,11 +197,11 @@ protected:
             if (decision.kind != CallDecision::Kind::ReturnNumber) {
                 Forward(record, member, arguments...);
             }
-            (OutputList{record.outputs}.template Add<Parameters>(arguments), ...);
+            (OutputList{record}.template Add<Parameters>(arguments), ...);
             recording_.Report(record);
         } else {
             Result result = Forward(record, member, arguments...);
-            (OutputList{record.outputs}.template Add<Parameters>(arguments), ...);
+            (OutputList{record}.template Add<Parameters>(arguments), ...);
             return Finish<Result>(record, result);
         }
     }

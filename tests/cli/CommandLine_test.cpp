@@ -21,7 +21,8 @@ TEST_F(CommandLineTest, HelpShowsExamplesOnStandardOutput) {
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
                                                       {"info", "--help"},
                                                       {"trace", "--help"},
-                                                      {"convert", "-h"}}) {
+                                                      {"convert", "-h"},
+                                                      {"generate", "--help"}}) {
         const Outcome outcome = RunTool(arguments, folder_);
         EXPECT_THAT(outcome.output, HasSubstr("Examples:"));
         EXPECT_EQ(outcome.errors, "");

@@ -24,7 +24,7 @@ PROJECT_RULES = (
     ("cli", (r"toolkit/.*", r"reference_host/.*", r"platform/.*")),
     ("tests", (r".*",)),
     ("fuzz", (r".*",)),
-    ("bench", (r".*",)),
+    ("bench", (r"toolkit/.*", r"reference_host/.*", r"host/.*", r"platform/.*")),
 )
 
 # Which files may include headers of a library: patterns of the including path. Libraries that are not
@@ -33,9 +33,10 @@ LIBRARY_RULES = (
     (r"xercesc/", (r"platform/kelcore/BinaryText\.cpp", r"plugin/xml/.*", r"toolkit/DocumentScan\.cpp", r"tests/.*", r"bench/.*")),
     (r"boost/", (r"platform/.*", r"plugin/.*", r"reference_host/.*", r"tests/.*")),
     (r"spdlog/", (r"platform/.*", r"tests/.*")),
-    (r"nlohmann/", (r"reference_host/.*", r"toolkit/.*", r"cli/.*", r"tests/.*")),
-    (r"CLI/", (r"cli/.*",)),
-    (r"(gtest|gmock|rapidcheck|expat|libxml)", (r"tests/.*",)),
+    (r"nlohmann/", (r"reference_host/.*", r"toolkit/.*", r"cli/.*", r"tests/.*", r"bench/.*")),
+    (r"CLI/", (r"cli/.*", r"bench/.*")),
+    (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),
+    (r"(expat|libxml|pugixml)", (r"tests/.*", r"bench/.*")),
 )
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)

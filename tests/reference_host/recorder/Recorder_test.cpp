@@ -10,6 +10,9 @@
 #include <utility>
 #include <vector>
 
+#include "host/GlobalTrackInfo.h"
+#include "host/Metronome.h"
+#include "reference_host/SessionNode.h"
 #include "reference_host/recorder/CallJson.h"
 #include "tests/reference_host/recorder/HostStubs.h"
 
@@ -342,6 +345,24 @@ TEST_F(RecorderOfAWrite, TheContextIsGivenAsItIsAndNotHeld) {
     EXPECT_EQ(session.GetContext(), &host.context);
     EXPECT_EQ(host.context.references, 0);
     EXPECT_EQ(calls.at(0).returned, (ObjectResult{"IHostObject", 2}));
+}
+
+TEST(Recorder, ABufferIsShownFilledWhileTheCallIsReported) {
+    const auto node = SessionNode::Make(
+        {.metronome = {.globalTrackInfo = model::GlobalTrackInfo{.tempoEvents = {7, 8}}}});
+    std::vector<int> shown;
+    Recorder recorder({.sink =
+                           [&](const CallRecord& call) {
+                               shown.push_back(call.buffer != nullptr ? call.buffer[1] : -1);
+                           },
+                       .interceptor = {},
+                       .recordReferences = false});
+    auto* const metronome = dynamic_cast<tses::IQueryMetronomeInfoPrivate*>(
+        recorder.Wrap(node->Query()).GetMetronomeInfo());
+    ASSERT_NE(metronome, nullptr);
+    std::array<kelcore::byte, 2> buffer{};
+    metronome->GetGlobalTrackInfo()->GetTempoEvents(buffer.data());
+    EXPECT_THAT(shown, ElementsAre(-1, -1, 8));
 }
 
 }  // namespace

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace bench {
+
+/// All of a file; nothing of one that cannot be opened.
+inline std::string BytesOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+}  // namespace bench

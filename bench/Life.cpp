@@ -1,0 +1,146 @@
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/BareParsers.h"
+#include "bench/NullHost.h"
+#include "bench/Program.h"
+#include "bench/Report.h"
+#include "bench/Verb.h"
+#include "bench/WorkFolder.h"
+#include "platform/kelcore/Paths.h"
+#include "reference_host/Sessions.h"
+#include "toolkit/GeneratedSession.h"
+
+// orvo-bench life [--sessions N] [--rounds N] [--json]
+
+namespace bench {
+namespace {
+
+struct Options {
+    std::string folder;
+    std::size_t sessions = 10'000;
+    std::size_t rounds = 5;
+    bool json = false;
+};
+
+// Loading
+
+constexpr std::size_t kLoads = 21;
+
+/// Milliseconds, in a program that has loaded nothing of it before.
+double MedianLoad() {
+    std::vector<double> loads;
+    for (std::size_t i = 0; i < kLoads; ++i) {
+        loads.push_back(std::stod(OutputOfProgram(
+            {NeighbourPath("orvo-bench-load"), refhost::DefaultPluginPath().string()})));
+    }
+    return Median(std::move(loads));
+}
+
+// Small sessions
+
+/// About 2 KB: a track and little else.
+refhost::model::Session MakeSmallSession(kelcore::uint64 seed) {
+    refhost::model::Session session =
+        toolkit::GenerateSession({.tracks = 1, .clips = 0, .slots = 0, .keyframes = 0}, seed);
+    refhost::model::AudioTrack& track = session.audioTracks.front();
+    track.effectsRack.reset();
+    track.mute.reset();
+    track.pan.reset();
+    track.eq.reset();
+    session.trackVisibilityPresets.clear();
+    session.properties.clear();
+    session.metronome.globalTrackInfo.reset();
+    session.xmpMetadata.clear();
+    return session;
+}
+
+std::vector<std::string> WriteSmallSessions(refhost::Plugin& plugin, const std::string& folder,
+                                            std::size_t count) {
+    std::vector<std::string> paths;
+    for (std::size_t i = 0; i < count; ++i) {
+        paths.push_back(fmt::format("{}/{}.orvo", folder, i));
+        const auto written = refhost::WriteSession(plugin, kelcore::PathFromBytes(paths.back()),
+                                                   MakeSmallSession(i));
+        if (written.result != tses::SessionResult::Ok) {
+            throw std::runtime_error(paths.back() + " cannot be written");
+        }
+    }
+    return paths;
+}
+
+template <class ReadOne>
+Contender ReadAll(const char* name, const std::vector<std::string>& paths, ReadOne readOne) {
+    return {.name = name, .run = [&paths, readOne] {
+                for (const std::string& path : paths) {
+                    if (!readOne(path)) {
+                        return false;
+                    }
+                }
+                return true;
+            }};
+}
+
+/// The paths and the plug-in must outlive them.
+Contenders MakeContenders(refhost::Plugin& plugin, const std::vector<std::string>& paths) {
+    return {ReadAll(kFloor, paths, ParseWithXerces),
+            ReadAll(kNullHost, paths,
+                    [&](const std::string& path) {
+                        return plugin.Read(kelcore::PathFromBytes(path), NullHost()) ==
+                               tses::SessionResult::Ok;
+                    }),
+            ReadAll(kReferenceHost, paths, [&](const std::string& path) {
+                return refhost::ReadSession(plugin, kelcore::PathFromBytes(path)).result ==
+                       tses::SessionResult::Ok;
+            })};
+}
+
+std::uint64_t SizeOf(const std::vector<std::string>& paths) {
+    std::uint64_t bytes = 0;
+    for (const std::string& path : paths) {
+        bytes += std::filesystem::file_size(path);
+    }
+    return bytes;
+}
+
+void Run(const Options& options) {
+    const XercesLibrary library;
+    refhost::UseFeatureDefaults();
+    refhost::Plugin plugin;
+    const WorkFolder folder(options.folder);
+    const auto paths = WriteSmallSessions(plugin, folder.Path(), options.sessions);
+    const Contenders contenders = MakeContenders(plugin, paths);
+    Report report = {.title = fmt::format("reading {} small sessions", paths.size()),
+                     .names = NamesOf(contenders),
+                     .timings = TimeInTurn(contenders, options.rounds)};
+    report.bytes = SizeOf(paths);
+    for (const std::string& path : paths) {
+        report.elements += CountElements(path);
+    }
+    report.more = {{"load_ms", MedianLoad()}, {"sessions", static_cast<double>(paths.size())}};
+    fmt::print("{}\n", options.json ? ShowAsJson(report) : ShowAsText(report));
+}
+
+}  // namespace
+
+void AddLife(CLI::App& program, Action& chosen) {
+    auto options = std::make_shared<Options>();
+    CLI::App* const verb = program.add_subcommand(
+        "life", "Load the plug-in, and read many small sessions through one that is loaded.");
+    verb->add_option("--sessions", options->sessions, "how many small sessions")
+        ->check(CLI::PositiveNumber.description(""))
+        ->capture_default_str();
+    verb->add_option("--rounds", options->rounds, "how often all of them take their turn")
+        ->check(CLI::PositiveNumber.description(""))
+        ->capture_default_str();
+    verb->add_option("--folder", options->folder, "where to put the sessions");
+    verb->add_flag("--json", options->json, "one object for programs");
+    verb->callback([options, &chosen] { chosen = [options] { Run(*options); }; });
+}
+
+}  // namespace bench

@@ -1,0 +1,77 @@
+#include "bench/WriteContenders.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "bench/StaticHost.h"
+#include "platform/kelcore/File.h"
+#include "platform/kelcore/Paths.h"
+#include "reference_host/Sessions.h"
+
+namespace bench {
+namespace {
+
+std::u16string FullPathOf(const std::string& path) {
+    return kelcore::File(kelcore::PathFromBytes(path)).FullPath();
+}
+
+refhost::model::Session Read(refhost::Plugin& plugin, const std::string& file) {
+    refhost::ReadResult read = refhost::ReadSession(plugin, FullPathOf(file));
+    if (read.result != tses::SessionResult::Ok) {
+        throw std::runtime_error(file + " cannot be read as a session");
+    }
+    return std::move(read.session);
+}
+
+}  // namespace
+
+WriteContenders::WriteContenders(refhost::Plugin& plugin, const std::string& file,
+                                 const std::string& folder)
+    : plugin_(plugin), folder_(folder), session_(Read(plugin, file)) {}
+
+std::string WriteContenders::OutputOf(const std::string& name) const {
+    return folder_ + "/" + name + ".orvo";
+}
+
+Contender WriteContenders::Make(const std::string& name) {
+    if (name == kFloor) {
+        return MakeFloor();
+    }
+    if (name == kNullHost) {
+        return MakeStaticHost();
+    }
+    if (name == kReferenceHost) {
+        return MakeReferenceHost();
+    }
+    throw std::runtime_error("no writer is called " + name);
+}
+
+/// The parts are those of the file that the plug-in writes into the same folder.
+Contender WriteContenders::MakeFloor() {
+    RunOnce(MakeReferenceHost());
+    parts_ = TakeApart(OutputOf(kReferenceHost));
+    return {.name = kFloor, .run = [this] { return WriteWithDom(*parts_, OutputOf(kFloor)); }};
+}
+
+Contender WriteContenders::MakeStaticHost() {
+    const std::u16string path = FullPathOf(OutputOf(kNullHost));
+    answers_ = RecordAnswers(plugin_, path, session_);
+    return {.name = kNullHost, .run = [this, path] {
+                const auto result = plugin_.Write(path, StaticHost(*answers_));
+                plugin_.ReleaseContext();
+                return result == tses::SessionResult::Ok && StaticHostIsAtEnd();
+            }};
+}
+
+Contender WriteContenders::MakeReferenceHost() {
+    const std::u16string path = FullPathOf(OutputOf(kReferenceHost));
+    return {.name = kReferenceHost,
+            .run =
+                [this, path] {
+                    return refhost::WriteSession(plugin_, path, std::move(*copy_)).result ==
+                           tses::SessionResult::Ok;
+                },
+            .prepare = [this] { copy_ = session_; }};
+}
+
+}  // namespace bench

@@ -1,0 +1,81 @@
+#include <fmt/format.h>
+
+#include <memory>
+#include <string>
+#include <tuple>
+
+#include "cli/SaveSession.h"
+#include "cli/Verb.h"
+#include "platform/kelcore/Types.h"
+#include "reference_host/Plugin.h"
+#include "reference_host/Sessions.h"
+#include "toolkit/GeneratedSession.h"
+
+// orvo generate [--tracks N] [--clips N] [--slots N] [--keyframes N] [--seed N] OUT
+
+namespace cli {
+namespace {
+
+struct Options {
+    std::string out;
+    toolkit::GeneratedSize size;
+    kelcore::uint64 seed = 1;
+};
+
+ExitCode RunGenerate(const Options& options) {
+    refhost::UseFeatureDefaults();
+    refhost::Plugin plugin;
+    return SaveSession(plugin, toolkit::GenerateSession(options.size, options.seed), options.out);
+}
+
+/// Each number may be as large as it likes to be, but not all of them together.
+void CheckSize(const toolkit::GeneratedSize& size) {
+    const kelcore::uint64 items = toolkit::CountItems(size);
+    if (items > toolkit::kMostGeneratedItems) {
+        throw CLI::ValidationError(
+            fmt::format("that would be {} tracks, clips, effects and keyframes, more than the {} "
+                        "that are made; ask for less of something",
+                        items, toolkit::kMostGeneratedItems));
+    }
+}
+
+}  // namespace
+
+void AddGenerate(CLI::App& tool, Action& chosen) {
+    constexpr kelcore::uint32 kMostTracks = 10'000;
+    constexpr kelcore::uint32 kMost = 1'000'000;
+    auto options = std::make_shared<Options>();
+    CLI::App* const verb = tool.add_subcommand(
+        "generate", "Make a session up, as large as it is wanted, to try things on.");
+    verb->add_option("OUT", options->out, "the session file to write; - for standard output")
+        ->required();
+    verb->add_option("--tracks", options->size.tracks, "tracks of all kinds, the master among them")
+        ->type_name("N")
+        ->check(CLI::Range(1U, kMostTracks).description(""))
+        ->capture_default_str();
+    const std::tuple<const char*, kelcore::uint32*, const char*> counts[] = {
+        {"--clips", &options->size.clips, "clips on each track that has clips"},
+        {"--slots", &options->size.slots, "effects on each track but video"},
+        {"--keyframes", &options->size.keyframes, "keyframes of each fader and each effect"}};
+    for (const auto& [name, count, description] : counts) {
+        verb->add_option(name, *count, description)
+            ->type_name("N")
+            ->check(CLI::Range(0U, kMost).description(""))
+            ->capture_default_str();
+    }
+    verb->add_option("--seed", options->seed, "another seed gives another session of that size")
+        ->type_name("N")
+        ->capture_default_str();
+    verb->footer(
+        "Examples:\n"
+        "  orvo generate song.orvo\n"
+        "  orvo generate --tracks 160 --seed 7 large.orvo\n"
+        "  orvo generate --tracks 1 --clips 0 --slots 0 --keyframes 0 - | orvo info -\n\n"
+        "The same numbers give the same session everywhere. Its media exist on no machine.");
+    verb->callback([options, &chosen] {
+        CheckSize(options->size);
+        chosen = [options] { return RunGenerate(*options); };
+    });
+}
+
+}  // namespace cli

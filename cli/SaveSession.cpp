@@ -1,0 +1,68 @@
+#include "cli/SaveSession.h"
+
+#include <cstdio>
+#include <set>
+#include <utility>
+#include <variant>
+
+#include "cli/Messages.h"
+#include "cli/ProgressBar.h"
+#include "cli/SessionFile.h"
+#include "cli/StandardStreams.h"
+#include "reference_host/Sessions.h"
+#include "toolkit/FileContent.h"
+
+namespace cli {
+namespace {
+
+using refhost::model::Session;
+
+/// The reasons why it could not be saved; none if it was.
+std::vector<std::string> SaveToFile(refhost::Plugin& plugin, Session session,
+                                    const std::string& path, const std::string& subject) {
+    ProgressBar bar("writing " + subject);
+    refhost::WriteOptions options;
+    options.progress = [&](const refhost::Progress& progress) {
+        bar.Update(progress.done, progress.total);
+    };
+    const refhost::WriteResult written =
+        refhost::WriteSession(plugin, FullPathOf(path), std::move(session), options);
+    if (written.result == tses::SessionResult::Ok) {
+        for (const std::string& remark :
+             std::set(written.messages.begin(), written.messages.end())) {
+            Complain({.subject = subject, .what = "saved", .advice = remark});
+        }
+        return {};
+    }
+    return written.messages.empty() ? std::vector<std::string>{"the plug-in refused to write it"}
+                                    : written.messages;
+}
+
+}  // namespace
+
+ExitCode FailToSave(const std::string& subject, const std::vector<std::string>& reasons) {
+    for (const std::string& reason : reasons) {
+        Complain({.subject = subject, .what = "was not saved", .advice = reason});
+    }
+    return ExitCode::Failure;
+}
+
+ExitCode WriteToStream(const std::string& content) {
+    std::fwrite(content.data(), 1, content.size(), stdout);
+    return ExitCode::Good;
+}
+
+ExitCode SaveSession(refhost::Plugin& plugin, Session session, const std::string& name) {
+    if (name != kStream) {
+        const auto reasons = SaveToFile(plugin, std::move(session), name, name);
+        return reasons.empty() ? ExitCode::Good : FailToSave(name, reasons);
+    }
+    const TemporarySession spooled;
+    const auto reasons = SaveToFile(plugin, std::move(session), spooled.Path(), "standard output");
+    if (!reasons.empty()) {
+        return FailToSave("standard output", reasons);
+    }
+    return WriteToStream(std::get<std::string>(toolkit::ReadFileContent(spooled.Path())));
+}
+
+}  // namespace cli

@@ -1,0 +1,106 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "tests/cli/Tool.h"
+
+using nlohmann::json;
+using test::Outcome;
+using test::ReadFile;
+using test::RunTool;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+class GenerateTest : public testing::Test {
+protected:
+    void Generate(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "generate");
+        const Outcome outcome = RunTool(std::move(arguments), folder_);
+        EXPECT_EQ(outcome.exitCode, 0);
+        EXPECT_EQ(outcome.output + outcome.errors, "");
+    }
+
+    test::TemporaryFolder folder_;
+};
+
+TEST_F(GenerateTest, WhatItWritesIsConvertedToTheSameBytesAndLosesNothing) {
+    for (const char* const tracks : {"1", "2", "7", "16"}) {
+        Generate({"--tracks", tracks, "--clips", "9", "--keyframes", "4", "a.orvo"});
+        for (const auto& [from, to] :
+             {std::pair("a.orvo", "b.orvo"), {"a.orvo", "a.json"}, {"a.json", "c.orvo"}}) {
+            const Outcome outcome = RunTool({"convert", from, to}, folder_);
+            EXPECT_EQ(outcome.exitCode, 0);
+            EXPECT_EQ(outcome.output + outcome.errors, "");
+        }
+        EXPECT_EQ(ReadFile(folder_ / "a.orvo"), ReadFile(folder_ / "b.orvo"));
+        EXPECT_EQ(ReadFile(folder_ / "a.orvo"), ReadFile(folder_ / "c.orvo"));
+    }
+}
+
+TEST_F(GenerateTest, TheDefaultSessionIsOneOfAMegabyte) {
+    Generate({"a.orvo"});
+    const std::uintmax_t size = std::filesystem::file_size(folder_ / "a.orvo");
+    EXPECT_GT(size, 950'000u);
+    EXPECT_LT(size, 1'050'000u);
+}
+
+TEST_F(GenerateTest, TheSameNumbersGiveTheSameFileAndAnotherSeedAnother) {
+    Generate({"--tracks", "3", "--seed", "7", "a.orvo"});
+    Generate({"--tracks", "3", "--seed", "7", "b.orvo"});
+    Generate({"--tracks", "3", "--seed", "8", "c.orvo"});
+    EXPECT_EQ(ReadFile(folder_ / "a.orvo"), ReadFile(folder_ / "b.orvo"));
+    EXPECT_NE(ReadFile(folder_ / "a.orvo"), ReadFile(folder_ / "c.orvo"));
+}
+
+TEST_F(GenerateTest, TheNumbersOfTheCommandLineAreThoseOfTheSession) {
+    Generate({"--tracks", "9", "--clips", "5", "--slots", "2", "--keyframes", "3", "a.orvo"});
+    const json tracks =
+        json::parse(RunTool({"info", "--json", "a.orvo"}, folder_).output).at(0).at("tracks");
+    ASSERT_EQ(tracks.size(), 9u);
+    const json& video = tracks.front();
+    EXPECT_EQ(video.at("kind"), "video");
+    EXPECT_EQ(video.at("clips"), 5);
+    const json& voice = tracks.at(1);
+    EXPECT_EQ(voice.at("kind"), "audio");
+    EXPECT_EQ(voice.at("clips"), 5);
+    EXPECT_EQ(voice.at("effects").size(), 2u);
+    EXPECT_EQ(voice.at("lanes"), 3);  // the fader's and the two effects'
+    EXPECT_EQ(voice.at("keyframes"), 9);
+    EXPECT_EQ(tracks.back().at("kind"), "master");
+    EXPECT_EQ(tracks.back().at("clips"), 0);
+}
+
+TEST_F(GenerateTest, ADashIsStandardOutput) {
+    Generate({"--tracks", "2", "a.orvo"});
+    const Outcome outcome = RunTool({"generate", "--tracks", "2", "-"}, folder_);
+    EXPECT_EQ(outcome.output, ReadFile(folder_ / "a.orvo"));
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(GenerateTest, NumbersOutOfRangeAreUsageErrorsThatNameThem) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"generate", "--tracks", "0", "a.orvo"},
+          {"generate", "--clips", "1000001", "a.orvo"},
+          {"generate", "--seed", "now", "a.orvo"}}) {
+        const Outcome outcome = RunTool(arguments, folder_);
+        EXPECT_THAT(outcome.errors, HasSubstr(arguments.at(1)));
+        EXPECT_EQ(outcome.exitCode, 2);
+    }
+    const Outcome outcome =
+        RunTool({"generate", "--tracks", "10000", "--clips", "1000000", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.errors, HasSubstr("ask for less"));
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
+}
+
+TEST_F(GenerateTest, AFileThatCannotBeWrittenIsAFailureThatSaysWhy) {
+    const Outcome outcome = RunTool({"generate", "nowhere/a.orvo"}, folder_);
+    EXPECT_THAT(outcome.errors, StartsWith("orvo: nowhere/a.orvo: was not saved: "));
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+}  // namespace

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <iterator>
+#include <random>
+#include <string>
+
+#include "platform/kelcore/Types.h"
+
+namespace toolkit {
+
+/// Numbers that look random and are the same for a seed on every machine: the standard says what
+/// the engine gives, but not what its distributions make of that, so they are not used. Two draws
+/// in one expression need an order that the language fixes, as that of a list in braces.
+class Dice {
+public:
+    explicit Dice(kelcore::uint64 seed) : engine_(seed) {}
+
+    /// From 0 up to `count` - 1, which must not be negative.
+    kelcore::uint32 Below(kelcore::uint32 count) {
+        return static_cast<kelcore::uint32>(engine_() % count);
+    }
+
+    /// From `low` to `high`, both included.
+    kelcore::int32 Between(kelcore::int32 low, kelcore::int32 high) {
+        return low +
+               static_cast<kelcore::int32>(Below(static_cast<kelcore::uint32>(high - low) + 1));
+    }
+
+    /// A number with up to three decimal places, from `low` to `high` thousandths.
+    double Thousandths(kelcore::int32 low, kelcore::int32 high) {
+        return Between(low, high) / 1000.0;
+    }
+
+    bool OneIn(kelcore::uint32 count) { return Below(count) == 0; }
+
+    template <class List>
+    const auto& OneOf(const List& list) {
+        return list[Below(static_cast<kelcore::uint32>(std::size(list)))];
+    }
+
+private:
+    std::mt19937_64 engine_;
+};
+
+/// A whole number as decimal text.
+inline std::u16string Decimal(kelcore::uint32 number) {
+    const std::string digits = std::to_string(number);
+    return {digits.begin(), digits.end()};
+}
+
+}  // namespace toolkit

@@ -1,0 +1,153 @@
+#include "toolkit/GeneratedSession.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "toolkit/Dice.h"
+#include "toolkit/GeneratedTracks.h"
+
+namespace toolkit {
+namespace {
+
+namespace model = refhost::model;
+using kelcore::int64;
+using kelcore::uint32;
+using kelcore::uint64;
+
+constexpr uint32 kTracksWithVideo = 8;
+constexpr uint32 kClipsOfGroup = 4;
+
+const std::u16string_view kSounds[] = {u"voice",  u"rain",    u"guitar",    u"drums",
+                                       u"street", u"strings", u"caf\u00e9", u"foot-steps"};
+
+// Media
+
+model::File MakeFile(uint32 id, Dice& dice) {
+    const std::u16string name = std::u16string(dice.OneOf(kSounds)) + u"-" + Decimal(id);
+    return {.id = id,
+            .path = u"/media/sessions/generated/media/" + name + u".wav",
+            .mediaHandler = u"kel.importer.wave"};
+}
+
+/// A file for every four clips, and one at least.
+uint32 CountFiles(const GeneratedSize& size) {
+    const uint64 clips = uint64{size.tracks} * size.clips;
+    return static_cast<uint32>(clips / 4 + 1);
+}
+
+// Tracks
+
+/// The kinds of the tracks, from the first to the last. The video track is none of them.
+std::vector<TrackKind> PlanTracks(uint32 count) {
+    std::vector<TrackKind> kinds;
+    for (uint32 i = 0; i + 1 < count; ++i) {
+        kinds.push_back(i % 8 == 5   ? TrackKind::Instrument
+                        : i % 8 == 6 ? TrackKind::Bus
+                                     : TrackKind::Audio);
+    }
+    kinds.push_back(TrackKind::Master);
+    return kinds;
+}
+
+/// What the tracks of a session know of each other.
+Routing PlanRouting(const std::vector<TrackKind>& kinds, uint32 firstId, uint32 files) {
+    Routing routing;
+    routing.masterId = firstId + static_cast<uint32>(kinds.size()) - 1;
+    routing.files = files;
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        if (kinds[i] == TrackKind::Bus) {
+            routing.busIds.push_back(firstId + static_cast<uint32>(i));
+        }
+    }
+    return routing;
+}
+
+void AddTracks(model::Session& session, const GeneratedSize& size, Dice& dice) {
+    const bool hasVideo = size.tracks >= kTracksWithVideo;
+    const std::vector<TrackKind> kinds = PlanTracks(size.tracks - (hasVideo ? 1 : 0));
+    const uint32 firstId = hasVideo ? 2 : 1;
+    const Routing routing = PlanRouting(kinds, firstId, CountFiles(size));
+    TrackMaker maker(size, routing, dice);
+    if (hasVideo) {
+        session.videoTracks.push_back(maker.MakeVideoTrack(1));
+    }
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        session.audioTracks.push_back(
+            maker.MakeTrack(firstId + static_cast<uint32>(i), static_cast<uint32>(i), kinds[i]));
+    }
+    session.duration = maker.End();
+}
+
+// What refers to the tracks
+
+model::ClipGroup MakeGroup(uint32 id, const model::AudioTrack& track, Dice& dice) {
+    model::ClipGroup group = {
+        .id = id, .name = u"Group " + Decimal(id), .hue = static_cast<double>(dice.Below(360))};
+    for (std::size_t i = 0; i < std::min<std::size_t>(kClipsOfGroup, track.clips.size()); ++i) {
+        group.items.push_back({track.id, track.clips[i].id});
+    }
+    return group;
+}
+
+/// The clips that every fourth track begins with are a group.
+void AddGroups(model::Session& session, Dice& dice) {
+    uint32 id = 1;
+    for (std::size_t i = 0; i < session.audioTracks.size(); i += 4) {
+        if (!session.audioTracks[i].clips.empty()) {
+            session.clipGroups.push_back(MakeGroup(id++, session.audioTracks[i], dice));
+        }
+    }
+}
+
+void AddVisibilityPresets(model::Session& session) {
+    model::TrackVisibilityPreset preset = {.id = 1, .name = u"Everything"};
+    for (const model::AudioTrack& track : session.audioTracks) {
+        preset.tracks.push_back({track.id, static_cast<float>(track.height), track.minimized});
+    }
+    session.trackVisibilityPresets.push_back(std::move(preset));
+}
+
+// The session's own
+
+void AddState(model::Session& session, Dice& dice) {
+    session.ctiPosition = dice.Between(0, 480'000);
+    session.selection = {session.ctiPosition, dice.Between(0, 96'000)};
+    session.viewState = {0, session.duration, 220, 0};
+    session.timeFormat = {.format = 2, .frameRate = 25, .linkedToDefaults = false};
+    session.musicalTime = {static_cast<double>(dice.Between(70, 140)), 4, 4, 16};
+    session.mixingOptions = {true, -3, true};
+    session.metronome.pattern = {1, 2, 2, 2};
+    session.metronome.globalTrackInfo = {.tempoVisible = true, .tempoEvents = {0, 0, 0, 120}};
+    session.properties = {{u"client", u"Harbour Radio & Sons"}, {u"take", u"3"}};
+    session.xmpMetadata = u"<x:xmpmeta xmlns:x=\"urn:example:meta\"/>";
+    session.audioDevice = {u"Studio desk",
+                           u"Studio desk",
+                           {{1, u"Booth microphone"}, {2, u"Line"}},
+                           {{1, u"Main left"}, {2, u"Main right"}}};
+}
+
+}  // namespace
+
+uint64 CountItems(const GeneratedSize& size) {
+    const uint64 lanes = uint64{size.slots} + 1;
+    return size.tracks * (1 + uint64{size.clips} + size.slots + lanes * size.keyframes);
+}
+
+model::Session GenerateSession(const GeneratedSize& size, uint64 seed) {
+    Dice dice(seed);
+    model::Session session;
+    session.sampleRate = kGeneratedSampleRate;
+    session.bitDepth = 24;
+    AddTracks(session, size, dice);
+    AddGroups(session, dice);
+    AddVisibilityPresets(session);
+    AddState(session, dice);
+    for (uint32 id = 1; id <= CountFiles(size); ++id) {
+        session.files.push_back(MakeFile(id, dice));
+    }
+    return session;
+}
+
+}  // namespace toolkit
