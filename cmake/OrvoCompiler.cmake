@@ -1,6 +1,7 @@
 # How every target is compiled: C++20, warnings as errors, sanitizers on request, outputs in bin/ and lib/.
 
 option(ORVO_BUILD_TESTS "Build the tests and the fuzzers" ON)
+option(ORVO_COVERAGE "Count how often each line and branch runs (needs clang)" OFF)
 set(ORVO_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize takes them")
 
 set(CMAKE_CXX_STANDARD 20)
@@ -33,4 +34,13 @@ if(ORVO_SANITIZE)
   # GCC's flow analysis reports what is not there once the sanitizers' checks are in the code; the other
   # builds keep this warning.
   add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
+endif()
+
+if(ORVO_COVERAGE)
+  # The counters are the pages of the profile itself (%c), one for each program and library (%m): what a
+  # process counted stays when it is killed, leaves by _exit or unloads a library.
+  add_compile_options(
+    "-fprofile-instr-generate=${CMAKE_BINARY_DIR}/profiles/%c%m.profraw" -fcoverage-mapping
+    "SHELL:-mllvm -runtime-counter-relocation")
+  add_link_options(-fprofile-instr-generate)
 endif()

@@ -378,6 +378,18 @@ TEST_F(FileReplacementTest, ADanglingLinksTargetIsMade) {
     EXPECT_EQ(test::ReadFile(folder_.Bytes("real")), "new");
 }
 
+TEST_F(FileReplacementTest, ADanglingLinkToASingleCharacterIsFollowed) {
+    ASSERT_EQ(symlink("r", bytes_.c_str()), 0);
+    Replace(target_, "new");
+    EXPECT_EQ(test::ReadFile(folder_.Bytes("r")), "new");
+}
+
+TEST_F(FileReplacementTest, SeparatorsBehindANewNameAreNoPartOfIt) {
+    Replace(folder_.Path16("song.orvo//"), "new");
+    EXPECT_EQ(test::ReadFile(bytes_), "new");
+    EXPECT_THAT(folder_.Names(), ElementsAre(kName));
+}
+
 TEST_F(FileReplacementTest, ADanglingLinkIntoNowhereIsRefused) {
     ASSERT_EQ(symlink("nowhere/real", bytes_.c_str()), 0);
     EXPECT_EQ(Refusal(target_), "cannot write \"@0\": its folder does not exist");
@@ -682,6 +694,12 @@ TEST_F(FileReplacementTest, ALongNameIsNotCutInsideACharacter) {
     EXPECT_LE(temporary.size(), 255U);
     EXPECT_GE(temporary.size(), 254U);
     EXPECT_THAT(temporary, ContainsRegex("\xC3\xA9\\.orvo-tmp-[0-9a-f]{12}$"));
+}
+
+TEST_F(FileReplacementTest, ALongNameThatHasNoPlaceToCutItIsLeftOut) {
+    File file(folder_.Path16(std::string(250, '\x80')));
+    file.Create();
+    EXPECT_THAT(folder_.Names(), ElementsAre(ContainsRegex("^\\.\\.orvo-tmp-[0-9a-f]{12}$")));
 }
 
 TEST_F(FileReplacementTest, ANameBeyondTheSystemsLimitIsRefused) {

@@ -57,6 +57,15 @@ TEST(ResourceManager, KnowsTheProgramItself) {
     EXPECT_EQ(Bytes(manager.ResourceFolder()), program.native() + ".resources");
 }
 
+TEST(ResourceManager, APointInAFolderIsNoExtensionOfTheLibrary) {
+    void* const library = dlopen(ORVO_MODULE_WITHOUT_EXTENSION, RTLD_NOW | RTLD_LOCAL);
+    ASSERT_NE(library, nullptr) << dlerror();
+    const OS_ResourceManager manager(ModuleOfAddress(dlsym(library, "Something")));
+    EXPECT_EQ(Bytes(manager.ModulePath()), ORVO_MODULE_WITHOUT_EXTENSION);
+    EXPECT_EQ(Bytes(manager.ResourceFolder()), ORVO_MODULE_WITHOUT_EXTENSION ".resources");
+    dlclose(library);
+}
+
 TEST(ResourceManager, WithoutModuleThereIsNoPath) {
     const OS_ResourceManager manager(nullptr);
     EXPECT_EQ(manager.Module(), nullptr);
