@@ -41,7 +41,10 @@ def shown(root, profile, binaries):
     command = ["llvm-cov", "show", first, *(f"-object={other}" for other in others)]
     command += [f"-instr-profile={profile}", "-show-branches=count", "-show-instantiations=false"]
     command += [str(root / folder) for folder in FOLDERS]
-    return subprocess.run(command, stdout=subprocess.PIPE, check=True, text=True).stdout
+    run = subprocess.run(command, capture_output=True, check=False, text=True)
+    if run.returncode != 0:
+        sys.exit(f"coverage: llvm-cov failed: {run.stderr}")
+    return run.stdout
 
 
 def files_of(root, output):
@@ -76,7 +79,8 @@ def main():
                 print(f"  {path}:{line}:{column}: {missing}")
     print(f"{'':16}{'lines':>26}{'branches':>29}")
     for folder in FOLDERS:
-        print(f"{folder:16}{figures([file for path, file in files.items() if path.parts[0] == folder])}")
+        if own := [file for path, file in files.items() if path.parts[0] == folder]:
+            print(f"{folder:16}{figures(own)}")
     print(f"{'all':16}{figures(files.values())}")
 
 
