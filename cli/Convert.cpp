@@ -121,9 +121,6 @@ std::optional<Session> ReadJson(const std::string& name) {
 // Writing
 
 ExitCode FailToSave(const std::string& subject, const std::vector<std::string>& reasons) {
-    if (reasons.empty()) {
-        Complain({.subject = subject, .what = "was not saved"});
-    }
     for (const std::string& reason : reasons) {
         Complain({.subject = subject, .what = "was not saved", .advice = reason});
     }

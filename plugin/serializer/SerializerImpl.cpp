@@ -38,7 +38,7 @@ bool Serializer::Impl::Read(const std::u16string& path, HostReference<IEditSessi
         return false;
     }
     SessionXMLReader reader(this, this);
-    return reader.Parse(path_) && rootSeen_;
+    return reader.Parse(path_);
 }
 
 // skipDepth_ stays: it is zero after every read but one that failed inside a skipped element, and
