@@ -73,6 +73,23 @@ TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
     EXPECT_THAT(refused.errors, Not(HasSubstr("\x1b")));
 }
 
+TEST_F(CommandLineTest, MessagesAreColouredOnATerminalWhereNobodySaysOtherwise) {
+    const Outcome outcome = test::Run(
+        {.arguments = {"env", "-u", "NO_COLOR", ORVO_TOOL_PATH, "info", "/nowhere/a.orvo"},
+         .terminalErrors = true});
+    EXPECT_THAT(outcome.errors, HasSubstr("\x1b["));
+}
+
+TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) {
+    const std::string session = "<orvo><session/><files>\n" + std::string(20000000, '\n');
+    folder_.Write("a.orvo", session + "</files></orvo>");
+    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+                                       .folder = folder_.Path().string(),
+                                       .terminalErrors = true});
+    EXPECT_THAT(outcome.errors, HasSubstr("] reading a.orvo"));
+    EXPECT_TRUE(outcome.errors.ends_with("\r\x1b[K")) << outcome.errors;
+}
+
 TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},

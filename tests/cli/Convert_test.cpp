@@ -139,6 +139,30 @@ TEST_F(ConvertTest, AFailedSaveTellsTheReason) {
     }
 }
 
+TEST_F(ConvertTest, ARefusalWithoutAReasonIsSaidToBeThePlugins) {
+    folder_.Write("a.json", "{}");
+    for (const auto& [out, subject] : {std::pair("b.orvo", "b.orvo"), {"-", "standard output"}}) {
+        const Outcome outcome =
+            test::Run({.arguments = {ORVO_TOOL_PATH, "convert", "a.json", out, "--to", "orvo"},
+                       .folder = folder_.Path().string(),
+                       .environment = {{"ORVO_PLUGIN", ORVO_REFUSING_PLUGIN},
+                                       {"ORVO_REFUSES", "WriteSession"}}});
+        EXPECT_EQ(outcome.errors, std::string("orvo: ") + subject +
+                                      ": was not saved: the plug-in refused to write it\n");
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(outcome.exitCode, 1);
+    }
+}
+
+TEST_F(ConvertTest, JsonBecomesJsonWithoutThePlugin) {
+    folder_.Write("a.json", R"({"sampleRate": 7})");
+    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "convert", "a.json", "b.json"},
+                                       .folder = folder_.Path().string(),
+                                       .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}});
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_EQ(json::parse(ReadFile(folder_ / "b.json")).at("sampleRate"), 7);
+}
+
 TEST_F(ConvertTest, AFolderThatMayNotBeWrittenKeepsTheOldFile) {
     folder_.Write("a.orvo", kSmallSession);
     std::filesystem::create_directory(folder_ / "locked");

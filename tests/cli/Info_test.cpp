@@ -94,6 +94,46 @@ TEST_F(InfoTest, ShowsTheDetailsThatAreAskedFor) {
                   "  Voice     5  Line one  0:00:01.500  0:00:00.250      9  Pair   missing\n"));
 }
 
+constexpr const char* kSessionOfLittle = R"(<orvo><session sampleRate="0" duration="1"><tracks>
+<videoTrack id="5"><trackParameters><name>Film</name></trackParameters>
+<videoClip id="9"><videoFormat width="720" height="576" timeScale="0"/></videoClip>
+<videoClip id="10"><videoFormat width="720" height="576" timeScale="25" sampleSize="0" parNumerator="0"/></videoClip>
+<videoClip id="11"><videoFormat width="720" height="576" timeScale="25" sampleSize="1" parNumerator="1" parDenominator="1"/></videoClip></videoTrack>
+<instrumentTrack id="1"><trackParameters><name>Keys</name></trackParameters>
+<trackAudioParameters><trackInput inputID="4"/></trackAudioParameters>
+<effectsRack><slot slotIndex="0"/></effectsRack>
+<sendList><sendSlot slotIndex="0"><component id="sendComponent">
+<parameter index="0" parameterValue="1"><parameterKeyframes><parameterKeyframe value="1"/></parameterKeyframes></parameter>
+</component></sendSlot></sendList>
+<midiClip id="6" name="Run" startPoint="7"/></instrumentTrack></tracks></session></orvo>)";
+
+TEST_F(InfoTest, ShowsWhatIsLeftOfASessionThatLeavesMostOfItOut) {
+    folder_.Write("a.orvo", kSessionOfLittle);
+    const Outcome outcome =
+        RunTool({"info", "--tracks", "--effects", "--clips", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, HasSubstr("  Duration     1 sample\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("    Picture  720 x 576\n"
+                                          "    Picture  720 x 576\n"
+                                          "    Picture  720 x 576, 25 frames a second\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("nowhere (post-fader), 1 lane, 1 keyframe\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("(empty)"));
+    EXPECT_EQ(outcome.errors, "");
+}
+
+TEST_F(InfoTest, ShowsNoTableOfClipsWhereThereAreNone) {
+    folder_.Write("a.orvo", "<orvo/>");
+    const Outcome outcome = RunTool({"info", "--clips", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, Not(HasSubstr("Clip")));
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(InfoTest, TellsProgramsNullForWhatThereIsNot) {
+    folder_.Write("a.orvo", kSessionOfLittle);
+    const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
+    const auto session = nlohmann::json::parse(outcome.output).at(0);
+    EXPECT_EQ(session.at("duration"), nullptr);
+}
+
 TEST_F(InfoTest, ShowsTheTitleOfATrackOnceAboveItsRoutingAndItsEffects) {
     folder_.Write("a.orvo", kMixedSession);
     const Outcome outcome = RunTool({"info", "--tracks", "--effects", "a.orvo"}, folder_);
@@ -308,6 +348,34 @@ TEST_F(InfoTest, SaysWhatIsWrongWithAVeryLongName) {
     folder_.Write("long.orvo", "<orvo><" + name + "></b></orvo>");
     const Outcome outcome = RunTool({"info", "long.orvo"}, folder_);
     EXPECT_THAT(outcome.errors, StartsWith("orvo: long.orvo:1:900011: not well-formed XML: "));
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, SaysThatStandardInputCannotBeRead) {
+    const Outcome outcome =
+        test::Run({.arguments = {"sh", "-c", "exec " ORVO_TOOL_PATH " info - <."},
+                   .folder = folder_.Path().string()});
+    EXPECT_EQ(outcome.errors, "orvo: standard input: cannot be read: Is a directory\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, SaysThatStandardInputFindsNoRoomInTheWorkingFolder) {
+    ASSERT_EQ(::chmod(folder_.Path().c_str(), 0555), 0);
+    const Outcome outcome = RunToolUnprivileged({"info", "-"}, folder_);
+    EXPECT_THAT(outcome.errors, HasSubstr("a temporary file in the working directory"));
+    EXPECT_EQ(outcome.exitCode, 1);
+    ASSERT_EQ(::chmod(folder_.Path().c_str(), 0755), 0);
+}
+
+TEST_F(InfoTest, SaysThatThePluginRefusesAFileInWhichNothingIsWrong) {
+    folder_.Write("a.orvo", "<orvo/>");
+    const Outcome outcome = test::Run(
+        {.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+         .folder = folder_.Path().string(),
+         .environment = {{"ORVO_PLUGIN", ORVO_REFUSING_PLUGIN}, {"ORVO_REFUSES", "ReadSession"}}});
+    EXPECT_EQ(outcome.errors,
+              "orvo: a.orvo: the plug-in refused the file: try again; if it happens again, report "
+              "it with the file\n");
     EXPECT_EQ(outcome.exitCode, 1);
 }
 

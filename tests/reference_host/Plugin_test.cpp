@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
+
 #include "reference_host/SessionNode.h"
 #include "tests/reference_host/support/NoLiveNodes.h"
 #include "tests/support/TemporaryFolder.h"
@@ -10,6 +12,7 @@ namespace refhost {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 class PluginTest : public test::NoLiveNodes {
 protected:
@@ -67,6 +70,27 @@ TEST_F(PluginTest, AnEmptyPathFailsBothWays) {
     const auto session = SessionNode::Make();
     EXPECT_EQ(plugin.Read(u"", session->Edit()), tses::SessionResult::ReadFailed);
     EXPECT_EQ(plugin.Write(u"", session->Query()), tses::SessionResult::WriteFailed);
+}
+
+TEST_F(PluginTest, APluginThatRefusesToInitialiseIsAnErrorWithItsResult) {
+    ::setenv("ORVO_REFUSES", "Initialize", 1);
+    try {
+        const Plugin plugin(ORVO_REFUSING_PLUGIN);
+        ADD_FAILURE() << "it was taken";
+    } catch (const PluginError& error) {
+        EXPECT_THAT(error.what(), HasSubstr("refuses to initialise (result -3)"));
+    }
+    ::unsetenv("ORVO_REFUSES");
+}
+
+TEST_F(PluginTest, APathThatIsRefusedEndsTheReadOrWrite) {
+    ::setenv("ORVO_REFUSES", "SetFilePath", 1);
+    Plugin plugin(ORVO_REFUSING_PLUGIN);
+    const auto session = SessionNode::Make();
+    EXPECT_EQ(plugin.Read(u"/a.orvo", session->Edit()), tses::SessionResult::NotImplemented);
+    EXPECT_EQ(plugin.Write(u"/a.orvo", session->Query()), tses::SessionResult::NotImplemented);
+    ::unsetenv("ORVO_REFUSES");
+    EXPECT_EQ(plugin.Read(u"/a.orvo", session->Edit()), tses::SessionResult::Ok);
 }
 
 TEST_F(PluginTest, OneLibraryServesOnePluginAfterAnother) {

@@ -293,6 +293,20 @@ TEST_F(FileReplacementTest, WhereOwnerAndGroupCannotBeKeptNobodyGainsRights) {
     EXPECT_EQ(ModeOf(bytes_), 0622U) << "the new group gets what everybody has";
 }
 
+TEST_F(FileReplacementTest, WhereOnlyTheGroupCannotBeKeptItGetsWhatEverybodyHas) {
+    MakeOld();
+    if (chown(bytes_.c_str(), 65534, 2345) != 0) {
+        GTEST_SKIP() << "only a privileged user may give files away";
+    }
+    ASSERT_EQ(chmod(bytes_.c_str(), 0664), 0);
+    ASSERT_EQ(test::RunUnprivileged([this]() -> std::string {
+                  Replace(target_, "new");
+                  return "replaced";
+              }),
+              "replaced");
+    EXPECT_EQ(ModeOf(bytes_), 0644U);
+}
+
 TEST_F(FileReplacementTest, KeepsExtendedAttributes) {
     MakeOld();
     const std::string large(2000, 'x');
@@ -345,6 +359,17 @@ TEST_F(FileReplacementTest, WhatVouchesForTheOldContentIsNotKept) {
     }
     Replace(target_, "new");
     EXPECT_EQ(AttributeOf(bytes_, "security.capability"), std::nullopt);
+}
+
+TEST_F(FileReplacementTest, MeasurementsOfTheOldContentAreNotKept) {
+    for (const char* const name : {"security.ima", "security.evm"}) {
+        MakeOld();
+        if (!SetAttribute(bytes_, name, "measured")) {
+            GTEST_SKIP() << "measurements cannot be set here";
+        }
+        Replace(target_, "new");
+        EXPECT_EQ(AttributeOf(bytes_, name), std::nullopt) << name;
+    }
 }
 
 // ---- Links
