@@ -5,7 +5,8 @@
 
 A condition (of an if, a loop, a ternary operator, each side of && and ||) and a case is one place with two
 branches: taken and not taken. A place counts once, however often a template or an inline function was
-compiled, and is reached by whichever copy ran. Conditions that the compiler knows do not count.
+compiled, and is reached by whichever copy ran. Conditions that the compiler knows do not count, nor do the
+comparisons that it writes itself: it gives them places but no counters.
 """
 
 import re
@@ -24,12 +25,14 @@ class File:
     def __init__(self):
         self.lines = {}
         self.branches = defaultdict(lambda: [False, False])
+        self.is_generated = False  # what the line at hand states
 
     def add(self, text):
         if match := LINE.match(text):
             number, count = match.groups()
             self.lines[int(number)] = count != "0"
-        elif match := BRANCH.match(text):
+            self.is_generated = text.rstrip().endswith("= default;")
+        elif (match := BRANCH.match(text)) and not self.is_generated:
             line, column, taken, not_taken = match.groups()
             place = self.branches[int(line), int(column)]
             place[0] |= taken != "0"

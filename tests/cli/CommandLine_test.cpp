@@ -88,6 +88,7 @@ TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) 
                                        .terminalErrors = true});
     EXPECT_THAT(outcome.errors, HasSubstr("] reading a.orvo"));
     EXPECT_TRUE(outcome.errors.ends_with("\r\x1b[K")) << outcome.errors;
+    EXPECT_EQ(RunTool({"info", "a.orvo"}, folder_).errors, "") << "not into a file or a pipe";
 }
 
 TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
