@@ -2,7 +2,8 @@
 
 option(ORVO_BUILD_TESTS "Build the tests and the fuzzers" ON)
 option(ORVO_COVERAGE "Count how often each line and branch runs (needs clang)" OFF)
-set(ORVO_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize takes them")
+set(ORVO_SANITIZE "" CACHE STRING "Sanitizers for what is tested, as -fsanitize takes them")
+set(ORVO_CODE_FLAGS "" CACHE STRING "Flags for what is tested, a list: optimisation, debug information")
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -18,9 +19,11 @@ set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
 find_program(ORVO_CCACHE ccache)
 if(ORVO_CCACHE)
-  # What is compiled against precompiled headers is kept too.
+  # What is compiled against precompiled headers is kept too, and what is compiled the same for two
+  # presets serves both.
   set(CMAKE_CXX_COMPILER_LAUNCHER
-    env "CCACHE_SLOPPINESS=pch_defines,time_macros" "${ORVO_CCACHE}")
+    env "CCACHE_SLOPPINESS=pch_defines,time_macros" "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}"
+    "${ORVO_CCACHE}")
 endif()
 
 add_compile_options(
@@ -28,12 +31,20 @@ add_compile_options(
   -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
   -Wcast-qual -Wold-style-cast -Wextra-semi -Wundef)
 
+# orvo_add_code_options(OPTIONS...): for all but the programs of orvo_add_test.
+function(orvo_add_code_options)
+  add_compile_options("$<$<NOT:$<BOOL:$<TARGET_PROPERTY:ORVO_IS_TEST>>>:${ARGV}>")
+endfunction()
+
+orvo_add_code_options(${ORVO_CODE_FLAGS})
 if(ORVO_SANITIZE)
-  add_compile_options("-fsanitize=${ORVO_SANITIZE}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  orvo_add_code_options("-fsanitize=${ORVO_SANITIZE}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options("-fsanitize=${ORVO_SANITIZE}")
   # GCC's flow analysis reports what is not there once the sanitizers' checks are in the code; the other
   # builds keep this warning.
-  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    orvo_add_code_options(-Wno-maybe-uninitialized)
+  endif()
 endif()
 
 if(ORVO_COVERAGE)

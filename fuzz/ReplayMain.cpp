@@ -1,22 +1,28 @@
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
-// Runs a fuzzer without a fuzzing engine: FUZZER -runs=N FOLDER. The files of the folder, once
-// each, then N inputs made of them by chance, always the same. What was running when the process
-// ends unexpectedly is in "crash-input".
+// Runs a fuzzer without a fuzzing engine: FUZZER -runs=N [-seed=S] FOLDER. The files of the folder,
+// once each, then N inputs made of them by chance, the same ones for the same seed. What was
+// running when the process ends unexpectedly is in "crash-input". No input may take over a second
+// of processor time, nor the process over a gibibyte.
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -46,7 +52,8 @@ std::vector<Input> Corpus(const std::filesystem::path& folder) {
 
 class Mutator {
 public:
-    explicit Mutator(const std::vector<Input>& corpus) : corpus_(corpus) {}
+    Mutator(const std::vector<Input>& corpus, std::uint64_t seed)
+        : corpus_(corpus), random_(seed) {}
 
     Input Next() {
         Input input = corpus_[Below(corpus_.size())];
@@ -98,7 +105,7 @@ private:
     }
 
     const std::vector<Input>& corpus_;
-    std::mt19937_64 random_{20261121};
+    std::mt19937_64 random_;
 };
 
 /// Keeps the input that runs in a file, for when it ends the process.
@@ -127,34 +134,87 @@ private:
     int descriptor_;
 };
 
+double ProcessorSeconds() {
+    timespec time{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
 void Run(const Input& input, const InputOnDisk& onDisk) {
+    constexpr double kMostSeconds = 1;
     onDisk.Put(input);
+    const double before = ProcessorSeconds();
     LLVMFuzzerTestOneInput(input.data(), input.size());
+    if (ProcessorSeconds() - before > kMostSeconds) {
+        std::fprintf(stderr, "fuzz: an input took over a second\n");
+        std::abort();
+    }
+}
+
+/// Of the process at its largest, in KiB.
+long MostMemory() {
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+struct Arguments {
+    unsigned long long runs = 0;
+    unsigned long long seed = 20261121;
+    std::filesystem::path folder;
+};
+
+/// Takes "-NAME=NUMBER".
+bool TakeNumber(std::string_view argument, std::string_view name, unsigned long long& number) {
+    if (!argument.starts_with(name)) {
+        return false;
+    }
+    argument.remove_prefix(name.size());
+    const auto [end, error] =
+        std::from_chars(argument.data(), argument.data() + argument.size(), number);
+    return error == std::errc() && end == argument.data() + argument.size();
+}
+
+std::optional<Arguments> Parse(int count, char** texts) {
+    Arguments arguments;
+    for (int place = 1; place < count; ++place) {
+        const std::string_view text = texts[place];
+        if (TakeNumber(text, "-runs=", arguments.runs) ||
+            TakeNumber(text, "-seed=", arguments.seed)) {
+            continue;
+        }
+        if (text.starts_with('-') || !arguments.folder.empty()) {
+            return std::nullopt;
+        }
+        arguments.folder = text;
+    }
+    return std::filesystem::is_directory(arguments.folder) ? std::optional(arguments)
+                                                           : std::nullopt;
 }
 
 }  // namespace
 
-int main(int count, char** arguments) {
-    constexpr std::string_view kRuns = "-runs=";
-    if (count != 3 || !std::string_view(arguments[1]).starts_with(kRuns) ||
-        !std::filesystem::is_directory(arguments[2])) {
-        std::fprintf(stderr, "usage: %s -runs=N FOLDER\n", arguments[0]);
+int main(int count, char** texts) {
+    const std::optional<Arguments> arguments = Parse(count, texts);
+    if (!arguments) {
+        std::fprintf(stderr, "usage: %s -runs=N [-seed=S] FOLDER\n", texts[0]);
         return 2;
     }
-    const long runs = std::atol(arguments[1] + kRuns.size());
-    const std::vector<Input> corpus = Corpus(arguments[2]);
+    const std::vector<Input> corpus = Corpus(arguments->folder);
     if (corpus.empty()) {
-        std::fprintf(stderr, "%s: nothing in %s\n", arguments[0], arguments[2]);
+        std::fprintf(stderr, "%s: nothing in %s\n", texts[0], arguments->folder.c_str());
         return 1;
     }
     const InputOnDisk onDisk;
     for (const Input& input : corpus) {
         Run(input, onDisk);
     }
-    Mutator mutator(corpus);
-    for (long run = 0; run < runs; ++run) {
+    Mutator mutator(corpus, arguments->seed);
+    for (unsigned long long run = 0; run < arguments->runs; ++run) {
         Run(mutator.Next(), onDisk);
     }
-    std::printf("%zu inputs of the corpus, %ld made of them\n", corpus.size(), runs);
-    return 0;
+    constexpr long kMostMemory = 1 << 20;
+    std::printf("%zu inputs of the corpus, %llu made of them; %ld MiB at most\n", corpus.size(),
+                arguments->runs, MostMemory() >> 10);
+    return MostMemory() > kMostMemory ? 1 : 0;
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "plugin/xml/DocumentLimits.h"
+#include "plugin/xml/XmlDeclaration.h"
 
 namespace tses {
 namespace {
@@ -58,6 +59,7 @@ void DocumentWatch::Begin() {
     zeroBytes_ = 0;
     started_ = false;
     foundRoot_ = false;
+    hasMalformedVersion_ = false;
     documentType_.reset();
     sawNul_ = false;
     tail_.clear();
@@ -81,6 +83,8 @@ void DocumentWatch::Received(const unsigned char* bytes, std::size_t size) {
     if (received_ == 0) {
         encoding_ = RecogniseEncoding(bytes, size);
         markup_.emplace(descriptor_, encoding_);
+        hasMalformedVersion_ = HasMalformedVersion(
+            MarkupOf(bytes + encoding_.markSize, size - encoding_.markSize, encoding_));
     }
     CheckLength();
     LookForNul(bytes, size);
@@ -106,6 +110,10 @@ void DocumentWatch::CheckDocumentType() {
 
 void DocumentWatch::SawStartOfDocument() {
     started_ = true;
+    if (hasMalformedVersion_) {
+        refuse_(u"refused: the version in the XML declaration is none; a session has 1.0 or 1.1",
+                DocumentPlace());
+    }
     CheckDocumentType();
 }
 

@@ -15,8 +15,8 @@
 namespace tses {
 
 /// Watches what a parse takes from its file and is told of, and refuses a document that goes beyond
-/// the limits of `DocumentLimits.h`, is damaged in a way that the parser lets pass, or changes
-/// while it is read.
+/// the limits of `DocumentLimits.h`, is malformed or damaged in a way that the parser lets pass, or
+/// changes while it is read.
 ///
 /// The parser tells of a thing when all of it is built, so lengths are watched where its bytes are
 /// handed over: only what goes on for long without an event is looked at more closely. The parser
@@ -67,6 +67,7 @@ private:
     std::size_t zeroBytes_ = 0;      // in the unit that the next byte belongs to
     bool started_ = false;
     bool foundRoot_ = false;
+    bool hasMalformedVersion_ = false;
     std::optional<DocumentPlace> documentType_;
     bool sawNul_ = false;
     std::string tail_;  // the last bytes received

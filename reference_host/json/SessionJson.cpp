@@ -6,6 +6,7 @@
 
 #include "reference_host/json/LoneSurrogates.h"
 #include "reference_host/json/Values.h"
+#include "reference_host/nodes/KeyIndex.h"
 
 namespace refhost {
 namespace {
@@ -101,6 +102,25 @@ std::string Dump(const Value& value) {
     return UnmarkedDocument(Encode(value).dump(kIndent)) + "\n";
 }
 
+/// A reader finds these things by their ids: those without one would end it, and of two with the
+/// same it would make one.
+template <class Thing>
+void RequireOwnIds(const std::vector<Thing>& things, const std::string& list) {
+    std::map<kelcore::uint32, std::size_t> places;
+    for (std::size_t place = 0; place < things.size(); ++place) {
+        const kelcore::uint32 id = things[place].id;
+        const std::string where = "/" + list + "/" + std::to_string(place) + "/id: ";
+        if (id == kNoId) {
+            throw JsonError(where + std::to_string(id) +
+                            " means none; give a number from 0 to 4294967294");
+        }
+        if (const auto [other, isNew] = places.try_emplace(id, place); !isNew) {
+            throw JsonError(where + std::to_string(id) + " is the id of /" + list + "/" +
+                            std::to_string(other->second) + " too; give each its own");
+        }
+    }
+}
+
 /// Names the keys of a type and of all that it is made of, each struct once.
 class KeyList {
 public:
@@ -149,6 +169,9 @@ std::string ToJson(const model::Session& session) {
 model::Session FromJson(std::string_view text) {
     model::Session session;
     Decode(Parse(text), JsonPlace(), session);
+    RequireOwnIds(session.files, "files");
+    RequireOwnIds(session.videoTracks, "videoTracks");
+    RequireOwnIds(session.audioTracks, "audioTracks");
     return session;
 }
 

@@ -25,9 +25,9 @@ public:
 /// the same session back.
 std::string ToJson(const model::Session& session);
 
-/// @throws JsonError for malformed JSON, an unknown or repeated key, a value of the wrong type, and
-/// a
-///         number that its field cannot hold. An absent key takes the model's default.
+/// @throws JsonError for malformed JSON, an unknown or repeated key, a value of the wrong type, a
+///         number that its field cannot hold, and a file or track that has no id of its own among
+///         the files, video tracks or audio tracks. An absent key takes the model's default.
 model::Session FromJson(std::string_view text);
 
 /// Every key of every object that `ToJson` writes, as "Object.key" ("File.id"), in order.

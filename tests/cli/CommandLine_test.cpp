@@ -5,6 +5,7 @@
 
 using test::Outcome;
 using test::RunTool;
+using test::ToolPath;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::Not;
@@ -30,7 +31,7 @@ TEST_F(CommandLineTest, HelpShowsExamplesOnStandardOutput) {
 }
 
 TEST_F(CommandLineTest, HelpAndVersionNeedNoPlugIn) {
-    const test::Command help = {.arguments = {ORVO_TOOL_PATH, "--version"},
+    const test::Command help = {.arguments = {ToolPath(), "--version"},
                                 .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}};
     const Outcome outcome = test::Run(help);
     EXPECT_THAT(outcome.output, MatchesRegex("orvo [0-9]+\\.[0-9]+\\.[0-9]+\n"));
@@ -39,7 +40,7 @@ TEST_F(CommandLineTest, HelpAndVersionNeedNoPlugIn) {
 
 TEST_F(CommandLineTest, APlugInThatIsNotThereIsAFailureThatNamesIt) {
     folder_.Write("a.orvo", "<orvo/>");
-    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},
                                        .folder = folder_.Path().string(),
                                        .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: "));
@@ -62,7 +63,7 @@ TEST_F(CommandLineTest, SenselessCommandLinesAreUsageErrors) {
 }
 
 TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
-    const std::vector<std::string> arguments = {ORVO_TOOL_PATH, "info", "/nowhere/a.orvo"};
+    const std::vector<std::string> arguments = {ToolPath(), "info", "/nowhere/a.orvo"};
     const Outcome plain = test::Run({.arguments = arguments});
     EXPECT_THAT(plain.errors, Not(HasSubstr("\x1b")));
     const Outcome terminal = test::Run(
@@ -74,16 +75,16 @@ TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
 }
 
 TEST_F(CommandLineTest, MessagesAreColouredOnATerminalWhereNobodySaysOtherwise) {
-    const Outcome outcome = test::Run(
-        {.arguments = {"env", "-u", "NO_COLOR", ORVO_TOOL_PATH, "info", "/nowhere/a.orvo"},
-         .terminalErrors = true});
+    const Outcome outcome =
+        test::Run({.arguments = {"env", "-u", "NO_COLOR", ToolPath(), "info", "/nowhere/a.orvo"},
+                   .terminalErrors = true});
     EXPECT_THAT(outcome.errors, HasSubstr("\x1b["));
 }
 
 TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) {
     const std::string session = "<orvo><session/><files>\n" + std::string(20000000, '\n');
     folder_.Write("a.orvo", session + "</files></orvo>");
-    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},
                                        .folder = folder_.Path().string(),
                                        .terminalErrors = true});
     EXPECT_THAT(outcome.errors, HasSubstr("] reading a.orvo"));
@@ -93,7 +94,7 @@ TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) 
 
 TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
     folder_.Write("a.orvo", "<orvo/>");
-    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},
                                        .folder = folder_.Path().string(),
                                        .terminalErrors = true});
     EXPECT_EQ(outcome.errors, "");
@@ -102,7 +103,7 @@ TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
 TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome =
-        test::Run({.arguments = {"sh", "-c", "exec " ORVO_TOOL_PATH " info a.orvo >/dev/full"},
+        test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " info a.orvo >/dev/full"},
                    .folder = folder_.Path().string()});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: standard output: cannot be written"));
     EXPECT_EQ(outcome.exitCode, 1);

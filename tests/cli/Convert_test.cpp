@@ -10,8 +10,10 @@ using nlohmann::json;
 using test::kSmallSession;
 using test::Outcome;
 using test::ReadFile;
+using test::RefusingPluginPath;
 using test::RunTool;
 using test::RunToolUnprivileged;
+using test::ToolPath;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -143,9 +145,9 @@ TEST_F(ConvertTest, ARefusalWithoutAReasonIsSaidToBeThePlugins) {
     folder_.Write("a.json", "{}");
     for (const auto& [out, subject] : {std::pair("b.orvo", "b.orvo"), {"-", "standard output"}}) {
         const Outcome outcome =
-            test::Run({.arguments = {ORVO_TOOL_PATH, "convert", "a.json", out, "--to", "orvo"},
+            test::Run({.arguments = {ToolPath(), "convert", "a.json", out, "--to", "orvo"},
                        .folder = folder_.Path().string(),
-                       .environment = {{"ORVO_PLUGIN", ORVO_REFUSING_PLUGIN},
+                       .environment = {{"ORVO_PLUGIN", RefusingPluginPath()},
                                        {"ORVO_REFUSES", "WriteSession"}}});
         EXPECT_EQ(outcome.errors, std::string("orvo: ") + subject +
                                       ": was not saved: the plug-in refused to write it\n");
@@ -156,7 +158,7 @@ TEST_F(ConvertTest, ARefusalWithoutAReasonIsSaidToBeThePlugins) {
 
 TEST_F(ConvertTest, JsonBecomesJsonWithoutThePlugin) {
     folder_.Write("a.json", R"({"sampleRate": 7})");
-    const Outcome outcome = test::Run({.arguments = {ORVO_TOOL_PATH, "convert", "a.json", "b.json"},
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "convert", "a.json", "b.json"},
                                        .folder = folder_.Path().string(),
                                        .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}});
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;

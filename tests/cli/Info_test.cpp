@@ -8,8 +8,10 @@
 
 using test::kSmallSession;
 using test::Outcome;
+using test::RefusingPluginPath;
 using test::RunTool;
 using test::RunToolUnprivileged;
+using test::ToolPath;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -356,7 +358,7 @@ TEST_F(InfoTest, SaysWhatIsWrongWithAVeryLongName) {
 
 TEST_F(InfoTest, SaysThatStandardInputCannotBeRead) {
     const Outcome outcome =
-        test::Run({.arguments = {"sh", "-c", "exec " ORVO_TOOL_PATH " info - <."},
+        test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " info - <."},
                    .folder = folder_.Path().string()});
     EXPECT_EQ(outcome.errors, "orvo: standard input: cannot be read: Is a directory\n");
     EXPECT_EQ(outcome.exitCode, 1);
@@ -373,9 +375,9 @@ TEST_F(InfoTest, SaysThatStandardInputFindsNoRoomInTheWorkingFolder) {
 TEST_F(InfoTest, SaysThatThePluginRefusesAFileInWhichNothingIsWrong) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = test::Run(
-        {.arguments = {ORVO_TOOL_PATH, "info", "a.orvo"},
+        {.arguments = {ToolPath(), "info", "a.orvo"},
          .folder = folder_.Path().string(),
-         .environment = {{"ORVO_PLUGIN", ORVO_REFUSING_PLUGIN}, {"ORVO_REFUSES", "ReadSession"}}});
+         .environment = {{"ORVO_PLUGIN", RefusingPluginPath()}, {"ORVO_REFUSES", "ReadSession"}}});
     EXPECT_EQ(outcome.errors,
               "orvo: a.orvo: the plug-in refused the file: try again; if it happens again, report "
               "it with the file\n");

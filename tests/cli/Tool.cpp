@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <filesystem>
+
 namespace test {
 
 const char* const kSmallSession = R"xml(<?xml version="1.0" encoding="UTF-8"?>
@@ -18,15 +20,24 @@ const char* const kSmallSession = R"xml(<?xml version="1.0" encoding="UTF-8"?>
 </orvo>
 )xml";
 
+std::string ToolPath() {
+    return std::filesystem::read_symlink("/proc/self/exe").replace_filename("orvo");
+}
+
+std::string RefusingPluginPath() {
+    const std::filesystem::path tool = ToolPath();
+    return tool.parent_path().parent_path() / "lib/refusing_plugin.so";
+}
+
 Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folder,
                 const std::string& input) {
-    arguments.insert(arguments.begin(), ORVO_TOOL_PATH);
+    arguments.insert(arguments.begin(), ToolPath());
     return Run(
         {.arguments = std::move(arguments), .input = input, .folder = folder.Path().string()});
 }
 
 Outcome RunToolUnprivileged(std::vector<std::string> arguments, const TemporaryFolder& folder) {
-    arguments.insert(arguments.begin(), ORVO_TOOL_PATH);
+    arguments.insert(arguments.begin(), ToolPath());
     if (::geteuid() == 0) {
         // Not another user: root keeps the right to run a tool that lies in a folder of root's own.
         arguments.insert(arguments.begin(),

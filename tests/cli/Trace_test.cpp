@@ -10,6 +10,7 @@ using nlohmann::json;
 using test::kSmallSession;
 using test::Outcome;
 using test::RunTool;
+using test::ToolPath;
 using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
@@ -168,7 +169,7 @@ TEST_F(TraceTest, ReferencesAreCountedOutInTheEnd) {
 TEST_F(TraceTest, ShowsNoProgressWhereTheCallsGoToATerminal) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome =
-        test::Run({.arguments = {"sh", "-c", "exec " ORVO_TOOL_PATH " trace a.orvo >&2"},
+        test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " trace a.orvo >&2"},
                    .folder = folder_.Path().string(),
                    .terminalErrors = true});
     EXPECT_THAT(outcome.errors, HasSubstr("{\"result\": 0}"));

@@ -18,11 +18,15 @@ class PluginTest : public test::NoLiveNodes {
 protected:
     std::u16string InFolder(std::string_view name) const { return (folder_ / name).u16string(); }
 
+    static std::filesystem::path RefusingPlugin() {
+        return DefaultPluginPath().replace_filename("refusing_plugin.so");
+    }
+
     ::test::TemporaryFolder folder_;
 };
 
 TEST_F(PluginTest, RegistersItself) {
-    const Plugin plugin(ORVO_PLUGIN_PATH);
+    const Plugin plugin;
     const Registrar& registration = plugin.Registration();
     EXPECT_THAT(registration.InterfaceVersions(),
                 ElementsAre(Registrar::InterfaceVersion{1, 9}, Registrar::InterfaceVersion{1, 9}));
@@ -35,7 +39,7 @@ TEST_F(PluginTest, RegistersItself) {
 }
 
 TEST_F(PluginTest, WritesAFileAndReadsItBack) {
-    Plugin plugin(ORVO_PLUGIN_PATH);
+    Plugin plugin;
     const auto written = SessionNode::Make({.sampleRate = 96000});
     EXPECT_EQ(plugin.Write(InFolder("a.orvo"), written->Query()), tses::SessionResult::Ok);
     const auto read = SessionNode::Make();
@@ -44,7 +48,7 @@ TEST_F(PluginTest, WritesAFileAndReadsItBack) {
 }
 
 TEST_F(PluginTest, HoldsTheContextOfAWriteUntilItsNextCall) {
-    Plugin plugin(ORVO_PLUGIN_PATH);
+    Plugin plugin;
     auto session = SessionNode::Make();
     const std::size_t others = LiveNodes() - 1;
     plugin.Write(InFolder("a.orvo"), session->Query());
@@ -55,7 +59,7 @@ TEST_F(PluginTest, HoldsTheContextOfAWriteUntilItsNextCall) {
 }
 
 TEST_F(PluginTest, HoldsNothingOfAReadAfterwards) {
-    Plugin plugin(ORVO_PLUGIN_PATH);
+    Plugin plugin;
     const std::size_t before = LiveNodes();
     {
         const auto session = SessionNode::Make();
@@ -66,7 +70,7 @@ TEST_F(PluginTest, HoldsNothingOfAReadAfterwards) {
 }
 
 TEST_F(PluginTest, AnEmptyPathFailsBothWays) {
-    Plugin plugin(ORVO_PLUGIN_PATH);
+    Plugin plugin;
     const auto session = SessionNode::Make();
     EXPECT_EQ(plugin.Read(u"", session->Edit()), tses::SessionResult::ReadFailed);
     EXPECT_EQ(plugin.Write(u"", session->Query()), tses::SessionResult::WriteFailed);
@@ -75,7 +79,7 @@ TEST_F(PluginTest, AnEmptyPathFailsBothWays) {
 TEST_F(PluginTest, APluginThatRefusesToInitialiseIsAnErrorWithItsResult) {
     ::setenv("ORVO_REFUSES", "Initialize", 1);
     try {
-        const Plugin plugin(ORVO_REFUSING_PLUGIN);
+        const Plugin plugin(RefusingPlugin());
         ADD_FAILURE() << "it was taken";
     } catch (const PluginError& error) {
         EXPECT_THAT(error.what(), HasSubstr("refuses to initialise (result -3)"));
@@ -85,7 +89,7 @@ TEST_F(PluginTest, APluginThatRefusesToInitialiseIsAnErrorWithItsResult) {
 
 TEST_F(PluginTest, APathThatIsRefusedEndsTheReadOrWrite) {
     ::setenv("ORVO_REFUSES", "SetFilePath", 1);
-    Plugin plugin(ORVO_REFUSING_PLUGIN);
+    Plugin plugin(RefusingPlugin());
     const auto session = SessionNode::Make();
     EXPECT_EQ(plugin.Read(u"/a.orvo", session->Edit()), tses::SessionResult::NotImplemented);
     EXPECT_EQ(plugin.Write(u"/a.orvo", session->Query()), tses::SessionResult::NotImplemented);
@@ -95,7 +99,7 @@ TEST_F(PluginTest, APathThatIsRefusedEndsTheReadOrWrite) {
 
 TEST_F(PluginTest, OneLibraryServesOnePluginAfterAnother) {
     for (int i = 0; i < 3; ++i) {
-        Plugin plugin(ORVO_PLUGIN_PATH);
+        Plugin plugin;
         const auto session = SessionNode::Make();
         EXPECT_EQ(plugin.Write(InFolder("a.orvo"), session->Query()), tses::SessionResult::Ok);
     }

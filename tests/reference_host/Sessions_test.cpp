@@ -26,7 +26,7 @@ protected:
     std::u16string InFolder(std::string_view name) const { return (folder_ / name).u16string(); }
 
     ::test::TemporaryFolder folder_;
-    Plugin plugin_{ORVO_PLUGIN_PATH};
+    Plugin plugin_;
     const std::size_t before_ = LiveNodes();
 };
 

@@ -18,13 +18,24 @@ std::string CaseName(const Request& request, const HostCall& call, const std::st
            what;
 }
 
+/// What a request asks for right after a call; empty after its last one.
+std::string NameAfter(const Request& request, const HostCall& call) {
+    const auto& calls = request.Calls();
+    const auto place = std::ranges::find(calls, call.number, &HostCall::number);
+    const auto next = place == calls.end() ? place : std::next(place);
+    return next == calls.end() ? std::string() : next->Name();
+}
+
 /// A track that the host does not know fails a read, and a session without a metronome closes its
-/// element too early and is not saved; anything else that is not there is left out.
+/// element too early and is not saved; anything else that is not there is left out. A read asks for
+/// the metronome twice, and only the one who then wants its track fails.
 SessionResult ResultOfNull(const Request& request, const HostCall& call) {
-    constexpr std::string_view kFailing[] = {
-        "IEditSession.GetAudioTrack", "IEditSession.GetMetronomeInfo",
-        "IEditMetronomeInfo.GetTrack", "IQuerySession.GetMetronomeInfo"};
-    const bool fails = std::ranges::find(kFailing, call.Name()) != std::end(kFailing);
+    constexpr std::string_view kTrackOfMetronome = "IEditMetronomeInfo.GetTrack";
+    constexpr std::string_view kFailing[] = {"IEditSession.GetAudioTrack", kTrackOfMetronome,
+                                             "IQuerySession.GetMetronomeInfo"};
+    const bool fails = std::ranges::find(kFailing, call.Name()) != std::end(kFailing) ||
+                       (call.Name() == "IEditSession.GetMetronomeInfo" &&
+                        NameAfter(request, call) == kTrackOfMetronome);
     return fails ? request.Failure() : request.Undisturbed();
 }
 

@@ -58,11 +58,13 @@ TEST(ResourceManager, KnowsTheProgramItself) {
 }
 
 TEST(ResourceManager, APointInAFolderIsNoExtensionOfTheLibrary) {
-    void* const library = dlopen(ORVO_MODULE_WITHOUT_EXTENSION, RTLD_NOW | RTLD_LOCAL);
+    const auto program = std::filesystem::read_symlink("/proc/self/exe");
+    const std::string path = program.parent_path().parent_path() / "lib/some.folder/plain_module";
+    void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(library, nullptr) << dlerror();
     const OS_ResourceManager manager(ModuleOfAddress(dlsym(library, "Something")));
-    EXPECT_EQ(Bytes(manager.ModulePath()), ORVO_MODULE_WITHOUT_EXTENSION);
-    EXPECT_EQ(Bytes(manager.ResourceFolder()), ORVO_MODULE_WITHOUT_EXTENSION ".resources");
+    EXPECT_EQ(Bytes(manager.ModulePath()), path);
+    EXPECT_EQ(Bytes(manager.ResourceFolder()), path + ".resources");
     dlclose(library);
 }
 

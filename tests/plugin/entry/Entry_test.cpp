@@ -122,7 +122,7 @@ protected:
         return Call(kWrite, &session->Query());
     }
 
-    refhost::PluginLibrary library{ORVO_PLUGIN_PATH};
+    refhost::PluginLibrary library{refhost::DefaultPluginPath()};
     Ref<Registrar> registrar = Ref<Registrar>::Adopt(new Registrar);
     test::TemporaryFolder folder;
 };
@@ -353,7 +353,7 @@ TEST_F(Entry, TheResourceManagerIsThePlugInsOwnAndGoesWithIt) {
 
 TEST(LoadedLibrary, LeavesTheProcessWhenItIsClosed) {
     const auto isLoaded = [] {
-        void* const handle = ::dlopen(ORVO_PLUGIN_PATH, RTLD_NOW | RTLD_NOLOAD);
+        void* const handle = ::dlopen(refhost::DefaultPluginPath().c_str(), RTLD_NOW | RTLD_NOLOAD);
         if (handle != nullptr) {
             ::dlclose(handle);
         }
@@ -361,7 +361,7 @@ TEST(LoadedLibrary, LeavesTheProcessWhenItIsClosed) {
     };
     const auto registrar = Ref<Registrar>::Adopt(new Registrar);
     {
-        refhost::PluginLibrary library{ORVO_PLUGIN_PATH};
+        refhost::PluginLibrary library{refhost::DefaultPluginPath()};
         library.Call(kInitialize, static_cast<IPlugInRegistrar*>(registrar.Get()));
         library.Call(kTerminate, nullptr);
         EXPECT_TRUE(isLoaded());
@@ -372,7 +372,7 @@ TEST(LoadedLibrary, LeavesTheProcessWhenItIsClosed) {
 TEST(LoadedLibrary, GivesTheContextOfTheLastWriteBackWhenItIsClosed) {
     const std::size_t before = refhost::LiveNodes();
     {
-        refhost::PluginLibrary library{ORVO_PLUGIN_PATH};
+        refhost::PluginLibrary library{refhost::DefaultPluginPath()};
         const auto session = refhost::SessionNode::Make();
         library.Call(kWrite, &session->Query());
     }

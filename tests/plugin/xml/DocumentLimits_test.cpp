@@ -240,6 +240,23 @@ TEST_F(DocumentLimitsTest, AFileOfMoreThan2GiBIsRefused) {
     EXPECT_THAT(events.lines, IsEmpty());
 }
 
+TEST_F(DocumentLimitsTest, AVersionOfXmlThatIsNoNumberIsRefusedWithItsPlace) {
+    for (const char* const version : {"1.", "1.S", "1.0a", "1. 0", "1.0.0", "1.-0"}) {
+        const std::string document = std::string("<?xml version=\"") + version + "\"?><a/>";
+        EXPECT_TRUE(IsRefused(document, "version in the XML declaration")) << version;
+    }
+    EXPECT_TRUE(IsRefused("\xEF\xBB\xBF<?xml\n version =\t'1.x' ?><a/>", "fatal 1:1 "));
+    EXPECT_TRUE(IsRefused(Utf16LittleEndian("<?xml version='1.x'?><a/>"), "version"));
+}
+
+TEST_F(DocumentLimitsTest, EveryVersionNumberOfXml1IsRead) {
+    for (const char* const version : {"1.0", "1.1", "1.5", "1.10"}) {
+        const std::string document = std::string("<?xml version='") + version + "'?><a b='1.S'/>";
+        EXPECT_TRUE(ParseText(document)) << version;
+        EXPECT_TRUE(ParseText(Utf16LittleEndian(document))) << version;
+    }
+}
+
 TEST_F(DocumentLimitsTest, NulCharactersBehindTheRootAreRefused) {
     using namespace std::string_literals;
     EXPECT_TRUE(IsRefused("<a/>\0\0\0"s, "NUL"));

@@ -12,6 +12,19 @@
 namespace test {
 namespace {
 
+using ExpatParser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, void (*)(XML_Parser)>;
+using Libxml2Document = std::unique_ptr<xmlDoc, void (*)(xmlDoc*)>;
+
+constexpr int kLibxml2Options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+
+/// What expat puts between a namespace and a local name; no name can hold it.
+constexpr XML_Char kNamespaceEnd = '/';
+
+bool ParseByExpat(XML_Parser parser, std::string_view document) {
+    return XML_Parse(parser, document.data(), static_cast<int>(document.size()), XML_TRUE) ==
+           XML_STATUS_OK;
+}
+
 /// The values that expat has told of.
 struct ExpatValues {
     Values values;
@@ -49,25 +62,29 @@ std::u16string ValueOf(xmlNode* element) {
                                                    : xmlNodeGetContent(element));
 }
 
+void NoteError(void* parser, xmlError* error) {
+    if (error->level >= XML_ERR_ERROR) {
+        static_cast<std::set<int>*>(static_cast<xmlParserCtxt*>(parser)->_private)
+            ->insert(error->code);
+    }
+}
+
 }  // namespace
 
 std::optional<Values> ReadByExpat(std::string_view document) {
-    const std::unique_ptr<std::remove_pointer_t<XML_Parser>, void (*)(XML_Parser)> parser(
-        XML_ParserCreate(nullptr), XML_ParserFree);
+    const ExpatParser parser(XML_ParserCreate(nullptr), XML_ParserFree);
     ExpatValues read;
     XML_SetUserData(parser.get(), &read);
     XML_SetElementHandler(parser.get(), OnStart, OnEnd);
     XML_SetCharacterDataHandler(parser.get(), OnCharacters);
-    const XML_Status status =
-        XML_Parse(parser.get(), document.data(), static_cast<int>(document.size()), XML_TRUE);
-    return status == XML_STATUS_OK ? std::optional(std::move(read.values)) : std::nullopt;
+    return ParseByExpat(parser.get(), document) ? std::optional(std::move(read.values))
+                                                : std::nullopt;
 }
 
 std::optional<Values> ReadByLibxml2(std::string_view document) {
-    const std::unique_ptr<xmlDoc, void (*)(xmlDoc*)> read(
-        xmlReadMemory(document.data(), static_cast<int>(document.size()), nullptr, nullptr,
-                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
-        xmlFreeDoc);
+    const Libxml2Document read(xmlReadMemory(document.data(), static_cast<int>(document.size()),
+                                             nullptr, nullptr, kLibxml2Options),
+                               xmlFreeDoc);
     if (read == nullptr) {
         return std::nullopt;
     }
@@ -79,6 +96,32 @@ std::optional<Values> ReadByLibxml2(std::string_view document) {
         }
     }
     return values;
+}
+
+std::set<int> ErrorsByExpat(std::string_view document) {
+    const ExpatParser parser(XML_ParserCreateNS(nullptr, kNamespaceEnd), XML_ParserFree);
+    if (ParseByExpat(parser.get(), document)) {
+        return {};
+    }
+    return {XML_GetErrorCode(parser.get())};
+}
+
+std::set<int> ErrorsByLibxml2(std::string_view document) {
+    const std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt*)> parser(xmlNewParserCtxt(),
+                                                                          xmlFreeParserCtxt);
+    std::set<int> errors;
+    parser->_private = &errors;
+    parser->sax->serror = NoteError;
+    const Libxml2Document read(
+        xmlCtxtReadMemory(parser.get(), document.data(), static_cast<int>(document.size()), nullptr,
+                          nullptr, kLibxml2Options | XML_PARSE_HUGE),
+        xmlFreeDoc);
+    const bool isWellFormed =
+        read != nullptr && parser->wellFormed != 0 && parser->nsWellFormed != 0;
+    if (!isWellFormed && errors.empty()) {
+        errors.insert(XML_ERR_INTERNAL_ERROR);
+    }
+    return errors;
 }
 
 }  // namespace test

@@ -47,9 +47,9 @@ TEST(SessionJsonTest, EveryValueComesBack) {
         .bitDepth = 0,
         .formatDescription = u"quote \" backslash \\ line\n",
         .versionDependentValue = 9007199254740993,
-        .files = {{.id = 4294967295, .path = u"/m\u00fcsic/\U0001F3B5.wav"},
+        .files = {{.id = 4294967294, .path = u"/m\u00fcsic/\U0001F3B5.wav"},
                   {.id = 0, .recoveryId = std::u16string{u'a', 0, 0xD800, u'b', 0xDC00, 0xD800}},
-                  {.importerPrivateSettings = std::u16string{0xFDD0, 0xFFFE, 0xFFFF}}},
+                  {.id = 1, .importerPrivateSettings = std::u16string{0xFDD0, 0xFFFE, 0xFFFF}}},
         .audioDevice = {u"in", u"", {{-7, u"Mic"}}, {}}};
     EXPECT_EQ(FromJson(ToJson(session)), session);
 }
@@ -181,6 +181,27 @@ TEST(SessionJsonTest, ANumberThatDoesNotFitIsNamedWithItsPlaceAndRange) {
     EXPECT_THAT(ErrorOf(R"({"channelCount": -2147483649})"), StartsWith("/channelCount: "));
     EXPECT_THAT(ErrorOf(R"({"duration": 9223372036854775808})"), StartsWith("/duration: "));
     EXPECT_THAT(ErrorOf(R"({"duration": 1.5})"), StartsWith("/duration: "));
+}
+
+TEST(SessionJsonTest, TwoOfAListWithTheSameIdAreNamed) {
+    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"id": 5}, {"id": 6}, {"id": 5}]})"),
+              "/audioTracks/2/id: 5 is the id of /audioTracks/0 too; give each its own");
+    EXPECT_EQ(ErrorOf(R"({"videoTracks": [{}, {}]})"),
+              "/videoTracks/1/id: 0 is the id of /videoTracks/0 too; give each its own");
+    EXPECT_EQ(ErrorOf(R"({"files": [{"id": 1}, {"id": 1}]})"),
+              "/files/1/id: 1 is the id of /files/0 too; give each its own");
+}
+
+TEST(SessionJsonTest, TracksOfTwoListsMayHaveTheSameId) {
+    EXPECT_NO_THROW(FromJson(R"({"videoTracks": [{"id": 5}], "audioTracks": [{"id": 5}]})"));
+}
+
+TEST(SessionJsonTest, TheIdThatMeansNoneIsAnErrorButForTheMetronome) {
+    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"id": 4294967295}]})"),
+              "/audioTracks/0/id: 4294967295 means none; give a number from 0 to 4294967294");
+    EXPECT_EQ(ErrorOf(R"({"files": [{"id": 4294967295}]})"),
+              "/files/0/id: 4294967295 means none; give a number from 0 to 4294967294");
+    EXPECT_NO_THROW(FromJson(R"({"metronome": {"track": {"id": 4294967295}}})"));
 }
 
 TEST(SessionJsonTest, MalformedJsonIsNamedWithLineAndColumn) {

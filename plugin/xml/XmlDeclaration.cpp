@@ -1,0 +1,46 @@
+#include "plugin/xml/XmlDeclaration.h"
+
+#include <algorithm>
+
+namespace tses {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+bool Take(std::string_view& markup, std::string_view expected) {
+    const bool isThere = markup.starts_with(expected);
+    markup.remove_prefix(isThere ? expected.size() : 0);
+    return isThere;
+}
+
+void TakeBlanks(std::string_view& markup) {
+    markup.remove_prefix(std::min(markup.find_first_not_of(kBlanks), markup.size()));
+}
+
+bool IsNumber(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+}  // namespace
+
+bool HasMalformedVersion(std::string_view markup) {
+    if (!Take(markup, "<?xml")) {
+        return false;
+    }
+    TakeBlanks(markup);
+    if (!Take(markup, "version")) {
+        return false;
+    }
+    TakeBlanks(markup);
+    if (!Take(markup, "=")) {
+        return false;
+    }
+    TakeBlanks(markup);
+    const std::string_view quote = markup.substr(0, 1);
+    if ((quote != "\"" && quote != "'") || !Take(markup, quote) || !Take(markup, "1.")) {
+        return false;
+    }
+    return !IsNumber(markup.substr(0, markup.find(quote)));
+}
+
+}  // namespace tses
