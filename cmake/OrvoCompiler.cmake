@@ -1,6 +1,7 @@
 # How every target is compiled: C++20, warnings as errors, sanitizers on request, outputs in bin/ and lib/.
 
 option(ORVO_BUILD_TESTS "Build the tests and the fuzzers" ON)
+option(ORVO_COVERAGE "Count how often each line and branch runs (needs clang)" OFF)
 set(ORVO_SANITIZE "" CACHE STRING "Sanitizers for what is tested, as -fsanitize takes them")
 set(ORVO_CODE_FLAGS "" CACHE STRING "Flags for what is tested, a list: optimisation, debug information")
 
@@ -44,4 +45,13 @@ if(ORVO_SANITIZE)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     orvo_add_code_options(-Wno-maybe-uninitialized)
   endif()
+endif()
+
+if(ORVO_COVERAGE)
+  # The counters are the pages of the profile itself (%c), one for each program and library (%m): what a
+  # process counted stays when it is killed, leaves by _exit or unloads a library.
+  add_compile_options(
+    "-fprofile-instr-generate=${CMAKE_BINARY_DIR}/profiles/%c%m.profraw" -fcoverage-mapping
+    "SHELL:-mllvm -runtime-counter-relocation")
+  add_link_options(-fprofile-instr-generate)
 endif()

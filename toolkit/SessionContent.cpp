@@ -366,8 +366,6 @@ constexpr Scope kInAnyChannelMap[] = {u"channelMap"};
 
 constexpr Scope kInAudioClip[] = {u"audioClip"};
 
-constexpr Scope kInChannelMapOwner[] = {u"slotComponent", u"audioClip"};
-
 constexpr Scope kInMidiClip[] = {u"midiClip"};
 
 constexpr Scope kInVideoClip[] = {u"videoClip"};

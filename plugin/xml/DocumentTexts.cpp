@@ -24,7 +24,7 @@ XmlVersion VersionOf(const xercesc::DOMDocument& document) {
 }
 
 bool IsWithinPair(std::u16string_view text, std::size_t at) {
-    return at > 0 && at < text.size() && text[at] >= 0xDC00 && text[at] <= 0xDFFF;
+    return at < text.size() && text[at] >= 0xDC00 && text[at] <= 0xDFFF;
 }
 
 /// How much of a text one section takes. None can hold what ends it, which the serialiser drops,

@@ -19,8 +19,6 @@ public:
                                  std::u16string_view qualifiedName) = 0;
     /// A piece of character data; one text may come in several pieces.
     virtual void CharactersEvent(std::u16string_view text) = 0;
-    /// White space between elements, where a document type says that it means nothing.
-    virtual void IgnorableWhitespaceEvent(std::u16string_view /*text*/) {}
 
     virtual ~SAXContentHandler() = default;
 

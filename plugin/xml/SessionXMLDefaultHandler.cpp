@@ -106,13 +106,6 @@ void SessionXMLDefaultHandler::characters(const XMLCh* text, XMLSize_t length) {
     }
 }
 
-void SessionXMLDefaultHandler::ignorableWhitespace(const XMLCh* text, XMLSize_t length) {
-    watch_.SawEvent();
-    if (content_ != nullptr) {
-        content_->IgnorableWhitespaceEvent({text, length});
-    }
-}
-
 void SessionXMLDefaultHandler::processingInstruction(const XMLCh* /*target*/,
                                                      const XMLCh* /*data*/) {
     watch_.SawEvent();

@@ -33,7 +33,6 @@ public:
                       const xercesc::Attributes& attributes) override;
     void endElement(const XMLCh* uri, const XMLCh* localName, const XMLCh* qualifiedName) override;
     void characters(const XMLCh* text, XMLSize_t length) override;
-    void ignorableWhitespace(const XMLCh* text, XMLSize_t length) override;
     void processingInstruction(const XMLCh* target, const XMLCh* data) override;
     void comment(const XMLCh* text, XMLSize_t length) override;
     void startPrefixMapping(const XMLCh* prefix, const XMLCh* uri) override;

@@ -106,9 +106,7 @@ bool Attempt(Operation&& operation) {
 }
 
 void SwitchOn(xercesc::DOMConfiguration& configuration, const XMLCh* parameter) {
-    if (configuration.canSetParameter(parameter, true)) {
-        configuration.setParameter(parameter, true);
-    }
+    configuration.setParameter(parameter, true);
 }
 
 bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& target) {
@@ -265,7 +263,7 @@ bool SessionXMLWriter::EndElement() {
     }
     // The parent of the document element is the document, a node that no element can be put beside.
     xercesc::DOMNode* const parent = state_->current->getParentNode();
-    if (parent == nullptr || parent->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
+    if (parent->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
         return false;
     }
     state_->current = static_cast<xercesc::DOMElement*>(parent);

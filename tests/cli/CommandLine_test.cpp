@@ -5,6 +5,7 @@
 
 using test::Outcome;
 using test::RunTool;
+using test::ToolPath;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::Not;
@@ -72,6 +73,24 @@ TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
     const Outcome refused = test::Run(
         {.arguments = arguments, .environment = {{"NO_COLOR", "1"}}, .terminalErrors = true});
     EXPECT_THAT(refused.errors, Not(HasSubstr("\x1b")));
+}
+
+TEST_F(CommandLineTest, MessagesAreColouredOnATerminalWhereNobodySaysOtherwise) {
+    const Outcome outcome =
+        test::Run({.arguments = {"env", "-u", "NO_COLOR", ToolPath(), "info", "/nowhere/a.orvo"},
+                   .terminalErrors = true});
+    EXPECT_THAT(outcome.errors, HasSubstr("\x1b["));
+}
+
+TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) {
+    const std::string session = "<orvo><session/><files>\n" + std::string(20000000, '\n');
+    folder_.Write("a.orvo", session + "</files></orvo>");
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},
+                                       .folder = folder_.Path().string(),
+                                       .terminalErrors = true});
+    EXPECT_THAT(outcome.errors, HasSubstr("] reading a.orvo"));
+    EXPECT_TRUE(outcome.errors.ends_with("\r\x1b[K")) << outcome.errors;
+    EXPECT_EQ(RunTool({"info", "a.orvo"}, folder_).errors, "") << "not into a file or a pipe";
 }
 
 TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {

@@ -10,8 +10,10 @@ using nlohmann::json;
 using test::kSmallSession;
 using test::Outcome;
 using test::ReadFile;
+using test::RefusingPluginPath;
 using test::RunTool;
 using test::RunToolUnprivileged;
+using test::ToolPath;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -137,6 +139,30 @@ TEST_F(ConvertTest, AFailedSaveTellsTheReason) {
         EXPECT_THAT(outcome.errors, HasSubstr((folder_ / out).string()));
         EXPECT_EQ(outcome.exitCode, 1);
     }
+}
+
+TEST_F(ConvertTest, ARefusalWithoutAReasonIsSaidToBeThePlugins) {
+    folder_.Write("a.json", "{}");
+    for (const auto& [out, subject] : {std::pair("b.orvo", "b.orvo"), {"-", "standard output"}}) {
+        const Outcome outcome =
+            test::Run({.arguments = {ToolPath(), "convert", "a.json", out, "--to", "orvo"},
+                       .folder = folder_.Path().string(),
+                       .environment = {{"ORVO_PLUGIN", RefusingPluginPath()},
+                                       {"ORVO_REFUSES", "WriteSession"}}});
+        EXPECT_EQ(outcome.errors, std::string("orvo: ") + subject +
+                                      ": was not saved: the plug-in refused to write it\n");
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(outcome.exitCode, 1);
+    }
+}
+
+TEST_F(ConvertTest, JsonBecomesJsonWithoutThePlugin) {
+    folder_.Write("a.json", R"({"sampleRate": 7})");
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "convert", "a.json", "b.json"},
+                                       .folder = folder_.Path().string(),
+                                       .environment = {{"ORVO_PLUGIN", "/nowhere/OrvoNative.so"}}});
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_EQ(json::parse(ReadFile(folder_ / "b.json")).at("sampleRate"), 7);
 }
 
 TEST_F(ConvertTest, AFolderThatMayNotBeWrittenKeepsTheOldFile) {

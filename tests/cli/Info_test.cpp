@@ -8,8 +8,10 @@
 
 using test::kSmallSession;
 using test::Outcome;
+using test::RefusingPluginPath;
 using test::RunTool;
 using test::RunToolUnprivileged;
+using test::ToolPath;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -92,6 +94,46 @@ TEST_F(InfoTest, ShowsTheDetailsThatAreAskedFor) {
         outcome.output,
         HasSubstr("  Track  Clip  Name            Start       Length  Media  Group  Notes\n"
                   "  Voice     5  Line one  0:00:01.500  0:00:00.250      9  Pair   missing\n"));
+}
+
+constexpr const char* kSessionOfLittle = R"(<orvo><session sampleRate="0" duration="1"><tracks>
+<videoTrack id="5"><trackParameters><name>Film</name></trackParameters>
+<videoClip id="9"><videoFormat width="720" height="576" timeScale="0"/></videoClip>
+<videoClip id="10"><videoFormat width="720" height="576" timeScale="25" sampleSize="0" parNumerator="0"/></videoClip>
+<videoClip id="11"><videoFormat width="720" height="576" timeScale="25" sampleSize="1" parNumerator="1" parDenominator="1"/></videoClip></videoTrack>
+<instrumentTrack id="1"><trackParameters><name>Keys</name></trackParameters>
+<trackAudioParameters><trackInput inputID="4"/></trackAudioParameters>
+<effectsRack><slot slotIndex="0"/></effectsRack>
+<sendList><sendSlot slotIndex="0"><component id="sendComponent">
+<parameter index="0" parameterValue="1"><parameterKeyframes><parameterKeyframe value="1"/></parameterKeyframes></parameter>
+</component></sendSlot></sendList>
+<midiClip id="6" name="Run" startPoint="7"/></instrumentTrack></tracks></session></orvo>)";
+
+TEST_F(InfoTest, ShowsWhatIsLeftOfASessionThatLeavesMostOfItOut) {
+    folder_.Write("a.orvo", kSessionOfLittle);
+    const Outcome outcome =
+        RunTool({"info", "--tracks", "--effects", "--clips", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, HasSubstr("  Duration     1 sample\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("    Picture  720 x 576\n"
+                                          "    Picture  720 x 576\n"
+                                          "    Picture  720 x 576, 25 frames a second\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("nowhere (post-fader), 1 lane, 1 keyframe\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("(empty)"));
+    EXPECT_EQ(outcome.errors, "");
+}
+
+TEST_F(InfoTest, ShowsNoTableOfClipsWhereThereAreNone) {
+    folder_.Write("a.orvo", "<orvo/>");
+    const Outcome outcome = RunTool({"info", "--clips", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.output, Not(HasSubstr("Clip")));
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(InfoTest, TellsProgramsNullForWhatThereIsNot) {
+    folder_.Write("a.orvo", kSessionOfLittle);
+    const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
+    const auto session = nlohmann::json::parse(outcome.output).at(0);
+    EXPECT_EQ(session.at("duration"), nullptr);
 }
 
 TEST_F(InfoTest, ShowsTheTitleOfATrackOnceAboveItsRoutingAndItsEffects) {
@@ -286,6 +328,9 @@ INSTANTIATE_TEST_SUITE_P(
         BadFile{"TrackWithoutId",
                 "<orvo><session>\n<tracks><audioTrack/></tracks></session></orvo>",
                 "orvo: a.orvo:2:9: <audioTrack> without an id: give it the attribute id"},
+        BadFile{"TrackWithoutIdBesideWhatIsNotCarried",
+                "<orvo><glow/><session>\n<tracks><busTrack/></tracks></session></orvo>",
+                "orvo: a.orvo:2:9: <busTrack> without an id: give it the attribute id"},
         BadFile{"Unclosed", "<orvo>\n<session>\n</orvo>", "orvo: a.orvo:3:"}),
     [](const auto& instance) { return std::string(instance.param.description); });
 
@@ -308,6 +353,34 @@ TEST_F(InfoTest, SaysWhatIsWrongWithAVeryLongName) {
     folder_.Write("long.orvo", "<orvo><" + name + "></b></orvo>");
     const Outcome outcome = RunTool({"info", "long.orvo"}, folder_);
     EXPECT_THAT(outcome.errors, StartsWith("orvo: long.orvo:1:900011: not well-formed XML: "));
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, SaysThatStandardInputCannotBeRead) {
+    const Outcome outcome =
+        test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " info - <."},
+                   .folder = folder_.Path().string()});
+    EXPECT_EQ(outcome.errors, "orvo: standard input: cannot be read: Is a directory\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, SaysThatStandardInputFindsNoRoomInTheWorkingFolder) {
+    ASSERT_EQ(::chmod(folder_.Path().c_str(), 0555), 0);
+    const Outcome outcome = RunToolUnprivileged({"info", "-"}, folder_);
+    EXPECT_THAT(outcome.errors, HasSubstr("a temporary file in the working directory"));
+    EXPECT_EQ(outcome.exitCode, 1);
+    ASSERT_EQ(::chmod(folder_.Path().c_str(), 0755), 0);
+}
+
+TEST_F(InfoTest, SaysThatThePluginRefusesAFileInWhichNothingIsWrong) {
+    folder_.Write("a.orvo", "<orvo/>");
+    const Outcome outcome = test::Run(
+        {.arguments = {ToolPath(), "info", "a.orvo"},
+         .folder = folder_.Path().string(),
+         .environment = {{"ORVO_PLUGIN", RefusingPluginPath()}, {"ORVO_REFUSES", "ReadSession"}}});
+    EXPECT_EQ(outcome.errors,
+              "orvo: a.orvo: the plug-in refused the file: try again; if it happens again, report "
+              "it with the file\n");
     EXPECT_EQ(outcome.exitCode, 1);
 }
 

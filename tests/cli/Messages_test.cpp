@@ -17,6 +17,7 @@ TEST(FormatMessage, HasEachPartOnlyWhereThereIsOne) {
 TEST(FormatMessage, StaysOnOneLine) {
     EXPECT_EQ(FormatMessage({.subject = "a\nb", .what = "odd\x1b[1m"}),
               "orvo: a\\x0ab: odd\\x1b[1m");
+    EXPECT_EQ(FormatMessage({.subject = "a\x7F", .what = "odd"}), "orvo: a\\x7f: odd");
 }
 
 }  // namespace

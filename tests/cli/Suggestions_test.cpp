@@ -27,6 +27,7 @@ TEST(NearMatches, FindsAPartOfAName) {
 
 TEST(NearMatches, FindsNothingForSomethingElse) {
     EXPECT_THAT(NearMatches("Zanzibar", kNames), IsEmpty());
+    EXPECT_THAT(NearMatches("", kNames), IsEmpty());
 }
 
 TEST(NearMatches, GivesNoMoreThanAskedFor) {

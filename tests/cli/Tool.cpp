@@ -24,6 +24,11 @@ std::string ToolPath() {
     return std::filesystem::read_symlink("/proc/self/exe").replace_filename("orvo");
 }
 
+std::string RefusingPluginPath() {
+    const std::filesystem::path tool = ToolPath();
+    return tool.parent_path().parent_path() / "lib/refusing_plugin.so";
+}
+
 Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folder,
                 const std::string& input) {
     arguments.insert(arguments.begin(), ToolPath());

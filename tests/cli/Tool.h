@@ -11,6 +11,9 @@ namespace test {
 /// The built tool, beside the test program.
 std::string ToolPath();
 
+/// A plug-in that refuses the one request that the environment variable ORVO_REFUSES names.
+std::string RefusingPluginPath();
+
 /// Runs the built tool with these arguments in a folder.
 Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folder,
                 const std::string& input = {});

@@ -10,6 +10,7 @@ using nlohmann::json;
 using test::kSmallSession;
 using test::Outcome;
 using test::RunTool;
+using test::ToolPath;
 using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
@@ -106,6 +107,14 @@ TEST_F(TraceTest, AnUnknownNullOperationIsAUsageErrorThatListsNearOnes) {
     EXPECT_EQ(outcome.exitCode, 2);
 }
 
+TEST_F(TraceTest, AnUnknownNullOperationThatIsLikeNoOtherIsAUsageErrorWithoutAdvice) {
+    const Outcome outcome = RunTool({"trace", "--null", "Zanzibar", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.errors,
+                HasSubstr("no operation of a read called \"Zanzibar\" returns an object"));
+    EXPECT_THAT(outcome.errors, Not(HasSubstr("did you mean")));
+    EXPECT_EQ(outcome.exitCode, 2);
+}
+
 TEST_F(TraceTest, AnOperationThatReturnsNothingCannotReturnNull) {
     const Outcome outcome =
         RunTool({"trace", "--null", "IEditSession.SetSampleRate", "a.orvo"}, folder_);
@@ -117,10 +126,13 @@ TEST_F(TraceTest, AFeatureIsSwitchedOnOrOffOnly) {
                   .exitCode,
               2);
     EXPECT_EQ(RunTool({"trace", "--feature", "=on", "a.orvo"}, folder_).exitCode, 2);
-    folder_.Write("a.orvo", "<orvo/>");
     EXPECT_EQ(
-        RunTool({"trace", "--feature", "Tembra.InstrumentTracks=off", "a.orvo"}, folder_).exitCode,
-        0);
+        RunTool({"trace", "--feature", "Tembra.InstrumentTracks", "a.orvo"}, folder_).exitCode, 2);
+    folder_.Write("a.orvo", "<orvo/>");
+    for (const char* const feature :
+         {"Tembra.InstrumentTracks=off", "Tembra.InstrumentTracks=on"}) {
+        EXPECT_EQ(RunTool({"trace", "--feature", feature, "a.orvo"}, folder_).exitCode, 0);
+    }
 }
 
 TEST_F(TraceTest, OptionsTakeOneValueSoThatFilesMayFollow) {
@@ -152,6 +164,16 @@ TEST_F(TraceTest, ReferencesAreCountedOutInTheEnd) {
     }
     EXPECT_THAT(balance, testing::Contains(testing::Key("IEditFile#2")));
     EXPECT_THAT(balance, testing::Each(testing::Pair(testing::_, 0)));
+}
+
+TEST_F(TraceTest, ShowsNoProgressWhereTheCallsGoToATerminal) {
+    folder_.Write("a.orvo", "<orvo/>");
+    const Outcome outcome =
+        test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " trace a.orvo >&2"},
+                   .folder = folder_.Path().string(),
+                   .terminalErrors = true});
+    EXPECT_THAT(outcome.errors, HasSubstr("{\"result\": 0}"));
+    EXPECT_EQ(outcome.exitCode, 0);
 }
 
 TEST_F(TraceTest, ReadsStandardInput) {

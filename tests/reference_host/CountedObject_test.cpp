@@ -33,6 +33,12 @@ TEST_F(CountedObjectTest, ACopiedReferenceCounts) {
     EXPECT_EQ(TextOf(copy.Get()), u"text");
 }
 
+TEST_F(CountedObjectTest, ACopyOfNoReferenceIsNone) {
+    const Ref<HostString> none;
+    const Ref<HostString> copy = none;
+    EXPECT_FALSE(copy);
+}
+
 TEST_F(CountedObjectTest, AHostStringKeepsZerosAndSurrogatesOfItsText) {
     const std::u16string text{u'a', 0, 0xD800, u'b'};
     const auto string = Ref<HostString>::Adopt(new HostString(text));

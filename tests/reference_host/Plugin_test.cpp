@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
+
 #include "reference_host/SessionNode.h"
 #include "tests/reference_host/support/NoLiveNodes.h"
 #include "tests/support/TemporaryFolder.h"
@@ -10,10 +12,15 @@ namespace refhost {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 class PluginTest : public test::NoLiveNodes {
 protected:
     std::u16string InFolder(std::string_view name) const { return (folder_ / name).u16string(); }
+
+    static std::filesystem::path RefusingPlugin() {
+        return DefaultPluginPath().replace_filename("refusing_plugin.so");
+    }
 
     ::test::TemporaryFolder folder_;
 };
@@ -67,6 +74,27 @@ TEST_F(PluginTest, AnEmptyPathFailsBothWays) {
     const auto session = SessionNode::Make();
     EXPECT_EQ(plugin.Read(u"", session->Edit()), tses::SessionResult::ReadFailed);
     EXPECT_EQ(plugin.Write(u"", session->Query()), tses::SessionResult::WriteFailed);
+}
+
+TEST_F(PluginTest, APluginThatRefusesToInitialiseIsAnErrorWithItsResult) {
+    ::setenv("ORVO_REFUSES", "Initialize", 1);
+    try {
+        const Plugin plugin(RefusingPlugin());
+        ADD_FAILURE() << "it was taken";
+    } catch (const PluginError& error) {
+        EXPECT_THAT(error.what(), HasSubstr("refuses to initialise (result -3)"));
+    }
+    ::unsetenv("ORVO_REFUSES");
+}
+
+TEST_F(PluginTest, APathThatIsRefusedEndsTheReadOrWrite) {
+    ::setenv("ORVO_REFUSES", "SetFilePath", 1);
+    Plugin plugin(RefusingPlugin());
+    const auto session = SessionNode::Make();
+    EXPECT_EQ(plugin.Read(u"/a.orvo", session->Edit()), tses::SessionResult::NotImplemented);
+    EXPECT_EQ(plugin.Write(u"/a.orvo", session->Query()), tses::SessionResult::NotImplemented);
+    ::unsetenv("ORVO_REFUSES");
+    EXPECT_EQ(plugin.Read(u"/a.orvo", session->Edit()), tses::SessionResult::Ok);
 }
 
 TEST_F(PluginTest, OneLibraryServesOnePluginAfterAnother) {

@@ -2,8 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include "host/LogTarget.h"
 #include "platform/kelappsupport/Features.h"
 #include "platform/kelcore/Trace.h"
+#include "reference_host/HostString.h"
 #include "tests/reference_host/support/NoLiveNodes.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -68,6 +70,16 @@ TEST_F(SessionsTest, AFailedReadSaysWhatTheParserSays) {
     EXPECT_NE(read.messages[0].back(), u'\n');
 }
 
+TEST_F(SessionsTest, AMessageOfLineEndsAloneIsEmpty) {
+    const ReadResult read =
+        ReadSession(plugin_, InFolder("none.orvo"), {.wrap = [](tses::IEditSession& session) {
+                        const auto text = Ref<HostString>::Adopt(new HostString(u"\n\n"));
+                        session.GetLogTarget()->LogMessage(text.Get());
+                        return Ref<tses::IEditSession>::Retain(&session);
+                    }});
+    EXPECT_THAT(read.messages, ElementsAre(std::u16string()));
+}
+
 TEST_F(SessionsTest, WithoutALogTargetAFailedReadSaysNothing) {
     const std::filesystem::path path =
         folder_.Write("bad.orvo", "<orvo>\n<session></files></orvo>");
@@ -89,6 +101,20 @@ TEST_F(SessionsTest, AWriteLeavesTracingAsItWas) {
     WriteSession(plugin_, InFolder("a.orvo"), {});
     EXPECT_TRUE(kelcore::trace::IsEnabled("app::XMLWriter"));
     kelcore::trace::SetEnabled("app::XMLWriter", false);
+}
+
+TEST_F(SessionsTest, LinesThatOthersTraceDuringAWriteGoToStandardError) {
+    kelcore::trace::SetEnabled("app::Other", true);
+    ::testing::internal::CaptureStderr();
+    const WriteResult written =
+        WriteSession(plugin_, InFolder("a.orvo"), {}, {.progress = [](const Progress& progress) {
+                         if (progress.done == 1) {
+                             kelcore::trace::Write("app::Other", "of another");
+                         }
+                     }});
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "app::Other: of another\n");
+    EXPECT_THAT(written.messages, IsEmpty());
+    kelcore::trace::SetEnabled("app::Other", false);
 }
 
 TEST_F(SessionsTest, ThePluginSeesWhatWrapReturns) {

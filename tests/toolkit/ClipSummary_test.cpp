@@ -66,6 +66,19 @@ TEST(ClipSummary, TellsWhatIsMissingOfflineAndDone) {
                             "takes 2", "channel map"));
 }
 
+TEST(ClipSummary, AClipIsStretchedOrHasEffectsOnlyIfItHasSome) {
+    model::Session session = OneTrack();
+    session.audioTracks[0].clips = {Clip(1, 0)};
+    model::AudioClip& clip = session.audioTracks[0].clips[0];
+    clip.stretch.emplace().stretchMode = 0;
+    clip.effectsRack.emplace();
+    EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks, IsEmpty());
+    clip.stretch->stretchMode = 1;
+    clip.effectsRack->slots.emplace_back();
+    EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks,
+                ElementsAre("stretched", "effects"));
+}
+
 TEST(ClipSummary, AClipNamesItsGroupsAndAGroupItsMissingMembers) {
     model::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};

@@ -60,6 +60,20 @@ TEST_F(DocumentScanTest, AMissingFileIsNamedAsSuch) {
     EXPECT_EQ(scan.problem->place, Place{});
 }
 
+TEST_F(DocumentScanTest, AFileInPlaceOfAFolderIsAMissingFile) {
+    const DocumentScan scan = ScanDocument(folder_.Write("a.orvo", "<orvo/>") / "b.orvo");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "no such file");
+}
+
+TEST_F(DocumentScanTest, AFileWhoseBytesCannotBeReadIsNamedWithTheReason) {
+    // Opens as a regular file, and has nothing to read at its beginning.
+    const DocumentScan scan = ScanDocument("/proc/self/mem");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "cannot be read");
+    EXPECT_EQ(scan.problem->advice, "Input/output error");
+}
+
 TEST_F(DocumentScanTest, AFolderIsNamedAsSuch) {
     const DocumentScan scan = ScanDocument(folder_.Path());
     ASSERT_TRUE(scan.problem);
@@ -128,6 +142,23 @@ TEST_F(DocumentScanTest, ADocumentTypeDeclarationIsAProblemBeforeItIsRead) {
     ASSERT_TRUE(scan.problem);
     EXPECT_EQ(scan.problem->what, "a document type declaration");
     EXPECT_EQ(scan.problem->place, (Place{2, 1}));
+}
+
+TEST_F(DocumentScanTest, ElementsNestAsDeepAsThePluginReadsThem) {
+    const auto nested = [](std::size_t depth) {
+        std::string document = "<orvo>";
+        for (std::size_t i = 1; i < depth; ++i) {
+            document += "<a>";
+        }
+        for (std::size_t i = 1; i < depth; ++i) {
+            document += "</a>";
+        }
+        return document + "</orvo>";
+    };
+    EXPECT_FALSE(Scan(nested(256)).problem);
+    const DocumentScan scan = Scan(nested(258));
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "elements nested too deep");
 }
 
 // What is carried
@@ -203,6 +234,14 @@ TEST_F(DocumentScanTest, AValueThatCannotBeReadIsALoss) {
                     "1:7: the value \"7.1\" of the attribute audioChannelType of <session>"));
 }
 
+TEST_F(DocumentScanTest, AValueIsShownOnOneLineAndNotInFullLength) {
+    EXPECT_THAT(
+        Losses("<?xml version='1.1'?><orvo><session sampleRate='1&#10;2&#x7F;3&#x9F;4\xC3\xA4'/>"
+               "<session bitDepth='0123456789012345678901234567890123456789abc'/></orvo>"),
+        ElementsAre(HasSubstr("the value \"1 2 3 4\xC3\xA4\" of"), HasSubstr("a second"),
+                    HasSubstr("the value \"0123456789012345678901234567890123456789...\" of")));
+}
+
 TEST_F(DocumentScanTest, AMediaHandlerWithoutAKnownNameIsALoss) {
     EXPECT_THAT(Losses("<orvo><files><file id='1' mediaHandler='Wax Cylinder'/></files></orvo>"),
                 ElementsAre(HasSubstr("\"Wax Cylinder\" of the attribute mediaHandler")));
@@ -227,6 +266,17 @@ TEST_F(DocumentScanTest, APrefixIsIgnoredUnlessItHidesTheAttribute) {
     EXPECT_THAT(Losses("<x:orvo xmlns:x='u'><x:files><file x:id='3'/>"
                        "<file id='1' x:id='2'/></x:files></x:orvo>"),
                 ElementsAre("1:46: the attribute x:id of <file>"));
+}
+
+TEST_F(DocumentScanTest, OfTwoIdsWithAPrefixTheLastCountsUnlessOneIsWithout) {
+    EXPECT_THAT(
+        Losses("<orvo xmlns:x='u' xmlns:y='v'><files>"
+               "<file absolutePath='/a' x:id='1' y:id='2'/><file id='2'/></files></orvo>"),
+        ElementsAre("1:38: the attribute x:id of <file>", "1:81: a second <file> with id 2"));
+    EXPECT_THAT(
+        Losses("<orvo xmlns:x='u'><files><file x:id='1' id='2'/><file id='2'/>"
+               "</files></orvo>"),
+        ElementsAre("1:26: the attribute x:id of <file>", "1:49: a second <file> with id 2"));
 }
 
 TEST_F(DocumentScanTest, OnlyTheFirstLossesAreDescribedAndAllAreCounted) {

@@ -24,6 +24,9 @@ TEST(TextPlaces, WideEncodingsHaveNoByteSizedMarkup) {
     EXPECT_TRUE(toolkit::HasByteSizedMarkup("<a/>"));
     EXPECT_FALSE(toolkit::HasByteSizedMarkup("\xFF\xFE<\0"sv));
     EXPECT_FALSE(toolkit::HasByteSizedMarkup("<\0a\0"sv));
+    EXPECT_FALSE(toolkit::HasByteSizedMarkup("\xFF\xFENN"));
+    EXPECT_FALSE(toolkit::HasByteSizedMarkup("\xFE\xFFNN"));
+    EXPECT_EQ(FindMalformedUtf8("\xFE\xFFNN"), std::nullopt);
 }
 
 TEST(TextPlaces, WellFormedUtf8HasNoMalformedByte) {
@@ -46,6 +49,13 @@ TEST(TextPlaces, ADocumentInAnotherStatedEncodingHasNoMalformedUtf8) {
     EXPECT_EQ(FindMalformedUtf8("<?xml version='1.0' encoding='ISO-8859-1'?>\xFF"), std::nullopt);
     EXPECT_EQ(FindMalformedUtf8("<?xml version='1.0' encoding='UTF-8'?>\xFF"), 38u);
     EXPECT_EQ(FindMalformedUtf8("<a encoding='ISO-8859-1'>\xFF"), 25u);
+    EXPECT_EQ(FindMalformedUtf8("\xEF\xBB\xBF<?xml version='1.0' encoding='ISO-8859-1'?>\xFF"),
+              std::nullopt);
+}
+
+TEST(TextPlaces, AnEncodingThatIsNotInQuotesIsNotStated) {
+    EXPECT_EQ(FindMalformedUtf8("<?xml encoding=ISO-8859-1?>\xFF"), 27u);
+    EXPECT_EQ(FindMalformedUtf8("<?xml encoding='ISO-8859-1?>\xFF"), 28u);
 }
 
 }  // namespace

@@ -67,6 +67,35 @@ TEST(TrackSummary, AutomationOfEverythingInATrackIsCountedAndEmptyLanesAreNot) {
     EXPECT_EQ(summary.clips, 1u);
 }
 
+TEST(TrackSummary, ALaneOfAParameterWithoutAValueIsNotCounted) {
+    model::Session session;
+    session.audioTracks = {Track(1, u"Voice")};
+    session.audioTracks[0].fader = WithLane(2);
+    session.audioTracks[0].fader->parameters[0].value.reset();
+    EXPECT_EQ(SummariseTracks(session).at(0).automation, AutomationCount());
+    session.audioTracks[0].fader->parameters[0].value = 1.0F;
+    EXPECT_NE(SummariseTracks(session).at(0).automation, AutomationCount());
+}
+
+TEST(TrackSummary, ASlotWithoutAnEffectHasNoName) {
+    model::Session session;
+    session.audioTracks = {Track(1, u"Voice")};
+    session.audioTracks[0].effectsRack.emplace().slots = {model::EffectsSlot{.slotIndex = 3}};
+    const auto effects = SummariseTracks(session).at(0).effects;
+    ASSERT_EQ(effects.size(), 1u);
+    EXPECT_EQ(effects[0].slotIndex, 3u);
+    EXPECT_EQ(effects[0].name, u"");
+}
+
+TEST(TrackSummary, AMuteWithoutAValueIsOff) {
+    model::Session session;
+    session.audioTracks = {Track(1, u"a"), Track(2, u"b")};
+    session.audioTracks[0].mute.emplace();
+    session.audioTracks[1].mute.emplace().parameters[0].name = u"mute";
+    EXPECT_FALSE(SummariseTracks(session).at(0).muted);
+    EXPECT_FALSE(SummariseTracks(session).at(1).muted);
+}
+
 TEST(TrackSummary, AMuteAtOneHalfIsOn) {
     model::Session session;
     session.audioTracks = {Track(1, u"a"), Track(2, u"b")};

@@ -293,6 +293,20 @@ TEST_F(FileReplacementTest, WhereOwnerAndGroupCannotBeKeptNobodyGainsRights) {
     EXPECT_EQ(ModeOf(bytes_), 0622U) << "the new group gets what everybody has";
 }
 
+TEST_F(FileReplacementTest, WhereOnlyTheGroupCannotBeKeptItGetsWhatEverybodyHas) {
+    MakeOld();
+    if (chown(bytes_.c_str(), 65534, 2345) != 0) {
+        GTEST_SKIP() << "only a privileged user may give files away";
+    }
+    ASSERT_EQ(chmod(bytes_.c_str(), 0664), 0);
+    ASSERT_EQ(test::RunUnprivileged([this]() -> std::string {
+                  Replace(target_, "new");
+                  return "replaced";
+              }),
+              "replaced");
+    EXPECT_EQ(ModeOf(bytes_), 0644U);
+}
+
 TEST_F(FileReplacementTest, KeepsExtendedAttributes) {
     MakeOld();
     const std::string large(2000, 'x');
@@ -347,6 +361,17 @@ TEST_F(FileReplacementTest, WhatVouchesForTheOldContentIsNotKept) {
     EXPECT_EQ(AttributeOf(bytes_, "security.capability"), std::nullopt);
 }
 
+TEST_F(FileReplacementTest, MeasurementsOfTheOldContentAreNotKept) {
+    for (const char* const name : {"security.ima", "security.evm"}) {
+        MakeOld();
+        if (!SetAttribute(bytes_, name, "measured")) {
+            GTEST_SKIP() << "measurements cannot be set here";
+        }
+        Replace(target_, "new");
+        EXPECT_EQ(AttributeOf(bytes_, name), std::nullopt) << name;
+    }
+}
+
 // ---- Links
 
 TEST_F(FileReplacementTest, ALinkStaysAndItsTargetIsReplaced) {
@@ -375,6 +400,12 @@ TEST_F(FileReplacementTest, ADanglingLinksTargetIsMade) {
     ASSERT_EQ(symlink("real", bytes_.c_str()), 0);
     Replace(target_, "new");
     EXPECT_TRUE(std::filesystem::is_symlink(bytes_));
+    EXPECT_EQ(test::ReadFile(folder_.Bytes("real")), "new");
+}
+
+TEST_F(FileReplacementTest, SeparatorsBehindTheNameInADanglingLinkAreNoPartOfIt) {
+    ASSERT_EQ(symlink("real//", bytes_.c_str()), 0);
+    Replace(target_, "new");
     EXPECT_EQ(test::ReadFile(folder_.Bytes("real")), "new");
 }
 
@@ -682,6 +713,12 @@ TEST_F(FileReplacementTest, ALongNameIsNotCutInsideACharacter) {
     EXPECT_LE(temporary.size(), 255U);
     EXPECT_GE(temporary.size(), 254U);
     EXPECT_THAT(temporary, ContainsRegex("\xC3\xA9\\.orvo-tmp-[0-9a-f]{12}$"));
+}
+
+TEST_F(FileReplacementTest, ALongNameThatHasNoPlaceToCutItIsLeftOut) {
+    File file(folder_.Path16(std::string(250, '\x80')));
+    file.Create();
+    EXPECT_THAT(folder_.Names(), ElementsAre(ContainsRegex("^\\.\\.orvo-tmp-[0-9a-f]{12}$")));
 }
 
 TEST_F(FileReplacementTest, ANameBeyondTheSystemsLimitIsRefused) {

@@ -169,6 +169,7 @@ TEST(StringToReal, RefusesAValueTooLargeForItsType) {
     EXPECT_EQ(Read<float>(u"3.5e38"), std::nullopt);
     EXPECT_EQ(Read<double>(u"3.5e38"), 3.5e38);
     EXPECT_EQ(Read<double>(u"1e309"), std::nullopt);
+    EXPECT_EQ(Read<double>(u"1e+309"), std::nullopt);
     EXPECT_EQ(Read<double>(u"-1e309"), std::nullopt);
     EXPECT_EQ(Read<double>(u"1e99999999999999999999"), std::nullopt);
     EXPECT_EQ(Read<double>(u"1" + std::u16string(400, u'0')), std::nullopt);

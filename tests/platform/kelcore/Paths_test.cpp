@@ -102,6 +102,7 @@ TEST(MakeFileFromPath, ARelativeLocationGivesARelativePath) {
     EXPECT_EQ(MakeFileFromPath(u"kick.wav", u"song.orvo"), u"kick.wav");
     EXPECT_EQ(MakeFileFromPath(u"kick.wav", u"song/song.orvo"), u"song/kick.wav");
     EXPECT_EQ(MakeFileFromPath(u"../../kick.wav", u"song/song.orvo"), u"../kick.wav");
+    EXPECT_EQ(MakeFileFromPath(u"../../../kick.wav", u"song/song.orvo"), u"../../kick.wav");
     EXPECT_EQ(MakeFileFromPath(u"", u"song.orvo"), u".");
 }
 

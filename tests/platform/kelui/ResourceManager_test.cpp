@@ -57,6 +57,17 @@ TEST(ResourceManager, KnowsTheProgramItself) {
     EXPECT_EQ(Bytes(manager.ResourceFolder()), program.native() + ".resources");
 }
 
+TEST(ResourceManager, APointInAFolderIsNoExtensionOfTheLibrary) {
+    const auto program = std::filesystem::read_symlink("/proc/self/exe");
+    const std::string path = program.parent_path().parent_path() / "lib/some.folder/plain_module";
+    void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    ASSERT_NE(library, nullptr) << dlerror();
+    const OS_ResourceManager manager(ModuleOfAddress(dlsym(library, "Something")));
+    EXPECT_EQ(Bytes(manager.ModulePath()), path);
+    EXPECT_EQ(Bytes(manager.ResourceFolder()), path + ".resources");
+    dlclose(library);
+}
+
 TEST(ResourceManager, WithoutModuleThereIsNoPath) {
     const OS_ResourceManager manager(nullptr);
     EXPECT_EQ(manager.Module(), nullptr);

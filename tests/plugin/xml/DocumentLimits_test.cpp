@@ -42,9 +42,9 @@ std::string Nested(std::size_t depth) {
     return Repeated("<a>", depth) + Repeated("</a>", depth);
 }
 
-std::string Utf16LittleEndian(std::string_view ascii) {
+std::string Utf16LittleEndian(std::string_view latin1) {
     std::string result = "\xFF\xFE";
-    for (const char character : ascii) {
+    for (const char character : latin1) {
         result += character;
         result += '\0';
     }
@@ -88,6 +88,8 @@ TEST_F(DocumentLimitsTest, ADocumentTypeDeclarationIsFoundWhereverItStandsInFron
     EXPECT_THAT(events.problems, ElementsAre(StartsWith("fatal 1:16 ")));
     EXPECT_TRUE(IsRefused(Utf16LittleEndian("\n  " + type), "document type"));
     EXPECT_THAT(events.problems, ElementsAre(StartsWith("fatal 2:3 ")));
+    EXPECT_TRUE(IsRefused(Utf16LittleEndian("<!--\xE4-->" + type), "document type"));
+    EXPECT_THAT(events.problems, ElementsAre(StartsWith("fatal 1:9 ")));
     EXPECT_TRUE(IsRefused("<?p <a> ?>" + Repeated(comment, 50000) + type, "document type"));
     for (std::size_t size = 49120; size < 49160; ++size) {
         EXPECT_TRUE(IsRefused("<!--" + std::string(size, 'x') + "-->" + type, "document type"));
@@ -217,6 +219,8 @@ TEST_F(DocumentLimitsTest, TextsAreFarLongerThanTags) {
     EXPECT_TRUE(ParseText("<a>" + text + "</a>"));
     EXPECT_TRUE(ParseText("<a><!-- <a b='" + text + "--></a>"));
     EXPECT_TRUE(ParseText("<a/>" + Repeated("\n", 3 << 20)));
+    EXPECT_TRUE(
+        ParseText("<a/>" + Repeated("\n", 3 << 20) + "<?p " + Repeated("x", 200000) + "?>"));
     EXPECT_TRUE(ParseText(Utf16LittleEndian("<a><![CDATA[" + text + "]]></a>")));
     EXPECT_THAT(events.problems, IsEmpty());
 }
@@ -270,11 +274,18 @@ TEST_F(DocumentLimitsTest, ZeroBytesOfUtf16CharactersAreNoNul) {
 
 TEST_F(DocumentLimitsTest, AFileThatEndsWithinACharacterIsRefused) {
     EXPECT_TRUE(IsRefused(Utf16LittleEndian("<a/>") + "\n", "ends within a character"));
-    for (const char* const rest : {"\xC3", "\xE2\x82", "\xF0\x9F\x8E", "\xFF", "\xFC\x80"}) {
+    for (const char* const rest :
+         {"\xC3", "\xE2\x82", "\xF0\x9F\x8E", "\xF8\x80\x80\x80", "\xFC\x80", "\xFF"}) {
         EXPECT_TRUE(IsRefused(std::string("<a/>") + rest, "ends within a character"));
         EXPECT_TRUE(
             IsRefused("<a/>" + Repeated("\n", 98304 - 4 - 1) + rest, "ends within a character"));
     }
+}
+
+TEST_F(DocumentLimitsTest, LineEndsOfAnotherEncodingBehindTheRootArePartOfNoCharacter) {
+    EXPECT_TRUE(
+        ParseText("<?xml version='1.1' encoding='ISO-8859-1'?><a/>" + Repeated("\x85", 20)));
+    EXPECT_THAT(events.problems, IsEmpty());
 }
 
 TEST_F(DocumentLimitsTest, AFileThatIsChangedWhileItIsReadIsRefused) {
@@ -287,6 +298,28 @@ TEST_F(DocumentLimitsTest, AFileThatIsChangedWhileItIsReadIsRefused) {
     EXPECT_FALSE(ParseFile(path));
     EXPECT_THAT(events.problems, ElementsAre(HasSubstr("changed while it was read")));
     EXPECT_THAT(events.lines, testing::Not(testing::Contains("end of document")));
+}
+
+TEST_F(DocumentLimitsTest, AFileThatGrowsWhileItIsReadIsRefused) {
+    const auto path = folder.Write("document.orvo", "<a><b/></a>");
+    events.atEachElement = [&] {
+        const auto time = std::filesystem::last_write_time(path);
+        std::ofstream(path, std::ios::app) << "\n";
+        std::filesystem::last_write_time(path, time);
+    };
+    EXPECT_FALSE(ParseFile(path));
+    EXPECT_THAT(events.problems, ElementsAre(HasSubstr("changed while it was read")));
+}
+
+TEST_F(DocumentLimitsTest, AFileThatIsWrittenWithinTheSecondWhileItIsReadIsRefused) {
+    const auto path = folder.Write("document.orvo", "<a><b/></a>");
+    const auto time = std::filesystem::file_time_type(std::chrono::seconds(1));
+    std::filesystem::last_write_time(path, time);
+    events.atEachElement = [&] {
+        std::filesystem::last_write_time(path, time + std::chrono::nanoseconds(1));
+    };
+    EXPECT_FALSE(ParseFile(path));
+    EXPECT_THAT(events.problems, ElementsAre(HasSubstr("changed while it was read")));
 }
 
 TEST_F(DocumentLimitsTest, AFileThatIsReplacedWhileItIsReadIsReadAsItWas) {

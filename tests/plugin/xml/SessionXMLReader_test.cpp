@@ -1,7 +1,12 @@
 #include "plugin/xml/SessionXMLReader.h"
 
 #include <gmock/gmock.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
 
 #include "tests/plugin/xml/SessionXMLReaderFixture.h"
 
@@ -139,6 +144,33 @@ TEST_F(SessionXMLReaderTest, APipeWithoutAWriterFailsAtOnce) {
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     EXPECT_FALSE(ParseFile(folder / "pipe"));
     EXPECT_THAT(events.problems, SizeIs(1));
+}
+
+TEST_F(SessionXMLReaderTest, ASocketFailsWithAMessage) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const std::string path = (folder / "socket").string();
+    ASSERT_LT(path.size(), sizeof address.sun_path);
+    std::copy(path.begin(), path.end(), address.sun_path);
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    EXPECT_FALSE(ParseFile(path));
+    EXPECT_THAT(events.problems, SizeIs(1));
+    ::close(socket);
+}
+
+TEST_F(SessionXMLReaderTest, AFileWhoseBytesCannotBeReadFails) {
+    // Opens as a regular file, and has nothing to read at its beginning.
+    EXPECT_FALSE(ParseFile("/proc/self/mem"));
+    EXPECT_THAT(events.lines, IsEmpty());
+}
+
+TEST_F(SessionXMLReaderTest, AReaderMadeBeforeTheXmlLibraryStartedParsesNothing) {
+    StopXerces();
+    SessionXMLReader reader(&events, &events);
+    StartXerces();
+    EXPECT_FALSE(reader.Parse(kelcore::PathFromBytes(folder.Write("good", "<a/>").string())));
+    EXPECT_THAT(events.lines, IsEmpty());
 }
 
 TEST_F(SessionXMLReaderTest, NothingParsesWhileTheXmlLibraryIsNotStarted) {

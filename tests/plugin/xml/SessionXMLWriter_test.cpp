@@ -111,38 +111,45 @@ TEST_F(SessionXMLWriterTest, TheEndOfASectionInCharactersIsSplitBetweenTwoSectio
                                    "<![CDATA[]>]]></xmpMetadata>"));
 }
 
-TEST_F(SessionXMLWriterTest, CharactersLongerThanAReaderTakesInOnePieceAreSplit) {
-    // Three bytes each in the file, so that the sections are as long as they can be; and a pair
-    // wherever they may be cut.
+/// Keeps the text, without what indents it.
+class TextPieces final : public SAXContentHandler {
+public:
+    std::u16string text;
+    int pieces = 0;
+    void StartDocument() override {}
+    void EndDocument() override {}
+    void StartElementEvent(std::u16string_view, std::u16string_view, std::u16string_view,
+                           const AttributeMap&) override {}
+    void EndElementEvent(std::u16string_view, std::u16string_view, std::u16string_view) override {}
+    void CharactersEvent(std::u16string_view piece) override {
+        if (piece.find_first_not_of(u"\n ") != std::u16string_view::npos) {
+            text += piece;
+            ++pieces;
+        }
+    }
+};
+
+class LongCharactersTest : public SessionXMLWriterTest,
+                           public testing::WithParamInterface<std::u16string_view> {};
+
+TEST_P(LongCharactersTest, AreSplitWhereAReaderTakesThemWhateverStandsThere) {
+    // Three bytes each in the file, so that the sections are as long as they can be.
     std::u16string text(limits::kSectionBytes / 3 - 17, u'\u4E00');
     for (int i = 0; i < 20; ++i) {
-        text += u"\U0001F3B5";
+        text += GetParam();
     }
     SessionXMLWriter writer(TargetPath());
     ASSERT_TRUE(writer.Characters(text));
     ASSERT_TRUE(writer.Save());
 
-    class Text final : public SAXContentHandler {
-    public:
-        std::u16string text;
-        int pieces = 0;
-        void StartDocument() override {}
-        void EndDocument() override {}
-        void StartElementEvent(std::u16string_view, std::u16string_view, std::u16string_view,
-                               const AttributeMap&) override {}
-        void EndElementEvent(std::u16string_view, std::u16string_view,
-                             std::u16string_view) override {}
-        void CharactersEvent(std::u16string_view piece) override {
-            if (piece.find_first_not_of(u"\n ") != std::u16string_view::npos) {
-                text += piece;
-                ++pieces;
-            }
-        }
-    } read;
+    TextPieces read;
     EXPECT_TRUE(SessionXMLReader(&read, nullptr).Parse(TargetPath()));
     EXPECT_TRUE(read.text == text);
     EXPECT_EQ(read.pieces, 2);
 }
+
+INSTANTIATE_TEST_SUITE_P(BelowAPairWithinAPairAndAbove, LongCharactersTest,
+                         testing::Values(u"\u4E00", u"\U0001F3B5", u"\uFF01"));
 
 TEST_F(SessionXMLWriterTest, AttributesAsLongAsAReaderTakesAreSavedAndRead) {
     SessionXMLWriter writer(TargetPath());
@@ -383,6 +390,23 @@ TEST_F(SessionXMLWriterTest, AttributesThatAreTooLongOnlyAsReferencesFail) {
     SessionXMLWriter writer(TargetPath());
     EXPECT_FALSE(writer.StartElement(names::file, {{names::name, tooLongInXml11}}));
     EXPECT_EQ(traced.size(), 1u);
+}
+
+// As many as fit by the length that each has in the file, which is less than its longest.
+TEST_F(SessionXMLWriterTest, AttributesAreMeasuredAsLongAsTheyAreWritten) {
+    constexpr std::size_t kRoom = limits::kTagBytes - 200;
+    const std::pair<char16_t, std::size_t> lengths[] = {
+        {u'a', 1}, {u'\t', 6}, {u'\u007F', 6}, {u'&', 6},      {u'<', 6},
+        {u'>', 6}, {u'"', 6},  {u'\u0085', 6}, {u'\u4E00', 3}, {u'\u2028', 8}};
+    for (const auto& [unit, length] : lengths) {
+        SCOPED_TRACE(static_cast<int>(unit));
+        SessionXMLWriter fitting(TargetPath());
+        const std::u16string fits(kRoom / length, unit);
+        EXPECT_TRUE(fitting.StartElement(names::file, {{names::name, fits}}));
+        SessionXMLWriter refusing(TargetPath());
+        const std::u16string tooLong(limits::kTagBytes / length, unit);
+        EXPECT_FALSE(refusing.StartElement(names::file, {{names::name, tooLong}}));
+    }
 }
 
 TEST_F(SessionXMLWriterTest, ALargeDocumentIsWrittenWhole) {

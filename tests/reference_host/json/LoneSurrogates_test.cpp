@@ -13,7 +13,7 @@ TEST(LoneSurrogatesTest, AnyTextComesBack) {
     for (const std::u16string& text :
          {std::u16string(u"plain"), std::u16string(u"\u00e9 \U0001F3B5"), kLoneHigh, kLoneLow,
           kLoneLow + kLoneHigh, kMarkCharacter, kMarkCharacter + u"fff" + kLoneHigh + u"7ff",
-          std::u16string{u'a', 0, u'b'}, kLoneHigh + u"\U0001F3B5"}) {
+          kLoneHigh + u"\uD7FF", std::u16string{u'a', 0, u'b'}, kLoneHigh + u"\U0001F3B5"}) {
         EXPECT_EQ(UnmarkedText(MarkedText(text)), text);
     }
 }
@@ -23,6 +23,12 @@ TEST(LoneSurrogatesTest, AnEscapeOfALoneSurrogateBecomesAMark) {
               "[\"\xEF\xB7\x90"
               "000\", \"\xEF\xB7\x90"
               "7ff\"]");
+}
+
+TEST(LoneSurrogatesTest, AnEscapeOfTheMarksOwnCharacterBecomesAMark) {
+    EXPECT_EQ(MarkedDocument(R"("\uFDD0")"),
+              "\"\xEF\xB7\x90"
+              "fff\"");
 }
 
 TEST(LoneSurrogatesTest, APairOfEscapesStays) {
@@ -45,6 +51,7 @@ TEST(LoneSurrogatesTest, ABrokenEscapeStaysForTheParserToRefuse) {
         EXPECT_NO_THROW(MarkedDocument(text));
     }
     EXPECT_EQ(MarkedDocument(R"("\u12")"), R"("\u12")");
+    EXPECT_EQ(MarkedDocument(R"("\ud8zz")"), R"("\ud8zz")");
 }
 
 TEST(LoneSurrogatesTest, AMarkBecomesAnEscape) {

@@ -66,6 +66,8 @@ TEST(SessionJsonTest, NumbersThatAreNoneComeBack) {
     EXPECT_TRUE(std::isnan(Again(std::numeric_limits<float>::quiet_NaN())));
     EXPECT_EQ(Again(-std::numeric_limits<double>::infinity()),
               -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Again(std::numeric_limits<double>::infinity()),
+              std::numeric_limits<double>::infinity());
 }
 
 TEST(SessionJsonTest, RealNumbersAreExact) {
@@ -80,6 +82,12 @@ TEST(SessionJsonTest, RealNumbersAreExact) {
 
 TEST(SessionJsonTest, ARealOfSinglePrecisionIsWrittenShort) {
     EXPECT_EQ(Encode(0.1F).dump(), "0.1");
+}
+
+TEST(SessionJsonTest, ARealOfSinglePrecisionIsWrittenInFullWhereTheShortFormWouldBecomeAnother) {
+    const float value = 7.038531e-26F;
+    EXPECT_EQ(Again(value), value);
+    EXPECT_EQ(Encode(value).get<double>(), static_cast<double>(value));
 }
 
 TEST(SessionJsonTest, ANumberBeyondSinglePrecisionIsAnError) {
@@ -151,6 +159,16 @@ TEST(SessionJsonTest, AValueOfTheWrongTypeIsNamedWithItsPlace) {
                 StartsWith("/audioDevice: this is a list; give an object"));
     EXPECT_THAT(ErrorOf(R"({"formatDescription": null})"),
                 StartsWith("/formatDescription: this is null; give a text"));
+    EXPECT_THAT(ErrorOf(R"({"formatDescription": true})"),
+                StartsWith("/formatDescription: this is true; give a text"));
+    EXPECT_THAT(ErrorOf(R"({"metronome": {"enabled": 1}})"),
+                StartsWith("/metronome/enabled: this is the number 1; give true or false"));
+    EXPECT_THAT(ErrorOf(R"({"audioTracks": [{"fader": {"parameters": {"0": {"value": "1"}}}}]})"),
+                AllOf(StartsWith("/audioTracks/0/fader/parameters/0/value: this is a text"),
+                      HasSubstr("give a number, or one of the texts \"NaN\"")));
+    EXPECT_THAT(ErrorOf(R"({"metronome": {"globalTrackInfo": {"tempoEvents": [1]}}})"),
+                StartsWith("/metronome/globalTrackInfo/tempoEvents: this is a list; give the bytes "
+                           "as a text in Base64"));
     EXPECT_THAT(ErrorOf("[]"), StartsWith("the whole document: this is a list"));
 }
 

@@ -65,6 +65,11 @@ TEST_F(ComponentsTest, ThereIsNoParameterThatCouldNotBeCounted) {
     EXPECT_EQ(query_.GetParameterCount(), 4294967295U);
 }
 
+TEST_F(ComponentsTest, TheCountOfParametersEndsAtTheLargestNumber) {
+    component_.parameters[4294967295];
+    EXPECT_EQ(query_.GetParameterCount(), 4294967295U);
+}
+
 TEST_F(ComponentsTest, APresetIsThereWhenItHasAName) {
     EXPECT_EQ(query_.GetPreset(), nullptr);
     edit_.SetPresetName(u"Warm");

@@ -119,6 +119,33 @@ TEST_F(TracksTest, TheMetronomesTrackHasNoIdOfItsOwn) {
     EXPECT_EQ(session->Value().metronome.track, model::AudioTrack{.id = 4294967295});
 }
 
+TEST_F(TracksTest, TheMetronomesTrackIsMadeOnce) {
+    const auto session = SessionNode::Make();
+    session->Edit().GetMetronomeInfo()->GetTrack();
+    session->Value().metronome.track->name = u"Click";
+    session->Edit().GetMetronomeInfo()->GetTrack();
+    EXPECT_EQ(session->Value().metronome.track->name, u"Click");
+}
+
+TEST_F(TracksTest, ASlotThatIsMissingHasTheIndexThatMeansNone) {
+    model::AudioTrack track{.id = 1};
+    track.effectsRack = {.slots = {std::nullopt, model::EffectsSlot{.slotIndex = 4}}};
+    const auto session = SessionNode::Make({.audioTracks = {track}});
+    auto& query = dynamic_cast<tses::IQueryAudioTrackPrivate&>(*session->Query().GetAudioTrack(0));
+    tses::IQueryEffectsRack* const rack = query.GetEffectsRack();
+    EXPECT_EQ(rack->GetSlotIndex(0), 4294967295);
+    EXPECT_EQ(rack->GetSlotIndex(1), 4U);
+}
+
+TEST_F(TracksTest, BeyondTheLastMidiClipThereIsNone) {
+    model::AudioTrack track{.id = 1};
+    track.midiClips.push_back({.id = 5});
+    const auto session = SessionNode::Make({.audioTracks = {track}});
+    auto& query = dynamic_cast<tses::IQueryAudioTrackPrivate&>(*session->Query().GetAudioTrack(0));
+    EXPECT_EQ(query.GetMIDIClipList()->GetClip(0)->GetID(), 5U);
+    EXPECT_EQ(query.GetMIDIClipList()->GetClip(1), nullptr);
+}
+
 TEST_F(TracksTest, APropertyThatIsSetAgainIsReplaced) {
     const auto session = SessionNode::Make();
     tses::IEditProperties* const properties = session->Edit().GetProperties();

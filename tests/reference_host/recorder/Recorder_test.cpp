@@ -90,6 +90,14 @@ TEST_F(RecorderOfARead, ACallReachesTheHostAndIsReported) {
             R"({"seq": 1, "object": "IEditSession#1", "call": "SetSampleRate", "args": [44100]})"));
 }
 
+TEST_F(RecorderOfARead, ATextThatIsNullIsReportedAsNull) {
+    session->SetInputDeviceId(nullptr);
+    EXPECT_THAT(
+        lines,
+        ElementsAre(
+            R"({"seq": 1, "object": "IEditSession#1", "call": "SetInputDeviceId", "args": [null]})"));
+}
+
 TEST_F(RecorderOfARead, ObjectsAreNumberedInOrderOfFirstAppearance) {
     tses::IEditFile* second = session->GetFile(1);
     tses::IEditFile* first = session->GetFile(0);

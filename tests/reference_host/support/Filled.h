@@ -25,7 +25,7 @@ private:
     void Fill(bool& value) { value = !value; }
     template <class Number>
     requires std::is_arithmetic_v<Number>
-    void Fill(Number& value) { value = static_cast<Number>(++last_ % 100 + 7); }
+    void Fill(Number& value) { value = static_cast<Number>(++last_ % 100 + 150); }
     void Fill(std::u16string& value) { value = u"text " + std::u16string(1, Letter()); }
     template <class Element>
     void Fill(std::vector<Element>& value) {

@@ -1,0 +1,4 @@
+/// Something to find by its address.
+extern "C" int Something() {
+    return 1;
+}

@@ -1,0 +1,57 @@
+#include <gtest/gtest.h>
+
+#include "tests/reference_host/support/Filled.h"
+
+// The comparisons of the model decide whether a session came back as it was, so none may leave out
+// a member.
+
+namespace refhost {
+namespace {
+
+template <class Value>
+void ExpectEveryMemberCompared(const Value&) {}
+
+template <class Held>
+void ExpectEveryMemberCompared(const std::vector<Held>&);
+template <class Held>
+void ExpectEveryMemberCompared(const std::optional<Held>&);
+template <class Held>
+void ExpectEveryMemberCompared(const std::map<kelcore::uint32, Held>&);
+
+template <class Struct>
+requires requires {
+    Schema<Struct>::kRows;
+}
+void ExpectEveryMemberCompared(const Struct&) {
+    const auto filled = test::Filler().Make<Struct>();
+    EXPECT_TRUE(filled == Struct(filled));
+    const auto check = [&filled](const auto& row) {
+        Struct changed;
+        changed.*row.member = filled.*row.member;
+        EXPECT_FALSE(changed == Struct()) << Schema<Struct>::kName << '.' << row.key;
+        ExpectEveryMemberCompared(filled.*row.member);
+    };
+    std::apply([&](const auto&... rows) { (check(rows), ...); }, Schema<Struct>::kRows);
+}
+
+template <class Held>
+void ExpectEveryMemberCompared(const std::vector<Held>&) {
+    ExpectEveryMemberCompared(Held());
+}
+
+template <class Held>
+void ExpectEveryMemberCompared(const std::optional<Held>&) {
+    ExpectEveryMemberCompared(Held());
+}
+
+template <class Held>
+void ExpectEveryMemberCompared(const std::map<kelcore::uint32, Held>&) {
+    ExpectEveryMemberCompared(Held());
+}
+
+TEST(ModelEqualityTest, SessionsThatDifferInAnyMemberAreNotEqual) {
+    ExpectEveryMemberCompared(model::Session());
+}
+
+}  // namespace
+}  // namespace refhost
