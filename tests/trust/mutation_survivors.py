@@ -27,4 +27,7 @@ SURVIVORS = {
      "bool eqComponentPending = false;  // while the current component is the track's EQ -> "
      "bool eqComponentPending = true;  // while the current component is the track's EQ"):
         "Whatever sets the current component sets this too, and without a component it is not looked at.",
+    ("plugin/elements/tracks/ReadState.h", "PendingTrack",
+     "float radius = 0; -> float radius = 1;"):
+        "What the panner of an old file says is accepted and dropped.",
 }

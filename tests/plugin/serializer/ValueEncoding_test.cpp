@@ -99,6 +99,8 @@ TEST(ParseLenient, BlanksBeforeAndAnythingAfterTheNumberArePassedOver) {
     EXPECT_EQ(ParseDoubleLenient(u" \t\n\v\f\r1.5 dB"), 1.5);
     EXPECT_EQ(ParseDoubleLenient(u"1.5.3"), 1.5);
     EXPECT_EQ(ParseDoubleLenient(u"0x10"), 0.0);
+    EXPECT_EQ(ParseDoubleLenient(u"1:5"), 1.0);
+    EXPECT_EQ(ParseDoubleLenient(u"1/5"), 1.0);
     EXPECT_EQ(ParseDoubleLenient(u"1e5abc"), 1e5);
 }
 
