@@ -123,9 +123,10 @@ class Trial:
             os.makedirs(os.path.join(self.folder, part))
 
     def execute(self, stage, seconds, *options):
-        """Runs a stage's tests until one fails; None if they pass, else the test that failed."""
-        command = ["prlimit", f"--as={MEMORY_BYTES}", "--core=0", f"bin/{stage.program}", "--gtest_brief=1",
-                   f"--gtest_filter={stage.filter}", *options]
+        """Runs a stage's tests until one fails; None if they pass, else the test that failed. A test without an
+        end ends with this program, however that ends."""
+        command = ["setpriv", "--pdeathsig=KILL", "prlimit", f"--as={MEMORY_BYTES}", "--core=0",
+                   f"bin/{stage.program}", "--gtest_brief=1", f"--gtest_filter={stage.filter}", *options]
         environment = {**os.environ, "RC_PARAMS": "seed=1", "TMPDIR": os.path.join(self.folder, "temporary")}
         with subprocess.Popen(command, cwd=self.folder, env=environment, stdout=subprocess.PIPE,
                               stderr=subprocess.STDOUT, start_new_session=True) as process:
