@@ -9,6 +9,7 @@ compiled, and is reached by whichever copy ran. Conditions that the compiler kno
 comparisons that it writes itself: it gives them places but no counters.
 """
 
+import os
 import re
 import subprocess
 import sys
@@ -40,10 +41,12 @@ class File:
 
 
 def shown(root, profile, binaries):
-    first, *others = binaries
-    command = ["llvm-cov", "show", first, *(f"-object={other}" for other in others)]
+    first, *more = binaries
+    command = ["llvm-cov", "show", first, *(f"-object={other}" for other in more)]
     command += [f"-instr-profile={profile}", "-show-branches=count", "-show-instantiations=false"]
-    command += [str(root / folder) for folder in FOLDERS]
+    # By what is not wanted: the compiler may know a file by a way through the build folder.
+    others = rf"^/usr/(include|lib)/|^{re.escape(str(root))}/(build/[a-z]+/\.\./\.\./)?(tests|fuzz|bench)/"
+    command += [f"-ignore-filename-regex={others}"]
     run = subprocess.run(command, capture_output=True, check=False, text=True)
     if run.returncode != 0:
         sys.exit(f"coverage: llvm-cov failed: {run.stderr}")
@@ -55,7 +58,8 @@ def files_of(root, output):
     file = File()
     for text in output.splitlines():
         if text.startswith(str(root)) and text.endswith(":"):
-            file = files.setdefault(Path(text[:-1]).relative_to(root), File())
+            path = Path(os.path.normpath(text[:-1])).relative_to(root)
+            file = files.setdefault(path, File()) if path.parts[0] in FOLDERS else File()
         else:
             file.add(text)
     return files
