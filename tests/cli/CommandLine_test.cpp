@@ -83,7 +83,7 @@ TEST_F(CommandLineTest, MessagesAreColouredOnATerminalWhereNobodySaysOtherwise) 
 }
 
 TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) {
-    const std::string session = "<orvo><session/><files>\n" + std::string(20000000, '\n');
+    const std::string session = "<orvo><session/><files>\n" + std::string(60000000, '\n');
     folder_.Write("a.orvo", session + "</files></orvo>");
     const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},
                                        .folder = folder_.Path().string(),
