@@ -13,6 +13,16 @@
 #include "platform/kelcore/Paths.h"
 
 namespace tses {
+namespace {
+
+/// Asked in front: the parser takes the first bytes while it makes its reader, and loses memory if
+/// that fails.
+bool CanBeRead(int descriptor) {
+    char first = 0;
+    return ::pread(descriptor, &first, sizeof first, 0) >= 0 || errno == EINTR;
+}
+
+}  // namespace
 
 class SessionInputSource::Stream final : public xercesc::BinInputStream {
 public:
@@ -31,7 +41,8 @@ public:
         descriptor_ =
             ::open(source_.systemPath_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
         struct stat status {};
-        if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) {
+        if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode) ||
+            !CanBeRead(descriptor_)) {
             return false;
         }
         source_.watch_.Opened(descriptor_, status);
