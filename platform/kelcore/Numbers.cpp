@@ -16,17 +16,19 @@ namespace {
 class NarrowText {
 public:
     explicit NarrowText(std::u16string_view text) {
-        if (std::any_of(text.begin(), text.end(), [](char16 unit) { return unit > 0x7F; })) {
-            return;
-        }
         char* narrow = short_.data();
         if (text.size() > short_.size()) {
             long_.resize(text.size());
             narrow = long_.data();
         }
-        std::transform(text.begin(), text.end(), narrow,
-                       [](char16 unit) { return static_cast<char>(unit); });
-        view_ = {narrow, text.size()};
+        unsigned all = 0;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            all |= text[i];
+            narrow[i] = static_cast<char>(text[i]);
+        }
+        if (all <= 0x7F) {
+            view_ = {narrow, text.size()};
+        }
     }
     NarrowText(const NarrowText&) = delete;
     NarrowText& operator=(const NarrowText&) = delete;

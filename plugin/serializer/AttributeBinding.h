@@ -13,15 +13,15 @@ namespace tses {
 template <class Record>
 struct Binding {
     std::u16string_view name;
-    void (*read)(const std::u16string& text, Record& record);
+    void (*read)(std::u16string_view text, Record& record);
 };
 
 /// Applies the row of every attribute that has one, in the order of the attributes' names.
 /// Attributes without a row mean nothing; rows without an attribute leave the record's default.
 template <class Record, std::size_t Count>
-void ReadAttributes(const AttributeMap& attributes, const Binding<Record> (&bindings)[Count],
+void ReadAttributes(const TagAttributes& attributes, const Binding<Record> (&bindings)[Count],
                     Record& record) {
-    for (const Attribute& attribute : attributes) {
+    for (const auto& attribute : attributes) {
         for (const Binding<Record>& binding : bindings) {
             if (binding.name == attribute.name) {
                 binding.read(attribute.value, record);
@@ -57,33 +57,33 @@ inline void Parse(std::u16string_view text, float& target) {
 }
 
 template <auto Member>
-void Text(const std::u16string& text, RecordOf<Member>& record) {
+void Text(std::u16string_view text, RecordOf<Member>& record) {
     record.*Member = text;
 }
 
 /// A number that must be the whole text; otherwise the field keeps its default.
 template <auto Member>
-void Number(const std::u16string& text, RecordOf<Member>& record) {
+void Number(std::u16string_view text, RecordOf<Member>& record) {
     Parse(text, record.*Member);
 }
 
 template <auto Member>
-void StrictBool(const std::u16string& text, RecordOf<Member>& record) {
+void StrictBool(std::u16string_view text, RecordOf<Member>& record) {
     record.*Member = ParseBoolStrict(text);
 }
 
 template <auto Member>
-void LenientBool(const std::u16string& text, RecordOf<Member>& record) {
+void LenientBool(std::u16string_view text, RecordOf<Member>& record) {
     record.*Member = ParseBoolLenient(text);
 }
 
 template <auto Member>
-void LenientFloat(const std::u16string& text, RecordOf<Member>& record) {
+void LenientFloat(std::u16string_view text, RecordOf<Member>& record) {
     record.*Member = ParseFloatLenient(text);
 }
 
 template <auto Member>
-void LenientDouble(const std::u16string& text, RecordOf<Member>& record) {
+void LenientDouble(std::u16string_view text, RecordOf<Member>& record) {
     record.*Member = ParseDoubleLenient(text);
 }
 

@@ -1,6 +1,6 @@
 #include "plugin/serializer/ElementTable.h"
 
-#include <algorithm>
+#include <bit>
 #include <boost/bind/bind.hpp>
 #include <initializer_list>
 
@@ -22,7 +22,7 @@ struct ElementRow {
     std::u16string_view name;
     Parents parents;
     State state;
-    void (Impl::*onStart)(State state, const AttributeMap& attributes);
+    void (Impl::*onStart)(State state, const TagAttributes& attributes);
     void (Impl::*onEnd)() = nullptr;
     Condition condition = Condition::Always;
 };
@@ -47,25 +47,39 @@ std::vector<ElementEntry> Bind(std::initializer_list<ElementRow> rows, Impl& imp
     return entries;
 }
 
+/// How many places there are for an entry, so that it is mostly found in its own.
+constexpr std::size_t kSparseness = 4;
+
+/// A number that most entries have to themselves, from what is at hand.
+std::size_t PlaceOf(std::u16string_view name, State parentState) {
+    const std::size_t ends = name.empty() ? 0 : 7 * std::size_t{name.front()} + name.back();
+    return 61 * std::size_t{parentState} + 17 * name.size() + ends;
+}
+
 }  // namespace
 
-ElementTable::ElementTable(std::vector<ElementEntry> entries) : entries_(std::move(entries)) {
-    std::stable_sort(
-        entries_.begin(), entries_.end(),
-        [](const ElementEntry& left, const ElementEntry& right) { return left.name < right.name; });
+ElementTable::ElementTable(std::vector<ElementEntry> entries)
+    : entries_(std::move(entries)), places_(std::bit_ceil(kSparseness * (entries_.size() + 1))) {
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        std::size_t place = PlaceOf(entries_[i].name, entries_[i].parentState);
+        while (places_[place & (places_.size() - 1)] != 0) {
+            ++place;
+        }
+        places_[place & (places_.size() - 1)] = static_cast<std::uint16_t>(i + 1);
+    }
 }
 
 const ElementEntry* ElementTable::Find(std::u16string_view name, State parentState) const {
-    auto entry = std::lower_bound(entries_.begin(), entries_.end(), name,
-                                  [](const ElementEntry& candidate, std::u16string_view sought) {
-                                      return candidate.name < sought;
-                                  });
-    for (; entry != entries_.end() && entry->name == name; ++entry) {
-        if (entry->parentState == parentState) {
-            return &*entry;
+    for (std::size_t place = PlaceOf(name, parentState);; ++place) {
+        const std::size_t number = places_[place & (places_.size() - 1)];
+        if (number == 0) {
+            return nullptr;
+        }
+        const ElementEntry& entry = entries_[number - 1];
+        if (entry.parentState == parentState && entry.name == name) {
+            return &entry;
         }
     }
-    return nullptr;
 }
 
 // The whole tree of elements that the reader accepts: an element, the parents under which it

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <boost/function.hpp>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -14,16 +15,15 @@ struct ElementEntry {
     std::u16string_view name;
     State parentState = states::unknown;
     /// Never empty. Pushes the element's own State, exactly once.
-    boost::function<void(std::u16string_view name, const AttributeMap& attributes)> onStart;
+    boost::function<void(std::u16string_view name, const TagAttributes& attributes)> onStart;
     /// May be empty.
     boost::function<void(std::u16string_view name)> onEnd;
 };
 
-/// The accepted elements by name; several entries may share a name and differ in the parent.
-/// Entries of one name keep the order in which they were given.
+/// The accepted elements by name and parent; several entries may share a name and differ in the
+/// parent.
 class ElementTable {
 public:
-    ElementTable() = default;
     explicit ElementTable(std::vector<ElementEntry> entries);
 
     /// The first entry of that name under that parent, null if there is none.
@@ -32,7 +32,10 @@ public:
     const std::vector<ElementEntry>& Entries() const { return entries_; }
 
 private:
-    std::vector<ElementEntry> entries_;
+    std::vector<ElementEntry> entries_;  // in the order in which they were given
+    // What there is in the place of a name and parent or, if that is another entry, in one of the
+    // next places: the number of the entry in the list, from 1; 0: nothing.
+    std::vector<std::uint16_t> places_;  // a power of two of them
 };
 
 }  // namespace tses

@@ -65,7 +65,7 @@ void Serializer::Impl::EndDocument() {}
 
 void Serializer::Impl::StartElementEvent(std::u16string_view /*uri*/, std::u16string_view localName,
                                          std::u16string_view /*qualifiedName*/,
-                                         const AttributeMap& attributes) {
+                                         const TagAttributes& attributes) {
     characterBuffer_.clear();
     if (!rootSeen_) {
         if (localName != names::orvo) {

@@ -45,7 +45,7 @@ private:
     void EndDocument() override;
     void StartElementEvent(std::u16string_view uri, std::u16string_view localName,
                            std::u16string_view qualifiedName,
-                           const AttributeMap& attributes) override;
+                           const TagAttributes& attributes) override;
     void EndElementEvent(std::u16string_view uri, std::u16string_view localName,
                          std::u16string_view qualifiedName) override;
     void CharactersEvent(std::u16string_view text) override;
@@ -64,91 +64,91 @@ private:
     void Reset();
     void ClearReadState();
     void PushState(State state) { stateStack_.push_back(state); }
-    void OnlyPush(State state, const AttributeMap& /*attributes*/) { PushState(state); }
+    void OnlyPush(State state, const TagAttributes& /*attributes*/) { PushState(state); }
     void AdvanceProgress();
 
     // elements/document
-    void StartSession(State state, const AttributeMap& attributes);
+    void StartSession(State state, const TagAttributes& attributes);
     void EndSession();
-    void StartFile(State state, const AttributeMap& attributes);
+    void StartFile(State state, const TagAttributes& attributes);
 
     // elements/tracks
-    void StartAudioDevice(State state, const AttributeMap& attributes);
-    void StartInputPort(State state, const AttributeMap& attributes);
-    void StartOutputPort(State state, const AttributeMap& attributes);
-    void StartTrack(State state, const AttributeMap& attributes);
-    void StartVideoTrack(State state, const AttributeMap& attributes);
-    void StartTrackParameters(State state, const AttributeMap& attributes);
+    void StartAudioDevice(State state, const TagAttributes& attributes);
+    void StartInputPort(State state, const TagAttributes& attributes);
+    void StartOutputPort(State state, const TagAttributes& attributes);
+    void StartTrack(State state, const TagAttributes& attributes);
+    void StartVideoTrack(State state, const TagAttributes& attributes);
+    void StartTrackParameters(State state, const TagAttributes& attributes);
     void EndTrackName();
     void EndTrackParameters();
     void EndVideoTrackParameters();
-    void StartTrackAudioParameters(State state, const AttributeMap& attributes);
+    void StartTrackAudioParameters(State state, const TagAttributes& attributes);
     void EndTrackAudioParameters();
-    void StartTrackInput(State state, const AttributeMap& attributes);
-    void StartTrackOutput(State state, const AttributeMap& attributes);
-    void StartTrackPanner(State state, const AttributeMap& attributes);
-    void StartTrackComponent(State state, const AttributeMap& attributes);
+    void StartTrackInput(State state, const TagAttributes& attributes);
+    void StartTrackOutput(State state, const TagAttributes& attributes);
+    void StartTrackPanner(State state, const TagAttributes& attributes);
+    void StartTrackComponent(State state, const TagAttributes& attributes);
     void EndTrackComponent();
-    void StartSendList(State state, const AttributeMap& attributes);
-    void StartSendSlot(State state, const AttributeMap& attributes);
-    void StartSendComponent(State state, const AttributeMap& attributes);
-    void StartTrackVisibilityPresets(State state, const AttributeMap& attributes);
+    void StartSendList(State state, const TagAttributes& attributes);
+    void StartSendSlot(State state, const TagAttributes& attributes);
+    void StartSendComponent(State state, const TagAttributes& attributes);
+    void StartTrackVisibilityPresets(State state, const TagAttributes& attributes);
     void EndTrackVisibilityPresets();
-    void StartTrackVisibilityPreset(State state, const AttributeMap& attributes);
-    void StartTrackVisibility(State state, const AttributeMap& attributes);
+    void StartTrackVisibilityPreset(State state, const TagAttributes& attributes);
+    void StartTrackVisibility(State state, const TagAttributes& attributes);
 
     // elements/effects
-    void StartTrackEffectsRack(State state, const AttributeMap& attributes);
-    void StartClipEffectsRack(State state, const AttributeMap& attributes);
-    void ApplyRackAttributes(const AttributeMap& attributes);
-    void StartRackComponent(State state, const AttributeMap& attributes);
-    void StartSlot(State state, const AttributeMap& attributes);
-    void StartSlotComponent(State state, const AttributeMap& attributes);
-    void ApplyComponentAttributes(const AttributeMap& attributes);
+    void StartTrackEffectsRack(State state, const TagAttributes& attributes);
+    void StartClipEffectsRack(State state, const TagAttributes& attributes);
+    void ApplyRackAttributes(const TagAttributes& attributes);
+    void StartRackComponent(State state, const TagAttributes& attributes);
+    void StartSlot(State state, const TagAttributes& attributes);
+    void StartSlotComponent(State state, const TagAttributes& attributes);
+    void ApplyComponentAttributes(const TagAttributes& attributes);
     void EndComponent();
     void EndPresetChunkData();
-    void StartParameter(State state, const AttributeMap& attributes);
-    void StartParameterKeyframes(State state, const AttributeMap& attributes);
-    void StartParameterKeyframe(State state, const AttributeMap& attributes);
-    void StartSlotChannelMap(State state, const AttributeMap& attributes);
-    void StartSlotChannel(State state, const AttributeMap& attributes);
+    void StartParameter(State state, const TagAttributes& attributes);
+    void StartParameterKeyframes(State state, const TagAttributes& attributes);
+    void StartParameterKeyframe(State state, const TagAttributes& attributes);
+    void StartSlotChannelMap(State state, const TagAttributes& attributes);
+    void StartSlotChannel(State state, const TagAttributes& attributes);
     void EndBusConfig();
-    void StartTrackEditParameter(State state, const AttributeMap& attributes);
-    void StartClipEditParameter(State state, const AttributeMap& attributes);
+    void StartTrackEditParameter(State state, const TagAttributes& attributes);
+    void StartClipEditParameter(State state, const TagAttributes& attributes);
 
     // elements/clips
-    void StartAudioClip(State state, const AttributeMap& attributes);
+    void StartAudioClip(State state, const TagAttributes& attributes);
     void EndAudioClip();
-    void StartClipComponent(State state, const AttributeMap& attributes);
-    void StartFade(State state, const AttributeMap& attributes);
-    void StartClipStretch(State state, const AttributeMap& attributes);
-    void StartTake(State state, const AttributeMap& attributes);
-    void StartClipProperties(State state, const AttributeMap& attributes);
-    void StartClipChannel(State state, const AttributeMap& attributes);
-    void StartMidiClip(State state, const AttributeMap& attributes);
+    void StartClipComponent(State state, const TagAttributes& attributes);
+    void StartFade(State state, const TagAttributes& attributes);
+    void StartClipStretch(State state, const TagAttributes& attributes);
+    void StartTake(State state, const TagAttributes& attributes);
+    void StartClipProperties(State state, const TagAttributes& attributes);
+    void StartClipChannel(State state, const TagAttributes& attributes);
+    void StartMidiClip(State state, const TagAttributes& attributes);
     void EndMidiClip();
     void EndMidiEvents();
-    void StartGlobalTrackInfo(State state, const AttributeMap& attributes);
+    void StartGlobalTrackInfo(State state, const TagAttributes& attributes);
     void EndTempoEvents();
     void EndTimeSignatureEvents();
     void EndKeySignatureEvents();
-    void StartVideoClip(State state, const AttributeMap& attributes);
+    void StartVideoClip(State state, const TagAttributes& attributes);
     void EndVideoClip();
-    void StartVideoFormat(State state, const AttributeMap& attributes);
-    void StartClipGroup(State state, const AttributeMap& attributes);
+    void StartVideoFormat(State state, const TagAttributes& attributes);
+    void StartClipGroup(State state, const TagAttributes& attributes);
     void EndClipGroup();
     void EndClipGroupName();
-    void StartClipGroupItem(State state, const AttributeMap& attributes);
+    void StartClipGroupItem(State state, const TagAttributes& attributes);
 
     // elements/state
-    void StartMetronome(State state, const AttributeMap& attributes);
-    void StartSessionState(State state, const AttributeMap& attributes);
-    void StartSelectionState(State state, const AttributeMap& attributes);
-    void StartViewState(State state, const AttributeMap& attributes);
-    void StartTimeFormatState(State state, const AttributeMap& attributes);
-    void StartMixingOptionState(State state, const AttributeMap& attributes);
-    void StartSessionProperties(State state, const AttributeMap& attributes);
-    void StartProperty(State state, const AttributeMap& attributes);
+    void StartMetronome(State state, const TagAttributes& attributes);
+    void StartSessionState(State state, const TagAttributes& attributes);
+    void StartSelectionState(State state, const TagAttributes& attributes);
+    void StartViewState(State state, const TagAttributes& attributes);
+    void StartTimeFormatState(State state, const TagAttributes& attributes);
+    void StartMixingOptionState(State state, const TagAttributes& attributes);
+    void StartSessionProperties(State state, const TagAttributes& attributes);
+    void StartProperty(State state, const TagAttributes& attributes);
     void EndProperty();
     void EndXmpMetadata();
 

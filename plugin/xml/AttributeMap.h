@@ -1,36 +1,71 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tses {
 
-struct Attribute {
-    std::u16string_view name;
-    std::u16string value;
-};
-
-/// An element's attributes, ordered by name (code unit by code unit), each name once.
-///
-/// The names are views: a writer passes constants, the reader names that live as long as the start
-/// tag's event. A map that is cleared keeps the room of its values, so that a reader fills one map
-/// for every start tag without allocating.
-class AttributeMap {
+/// An element's attributes, ordered by name (code unit by code unit), each name once. The names are
+/// views. A map that is cleared keeps its room, so that one can be filled for every element.
+template <class Text>
+class BasicAttributeMap {
 public:
-    AttributeMap() = default;
-    AttributeMap(std::initializer_list<Attribute> attributes);
+    struct Attribute {
+        std::u16string_view name;
+        Text value;
+    };
+
+    BasicAttributeMap() = default;
+    BasicAttributeMap(std::initializer_list<Attribute> attributes) {
+        for (const Attribute& attribute : attributes) {
+            Set(attribute.name, attribute.value);
+        }
+    }
 
     /// Adds the attribute, or replaces its value.
-    void Set(std::u16string_view name, std::u16string_view value);
+    void Set(std::u16string_view name, std::u16string_view value) {
+        // From the end: the attributes of a saved file come in order, and then this is one
+        // comparison.
+        std::size_t place = size_;
+        while (place > 0 && name < slots_[place - 1].name) {
+            --place;
+        }
+        if (place > 0 && slots_[place - 1].name == name) {
+            slots_[place - 1].value = value;
+            return;
+        }
+        if (size_ == slots_.size()) {
+            slots_.emplace_back();
+        }
+        slots_[size_].name = name;
+        slots_[size_].value = value;
+        ++size_;
+        if (place + 1 != size_) {
+            const auto first = slots_.begin() + static_cast<std::ptrdiff_t>(place);
+            const auto end = slots_.begin() + static_cast<std::ptrdiff_t>(size_);
+            std::rotate(first, end - 1, end);
+        }
+    }
 
     /// Adds an attribute that is left out, rather than written, when it has no text.
-    void SetUnlessEmpty(std::u16string_view name, std::u16string_view value);
+    void SetUnlessEmpty(std::u16string_view name, std::u16string_view value) {
+        if (!value.empty()) {
+            Set(name, value);
+        }
+    }
 
     /// The attribute's value, null when it is absent. Valid until the map changes.
-    const std::u16string* Find(std::u16string_view name) const;
+    const Text* Find(std::u16string_view name) const {
+        const auto attributes = Attributes();
+        const auto found = std::ranges::lower_bound(attributes, name, {}, &Attribute::name);
+        return found != attributes.end() && found->name == name ? &found->value : nullptr;
+    }
 
     std::span<const Attribute> Attributes() const { return {slots_.data(), size_}; }
     auto begin() const { return Attributes().begin(); }
@@ -44,5 +79,12 @@ private:
     std::vector<Attribute> slots_;  // the first size_ are the map, the rest is kept room
     std::size_t size_ = 0;
 };
+
+/// What a writer sets: the names are constants, the values are the map's own.
+using AttributeMap = BasicAttributeMap<std::u16string>;
+
+/// What a start tag has: names and values are the parser's own texts, which live as long as the
+/// tag's event. A zero follows each of them.
+using TagAttributes = BasicAttributeMap<std::u16string_view>;
 
 }  // namespace tses

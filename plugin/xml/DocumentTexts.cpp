@@ -65,12 +65,13 @@ xercesc::DOMNode* CreateReference(xercesc::DOMDocument& document, char16_t unit)
 }  // namespace
 
 void DocumentTexts::SetAttributes(xercesc::DOMElement& element, const AttributeMap& attributes) {
-    for (const Attribute& attribute : attributes) {
+    for (const auto& attribute : attributes) {
         SetAttribute(element, attribute);
     }
 }
 
-void DocumentTexts::SetAttribute(xercesc::DOMElement& element, const Attribute& attribute) {
+void DocumentTexts::SetAttribute(xercesc::DOMElement& element,
+                                 const AttributeMap::Attribute& attribute) {
     const XMLCh* const name = attribute.name.data();
     if (!waiting_.empty() && element.hasAttribute(name)) {
         Forget(element.getAttributeNode(name));

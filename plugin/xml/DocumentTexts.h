@@ -42,7 +42,7 @@ private:
         std::u16string text;
     };
 
-    void SetAttribute(xercesc::DOMElement& element, const Attribute& attribute);
+    void SetAttribute(xercesc::DOMElement& element, const AttributeMap::Attribute& attribute);
     void Forget(const xercesc::DOMNode* parent);
     void Wait(xercesc::DOMNode& parent, std::u16string_view text, TextPlace place);
     void Settle(Waiting& waiting, XmlVersion version);

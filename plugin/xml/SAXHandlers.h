@@ -14,7 +14,7 @@ public:
     virtual void EndDocument() = 0;
     virtual void StartElementEvent(std::u16string_view uri, std::u16string_view localName,
                                    std::u16string_view qualifiedName,
-                                   const AttributeMap& attributes) = 0;
+                                   const TagAttributes& attributes) = 0;
     virtual void EndElementEvent(std::u16string_view uri, std::u16string_view localName,
                                  std::u16string_view qualifiedName) = 0;
     /// A piece of character data; one text may come in several pieces.

@@ -17,7 +17,7 @@ bool HasPrefix(const xercesc::Attributes& attributes, XMLSize_t index) {
 
 /// An attribute counts under its local name. Where several prefixes give one name, the last stands,
 /// but for an attribute without a prefix, which always does.
-void Fill(AttributeMap& map, const xercesc::Attributes& attributes) {
+void Fill(TagAttributes& map, const xercesc::Attributes& attributes) {
     map.Clear();
     const XMLSize_t count = attributes.getLength();
     for (XMLSize_t i = 0; i < count; ++i) {
@@ -50,6 +50,7 @@ void SessionXMLDefaultHandler::BeforeParse(std::u16string_view systemId) {
     systemId_ = systemId;
     sawFatalError_ = false;
     locator_ = nullptr;
+    openUris_.clear();
     watch_.Begin();
 }
 
@@ -84,6 +85,7 @@ void SessionXMLDefaultHandler::startElement(const XMLCh* uri, const XMLCh* local
                                             const XMLCh* qualifiedName,
                                             const xercesc::Attributes& attributes) {
     watch_.BeginElement(ViewOf(qualifiedName), attributes.getLength());
+    openUris_.push_back(uri);
     if (content_ != nullptr) {
         Fill(attributes_, attributes);
         content_->StartElementEvent(ViewOf(uri), ViewOf(localName), ViewOf(qualifiedName),
@@ -91,9 +93,11 @@ void SessionXMLDefaultHandler::startElement(const XMLCh* uri, const XMLCh* local
     }
 }
 
-void SessionXMLDefaultHandler::endElement(const XMLCh* uri, const XMLCh* localName,
+void SessionXMLDefaultHandler::endElement(const XMLCh* /*uri*/, const XMLCh* localName,
                                           const XMLCh* qualifiedName) {
     watch_.EndElement();
+    const XMLCh* const uri = openUris_.back();
+    openUris_.pop_back();
     if (content_ != nullptr) {
         content_->EndElementEvent(ViewOf(uri), ViewOf(localName), ViewOf(qualifiedName));
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <stdexcept>
+#include <vector>
 #include <xercesc/sax2/DefaultHandler.hpp>
 
 #include "plugin/xml/DocumentWatch.h"
@@ -53,10 +54,11 @@ private:
 
     SAXContentHandler* content_;
     SAXErrorHandler* errors_;
-    AttributeMap attributes_;  // filled anew for every start tag, its room kept
+    TagAttributes attributes_;  // filled anew for every start tag, its room kept
     DocumentWatch watch_{[this](std::u16string_view reason, std::optional<DocumentPlace> place) {
         Refuse(reason, place);
     }};
+    std::vector<const XMLCh*> openUris_;  // of the open elements: the scanner forgets them
     std::u16string systemId_;
     const xercesc::Locator* locator_ = nullptr;  // valid during a parse
     bool sawFatalError_ = false;

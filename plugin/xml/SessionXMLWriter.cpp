@@ -82,7 +82,7 @@ template <class Measure>
 bool FitsTag(const AttributeMap& attributes, Measure measure) {
     constexpr kelcore::uint64 kName = 64;  // and quotes, and what stands between
     kelcore::uint64 length = kName;
-    for (const Attribute& attribute : attributes) {
+    for (const auto& attribute : attributes) {
         length += kName + measure(attribute.value);
     }
     return length <= limits::kTagBytes;

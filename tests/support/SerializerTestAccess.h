@@ -22,7 +22,7 @@ struct SerializerTestAccess {
     }
     static TracksReadState& Tracks(Serializer::Impl& impl) { return impl.tracks_; }
     static EffectsReadState& Effects(Serializer::Impl& impl) { return impl.effects_; }
-    static void StartParameterKeyframe(Serializer::Impl& impl, const AttributeMap& attributes) {
+    static void StartParameterKeyframe(Serializer::Impl& impl, const TagAttributes& attributes) {
         impl.StartParameterKeyframe(states::parameterKeyframe, attributes);
     }
     static SavedStateReadState& SavedState(Serializer::Impl& impl) { return impl.savedState_; }

@@ -59,7 +59,7 @@ void Apply(const PendingClipRecord& record, IEditAudioClip& clip) {
 
 }  // namespace
 
-void Serializer::Impl::StartAudioClip(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartAudioClip(State state, const TagAttributes& attributes) {
     PushState(state);
     clips_.pending.Reset();
     ReadAudioClipAttributes(attributes, clips_.pending);
@@ -80,9 +80,9 @@ void Serializer::Impl::EndAudioClip() {
     clips_.audioClip.Reset();
 }
 
-void Serializer::Impl::StartClipComponent(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartClipComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const std::u16string* const id = attributes.Find(names::id);
+    const auto* const id = attributes.Find(names::id);
     for (const ComponentRow& row : kComponents) {
         if (id != nullptr && *id == row.keyword) {
             effects_.component = clips_.audioClip ? Retain(((*clips_.audioClip).*row.get)())

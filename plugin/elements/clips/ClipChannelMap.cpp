@@ -28,7 +28,7 @@ constexpr Binding<ChannelRecord> kBindings[] = {
 
 }  // namespace
 
-void Serializer::Impl::StartClipChannel(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartClipChannel(State state, const TagAttributes& attributes) {
     PushState(state);
     ChannelRecord record;
     ReadAttributes(attributes, kBindings, record);

@@ -41,7 +41,7 @@ constexpr Binding<ItemRecord> kItemBindings[] = {
 
 }  // namespace
 
-void Serializer::Impl::StartClipGroup(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartClipGroup(State state, const TagAttributes& attributes) {
     PushState(state);
     clips_.clipGroupName.clear();
     GroupRecord record;
@@ -56,7 +56,7 @@ void Serializer::Impl::EndClipGroupName() {
     clips_.clipGroupName = TrimWhitespace(characterBuffer_);
 }
 
-void Serializer::Impl::StartClipGroupItem(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartClipGroupItem(State state, const TagAttributes& attributes) {
     PushState(state);
     ItemRecord record;
     ReadAttributes(attributes, kItemBindings, record);

@@ -9,14 +9,14 @@
 
 namespace tses {
 
-void Serializer::Impl::StartClipProperties(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartClipProperties(State state, const TagAttributes& attributes) {
     PushState(state);
-    const std::u16string* const text = attributes.Find(names::properties);
+    const auto* const text = attributes.Find(names::properties);
     if (text == nullptr || !clips_.audioClip) {
         return;
     }
     if (const auto properties = Retain(clips_.audioClip->GetProperties())) {
-        properties->SetProperties(text->c_str());
+        properties->SetProperties(text->data());
     }
 }
 

@@ -43,15 +43,15 @@ void ReadKeywordOrNumber(const Keyword<kelcore::uint32> (&table)[Count], std::u1
     }
 }
 
-void ReadMode(const std::u16string& text, StretchRecord& record) {
+void ReadMode(std::u16string_view text, StretchRecord& record) {
     ReadKeywordOrNumber(kModes, text, record.mode);
 }
 
-void ReadType(const std::u16string& text, StretchRecord& record) {
+void ReadType(std::u16string_view text, StretchRecord& record) {
     ReadKeywordOrNumber(kTypes, text, record.type);
 }
 
-void ReadQuality(const std::u16string& text, StretchRecord& record) {
+void ReadQuality(std::u16string_view text, StretchRecord& record) {
     ReadKeywordOrNumber(kQualities, text, record.quality);
 }
 
@@ -79,7 +79,7 @@ void Apply(const StretchRecord& record, IEditClipStretch& stretch) {
 
 }  // namespace
 
-void Serializer::Impl::StartClipStretch(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartClipStretch(State state, const TagAttributes& attributes) {
     PushState(state);
     StretchRecord record;
     ReadAttributes(attributes, kBindings, record);

@@ -35,11 +35,11 @@ kelcore::int64 WrappingSum(kelcore::int64 left, kelcore::int64 right) {
 
 }  // namespace
 
-void ReadCommonClipAttributes(const AttributeMap& attributes, PendingClipRecord& record) {
+void ReadCommonClipAttributes(const TagAttributes& attributes, PendingClipRecord& record) {
     ReadAttributes(attributes, kCommonBindings, record);
 }
 
-void ReadAudioClipAttributes(const AttributeMap& attributes, PendingClipRecord& record) {
+void ReadAudioClipAttributes(const TagAttributes& attributes, PendingClipRecord& record) {
     ReadCommonClipAttributes(attributes, record);
     ReadAttributes(attributes, kAudioBindings, record);
 }

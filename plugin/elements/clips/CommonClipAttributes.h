@@ -10,10 +10,10 @@
 namespace tses {
 
 /// Reads "id", the four points, "hue", "name", "select" and "lockedInTime".
-void ReadCommonClipAttributes(const AttributeMap& attributes, PendingClipRecord& record);
+void ReadCommonClipAttributes(const TagAttributes& attributes, PendingClipRecord& record);
 
 /// Reads these and what only audio clips have. Video clips read all of it and apply a part.
-void ReadAudioClipAttributes(const AttributeMap& attributes, PendingClipRecord& record);
+void ReadAudioClipAttributes(const TagAttributes& attributes, PendingClipRecord& record);
 
 /// Adds "id" and the common attributes of `record`, "endPoint" among them, for readers of the
 /// document.

@@ -32,11 +32,11 @@ constexpr Keyword<kelcore::uint32> kLinkTypes[] = {{u"linkedSymmetric", 0},
 
 // Reading
 
-void ReadType(const std::u16string& text, FadeRecord& record) {
+void ReadType(std::u16string_view text, FadeRecord& record) {
     record.type = FindValue(kTypes, text).value_or(1);
 }
 
-void ReadLinkType(const std::u16string& text, FadeRecord& record) {
+void ReadLinkType(std::u16string_view text, FadeRecord& record) {
     record.crossFadeLinkType = FindValue(kLinkTypes, text).value_or(1);
 }
 
@@ -58,7 +58,7 @@ void Apply(const FadeRecord& record, IEditClipFade& fade) {
 
 }  // namespace
 
-void Serializer::Impl::StartFade(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartFade(State state, const TagAttributes& attributes) {
     PushState(state);
     FadeRecord record;
     ReadAttributes(attributes, kBindings, record);

@@ -42,7 +42,7 @@ void ApplyEvents(std::u16string_view text, const HostReference<IEditGlobalTrackI
 
 }  // namespace
 
-void Serializer::Impl::StartGlobalTrackInfo(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartGlobalTrackInfo(State state, const TagAttributes& attributes) {
     PushState(state);
     const auto metronome = savedState_.metronome.As<IEditMetronomeInfoPrivate>();
     // Without one the events inside find no info either, also not that of an earlier metronome.
@@ -52,7 +52,7 @@ void Serializer::Impl::StartGlobalTrackInfo(State state, const AttributeMap& att
         return;
     }
     for (const VisibilityRow& row : kVisibilities) {
-        if (const std::u16string* const text = attributes.Find(row.name)) {
+        if (const auto* const text = attributes.Find(row.name)) {
             ((*clips_.globalTrackInfo).*row.set)(ParseBoolStrict(*text));
         }
     }

@@ -20,7 +20,7 @@
 
 namespace tses {
 
-void Serializer::Impl::StartMidiClip(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartMidiClip(State state, const TagAttributes& attributes) {
     PushState(state);
     clips_.pending.Reset();
     ReadCommonClipAttributes(attributes, clips_.pending);

@@ -10,10 +10,10 @@
 
 namespace tses {
 
-void Serializer::Impl::StartTake(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTake(State state, const TagAttributes& attributes) {
     PushState(state);
     kelcore::int64 sourceInPoint = 0;
-    if (const std::u16string* const text = attributes.Find(names::sourceInPoint)) {
+    if (const auto* const text = attributes.Find(names::sourceInPoint)) {
         ParseInt64(*text, sourceInPoint);
     }
     if (clips_.audioClip) {

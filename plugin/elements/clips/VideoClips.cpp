@@ -27,7 +27,7 @@ void Apply(const PendingClipRecord& record, IEditVideoClip& clip) {
 
 }  // namespace
 
-void Serializer::Impl::StartVideoClip(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartVideoClip(State state, const TagAttributes& attributes) {
     PushState(state);
     clips_.pending.Reset();
     ReadAudioClipAttributes(attributes, clips_.pending);

@@ -29,7 +29,7 @@ struct FormatRecord {
 
 // Reading
 
-void ReadPixelType(const std::u16string& text, FormatRecord& record) {
+void ReadPixelType(std::u16string_view text, FormatRecord& record) {
     ParseSigned(text, record.pixelType);
     if (record.pixelType == 0) {
         record.pixelType = kDefaultPixelType;
@@ -57,7 +57,7 @@ void Apply(const FormatRecord& record, IEditVideoFormat& format) {
 
 }  // namespace
 
-void Serializer::Impl::StartVideoFormat(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartVideoFormat(State state, const TagAttributes& attributes) {
     PushState(state);
     FormatRecord record;
     ReadAttributes(attributes, kBindings, record);

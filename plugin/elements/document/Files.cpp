@@ -35,7 +35,7 @@ struct FileRecord {
 // Reading
 
 /// A name that stands for no handler is passed over.
-void ReadHandlerName(const std::u16string& text, FileRecord& record) {
+void ReadHandlerName(std::u16string_view text, FileRecord& record) {
     tbcore::TranslateFromHumanReadableMediaHandler(text, record.mediaHandler);
 }
 
@@ -83,7 +83,7 @@ void Apply(const FileRecord& record, const std::u16string& path, IEditFile& file
 
 }  // namespace
 
-void Serializer::Impl::StartFile(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartFile(State state, const TagAttributes& attributes) {
     PushState(state);
     FileRecord record;
     ReadAttributes(attributes, kBindings, record);

@@ -43,14 +43,14 @@ struct SessionRecord {
 // Reading
 
 /// Signed here, unsigned on writing: that is how hosts have always read the rate.
-void ReadSampleRate(const std::u16string& text, SessionRecord& record) {
+void ReadSampleRate(std::u16string_view text, SessionRecord& record) {
     auto sampleRate = static_cast<kelcore::int32>(record.sampleRate);
     ParseSigned(text, sampleRate);
     record.sampleRate = static_cast<kelcore::uint32>(sampleRate);
 }
 
 /// An unknown keyword changes nothing.
-void ReadChannelType(const std::u16string& text, SessionRecord& record) {
+void ReadChannelType(std::u16string_view text, SessionRecord& record) {
     if (const auto channels = FindValue(kChannelLayouts, text)) {
         record.channelCount = static_cast<kelcore::int32>(*channels);
     }
@@ -78,7 +78,7 @@ void Apply(const SessionRecord& record, IEditSession& session) {
 
 }  // namespace
 
-void Serializer::Impl::StartSession(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartSession(State state, const TagAttributes& attributes) {
     PushState(state);
     SessionRecord record;
     ReadAttributes(attributes, kBindings, record);

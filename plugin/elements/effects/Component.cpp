@@ -38,7 +38,7 @@ struct ComponentRecord {
 
 // Reading
 
-void ReadPowered(const std::u16string& text, ComponentRecord& record) {
+void ReadPowered(std::u16string_view text, ComponentRecord& record) {
     record.powered = ParseBoolStrict(text);
 }
 
@@ -70,7 +70,7 @@ void Apply(const ComponentRecord& record, IEditComponent& component) {
 
 }  // namespace
 
-void Serializer::Impl::ApplyComponentAttributes(const AttributeMap& attributes) {
+void Serializer::Impl::ApplyComponentAttributes(const TagAttributes& attributes) {
     effects_.parameterIndices.clear();
     effects_.poweredApplied = false;
     if (!effects_.component) {

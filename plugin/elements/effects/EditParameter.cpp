@@ -22,7 +22,7 @@ constexpr Binding<EditParameterRecord> kBindings[] = {
 
 /// A track's or a clip's; both call it the same.
 template <class Owner>
-void Apply(const AttributeMap& attributes, const HostReference<Owner>& owner) {
+void Apply(const TagAttributes& attributes, const HostReference<Owner>& owner) {
     if (owner) {
         EditParameterRecord record;
         ReadAttributes(attributes, kBindings, record);
@@ -32,12 +32,12 @@ void Apply(const AttributeMap& attributes, const HostReference<Owner>& owner) {
 
 }  // namespace
 
-void Serializer::Impl::StartTrackEditParameter(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrackEditParameter(State state, const TagAttributes& attributes) {
     PushState(state);
     Apply(attributes, tracks_.track);
 }
 
-void Serializer::Impl::StartClipEditParameter(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartClipEditParameter(State state, const TagAttributes& attributes) {
     PushState(state);
     Apply(attributes, clips_.audioClip);
 }

@@ -34,30 +34,30 @@ constexpr ComponentRow kComponents[] = {
 
 }  // namespace
 
-void Serializer::Impl::StartTrackEffectsRack(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrackEffectsRack(State state, const TagAttributes& attributes) {
     PushState(state);
     effects_.rack =
         tracks_.track ? Retain(tracks_.track->GetEffectsRack()) : HostReference<IEditEffectsRack>();
     ApplyRackAttributes(attributes);
 }
 
-void Serializer::Impl::StartClipEffectsRack(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartClipEffectsRack(State state, const TagAttributes& attributes) {
     PushState(state);
     effects_.rack = clips_.audioClip ? Retain(clips_.audioClip->GetEffectsRack())
                                      : HostReference<IEditEffectsRack>();
     ApplyRackAttributes(attributes);
 }
 
-void Serializer::Impl::ApplyRackAttributes(const AttributeMap& attributes) {
+void Serializer::Impl::ApplyRackAttributes(const TagAttributes& attributes) {
     if (effects_.rack) {
-        const std::u16string* const preFader = attributes.Find(names::preFader);
+        const auto* const preFader = attributes.Find(names::preFader);
         effects_.rack->SetPreFader(preFader == nullptr || ParseBoolStrict(*preFader));
     }
 }
 
-void Serializer::Impl::StartRackComponent(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartRackComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const std::u16string* const id = attributes.Find(names::id);
+    const auto* const id = attributes.Find(names::id);
     for (const ComponentRow& row : kComponents) {
         if (id != nullptr && *id == row.keyword) {
             effects_.component = effects_.rack ? Retain(((*effects_.rack).*row.get)())

@@ -41,7 +41,7 @@ void Apply(const ParameterRecord& record, IEditComponent& component) {
 
 }  // namespace
 
-void Serializer::Impl::StartParameter(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartParameter(State state, const TagAttributes& attributes) {
     PushState(state);
     ParameterRecord record;
     ReadAttributes(attributes, kBindings, record);

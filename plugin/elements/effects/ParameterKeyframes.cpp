@@ -39,7 +39,7 @@ constexpr Binding<LaneRecord> kLaneBindings[] = {
 };
 
 /// Everything but the one keyword is linear.
-void ReadType(const std::u16string& text, KeyframeRecord& record) {
+void ReadType(std::u16string_view text, KeyframeRecord& record) {
     record.hold = text == kHold;
 }
 
@@ -53,7 +53,7 @@ constexpr Binding<KeyframeRecord> kKeyframeBindings[] = {
 }  // namespace
 
 /// A lane element without any attribute leaves both of the lane's flags; one attribute sets both.
-void Serializer::Impl::StartParameterKeyframes(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartParameterKeyframes(State state, const TagAttributes& attributes) {
     PushState(state);
     effects_.lane =
         effects_.component
@@ -68,7 +68,7 @@ void Serializer::Impl::StartParameterKeyframes(State state, const AttributeMap& 
     effects_.lane->SetReadOnly(record.readOnly);
 }
 
-void Serializer::Impl::StartParameterKeyframe(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartParameterKeyframe(State state, const TagAttributes& attributes) {
     PushState(state);
     KeyframeRecord record;
     ReadAttributes(attributes, kKeyframeBindings, record);

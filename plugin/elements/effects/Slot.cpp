@@ -23,15 +23,15 @@ namespace {
 
 constexpr kelcore::uint32 kNoIndex = 4294967295;
 
-void Apply(const AttributeMap& attributes, IEditEffectsSlot& slot) {
+void Apply(const TagAttributes& attributes, IEditEffectsSlot& slot) {
     kelcore::uint32 slotIndex = kNoIndex;
-    if (const std::u16string* const text = attributes.Find(names::slotIndex)) {
+    if (const auto* const text = attributes.Find(names::slotIndex)) {
         ParseUnsigned(*text, slotIndex);
     }
     slot.SetSlotIndex(slotIndex);
-    const std::u16string* const powered = attributes.Find(names::powered);
+    const auto* const powered = attributes.Find(names::powered);
     slot.SetBypassed(powered != nullptr && !ParseBoolStrict(*powered));
-    if (const std::u16string* const text = attributes.Find(names::sideChainChannels)) {
+    if (const auto* const text = attributes.Find(names::sideChainChannels)) {
         kelcore::uint32 channels = 0;
         ParseUnsigned(*text, channels);
         slot.SetSideChainChannels(channels);
@@ -40,7 +40,7 @@ void Apply(const AttributeMap& attributes, IEditEffectsSlot& slot) {
 
 }  // namespace
 
-void Serializer::Impl::StartSlot(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartSlot(State state, const TagAttributes& attributes) {
     PushState(state);
     effects_.slot =
         effects_.rack ? Retain(effects_.rack->AddSlot()) : HostReference<IEditEffectsSlot>();
@@ -49,7 +49,7 @@ void Serializer::Impl::StartSlot(State state, const AttributeMap& attributes) {
     }
 }
 
-void Serializer::Impl::StartSlotComponent(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartSlotComponent(State state, const TagAttributes& attributes) {
     PushState(state);
     if (effects_.slot) {
         effects_.component = Retain(effects_.slot->GetComponent());

@@ -39,13 +39,13 @@ void Serializer::Impl::EndBusConfig() {
     }
 }
 
-void Serializer::Impl::StartSlotChannelMap(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartSlotChannelMap(State state, const TagAttributes& attributes) {
     PushState(state);
-    const std::u16string* const direction = attributes.Find(names::direction);
+    const auto* const direction = attributes.Find(names::direction);
     effects_.readsInputChannels = direction != nullptr && *direction == kInput;
 }
 
-void Serializer::Impl::StartSlotChannel(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartSlotChannel(State state, const TagAttributes& attributes) {
     PushState(state);
     if (!effects_.slot || attributes.Find(names::index) == nullptr) {
         return;

@@ -41,12 +41,12 @@ struct MetronomeRecord {
 
 // Reading
 
-void ReadSoundSet(const std::u16string& text, MetronomeRecord& record) {
+void ReadSoundSet(std::u16string_view text, MetronomeRecord& record) {
     record.soundSet = FindValue(kSoundSets, text).value_or(kSticks);
 }
 
 /// Pieces between single spaces; what is no beat, the empty piece included, is passed over.
-void ReadPattern(const std::u16string& text, MetronomeRecord& record) {
+void ReadPattern(std::u16string_view text, MetronomeRecord& record) {
     std::u16string_view rest = text;
     while (!rest.empty()) {
         const std::u16string_view piece = rest.substr(0, rest.find(u' '));
@@ -74,7 +74,7 @@ void Apply(const MetronomeRecord& record, IEditMetronomeInfo& metronome) {
 
 }  // namespace
 
-void Serializer::Impl::StartMetronome(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartMetronome(State state, const TagAttributes& attributes) {
     PushState(state);
     MetronomeRecord record;
     ReadAttributes(attributes, kBindings, record);

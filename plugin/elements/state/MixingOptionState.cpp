@@ -25,7 +25,7 @@ constexpr Binding<MixingRecord> kBindings[] = {
 
 }  // namespace
 
-void Serializer::Impl::StartMixingOptionState(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartMixingOptionState(State state, const TagAttributes& attributes) {
     PushState(state);
     MixingRecord record;
     ReadAttributes(attributes, kBindings, record);

@@ -22,7 +22,7 @@ constexpr Binding<SelectionRecord> kBindings[] = {
 
 }  // namespace
 
-void Serializer::Impl::StartSelectionState(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartSelectionState(State state, const TagAttributes& attributes) {
     PushState(state);
     SelectionRecord record;
     ReadAttributes(attributes, kBindings, record);

@@ -14,14 +14,14 @@
 
 namespace tses {
 
-void Serializer::Impl::StartSessionProperties(State state, const AttributeMap& /*attributes*/) {
+void Serializer::Impl::StartSessionProperties(State state, const TagAttributes& /*attributes*/) {
     PushState(state);
     savedState_.properties = Retain(session_->GetProperties());
 }
 
-void Serializer::Impl::StartProperty(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartProperty(State state, const TagAttributes& attributes) {
     PushState(state);
-    const std::u16string* const key = attributes.Find(names::key);
+    const auto* const key = attributes.Find(names::key);
     savedState_.propertyKey = key != nullptr ? *key : std::u16string();
 }
 

@@ -28,7 +28,7 @@ constexpr Binding<SessionStateRecord> kBindings[] = {
 
 }  // namespace
 
-void Serializer::Impl::StartSessionState(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartSessionState(State state, const TagAttributes& attributes) {
     PushState(state);
     SessionStateRecord record;
     ReadAttributes(attributes, kBindings, record);

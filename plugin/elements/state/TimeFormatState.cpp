@@ -55,7 +55,7 @@ struct TimeFormatRecord {
 // Reading
 
 /// Any other text, a number included, changes nothing.
-void ReadFormat(const std::u16string& text, TimeFormatRecord& record) {
+void ReadFormat(std::u16string_view text, TimeFormatRecord& record) {
     record.format = FindValue(kFormats, text).value_or(record.format);
 }
 
@@ -100,7 +100,7 @@ void Apply(const TimeFormatRecord& record, IEditSession& session) {
 
 }  // namespace
 
-void Serializer::Impl::StartTimeFormatState(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTimeFormatState(State state, const TagAttributes& attributes) {
     PushState(state);
     TimeFormatRecord record;
     ReadAttributes(attributes, kBindings, record);

@@ -27,7 +27,7 @@ constexpr Binding<ViewRecord> kBindings[] = {
 
 }  // namespace
 
-void Serializer::Impl::StartViewState(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartViewState(State state, const TagAttributes& attributes) {
     PushState(state);
     ViewRecord record;
     ReadAttributes(attributes, kBindings, record);

@@ -39,7 +39,7 @@ constexpr Binding<PortRecord> kPortBindings[] = {
     {names::name, read::Text<&PortRecord::name>},
 };
 
-PortRecord ReadPort(const AttributeMap& attributes) {
+PortRecord ReadPort(const TagAttributes& attributes) {
     PortRecord port;
     ReadAttributes(attributes, kPortBindings, port);
     return port;
@@ -49,7 +49,7 @@ PortRecord ReadPort(const AttributeMap& attributes) {
 
 /// Without any attribute, the host keeps both of its identifiers; with one, the other becomes
 /// empty.
-void Serializer::Impl::StartAudioDevice(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartAudioDevice(State state, const TagAttributes& attributes) {
     PushState(state);
     if (attributes.empty()) {
         return;
@@ -60,13 +60,13 @@ void Serializer::Impl::StartAudioDevice(State state, const AttributeMap& attribu
     session_->SetOutputDeviceId(device.outputId.c_str());
 }
 
-void Serializer::Impl::StartInputPort(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartInputPort(State state, const TagAttributes& attributes) {
     PushState(state);
     const PortRecord port = ReadPort(attributes);
     session_->AddInputPort(port.id, port.name.c_str());
 }
 
-void Serializer::Impl::StartOutputPort(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartOutputPort(State state, const TagAttributes& attributes) {
     PushState(state);
     const PortRecord port = ReadPort(attributes);
     session_->AddOutputPort(port.id, port.name.c_str());

@@ -23,16 +23,16 @@ constexpr std::u16string_view kPan = u"sendPan";
 
 // Reading: each attribute that is there is applied at once, each that is not causes no call.
 
-void Apply(const AttributeMap& attributes, IEditSendSlot& slot) {
-    if (const std::u16string* const text = attributes.Find(names::sendOutputID)) {
+void Apply(const TagAttributes& attributes, IEditSendSlot& slot) {
+    if (const auto* const text = attributes.Find(names::sendOutputID)) {
         kelcore::int32 outputId = 0;
         ParseSigned(*text, outputId);
         slot.SetSendOutputId(outputId);
     }
-    if (const std::u16string* const text = attributes.Find(names::preFader)) {
+    if (const auto* const text = attributes.Find(names::preFader)) {
         slot.SetPreFader(ParseBoolStrict(*text));
     }
-    if (const std::u16string* const text = attributes.Find(names::destCompIndex)) {
+    if (const auto* const text = attributes.Find(names::destCompIndex)) {
         kelcore::int32 index = 0;
         ParseSigned(*text, index);
         slot.SetDestCompIndex(index);
@@ -41,15 +41,15 @@ void Apply(const AttributeMap& attributes, IEditSendSlot& slot) {
 
 }  // namespace
 
-void Serializer::Impl::StartSendList(State state, const AttributeMap& /*attributes*/) {
+void Serializer::Impl::StartSendList(State state, const TagAttributes& /*attributes*/) {
     PushState(state);
     tracks_.sendList =
         tracks_.track ? Retain(tracks_.track->GetSendList()) : HostReference<IEditSendList>();
 }
 
-void Serializer::Impl::StartSendSlot(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartSendSlot(State state, const TagAttributes& attributes) {
     PushState(state);
-    const std::u16string* const slotIndex = attributes.Find(names::slotIndex);
+    const auto* const slotIndex = attributes.Find(names::slotIndex);
     if (slotIndex == nullptr) {
         return;
     }
@@ -67,14 +67,14 @@ void Serializer::Impl::StartSendSlot(State state, const AttributeMap& attributes
     Apply(attributes, *tracks_.sendSlot);
 }
 
-void Serializer::Impl::StartSendComponent(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartSendComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const std::u16string* const id = attributes.Find(names::id);
+    const auto* const id = attributes.Find(names::id);
     if (id != nullptr && tracks_.sendSlot) {
         if (*id == kLevel) {
-            effects_.component = Retain(tracks_.sendSlot->GetSendComponent(id->c_str()));
+            effects_.component = Retain(tracks_.sendSlot->GetSendComponent(id->data()));
         } else if (*id == kPan) {
-            effects_.component = Retain(tracks_.sendSlot->GetPanComponent(id->c_str()));
+            effects_.component = Retain(tracks_.sendSlot->GetPanComponent(id->data()));
         }
     }
     ApplyComponentAttributes(attributes);

@@ -34,7 +34,7 @@ constexpr float kPoweredFrom = 0.5F;
 // Reading
 
 /// An unknown keyword changes nothing.
-void ReadChannelType(const std::u16string& text, PendingTrack& record) {
+void ReadChannelType(std::u16string_view text, PendingTrack& record) {
     record.audioChannelType = FindValue(kChannelLayouts, text).value_or(record.audioChannelType);
 }
 
@@ -74,7 +74,7 @@ constexpr ComponentRow kComponents[] = {
 
 }  // namespace
 
-void Serializer::Impl::StartTrackAudioParameters(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrackAudioParameters(State state, const TagAttributes& attributes) {
     PushState(state);
     ReadAttributes(attributes, kBindings, tracks_.pending);
 }
@@ -86,33 +86,33 @@ void Serializer::Impl::EndTrackAudioParameters() {
 }
 
 /// The id goes to a track only for the one keyword, and to the hardware for any other or none.
-void Serializer::Impl::StartTrackOutput(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrackOutput(State state, const TagAttributes& attributes) {
     PushState(state);
     PendingTrack& pending = tracks_.pending;
     pending.outputTrackId = -1;
     pending.hardwareOutputId = -1;
-    const std::u16string* const type = attributes.Find(names::type);
-    const std::u16string* const id = attributes.Find(names::outputID);
+    const auto* const type = attributes.Find(names::type);
+    const auto* const id = attributes.Find(names::outputID);
     if (id != nullptr) {
         const bool toTrack = type != nullptr && *type == kToTrack;
         ParseSigned(*id, toTrack ? pending.outputTrackId : pending.hardwareOutputId);
     }
 }
 
-void Serializer::Impl::StartTrackInput(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrackInput(State state, const TagAttributes& attributes) {
     PushState(state);
     tracks_.pending.inputId = -1;
-    if (const std::u16string* const id = attributes.Find(names::inputID)) {
+    if (const auto* const id = attributes.Find(names::inputID)) {
         ParseSigned(*id, tracks_.pending.inputId);
     }
 }
 
-void Serializer::Impl::StartTrackComponent(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrackComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const std::u16string* const id = attributes.Find(names::id);
+    const auto* const id = attributes.Find(names::id);
     for (const ComponentRow& row : kComponents) {
         if (id != nullptr && *id == row.keyword) {
-            effects_.component = tracks_.track ? Retain(((*tracks_.track).*row.get)(id->c_str()))
+            effects_.component = tracks_.track ? Retain(((*tracks_.track).*row.get)(id->data()))
                                                : HostReference<IEditComponent>();
             tracks_.pending.eqComponentPending = row.keyword == kEq;
         }

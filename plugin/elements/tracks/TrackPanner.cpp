@@ -22,7 +22,7 @@ constexpr Binding<PendingTrack> kBindings[] = {
 
 }  // namespace
 
-void Serializer::Impl::StartTrackPanner(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrackPanner(State state, const TagAttributes& attributes) {
     PushState(state);
     ReadAttributes(attributes, kBindings, tracks_.pending);
 }

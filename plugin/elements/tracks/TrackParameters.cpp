@@ -33,7 +33,7 @@ void Apply(const PendingTrack& pending, Track& track) {
 
 }  // namespace
 
-void Serializer::Impl::StartTrackParameters(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrackParameters(State state, const TagAttributes& attributes) {
     PushState(state);
     ReadAttributes(attributes, kBindings, tracks_.pending);
 }

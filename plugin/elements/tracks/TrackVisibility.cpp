@@ -44,17 +44,17 @@ void Apply(const PendingVisibilityPreset& pending, IEditTrackVisibilityPreset& p
 }  // namespace
 
 void Serializer::Impl::StartTrackVisibilityPresets(State state,
-                                                   const AttributeMap& /*attributes*/) {
+                                                   const TagAttributes& /*attributes*/) {
     PushState(state);
     tracks_.visibilityPresets.clear();
 }
 
-void Serializer::Impl::StartTrackVisibilityPreset(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrackVisibilityPreset(State state, const TagAttributes& attributes) {
     PushState(state);
     ReadAttributes(attributes, kPresetBindings, tracks_.visibilityPresets.emplace_back());
 }
 
-void Serializer::Impl::StartTrackVisibility(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrackVisibility(State state, const TagAttributes& attributes) {
     PushState(state);
     if (!tracks_.visibilityPresets.empty()) {
         ReadAttributes(attributes, kEntryBindings,

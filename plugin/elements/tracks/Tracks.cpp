@@ -105,7 +105,7 @@ void Apply(const PendingTrack& pending, IEditAudioTrackPrivate& track) {
 
 }  // namespace
 
-void Serializer::Impl::StartTrack(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartTrack(State state, const TagAttributes& attributes) {
     PushState(state);
     tracks_.pending = {};
     tracks_.pending.kind = KindOf(state);

@@ -23,7 +23,7 @@ constexpr Binding<PendingTrack> kBindings[] = {
 
 }  // namespace
 
-void Serializer::Impl::StartVideoTrack(State state, const AttributeMap& attributes) {
+void Serializer::Impl::StartVideoTrack(State state, const TagAttributes& attributes) {
     PushState(state);
     tracks_.pending = {};
     ReadAttributes(attributes, kBindings, tracks_.pending);

@@ -11,7 +11,7 @@ namespace {
 
 std::vector<std::u16string> NamesOf(const AttributeMap& map) {
     std::vector<std::u16string> names;
-    for (const Attribute& attribute : map) {
+    for (const auto& attribute : map) {
         names.emplace_back(attribute.name);
     }
     return names;

@@ -87,9 +87,9 @@ public:
     void StartDocument() override {}
     void EndDocument() override {}
     void StartElementEvent(std::u16string_view, std::u16string_view, std::u16string_view,
-                           const AttributeMap& attributes) override {
-        const std::u16string* const attribute = attributes.Find(names::key);
-        value_ = attribute != nullptr ? *attribute : std::u16string();
+                           const TagAttributes& attributes) override {
+        const auto* const attribute = attributes.Find(names::key);
+        value_ = attribute != nullptr ? *attribute : std::u16string_view();
     }
     void EndElementEvent(std::u16string_view, std::u16string_view localName,
                          std::u16string_view) override {

@@ -37,9 +37,9 @@ public:
 
     void StartElementEvent(std::u16string_view uri, std::u16string_view localName,
                            std::u16string_view qualifiedName,
-                           const AttributeMap& attributes) override {
+                           const TagAttributes& attributes) override {
         std::string line = "<" + Utf8(localName) + "|" + Utf8(uri) + "|" + Utf8(qualifiedName);
-        for (const Attribute& attribute : attributes) {
+        for (const auto& attribute : attributes) {
             line += " " + Utf8(attribute.name) + "=" + Utf8(attribute.value);
         }
         lines.push_back(line);

@@ -119,7 +119,7 @@ public:
     void StartDocument() override {}
     void EndDocument() override {}
     void StartElementEvent(std::u16string_view, std::u16string_view, std::u16string_view,
-                           const AttributeMap&) override {}
+                           const TagAttributes&) override {}
     void EndElementEvent(std::u16string_view, std::u16string_view, std::u16string_view) override {}
     void CharactersEvent(std::u16string_view piece) override {
         if (piece.find_first_not_of(u"\n ") != std::u16string_view::npos) {

@@ -175,7 +175,7 @@ TEST_F(ParameterKeyframes, AStrayKeyframeAfterItsLaneStillLandsInIt) {
     Serializer::Impl impl{WriterFault{}};
     SerializerTestAccess::Attach(impl, &session->Edit());
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
-    const auto start = [&events](std::u16string_view name, const AttributeMap& attributes = {}) {
+    const auto start = [&events](std::u16string_view name, const TagAttributes& attributes = {}) {
         events.StartElementEvent(u"", name, name, attributes);
     };
     const auto end = [&events](std::u16string_view name) {

@@ -27,7 +27,7 @@ TEST_F(TrackPanner, IsNeverWritten) {
 }
 
 /// The track's record after a panner with these attributes.
-PendingTrack RecordAfter(AttributeMap attributes) {
+PendingTrack RecordAfter(TagAttributes attributes) {
     Serializer::Impl impl{WriterFault{}};
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
     const auto session = refhost::SessionNode::Make();
