@@ -32,6 +32,13 @@ TEST_F(SessionXMLReaderTest, APrefixedElementHasItsLocalNameAndItsNamespace) {
     EXPECT_EQ(events.lines.at(1), "<a|urn:x|p:a");
 }
 
+TEST_F(SessionXMLReaderTest, AnEndTagHasTheNamespaceOfItsStartTag) {
+    EXPECT_TRUE(ParseText("<a xmlns='urn:x'><p:b xmlns:p='urn:y'> <c xmlns=''/> </p:b> </a>"));
+    EXPECT_THAT(events.lines, ElementsAre("start of document", "<a|urn:x|a", "<b|urn:y|p:b", "' '",
+                                          "<c||c", ">c||c", "' '", ">b|urn:y|p:b", "' '",
+                                          ">a|urn:x|a", "end of document"));
+}
+
 TEST_F(SessionXMLReaderTest, AnAttributeWithAnEmptyValueIsThere) {
     EXPECT_TRUE(ParseText("<a b=''/>"));
     EXPECT_EQ(events.lines.at(1), "<a||a b=");
