@@ -105,10 +105,6 @@ bool Attempt(Operation&& operation) {
     }
 }
 
-void SwitchOn(xercesc::DOMConfiguration& configuration, const XMLCh* parameter) {
-    configuration.setParameter(parameter, true);
-}
-
 bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& target) {
     xercesc::DOMImplementation* const implementation = CoreImplementation();
     xercesc::MemoryManager* const memory = xercesc::XMLPlatformUtils::fgMemoryManager;
@@ -117,9 +113,9 @@ bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& t
         implementation->createLSSerializer(memory));
     serializer->setNewLine(kLineFeed.data());
     xercesc::DOMConfiguration& configuration = *serializer->getDomConfig();
-    SwitchOn(configuration, xercesc::XMLUni::fgDOMWRTFormatPrettyPrint);
-    SwitchOn(configuration, xercesc::XMLUni::fgDOMWRTBOM);
-    SwitchOn(configuration, xercesc::XMLUni::fgDOMXMLDeclaration);
+    configuration.setParameter(xercesc::XMLUni::fgDOMWRTFormatPrettyPrint, true);
+    configuration.setParameter(xercesc::XMLUni::fgDOMWRTBOM, true);
+    configuration.setParameter(xercesc::XMLUni::fgDOMXMLDeclaration, true);
 
     const LibraryPointer<xercesc::DOMLSOutput> output(implementation->createLSOutput(memory));
     output->setByteStream(&target);
