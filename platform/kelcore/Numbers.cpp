@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <string>
 #include <system_error>
 
@@ -41,17 +42,29 @@ private:
     std::string_view view_;
 };
 
-bool ReadInteger(std::u16string_view text, int64 lowest, int64 highest, int64& target) {
-    const NarrowText narrow(text);
-    const std::string_view number = narrow.View();
-    const char* const end = number.data() + number.size();
-    int64 value = 0;
-    const auto [stop, error] = std::from_chars(number.data(), end, value);
-    if (error != std::errc() || stop != end || value < lowest || value > highest) {
-        return false;
+/// The value of decimal digits, at least one; none if it is over `highest`.
+std::optional<uint64> ReadDigits(std::u16string_view text, uint64 highest) {
+    constexpr std::size_t kAlwaysFit = std::numeric_limits<uint64>::digits10;
+    uint64 value = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const uint64 digit = static_cast<uint64>(text[i]) - u'0';
+        if (digit > 9 || (i >= kAlwaysFit && value > (highest - digit) / 10)) {
+            return std::nullopt;
+        }
+        value = 10 * value + digit;
     }
-    target = value;
-    return true;
+    return text.empty() || value > highest ? std::nullopt : std::optional(value);
+}
+
+bool ReadInteger(std::u16string_view text, int64 lowest, int64 highest, int64& target) {
+    const bool negative = text.starts_with(u'-');
+    const uint64 farthest =
+        negative ? 0 - static_cast<uint64>(lowest) : static_cast<uint64>(highest);
+    const std::optional<uint64> magnitude = ReadDigits(text.substr(negative ? 1 : 0), farthest);
+    if (magnitude) {
+        target = static_cast<int64>(negative ? 0 - *magnitude : *magnitude);
+    }
+    return magnitude.has_value();
 }
 
 bool ReadInteger32(std::u16string_view text, int64& target) {

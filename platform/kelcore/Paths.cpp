@@ -87,12 +87,31 @@ Names FolderOf(std::u16string_view location) {
     return names;
 }
 
+/// Whether a path has nothing to be worked out: it is absolute, and no name in it is empty or
+/// begins with a dot.
+bool IsPlain(std::u16string_view path) {
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        const char16_t next = i + 1 < path.size() ? path[i + 1] : kSeparator;
+        if (path[i] == kForeignSeparator ||
+            (path[i] == kSeparator && (next == kSeparator || next == u'.'))) {
+            return false;
+        }
+    }
+    return IsAbsolute(path);
+}
+
+/// Cuts the last name off a plain path.
+std::u16string_view Parent(std::u16string_view path) {
+    return path.substr(0, path.rfind(kSeparator));
+}
+
 }  // namespace
 
 std::string PathToBytes(std::u16string_view path) {
     std::string bytes;
     bytes.reserve(path.size());
-    for (std::size_t position = 0; position < path.size();) {
+    std::size_t position = unicode::AppendAscii(bytes, path);
+    while (position < path.size()) {
         const char32_t codePoint = unicode::NextCodePoint(path, position);
         if (IsEscapedByte(codePoint)) {
             bytes.push_back(
@@ -100,6 +119,7 @@ std::string PathToBytes(std::u16string_view path) {
         } else {
             unicode::AppendUtf8(bytes, codePoint);
         }
+        position += unicode::AppendAscii(bytes, path.substr(position));
     }
     return bytes;
 }
@@ -156,6 +176,20 @@ std::u16string MakeNormalizedRelativePath(std::u16string_view path, std::u16stri
         return {};
     }
     return relative.empty() ? std::u16string(kThisFolder) : relative;
+}
+
+bool LeadsPlainlyTo(std::u16string_view path, std::u16string_view relative,
+                    std::u16string_view location) {
+    constexpr std::u16string_view kUp = u"../";
+    if (!IsPlain(path) || !IsPlain(location)) {
+        return false;
+    }
+    std::u16string_view folder = Parent(location);
+    for (; relative.starts_with(kUp) && !folder.empty(); folder = Parent(folder)) {
+        relative.remove_prefix(kUp.size());
+    }
+    return path.size() == folder.size() + 1 + relative.size() && path.starts_with(folder) &&
+           path[folder.size()] == kSeparator && path.ends_with(relative);
 }
 
 std::u16string FileUtils::PrepAsLongPathName(std::u16string_view path) {

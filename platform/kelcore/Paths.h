@@ -27,6 +27,12 @@ std::u16string MakeFileFromPath(std::u16string_view path, std::u16string_view lo
 /// absolute, or a name has a "\" in it, which `MakeFileFromPath` would take for a separator.
 std::u16string MakeNormalizedRelativePath(std::u16string_view path, std::u16string_view location);
 
+/// Whether `relative`, as `MakeFileFromPath` takes it, leads to exactly the absolute `path`, as far
+/// as that can be seen without working anything out: false for paths with empty names, with names
+/// that begin with a dot (but for ".." at the front of `relative`) or with a "\".
+bool LeadsPlainlyTo(std::u16string_view path, std::u16string_view relative,
+                    std::u16string_view location);
+
 namespace FileUtils {
 
 /// The form in which the platform opens paths of 260 and more code units: absolute, without "." and

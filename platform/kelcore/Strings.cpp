@@ -33,8 +33,10 @@ std::u16string UTF8to16(std::string_view text) {
 std::string UTF16to8(std::u16string_view text) {
     std::string result;
     result.reserve(text.size());
-    for (std::size_t position = 0; position < text.size();) {
+    std::size_t position = unicode::AppendAscii(result, text);
+    while (position < text.size()) {
         unicode::AppendUtf8(result, unicode::NextCodePoint(text, position));
+        position += unicode::AppendAscii(result, text.substr(position));
     }
     return result;
 }

@@ -1,5 +1,7 @@
 #include "platform/kelcore/Unicode.h"
 
+#include <algorithm>
+
 namespace kelcore::unicode {
 namespace {
 
@@ -63,6 +65,15 @@ char32_t NextCodePoint(std::u16string_view text, std::size_t& position) {
         return 0x10000U + ((unit - 0xD800U) << 10) + (low - 0xDC00U);
     }
     return unit;
+}
+
+std::size_t AppendAscii(std::string& text, std::u16string_view source) {
+    const auto end = std::ranges::find_if(source, [](char16_t unit) { return unit > 0x7F; });
+    const auto count = static_cast<std::size_t>(end - source.begin());
+    text.resize(text.size() + count);
+    std::transform(source.begin(), end, text.end() - (end - source.begin()),
+                   [](char16_t unit) { return static_cast<char>(unit); });
+    return count;
 }
 
 void AppendUtf8(std::string& text, char32_t codePoint) {

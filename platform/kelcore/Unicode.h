@@ -32,6 +32,9 @@ Utf8Part FirstPart(std::string_view text);
 char32_t NextCodePoint(std::u16string_view text, std::size_t& position);
 
 void AppendUtf8(std::string& text, char32_t codePoint);
+
+/// Appends the ASCII characters that `source` begins with, and returns how many there are.
+std::size_t AppendAscii(std::string& text, std::u16string_view source);
 void AppendUtf16(std::u16string& text, char32_t codePoint);
 
 }  // namespace kelcore::unicode

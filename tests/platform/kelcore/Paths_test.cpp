@@ -111,6 +111,52 @@ TEST(MakeFileFromPath, NamesThatAreNoUtf8GoThroughUnchanged) {
     EXPECT_EQ(PathToBytes(MakeFileFromPath(name, kSession)), "/music/song/kick\xFF.wav");
 }
 
+TEST(LeadsPlainlyTo, SeesWhereARelativePathLeadsWithoutWorkingItOut) {
+    EXPECT_TRUE(LeadsPlainlyTo(u"/music/song/kick.wav", u"kick.wav", kSession));
+    EXPECT_TRUE(LeadsPlainlyTo(u"/music/song/media/kick.wav", u"media/kick.wav", kSession));
+    EXPECT_TRUE(LeadsPlainlyTo(u"/music/kick.wav", u"../kick.wav", kSession));
+    EXPECT_TRUE(LeadsPlainlyTo(u"/media/kick.wav", u"../../media/kick.wav", kSession));
+    EXPECT_TRUE(LeadsPlainlyTo(u"/kick.wav", u"kick.wav", u"/song.orvo"));
+}
+
+TEST(LeadsPlainlyTo, SaysNoWhereItLeadsElsewhere) {
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/kick.wav", u"snare.wav", kSession));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/kick.wav", u"kick.wav", kSession));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/songkick.wav", u"kick.wav", kSession));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/kick.wav", u"", kSession));
+    EXPECT_FALSE(LeadsPlainlyTo(u"", u"kick.wav", kSession));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/kick.wav", u"/music/song/kick.wav", kSession));
+}
+
+TEST(LeadsPlainlyTo, SaysNoWhereThereIsSomethingToWorkOut) {
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/kick.wav", u"./kick.wav", kSession));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/media/../kick.wav", u"media/../kick.wav", kSession));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/song//kick.wav", u"/kick.wav", kSession));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/media\\kick.wav", u"media\\kick.wav", kSession));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/", u"", kSession));
+    EXPECT_FALSE(LeadsPlainlyTo(u"song/kick.wav", u"kick.wav", u"song/song.orvo"));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/a/../kick.wav", u"kick.wav", u"/music/a/../song.orvo"));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/music/kick.wav", u"../kick.wav", u"/music/a/../song.orvo"));
+    EXPECT_FALSE(LeadsPlainlyTo(u"/kick.wav", u"../kick.wav", u"/song.orvo"));
+}
+
+RC_GTEST_PROP(LeadsPlainlyTo, NeverSaysYesWhereTheResolvedPathIsAnother, ()) {
+    const auto anyPath = [] {
+        std::u16string path;
+        for (int count = *rc::gen::inRange(0, 6); count > 0; --count) {
+            path += *rc::gen::element<std::u16string>(u"/", u"..", u".", u"a", u"b/", u"/b", u"\\");
+        }
+        return path;
+    };
+    const std::u16string location = u"/" + anyPath();
+    const std::u16string relative = anyPath();
+    const std::u16string resolved = MakeFileFromPath(relative, location);
+    const std::u16string path = *rc::gen::arbitrary<bool>() ? resolved : u"/" + anyPath();
+    if (LeadsPlainlyTo(path, relative, location)) {
+        RC_ASSERT(resolved == path);
+    }
+}
+
 TEST(MakeNormalizedRelativePath, GoesDownFromTheFolderOfTheLocation) {
     EXPECT_EQ(MakeNormalizedRelativePath(u"/music/song/kick.wav", kSession), u"kick.wav");
     EXPECT_EQ(MakeNormalizedRelativePath(u"/music/song/media/kick.wav", kSession),
