@@ -1,11 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
 
 #include "plugin/serializer/ValueEncoding.h"
-#include "plugin/xml/AttributeMap.h"
+#include "plugin/xml/TagAttributes.h"
 
 /// How an element's attributes become its record: one row per attribute, {name, how it is read}.
 namespace tses {
@@ -16,17 +17,21 @@ struct Binding {
     void (*read)(std::u16string_view text, Record& record);
 };
 
-/// Applies the row of every attribute that has one, in the order of the attributes' names.
-/// Attributes without a row mean nothing; rows without an attribute leave the record's default.
 template <class Record, std::size_t Count>
-void ReadAttributes(const TagAttributes& attributes, const Binding<Record> (&bindings)[Count],
-                    Record& record) {
-    for (const auto& attribute : attributes) {
-        for (const Binding<Record>& binding : bindings) {
-            if (binding.name == attribute.name) {
-                binding.read(attribute.value, record);
-                break;
-            }
+constexpr bool AreInOrder(const Binding<Record> (&bindings)[Count]) {
+    return std::ranges::is_sorted(bindings, {}, &Binding<Record>::name);
+}
+
+/// Applies the rows of the attributes that are there, in the order of their names: where two fill
+/// one field, the later name wins. Attributes without a row mean nothing; rows without an attribute
+/// leave the record's default.
+template <const auto& Bindings, class Record>
+void ReadAttributes(const TagAttributes& attributes, Record& record) {
+    static_assert(AreInOrder(Bindings));
+    std::size_t next = 0;
+    for (const Binding<Record>& binding : Bindings) {
+        if (const auto text = attributes.FindNext(binding.name, next)) {
+            binding.read(*text, record);
         }
     }
 }

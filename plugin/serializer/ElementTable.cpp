@@ -7,6 +7,7 @@
 #include "platform/kelappsupport/Features.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Names.h"
+#include "plugin/xml/Text.h"
 
 namespace tses {
 namespace {
@@ -50,10 +51,13 @@ std::vector<ElementEntry> Bind(std::initializer_list<ElementRow> rows, Impl& imp
 /// How many places there are for an entry, so that it is mostly found in its own.
 constexpr std::size_t kSparseness = 4;
 
-/// A number that most entries have to themselves, from what is at hand.
+/// A number that most entries have to themselves, from what is at hand: the upper bits of a product
+/// depend on all of it.
 std::size_t PlaceOf(std::u16string_view name, State parentState) {
-    const std::size_t ends = name.empty() ? 0 : 7 * std::size_t{name.front()} + name.back();
-    return 61 * std::size_t{parentState} + 17 * name.size() + ends;
+    constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15;
+    const std::uint64_t ends =
+        name.empty() ? 0 : std::uint64_t{name.front()} << 16 | std::uint64_t{name.back()};
+    return (ends ^ std::uint64_t{parentState} << 32 ^ name.size() << 48) * kSpread >> 32;
 }
 
 }  // namespace
@@ -76,7 +80,7 @@ const ElementEntry* ElementTable::Find(std::u16string_view name, State parentSta
             return nullptr;
         }
         const ElementEntry& entry = entries_[number - 1];
-        if (entry.parentState == parentState && entry.name == name) {
+        if (entry.parentState == parentState && IsSame(entry.name, name)) {
             return &entry;
         }
     }

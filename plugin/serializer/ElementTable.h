@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "plugin/serializer/States.h"
-#include "plugin/xml/AttributeMap.h"
+#include "plugin/xml/TagAttributes.h"
 
 namespace tses {
 

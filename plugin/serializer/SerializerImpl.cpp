@@ -3,7 +3,9 @@
 #include <stdexcept>
 #include <utility>
 
+#include "plugin/serializer/ValueEncoding.h"
 #include "plugin/xml/SessionXMLReader.h"
+#include "plugin/xml/Text.h"
 
 namespace tses {
 
@@ -46,6 +48,7 @@ bool Serializer::Impl::Read(const std::u16string& path, HostReference<IEditSessi
 void Serializer::Impl::Reset() {
     rootSeen_ = false;
     stateStack_.assign(1, states::unknown);
+    openEntries_.clear();
     progressStep_ = 0;
 }
 
@@ -67,6 +70,7 @@ void Serializer::Impl::StartElementEvent(std::u16string_view /*uri*/, std::u16st
                                          std::u16string_view /*qualifiedName*/,
                                          const TagAttributes& attributes) {
     characterBuffer_.clear();
+    openEntries_.push_back(nullptr);
     if (!rootSeen_) {
         if (localName != names::orvo) {
             throw std::runtime_error("Not a session file.");
@@ -80,6 +84,7 @@ void Serializer::Impl::StartElementEvent(std::u16string_view /*uri*/, std::u16st
         return;
     }
     if (const ElementEntry* const entry = elementTable_.Find(localName, stateStack_.back())) {
+        openEntries_.back() = entry;
         entry->onStart(localName, attributes);
         return;
     }
@@ -90,7 +95,9 @@ void Serializer::Impl::StartElementEvent(std::u16string_view /*uri*/, std::u16st
 void Serializer::Impl::EndElementEvent(std::u16string_view /*uri*/, std::u16string_view localName,
                                        std::u16string_view /*qualifiedName*/) {
     stateStack_.pop_back();
-    if (localName == names::orvo) {
+    const ElementEntry* entry = openEntries_.back();
+    openEntries_.pop_back();
+    if (IsSame(localName, names::orvo)) {
         return;  // also for an element of that name inside the document, skipping or not
     }
     if (skipDepth_ != 0) {
@@ -98,8 +105,8 @@ void Serializer::Impl::EndElementEvent(std::u16string_view /*uri*/, std::u16stri
             return;
         }
         skipDepth_ = 0;
+        entry = elementTable_.Find(localName, stateStack_.back());
     }
-    const ElementEntry* const entry = elementTable_.Find(localName, stateStack_.back());
     if (entry != nullptr && entry->onEnd) {
         entry->onEnd(localName);
     }
@@ -107,6 +114,11 @@ void Serializer::Impl::EndElementEvent(std::u16string_view /*uri*/, std::u16stri
 
 void Serializer::Impl::CharactersEvent(std::u16string_view text) {
     characterBuffer_.append(text);
+}
+
+const std::vector<kelcore::byte>& Serializer::Impl::CollectedBlock() {
+    DecodeBlock(TrimWhitespace(characterBuffer_), block_);
+    return block_;
 }
 
 void Serializer::Impl::AdvanceProgress() {

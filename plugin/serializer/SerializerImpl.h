@@ -66,6 +66,8 @@ private:
     void PushState(State state) { stateStack_.push_back(state); }
     void OnlyPush(State state, const TagAttributes& /*attributes*/) { PushState(state); }
     void AdvanceProgress();
+    /// The block that the text since the last start tag stands for.
+    const std::vector<kelcore::byte>& CollectedBlock();
 
     // elements/document
     void StartSession(State state, const TagAttributes& attributes);
@@ -157,7 +159,10 @@ private:
     std::size_t skipDepth_ =
         0;  // the stack's depth at which an unknown element was entered; 0: in none
     bool rootSeen_ = false;
-    std::u16string characterBuffer_;  // the character data since the last start tag
+    std::vector<const ElementEntry*>
+        openEntries_;                   // of the open elements; null where there is none
+    std::u16string characterBuffer_;    // the character data since the last start tag
+    std::vector<kelcore::byte> block_;  // room for CollectedBlock
 
     DocumentReadState document_;
     TracksReadState tracks_;

@@ -1,5 +1,6 @@
 #include "plugin/serializer/ValueEncoding.h"
 
+#include <array>
 #include <charconv>
 #include <locale>
 #include <sstream>
@@ -34,13 +35,20 @@ bool IsDigit(char16_t unit) {
     return unit >= u'0' && unit <= u'9';
 }
 
-/// The part of a text that a stream takes for a number, narrowed, with "." for ",".
+/// The part of a text that a stream takes for a number, narrowed, with "." for ",". Numbers of
+/// ordinary length need no allocation.
 class NumberPrefix {
 public:
-    explicit NumberPrefix(std::u16string_view text) : rest_(text) {
-        while (!rest_.empty() && IsStreamSpace(rest_.front())) {
-            rest_.remove_prefix(1);
+    explicit NumberPrefix(std::u16string_view text)
+        : next_(text.data()), end_(next_ + text.size()) {
+        while (next_ != end_ && IsStreamSpace(*next_)) {
+            ++next_;
         }
+        const auto room = static_cast<std::size_t>(end_ - next_);
+        if (room > short_.size()) {
+            long_.resize(room);
+        }
+        begin_ = narrow_ = room > short_.size() ? long_.data() : short_.data();
         TakeSign();
         bool digits = TakeDigits();
         if (TakePoint()) {
@@ -51,12 +59,14 @@ public:
             TakeDigits();
         }
     }
+    NumberPrefix(const NumberPrefix&) = delete;
+    NumberPrefix& operator=(const NumberPrefix&) = delete;
 
-    const std::string& Characters() const { return characters_; }
+    std::string_view Characters() const { return {begin_, narrow_}; }
 
 private:
     bool TakeOneOf(char16_t one, char16_t other) {
-        const bool taken = !rest_.empty() && (rest_.front() == one || rest_.front() == other);
+        const bool taken = next_ != end_ && (*next_ == one || *next_ == other);
         if (taken) {
             Take();
         }
@@ -68,31 +78,32 @@ private:
     bool TakePoint() {
         const bool taken = TakeOneOf(u'.', u',');
         if (taken) {
-            characters_.back() = '.';
+            narrow_[-1] = '.';
         }
         return taken;
     }
 
     bool TakeDigits() {
-        const std::size_t before = rest_.size();
-        while (!rest_.empty() && IsDigit(rest_.front())) {
+        const char* const before = narrow_;
+        while (next_ != end_ && IsDigit(*next_)) {
             Take();
         }
-        return rest_.size() != before;
+        return narrow_ != before;
     }
 
-    void Take() {
-        characters_ += static_cast<char>(rest_.front());
-        rest_.remove_prefix(1);
-    }
+    void Take() { *narrow_++ = static_cast<char>(*next_++); }
 
-    std::u16string_view rest_;
-    std::string characters_;
+    const char16_t* next_;
+    const char16_t* end_;
+    char* begin_;
+    char* narrow_;  // behind what was taken
+    std::array<char, 64> short_;
+    std::string long_;
 };
 
 template <class Real>
-Real ReadFromStream(const std::string& characters) {
-    std::istringstream stream(characters);
+Real ReadFromStream(std::string_view characters) {
+    std::istringstream stream{std::string(characters)};
     stream.imbue(std::locale::classic());
     Real value{};
     return stream >> value ? value : Real{};
@@ -101,7 +112,7 @@ Real ReadFromStream(const std::string& characters) {
 template <class Real>
 Real ParseLenient(std::u16string_view text) {
     const NumberPrefix prefix(text);
-    const std::string& characters = prefix.Characters();
+    const std::string_view characters = prefix.Characters();
     const char* first = characters.data();
     const char* const last = first + characters.size();
     if (first != last && *first == '+') {
@@ -171,10 +182,8 @@ std::u16string EncodeBlock(std::span<const kelcore::byte> bytes) {
     return kelcore::UTF8to16(kelcore::EncodeBinaryDataToUTF8String(bytes.data(), bytes.size()));
 }
 
-std::vector<kelcore::byte> DecodeBlock(std::u16string_view text) {
-    std::vector<kelcore::byte> bytes;
-    kelcore::DecodeBinaryDataFromUTF8String(kelcore::UTF16to8(text), bytes);
-    return bytes;
+void DecodeBlock(std::u16string_view text, std::vector<kelcore::byte>& bytes) {
+    kelcore::DecodeBinaryDataFromUTF16String(text, bytes);
 }
 
 }  // namespace tses

@@ -41,8 +41,9 @@ bool ParseBoolStrict(std::u16string_view text);
 /// True for "true" and "1".
 bool ParseBoolLenient(std::u16string_view text);
 
-/// Binary blocks as the text of a CDATA section. Text that is no encoding decodes to no bytes.
+/// Binary blocks as the text of a CDATA section. Text that is no encoding decodes to no bytes. What
+/// `bytes` held is replaced.
 std::u16string EncodeBlock(std::span<const kelcore::byte> bytes);
-std::vector<kelcore::byte> DecodeBlock(std::u16string_view text);
+void DecodeBlock(std::u16string_view text, std::vector<kelcore::byte>& bytes);
 
 }  // namespace tses

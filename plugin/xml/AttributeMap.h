@@ -11,18 +11,18 @@
 
 namespace tses {
 
-/// An element's attributes, ordered by name (code unit by code unit), each name once. The names are
-/// views. A map that is cleared keeps its room, so that one can be filled for every element.
-template <class Text>
-class BasicAttributeMap {
+/// The attributes of an element that is written, ordered by name (code unit by code unit), each
+/// name once. The names are constants, the values are the map's own. A map that is cleared keeps
+/// its room.
+class AttributeMap {
 public:
     struct Attribute {
         std::u16string_view name;
-        Text value;
+        std::u16string value;
     };
 
-    BasicAttributeMap() = default;
-    BasicAttributeMap(std::initializer_list<Attribute> attributes) {
+    AttributeMap() = default;
+    AttributeMap(std::initializer_list<Attribute> attributes) {
         for (const Attribute& attribute : attributes) {
             Set(attribute.name, attribute.value);
         }
@@ -30,26 +30,11 @@ public:
 
     /// Adds the attribute, or replaces its value.
     void Set(std::u16string_view name, std::u16string_view value) {
-        // From the end: the attributes of a saved file come in order, and then this is one
-        // comparison.
-        std::size_t place = size_;
-        while (place > 0 && name < slots_[place - 1].name) {
-            --place;
-        }
-        if (place > 0 && slots_[place - 1].name == name) {
-            slots_[place - 1].value = value;
-            return;
-        }
-        if (size_ == slots_.size()) {
-            slots_.emplace_back();
-        }
-        slots_[size_].name = name;
-        slots_[size_].value = value;
-        ++size_;
-        if (place + 1 != size_) {
-            const auto first = slots_.begin() + static_cast<std::ptrdiff_t>(place);
-            const auto end = slots_.begin() + static_cast<std::ptrdiff_t>(size_);
-            std::rotate(first, end - 1, end);
+        // The attributes of a saved file come in order.
+        if (size_ == 0 || slots_[size_ - 1].name < name) {
+            Append(name, value);
+        } else {
+            SetWithin(name, value);
         }
     }
 
@@ -61,7 +46,7 @@ public:
     }
 
     /// The attribute's value, null when it is absent. Valid until the map changes.
-    const Text* Find(std::u16string_view name) const {
+    const std::u16string* Find(std::u16string_view name) const {
         const auto attributes = Attributes();
         const auto found = std::ranges::lower_bound(attributes, name, {}, &Attribute::name);
         return found != attributes.end() && found->name == name ? &found->value : nullptr;
@@ -76,15 +61,33 @@ public:
     void Clear() { size_ = 0; }
 
 private:
+    void Append(std::u16string_view name, std::u16string_view value) {
+        if (size_ == slots_.size()) {
+            slots_.emplace_back();
+        }
+        slots_[size_].name = name;
+        slots_[size_].value = value;
+        ++size_;
+    }
+
+    /// In a place that is not behind the last one.
+    void SetWithin(std::u16string_view name, std::u16string_view value) {
+        const auto end = slots_.begin() + static_cast<std::ptrdiff_t>(size_);
+        const auto place =
+            std::ranges::lower_bound(slots_.begin(), end, name, {}, &Attribute::name);
+        if (place->name == name) {
+            place->value = value;
+            return;
+        }
+        const auto offset = place - slots_.begin();
+        Append(name, value);
+        std::rotate(slots_.begin() + offset,
+                    slots_.begin() + static_cast<std::ptrdiff_t>(size_ - 1),
+                    slots_.begin() + static_cast<std::ptrdiff_t>(size_));
+    }
+
     std::vector<Attribute> slots_;  // the first size_ are the map, the rest is kept room
     std::size_t size_ = 0;
 };
-
-/// What a writer sets: the names are constants, the values are the map's own.
-using AttributeMap = BasicAttributeMap<std::u16string>;
-
-/// What a start tag has: names and values are the parser's own texts, which live as long as the
-/// tag's event. A zero follows each of them.
-using TagAttributes = BasicAttributeMap<std::u16string_view>;
 
 }  // namespace tses

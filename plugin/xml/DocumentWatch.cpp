@@ -154,7 +154,16 @@ void DocumentWatch::KeepTail(const unsigned char* bytes, std::size_t size) {
     tail_.erase(0, tail_.size() - std::min(tail_.size(), kTailSize));
 }
 
-void DocumentWatch::BeginElement(std::u16string_view qualifiedName, std::size_t attributeCount) {
+void DocumentWatch::SawElementName(std::u16string_view qualifiedName) {
+    if (!elementNames_.Add(qualifiedName)) {
+        refuse_(
+            u"refused: the document has more than the 1024 names of elements that a session may "
+            u"have",
+            {});
+    }
+}
+
+void DocumentWatch::BeginElement(std::size_t attributeCount) {
     SawEvent();
     if (++depth_ > limits::kDepth) {
         refuse_(u"refused: elements are nested deeper than the 256 levels that a session may have",
@@ -162,12 +171,6 @@ void DocumentWatch::BeginElement(std::u16string_view qualifiedName, std::size_t 
     }
     if (attributeCount > limits::kAttributes) {
         refuse_(u"refused: an element has more than the 256 attributes that one may have", {});
-    }
-    if (!elementNames_.Add(qualifiedName)) {
-        refuse_(
-            u"refused: the document has more than the 1024 names of elements that a session may "
-            u"have",
-            {});
     }
 }
 

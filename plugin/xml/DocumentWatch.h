@@ -42,8 +42,10 @@ public:
 
     /// The parser told of something.
     void SawEvent() noexcept { lastEvent_ = received_; }
-    void BeginElement(std::u16string_view qualifiedName, std::size_t attributeCount);
+    void SawElementName(std::u16string_view qualifiedName);
+    void BeginElement(std::size_t attributeCount);
     void EndElement() noexcept;
+    bool HasPrefixes() const noexcept { return prefixes_ != 0; }
     void BeginPrefix(std::u16string_view prefix, std::u16string_view uri);
     void EndPrefix() noexcept;
     void SawStartOfDocument();

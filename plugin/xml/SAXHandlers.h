@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "platform/kelcore/Types.h"
-#include "plugin/xml/AttributeMap.h"
+#include "plugin/xml/TagAttributes.h"
 
 namespace tses {
 

@@ -1,5 +1,7 @@
 #include "plugin/xml/SessionXMLDefaultHandler.h"
 
+#include <cstdint>
+#include <utility>
 #include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/sax2/Attributes.hpp>
@@ -11,26 +13,50 @@ std::u16string_view ViewOf(const XMLCh* text) {
     return text != nullptr ? std::u16string_view(text) : std::u16string_view();
 }
 
-bool HasPrefix(const xercesc::Attributes& attributes, XMLSize_t index) {
-    return ViewOf(attributes.getQName(index)).find(u':') != std::u16string_view::npos;
+bool HasPrefix(std::u16string_view qualifiedName) {
+    return qualifiedName.find(u':') != std::u16string_view::npos;
 }
 
-/// An attribute counts under its local name. Where several prefixes give one name, the last stands,
-/// but for an attribute without a prefix, which always does.
-void Fill(TagAttributes& map, const xercesc::Attributes& attributes) {
-    map.Clear();
-    const XMLSize_t count = attributes.getLength();
-    for (XMLSize_t i = 0; i < count; ++i) {
-        map.Set(attributes.getLocalName(i), attributes.getValue(i));
-    }
-    if (map.size() == count) {
-        return;
-    }
-    for (XMLSize_t i = 0; i < count; ++i) {
-        if (!HasPrefix(attributes, i)) {
-            map.Set(attributes.getLocalName(i), attributes.getValue(i));
+/// Whether a name may be that of a declaration of a namespace, or have the prefix that needs none.
+bool MayBeReserved(const XMLCh* name) {
+    return name[0] == u'x' && name[1] == u'm' && name[2] == u'l';
+}
+
+bool DeclaresNamespace(std::u16string_view qualifiedName) {
+    return qualifiedName == u"xmlns" || qualifiedName.starts_with(u"xmlns:");
+}
+
+/// Where several prefixes give one name, the last stands, but for an attribute without a prefix,
+/// which always does.
+void FillWithPrefixes(TagAttributes& tag, const xercesc::Attributes& attributes) {
+    tag.Clear();
+    for (const bool withPrefix : {true, false}) {
+        for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
+            const std::u16string_view qualifiedName = ViewOf(attributes.getQName(i));
+            if (!DeclaresNamespace(qualifiedName) && HasPrefix(qualifiedName) == withPrefix) {
+                tag.Set(attributes.getLocalName(i), attributes.getValue(i));
+            }
         }
     }
+}
+
+/// An attribute counts under its local name.
+void Fill(TagAttributes& tag, const xercesc::Attributes& attributes, bool hasPrefixes) {
+    tag.Clear();
+    const XMLSize_t count = attributes.getLength();
+    for (XMLSize_t i = 0; i < count; ++i) {
+        const XMLCh* const name = attributes.getQName(i);
+        if (hasPrefixes || MayBeReserved(name)) {
+            FillWithPrefixes(tag, attributes);
+            return;
+        }
+        tag.Add(name, attributes.getValue(i));
+    }
+}
+
+/// The same as `text`, whose length is known if it is the text of `known`.
+std::u16string_view ViewOf(const XMLCh* text, std::u16string_view known) {
+    return text == known.data() ? known : ViewOf(text);
 }
 
 using Report = void (SAXErrorHandler::*)(kelcore::uint64, kelcore::uint64, std::u16string_view,
@@ -50,7 +76,8 @@ void SessionXMLDefaultHandler::BeforeParse(std::u16string_view systemId) {
     systemId_ = systemId;
     sawFatalError_ = false;
     locator_ = nullptr;
-    openUris_.clear();
+    openElements_.clear();
+    recentNames_.fill(nullptr);
     watch_.Begin();
 }
 
@@ -65,6 +92,12 @@ void SessionXMLDefaultHandler::Refuse(std::u16string_view reason,
         errors_->FatalError(at.line, at.column, {}, systemId_, reason);
     }
     throw DocumentRefused();
+}
+
+bool SessionXMLDefaultHandler::IsRecent(const XMLCh* name) {
+    constexpr std::uintptr_t kSpacing = 32;  // of blocks of memory, about
+    const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(name) / kSpacing;
+    return std::exchange(recentNames_[place % recentNames_.size()], name) == name;
 }
 
 void SessionXMLDefaultHandler::startDocument() {
@@ -84,22 +117,29 @@ void SessionXMLDefaultHandler::endDocument() {
 void SessionXMLDefaultHandler::startElement(const XMLCh* uri, const XMLCh* localName,
                                             const XMLCh* qualifiedName,
                                             const xercesc::Attributes& attributes) {
-    watch_.BeginElement(ViewOf(qualifiedName), attributes.getLength());
-    openUris_.push_back(uri);
+    // The parser has one text for both names of what has no prefix, and keeps the names of an open
+    // element.
+    const std::u16string_view local = ViewOf(localName);
+    const OpenElement& element =
+        openElements_.emplace_back(OpenElement{ViewOf(uri), local, ViewOf(qualifiedName, local)});
+    watch_.BeginElement(attributes.getLength());
+    if (!IsRecent(qualifiedName)) {
+        watch_.SawElementName(element.qualifiedName);
+    }
     if (content_ != nullptr) {
-        Fill(attributes_, attributes);
-        content_->StartElementEvent(ViewOf(uri), ViewOf(localName), ViewOf(qualifiedName),
-                                    attributes_);
+        Fill(attributes_, attributes, watch_.HasPrefixes());
+        content_->StartElementEvent(element.uri, local, element.qualifiedName, attributes_);
     }
 }
 
 void SessionXMLDefaultHandler::endElement(const XMLCh* /*uri*/, const XMLCh* localName,
                                           const XMLCh* qualifiedName) {
     watch_.EndElement();
-    const XMLCh* const uri = openUris_.back();
-    openUris_.pop_back();
+    const OpenElement element = openElements_.back();
+    openElements_.pop_back();
     if (content_ != nullptr) {
-        content_->EndElementEvent(ViewOf(uri), ViewOf(localName), ViewOf(qualifiedName));
+        content_->EndElementEvent(element.uri, ViewOf(localName, element.localName),
+                                  ViewOf(qualifiedName, element.qualifiedName));
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <stdexcept>
 #include <vector>
 #include <xercesc/sax2/DefaultHandler.hpp>
@@ -50,6 +51,17 @@ public:
     DocumentWatch& Watch() noexcept { return watch_; }
 
 private:
+    /// Its namespace, which the scanner forgets, and its names, so that their units are counted
+    /// once. The texts are the parser's.
+    struct OpenElement {
+        std::u16string_view uri;
+        std::u16string_view localName;
+        std::u16string_view qualifiedName;
+    };
+
+    /// Whether an element's name at this address was seen not long ago. The parser keeps the name
+    /// of all elements that share it once, at one address.
+    bool IsRecent(const XMLCh* name);
     [[noreturn]] void Refuse(std::u16string_view reason, std::optional<DocumentPlace> place);
 
     SAXContentHandler* content_;
@@ -58,7 +70,8 @@ private:
     DocumentWatch watch_{[this](std::u16string_view reason, std::optional<DocumentPlace> place) {
         Refuse(reason, place);
     }};
-    std::vector<const XMLCh*> openUris_;  // of the open elements: the scanner forgets them
+    std::vector<OpenElement> openElements_;
+    std::array<const XMLCh*, 256> recentNames_{};
     std::u16string systemId_;
     const xercesc::Locator* locator_ = nullptr;  // valid during a parse
     bool sawFatalError_ = false;

@@ -34,6 +34,9 @@ SessionXMLReader::SessionXMLReader(SAXContentHandler* contentHandler, SAXErrorHa
                          const_cast<XMLCh*>(xercesc::XMLUni::fgDGXMLScanner));
     parser_->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
     parser_->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, true);
+    // Declarations of namespaces stand among the attributes then, and the handler passes over them:
+    // the parser would copy all attributes of each tag to leave them out.
+    parser_->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpacePrefixes, true);
     parser_->setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
     parser_->setContentHandler(&handler_);
     parser_->setErrorHandler(&handler_);

@@ -82,9 +82,9 @@ void Serializer::Impl::EndAudioClip() {
 
 void Serializer::Impl::StartClipComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto* const id = attributes.Find(names::id);
+    const auto id = attributes.Find(names::id);
     for (const ComponentRow& row : kComponents) {
-        if (id != nullptr && *id == row.keyword) {
+        if (id && *id == row.keyword) {
             effects_.component = clips_.audioClip ? Retain(((*clips_.audioClip).*row.get)())
                                                   : HostReference<IEditComponent>();
         }

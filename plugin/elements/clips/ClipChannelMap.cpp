@@ -31,7 +31,7 @@ constexpr Binding<ChannelRecord> kBindings[] = {
 void Serializer::Impl::StartClipChannel(State state, const TagAttributes& attributes) {
     PushState(state);
     ChannelRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     clips_.pending.channelMapEntries.emplace(record.index, record.sourceIndex);
 }
 

@@ -45,7 +45,7 @@ void Serializer::Impl::StartClipGroup(State state, const TagAttributes& attribut
     PushState(state);
     clips_.clipGroupName.clear();
     GroupRecord record;
-    ReadAttributes(attributes, kGroupBindings, record);
+    ReadAttributes<kGroupBindings>(attributes, record);
     clips_.clipGroup = Retain(session_->CreateClipGroup(record.id));
     if (clips_.clipGroup) {
         clips_.clipGroup->SetHue(record.hue);
@@ -59,7 +59,7 @@ void Serializer::Impl::EndClipGroupName() {
 void Serializer::Impl::StartClipGroupItem(State state, const TagAttributes& attributes) {
     PushState(state);
     ItemRecord record;
-    ReadAttributes(attributes, kItemBindings, record);
+    ReadAttributes<kItemBindings>(attributes, record);
     if (clips_.clipGroup) {
         clips_.clipGroup->AddItem(record.trackId, record.clipId);
     }

@@ -11,8 +11,8 @@ namespace tses {
 
 void Serializer::Impl::StartClipProperties(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto* const text = attributes.Find(names::properties);
-    if (text == nullptr || !clips_.audioClip) {
+    const auto text = attributes.Find(names::properties);
+    if (!text || !clips_.audioClip) {
         return;
     }
     if (const auto properties = Retain(clips_.audioClip->GetProperties())) {

@@ -82,7 +82,7 @@ void Apply(const StretchRecord& record, IEditClipStretch& stretch) {
 void Serializer::Impl::StartClipStretch(State state, const TagAttributes& attributes) {
     PushState(state);
     StretchRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     if (!clips_.audioClip) {
         return;
     }

@@ -36,12 +36,12 @@ kelcore::int64 WrappingSum(kelcore::int64 left, kelcore::int64 right) {
 }  // namespace
 
 void ReadCommonClipAttributes(const TagAttributes& attributes, PendingClipRecord& record) {
-    ReadAttributes(attributes, kCommonBindings, record);
+    ReadAttributes<kCommonBindings>(attributes, record);
 }
 
 void ReadAudioClipAttributes(const TagAttributes& attributes, PendingClipRecord& record) {
     ReadCommonClipAttributes(attributes, record);
-    ReadAttributes(attributes, kAudioBindings, record);
+    ReadAttributes<kAudioBindings>(attributes, record);
 }
 
 kelcore::int64 DurationOf(const PendingClipRecord& record) {

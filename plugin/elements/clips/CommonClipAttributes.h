@@ -4,6 +4,7 @@
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/ValueEncoding.h"
 #include "plugin/xml/AttributeMap.h"
+#include "plugin/xml/TagAttributes.h"
 
 // What audio, MIDI and video clips have in common, in both directions.
 

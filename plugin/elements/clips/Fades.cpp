@@ -61,7 +61,7 @@ void Apply(const FadeRecord& record, IEditClipFade& fade) {
 void Serializer::Impl::StartFade(State state, const TagAttributes& attributes) {
     PushState(state);
     FadeRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     if (!clips_.audioClip) {
         return;
     }

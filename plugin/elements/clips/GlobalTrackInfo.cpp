@@ -32,9 +32,8 @@ constexpr VisibilityRow kVisibilities[] = {
 
 using SetEvents = void (IEditGlobalTrackInfo::*)(const kelcore::byte* data, kelcore::uint32 size);
 
-void ApplyEvents(std::u16string_view text, const HostReference<IEditGlobalTrackInfo>& info,
-                 SetEvents set) {
-    const std::vector<kelcore::byte> bytes = DecodeBlock(TrimWhitespace(text));
+void ApplyEvents(const std::vector<kelcore::byte>& bytes,
+                 const HostReference<IEditGlobalTrackInfo>& info, SetEvents set) {
     if (info && !bytes.empty()) {
         ((*info).*set)(bytes.data(), static_cast<kelcore::uint32>(bytes.size()));
     }
@@ -52,23 +51,23 @@ void Serializer::Impl::StartGlobalTrackInfo(State state, const TagAttributes& at
         return;
     }
     for (const VisibilityRow& row : kVisibilities) {
-        if (const auto* const text = attributes.Find(row.name)) {
+        if (const auto text = attributes.Find(row.name)) {
             ((*clips_.globalTrackInfo).*row.set)(ParseBoolStrict(*text));
         }
     }
 }
 
 void Serializer::Impl::EndTempoEvents() {
-    ApplyEvents(characterBuffer_, clips_.globalTrackInfo, &IEditGlobalTrackInfo::SetTempoEvents);
+    ApplyEvents(CollectedBlock(), clips_.globalTrackInfo, &IEditGlobalTrackInfo::SetTempoEvents);
 }
 
 void Serializer::Impl::EndTimeSignatureEvents() {
-    ApplyEvents(characterBuffer_, clips_.globalTrackInfo,
+    ApplyEvents(CollectedBlock(), clips_.globalTrackInfo,
                 &IEditGlobalTrackInfo::SetTimeSignatureEvents);
 }
 
 void Serializer::Impl::EndKeySignatureEvents() {
-    ApplyEvents(characterBuffer_, clips_.globalTrackInfo,
+    ApplyEvents(CollectedBlock(), clips_.globalTrackInfo,
                 &IEditGlobalTrackInfo::SetKeySignatureEvents);
 }
 

@@ -37,7 +37,7 @@ void Serializer::Impl::EndMidiClip() {
 }
 
 void Serializer::Impl::EndMidiEvents() {
-    const std::vector<kelcore::byte> bytes = DecodeBlock(TrimWhitespace(characterBuffer_));
+    const std::vector<kelcore::byte>& bytes = CollectedBlock();
     if (clips_.midiClip && !bytes.empty()) {
         clips_.midiClip->SetMIDIEvents(bytes.data(), static_cast<kelcore::uint32>(bytes.size()));
     }

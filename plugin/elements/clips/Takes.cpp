@@ -13,7 +13,7 @@ namespace tses {
 void Serializer::Impl::StartTake(State state, const TagAttributes& attributes) {
     PushState(state);
     kelcore::int64 sourceInPoint = 0;
-    if (const auto* const text = attributes.Find(names::sourceInPoint)) {
+    if (const auto text = attributes.Find(names::sourceInPoint)) {
         ParseInt64(*text, sourceInPoint);
     }
     if (clips_.audioClip) {

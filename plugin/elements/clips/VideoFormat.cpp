@@ -60,7 +60,7 @@ void Apply(const FormatRecord& record, IEditVideoFormat& format) {
 void Serializer::Impl::StartVideoFormat(State state, const TagAttributes& attributes) {
     PushState(state);
     FormatRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     if (!clips_.videoClip) {
         return;
     }

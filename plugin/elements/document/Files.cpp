@@ -23,15 +23,6 @@
 namespace tses {
 namespace {
 
-struct FileRecord {
-    kelcore::uint32 id = 4294967295;
-    std::u16string absolutePath;
-    std::u16string relativePath;
-    std::u16string mediaHandler;  // the identifier, not the readable name
-    std::u16string recoveryId;
-    std::u16string importerPrivateSettings;
-};
-
 // Reading
 
 /// A name that stands for no handler is passed over.
@@ -54,22 +45,22 @@ bool Exists(const std::u16string& path) {
     return kelcore::File(path).Exists();
 }
 
-/// The absolute path, unless only the relative one leads to a file. Where neither does, the
-/// absolute one stands: it tells people what is missing.
-std::u16string ChoosePath(const FileRecord& record, bool hasRelativePath,
-                          const std::u16string& sessionPath) {
-    if (!hasRelativePath) {
-        return record.absolutePath;
+/// Leaves the file's path in `absolutePath`: the absolute one, unless only the relative one leads
+/// to a file. Where neither does, the absolute one stands: it tells people what is missing.
+void ChoosePath(FileRecord& record, const std::u16string& sessionPath) {
+    // Mostly both are one path, and it makes no difference then whether there is a file: to ask the
+    // system twice would take longer than the rest of the element.
+    if (kelcore::LeadsPlainlyTo(record.absolutePath, record.relativePath, sessionPath)) {
+        return;
     }
     const kelcore::File resolved(kelcore::MakeFileFromPath(record.relativePath, sessionPath));
     if (record.absolutePath.empty() || (!Exists(record.absolutePath) && resolved.Exists())) {
-        return resolved.FullPath();
+        record.absolutePath = resolved.FullPath();
     }
-    return record.absolutePath;
 }
 
-void Apply(const FileRecord& record, const std::u16string& path, IEditFile& file) {
-    file.SetPath(path.c_str());
+void Apply(const FileRecord& record, IEditFile& file) {
+    file.SetPath(record.absolutePath.c_str());
     if (!record.mediaHandler.empty()) {
         file.SetMediaHandler(record.mediaHandler.c_str());
     }
@@ -85,12 +76,14 @@ void Apply(const FileRecord& record, const std::u16string& path, IEditFile& file
 
 void Serializer::Impl::StartFile(State state, const TagAttributes& attributes) {
     PushState(state);
-    FileRecord record;
-    ReadAttributes(attributes, kBindings, record);
-    const bool hasRelativePath = attributes.Find(names::relativePath) != nullptr;
-    const std::u16string path = ChoosePath(record, hasRelativePath, path_);
+    FileRecord& record = document_.file;
+    record.Reset();
+    ReadAttributes<kBindings>(attributes, record);
+    if (attributes.Find(names::relativePath)) {
+        ChoosePath(record, path_);
+    }
     if (const auto file = Retain(session_->GetFile(record.id))) {
-        Apply(record, path, *file);
+        Apply(record, *file);
     }
 }
 

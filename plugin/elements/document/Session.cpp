@@ -57,11 +57,11 @@ void ReadChannelType(std::u16string_view text, SessionRecord& record) {
 }
 
 constexpr Binding<SessionRecord> kBindings[] = {
-    {names::sampleRate, ReadSampleRate},
-    {names::audioChannelType, ReadChannelType},
-    {names::duration, read::Number<&SessionRecord::duration>},
-    {names::bitDepth, read::Number<&SessionRecord::bitDepth>},
     {names::appVersion, read::Text<&SessionRecord::appVersion>},
+    {names::audioChannelType, ReadChannelType},
+    {names::bitDepth, read::Number<&SessionRecord::bitDepth>},
+    {names::duration, read::Number<&SessionRecord::duration>},
+    {names::sampleRate, ReadSampleRate},
 };
 
 void Apply(const SessionRecord& record, IEditSession& session) {
@@ -81,7 +81,7 @@ void Apply(const SessionRecord& record, IEditSession& session) {
 void Serializer::Impl::StartSession(State state, const TagAttributes& attributes) {
     PushState(state);
     SessionRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     document_.appVersion = record.appVersion;
     Apply(record, *session_);
 }

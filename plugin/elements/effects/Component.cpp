@@ -23,11 +23,12 @@
 namespace tses {
 namespace {
 
+/// The texts are the start tag's own, which end in a zero.
 struct ComponentRecord {
-    std::u16string guid;
-    std::u16string id;
-    std::u16string name;
-    std::u16string presetName;
+    std::u16string_view guid = u"";
+    std::u16string_view id = u"";
+    std::u16string_view name = u"";
+    std::u16string_view presetName = u"";
     std::optional<bool> powered;
     bool editorVisible = false;
     kelcore::int32 editorLeft = 0;
@@ -56,10 +57,10 @@ constexpr Binding<ComponentRecord> kBindings[] = {
 };
 
 void Apply(const ComponentRecord& record, IEditComponent& component) {
-    component.SetComponentGuid(record.guid.c_str());
-    component.SetComponentID(record.id.c_str());
-    component.SetName(record.name.c_str());
-    component.SetPresetName(record.presetName.c_str());
+    component.SetComponentGuid(record.guid.data());
+    component.SetComponentID(record.id.data());
+    component.SetName(record.name.data());
+    component.SetPresetName(record.presetName.data());
     if (record.powered) {
         component.SetPowered(*record.powered);
     }
@@ -77,7 +78,7 @@ void Serializer::Impl::ApplyComponentAttributes(const TagAttributes& attributes)
         return;
     }
     ComponentRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     Apply(record, *effects_.component);
     effects_.poweredApplied = record.powered.has_value();
 }

@@ -25,7 +25,7 @@ template <class Owner>
 void Apply(const TagAttributes& attributes, const HostReference<Owner>& owner) {
     if (owner) {
         EditParameterRecord record;
-        ReadAttributes(attributes, kBindings, record);
+        ReadAttributes<kBindings>(attributes, record);
         owner->SetEditParameter(record.slotIndex, record.parameterIndex);
     }
 }

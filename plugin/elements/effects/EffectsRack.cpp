@@ -50,16 +50,16 @@ void Serializer::Impl::StartClipEffectsRack(State state, const TagAttributes& at
 
 void Serializer::Impl::ApplyRackAttributes(const TagAttributes& attributes) {
     if (effects_.rack) {
-        const auto* const preFader = attributes.Find(names::preFader);
-        effects_.rack->SetPreFader(preFader == nullptr || ParseBoolStrict(*preFader));
+        const auto preFader = attributes.Find(names::preFader);
+        effects_.rack->SetPreFader(!preFader || ParseBoolStrict(*preFader));
     }
 }
 
 void Serializer::Impl::StartRackComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto* const id = attributes.Find(names::id);
+    const auto id = attributes.Find(names::id);
     for (const ComponentRow& row : kComponents) {
-        if (id != nullptr && *id == row.keyword) {
+        if (id && *id == row.keyword) {
             effects_.component = effects_.rack ? Retain(((*effects_.rack).*row.get)())
                                                : HostReference<IEditComponent>();
         }

@@ -20,7 +20,7 @@ namespace {
 struct ParameterRecord {
     kelcore::uint32 index = 0;
     float value = 0;
-    std::u16string name;
+    std::u16string_view name = u"";  // a start tag's own text or a string's: it ends in a zero
     bool safeDuringWrite = false;
 };
 
@@ -33,7 +33,7 @@ constexpr Binding<ParameterRecord> kBindings[] = {
 
 void Apply(const ParameterRecord& record, IEditComponent& component) {
     component.SetParameterValue(record.index, record.value);
-    component.SetParameterName(record.index, record.name.c_str());
+    component.SetParameterName(record.index, record.name.data());
     if (record.safeDuringWrite) {
         component.SetParameterSafeDuringWrite(record.index, true);
     }
@@ -44,7 +44,7 @@ void Apply(const ParameterRecord& record, IEditComponent& component) {
 void Serializer::Impl::StartParameter(State state, const TagAttributes& attributes) {
     PushState(state);
     ParameterRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     effects_.parameterIndex = record.index;
     effects_.parameterValue = record.value;
     if (effects_.component) {
@@ -79,7 +79,8 @@ bool WriteParameter(SessionXMLWriter& writer, IQueryComponent& component, kelcor
     if (!component.GetParameterValue(index, record.value)) {
         return true;
     }
-    record.name = TextOf(component.GetParameterName(index));
+    const std::u16string name = TextOf(component.GetParameterName(index));
+    record.name = name;
     record.safeDuringWrite = component.IsParameterSafeDuringWrite(index);
     return writer.StartElement(names::parameter, ToAttributes(record)) &&
            WriteLane(writer, component, index) && writer.EndElement();

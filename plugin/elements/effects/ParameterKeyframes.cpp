@@ -63,7 +63,7 @@ void Serializer::Impl::StartParameterKeyframes(State state, const TagAttributes&
         return;
     }
     LaneRecord record;
-    ReadAttributes(attributes, kLaneBindings, record);
+    ReadAttributes<kLaneBindings>(attributes, record);
     effects_.lane->SetEnableSplines(record.enableSplines);
     effects_.lane->SetReadOnly(record.readOnly);
 }
@@ -71,7 +71,7 @@ void Serializer::Impl::StartParameterKeyframes(State state, const TagAttributes&
 void Serializer::Impl::StartParameterKeyframe(State state, const TagAttributes& attributes) {
     PushState(state);
     KeyframeRecord record;
-    ReadAttributes(attributes, kKeyframeBindings, record);
+    ReadAttributes<kKeyframeBindings>(attributes, record);
     if (effects_.lane) {
         effects_.lane->AddKeyframe(record.value, record.sampleOffset, record.hold, record.selected);
     }

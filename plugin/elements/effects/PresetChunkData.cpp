@@ -2,7 +2,6 @@
 
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/serializer/ValueEncoding.h"
-#include "plugin/xml/Text.h"
 
 // The state of an effect, which only the effect understands:
 //
@@ -13,7 +12,7 @@
 namespace tses {
 
 void Serializer::Impl::EndPresetChunkData() {
-    const std::vector<kelcore::byte> bytes = DecodeBlock(TrimWhitespace(characterBuffer_));
+    const std::vector<kelcore::byte>& bytes = CollectedBlock();
     if (effects_.component && !bytes.empty()) {
         effects_.component->SetPresetChunk(bytes.data(),
                                            static_cast<kelcore::uint32>(bytes.size()));

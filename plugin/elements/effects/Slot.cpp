@@ -25,13 +25,13 @@ constexpr kelcore::uint32 kNoIndex = 4294967295;
 
 void Apply(const TagAttributes& attributes, IEditEffectsSlot& slot) {
     kelcore::uint32 slotIndex = kNoIndex;
-    if (const auto* const text = attributes.Find(names::slotIndex)) {
+    if (const auto text = attributes.Find(names::slotIndex)) {
         ParseUnsigned(*text, slotIndex);
     }
     slot.SetSlotIndex(slotIndex);
-    const auto* const powered = attributes.Find(names::powered);
-    slot.SetBypassed(powered != nullptr && !ParseBoolStrict(*powered));
-    if (const auto* const text = attributes.Find(names::sideChainChannels)) {
+    const auto powered = attributes.Find(names::powered);
+    slot.SetBypassed(powered && !ParseBoolStrict(*powered));
+    if (const auto text = attributes.Find(names::sideChainChannels)) {
         kelcore::uint32 channels = 0;
         ParseUnsigned(*text, channels);
         slot.SetSideChainChannels(channels);

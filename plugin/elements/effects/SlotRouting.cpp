@@ -41,17 +41,17 @@ void Serializer::Impl::EndBusConfig() {
 
 void Serializer::Impl::StartSlotChannelMap(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto* const direction = attributes.Find(names::direction);
-    effects_.readsInputChannels = direction != nullptr && *direction == kInput;
+    const auto direction = attributes.Find(names::direction);
+    effects_.readsInputChannels = direction && *direction == kInput;
 }
 
 void Serializer::Impl::StartSlotChannel(State state, const TagAttributes& attributes) {
     PushState(state);
-    if (!effects_.slot || attributes.Find(names::index) == nullptr) {
+    if (!effects_.slot || !attributes.Find(names::index)) {
         return;
     }
     ChannelRecord record;
-    ReadAttributes(attributes, kChannelBindings, record);
+    ReadAttributes<kChannelBindings>(attributes, record);
     if (effects_.readsInputChannels) {
         effects_.slot->AddInputChannel(record.index, record.sourceIndex);
     } else {

@@ -77,7 +77,7 @@ void Apply(const MetronomeRecord& record, IEditMetronomeInfo& metronome) {
 void Serializer::Impl::StartMetronome(State state, const TagAttributes& attributes) {
     PushState(state);
     MetronomeRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     savedState_.metronome = Retain(session_->GetMetronomeInfo());
     if (savedState_.metronome) {
         Apply(record, *savedState_.metronome);

@@ -28,7 +28,7 @@ constexpr Binding<MixingRecord> kBindings[] = {
 void Serializer::Impl::StartMixingOptionState(State state, const TagAttributes& attributes) {
     PushState(state);
     MixingRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     session_->SetPanMode(record.panModeLogarithmic, record.panPower);
     session_->SetPlayOverlappingClips(record.playOverlappingClips);
 }

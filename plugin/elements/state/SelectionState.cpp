@@ -25,7 +25,7 @@ constexpr Binding<SelectionRecord> kBindings[] = {
 void Serializer::Impl::StartSelectionState(State state, const TagAttributes& attributes) {
     PushState(state);
     SelectionRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     session_->SetSelection(record.start, record.duration);
     savedState_.selectionStart = record.start;
 }

@@ -21,8 +21,8 @@ void Serializer::Impl::StartSessionProperties(State state, const TagAttributes& 
 
 void Serializer::Impl::StartProperty(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto* const key = attributes.Find(names::key);
-    savedState_.propertyKey = key != nullptr ? *key : std::u16string();
+    const auto key = attributes.Find(names::key);
+    savedState_.propertyKey = key ? *key : std::u16string();
 }
 
 void Serializer::Impl::EndProperty() {

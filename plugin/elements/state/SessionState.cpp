@@ -31,7 +31,7 @@ constexpr Binding<SessionStateRecord> kBindings[] = {
 void Serializer::Impl::StartSessionState(State state, const TagAttributes& attributes) {
     PushState(state);
     SessionStateRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     session_->SetCtiPosition(record.ctiPosition);
     session_->SetSmpteStart(record.smpteStart);
     savedState_.ctiPosition = record.ctiPosition;

@@ -103,7 +103,7 @@ void Apply(const TimeFormatRecord& record, IEditSession& session) {
 void Serializer::Impl::StartTimeFormatState(State state, const TagAttributes& attributes) {
     PushState(state);
     TimeFormatRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     NormaliseNtscTimeCode(record);
     Apply(record, *session_);
 }

@@ -30,7 +30,7 @@ constexpr Binding<ViewRecord> kBindings[] = {
 void Serializer::Impl::StartViewState(State state, const TagAttributes& attributes) {
     PushState(state);
     ViewRecord record;
-    ReadAttributes(attributes, kBindings, record);
+    ReadAttributes<kBindings>(attributes, record);
     session_->SetViewState(record.horizontalStart, record.horizontalDuration,
                            record.trackControlsWidth, record.verticalScrollOffset);
 }

@@ -41,7 +41,7 @@ constexpr Binding<PortRecord> kPortBindings[] = {
 
 PortRecord ReadPort(const TagAttributes& attributes) {
     PortRecord port;
-    ReadAttributes(attributes, kPortBindings, port);
+    ReadAttributes<kPortBindings>(attributes, port);
     return port;
 }
 
@@ -55,7 +55,7 @@ void Serializer::Impl::StartAudioDevice(State state, const TagAttributes& attrib
         return;
     }
     DeviceRecord device;
-    ReadAttributes(attributes, kDeviceBindings, device);
+    ReadAttributes<kDeviceBindings>(attributes, device);
     session_->SetInputDeviceId(device.inputId.c_str());
     session_->SetOutputDeviceId(device.outputId.c_str());
 }

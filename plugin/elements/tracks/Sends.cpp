@@ -24,15 +24,15 @@ constexpr std::u16string_view kPan = u"sendPan";
 // Reading: each attribute that is there is applied at once, each that is not causes no call.
 
 void Apply(const TagAttributes& attributes, IEditSendSlot& slot) {
-    if (const auto* const text = attributes.Find(names::sendOutputID)) {
+    if (const auto text = attributes.Find(names::sendOutputID)) {
         kelcore::int32 outputId = 0;
         ParseSigned(*text, outputId);
         slot.SetSendOutputId(outputId);
     }
-    if (const auto* const text = attributes.Find(names::preFader)) {
+    if (const auto text = attributes.Find(names::preFader)) {
         slot.SetPreFader(ParseBoolStrict(*text));
     }
-    if (const auto* const text = attributes.Find(names::destCompIndex)) {
+    if (const auto text = attributes.Find(names::destCompIndex)) {
         kelcore::int32 index = 0;
         ParseSigned(*text, index);
         slot.SetDestCompIndex(index);
@@ -49,8 +49,8 @@ void Serializer::Impl::StartSendList(State state, const TagAttributes& /*attribu
 
 void Serializer::Impl::StartSendSlot(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto* const slotIndex = attributes.Find(names::slotIndex);
-    if (slotIndex == nullptr) {
+    const auto slotIndex = attributes.Find(names::slotIndex);
+    if (!slotIndex) {
         return;
     }
     if (!tracks_.sendList) {
@@ -69,8 +69,8 @@ void Serializer::Impl::StartSendSlot(State state, const TagAttributes& attribute
 
 void Serializer::Impl::StartSendComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto* const id = attributes.Find(names::id);
-    if (id != nullptr && tracks_.sendSlot) {
+    const auto id = attributes.Find(names::id);
+    if (id && tracks_.sendSlot) {
         if (*id == kLevel) {
             effects_.component = Retain(tracks_.sendSlot->GetSendComponent(id->data()));
         } else if (*id == kPan) {

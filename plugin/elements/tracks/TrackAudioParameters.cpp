@@ -76,7 +76,7 @@ constexpr ComponentRow kComponents[] = {
 
 void Serializer::Impl::StartTrackAudioParameters(State state, const TagAttributes& attributes) {
     PushState(state);
-    ReadAttributes(attributes, kBindings, tracks_.pending);
+    ReadAttributes<kBindings>(attributes, tracks_.pending);
 }
 
 void Serializer::Impl::EndTrackAudioParameters() {
@@ -91,10 +91,10 @@ void Serializer::Impl::StartTrackOutput(State state, const TagAttributes& attrib
     PendingTrack& pending = tracks_.pending;
     pending.outputTrackId = -1;
     pending.hardwareOutputId = -1;
-    const auto* const type = attributes.Find(names::type);
-    const auto* const id = attributes.Find(names::outputID);
-    if (id != nullptr) {
-        const bool toTrack = type != nullptr && *type == kToTrack;
+    const auto type = attributes.Find(names::type);
+    const auto id = attributes.Find(names::outputID);
+    if (id) {
+        const bool toTrack = type && *type == kToTrack;
         ParseSigned(*id, toTrack ? pending.outputTrackId : pending.hardwareOutputId);
     }
 }
@@ -102,16 +102,16 @@ void Serializer::Impl::StartTrackOutput(State state, const TagAttributes& attrib
 void Serializer::Impl::StartTrackInput(State state, const TagAttributes& attributes) {
     PushState(state);
     tracks_.pending.inputId = -1;
-    if (const auto* const id = attributes.Find(names::inputID)) {
+    if (const auto id = attributes.Find(names::inputID)) {
         ParseSigned(*id, tracks_.pending.inputId);
     }
 }
 
 void Serializer::Impl::StartTrackComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto* const id = attributes.Find(names::id);
+    const auto id = attributes.Find(names::id);
     for (const ComponentRow& row : kComponents) {
-        if (id != nullptr && *id == row.keyword) {
+        if (id && *id == row.keyword) {
             effects_.component = tracks_.track ? Retain(((*tracks_.track).*row.get)(id->data()))
                                                : HostReference<IEditComponent>();
             tracks_.pending.eqComponentPending = row.keyword == kEq;

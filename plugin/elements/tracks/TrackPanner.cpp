@@ -24,7 +24,7 @@ constexpr Binding<PendingTrack> kBindings[] = {
 
 void Serializer::Impl::StartTrackPanner(State state, const TagAttributes& attributes) {
     PushState(state);
-    ReadAttributes(attributes, kBindings, tracks_.pending);
+    ReadAttributes<kBindings>(attributes, tracks_.pending);
 }
 
 }  // namespace tses

@@ -35,7 +35,7 @@ void Apply(const PendingTrack& pending, Track& track) {
 
 void Serializer::Impl::StartTrackParameters(State state, const TagAttributes& attributes) {
     PushState(state);
-    ReadAttributes(attributes, kBindings, tracks_.pending);
+    ReadAttributes<kBindings>(attributes, tracks_.pending);
 }
 
 void Serializer::Impl::EndTrackName() {

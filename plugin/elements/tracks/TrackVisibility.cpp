@@ -51,14 +51,14 @@ void Serializer::Impl::StartTrackVisibilityPresets(State state,
 
 void Serializer::Impl::StartTrackVisibilityPreset(State state, const TagAttributes& attributes) {
     PushState(state);
-    ReadAttributes(attributes, kPresetBindings, tracks_.visibilityPresets.emplace_back());
+    ReadAttributes<kPresetBindings>(attributes, tracks_.visibilityPresets.emplace_back());
 }
 
 void Serializer::Impl::StartTrackVisibility(State state, const TagAttributes& attributes) {
     PushState(state);
     if (!tracks_.visibilityPresets.empty()) {
-        ReadAttributes(attributes, kEntryBindings,
-                       tracks_.visibilityPresets.back().entries.emplace_back());
+        ReadAttributes<kEntryBindings>(attributes,
+                                       tracks_.visibilityPresets.back().entries.emplace_back());
     }
 }
 

@@ -109,7 +109,7 @@ void Serializer::Impl::StartTrack(State state, const TagAttributes& attributes) 
     PushState(state);
     tracks_.pending = {};
     tracks_.pending.kind = KindOf(state);
-    ReadAttributes(attributes, kBindings, tracks_.pending);
+    ReadAttributes<kBindings>(attributes, tracks_.pending);
     tracks_.track = FindTrack(*session_, tracks_.pending).As<IEditAudioTrackPrivate>();
     if (!tracks_.track) {
         throw std::runtime_error("Invalid Track Id");

@@ -26,7 +26,7 @@ constexpr Binding<PendingTrack> kBindings[] = {
 void Serializer::Impl::StartVideoTrack(State state, const TagAttributes& attributes) {
     PushState(state);
     tracks_.pending = {};
-    ReadAttributes(attributes, kBindings, tracks_.pending);
+    ReadAttributes<kBindings>(attributes, tracks_.pending);
     tracks_.videoTrack = Retain(session_->GetVideoTrack(tracks_.pending.id));
     if (tracks_.videoTrack) {
         tracks_.videoTrack->SetIndex(tracks_.pending.index);

@@ -88,8 +88,7 @@ public:
     void EndDocument() override {}
     void StartElementEvent(std::u16string_view, std::u16string_view, std::u16string_view,
                            const TagAttributes& attributes) override {
-        const auto* const attribute = attributes.Find(names::key);
-        value_ = attribute != nullptr ? *attribute : std::u16string_view();
+        value_ = attributes.Find(names::key).value_or(std::u16string_view());
     }
     void EndElementEvent(std::u16string_view, std::u16string_view localName,
                          std::u16string_view) override {

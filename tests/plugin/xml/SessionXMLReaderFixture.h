@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -39,8 +40,12 @@ public:
                            std::u16string_view qualifiedName,
                            const TagAttributes& attributes) override {
         std::string line = "<" + Utf8(localName) + "|" + Utf8(uri) + "|" + Utf8(qualifiedName);
+        std::map<std::string, std::string> byName;
         for (const auto& attribute : attributes) {
-            line += " " + Utf8(attribute.name) + "=" + Utf8(attribute.value);
+            byName.emplace(Utf8(attribute.name), Utf8(attribute.value));
+        }
+        for (const auto& [name, value] : byName) {
+            line.append(" ").append(name).append("=").append(value);
         }
         lines.push_back(line);
         if (atEachElement) {

@@ -62,6 +62,20 @@ TEST_F(SessionXMLReaderTest, AnUnprefixedAttributeWinsOverAPrefixedOneOfItsName)
     EXPECT_EQ(events.lines.at(1), "<a||a b=plain");
 }
 
+TEST_F(SessionXMLReaderTest, ThePrefixThatNeedsNoDeclarationIsAPrefixToo) {
+    EXPECT_TRUE(ParseText("<a xml:id='prefixed' id='plain'/>"));
+    EXPECT_EQ(events.lines.at(1), "<a||a id=plain");
+    events.lines.clear();
+    EXPECT_TRUE(ParseText("<a id='plain' xml:id='prefixed' xml:lang='en' xmlfoo='x'/>"));
+    EXPECT_EQ(events.lines.at(1), "<a||a id=plain lang=en xmlfoo=x");
+}
+
+TEST_F(SessionXMLReaderTest, DeclarationsOfNamespacesAreNoAttributes) {
+    EXPECT_TRUE(ParseText("<a xmlns='urn:x' b='1' xmlns:p='urn:y'><c d='2'/></a>"));
+    EXPECT_EQ(events.lines.at(1), "<a|urn:x|a b=1");
+    EXPECT_EQ(events.lines.at(2), "<c|urn:x|c d=2");
+}
+
 TEST_F(SessionXMLReaderTest, AnUnprefixedAttributeWinsWhereverItStandsAmongPrefixedOnesOfItsName) {
     for (const char* const attributes :
          {"b='plain' p:b='1' q:b='2'", "p:b='1' b='plain' q:b='2'", "p:b='1' q:b='2' b='plain'"}) {

@@ -8,7 +8,7 @@
 namespace tses {
 namespace {
 
-kelcore::int64 ValueAfter(std::u16string_view appVersion) {
+kelcore::int64 ValueAfter(const std::u16string& appVersion) {
     const auto session = refhost::SessionNode::Make();
     Serializer::Impl impl{WriterFault{}};
     SerializerTestAccess::Attach(impl, &session->Edit());
@@ -16,8 +16,7 @@ kelcore::int64 ValueAfter(std::u16string_view appVersion) {
     SerializerTestAccess::SavedState(impl).selectionStart = 222;
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
     events.StartElementEvent(u"", u"orvo", u"orvo", {});
-    events.StartElementEvent(u"", u"session", u"session",
-                             {{u"appVersion", std::u16string(appVersion)}});
+    events.StartElementEvent(u"", u"session", u"session", {{u"appVersion", appVersion.c_str()}});
     events.EndElementEvent(u"", u"session", u"session");
     return session->Value().versionDependentValue;
 }
