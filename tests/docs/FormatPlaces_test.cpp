@@ -44,7 +44,7 @@ protected:
         SAXContentHandler& content = SerializerTestAccess::Content(impl);
         content.StartDocument();
         for (const std::u16string& name : PathTo(section)) {
-            content.StartElementEvent(u"", name, name, {{names::id, u"1"}});
+            content.StartElementEvent(u"", name, name, {{names::id.data(), u"1"}});
         }
         return SerializerTestAccess::Stack(impl).back();
     }
