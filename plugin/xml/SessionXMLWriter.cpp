@@ -4,6 +4,7 @@
 #include <boost/thread/lock_guard.hpp>
 #include <optional>
 #include <utility>
+#include <vector>
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufFormatTarget.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -151,17 +152,17 @@ bool WriteFile(const std::u16string& path, const xercesc::MemBufFormatTarget& co
 
 class SessionXMLWriter::State {
 public:
-    State(std::u16string outputPath, WriterFault writerFault)
+    State(std::u16string outputPath, WriterFault writerFault, NodeMaker makeNodes)
         : document(CreateDocument()), path(std::move(outputPath)), fault(writerFault) {
         if (document != nullptr) {
-            current = document->getDocumentElement();
-            texts.emplace(*document);
+            open.push_back(document->getDocumentElement());
+            texts.emplace(*document, makeNodes);
         }
     }
 
     LibraryPointer<xercesc::DOMDocument> document;
     std::optional<DocumentTexts> texts;      // of the document, if there is one
-    xercesc::DOMElement* current = nullptr;  // likewise
+    std::vector<xercesc::DOMElement*> open;  // likewise: the document element to the current one
     std::u16string path;
     WriterFault fault;
     std::size_t operations = 0;
@@ -169,8 +170,8 @@ public:
     bool refused = false;
 };
 
-SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault)
-    : state_(std::make_unique<State>(std::move(path), fault)) {}
+SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault, NodeMaker makeNodes)
+    : state_(std::make_unique<State>(std::move(path), fault, makeNodes)) {}
 
 SessionXMLWriter::~SessionXMLWriter() = default;
 
@@ -224,10 +225,8 @@ bool SessionXMLWriter::StartElement(std::u16string_view name, const AttributeMap
         return false;
     }
     return Attempt([&] {
-        xercesc::DOMElement* const element = state_->document->createElement(name.data());
-        state_->texts->SetAttributes(*element, attributes);
-        state_->current->appendChild(element);
-        state_->current = element;
+        state_->open.push_back(
+            &state_->texts->AppendElement(*state_->open.back(), name, attributes));
     });
 }
 
@@ -240,7 +239,7 @@ bool SessionXMLWriter::Text(std::u16string_view text) {
         if (std::any_of(text.begin(), text.end(), NeedsXml11)) {
             state_->document->setXmlVersion(xercesc::XMLUni::fgVersion1_1);
         }
-        state_->texts->AppendText(*state_->current, text);
+        state_->texts->AppendText(*state_->open.back(), text);
     });
 }
 
@@ -249,7 +248,7 @@ bool SessionXMLWriter::Characters(std::u16string_view text) {
     if (!Step()) {
         return false;
     }
-    return Attempt([&] { state_->texts->AppendSections(*state_->current, text); });
+    return Attempt([&] { state_->texts->AppendSections(*state_->open.back(), text); });
 }
 
 bool SessionXMLWriter::EndElement() {
@@ -257,12 +256,10 @@ bool SessionXMLWriter::EndElement() {
     if (!Step()) {
         return false;
     }
-    // The parent of the document element is the document, a node that no element can be put beside.
-    xercesc::DOMNode* const parent = state_->current->getParentNode();
-    if (parent->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
+    if (state_->open.size() == 1) {
         return false;
     }
-    state_->current = static_cast<xercesc::DOMElement*>(parent);
+    state_->open.pop_back();
     return true;
 }
 

@@ -1,0 +1,33 @@
+#include "plugin/xml/DocumentNodes.h"
+
+namespace tses {
+namespace {
+
+class PublicNodes final : public DocumentNodes {
+public:
+    explicit PublicNodes(xercesc::DOMDocument& document) : document_(document) {}
+
+    xercesc::DOMElement& CreateElement(const XMLCh* name, std::size_t /*attributeCount*/) override {
+        return *document_.createElement(name);
+    }
+
+    void AddAttribute(xercesc::DOMElement& element, const XMLCh* name,
+                      const std::u16string& value) override {
+        element.setAttribute(name, value.c_str());
+    }
+
+    void Append(xercesc::DOMElement& parent, xercesc::DOMElement& child) override {
+        parent.appendChild(&child);
+    }
+
+private:
+    xercesc::DOMDocument& document_;
+};
+
+}  // namespace
+
+std::unique_ptr<DocumentNodes> MakePublicNodes(xercesc::DOMDocument& document) {
+    return std::make_unique<PublicNodes>(document);
+}
+
+}  // namespace tses

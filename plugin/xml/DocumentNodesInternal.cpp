@@ -1,0 +1,108 @@
+#include <xercesc/dom/impl/DOMAttrImpl.hpp>
+#include <xercesc/dom/impl/DOMAttrMapImpl.hpp>
+#include <xercesc/dom/impl/DOMCasts.hpp>
+#include <xercesc/dom/impl/DOMDocumentImpl.hpp>
+#include <xercesc/dom/impl/DOMElementImpl.hpp>
+#include <xercesc/dom/impl/DOMNodeVector.hpp>
+#include <xercesc/dom/impl/DOMTextImpl.hpp>
+
+#include "plugin/xml/DocumentNodes.h"
+
+// What the library's own parser does to build a document, with the nodes' real types known, and
+// hence without the casts by which the public calls (and half of the parser's) find the parts of a
+// node. The nodes' fields are set as `DOMParentNode::appendChildFast` and
+// `DOMAttrMapImpl::setNamedItemFast` set them.
+
+namespace tses {
+namespace {
+
+using xercesc::DOMAttrImpl;
+using xercesc::DOMElementImpl;
+using xercesc::DOMMemoryManager;
+using xercesc::DOMNode;
+using xercesc::DOMTextImpl;
+
+/// An element's attributes, by their place.
+class AttributeVector : public xercesc::DOMAttrMapImpl {
+public:
+    static xercesc::DOMNodeVector& Of(xercesc::DOMAttrMapImpl& map) {
+        return *(map.*(&AttributeVector::fNodes));
+    }
+};
+
+xercesc::DOMChildNode& SiblingsOf(DOMNode& child) {
+    if (child.getNodeType() == DOMNode::ELEMENT_NODE) {
+        return static_cast<DOMElementImpl&>(child).fChild;
+    }
+    return *xercesc::castToChildImpl(&child);
+}
+
+/// `node` is the new child's, and so is `siblings`.
+void AppendChild(DOMNode& parent, DOMNode*& firstChild, DOMNode& child, xercesc::DOMNodeImpl& node,
+                 xercesc::DOMChildNode& siblings) {
+    node.fOwnerNode = &parent;
+    node.isOwned(true);
+    if (firstChild == nullptr) {
+        firstChild = &child;
+        node.isFirstChild(true);
+        siblings.previousSibling = &child;
+        return;
+    }
+    DOMNode*& last = SiblingsOf(*firstChild).previousSibling;
+    SiblingsOf(*last).nextSibling = &child;
+    siblings.previousSibling = last;
+    last = &child;
+}
+
+class InternalNodes final : public DocumentNodes {
+public:
+    explicit InternalNodes(xercesc::DOMDocument& document)
+        : document_(static_cast<xercesc::DOMDocumentImpl&>(document)) {}
+
+    xercesc::DOMElement& CreateElement(const XMLCh* name, std::size_t attributeCount) override {
+        CheckName(name);
+        auto& element = static_cast<DOMElementImpl&>(*document_.createElementNoCheck(name));
+        if (attributeCount > 0) {
+            element.fAttributes->reserve(attributeCount);
+        }
+        return element;
+    }
+
+    void AddAttribute(xercesc::DOMElement& owner, const XMLCh* name,
+                      const std::u16string& value) override {
+        CheckName(name);
+        auto& attribute =
+            *new (&document_, DOMMemoryManager::ATTR_OBJECT) DOMAttrImpl(&document_, name);
+        auto& text = *new (&document_, DOMMemoryManager::TEXT_OBJECT)
+                         DOMTextImpl(&document_, value.data(), value.size());
+        AppendChild(attribute, attribute.fParent.fFirstChild, text, text.fNode, text.fChild);
+        attribute.fNode.fOwnerNode = &owner;
+        attribute.fNode.isOwned(true);
+        AttributeVector::Of(*static_cast<DOMElementImpl&>(owner).fAttributes)
+            .addElement(&attribute);
+    }
+
+    void Append(xercesc::DOMElement& parent, xercesc::DOMElement& child) override {
+        auto& added = static_cast<DOMElementImpl&>(child);
+        AppendChild(parent, static_cast<DOMElementImpl&>(parent).fParent.fFirstChild, added,
+                    added.fNode, added.fChild);
+    }
+
+private:
+    void CheckName(const XMLCh* name) {
+        if (!document_.isXMLName(name)) {
+            throw xercesc::DOMException(xercesc::DOMException::INVALID_CHARACTER_ERR, 0,
+                                        document_.getMemoryManager());
+        }
+    }
+
+    xercesc::DOMDocumentImpl& document_;
+};
+
+}  // namespace
+
+std::unique_ptr<DocumentNodes> MakeInternalNodes(xercesc::DOMDocument& document) {
+    return std::make_unique<InternalNodes>(document);
+}
+
+}  // namespace tses
