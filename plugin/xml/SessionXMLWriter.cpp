@@ -6,12 +6,12 @@
 #include <utility>
 #include <vector>
 #include <xercesc/dom/DOM.hpp>
-#include <xercesc/framework/MemBufFormatTarget.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Trace.h"
+#include "plugin/xml/ContentTarget.h"
 #include "plugin/xml/DocumentLimits.h"
 #include "plugin/xml/DocumentTexts.h"
 #include "plugin/xml/Names.h"
@@ -24,7 +24,6 @@ using Guard = boost::lock_guard<boost::recursive_mutex>;
 
 constexpr std::u16string_view kCoreFeature = u"Core";
 constexpr std::u16string_view kLineFeed = u"\n";
-constexpr XMLSize_t kInitialBufferSize = 10000;
 
 struct ReleaseToLibrary {
     template <class Resource>
@@ -124,24 +123,23 @@ bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& t
 }
 
 /// Whether a reader takes the file.
-bool IsReadable(const xercesc::MemBufFormatTarget& content) {
-    const bool readable = content.getLen() <= limits::kFileBytes;
+bool IsReadable(const ContentTarget& content) {
+    const bool readable = content.Size() <= limits::kFileBytes;
     if (!readable) {
         kelcore::trace::Write(kWriterTraceCategory, "the session is larger than 2 GiB");
     }
     return readable;
 }
 
-bool WriteFile(const std::u16string& path, const xercesc::MemBufFormatTarget& content) {
+bool WriteFile(const std::u16string& path, const ContentTarget& content) {
     kelcore::File file(path);
     try {
         file.Create();
         kelcore::OPlatformByteStream stream(file);
-        if (content.getLen() > 0) {
-            stream.WriteBlock(content.getRawBuffer(), content.getLen());
-        }
+        content.ForEachBlock(
+            [&](const XMLByte* bytes, std::size_t count) { stream.WriteBlock(bytes, count); });
         stream.Close();
-        return content.getLen() > 0;
+        return content.Size() > 0;
     } catch (const kelcore::file_exception& failure) {
         kelcore::trace::Write(kWriterTraceCategory, failure.MessageFor(file.FullPath()));
         return false;
@@ -269,11 +267,11 @@ bool SessionXMLWriter::Save() {
         return false;
     }
     state_->texts->Settle();
-    xercesc::MemBufFormatTarget content(kInitialBufferSize);
+    ContentTarget content;
     bool serialised = Serialise(*state_->document, content);
     if (state_->fault.serialiser != WriterFault::Serialiser::Works) {
         serialised = state_->fault.serialiser == WriterFault::Serialiser::WritesNothing;
-        content.reset();
+        content.Clear();
     }
     return serialised && IsReadable(content) && WriteFile(state_->path, content);
 }
