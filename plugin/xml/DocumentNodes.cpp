@@ -7,13 +7,14 @@ class PublicNodes final : public DocumentNodes {
 public:
     explicit PublicNodes(xercesc::DOMDocument& document) : document_(document) {}
 
-    xercesc::DOMElement& CreateElement(const XMLCh* name, std::size_t /*attributeCount*/) override {
-        return *document_.createElement(name);
+    xercesc::DOMElement& CreateElement(std::u16string_view name,
+                                       std::size_t /*attributeCount*/) override {
+        return *document_.createElement(name.data());
     }
 
-    void AddAttribute(xercesc::DOMElement& element, const XMLCh* name,
+    void AddAttribute(xercesc::DOMElement& element, std::u16string_view name,
                       const std::u16string& value) override {
-        element.setAttribute(name, value.c_str());
+        element.setAttribute(name.data(), value.c_str());
     }
 
     void Append(xercesc::DOMElement& parent, xercesc::DOMElement& child) override {

@@ -13,17 +13,18 @@ namespace tses {
 /// document. The latter take a quarter of the time, since they know what the public calls find out
 /// by a checked cast at every step.
 ///
-/// What the library refuses is thrown as `xercesc::DOMException`.
+/// A zero follows each name. What the library refuses is thrown as `xercesc::DOMException`.
 class DocumentNodes {
 public:
     virtual ~DocumentNodes() = default;
 
     /// An element that stands nowhere yet, and that is going to get that many attributes.
-    virtual xercesc::DOMElement& CreateElement(const XMLCh* name, std::size_t attributeCount) = 0;
+    virtual xercesc::DOMElement& CreateElement(std::u16string_view name,
+                                               std::size_t attributeCount) = 0;
 
     /// Adds an attribute to an element of `CreateElement`, whose attributes so far all have names
     /// that come before this one, code unit by code unit.
-    virtual void AddAttribute(xercesc::DOMElement& element, const XMLCh* name,
+    virtual void AddAttribute(xercesc::DOMElement& element, std::u16string_view name,
                               const std::u16string& value) = 0;
 
     /// Makes an element of `CreateElement` the last child of another element of the document.

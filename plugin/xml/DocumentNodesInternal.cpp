@@ -6,6 +6,10 @@
 #include <xercesc/dom/impl/DOMNodeVector.hpp>
 #include <xercesc/dom/impl/DOMTextImpl.hpp>
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
 #include "plugin/xml/DocumentNodes.h"
 
 // What the library's own parser does to build a document, with the nodes' real types known, and
@@ -54,25 +58,61 @@ void AppendChild(DOMNode& parent, DOMNode*& firstChild, DOMNode& child, xercesc:
     last = &child;
 }
 
+/// The document's own copies of names, by where the names stand: almost all of them are constants.
+class NamePool {
+public:
+    explicit NamePool(xercesc::DOMDocumentImpl& document) : document_(document) {}
+
+    const XMLCh* Find(std::u16string_view name) {
+        std::u16string_view& pooled = names_[SlotOf(name)];
+        if (pooled.data() == nullptr || !std::ranges::equal(pooled, name)) {
+            pooled = Add(name);
+        }
+        return pooled.data();
+    }
+
+private:
+    static constexpr std::size_t kSlots = 1021;
+
+    static std::size_t SlotOf(std::u16string_view name) {
+        return reinterpret_cast<std::uintptr_t>(name.data()) / sizeof(XMLCh) % kSlots;
+    }
+
+    std::u16string_view Add(std::u16string_view name) {
+        if (!document_.isXMLName(name.data())) {
+            throw xercesc::DOMException(xercesc::DOMException::INVALID_CHARACTER_ERR, 0,
+                                        document_.getMemoryManager());
+        }
+        return {document_.getPooledString(name.data()), name.size()};
+    }
+
+    xercesc::DOMDocumentImpl& document_;
+    std::array<std::u16string_view, kSlots> names_;
+};
+
 class InternalNodes final : public DocumentNodes {
 public:
     explicit InternalNodes(xercesc::DOMDocument& document)
-        : document_(static_cast<xercesc::DOMDocumentImpl&>(document)) {}
+        : document_(static_cast<xercesc::DOMDocumentImpl&>(document)), names_(document_) {}
 
-    xercesc::DOMElement& CreateElement(const XMLCh* name, std::size_t attributeCount) override {
-        CheckName(name);
-        auto& element = static_cast<DOMElementImpl&>(*document_.createElementNoCheck(name));
+    xercesc::DOMElement& CreateElement(std::u16string_view name,
+                                       std::size_t attributeCount) override {
+        const XMLCh* const pooled = names_.Find(name);
+        auto& element =
+            *new (&document_, DOMMemoryManager::ELEMENT_OBJECT) DOMElementImpl(&document_, nullptr);
+        element.fName = pooled;
         if (attributeCount > 0) {
             element.fAttributes->reserve(attributeCount);
         }
         return element;
     }
 
-    void AddAttribute(xercesc::DOMElement& owner, const XMLCh* name,
+    void AddAttribute(xercesc::DOMElement& owner, std::u16string_view name,
                       const std::u16string& value) override {
-        CheckName(name);
+        const XMLCh* const pooled = names_.Find(name);
         auto& attribute =
-            *new (&document_, DOMMemoryManager::ATTR_OBJECT) DOMAttrImpl(&document_, name);
+            *new (&document_, DOMMemoryManager::ATTR_OBJECT) DOMAttrImpl(&document_, nullptr);
+        attribute.fName = pooled;
         auto& text = *new (&document_, DOMMemoryManager::TEXT_OBJECT)
                          DOMTextImpl(&document_, value.data(), value.size());
         AppendChild(attribute, attribute.fParent.fFirstChild, text, text.fNode, text.fChild);
@@ -89,14 +129,8 @@ public:
     }
 
 private:
-    void CheckName(const XMLCh* name) {
-        if (!document_.isXMLName(name)) {
-            throw xercesc::DOMException(xercesc::DOMException::INVALID_CHARACTER_ERR, 0,
-                                        document_.getMemoryManager());
-        }
-    }
-
     xercesc::DOMDocumentImpl& document_;
+    NamePool names_;
 };
 
 }  // namespace

@@ -87,7 +87,7 @@ void DocumentTexts::SetAttribute(xercesc::DOMElement& element,
 xercesc::DOMElement& DocumentTexts::AppendElement(xercesc::DOMElement& parent,
                                                   std::u16string_view name,
                                                   const AttributeMap& attributes) {
-    xercesc::DOMElement& element = nodes_->CreateElement(name.data(), attributes.size());
+    xercesc::DOMElement& element = nodes_->CreateElement(name, attributes.size());
     for (const auto& attribute : attributes) {
         AddAttribute(element, attribute);
     }
@@ -98,9 +98,9 @@ xercesc::DOMElement& DocumentTexts::AppendElement(xercesc::DOMElement& parent,
 void DocumentTexts::AddAttribute(xercesc::DOMElement& element,
                                  const AttributeMap::Attribute& attribute) {
     if (IsCarriedAsItIs(attribute.value, TextPlace::Attribute)) {
-        nodes_->AddAttribute(element, attribute.name.data(), attribute.value);
+        nodes_->AddAttribute(element, attribute.name, attribute.value);
     } else {
-        nodes_->AddAttribute(element, attribute.name.data(), {});
+        nodes_->AddAttribute(element, attribute.name, {});
         Wait(*element.getAttributeNode(attribute.name.data()), attribute.value,
              TextPlace::Attribute);
     }
