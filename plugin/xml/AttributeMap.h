@@ -41,16 +41,17 @@ public:
             return;
         }
         if (size_ == slots_.size()) {
+            if (slots_.empty()) {
+                slots_.reserve(kUsualCount);
+            }
             slots_.emplace_back();
         }
-        slots_[size_].name = name;
-        slots_[size_].value = value;
+        const auto first = slots_.begin() + static_cast<std::ptrdiff_t>(place);
+        const auto last = slots_.begin() + static_cast<std::ptrdiff_t>(size_);
+        std::move_backward(first, last, last + 1);
+        slots_[place].name = name;
+        slots_[place].value = value;
         ++size_;
-        if (place + 1 != size_) {
-            const auto first = slots_.begin() + static_cast<std::ptrdiff_t>(place);
-            const auto end = slots_.begin() + static_cast<std::ptrdiff_t>(size_);
-            std::rotate(first, end - 1, end);
-        }
     }
 
     /// Adds an attribute that is left out, rather than written, when it has no text.
@@ -76,6 +77,8 @@ public:
     void Clear() { size_ = 0; }
 
 private:
+    static constexpr std::size_t kUsualCount = 16;
+
     std::vector<Attribute> slots_;  // the first size_ are the map, the rest is kept room
     std::size_t size_ = 0;
 };
