@@ -31,8 +31,8 @@ void ContentTarget::Append(const XMLByte* bytes, std::size_t count) {
 }
 
 void ContentTarget::AddBlock() {
-    blocks_.push_back(std::make_unique_for_overwrite<XMLByte[]>(kBlockSize));
-    next_ = blocks_.back().get();
+    blocks_.push_back(std::make_unique_for_overwrite<Block>());
+    next_ = blocks_.back()->data();
     room_ = kBlockSize;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -23,20 +24,21 @@ public:
     template <class Take>
     void ForEachBlock(Take take) const {
         for (const auto& block : blocks_) {
-            take(block.get(), block == blocks_.back() ? kBlockSize - room_ : kBlockSize);
+            take(block->data(), block == blocks_.back() ? kBlockSize - room_ : kBlockSize);
         }
     }
 
     void Clear();
 
 private:
-    static constexpr std::size_t kBlockSize = 64 * 1024;
+    static constexpr std::size_t kBlockSize = 65536;
+    using Block = std::array<XMLByte, kBlockSize>;
 
     void Take(const XMLByte* bytes, std::size_t count);
     void Append(const XMLByte* bytes, std::size_t count);
     void AddBlock();
 
-    std::vector<std::unique_ptr<XMLByte[]>> blocks_;
+    std::vector<std::unique_ptr<Block>> blocks_;
     XMLByte* next_ = nullptr;
     std::size_t room_ = 0;  // behind next_, in the last block
 };
