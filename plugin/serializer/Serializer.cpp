@@ -5,7 +5,8 @@
 
 namespace tses {
 
-Serializer::Serializer(WriterFault fault) : impl_(std::make_unique<Impl>(fault)) {}
+Serializer::Serializer(WriterFault fault, NodeMaker makeNodes)
+    : impl_(std::make_unique<Impl>(fault, makeNodes)) {}
 
 Serializer::~Serializer() = default;
 

@@ -13,8 +13,8 @@ namespace tses {
 /// initialisation to its termination.
 class Serializer {
 public:
-    /// `fault` applies to every write; see `WriterFault`.
-    explicit Serializer(WriterFault fault = {});
+    /// Both apply to every write; see `SessionXMLWriter`.
+    explicit Serializer(WriterFault fault = {}, NodeMaker makeNodes = kNodeMaker);
     virtual ~Serializer();
     Serializer(const Serializer&) = delete;
     Serializer& operator=(const Serializer&) = delete;

@@ -24,8 +24,8 @@ private:
     Impl& impl_;
 };
 
-Serializer::Impl::Impl(WriterFault fault)
-    : elementTable_(BuildElementTable()), writerFault_(fault) {
+Serializer::Impl::Impl(WriterFault fault, NodeMaker makeNodes)
+    : elementTable_(BuildElementTable()), writerFault_(fault), makeNodes_(makeNodes) {
     Reset();
 }
 

@@ -31,7 +31,7 @@ inline constexpr kelcore::uint32 kProgressTotal = progressMilestones.size();
 /// their groups' read states.
 class Serializer::Impl final : SAXContentHandler, SAXErrorHandler {
 public:
-    explicit Impl(WriterFault fault);
+    explicit Impl(WriterFault fault, NodeMaker makeNodes = kNodeMaker);
 
     bool Read(const std::u16string& path, HostReference<IEditSession> session);
     bool Write(const std::u16string& path, HostReference<IQuerySession> session);
@@ -174,6 +174,7 @@ private:
     HostReference<IEditSession> session_;
     kelcore::uint32 progressStep_ = 0;
     WriterFault writerFault_;
+    NodeMaker makeNodes_;
 };
 
 }  // namespace tses

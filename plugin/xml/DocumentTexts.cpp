@@ -84,6 +84,28 @@ void DocumentTexts::SetAttribute(xercesc::DOMElement& element,
     }
 }
 
+xercesc::DOMElement& DocumentTexts::AppendElement(xercesc::DOMElement& parent,
+                                                  std::u16string_view name,
+                                                  const AttributeMap& attributes) {
+    xercesc::DOMElement& element = nodes_->CreateElement(name, attributes.size());
+    for (const auto& attribute : attributes) {
+        AddAttribute(element, attribute);
+    }
+    nodes_->Append(parent, element);
+    return element;
+}
+
+void DocumentTexts::AddAttribute(xercesc::DOMElement& element,
+                                 const AttributeMap::Attribute& attribute) {
+    if (IsCarriedAsItIs(attribute.value, TextPlace::Attribute)) {
+        nodes_->AddAttribute(element, attribute.name, attribute.value);
+    } else {
+        nodes_->AddAttribute(element, attribute.name, {});
+        Wait(*element.getAttributeNode(attribute.name.data()), attribute.value,
+             TextPlace::Attribute);
+    }
+}
+
 void DocumentTexts::AppendText(xercesc::DOMElement& parent, std::u16string_view text) {
     if (IsCarriedAsItIs(text, TextPlace::Text)) {
         parent.appendChild(document_.createTextNode(std::u16string(text).c_str()));

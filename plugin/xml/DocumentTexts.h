@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -7,6 +8,7 @@
 
 #include "plugin/xml/AttributeMap.h"
 #include "plugin/xml/CarriableText.h"
+#include "plugin/xml/DocumentNodes.h"
 
 namespace tses {
 
@@ -18,10 +20,15 @@ namespace tses {
 class DocumentTexts {
 public:
     /// `document` must outlive the object.
-    explicit DocumentTexts(xercesc::DOMDocument& document) : document_(document) {}
+    DocumentTexts(xercesc::DOMDocument& document, NodeMaker makeNodes)
+        : document_(document), nodes_(makeNodes(document)) {}
 
-    /// Sets the attributes in the order of the map.
+    /// Sets the attributes of an element that may have some, in the order of the map.
     void SetAttributes(xercesc::DOMElement& element, const AttributeMap& attributes);
+
+    /// Appends an element with these attributes.
+    xercesc::DOMElement& AppendElement(xercesc::DOMElement& parent, std::u16string_view name,
+                                       const AttributeMap& attributes);
 
     /// Appends ordinary text.
     void AppendText(xercesc::DOMElement& parent, std::u16string_view text);
@@ -43,12 +50,14 @@ private:
     };
 
     void SetAttribute(xercesc::DOMElement& element, const AttributeMap::Attribute& attribute);
+    void AddAttribute(xercesc::DOMElement& element, const AttributeMap::Attribute& attribute);
     void Forget(const xercesc::DOMNode* parent);
     void Wait(xercesc::DOMNode& parent, std::u16string_view text, TextPlace place);
     void Settle(Waiting& waiting, XmlVersion version);
     std::vector<xercesc::DOMNode*> NodesOf(const CarriedText& carried, TextPlace place);
 
     xercesc::DOMDocument& document_;
+    std::unique_ptr<DocumentNodes> nodes_;
     std::vector<Waiting> waiting_;
 };
 

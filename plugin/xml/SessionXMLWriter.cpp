@@ -4,13 +4,14 @@
 #include <boost/thread/lock_guard.hpp>
 #include <optional>
 #include <utility>
+#include <vector>
 #include <xercesc/dom/DOM.hpp>
-#include <xercesc/framework/MemBufFormatTarget.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Trace.h"
+#include "plugin/xml/ContentTarget.h"
 #include "plugin/xml/DocumentLimits.h"
 #include "plugin/xml/DocumentTexts.h"
 #include "plugin/xml/Names.h"
@@ -23,7 +24,6 @@ using Guard = boost::lock_guard<boost::recursive_mutex>;
 
 constexpr std::u16string_view kCoreFeature = u"Core";
 constexpr std::u16string_view kLineFeed = u"\n";
-constexpr XMLSize_t kInitialBufferSize = 10000;
 
 struct ReleaseToLibrary {
     template <class Resource>
@@ -123,24 +123,23 @@ bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& t
 }
 
 /// Whether a reader takes the file.
-bool IsReadable(const xercesc::MemBufFormatTarget& content) {
-    const bool readable = content.getLen() <= limits::kFileBytes;
+bool IsReadable(const ContentTarget& content) {
+    const bool readable = content.Size() <= limits::kFileBytes;
     if (!readable) {
         kelcore::trace::Write(kWriterTraceCategory, "the session is larger than 2 GiB");
     }
     return readable;
 }
 
-bool WriteFile(const std::u16string& path, const xercesc::MemBufFormatTarget& content) {
+bool WriteFile(const std::u16string& path, const ContentTarget& content) {
     kelcore::File file(path);
     try {
         file.Create();
         kelcore::OPlatformByteStream stream(file);
-        if (content.getLen() > 0) {
-            stream.WriteBlock(content.getRawBuffer(), content.getLen());
-        }
+        content.ForEachBlock(
+            [&](const XMLByte* bytes, std::size_t count) { stream.WriteBlock(bytes, count); });
         stream.Close();
-        return content.getLen() > 0;
+        return content.Size() > 0;
     } catch (const kelcore::file_exception& failure) {
         kelcore::trace::Write(kWriterTraceCategory, failure.MessageFor(file.FullPath()));
         return false;
@@ -151,17 +150,17 @@ bool WriteFile(const std::u16string& path, const xercesc::MemBufFormatTarget& co
 
 class SessionXMLWriter::State {
 public:
-    State(std::u16string outputPath, WriterFault writerFault)
+    State(std::u16string outputPath, WriterFault writerFault, NodeMaker makeNodes)
         : document(CreateDocument()), path(std::move(outputPath)), fault(writerFault) {
         if (document != nullptr) {
-            current = document->getDocumentElement();
-            texts.emplace(*document);
+            open.push_back(document->getDocumentElement());
+            texts.emplace(*document, makeNodes);
         }
     }
 
     LibraryPointer<xercesc::DOMDocument> document;
     std::optional<DocumentTexts> texts;      // of the document, if there is one
-    xercesc::DOMElement* current = nullptr;  // likewise
+    std::vector<xercesc::DOMElement*> open;  // likewise: the document element to the current one
     std::u16string path;
     WriterFault fault;
     std::size_t operations = 0;
@@ -169,8 +168,8 @@ public:
     bool refused = false;
 };
 
-SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault)
-    : state_(std::make_unique<State>(std::move(path), fault)) {}
+SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault, NodeMaker makeNodes)
+    : state_(std::make_unique<State>(std::move(path), fault, makeNodes)) {}
 
 SessionXMLWriter::~SessionXMLWriter() = default;
 
@@ -224,10 +223,8 @@ bool SessionXMLWriter::StartElement(std::u16string_view name, const AttributeMap
         return false;
     }
     return Attempt([&] {
-        xercesc::DOMElement* const element = state_->document->createElement(name.data());
-        state_->texts->SetAttributes(*element, attributes);
-        state_->current->appendChild(element);
-        state_->current = element;
+        state_->open.push_back(
+            &state_->texts->AppendElement(*state_->open.back(), name, attributes));
     });
 }
 
@@ -240,7 +237,7 @@ bool SessionXMLWriter::Text(std::u16string_view text) {
         if (std::any_of(text.begin(), text.end(), NeedsXml11)) {
             state_->document->setXmlVersion(xercesc::XMLUni::fgVersion1_1);
         }
-        state_->texts->AppendText(*state_->current, text);
+        state_->texts->AppendText(*state_->open.back(), text);
     });
 }
 
@@ -249,7 +246,7 @@ bool SessionXMLWriter::Characters(std::u16string_view text) {
     if (!Step()) {
         return false;
     }
-    return Attempt([&] { state_->texts->AppendSections(*state_->current, text); });
+    return Attempt([&] { state_->texts->AppendSections(*state_->open.back(), text); });
 }
 
 bool SessionXMLWriter::EndElement() {
@@ -257,12 +254,10 @@ bool SessionXMLWriter::EndElement() {
     if (!Step()) {
         return false;
     }
-    // The parent of the document element is the document, a node that no element can be put beside.
-    xercesc::DOMNode* const parent = state_->current->getParentNode();
-    if (parent->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
+    if (state_->open.size() == 1) {
         return false;
     }
-    state_->current = static_cast<xercesc::DOMElement*>(parent);
+    state_->open.pop_back();
     return true;
 }
 
@@ -272,11 +267,11 @@ bool SessionXMLWriter::Save() {
         return false;
     }
     state_->texts->Settle();
-    xercesc::MemBufFormatTarget content(kInitialBufferSize);
+    ContentTarget content;
     bool serialised = Serialise(*state_->document, content);
     if (state_->fault.serialiser != WriterFault::Serialiser::Works) {
         serialised = state_->fault.serialiser == WriterFault::Serialiser::WritesNothing;
-        content.reset();
+        content.Clear();
     }
     return serialised && IsReadable(content) && WriteFile(state_->path, content);
 }

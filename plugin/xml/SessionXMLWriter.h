@@ -9,6 +9,7 @@
 
 #include "platform/kelcore/Types.h"
 #include "plugin/xml/AttributeMap.h"
+#include "plugin/xml/DocumentNodes.h"
 
 namespace tses {
 
@@ -35,7 +36,9 @@ struct WriterFault {
 /// the few that XML has no means for; `CarriableText.h` says which.
 class SessionXMLWriter {
 public:
-    explicit SessionXMLWriter(std::u16string path, WriterFault fault = {});
+    /// `makeNodes` makes no difference to what is saved.
+    explicit SessionXMLWriter(std::u16string path, WriterFault fault = {},
+                              NodeMaker makeNodes = kNodeMaker);
     ~SessionXMLWriter();
     SessionXMLWriter(const SessionXMLWriter&) = delete;
     SessionXMLWriter& operator=(const SessionXMLWriter&) = delete;

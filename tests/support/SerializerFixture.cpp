@@ -125,6 +125,12 @@ WriteOutcome SerializerFixture::WriteWithFault(const refhost::model::Session& se
     return WriteBy(faulty, Path(), session, {});
 }
 
+WriteOutcome SerializerFixture::WriteWithNodes(const refhost::model::Session& session,
+                                               tses::NodeMaker makeNodes) {
+    tses::Serializer other({}, makeNodes);
+    return WriteBy(other, Path(), session, {});
+}
+
 std::vector<std::string> SerializerFixture::CallsOf(const std::vector<std::string>& calls,
                                                     std::string_view text) {
     std::vector<std::string> found;

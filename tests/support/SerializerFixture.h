@@ -63,6 +63,8 @@ protected:
                          const HostSetup& host = {});
     /// The same by a serializer whose writer fails at one of its operations.
     WriteOutcome WriteWithFault(const refhost::model::Session& session, std::size_t atOperation);
+    /// The same by a serializer that makes the document's nodes in that way.
+    WriteOutcome WriteWithNodes(const refhost::model::Session& session, tses::NodeMaker makeNodes);
 
     std::u16string Path() const;
 

@@ -45,16 +45,6 @@ TEST(AttributeMap, AnEmptyValueIsThereAndAnAbsentNameIsNot) {
     EXPECT_EQ(map.Find(u"names"), nullptr);
 }
 
-TEST(AttributeMap, AClearedMapHoldsNothingOfItsLastFilling) {
-    AttributeMap map = {{u"a", u"1"}, {u"b", u"2"}};
-    map.Clear();
-    EXPECT_TRUE(map.empty());
-    EXPECT_EQ(map.Find(u"a"), nullptr);
-    map.Set(u"c", u"3");
-    EXPECT_EQ(NamesOf(map), (std::vector<std::u16string>{u"c"}));
-    EXPECT_EQ(*map.Find(u"c"), u"3");
-}
-
 TEST(AttributeMap, EveryOrderOfInsertionGivesTheSameMap) {
     const std::vector<std::u16string> sorted = {u"A", u"a", u"aa", u"b"};
     std::vector<std::u16string> order = sorted;
