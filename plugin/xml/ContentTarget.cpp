@@ -1,49 +1,37 @@
 #include "plugin/xml/ContentTarget.h"
 
 #include <algorithm>
+#include <new>
 
 namespace tses {
+namespace {
+
+constexpr std::size_t kInitialCapacity = 10000;
+
+}  // namespace
 
 void ContentTarget::writeChars(const XMLByte* bytes, XMLSize_t count,
                                xercesc::XMLFormatter* /*formatter*/) {
-    if (count == 1 && room_ > 0) {  // four calls of five: signs of the markup, and blanks
-        *next_++ = *bytes;
-        --room_;
+    if (count > capacity_ - size_) {
+        Grow(size_ + count);
+    }
+    if (count == 1) {  // four calls of five: signs of the markup, and blanks
+        bytes_[size_++] = *bytes;
     } else {
-        Take(bytes, count);
+        std::copy_n(bytes, count, &bytes_[size_]);
+        size_ += count;
     }
 }
 
-void ContentTarget::Take(const XMLByte* bytes, std::size_t count) {
-    while (count > room_) {
-        const std::size_t fitting = room_;
-        Append(bytes, fitting);
-        bytes += fitting;
-        count -= fitting;
-        AddBlock();
+void ContentTarget::Grow(std::size_t least) {
+    const std::size_t capacity = std::max({least, 2 * capacity_, kInitialCapacity});
+    void* const grown = std::realloc(bytes_.get(), capacity);
+    if (grown == nullptr) {
+        throw std::bad_alloc();
     }
-    Append(bytes, count);
-}
-
-void ContentTarget::Append(const XMLByte* bytes, std::size_t count) {
-    next_ = std::copy_n(bytes, count, next_);
-    room_ -= count;
-}
-
-void ContentTarget::AddBlock() {
-    blocks_.push_back(std::make_unique_for_overwrite<Block>());
-    next_ = blocks_.back()->data();
-    room_ = kBlockSize;
-}
-
-kelcore::uint64 ContentTarget::Size() const {
-    return blocks_.size() * kBlockSize - room_;
-}
-
-void ContentTarget::Clear() {
-    blocks_.clear();
-    next_ = nullptr;
-    room_ = 0;
+    static_cast<void>(bytes_.release());
+    bytes_.reset(static_cast<XMLByte*>(grown));
+    capacity_ = capacity;
 }
 
 }  // namespace tses

@@ -1,46 +1,36 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
+#include <cstdlib>
 #include <memory>
-#include <vector>
+#include <span>
 #include <xercesc/framework/XMLFormatter.hpp>
-
-#include "platform/kelcore/Types.h"
 
 namespace tses {
 
-/// Takes what a serialiser writes and keeps it in memory, in blocks that are never moved: beside
-/// the bytes themselves it takes up at most one block.
+/// Takes what a serialiser writes and keeps it in memory, in one piece. Unlike the library's own
+/// target it does not hold all of it twice while it grows: the system moves large pieces of memory
+/// by their pages.
 class ContentTarget final : public xercesc::XMLFormatTarget {
 public:
     void writeChars(const XMLByte* bytes, XMLSize_t count,
                     xercesc::XMLFormatter* formatter) override;
 
-    /// How many bytes there are.
-    kelcore::uint64 Size() const;
+    /// All of it, valid until more is written.
+    std::span<const XMLByte> Bytes() const { return {bytes_.get(), size_}; }
 
-    /// Hands them out, in order, as `take(const XMLByte* bytes, std::size_t count)`.
-    template <class Take>
-    void ForEachBlock(Take take) const {
-        for (const auto& block : blocks_) {
-            take(block->data(), block == blocks_.back() ? kBlockSize - room_ : kBlockSize);
-        }
-    }
-
-    void Clear();
+    void Clear() { size_ = 0; }
 
 private:
-    static constexpr std::size_t kBlockSize = 65536;
-    using Block = std::array<XMLByte, kBlockSize>;
+    struct Free {
+        void operator()(XMLByte* bytes) const { std::free(bytes); }
+    };
 
-    void Take(const XMLByte* bytes, std::size_t count);
-    void Append(const XMLByte* bytes, std::size_t count);
-    void AddBlock();
+    void Grow(std::size_t least);
 
-    std::vector<std::unique_ptr<Block>> blocks_;
-    XMLByte* next_ = nullptr;
-    std::size_t room_ = 0;  // behind next_, in the last block
+    std::unique_ptr<XMLByte[], Free> bytes_;
+    std::size_t size_ = 0;
+    std::size_t capacity_ = 0;
 };
 
 }  // namespace tses

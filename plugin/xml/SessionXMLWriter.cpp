@@ -124,7 +124,7 @@ bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& t
 
 /// Whether a reader takes the file.
 bool IsReadable(const ContentTarget& content) {
-    const bool readable = content.Size() <= limits::kFileBytes;
+    const bool readable = content.Bytes().size() <= limits::kFileBytes;
     if (!readable) {
         kelcore::trace::Write(kWriterTraceCategory, "the session is larger than 2 GiB");
     }
@@ -136,10 +136,11 @@ bool WriteFile(const std::u16string& path, const ContentTarget& content) {
     try {
         file.Create();
         kelcore::OPlatformByteStream stream(file);
-        content.ForEachBlock(
-            [&](const XMLByte* bytes, std::size_t count) { stream.WriteBlock(bytes, count); });
+        if (!content.Bytes().empty()) {
+            stream.WriteBlock(content.Bytes().data(), content.Bytes().size());
+        }
         stream.Close();
-        return content.Size() > 0;
+        return !content.Bytes().empty();
     } catch (const kelcore::file_exception& failure) {
         kelcore::trace::Write(kWriterTraceCategory, failure.MessageFor(file.FullPath()));
         return false;
