@@ -56,16 +56,21 @@ std::string Quoted(std::u16string_view text) {
 /// As deep as the plug-in reads.
 constexpr std::size_t kDeepest = 256;
 
-/// Where a tag begins, given where it ends: the parser tells only the latter.
-/// @param end     the place behind the tag
-/// @param offset  the same in bytes
-Place TagBegin(std::string_view document, Place end, std::size_t offset) {
-    const std::size_t begin = HasByteSizedMarkup(document) ? document.substr(0, offset).rfind('<')
-                                                           : std::string_view::npos;
+/// Where a tag ends, which is what the parser tells.
+struct TagEnd {
+    Place place;         ///< behind the tag
+    std::size_t offset;  ///< the same in bytes
+};
+
+/// Where a tag begins. To be asked only for tags that are told of: it looks for the place.
+Place BeginOf(const TagEnd& end, std::string_view document) {
+    const std::size_t begin = HasByteSizedMarkup(document)
+                                  ? document.substr(0, end.offset).rfind('<')
+                                  : std::string_view::npos;
     if (begin == std::string_view::npos) {
-        return end;
+        return end.place;
     }
-    return {end.line - CountLineEnds(document.substr(begin, offset - begin)),
+    return {end.place.line - CountLineEnds(document.substr(begin, end.offset - begin)),
             ColumnOf(document, begin)};
 }
 
@@ -73,6 +78,9 @@ class Scanner final : public xercesc::DefaultHandler {
 public:
     Scanner(std::string_view content, std::size_t limit, DocumentScan& result)
         : content_(content), limit_(limit), result_(result) {
+        // The same events for a document without a document type, in less time.
+        parser_.setProperty(xercesc::XMLUni::fgXercesScannerName,
+                            const_cast<XMLCh*>(xercesc::XMLUni::fgDGXMLScanner));
         parser_.setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
         parser_.setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, true);
         parser_.setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
@@ -98,19 +106,19 @@ public:
     void setDocumentLocator(const xercesc::Locator* locator) override { locator_ = locator; }
 
     void startDTD(const XMLCh*, const XMLCh*, const XMLCh*) override {
-        End({TagPlace(), "a document type declaration", "a session file has none"});
+        End({BeginOfTag(), "a document type declaration", "a session file has none"});
     }
 
     void startElement(const XMLCh*, const XMLCh* localName, const XMLCh*,
                       const xercesc::Attributes& attributes) override {
         const std::u16string_view name = ViewOf(localName);
-        const Place place = TagPlace();
         if (open_.empty() && name != kRootElement) {
-            End({place, "the root element is " + Tag(name) + ", not " + Tag(kRootElement),
+            End({BeginOfTag(), "the root element is " + Tag(name) + ", not " + Tag(kRootElement),
                  "not a session file"});
         }
         if (open_.size() + lost_.depth > kDeepest) {
-            End({place, "elements nested too deep", "a session nests fewer than 256 levels"});
+            End({BeginOfTag(), "elements nested too deep",
+                 "a session nests fewer than 256 levels"});
         }
         if (lost_.depth != 0) {
             ++lost_.depth;
@@ -120,12 +128,12 @@ public:
         const CarriedElement* const row =
             FindCarriedElement(name, open_.empty() ? u"" : open_.back().row->scope);
         if (row == nullptr) {
-            BeginLost(name, place);
+            lost_ = {std::u16string(name), Here(), 1, 0};
             return;
         }
-        CheckOccurrence(*row, place, attributes);
-        CheckAttributes(*row, place, attributes);
-        open_.push_back({row, place, {}, false});
+        CheckOccurrence(*row, attributes);
+        CheckAttributes(*row, attributes);
+        open_.push_back({row, Here(), {}, false});
     }
 
     void endElement(const XMLCh*, const XMLCh*, const XMLCh*) override {
@@ -142,7 +150,7 @@ public:
             return;
         }
         open_.back().textReported = true;
-        Report(open_.back().place, "text in " + Tag(open_.back().row->name));
+        Report(open_.back().tag, "text in " + Tag(open_.back().row->name));
     }
 
     void error(const xercesc::SAXParseException& exception) override { fatalError(exception); }
@@ -159,7 +167,7 @@ private:
 
     struct OpenElement {
         const CarriedElement* row;
-        Place place;
+        TagEnd tag;
         std::vector<const CarriedElement*> seenOnce;  // of its children
         bool textReported;
     };
@@ -167,20 +175,21 @@ private:
     /// The outermost element that is not carried, while the scan is inside it.
     struct LostElement {
         std::u16string name;
-        Place place;
+        TagEnd tag{};
         std::size_t depth = 0;
         std::size_t elements = 0;
     };
 
-    Place Here() const { return {locator_->getLineNumber(), locator_->getColumnNumber()}; }
-
-    Place TagPlace() const {
-        return TagBegin(content_, Here(), static_cast<std::size_t>(parser_.getSrcOffset()));
+    TagEnd Here() const {
+        return {{locator_->getLineNumber(), locator_->getColumnNumber()},
+                static_cast<std::size_t>(parser_.getSrcOffset())};
     }
 
-    void Report(Place place, std::string what) {
+    Place BeginOfTag() const { return BeginOf(Here(), content_); }
+
+    void Report(const TagEnd& tag, std::string what) {
         if (result_.notCarriedCount++ < limit_) {
-            result_.notCarried.push_back({place, std::move(what)});
+            result_.notCarried.push_back({BeginOf(tag, content_), std::move(what)});
         }
     }
 
@@ -193,57 +202,52 @@ private:
         result_.problem = Problem{place, "not well-formed XML", kelcore::UTF16to8(ViewOf(message))};
     }
 
-    void BeginLost(std::u16string_view name, Place place) {
-        lost_ = {std::u16string(name), place, 1, 0};
-    }
-
     void EndLost() {
         std::string what = Tag(lost_.name) + " in " + Tag(open_.back().row->name);
         if (lost_.elements != 0) {
             what += " with " + std::to_string(lost_.elements) +
                     (lost_.elements == 1 ? " element in it" : " elements in it");
         }
-        Report(lost_.place, std::move(what));
+        Report(lost_.tag, std::move(what));
     }
 
-    void CheckOccurrence(const CarriedElement& row, Place place,
-                         const xercesc::Attributes& attributes) {
+    void CheckOccurrence(const CarriedElement& row, const xercesc::Attributes& attributes) {
         if (open_.empty()) {
             return;
         }
         if (row.occurrence == Occurrence::Once) {
             auto& seen = open_.back().seenOnce;
             if (std::find(seen.begin(), seen.end(), &row) != seen.end()) {
-                Report(place, "a second " + Tag(row.name));
+                Report(Here(), "a second " + Tag(row.name));
             }
             seen.push_back(&row);
         } else if (row.occurrence == Occurrence::ById) {
-            CheckId(row, place, attributes);
+            CheckId(row, attributes);
         }
     }
 
-    void CheckId(const CarriedElement& row, Place place, const xercesc::Attributes& attributes) {
+    void CheckId(const CarriedElement& row, const xercesc::Attributes& attributes) {
         kelcore::uint32 id = kNoId;
         kelcore::StringToNumber(IdText(attributes), id);
         if (id == kNoId) {
-            Report(place, Tag(row.name) + " without an id");
+            Report(Here(), Tag(row.name) + " without an id");
         } else if (!ids_.insert({&row, id}).second) {
-            Report(place, "a second " + Tag(row.name) + " with id " + std::to_string(id));
+            Report(Here(), "a second " + Tag(row.name) + " with id " + std::to_string(id));
         }
     }
 
-    void CheckAttributes(const CarriedElement& row, Place place,
-                         const xercesc::Attributes& attributes) {
+    void CheckAttributes(const CarriedElement& row, const xercesc::Attributes& attributes) {
         for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
             const std::u16string_view name = ViewOf(attributes.getLocalName(i));
             const CarriedAttribute* const attribute = FindCarriedAttribute(row, name);
             const std::u16string_view value = ViewOf(attributes.getValue(i));
             if (attribute == nullptr || HidesBehindAnother(attributes, i)) {
-                Report(place, "the attribute " + kelcore::UTF16to8(ViewOf(attributes.getQName(i))) +
-                                  " of " + Tag(row.name));
+                Report(Here(), "the attribute " +
+                                   kelcore::UTF16to8(ViewOf(attributes.getQName(i))) + " of " +
+                                   Tag(row.name));
             } else if (!IsCarriedValue(attribute->kind, value)) {
-                Report(place, "the value " + Quoted(value) + " of the attribute " +
-                                  kelcore::UTF16to8(name) + " of " + Tag(row.name));
+                Report(Here(), "the value " + Quoted(value) + " of the attribute " +
+                                   kelcore::UTF16to8(name) + " of " + Tag(row.name));
             }
         }
     }
