@@ -98,10 +98,10 @@ refhost::model::Session Read(const fuzz::Saved& saved) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const refhost::model::Session once = Read(Save(AnySession(fuzz::ByteSource(data, size))));
-    const fuzz::Saved saved = Save(once);
-    const refhost::model::Session twice = Read(saved);
-    if (Save(twice).document != saved.document) {
+    const fuzz::Saved first = Save(AnySession(fuzz::ByteSource(data, size)));
+    const fuzz::Saved second = Save(Read(first));
+    // A document that came out as it went in would do so for ever.
+    if (second.document != first.document && Save(Read(second)).document != second.document) {
         fuzz::Fail("a session that was read is not saved as it was");
     }
     return 0;

@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
+#include <system_error>
 #include <utility>
 
 #include "platform/kelcore/Paths.h"
@@ -38,6 +38,16 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+/// Nothing if there is no such file.
+std::string ContentOf(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    std::string content(error ? 0 : static_cast<std::size_t>(size), '\0');
+    std::ifstream(path, std::ios::binary)
+        .read(content.data(), static_cast<std::streamsize>(content.size()));
+    return content;
+}
 
 void CheckNothingIsHeld(std::size_t before) {
     if (refhost::LiveNodes() != before) {
@@ -99,8 +109,7 @@ Saved SaveSession(refhost::model::Session session) {
     const tses::SessionResult result =
         refhost::WriteSession(plugin, path, std::move(session)).result;
     CheckNothingIsHeld(before);
-    std::ifstream file(folder.Session(), std::ios::binary);
-    return {result, {std::istreambuf_iterator<char>(file), {}}};
+    return {result, ContentOf(folder.Session())};
 }
 
 }  // namespace fuzz

@@ -25,7 +25,7 @@ TARGETS = (
            ("plugin/serializer/ElementTable.cpp", "plugin/serializer/SerializerImpl.cpp",
             "plugin/elements/tracks/Tracks.cpp", "plugin/elements/clips/Fades.cpp")),
     Target("dispatch", "plugin/xml/SessionXMLDefaultHandler.cpp"),
-    Target("dispatch", "plugin/xml/AttributeMap.h"),
+    Target("dispatch", "plugin/xml/TagAttributes.h"),
     Target("values", "plugin/serializer/ValueEncoding.cpp"),
     Target("values", "plugin/serializer/AttributeBinding.h",
            ("plugin/elements/clips/CommonClipAttributes.cpp", "plugin/elements/tracks/Tracks.cpp")),

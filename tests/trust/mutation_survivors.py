@@ -13,16 +13,6 @@ SURVIVORS = {
     ("platform/kelcore/Numbers.cpp", "IsVanishinglySmall",
      "int32 value = 0; -> int32 value = -1;"):
         "What comes here was read as a number, so its exponent sets it or is out of range.",
-    ("platform/kelcore/BinaryText.cpp", "IsSafeForCodec",
-     "return character != '\\0' && static_cast<unsigned char>(character) < 0x80; -> "
-     "return character != '\\0' && static_cast<unsigned char>(character) <= 0x80;"):
-        "The codec itself refuses the byte 0x80; the check is for 0xFF, which its table does not hold.",
-    ("platform/kelcore/BinaryText.cpp", "DecodeBinaryDataFromUTF8String",
-     "copy.reserve(text.size() + 1); -> copy.reserve(text.size() - 1);"):
-        "The copy grows by itself.",
-    ("platform/kelcore/BinaryText.cpp", "DecodeBinaryDataFromUTF8String",
-     "XMLSize_t length = 0; -> XMLSize_t length = -1;"):
-        "The codec sets it wherever it decodes.",
     ("plugin/elements/tracks/ReadState.h", "PendingTrack",
      "bool eqComponentPending = false;  // while the current component is the track's EQ -> "
      "bool eqComponentPending = true;  // while the current component is the track's EQ"):

@@ -1,0 +1,64 @@
+#!/usr/bin/env python3
+"""budget_test.py ORVO ORVO-BENCH: a read and a write take no more instructions, in proportion to the XML library
+alone, than the budgets below, and no more blocks of memory, so that a change that makes them slow fails without a clock.
+
+What a change wins or costs for good is written into the budgets: a run prints what it found.
+"""
+
+import json
+import os
+import re
+import subprocess
+import sys
+import tempfile
+
+# Instructions in proportion to the library alone, as callgrind counts them, and blocks of memory for each element.
+# Between builds by one compiler they differ by less than the tolerance.
+TOLERANCE = 0.02
+BUDGETS = {
+    ("read", "plugin_null_host"): {"instructions": 1.063, "allocations": 0.278},
+    ("read", "plugin_reference_host"): {"instructions": 1.129, "allocations": 1.476},
+    ("write", "plugin_null_host"): {"instructions": 0.470, "allocations": 2.457},
+    ("write", "plugin_reference_host"): {"instructions": 0.486, "allocations": 4.079},
+}
+
+
+def instructions(bench, verb, contender, session, folder):
+    """Of the two runs by which `orvo-bench` measures memory."""
+    command = ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
+               "--toggle-collect=bench::MeasureMemory(*",
+               bench, verb, session, "--folder", folder, "--alone", contender]
+    if verb == "read":
+        command += ["--cuts", session, session]
+    ended = subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, check=True)
+    return int(re.search(r"Collected : (\d+)", ended.stderr).group(1))
+
+
+def figures(bench, verb, session, folder):
+    """What each contender takes of instructions, as a ratio, and of blocks of memory."""
+    report = json.loads(subprocess.run([bench, verb, session, "--folder", folder, "--rounds", "1", "--json"],
+                                       stdout=subprocess.PIPE, check=True).stdout)
+    floor = instructions(bench, verb, "floor", session, folder)
+    for name in ("plugin_null_host", "plugin_reference_host"):
+        yield name, {"instructions": instructions(bench, verb, name, session, folder) / floor,
+                     "allocations": report["allocations_per_element"][name]}
+
+
+def main(orvo, bench):
+    problems = 0
+    with tempfile.TemporaryDirectory() as folder:
+        session = os.path.join(folder, "session.orvo")
+        subprocess.run([orvo, "generate", "--tracks", "4", "--seed", "1", session], stdout=subprocess.DEVNULL,
+                       check=True)
+        for verb in ("read", "write"):
+            for name, found in figures(bench, verb, session, folder):
+                budget = BUDGETS[verb, name]
+                for what, value in found.items():
+                    over = value > budget[what] * (1 + TOLERANCE)
+                    problems += over
+                    print(f"{verb} {name} {what}: {value:.3f}, budget {budget[what]:.3f}{', OVER' if over else ''}")
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))
