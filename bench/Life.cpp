@@ -32,14 +32,28 @@ struct Options {
 
 constexpr std::size_t kLoads = 21;
 
+struct LoadTimes {
+    double plugin = 0;
+    double floor = 0;  // of a plug-in that does nothing but to start the XML library
+};
+
 /// Milliseconds, in a program that has loaded nothing of it before.
-double MedianLoad() {
-    std::vector<double> loads;
+double MillisecondsToLoad(const std::filesystem::path& library) {
+    return std::stod(OutputOfProgram({NeighbourPath("orvo-bench-load"), library.string()}));
+}
+
+/// The medians of both, loaded in turn.
+LoadTimes MeasureLoads() {
+    const std::filesystem::path plugin = refhost::DefaultPluginPath();
+    const std::filesystem::path floor =
+        std::filesystem::path(OwnPath()).parent_path().parent_path() / "lib/orvo-bench-floor.so";
+    std::vector<double> pluginTimes;
+    std::vector<double> floorTimes;
     for (std::size_t i = 0; i < kLoads; ++i) {
-        loads.push_back(std::stod(OutputOfProgram(
-            {NeighbourPath("orvo-bench-load"), refhost::DefaultPluginPath().string()})));
+        pluginTimes.push_back(MillisecondsToLoad(plugin));
+        floorTimes.push_back(MillisecondsToLoad(floor));
     }
-    return Median(std::move(loads));
+    return {Median(std::move(pluginTimes)), Median(std::move(floorTimes))};
 }
 
 // Small sessions
@@ -122,7 +136,10 @@ void Run(const Options& options) {
     for (const std::string& path : paths) {
         report.elements += CountElements(path);
     }
-    report.more = {{"load_ms", MedianLoad()}, {"sessions", static_cast<double>(paths.size())}};
+    const LoadTimes loads = MeasureLoads();
+    report.more = {{"load_ms", loads.plugin},
+                   {"load_floor_ms", loads.floor},
+                   {"sessions", static_cast<double>(paths.size())}};
     fmt::print("{}\n", options.json ? ShowAsJson(report) : ShowAsText(report));
 }
 
