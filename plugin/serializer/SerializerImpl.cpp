@@ -95,6 +95,8 @@ void Serializer::Impl::StartElementEvent(std::u16string_view /*uri*/, std::u16st
 void Serializer::Impl::EndElementEvent(std::u16string_view /*uri*/, std::u16string_view localName,
                                        std::u16string_view /*qualifiedName*/) {
     stateStack_.pop_back();
+    // None for an element that was begun while skipping: a skip that an earlier read left can end
+    // inside of it, and then its end counts.
     const ElementEntry* entry = openEntries_.back();
     openEntries_.pop_back();
     if (IsSame(localName, names::orvo)) {
@@ -105,6 +107,8 @@ void Serializer::Impl::EndElementEvent(std::u16string_view /*uri*/, std::u16stri
             return;
         }
         skipDepth_ = 0;
+    }
+    if (entry == nullptr) {
         entry = elementTable_.Find(localName, stateStack_.back());
     }
     if (entry != nullptr && entry->onEnd) {

@@ -192,6 +192,15 @@ TEST_F(Dispatch, AReadThatFailedInsideASkippedElementLeavesTheNextOneSkipping) {
     EXPECT_THAT(Steps(outcome), ElementsAre(0, 1, 2));
 }
 
+TEST_F(Dispatch, TheEndCountsOfAnElementInsideOfWhichTheSkippingOfAnEarlierReadEnds) {
+    EXPECT_FALSE(Read("<orvo><session><unknown><broken></unknown></session></orvo>").ok);
+    // Skipping began at depth 3 and ends with the name, inside of the session.
+    const auto outcome = ReadInRoot("<session sampleRate='96000'><name/></session>");
+    EXPECT_TRUE(outcome.ok);
+    EXPECT_THAT(CallsOf(outcome.calls, "SetSampleRate"), IsEmpty());
+    EXPECT_THAT(Steps(outcome), ElementsAre(0, 1));
+}
+
 TEST_F(Dispatch, ACompleteSkippedElementLeavesNothingBehind) {
     EXPECT_TRUE(ReadInRoot("<unknown><a/></unknown>").ok);
     EXPECT_THAT(CallsOf(ReadInRoot("<session/>").calls, "SetSampleRate"), SizeIs(1));
