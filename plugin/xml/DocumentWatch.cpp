@@ -47,6 +47,35 @@ bool EndsWithinCharacter(std::string_view tail) {
     return false;
 }
 
+/// Of the encodings that a session is likely to have. Others cost a little more to read.
+bool HasWholeCharactersOnly(std::string_view encoding) {
+    constexpr std::string_view kEncodings[] = {"", "utf-8", "us-ascii", "iso-8859-1"};
+    const auto lower = [](char letter) {
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    };
+    return std::ranges::any_of(kEncodings, [&](std::string_view known) {
+        return std::ranges::equal(known, encoding, {}, {}, lower);
+    });
+}
+
+bool IsHighHalf(char16_t unit) {
+    return (unit & 0xFC00) == 0xD800;
+}
+bool IsLowHalf(char16_t unit) {
+    return (unit & 0xFC00) == 0xDC00;
+}
+
+bool HasHalfCharacter(std::u16string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (IsHighHalf(text[i]) && i + 1 < text.size() && IsLowHalf(text[i + 1])) {
+            ++i;
+        } else if (IsHighHalf(text[i]) || IsLowHalf(text[i])) {
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 void DocumentWatch::Begin() {
@@ -60,6 +89,7 @@ void DocumentWatch::Begin() {
     started_ = false;
     foundRoot_ = false;
     hasMalformedVersion_ = false;
+    mayHoldHalfCharacters_ = false;
     documentType_.reset();
     sawNul_ = false;
     tail_.clear();
@@ -83,8 +113,11 @@ void DocumentWatch::Received(const unsigned char* bytes, std::size_t size) {
     if (received_ == 0) {
         encoding_ = RecogniseEncoding(bytes, size);
         markup_.emplace(descriptor_, encoding_);
-        hasMalformedVersion_ = HasMalformedVersion(
-            MarkupOf(bytes + encoding_.markSize, size - encoding_.markSize, encoding_));
+        const std::string markup =
+            MarkupOf(bytes + encoding_.markSize, size - encoding_.markSize, encoding_);
+        hasMalformedVersion_ = HasMalformedVersion(markup);
+        mayHoldHalfCharacters_ =
+            encoding_.unitSize != 1 || !HasWholeCharactersOnly(DeclaredEncoding(markup));
     }
     CheckLength();
     LookForNul(bytes, size);
@@ -171,6 +204,12 @@ void DocumentWatch::BeginElement(std::size_t attributeCount) {
     }
     if (attributeCount > limits::kAttributes) {
         refuse_(u"refused: an element has more than the 256 attributes that one may have", {});
+    }
+}
+
+void DocumentWatch::CheckCharacters(std::u16string_view text) {
+    if (HasHalfCharacter(text)) {
+        refuse_(u"refused: half of a character stands alone; the file was damaged", {});
     }
 }
 

@@ -46,6 +46,11 @@ public:
     void BeginElement(std::size_t attributeCount);
     void EndElement() noexcept;
     bool HasPrefixes() const noexcept { return prefixes_ != 0; }
+    /// Whether the document's encoding can express one half of a pair of surrogates, which the
+    /// parser lets pass at the end of an attribute and of a processing instruction. What it tells
+    /// of is to be looked at, then.
+    bool MayHoldHalfCharacters() const noexcept { return mayHoldHalfCharacters_; }
+    void CheckCharacters(std::u16string_view text);
     void BeginPrefix(std::u16string_view prefix, std::u16string_view uri);
     void EndPrefix() noexcept;
     void SawStartOfDocument();
@@ -70,6 +75,7 @@ private:
     bool started_ = false;
     bool foundRoot_ = false;
     bool hasMalformedVersion_ = false;
+    bool mayHoldHalfCharacters_ = false;
     std::optional<DocumentPlace> documentType_;
     bool sawNul_ = false;
     std::string tail_;  // the last bytes received

@@ -126,6 +126,11 @@ void SessionXMLDefaultHandler::startElement(const XMLCh* uri, const XMLCh* local
     if (!IsRecent(qualifiedName)) {
         watch_.SawElementName(element.qualifiedName);
     }
+    if (watch_.MayHoldHalfCharacters()) {
+        for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
+            watch_.CheckCharacters(ViewOf(attributes.getValue(i)));
+        }
+    }
     if (content_ != nullptr) {
         Fill(attributes_, attributes, watch_.HasPrefixes());
         content_->StartElementEvent(element.uri, local, element.qualifiedName, attributes_);
@@ -150,9 +155,11 @@ void SessionXMLDefaultHandler::characters(const XMLCh* text, XMLSize_t length) {
     }
 }
 
-void SessionXMLDefaultHandler::processingInstruction(const XMLCh* /*target*/,
-                                                     const XMLCh* /*data*/) {
+void SessionXMLDefaultHandler::processingInstruction(const XMLCh* /*target*/, const XMLCh* data) {
     watch_.SawEvent();
+    if (watch_.MayHoldHalfCharacters()) {
+        watch_.CheckCharacters(ViewOf(data));
+    }
 }
 
 void SessionXMLDefaultHandler::comment(const XMLCh* /*text*/, XMLSize_t /*length*/) {

@@ -21,6 +21,23 @@ bool IsNumber(std::string_view text) {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
+/// The value of the attribute that comes next; empty if that has another name, or none.
+std::string_view TakeAttribute(std::string_view markup, std::string_view name) {
+    if (!Take(markup, name)) {
+        return {};
+    }
+    TakeBlanks(markup);
+    if (!Take(markup, "=")) {
+        return {};
+    }
+    TakeBlanks(markup);
+    const std::string_view quote = markup.substr(0, 1);
+    if ((quote != "\"" && quote != "'") || !Take(markup, quote)) {
+        return {};
+    }
+    return markup.substr(0, markup.find(quote));
+}
+
 }  // namespace
 
 bool HasMalformedVersion(std::string_view markup) {
@@ -28,19 +45,18 @@ bool HasMalformedVersion(std::string_view markup) {
         return false;
     }
     TakeBlanks(markup);
-    if (!Take(markup, "version")) {
-        return false;
+    std::string_view version = TakeAttribute(markup, "version");
+    return Take(version, "1.") && !IsNumber(version);
+}
+
+std::string_view DeclaredEncoding(std::string_view markup) {
+    constexpr std::string_view kName = "encoding";
+    if (!Take(markup, "<?xml")) {
+        return {};
     }
-    TakeBlanks(markup);
-    if (!Take(markup, "=")) {
-        return false;
-    }
-    TakeBlanks(markup);
-    const std::string_view quote = markup.substr(0, 1);
-    if ((quote != "\"" && quote != "'") || !Take(markup, quote) || !Take(markup, "1.")) {
-        return false;
-    }
-    return !IsNumber(markup.substr(0, markup.find(quote)));
+    markup = markup.substr(0, markup.find("?>"));
+    markup.remove_prefix(std::min(markup.find(kName), markup.size()));
+    return TakeAttribute(markup, kName);
 }
 
 }  // namespace tses

@@ -90,6 +90,10 @@ GUARDS = {
 }
 
 
+# What a guard says of a document that is ill-formed for everybody, where the parser lets it pass.
+FAULT = "half of a character"
+
+
 def guard_of(reply):
     """What our own guards said, if they refused the document."""
     for text in reply.errors:
@@ -108,7 +112,7 @@ def verdict(content, reply, outcome):
     """Whether the document is well-formed, None where it is set aside; and its class or None."""
     expat, libxml2 = set(reply.expat), set(reply.libxml2)
     guard = guard_of(reply)
-    if guard is not None:
+    if guard is not None and FAULT not in guard:
         return None, GUARD if is_guarded_rightly(content, guard) else None
     if outcome.version == "1.1" and differs_in_xml_1_1(content):
         return None, XML_1_1

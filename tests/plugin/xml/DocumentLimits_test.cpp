@@ -265,6 +265,30 @@ TEST_F(DocumentLimitsTest, NulCharactersBehindTheRootAreRefused) {
     EXPECT_TRUE(IsRefused("<a/>" + Repeated(" ", 200000) + "\0"s, "NUL"));
 }
 
+TEST_F(DocumentLimitsTest, HalfACharacterIsRefusedWhereTheParserLetsItPass) {
+    const auto utf16 = [](std::u16string_view text) {
+        std::string bytes = "\xFF\xFE";
+        for (const char16_t unit : text) {
+            bytes += static_cast<char>(unit & 0xFF);
+            bytes += static_cast<char>(unit >> 8);
+        }
+        return bytes;
+    };
+    for (const std::u16string half : {u"\xD930", u"x\xDBFF"}) {
+        for (const std::u16string& document :
+             {u"<a b='" + half + u"'/>", u"<a b='" + half + u"&#x41;'/>",
+              u"<a xmlns='" + half + u"'/>", u"<a xmlns:p='" + half + u"'/>",
+              u"<a><?p " + half + u"?></a>"}) {
+            EXPECT_TRUE(IsRefused(utf16(document), "half of a character"));
+        }
+    }
+    EXPECT_TRUE(
+        ParseText(utf16(u"<a b='\xD930\xDD30' xmlns:p='\xD930\xDD30'><?p \xD930\xDD30?></a>")));
+    EXPECT_TRUE(
+        IsRefused("<?xml version='1.0' encoding='UTF-7'?><a b='+2TA-'/>", "half of a character"));
+    EXPECT_TRUE(ParseText("<?xml version='1.0' encoding='UTF-7'?><a b='+2TDdMA-'/>"));
+}
+
 TEST_F(DocumentLimitsTest, ZeroBytesOfUtf16CharactersAreNoNul) {
     EXPECT_TRUE(ParseText(Utf16LittleEndian("<a b='c'/>")));
     EXPECT_TRUE(ParseText(std::string_view("\xFE\xFF\0<\0a\0/\0>\x01\x00", 12).substr(0, 10)));
