@@ -1,9 +1,7 @@
 #include "platform/kelcore/BinaryText.h"
 
-#include <algorithm>
 #include <array>
 #include <new>
-#include <optional>
 #include <type_traits>
 #include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/util/Base64.hpp>
@@ -142,7 +140,7 @@ byte* Write(std::basic_string_view<Unit> text, byte* out) {
 
 template <class Unit>
 bool Decode(std::basic_string_view<Unit> text, std::vector<byte>& bytes) {
-    bytes.resize(text.size() / 4 * 3 + 3);
+    bytes.resize(text.size() / 4 * 3 + 1);  // never none: there is a place to begin at
     const byte* const end = Write(text, bytes.data());
     bytes.resize(end != nullptr ? static_cast<std::size_t>(end - bytes.data()) : 0);
     return end != nullptr;

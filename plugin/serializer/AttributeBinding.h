@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -19,7 +21,8 @@ struct Binding {
 
 template <class Record, std::size_t Count>
 constexpr bool AreInOrder(const Binding<Record> (&bindings)[Count]) {
-    return std::ranges::is_sorted(bindings, {}, &Binding<Record>::name);
+    return std::ranges::adjacent_find(bindings, std::ranges::greater_equal(),
+                                      &Binding<Record>::name) == std::end(bindings);
 }
 
 /// Applies the rows of the attributes that are there, in the order of their names: where two fill

@@ -9,13 +9,15 @@
 
 namespace tses {
 
-/// Whatever ends a read, nothing of the host is held afterwards.
+/// Whatever ends a read, nothing of the host is held afterwards, nor room for its texts.
 class Serializer::Impl::ReadScope {
 public:
     explicit ReadScope(Impl& impl) : impl_(impl) {}
     ~ReadScope() {
         impl_.session_.Reset();
         impl_.ClearReadState();
+        impl_.characterBuffer_ = {};
+        impl_.block_ = {};
     }
     ReadScope(const ReadScope&) = delete;
     ReadScope& operator=(const ReadScope&) = delete;

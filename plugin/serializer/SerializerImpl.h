@@ -156,13 +156,15 @@ private:
 
     ElementTable elementTable_;
     std::vector<State> stateStack_;
-    std::size_t skipDepth_ =
-        0;  // the stack's depth at which an unknown element was entered; 0: in none
+    // The stack's depth at which an unknown element was entered; 0: in none.
+    std::size_t skipDepth_ = 0;
     bool rootSeen_ = false;
-    std::vector<const ElementEntry*>
-        openEntries_;                   // of the open elements; null where there is none
-    std::u16string characterBuffer_;    // the character data since the last start tag
-    std::vector<kelcore::byte> block_;  // room for CollectedBlock
+    // Of the open elements; null where there is none.
+    std::vector<const ElementEntry*> openEntries_;
+    // The character data since the last start tag.
+    std::u16string characterBuffer_;
+    // Room for CollectedBlock.
+    std::vector<kelcore::byte> block_;
 
     DocumentReadState document_;
     TracksReadState tracks_;

@@ -45,12 +45,6 @@ public:
         }
     }
 
-    /// The attribute's value, null when it is absent. Valid until the map changes.
-    const std::u16string* Find(std::u16string_view name) const {
-        const auto found = std::ranges::lower_bound(attributes_, name, {}, &Attribute::name);
-        return found != attributes_.end() && found->name == name ? &found->value : nullptr;
-    }
-
     auto begin() const { return attributes_.begin(); }
     auto end() const { return attributes_.end(); }
     std::size_t size() const { return attributes_.size(); }

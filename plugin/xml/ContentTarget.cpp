@@ -15,12 +15,13 @@ void ContentTarget::writeChars(const XMLByte* bytes, XMLSize_t count,
     if (count > capacity_ - size_) {
         Grow(size_ + count);
     }
+    XMLByte* const end = bytes_.get() + size_;
     if (count == 1) {  // four calls of five: signs of the markup, and blanks
-        bytes_[size_++] = *bytes;
+        *end = *bytes;
     } else {
-        std::copy_n(bytes, count, &bytes_[size_]);
-        size_ += count;
+        std::copy_n(bytes, count, end);
     }
+    size_ += count;
 }
 
 void ContentTarget::Grow(std::size_t least) {

@@ -17,8 +17,8 @@ class DocumentNodes {
 public:
     virtual ~DocumentNodes() = default;
 
-    /// An element that stands nowhere yet, and that is going to get that many attributes. It is
-    /// the document's.
+    /// An element that stands nowhere yet, and that is going to get exactly that many attributes.
+    /// It is the document's.
     virtual xercesc::DOMElement& CreateElement(std::u16string_view name,
                                                std::size_t attributeCount) = 0;
 

@@ -25,7 +25,8 @@ using xercesc::DOMMemoryManager;
 using xercesc::DOMNode;
 using xercesc::DOMTextImpl;
 
-/// The attributes of an element, in the order of their names.
+/// Gives access to the list of an element's attributes, which `setNamedItemFast` searches for the
+/// place of each.
 class AttributeVector : public xercesc::DOMAttrMapImpl {
 public:
     static xercesc::DOMNodeVector& Of(xercesc::DOMAttrMapImpl& map) {
@@ -72,7 +73,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kSlots = 1021;
+    static constexpr std::size_t kSlots = 1021;  // a prime: few of the hundred names share one
 
     static std::size_t SlotOf(std::u16string_view name) {
         return reinterpret_cast<std::uintptr_t>(name.data()) / sizeof(XMLCh) % kSlots;
@@ -83,7 +84,7 @@ private:
             throw xercesc::DOMException(xercesc::DOMException::INVALID_CHARACTER_ERR, 0,
                                         document_.getMemoryManager());
         }
-        return {document_.getPooledString(name.data()), name.size()};
+        return document_.getPooledString(name.data());
     }
 
     xercesc::DOMDocumentImpl& document_;
@@ -92,8 +93,8 @@ private:
 
 class InternalNodes final : public DocumentNodes {
 public:
-    explicit InternalNodes(xercesc::DOMDocument& document)
-        : document_(static_cast<xercesc::DOMDocumentImpl&>(document)), names_(document_) {}
+    explicit InternalNodes(xercesc::DOMDocumentImpl& document)
+        : document_(document), names_(document) {}
 
     xercesc::DOMElement& CreateElement(std::u16string_view name,
                                        std::size_t attributeCount) override {
@@ -144,7 +145,11 @@ private:
 }  // namespace
 
 std::unique_ptr<DocumentNodes> MakeInternalNodes(xercesc::DOMDocument& document) {
-    return std::make_unique<InternalNodes>(document);
+    // Whoever shares the library with the plug-in may have given it other documents.
+    if (auto* const known = dynamic_cast<xercesc::DOMDocumentImpl*>(&document)) {
+        return std::make_unique<InternalNodes>(*known);
+    }
+    return MakePublicNodes(document);
 }
 
 }  // namespace tses

@@ -78,6 +78,7 @@ void SessionXMLDefaultHandler::BeforeParse(std::u16string_view systemId) {
     locator_ = nullptr;
     openElements_.clear();
     recentNames_.fill(nullptr);
+    declarations_ = 0;
     watch_.Begin();
 }
 
@@ -122,7 +123,7 @@ void SessionXMLDefaultHandler::startElement(const XMLCh* uri, const XMLCh* local
     const std::u16string_view local = ViewOf(localName);
     const OpenElement& element =
         openElements_.emplace_back(OpenElement{ViewOf(uri), local, ViewOf(qualifiedName, local)});
-    watch_.BeginElement(attributes.getLength());
+    watch_.BeginElement(attributes.getLength() - std::exchange(declarations_, 0));
     if (!IsRecent(qualifiedName)) {
         watch_.SawElementName(element.qualifiedName);
     }
@@ -167,6 +168,7 @@ void SessionXMLDefaultHandler::comment(const XMLCh* /*text*/, XMLSize_t /*length
 }
 
 void SessionXMLDefaultHandler::startPrefixMapping(const XMLCh* prefix, const XMLCh* uri) {
+    ++declarations_;
     watch_.BeginPrefix(ViewOf(prefix), ViewOf(uri));
 }
 

@@ -72,6 +72,7 @@ private:
     }};
     std::vector<OpenElement> openElements_;
     std::array<const XMLCh*, 256> recentNames_{};
+    std::size_t declarations_ = 0;  // of namespaces, in the start tag to come
     std::u16string systemId_;
     const xercesc::Locator* locator_ = nullptr;  // valid during a parse
     bool sawFatalError_ = false;

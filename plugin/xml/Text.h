@@ -5,11 +5,11 @@
 
 namespace tses {
 
-/// Whether both are the same units. The standard's `==` compares UTF-16 unit by unit, in which a
-/// read would spend a twentieth of its own instructions.
+/// Whether both are the same units. The standard's `==` compares UTF-16 unit by unit.
 inline bool IsSame(std::u16string_view one, std::u16string_view other) noexcept {
     return one.size() == other.size() &&
-           std::memcmp(one.data(), other.data(), one.size() * sizeof(char16_t)) == 0;
+           (one.empty() ||
+            std::memcmp(one.data(), other.data(), one.size() * sizeof(char16_t)) == 0);
 }
 
 /// `text` without the blanks, tabs, carriage returns and line feeds at both of its ends.

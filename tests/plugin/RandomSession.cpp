@@ -20,9 +20,9 @@ constexpr std::size_t kLongestList = 3;
 
 /// What makes a text hard to carry: markup, blanks at its ends, line ends, what is beyond ASCII and
 /// beyond 16 bits, the end of a CDATA section.
-const std::u16string kTexts[] = {u"",       u"a",   u"Take 2",       u" b ",        u"\n\t",
-                                 u"<&>\"'", u"]]>", u"\u00e4\u4e2d", u"\U0001F3B5", u"1.5",
-                                 u"true",   u"-->", u"a\tb\nc"};
+const std::u16string kTexts[] = {
+    u"",           u"a",   u"Take 2", u" b ", u"\n\t",    u"<&>\"'", u"]]>",  u"\u00e4\u4e2d",
+    u"\U0001F3B5", u"1.5", u"true",   u"-->", u"a\tb\nc", u"a\x85",  u"\x80", u"\x2028"};
 
 template <class Value>
 void Draw(Value& value);

@@ -6,7 +6,6 @@
 #include "plugin/elements/clips/EventBlock.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/serializer/ValueEncoding.h"
-#include "plugin/xml/Text.h"
 
 // The musical timeline, inside "metronome":
 //

@@ -6,7 +6,6 @@
 #include "plugin/elements/clips/EventBlock.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
-#include "plugin/xml/Text.h"
 
 // A clip of an instrument track:
 //

@@ -22,7 +22,7 @@ void Serializer::Impl::StartSessionProperties(State state, const TagAttributes& 
 void Serializer::Impl::StartProperty(State state, const TagAttributes& attributes) {
     PushState(state);
     const auto key = attributes.Find(names::key);
-    savedState_.propertyKey = key ? *key : std::u16string();
+    savedState_.propertyKey = key.value_or(u"");
 }
 
 void Serializer::Impl::EndProperty() {

@@ -75,6 +75,22 @@ TEST(StringToNumber64, ReadsItsWholeRangeAndNoMore) {
     EXPECT_EQ(Read<int64>(u"9223372036854775808"), std::nullopt);
 }
 
+TEST(StringToNumber64, RefusesWhatWouldBeginAnewBeyond64Bits) {
+    for (const auto* text :
+         {u"10000000000000000000", u"18446744073709551616", u"18446744073709551617",
+          u"-18446744073709551616", u"-18446744073709551617", u"99999999999999999999999999"}) {
+        EXPECT_EQ(Read<int64>(text), std::nullopt);
+    }
+}
+
+TEST(StringToNumber64, TakesAnyZerosInFront) {
+    EXPECT_EQ(Read<int64>(u"-0"), 0);
+    EXPECT_EQ(Read<int64>(u"00000000000000000000000000000"), 0);
+    EXPECT_EQ(Read<int64>(u"0000000000009223372036854775807"), std::numeric_limits<int64>::max());
+    EXPECT_EQ(Read<int64>(u"-0000000000009223372036854775808"), std::numeric_limits<int64>::min());
+    EXPECT_EQ(Read<int64>(u"0000000000009223372036854775808"), std::nullopt);
+}
+
 template <typename Number>
 class StringToAnyNumber : public testing::Test {};
 using AllNumbers = testing::Types<int32, uint32, int64, float, double>;

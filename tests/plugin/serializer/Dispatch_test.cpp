@@ -201,6 +201,12 @@ TEST_F(Dispatch, TheEndCountsOfAnElementInsideOfWhichTheSkippingOfAnEarlierReadE
     EXPECT_THAT(Steps(outcome), ElementsAre(0, 1));
 }
 
+TEST_F(Dispatch, AnElementNamedLikeTheRootPutsOffTheEndOfSkippingIntoTheElementsThatFollow) {
+    const auto outcome = ReadInRoot("<session><orvo/></session><files><file/><file/></files>");
+    EXPECT_TRUE(outcome.ok);
+    EXPECT_THAT(Steps(outcome), ElementsAre(0, 1));
+}
+
 TEST_F(Dispatch, ACompleteSkippedElementLeavesNothingBehind) {
     EXPECT_TRUE(ReadInRoot("<unknown><a/></unknown>").ok);
     EXPECT_THAT(CallsOf(ReadInRoot("<session/>").calls, "SetSampleRate"), SizeIs(1));

@@ -145,6 +145,17 @@ std::vector<kelcore::byte> Decoded(std::u16string_view text) {
     return bytes;
 }
 
+TEST(LenientNumbers, AreReadHoweverLongTheTextIs) {
+    for (const std::size_t length : {63U, 64U, 65U, 66U, 1000U}) {
+        const std::u16string zeros(length - 3, u'0');
+        for (const std::u16string blanks : {u"", u"  ", u"\n"}) {
+            EXPECT_EQ(ParseDoubleLenient(blanks + zeros + u"7.5"), 7.5) << length;
+            EXPECT_EQ(ParseDoubleLenient(blanks + u"7.5" + zeros), 7.5) << length;
+            EXPECT_EQ(ParseDoubleLenient(blanks + zeros + u"71e"), 0) << length;
+        }
+    }
+}
+
 TEST(Block, EveryByteSurvives) {
     std::vector<kelcore::byte> bytes;
     for (int i = 0; i < 1000; ++i) {

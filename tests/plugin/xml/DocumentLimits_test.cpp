@@ -155,6 +155,22 @@ TEST_F(DocumentLimitsTest, AnElementHas256AttributesAndNoMore) {
     EXPECT_TRUE(IsRefused("<a" + Numbered(" b#=''", 257) + "/>", "256 attributes"));
 }
 
+TEST_F(DocumentLimitsTest, DeclarationsOfNamespacesAreNotAmongThe256Attributes) {
+    const std::string declarations = Numbered(" xmlns:p#='u'", 20);
+    EXPECT_TRUE(ParseText("<a" + Numbered(" b#=''", 256) + declarations + "/>"));
+    EXPECT_TRUE(ParseText("<a" + declarations + "><b" + Numbered(" b#=''", 256) + "/></a>"));
+    EXPECT_TRUE(IsRefused("<a" + Numbered(" b#=''", 257) + declarations + "/>", "256 attributes"));
+}
+
+TEST_F(DocumentLimitsTest, TheNamesOfOneDocumentDoNotCountInTheNext) {
+    const auto names = [](const std::string& prefix) {
+        return "<a>" + Numbered("<" + prefix + "#/>", 1000) + "</a>";
+    };
+    EXPECT_TRUE(ParseText(names("b")));
+    EXPECT_TRUE(ParseText(names("b")));
+    EXPECT_TRUE(ParseText(names("c")));
+}
+
 TEST_F(DocumentLimitsTest, AtOnePlace256PrefixesAreInForceAndNoMore) {
     const std::string inner = Numbered(" xmlns:q#='u'", 128) + "/>";
     EXPECT_TRUE(ParseText("<a" + Numbered(" xmlns:p#='u'", 128) + "><b" + inner + "</a>"));

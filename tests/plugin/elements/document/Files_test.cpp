@@ -81,6 +81,14 @@ TEST_F(Files, TheAbsolutePathIsPassedOnWhereNeitherLeadsToAFile) {
                 testing::Contains("IEditFile#2.SetPath(\"/gone/a.wav\")"));
 }
 
+TEST_F(Files, OnePathThatIsStoredTwiceIsPassedOnWhetherOrNotItExists) {
+    for (const std::string name : {"gone.wav", "media/gone.wav", ".hidden.wav"}) {
+        EXPECT_THAT(ReadFileElement("id='3' absolutePath='" + Absolute(name) + "' relativePath='" +
+                                    name + "'"),
+                    testing::Contains("IEditFile#2.SetPath(\"" + Absolute(name) + "\")"));
+    }
+}
+
 TEST_F(Files, TheRelativePathAloneIsResolvedAgainstTheSessionWhetherOrNotItExists) {
     EXPECT_THAT(ReadFileElement("id='3' relativePath='media/../b.wav'"),
                 testing::Contains("IEditFile#2.SetPath(\"" + Absolute("b.wav") + "\")"));
