@@ -6,6 +6,7 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "plugin/serializer/ValueEncoding.h"
 #include "plugin/xml/TagAttributes.h"
@@ -32,11 +33,15 @@ template <const auto& Bindings, class Record>
 void ReadAttributes(const TagAttributes& attributes, Record& record) {
     static_assert(AreInOrder(Bindings));
     std::size_t next = 0;
-    for (const Binding<Record>& binding : Bindings) {
-        if (const auto text = attributes.FindNext(binding.name, next)) {
-            binding.read(*text, record);
+    const auto readRow = [&]<std::size_t Row>() {
+        if (const auto text = attributes.FindNext(Bindings[Row].name, next)) {
+            Bindings[Row].read(*text, record);
         }
+    };
+    [&]<std::size_t... Rows>(std::index_sequence<Rows...>) {
+        (readRow.template operator()<Rows>(), ...);
     }
+    (std::make_index_sequence<std::size(Bindings)>());
 }
 
 /// The readers that most rows use, by the field that they fill.

@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <locale>
+#include <optional>
 #include <sstream>
 #include <system_error>
 
@@ -109,8 +110,31 @@ Real ReadFromStream(std::string_view characters) {
     return stream >> value ? value : Real{};
 }
 
+/// A text that is a number from its first unit to its last, as those are that were written by a
+/// program.
+template <class Real>
+std::optional<Real> ParsePlain(std::u16string_view text) {
+    std::array<char, 32> narrow;
+    if (text.size() > narrow.size()) {
+        return std::nullopt;
+    }
+    char* end = narrow.data();
+    for (const char16_t unit : text) {
+        if (!IsDigit(unit) && unit != u'.' && unit != u'-') {
+            return std::nullopt;
+        }
+        *end++ = static_cast<char>(unit);
+    }
+    Real value{};
+    const auto read = std::from_chars(narrow.data(), end, value);
+    return read.ec == std::errc() && read.ptr == end ? std::optional(value) : std::nullopt;
+}
+
 template <class Real>
 Real ParseLenient(std::u16string_view text) {
+    if (const auto plain = ParsePlain<Real>(text)) {
+        return *plain;
+    }
     const NumberPrefix prefix(text);
     const std::string_view characters = prefix.Characters();
     const char* first = characters.data();
