@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <utility>
+#include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/sax2/Attributes.hpp>
@@ -17,46 +18,26 @@ bool HasPrefix(std::u16string_view qualifiedName) {
     return qualifiedName.find(u':') != std::u16string_view::npos;
 }
 
-/// Whether a name may be that of a declaration of a namespace, or have the prefix that needs none.
-bool MayBeReserved(const XMLCh* name) {
-    return name[0] == u'x' && name[1] == u'm' && name[2] == u'l';
-}
-
-bool DeclaresNamespace(std::u16string_view qualifiedName) {
-    return qualifiedName == u"xmlns" || qualifiedName.starts_with(u"xmlns:");
-}
-
-/// Where several prefixes give one name, the last stands, but for an attribute without a prefix,
-/// which always does.
-void FillWithPrefixes(TagAttributes& tag, const xercesc::Attributes& attributes) {
+/// An attribute counts under its local name. Where several prefixes give one name, the last stands,
+/// but for an attribute without a prefix, which always does.
+void Fill(TagAttributes& tag, const xercesc::Attributes& attributes) {
     tag.Clear();
     for (const bool withPrefix : {true, false}) {
         for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
-            const std::u16string_view qualifiedName = ViewOf(attributes.getQName(i));
-            if (!DeclaresNamespace(qualifiedName) && HasPrefix(qualifiedName) == withPrefix) {
+            if (HasPrefix(ViewOf(attributes.getQName(i))) == withPrefix) {
                 tag.Set(attributes.getLocalName(i), attributes.getValue(i));
             }
         }
     }
 }
 
-/// An attribute counts under its local name.
-void Fill(TagAttributes& tag, const xercesc::Attributes& attributes, bool hasPrefixes) {
+void Fill(TagAttributes& tag, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+          XMLSize_t count) {
     tag.Clear();
-    const XMLSize_t count = attributes.getLength();
     for (XMLSize_t i = 0; i < count; ++i) {
-        const XMLCh* const name = attributes.getQName(i);
-        if (hasPrefixes || MayBeReserved(name)) {
-            FillWithPrefixes(tag, attributes);
-            return;
-        }
-        tag.Add(name, attributes.getValue(i));
+        const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
+        tag.Add(attribute.getName(), attribute.getValue());
     }
-}
-
-/// The same as `text`, whose length is known if it is the text of `known`.
-std::u16string_view ViewOf(const XMLCh* text, std::u16string_view known) {
-    return text == known.data() ? known : ViewOf(text);
 }
 
 using Report = void (SAXErrorHandler::*)(kelcore::uint64, kelcore::uint64, std::u16string_view,
@@ -78,7 +59,6 @@ void SessionXMLDefaultHandler::BeforeParse(std::u16string_view systemId) {
     locator_ = nullptr;
     openElements_.clear();
     recentNames_.fill(nullptr);
-    declarations_ = 0;
     watch_.Begin();
 }
 
@@ -118,34 +98,52 @@ void SessionXMLDefaultHandler::endDocument() {
 void SessionXMLDefaultHandler::startElement(const XMLCh* uri, const XMLCh* localName,
                                             const XMLCh* qualifiedName,
                                             const xercesc::Attributes& attributes) {
-    // The parser has one text for both names of what has no prefix, and keeps the names of an open
-    // element.
-    const std::u16string_view local = ViewOf(localName);
-    const OpenElement& element =
-        openElements_.emplace_back(OpenElement{ViewOf(uri), local, ViewOf(qualifiedName, local)});
-    watch_.BeginElement(attributes.getLength() - std::exchange(declarations_, 0));
-    if (!IsRecent(qualifiedName)) {
-        watch_.SawElementName(element.qualifiedName);
+    Fill(attributes_, attributes);
+    watch_.SawElementName(ViewOf(qualifiedName));
+    Start({ViewOf(uri), ViewOf(localName), false}, ViewOf(qualifiedName), attributes.getLength());
+}
+
+void SessionXMLDefaultHandler::StartPlainElement(
+    const XMLCh* name, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count) {
+    Fill(attributes_, attributes, count);
+    const std::u16string_view view = ViewOf(name);
+    if (!IsRecent(name)) {
+        watch_.SawElementName(view);
     }
+    Start({{}, view, true}, view, count);
+}
+
+void SessionXMLDefaultHandler::Start(const OpenElement& element, std::u16string_view qualifiedName,
+                                     XMLSize_t attributeCount) {
+    openElements_.push_back(element);
+    watch_.BeginElement(attributeCount);
     if (watch_.MayHoldHalfCharacters()) {
-        for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
-            watch_.CheckCharacters(ViewOf(attributes.getValue(i)));
+        for (const TagAttributes::Attribute& attribute : attributes_) {
+            watch_.CheckCharacters(attribute.value);
         }
     }
     if (content_ != nullptr) {
-        Fill(attributes_, attributes, watch_.HasPrefixes());
-        content_->StartElementEvent(element.uri, local, element.qualifiedName, attributes_);
+        content_->StartElementEvent(element.uri, element.localName, qualifiedName, attributes_);
     }
 }
 
 void SessionXMLDefaultHandler::endElement(const XMLCh* /*uri*/, const XMLCh* localName,
                                           const XMLCh* qualifiedName) {
+    End(ViewOf(localName), ViewOf(qualifiedName));
+}
+
+void SessionXMLDefaultHandler::EndPlainElement() {
+    const std::u16string_view name = openElements_.back().localName;
+    End(name, name);
+}
+
+void SessionXMLDefaultHandler::End(std::u16string_view localName,
+                                   std::u16string_view qualifiedName) {
     watch_.EndElement();
-    const OpenElement element = openElements_.back();
+    const std::u16string_view uri = openElements_.back().uri;
     openElements_.pop_back();
     if (content_ != nullptr) {
-        content_->EndElementEvent(element.uri, ViewOf(localName, element.localName),
-                                  ViewOf(qualifiedName, element.qualifiedName));
+        content_->EndElementEvent(uri, localName, qualifiedName);
     }
 }
 
@@ -168,8 +166,10 @@ void SessionXMLDefaultHandler::comment(const XMLCh* /*text*/, XMLSize_t /*length
 }
 
 void SessionXMLDefaultHandler::startPrefixMapping(const XMLCh* prefix, const XMLCh* uri) {
-    ++declarations_;
     watch_.BeginPrefix(ViewOf(prefix), ViewOf(uri));
+    if (watch_.MayHoldHalfCharacters()) {
+        watch_.CheckCharacters(ViewOf(uri));
+    }
 }
 
 void SessionXMLDefaultHandler::endPrefixMapping(const XMLCh* /*prefix*/) {

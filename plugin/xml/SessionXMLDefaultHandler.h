@@ -3,7 +3,9 @@
 #include <array>
 #include <stdexcept>
 #include <vector>
+#include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/util/RefVectorOf.hpp>
 
 #include "plugin/xml/DocumentWatch.h"
 #include "plugin/xml/SAXHandlers.h"
@@ -47,20 +49,33 @@ public:
 
     void BeforeParse(std::u16string_view systemId);
 
+    /// The start and the end of an element in no namespace, none of whose attributes has a prefix,
+    /// as the scanner tells of them. Where these tell of the start, they must of the end.
+    void StartPlainElement(const XMLCh* name,
+                           const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                           XMLSize_t count);
+    void EndPlainElement();
+    bool IsInPlainElement() const { return IsInElement() && openElements_.back().isPlain; }
+    bool IsInElement() const { return !openElements_.empty(); }
+
     /// What is told how the parse goes.
     DocumentWatch& Watch() noexcept { return watch_; }
 
 private:
-    /// Its namespace, which the scanner forgets, and its names, so that their units are counted
-    /// once. The texts are the parser's.
+    /// Its namespace, which the scanner forgets, and its name. The texts are the parser's, which
+    /// keeps them as long as the element is open.
     struct OpenElement {
         std::u16string_view uri;
         std::u16string_view localName;
-        std::u16string_view qualifiedName;
+        bool isPlain;
     };
 
-    /// Whether an element's name at this address was seen not long ago. The parser keeps the name
-    /// of all elements that share it once, at one address.
+    void Start(const OpenElement& element, std::u16string_view qualifiedName,
+               XMLSize_t attributeCount);
+    void End(std::u16string_view localName, std::u16string_view qualifiedName);
+
+    /// Whether a plain element's name at this address was seen not long ago. The scanner keeps the
+    /// name of all that share it once, at one address.
     bool IsRecent(const XMLCh* name);
     [[noreturn]] void Refuse(std::u16string_view reason, std::optional<DocumentPlace> place);
 
@@ -72,7 +87,6 @@ private:
     }};
     std::vector<OpenElement> openElements_;
     std::array<const XMLCh*, 256> recentNames_{};
-    std::size_t declarations_ = 0;  // of namespaces, in the start tag to come
     std::u16string systemId_;
     const xercesc::Locator* locator_ = nullptr;  // valid during a parse
     bool sawFatalError_ = false;

@@ -1,15 +1,14 @@
 #include "plugin/xml/SessionXMLReader.h"
 
 #include <boost/thread/lock_guard.hpp>
-#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/XMLException.hpp>
-#include <xercesc/util/XMLUni.hpp>
 
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Trace.h"
 #include "plugin/xml/SessionInputSource.h"
+#include "plugin/xml/SessionParser.h"
 #include "plugin/xml/XercesPlatform.h"
 
 namespace tses {
@@ -24,23 +23,9 @@ void TraceLibraryMessage(const XMLCh* message) {
 
 SessionXMLReader::SessionXMLReader(SAXContentHandler* contentHandler, SAXErrorHandler* errorHandler)
     : handler_(contentHandler, errorHandler) {
-    if (!IsXercesStarted()) {
-        return;
+    if (IsXercesStarted()) {
+        parser_ = std::make_unique<SessionParser>(handler_);
     }
-    parser_ = std::make_unique<xercesc::SAX2XMLReaderImpl>();
-    // The scanner that knows no schemas gives the same events for a document without a document
-    // type, but for the namespaces of end tags, in 0.82 to 0.87 of the default one's time.
-    parser_->setProperty(xercesc::XMLUni::fgXercesScannerName,
-                         const_cast<XMLCh*>(xercesc::XMLUni::fgDGXMLScanner));
-    parser_->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
-    parser_->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, true);
-    parser_->setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
-    // Declarations of namespaces stand among the attributes then, and the handler passes over them:
-    // to leave them out the parser would copy all attributes of each tag, in 0.02 of its time.
-    parser_->setFeature(xercesc::XMLUni::fgSAX2CoreNameSpacePrefixes, true);
-    parser_->setContentHandler(&handler_);
-    parser_->setErrorHandler(&handler_);
-    parser_->setLexicalHandler(&handler_);
 }
 
 SessionXMLReader::~SessionXMLReader() = default;

@@ -9,11 +9,9 @@
 #include "plugin/xml/SessionInputSource.h"
 #include "plugin/xml/SessionXMLDefaultHandler.h"
 
-namespace xercesc_3_2 {
-class SAX2XMLReaderImpl;
-}
-
 namespace tses {
+
+class SessionParser;
 
 /// The trace category of everything that goes wrong while a document is read.
 inline constexpr std::string_view kReaderTraceCategory = "app::XMLReader";
@@ -37,7 +35,7 @@ private:
 
     SessionXMLDefaultHandler handler_;
     std::list<SessionInputSource> sources_;  // of all parses; they outlive the parser
-    std::unique_ptr<xercesc_3_2::SAX2XMLReaderImpl> parser_;
+    std::unique_ptr<SessionParser> parser_;
     boost::recursive_mutex lock_;
 };
 

@@ -70,6 +70,38 @@ TEST_F(SessionXMLReaderTest, ThePrefixThatNeedsNoDeclarationIsAPrefixToo) {
     EXPECT_EQ(events.lines.at(1), "<a||a id=plain lang=en xmlfoo=x");
 }
 
+TEST_F(SessionXMLReaderTest, ElementsOfNamespacesAndOthersMayStandInEachOther) {
+    EXPECT_TRUE(
+        ParseText("<a>1<p:b xmlns:p='u' p:k='v'>2<c d='3'/>4<e>5</e></p:b>6<f xml:k='7'/>"
+                  "<g xmlns='w'><h/></g><i>8<j/></i></a>"));
+    EXPECT_EQ(events.lines, (std::vector<std::string>{"start of document",
+                                                      "<a||a",
+                                                      "'1'",
+                                                      "<b|u|p:b k=v",
+                                                      "'2'",
+                                                      "<c||c d=3",
+                                                      ">c||c",
+                                                      "'4'",
+                                                      "<e||e",
+                                                      "'5'",
+                                                      ">e||e",
+                                                      ">b|u|p:b",
+                                                      "'6'",
+                                                      "<f||f k=7",
+                                                      ">f||f",
+                                                      "<g|w|g",
+                                                      "<h|w|h",
+                                                      ">h|w|h",
+                                                      ">g|w|g",
+                                                      "<i||i",
+                                                      "'8'",
+                                                      "<j||j",
+                                                      ">j||j",
+                                                      ">i||i",
+                                                      ">a||a",
+                                                      "end of document"}));
+}
+
 TEST_F(SessionXMLReaderTest, DeclarationsOfNamespacesAreNoAttributes) {
     EXPECT_TRUE(ParseText("<a xmlns='urn:x' b='1' xmlns:p='urn:y'><c d='2'/></a>"));
     EXPECT_EQ(events.lines.at(1), "<a|urn:x|a b=1");
