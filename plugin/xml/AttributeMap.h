@@ -51,7 +51,7 @@ public:
     bool empty() const { return attributes_.empty(); }
 
 private:
-    static constexpr std::size_t kUsualCount = 16;
+    static constexpr std::size_t kUsualCount = 16;  // as many as the largest elements have
 
     std::vector<Attribute> attributes_;
 };

@@ -48,8 +48,8 @@ bool Exists(const std::u16string& path) {
 /// Leaves the file's path in `absolutePath`: the absolute one, unless only the relative one leads
 /// to a file. Where neither does, the absolute one stands: it tells people what is missing.
 void ChoosePath(FileRecord& record, const std::u16string& sessionPath) {
-    // Mostly both are one path, and it makes no difference then whether there is a file: to ask the
-    // system twice would take longer than the rest of the element.
+    // Mostly both are one path, and it makes no difference then whether there is a file: two calls
+    // of the system are spared.
     if (kelcore::LeadsPlainlyTo(record.absolutePath, record.relativePath, sessionPath)) {
         return;
     }

@@ -54,6 +54,19 @@ TEST(AttributeMap, AnEmptyValueIsThereUnlessItIsToBeLeftOut) {
               (std::map<std::u16string, std::u16string>{{u"id", u"1"}, {u"name", u""}}));
 }
 
+TEST(AttributeMap, TakesMoreThanAnyElementHas) {
+    std::vector<std::u16string> names;
+    for (char16_t letter = u'a'; letter <= u'z'; ++letter) {
+        names.push_back({letter, letter});
+    }
+    AttributeMap map;
+    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+        map.Set(*name, *name + u"!");
+    }
+    EXPECT_EQ(NamesOf(map), names);
+    EXPECT_EQ(Content(map).at(u"qq"), u"qq!");
+}
+
 TEST(AttributeMap, EveryOrderOfInsertionGivesTheSameMap) {
     const std::vector<std::u16string> sorted = {u"A", u"a", u"aa", u"b"};
     std::vector<std::u16string> order = sorted;
