@@ -2,8 +2,10 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <future>
 #include <map>
 #include <optional>
+#include <stop_token>
 #include <string>
 
 #include "cli/Messages.h"
@@ -81,6 +83,25 @@ bool CarriesEverything(const SessionFile& file, const toolkit::DocumentScan& sca
     return scan.notCarriedCount == 0;
 }
 
+/// A scan beside the plug-in's read of the same file, so that both together take the time of one.
+/// It ends with the read if that fails: what the plug-in refuses is not parsed by others either.
+class ScanBesideRead {
+public:
+    explicit ScanBesideRead(const std::string& path)
+        : scan_(std::async(toolkit::ScanDocument, path, toolkit::kNotCarriedLimit,
+                           stop_.get_token())) {}
+    ~ScanBesideRead() { stop_.request_stop(); }
+    ScanBesideRead(const ScanBesideRead&) = delete;
+    ScanBesideRead& operator=(const ScanBesideRead&) = delete;
+
+    /// Waits for its end. To be called once.
+    toolkit::DocumentScan Result() { return scan_.get(); }
+
+private:
+    std::stop_source stop_;
+    std::future<toolkit::DocumentScan> scan_;  // waits in its destructor
+};
+
 std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name, bool lossy) {
     const SessionFile file(name);
     ProgressBar bar("reading " + file.Name());
@@ -88,14 +109,16 @@ std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name
     options.progress = [&](const refhost::Progress& progress) {
         bar.Update(progress.done, progress.total);
     };
+    std::optional<ScanBesideRead> scan(file.Path());
     refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath(), options);
     if (read.result != tses::SessionResult::Ok) {
+        scan.reset();
         for (const Message& message : ExplainRefusal(file, read.messages)) {
             Complain(message);
         }
         return std::nullopt;
     }
-    if (!CarriesEverything(file, toolkit::ScanDocument(file.Path())) && !lossy) {
+    if (!CarriesEverything(file, scan->Result()) && !lossy) {
         return Refuse({.subject = file.Name(),
                        .what = "not converted",
                        .advice = "nothing was written, because the content named above would be "

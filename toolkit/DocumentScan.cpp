@@ -4,11 +4,12 @@
 #include <set>
 #include <string_view>
 #include <utility>
-#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/sax/InputSource.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/sax2/Attributes.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/util/BinMemInputStream.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
@@ -29,6 +30,34 @@ public:
     ~LibraryUse() { xercesc::XMLPlatformUtils::Terminate(); }
     LibraryUse(const LibraryUse&) = delete;
     LibraryUse& operator=(const LibraryUse&) = delete;
+};
+
+/// The document, which ends early for a parser that is to stop.
+class ContentSource final : public xercesc::InputSource {
+public:
+    ContentSource(std::string_view content, const std::stop_token& stop)
+        : InputSource(u"session"), content_(content), stop_(stop) {}
+
+    xercesc::BinInputStream* makeStream() const override { return new Stream(content_, stop_); }
+
+private:
+    class Stream final : public xercesc::BinMemInputStream {
+    public:
+        Stream(std::string_view content, const std::stop_token& stop)
+            : BinMemInputStream(reinterpret_cast<const XMLByte*>(content.data()), content.size(),
+                                BufOpt_Reference),
+              stop_(stop) {}
+
+        XMLSize_t readBytes(XMLByte* block, XMLSize_t size) override {
+            return stop_.stop_requested() ? 0 : BinMemInputStream::readBytes(block, size);
+        }
+
+    private:
+        const std::stop_token& stop_;
+    };
+
+    std::string_view content_;
+    const std::stop_token& stop_;
 };
 
 std::u16string_view ViewOf(const XMLCh* text) {
@@ -91,9 +120,8 @@ public:
         parser_.setLexicalHandler(this);
     }
 
-    void Run() {
-        const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(content_.data()),
-                                                content_.size(), u"session");
+    void Run(const std::stop_token& stop) {
+        const ContentSource source(content_, stop);
         try {
             parser_.parse(source);
         } catch (const Ended&) {
@@ -292,9 +320,10 @@ Problem NotUtf8(std::string_view content, std::size_t offset) {
     return {place, "not UTF-8", "save it as UTF-8, or let the XML declaration state its encoding"};
 }
 
-void ScanContent(std::string_view content, std::size_t limit, DocumentScan& result) {
+void ScanContent(std::string_view content, std::size_t limit, const std::stop_token& stop,
+                 DocumentScan& result) {
     const LibraryUse library;
-    Scanner(content, limit, result).Run();
+    Scanner(content, limit, result).Run(stop);
     if (result.problem) {
         // The parser decodes ahead of where it reads, so that it does not know where that fails.
         if (const auto offset = FindMalformedUtf8(content)) {
@@ -305,15 +334,18 @@ void ScanContent(std::string_view content, std::size_t limit, DocumentScan& resu
 
 }  // namespace
 
-DocumentScan ScanDocument(const std::string& path, std::size_t limit) {
+DocumentScan ScanDocument(const std::string& path, std::size_t limit, const std::stop_token& stop) {
     DocumentScan result;
-    auto content = ReadFileContent(path);
+    auto content = ReadFileContent(path, stop);
     if (auto* const problem = std::get_if<Problem>(&content)) {
         result.problem = std::move(*problem);
     } else if (std::get<std::string>(content).empty()) {
         result.problem = Problem{{}, "the file is empty", "not a session file"};
     } else {
-        ScanContent(std::get<std::string>(content), limit, result);
+        ScanContent(std::get<std::string>(content), limit, stop, result);
+    }
+    if (stop.stop_requested()) {
+        result.problem.reset();
     }
     return result;
 }

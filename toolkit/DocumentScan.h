@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,9 @@ inline constexpr std::size_t kNotCarriedLimit = 20;
 ///
 /// Starts and stops the XML library, which counts its starts: the plug-in may be loaded or not.
 /// @param path  of the file, as the system's calls take it
-DocumentScan ScanDocument(const std::string& path, std::size_t limit = kNotCarriedLimit);
+/// @param stop  ends the scan before the next block of the file; it then tells what it found until
+///              there, and of no problem
+DocumentScan ScanDocument(const std::string& path, std::size_t limit = kNotCarriedLimit,
+                          const std::stop_token& stop = {});
 
 }  // namespace toolkit

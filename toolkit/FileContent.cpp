@@ -51,24 +51,29 @@ Problem NotRegular(mode_t mode) {
     return {{}, kind, "put its content into a file first"};
 }
 
-std::variant<std::string, Problem> ReadAll(int descriptor) {
+/// @param size  what to expect; the file may have grown or shrunk since
+std::variant<std::string, Problem> ReadAll(int descriptor, std::size_t size,
+                                           const std::stop_token& stop) {
     std::string content;
+    content.reserve(size);
     std::array<char, 1 << 16> block;
-    for (;;) {
+    while (!stop.stop_requested()) {
         const ssize_t got = ::read(descriptor, block.data(), block.size());
         if (got > 0) {
             content.append(block.data(), static_cast<std::size_t>(got));
         } else if (got == 0) {
-            return content;
+            break;
         } else if (errno != EINTR) {
             return SystemProblem(errno);
         }
     }
+    return content;
 }
 
 }  // namespace
 
-std::variant<std::string, Problem> ReadFileContent(const std::string& path) {
+std::variant<std::string, Problem> ReadFileContent(const std::string& path,
+                                                   const std::stop_token& stop) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) {
         return SystemProblem(errno);
@@ -83,7 +88,7 @@ std::variant<std::string, Problem> ReadFileContent(const std::string& path) {
     if (!S_ISREG(status.st_mode)) {
         return NotRegular(status.st_mode);
     }
-    return ReadAll(file.Number());
+    return ReadAll(file.Number(), static_cast<std::size_t>(status.st_size), stop);
 }
 
 }  // namespace toolkit

@@ -1,16 +1,34 @@
 #include "platform/kelcore/Trace.h"
 
-#include <spdlog/details/log_msg.h>
-#include <spdlog/sinks/stdout_sinks.h>
+#include <time.h>
 
+#include <chrono>
+#include <iomanip>
+#include <iostream>
 #include <memory>
 #include <mutex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <utility>
 
 namespace kelcore::trace {
 namespace {
+
+/// "[14:03:59.042] category: text", in local time.
+std::string StandardErrorLine(std::string_view category, std::string_view text) {
+    using std::chrono::system_clock;
+    const system_clock::time_point now = system_clock::now();
+    const std::time_t seconds = system_clock::to_time_t(now);
+    const auto fraction = now - std::chrono::floor<std::chrono::seconds>(now);
+    std::tm local{};
+    ::localtime_r(&seconds, &local);
+    std::ostringstream line;
+    line << '[' << std::put_time(&local, "%H:%M:%S") << '.' << std::setw(3) << std::setfill('0')
+         << std::chrono::floor<std::chrono::milliseconds>(fraction).count() << "] " << category
+         << ": " << text << '\n';
+    return std::move(line).str();
+}
 
 class State {
 public:
@@ -53,19 +71,15 @@ public:
         if (output) {
             (*output)(category, text);
         } else {
-            standardError_.log({spdlog::string_view_t(category.data(), category.size()),
-                                spdlog::level::debug,
-                                spdlog::string_view_t(text.data(), text.size())});
+            // In one piece, so that lines of several threads do not mix.
+            std::cerr << StandardErrorLine(category, text);
         }
     }
 
 private:
-    State() { standardError_.set_pattern("[%H:%M:%S.%e] %n: %v"); }
-
     std::mutex mutex_;
     std::set<std::string, std::less<>> enabled_;
     std::shared_ptr<const Output> output_;
-    spdlog::sinks::stderr_sink_mt standardError_;
 };
 
 }  // namespace

@@ -31,8 +31,7 @@ PROJECT_RULES = (
 # named are everybody's.
 LIBRARY_RULES = (
     (r"xercesc/", (r"platform/kelcore/BinaryText\.cpp", r"plugin/xml/.*", r"toolkit/DocumentScan\.cpp", r"tests/.*", r"bench/.*")),
-    (r"boost/", (r"platform/.*", r"plugin/.*", r"reference_host/.*", r"tests/.*")),
-    (r"spdlog/", (r"platform/.*", r"tests/.*")),
+    (r"boost/", (r"plugin/.*", r"reference_host/.*", r"tests/.*")),
     (r"nlohmann/", (r"reference_host/.*", r"toolkit/.*", r"cli/.*", r"tests/.*", r"bench/.*")),
     (r"CLI/", (r"cli/.*", r"bench/.*")),
     (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),

@@ -9,6 +9,7 @@
 
 #include "platform/kelcore/Strings.h"
 #include "tests/support/TemporaryFolder.h"
+#include "toolkit/FileContent.h"
 
 namespace toolkit {
 
@@ -86,6 +87,17 @@ TEST_F(DocumentScanTest, APipeIsNotOpened) {
     const DocumentScan scan = ScanDocument(pipe);
     ASSERT_TRUE(scan.problem);
     EXPECT_EQ(scan.problem->what, "this is a pipe");
+}
+
+TEST_F(DocumentScanTest, AScanThatIsToStopTellsOfNothingBehindThat) {
+    std::stop_source stop;
+    const std::string lossy = folder_.Write("a.orvo", "<orvo><a/>").string();
+    EXPECT_TRUE(ScanDocument(lossy, toolkit::kNotCarriedLimit, stop.get_token()).problem);
+    stop.request_stop();
+    const DocumentScan scan = ScanDocument(lossy, toolkit::kNotCarriedLimit, stop.get_token());
+    EXPECT_FALSE(scan.problem);
+    EXPECT_EQ(scan.notCarriedCount, 0u);
+    EXPECT_EQ(std::get<std::string>(toolkit::ReadFileContent(lossy, stop.get_token())), "");
 }
 
 TEST_F(DocumentScanTest, AnEmptyFileIsNamedAsSuch) {

@@ -12,8 +12,8 @@ namespace kelcore::trace {
 namespace {
 
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::IsEmpty;
+using testing::MatchesRegex;
 
 class TraceTest : public testing::Test {
 protected:
@@ -62,7 +62,9 @@ TEST_F(TraceTest, WithoutOutputLinesGoToStandardError) {
     testing::internal::CaptureStderr();
     Write("test::A", "to {} standard error %s");
     const std::string captured = testing::internal::GetCapturedStderr();
-    EXPECT_THAT(captured, EndsWith("test::A: to {} standard error %s\n"));
+    EXPECT_THAT(captured,
+                MatchesRegex("\\[[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}\\] test::A: to \\{\\} "
+                             "standard error %s\n"));
     EXPECT_THAT(lines_, IsEmpty());
 }
 
