@@ -280,6 +280,14 @@ TEST_F(DocumentScanTest, APrefixIsIgnoredUnlessItHidesTheAttribute) {
                 ElementsAre("1:46: the attribute x:id of <file>"));
 }
 
+TEST_F(DocumentScanTest, ADeclarationOfANamespaceIsNeitherALossNorAnId) {
+    EXPECT_THAT(Losses("<orvo xmlns='urn:s'><files xmlns:f='urn:f'>"
+                       "<f:file xmlns:id='urn:i' id='1'/></files></orvo>"),
+                IsEmpty());
+    EXPECT_THAT(Losses("<orvo><files><file xmlns:id='1'/></files></orvo>"),
+                ElementsAre("1:14: <file> without an id"));
+}
+
 TEST_F(DocumentScanTest, OfTwoIdsWithAPrefixTheLastCountsUnlessOneIsWithout) {
     EXPECT_THAT(
         Losses("<orvo xmlns:x='u' xmlns:y='v'><files>"

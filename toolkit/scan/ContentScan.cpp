@@ -1,0 +1,327 @@
+#include "toolkit/scan/ContentScan.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+#include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include "platform/kelcore/Numbers.h"
+#include "platform/kelcore/Strings.h"
+#include "toolkit/SessionContent.h"
+#include "toolkit/TextPlaces.h"
+#include "toolkit/scan/ContentSource.h"
+#include "toolkit/scan/ScannedAttributes.h"
+
+namespace toolkit {
+namespace {
+
+class LibraryUse {
+public:
+    LibraryUse() { xercesc::XMLPlatformUtils::Initialize(); }
+    ~LibraryUse() { xercesc::XMLPlatformUtils::Terminate(); }
+    LibraryUse(const LibraryUse&) = delete;
+    LibraryUse& operator=(const LibraryUse&) = delete;
+};
+
+bool IsWhiteSpace(std::u16string_view text) {
+    return text.find_first_not_of(u" \t\r\n\u0085\u2028") == std::u16string_view::npos;
+}
+
+std::string Tag(std::u16string_view name) {
+    return "<" + kelcore::UTF16to8(name) + ">";
+}
+
+/// A text in quotes, on one line and short enough for a message.
+std::string Quoted(std::u16string_view text) {
+    constexpr std::size_t kLongest = 40;
+    std::u16string shown(text.substr(0, kLongest));
+    std::replace_if(
+        shown.begin(), shown.end(),
+        [](char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }, u' ');
+    return "\"" + kelcore::UTF16to8(shown) + (text.size() > kLongest ? "...\"" : "\"");
+}
+
+/// As deep as the plug-in reads.
+constexpr std::size_t kDeepest = 256;
+
+/// Where a tag ends, which is what the parser tells.
+struct TagEnd {
+    Place place;         ///< behind the tag
+    std::size_t offset;  ///< the same in bytes
+};
+
+/// Where a tag begins. To be asked only for tags that are told of: it looks for the place.
+Place BeginOf(const TagEnd& end, std::string_view document) {
+    const std::size_t begin = HasByteSizedMarkup(document)
+                                  ? document.substr(0, end.offset).rfind('<')
+                                  : std::string_view::npos;
+    if (begin == std::string_view::npos) {
+        return end.place;
+    }
+    return {end.place.line - CountLineEnds(document.substr(begin, end.offset - begin)),
+            ColumnOf(document, begin)};
+}
+
+class Scanner final : public xercesc::DefaultHandler {
+public:
+    Scanner(std::string_view content, std::size_t limit, Places places, DocumentScan& result)
+        : content_(content), limit_(limit), places_(places), result_(result), parser_(*this) {
+        // The same events for a document without a document type, in less time.
+        parser_.setProperty(xercesc::XMLUni::fgXercesScannerName,
+                            const_cast<XMLCh*>(xercesc::XMLUni::fgDGXMLScanner));
+        parser_.setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
+        parser_.setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, true);
+        parser_.setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
+        parser_.setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
+        parser_.setFeature(xercesc::XMLUni::fgXercesCalculateSrcOfs, places == Places::Known);
+        parser_.setContentHandler(this);
+        parser_.setErrorHandler(this);
+        parser_.setLexicalHandler(this);
+    }
+
+    void Run(const std::stop_token& stop) {
+        const ContentSource source(content_, stop);
+        try {
+            parser_.parse(source);
+        } catch (const Ended&) {
+            return;
+        } catch (const xercesc::XMLException& failure) {
+            NotWellFormed({}, failure.getMessage());
+        }
+    }
+
+    void setDocumentLocator(const xercesc::Locator* locator) override { locator_ = locator; }
+
+    void startDTD(const XMLCh*, const XMLCh*, const XMLCh*) override {
+        End({BeginOfTag(), "a document type declaration", "a session file has none"});
+    }
+
+    void StartElement(std::u16string_view name, const ScannedAttributes& attributes) {
+        if (open_.empty() && name != kRootElement) {
+            End({BeginOfTag(), "the root element is " + Tag(name) + ", not " + Tag(kRootElement),
+                 "not a session file"});
+        }
+        if (open_.size() + lost_.depth > kDeepest) {
+            End({BeginOfTag(), "elements nested too deep",
+                 "a session nests fewer than 256 levels"});
+        }
+        if (lost_.depth != 0) {
+            ++lost_.depth;
+            ++lost_.elements;
+            return;
+        }
+        const CarriedElement* const row = FindRow(name);
+        if (row == nullptr) {
+            lost_ = {std::u16string(name), Here(), 1, 0};
+            return;
+        }
+        CheckOccurrence(*row, attributes);
+        CheckAttributes(*row, attributes);
+        open_.push_back({row, Here()});
+    }
+
+    void EndElement() {
+        if (lost_.depth == 0) {
+            open_.pop_back();
+        } else if (--lost_.depth == 0) {
+            EndLost();
+        }
+    }
+
+    void Characters(std::u16string_view text) {
+        if (lost_.depth != 0 || open_.empty() || open_.back().row->hasText ||
+            open_.back().textReported || IsWhiteSpace(text)) {
+            return;
+        }
+        open_.back().textReported = true;
+        Report(open_.back().tag, "text in " + Tag(open_.back().row->name));
+    }
+
+    void error(const xercesc::SAXParseException& exception) override { fatalError(exception); }
+
+    void fatalError(const xercesc::SAXParseException& exception) override {
+        NotWellFormed({exception.getLineNumber(), exception.getColumnNumber()},
+                      exception.getMessage());
+        throw Ended();
+    }
+
+private:
+    /// Ends the parse from within a callback.
+    struct Ended {};
+
+    /// The library's SAX2 parser, but that tags and texts come as its scanner has them. To hand
+    /// them on by the calls of SAX2 took a tenth of a scan.
+    class Parser final : public xercesc::SAX2XMLReaderImpl {
+    public:
+        explicit Parser(Scanner& scanner) : scanner_(scanner) {}
+
+        void startElement(const xercesc::XMLElementDecl& declaration, unsigned int /*uri*/,
+                          const XMLCh* /*prefix*/, const ScannedAttributes::List& attributes,
+                          XMLSize_t count, bool isEmpty, bool /*isRoot*/) override {
+            scanner_.StartElement(ViewOf(declaration.getBaseName()), {attributes, count});
+            if (isEmpty) {
+                scanner_.EndElement();
+            }
+        }
+        void endElement(const xercesc::XMLElementDecl& /*declaration*/, unsigned int /*uri*/,
+                        bool /*isRoot*/, const XMLCh* /*prefix*/) override {
+            scanner_.EndElement();
+        }
+        void docCharacters(const XMLCh* text, XMLSize_t length, bool /*isSection*/) override {
+            scanner_.Characters({text, length});
+        }
+
+    private:
+        Scanner& scanner_;
+    };
+
+    struct OpenElement {
+        const CarriedElement* row;
+        TagEnd tag;
+        const CarriedElement* latest = nullptr;            // of its children
+        std::vector<const CarriedElement*> seenOnce = {};  // of its children
+        bool textReported = false;
+    };
+
+    /// The outermost element that is not carried, while the scan is inside it.
+    struct LostElement {
+        std::u16string name;
+        TagEnd tag{};
+        std::size_t depth = 0;
+        std::size_t elements = 0;
+    };
+
+    TagEnd Here() const {
+        if (places_ == Places::Unknown) {
+            return {};
+        }
+        return {{locator_->getLineNumber(), locator_->getColumnNumber()},
+                static_cast<std::size_t>(parser_.getSrcOffset())};
+    }
+
+    Place BeginOf(const TagEnd& tag) const {
+        return places_ == Places::Known ? toolkit::BeginOf(tag, content_) : Place{};
+    }
+    Place BeginOfTag() const { return BeginOf(Here()); }
+
+    /// Elements of one kind stand together, so that the kind of the one before is tried first.
+    const CarriedElement* FindRow(std::u16string_view name) {
+        if (open_.empty()) {
+            return FindCarriedElement(name, u"");
+        }
+        OpenElement& parent = open_.back();
+        if (parent.latest == nullptr || parent.latest->name != name) {
+            parent.latest = FindCarriedElement(name, parent.row->scope);
+        }
+        return parent.latest;
+    }
+
+    void Report(const TagEnd& tag, std::string what) {
+        if (result_.notCarriedCount++ < limit_) {
+            result_.notCarried.push_back({BeginOf(tag), std::move(what)});
+        }
+    }
+
+    [[noreturn]] void End(Problem problem) {
+        result_.problem = std::move(problem);
+        throw Ended();
+    }
+
+    void NotWellFormed(Place place, const XMLCh* message) {
+        result_.problem = Problem{place, "not well-formed XML", kelcore::UTF16to8(ViewOf(message))};
+    }
+
+    void EndLost() {
+        std::string what = Tag(lost_.name) + " in " + Tag(open_.back().row->name);
+        if (lost_.elements != 0) {
+            what += " with " + std::to_string(lost_.elements) +
+                    (lost_.elements == 1 ? " element in it" : " elements in it");
+        }
+        Report(lost_.tag, std::move(what));
+    }
+
+    void CheckOccurrence(const CarriedElement& row, const ScannedAttributes& attributes) {
+        if (open_.empty()) {
+            return;
+        }
+        if (row.occurrence == Occurrence::Once) {
+            auto& seen = open_.back().seenOnce;
+            if (std::find(seen.begin(), seen.end(), &row) != seen.end()) {
+                Report(Here(), "a second " + Tag(row.name));
+            }
+            seen.push_back(&row);
+        } else if (row.occurrence == Occurrence::ById) {
+            CheckId(row, attributes);
+        }
+    }
+
+    void CheckId(const CarriedElement& row, const ScannedAttributes& attributes) {
+        kelcore::uint32 id = kNoId;
+        kelcore::StringToNumber(IdText(attributes), id);
+        if (id == kNoId) {
+            Report(Here(), Tag(row.name) + " without an id");
+        } else if (!ids_.insert({&row, id}).second) {
+            Report(Here(), "a second " + Tag(row.name) + " with id " + std::to_string(id));
+        }
+    }
+
+    void CheckAttributes(const CarriedElement& row, const ScannedAttributes& attributes) {
+        for (XMLSize_t i = 0; i < attributes.Count(); ++i) {
+            const xercesc::XMLAttr& attribute = attributes.At(i);
+            if (ScannedAttributes::DeclaresNamespace(attribute)) {
+                continue;
+            }
+            const std::u16string_view name = ScannedAttributes::LocalName(attribute);
+            const CarriedAttribute* const carried = FindCarriedAttribute(row, name);
+            const std::u16string_view value = ViewOf(attribute.getValue());
+            if (carried == nullptr || attributes.HidesBehindAnother(i)) {
+                Report(Here(), "the attribute " +
+                                   kelcore::UTF16to8(ScannedAttributes::QualifiedName(attribute)) +
+                                   " of " + Tag(row.name));
+            } else if (!IsCarriedValue(carried->kind, value)) {
+                Report(Here(), "the value " + Quoted(value) + " of the attribute " +
+                                   kelcore::UTF16to8(name) + " of " + Tag(row.name));
+            }
+        }
+    }
+
+    static std::u16string_view IdText(const ScannedAttributes& attributes) {
+        for (XMLSize_t i = 0; i < attributes.Count(); ++i) {
+            const xercesc::XMLAttr& attribute = attributes.At(i);
+            if (ScannedAttributes::LocalName(attribute) == u"id" &&
+                !ScannedAttributes::DeclaresNamespace(attribute) &&
+                !attributes.HidesBehindAnother(i)) {
+                return ViewOf(attribute.getValue());
+            }
+        }
+        return {};
+    }
+
+    std::string_view content_;
+    std::size_t limit_;
+    Places places_;
+    DocumentScan& result_;
+    Parser parser_;
+    const xercesc::Locator* locator_ = nullptr;
+    std::vector<OpenElement> open_;
+    LostElement lost_;
+    std::set<std::pair<const CarriedElement*, kelcore::uint32>> ids_;
+};
+
+}  // namespace
+
+DocumentScan ScanContent(std::string_view content, std::size_t limit, Places places,
+                         const std::stop_token& stop) {
+    const LibraryUse library;
+    DocumentScan result;
+    Scanner(content, limit, places, result).Run(stop);
+    return result;
+}
+
+}  // namespace toolkit

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string_view>
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/util/RefVectorOf.hpp>
+
+namespace toolkit {
+
+/// The parser's texts may be null.
+inline std::u16string_view ViewOf(const XMLCh* text) {
+    return text != nullptr ? std::u16string_view(text) : std::u16string_view();
+}
+
+/// The attributes of a tag as the parser has them, declarations of namespaces included.
+class ScannedAttributes {
+public:
+    using XMLAttr = xercesc::XMLAttr;
+    using List = xercesc::RefVectorOf<XMLAttr>;
+
+    ScannedAttributes(const List& list, XMLSize_t count) : list_(list), count_(count) {}
+
+    XMLSize_t Count() const { return count_; }
+    const XMLAttr& At(XMLSize_t index) const { return *list_.elementAt(index); }
+
+    static std::u16string_view LocalName(const XMLAttr& attribute) {
+        return ViewOf(attribute.getName());
+    }
+    static std::u16string_view QualifiedName(const XMLAttr& attribute) {
+        return ViewOf(attribute.getQName());
+    }
+    static bool HasPrefix(const XMLAttr& attribute) {
+        return !ViewOf(attribute.getPrefix()).empty();
+    }
+    static bool DeclaresNamespace(const XMLAttr& attribute) {
+        constexpr std::u16string_view kDeclaration = u"xmlns";
+        return ViewOf(attribute.getPrefix()) == kDeclaration ||
+               QualifiedName(attribute) == kDeclaration;
+    }
+
+    /// A prefix is ignored on reading, so of two attributes with one local name only one counts:
+    /// the one without a prefix, or else the last.
+    bool HidesBehindAnother(XMLSize_t index) const {
+        if (!HasPrefix(At(index))) {
+            return false;
+        }
+        for (XMLSize_t i = 0; i < count_; ++i) {
+            const XMLAttr& other = At(i);
+            const bool same =
+                i != index && !DeclaresNamespace(other) && LocalName(other) == LocalName(At(index));
+            if (same && (i > index || !HasPrefix(other))) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    const List& list_;
+    XMLSize_t count_;
+};
+
+}  // namespace toolkit
