@@ -125,10 +125,14 @@ WriteOutcome SerializerFixture::WriteWithFault(const refhost::model::Session& se
     return WriteBy(faulty, Path(), session, {});
 }
 
-WriteOutcome SerializerFixture::WriteWithNodes(const refhost::model::Session& session,
-                                               tses::NodeMaker makeNodes) {
+std::vector<WriteOutcome> SerializerFixture::WriteWithNodes(
+    const std::vector<refhost::model::Session>& sessions, tses::NodeMaker makeNodes) {
     tses::Serializer other({}, makeNodes);
-    return WriteBy(other, Path(), session, {});
+    std::vector<WriteOutcome> outcomes;
+    for (const refhost::model::Session& session : sessions) {
+        outcomes.push_back(WriteBy(other, Path(), session, {}));
+    }
+    return outcomes;
 }
 
 std::vector<std::string> SerializerFixture::CallsOf(const std::vector<std::string>& calls,

@@ -63,8 +63,10 @@ protected:
                          const HostSetup& host = {});
     /// The same by a serializer whose writer fails at one of its operations.
     WriteOutcome WriteWithFault(const refhost::model::Session& session, std::size_t atOperation);
-    /// The same by a serializer that makes the document's nodes in that way.
-    WriteOutcome WriteWithNodes(const refhost::model::Session& session, tses::NodeMaker makeNodes);
+    /// The same for one session after the other, by a serializer that makes the document's nodes in
+    /// that way.
+    std::vector<WriteOutcome> WriteWithNodes(const std::vector<refhost::model::Session>& sessions,
+                                             tses::NodeMaker makeNodes);
 
     std::u16string Path() const;
 
