@@ -31,8 +31,6 @@ ROOT = os.path.abspath(os.path.join(os.path.dirname(__file__), "../.."))
 NEEDED_SHARE = 0.9
 SLOW_TEST_SECONDS = 0.05
 MEMORY_BYTES = 4 << 30
-LIBRARY = "lib/OrvoNative.so"
-PLATFORM = "lib/libkelplatform.so"
 # In the order in which they are tried; the slow ones of the first come last.
 PROGRAMS = ("plugin_tests", "plugin_entry_tests", "reference_host_tests", "recorder_tests", "toolkit_tests",
             "platform_tests", "docs_tests", "plugin_character_tests")
@@ -184,10 +182,11 @@ class Proof:
     def __init__(self, build, folder, jobs):
         self.build = build
         self.pristine = os.path.join(folder, "pristine")
-        for output in (LIBRARY, PLATFORM, *(f"bin/{program}" for program in PROGRAMS)):
-            copy = os.path.join(self.pristine, output)
-            os.makedirs(os.path.dirname(copy), exist_ok=True)
-            shutil.copy2(os.path.join(build.folder, output), copy)
+        shutil.copytree(os.path.join(build.folder, "lib"), os.path.join(self.pristine, "lib"),
+                        ignore=shutil.ignore_patterns("*.a"))
+        os.makedirs(os.path.join(self.pristine, "bin"))
+        for program in PROGRAMS:
+            shutil.copy2(os.path.join(build.folder, "bin", program), os.path.join(self.pristine, "bin"))
         self.trials = queue.SimpleQueue()
         for number in range(jobs):
             self.trials.put(Trial(build, os.path.join(folder, f"trial-{number}"), self.pristine))
