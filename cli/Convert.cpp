@@ -67,8 +67,12 @@ std::nullopt_t Refuse(const Message& message) {
     return std::nullopt;
 }
 
-/// Names what would be lost. True if nothing would.
+/// Names what would be lost, or why that cannot be said. True if nothing would.
 bool CarriesEverything(const SessionFile& file, const toolkit::DocumentScan& scan) {
+    if (scan.problem) {
+        Complain(ToMessage(file.Name(), *scan.problem));
+        return false;
+    }
     for (const toolkit::NotCarried& loss : scan.notCarried) {
         Complain({.subject = file.Name(),
                   .place = loss.place,
@@ -84,20 +88,31 @@ bool CarriesEverything(const SessionFile& file, const toolkit::DocumentScan& sca
 }
 
 /// A scan beside the plug-in's read of the same file, so that both together take the time of one.
-/// It ends with the read if that fails: what the plug-in refuses is not parsed by others either.
+/// It ends soon after the read if that fails: what the plug-in refuses is not parsed to its end.
 class ScanBesideRead {
 public:
     explicit ScanBesideRead(const std::string& path)
-        : scan_(std::async(toolkit::ScanDocument, path, toolkit::kNotCarriedLimit,
+        : path_(path),
+          identity_(toolkit::IdentityOf(path)),
+          scan_(std::async(toolkit::ScanDocument, path, toolkit::kNotCarriedLimit,
                            stop_.get_token())) {}
     ~ScanBesideRead() { stop_.request_stop(); }
     ScanBesideRead(const ScanBesideRead&) = delete;
     ScanBesideRead& operator=(const ScanBesideRead&) = delete;
 
-    /// Waits for its end. To be called once.
-    toolkit::DocumentScan Result() { return scan_.get(); }
+    /// Waits for its end; to be called once, after the read. A file that is another one by now may
+    /// have been so to one of the two already, which is a problem.
+    toolkit::DocumentScan Result() {
+        toolkit::DocumentScan scan = scan_.get();
+        if (!scan.problem && toolkit::IdentityOf(path_) != identity_) {
+            scan.problem = {{}, "was changed while it was read", "try again"};
+        }
+        return scan;
+    }
 
 private:
+    std::string path_;
+    std::optional<toolkit::FileIdentity> identity_;
     std::stop_source stop_;
     std::future<toolkit::DocumentScan> scan_;  // waits in its destructor
 };
@@ -121,8 +136,8 @@ std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name
     if (!CarriesEverything(file, scan->Result()) && !lossy) {
         return Refuse({.subject = file.Name(),
                        .what = "not converted",
-                       .advice = "nothing was written, because the content named above would be "
-                                 "lost; --lossy converts all the same"});
+                       .advice = "nothing was written, because of what is named above; --lossy "
+                                 "converts all the same"});
     }
     return std::move(read.session);
 }

@@ -80,6 +80,10 @@ int main(int argumentCount, char** arguments) {
     cli::ExitCode code = cli::ExitCode::Failure;
     try {
         code = RunTool(argumentCount, arguments);
+    } catch (const std::bad_alloc&) {
+        cli::Complain({.subject = {},
+                       .what = "there is not enough memory",
+                       .advice = "close other programs, or work on a smaller file"});
     } catch (const std::exception& failure) {
         cli::Complain({.subject = {}, .what = failure.what()});
     }

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <stdexcept>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "platform/kelcore/File.h"
@@ -40,8 +42,24 @@ std::u16string SessionFile::FullPath() const {
     return FullPathOf(path_);
 }
 
+namespace {
+
+/// To the system, what ".." leads to depends on links in front of it; to the plug-in, on the text
+/// alone.
+std::filesystem::path WithoutStepsBack(const std::filesystem::path& name) {
+    if (std::ranges::find(name, "..") == name.end()) {
+        return name;
+    }
+    std::error_code error;
+    const std::filesystem::path folder =
+        std::filesystem::weakly_canonical(name.parent_path(), error);
+    return error ? name : folder / name.filename();
+}
+
+}  // namespace
+
 std::u16string FullPathOf(const std::string& name) {
-    return kelcore::File(kelcore::PathFromBytes(name)).FullPath();
+    return kelcore::File(kelcore::PathFromBytes(WithoutStepsBack(name).string())).FullPath();
 }
 
 namespace {

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cerrno>
+#include <new>
 #include <system_error>
 
 namespace toolkit {
@@ -72,6 +73,18 @@ std::variant<std::string, Problem> ReadAll(int descriptor, std::size_t size,
 
 }  // namespace
 
+std::optional<FileIdentity> IdentityOf(const std::string& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) {
+        return std::nullopt;
+    }
+    return FileIdentity{.device = status.st_dev,
+                        .number = status.st_ino,
+                        .size = static_cast<kelcore::uint64>(status.st_size),
+                        .changedSeconds = status.st_mtim.tv_sec,
+                        .changedNanoseconds = status.st_mtim.tv_nsec};
+}
+
 std::variant<std::string, Problem> ReadFileContent(const std::string& path,
                                                    const std::stop_token& stop) {
     struct stat status {};
@@ -88,7 +101,11 @@ std::variant<std::string, Problem> ReadFileContent(const std::string& path,
     if (!S_ISREG(status.st_mode)) {
         return NotRegular(status.st_mode);
     }
-    return ReadAll(file.Number(), static_cast<std::size_t>(status.st_size), stop);
+    try {
+        return ReadAll(file.Number(), static_cast<std::size_t>(status.st_size), stop);
+    } catch (const std::bad_alloc&) {
+        return Problem{{}, "cannot be read", "it is larger than the memory that there is"};
+    }
 }
 
 }  // namespace toolkit

@@ -3,10 +3,12 @@
 #include <time.h>
 
 #include <chrono>
+#include <cstddef>
 #include <iomanip>
 #include <iostream>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <set>
 #include <sstream>
 #include <string>
@@ -32,9 +34,11 @@ std::string StandardErrorLine(std::string_view category, std::string_view text) 
 
 class State {
 public:
-    /// Never destroyed: a plug-in may trace while the process ends.
-    static State& Instance() {
-        static State& state = *new State;
+    /// Never destroyed: a plug-in may trace while the process ends. In memory of its own: the first
+    /// line may be about there being none.
+    static State& Instance() noexcept {
+        alignas(State) static std::byte room[sizeof(State)];
+        static State& state = *new (room) State;
         return state;
     }
 
@@ -92,8 +96,12 @@ void SetEnabled(std::string_view category, bool enabled) {
     State::Instance().SetEnabled(category, enabled);
 }
 
-void Write(std::string_view category, std::string_view text) {
-    State::Instance().Write(category, text);
+void Write(std::string_view category, std::string_view text) noexcept {
+    try {
+        State::Instance().Write(category, text);
+    } catch (...) {
+        // The line is lost.
+    }
 }
 
 void SetOutput(Output output) {

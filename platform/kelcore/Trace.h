@@ -11,8 +11,9 @@ bool IsEnabled(std::string_view category);
 void SetEnabled(std::string_view category, bool enabled);
 
 /// Writes one line (UTF-8) if the category is on. Lines go to standard error, with the time and the
-/// category in front, unless `SetOutput` was called.
-void Write(std::string_view category, std::string_view text);
+/// category in front, unless `SetOutput` was called. A line that cannot be written, for want of
+/// memory or because the output throws, is lost: to trace never fails.
+void Write(std::string_view category, std::string_view text) noexcept;
 
 /// Who receives the lines, on the thread that writes them, and on several at a time if several
 /// write. It may itself call every function here. An empty function restores standard error.

@@ -19,9 +19,20 @@ inline constexpr std::size_t kPrefixes = 256;
 /// them all to the end, at some 300 bytes each.
 inline constexpr std::size_t kNames = 1024;
 
+/// The UTF-16 units of each of those.
+inline constexpr std::size_t kNameUnits = 1024;
+
 /// The bytes of one tag or processing instruction. The parser builds all of a tag before it tells
 /// of it, at about ten times its size.
 inline constexpr kelcore::uint64 kTagBytes = 1024 * 1024;
+
+/// The bytes of a tag from which its attributes are counted before the parser tells of it. The
+/// parser looks for attributes of one name in a time that grows with the square of their number.
+inline constexpr kelcore::uint64 kUncountedBytes = 64 * 1024;
+
+/// The bytes of anything that the parser tells of in one piece, in an encoding in which the markup
+/// cannot be told from the bytes.
+inline constexpr kelcore::uint64 kForeignBytes = 64 * 1024;
 
 /// The bytes of one CDATA section or comment, or of any text that the parser tells of in one piece.
 inline constexpr kelcore::uint64 kSectionBytes = 32 * 1024 * 1024;

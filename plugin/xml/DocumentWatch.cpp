@@ -19,6 +19,10 @@ bool WasChanged(int descriptor, const struct stat& before) {
     return ::fstat(descriptor, &after) != 0 || !IsSameContent(before, after);
 }
 
+constexpr std::u16string_view kWasChanged =
+    u"refused: the file was changed while it was read; read it again";
+constexpr std::u16string_view kHasTooManyAttributes =
+    u"refused: an element has more than the 256 attributes that one may have";
 constexpr std::u16string_view kHasDocumentType =
     u"refused: a session has no document type declaration; remove it to read the file";
 
@@ -47,15 +51,26 @@ bool EndsWithinCharacter(std::string_view tail) {
     return false;
 }
 
-/// Of the encodings that a session is likely to have. Others cost a little more to read.
-bool HasWholeCharactersOnly(std::string_view encoding) {
-    constexpr std::string_view kEncodings[] = {"", "utf-8", "us-ascii", "iso-8859-1"};
-    const auto lower = [](char letter) {
+/// Whether markup is in ASCII, with no such byte anywhere else, and no half of a character can be
+/// expressed. It is so of the encodings that a session is likely to have.
+bool IsFamiliar(std::string_view encoding) {
+    constexpr std::string_view kEncodings[] = {"", "utf-8", "us-ascii"};
+    constexpr std::string_view kFamilies[] = {"iso-8859-", "windows-125"};
+    std::string name(encoding);
+    std::ranges::transform(name, name.begin(), [](char letter) {
         return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    };
-    return std::ranges::any_of(kEncodings, [&](std::string_view known) {
-        return std::ranges::equal(known, encoding, {}, {}, lower);
     });
+    return std::ranges::find(kEncodings, name) != std::end(kEncodings) ||
+           std::ranges::any_of(kFamilies,
+                               [&](std::string_view family) { return name.starts_with(family); });
+}
+
+/// The "<" of EBCDIC.
+constexpr unsigned char kForeignLess = 0x4C;
+
+bool IsForeign(std::string_view markup) {
+    return (!markup.empty() && static_cast<unsigned char>(markup.front()) == kForeignLess) ||
+           !IsFamiliar(DeclaredEncoding(markup));
 }
 
 bool IsHighHalf(char16_t unit) {
@@ -89,7 +104,8 @@ void DocumentWatch::Begin() {
     started_ = false;
     foundRoot_ = false;
     hasMalformedVersion_ = false;
-    mayHoldHalfCharacters_ = false;
+    assignments_ = 0;
+    hasForeignEncoding_ = false;
     documentType_.reset();
     sawNul_ = false;
     tail_.clear();
@@ -116,13 +132,16 @@ void DocumentWatch::Received(const unsigned char* bytes, std::size_t size) {
         const std::string markup =
             MarkupOf(bytes + encoding_.markSize, size - encoding_.markSize, encoding_);
         hasMalformedVersion_ = HasMalformedVersion(markup);
-        mayHoldHalfCharacters_ =
-            encoding_.unitSize != 1 || !HasWholeCharactersOnly(DeclaredEncoding(markup));
+        hasForeignEncoding_ = encoding_.unitSize == 1 && IsForeign(markup);
     }
     CheckLength();
+    CountAssignments(bytes, size);
     LookForNul(bytes, size);
     KeepTail(bytes, size);
     received_ += size;
+    if (received_ > static_cast<kelcore::uint64>(opened_.st_size) && opened_.st_size != 0) {
+        refuse_(kWasChanged, {});
+    }
     LookForDocumentType();
     CheckDocumentType();
 }
@@ -155,15 +174,40 @@ void DocumentWatch::SawStartOfDocument() {
 void DocumentWatch::CheckLength() {
     const kelcore::uint64 used = received_ - std::min(received_, kUnusedRest);
     const kelcore::uint64 sinceEvent = used - std::min(used, lastEvent_);
-    if (sinceEvent <= limits::kTagBytes) {
-        return;
+    if (hasForeignEncoding_ && sinceEvent > limits::kForeignBytes) {
+        refuse_(
+            u"refused: a tag or a text is longer than the 64 KiB that one may have in this "
+            u"encoding; save the file as UTF-8",
+            {});
     }
-    const MarkupTracker::Kind kind = markup_->KindAt(used);
-    if (kind == MarkupTracker::Kind::Tag && used - markup_->Begin() > limits::kTagBytes) {
-        refuse_(u"refused: a tag is longer than the 1 MiB that one may have", {});
+    constexpr std::size_t kMostAssignments = limits::kAttributes + limits::kPrefixes;
+    if (sinceEvent > limits::kTagBytes ||
+        (sinceEvent > limits::kUncountedBytes && assignments_ > kMostAssignments)) {
+        CheckLengthOfTag(used);
     }
     if (sinceEvent > limits::kSectionBytes) {
         refuse_(u"refused: a text is longer than the 32 MiB that one may have in one piece", {});
+    }
+}
+
+void DocumentWatch::CheckLengthOfTag(kelcore::uint64 used) {
+    if (markup_->KindAt(used) != MarkupTracker::Kind::Tag) {
+        return;
+    }
+    if (used - markup_->Begin() > limits::kTagBytes) {
+        refuse_(u"refused: a tag is longer than the 1 MiB that one may have", {});
+    }
+    if (markup_->ValuesInTag() > limits::kAttributes + limits::kPrefixes) {
+        refuse_(kHasTooManyAttributes, {});
+    }
+}
+
+/// Only of what goes on since the block before: hardly a block of a session is without an event.
+void DocumentWatch::CountAssignments(const unsigned char* bytes, std::size_t size) {
+    if (lastEvent_ == received_) {
+        assignments_ = 0;
+    } else {
+        assignments_ += static_cast<std::size_t>(std::count(bytes, bytes + size, '='));
     }
 }
 
@@ -187,7 +231,17 @@ void DocumentWatch::KeepTail(const unsigned char* bytes, std::size_t size) {
     tail_.erase(0, tail_.size() - std::min(tail_.size(), kTailSize));
 }
 
+void DocumentWatch::CheckName(std::u16string_view name) {
+    if (name.size() > limits::kNameUnits) {
+        refuse_(u"refused: a name is longer than the 1024 characters that one may have", {});
+    }
+}
+
 void DocumentWatch::SawElementName(std::u16string_view qualifiedName) {
+    CheckName(qualifiedName);
+    if (qualifiedName.starts_with(u"xmlns:")) {
+        refuse_(u"refused: the prefix xmlns is not one for elements", {});
+    }
     if (!elementNames_.Add(qualifiedName)) {
         refuse_(
             u"refused: the document has more than the 1024 names of elements that a session may "
@@ -203,7 +257,7 @@ void DocumentWatch::BeginElement(std::size_t attributeCount) {
                 {});
     }
     if (attributeCount > limits::kAttributes) {
-        refuse_(u"refused: an element has more than the 256 attributes that one may have", {});
+        refuse_(kHasTooManyAttributes, {});
     }
 }
 
@@ -224,6 +278,8 @@ void DocumentWatch::BeginPrefix(std::u16string_view prefix, std::u16string_view 
             u"refused: more than the 256 namespace prefixes that a session may have are in force",
             {});
     }
+    CheckName(prefix);
+    CheckName(uri);
     if (!prefixNames_.Add(prefix) || !uris_.Add(uri)) {
         refuse_(u"refused: the document has more than the 1024 namespaces that a session may have",
                 {});
@@ -249,7 +305,7 @@ void DocumentWatch::SawEndOfDocument() {
             {});
     }
     if (WasChanged(descriptor_, opened_)) {
-        refuse_(u"refused: the file was changed while it was read; read it again", {});
+        refuse_(kWasChanged, {});
     }
 }
 

@@ -49,7 +49,9 @@ public:
     /// Whether the document's encoding can express one half of a pair of surrogates, which the
     /// parser lets pass at the end of an attribute and of a processing instruction. What it tells
     /// of is to be looked at, then.
-    bool MayHoldHalfCharacters() const noexcept { return mayHoldHalfCharacters_; }
+    bool MayHoldHalfCharacters() const noexcept {
+        return hasForeignEncoding_ || encoding_.unitSize != 1;
+    }
     void CheckCharacters(std::u16string_view text);
     void BeginPrefix(std::u16string_view prefix, std::u16string_view uri);
     void EndPrefix() noexcept;
@@ -60,7 +62,10 @@ public:
 private:
     void LookForDocumentType();
     void CheckDocumentType();
+    void CheckName(std::u16string_view name);
     void CheckLength();
+    void CheckLengthOfTag(kelcore::uint64 used);
+    void CountAssignments(const unsigned char* bytes, std::size_t size);
     void LookForNul(const unsigned char* bytes, std::size_t size);
     void KeepTail(const unsigned char* bytes, std::size_t size);
 
@@ -71,11 +76,12 @@ private:
     std::optional<MarkupTracker> markup_;
     kelcore::uint64 received_ = 0;
     kelcore::uint64 lastEvent_ = 0;  // what was received when it came
+    std::size_t assignments_ = 0;    // signs of equality in what goes on for long
     std::size_t zeroBytes_ = 0;      // in the unit that the next byte belongs to
     bool started_ = false;
     bool foundRoot_ = false;
     bool hasMalformedVersion_ = false;
-    bool mayHoldHalfCharacters_ = false;
+    bool hasForeignEncoding_ = false;
     std::optional<DocumentPlace> documentType_;
     bool sawNul_ = false;
     std::string tail_;  // the last bytes received

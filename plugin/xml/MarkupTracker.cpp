@@ -114,6 +114,7 @@ std::size_t MarkupTracker::AdvanceInText(std::string_view markup) {
         return open;
     }
     begin_ = position_;
+    values_ = 0;
     for (const Delimited& delimited : kDelimited) {
         if (markup.starts_with(delimited.begin)) {
             kind_ = delimited.kind;
@@ -146,6 +147,7 @@ std::size_t MarkupTracker::AdvanceInTag(std::string_view markup) {
         kind_ = Kind::Text;
     } else {
         end_ = markup[found] == '"' ? "\"" : "'";
+        ++values_;
     }
     return found + 1;
 }

@@ -42,6 +42,9 @@ public:
     /// The offset in the file at which that began.
     kelcore::uint64 Begin() const noexcept { return begin_; }
 
+    /// How many values of attributes have begun in a tag so far.
+    std::size_t ValuesInTag() const noexcept { return values_; }
+
 private:
     template <class Visit>
     void AdvanceTo(kelcore::uint64 offset, Visit visit);
@@ -55,6 +58,7 @@ private:
     kelcore::uint64 position_;  // up to where the file is understood
     DocumentPlace place_;       // of that, while the root is looked for
     kelcore::uint64 begin_ = 0;
+    std::size_t values_ = 0;
     Kind kind_ = Kind::Text;
     std::string_view end_;  // what ends it, or the attribute's value in it; in a tag, empty
 };

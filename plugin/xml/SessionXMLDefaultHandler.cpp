@@ -98,30 +98,36 @@ void SessionXMLDefaultHandler::endDocument() {
 void SessionXMLDefaultHandler::startElement(const XMLCh* uri, const XMLCh* localName,
                                             const XMLCh* qualifiedName,
                                             const xercesc::Attributes& attributes) {
-    Fill(attributes_, attributes);
+    watch_.BeginElement(attributes.getLength());
     watch_.SawElementName(ViewOf(qualifiedName));
-    Start({ViewOf(uri), ViewOf(localName), false}, ViewOf(qualifiedName), attributes.getLength());
+    if (watch_.MayHoldHalfCharacters()) {
+        for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
+            watch_.CheckCharacters(ViewOf(attributes.getValue(i)));
+        }
+    }
+    Fill(attributes_, attributes);
+    Start({ViewOf(uri), ViewOf(localName), false}, ViewOf(qualifiedName));
 }
 
 void SessionXMLDefaultHandler::StartPlainElement(
     const XMLCh* name, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count) {
-    Fill(attributes_, attributes, count);
+    watch_.BeginElement(count);
     const std::u16string_view view = ViewOf(name);
     if (!IsRecent(name)) {
         watch_.SawElementName(view);
     }
-    Start({{}, view, true}, view, count);
-}
-
-void SessionXMLDefaultHandler::Start(const OpenElement& element, std::u16string_view qualifiedName,
-                                     XMLSize_t attributeCount) {
-    openElements_.push_back(element);
-    watch_.BeginElement(attributeCount);
+    Fill(attributes_, attributes, count);
     if (watch_.MayHoldHalfCharacters()) {
         for (const TagAttributes::Attribute& attribute : attributes_) {
             watch_.CheckCharacters(attribute.value);
         }
     }
+    Start({{}, view, true}, view);
+}
+
+void SessionXMLDefaultHandler::Start(const OpenElement& element,
+                                     std::u16string_view qualifiedName) {
+    openElements_.push_back(element);
     if (content_ != nullptr) {
         content_->StartElementEvent(element.uri, element.localName, qualifiedName, attributes_);
     }

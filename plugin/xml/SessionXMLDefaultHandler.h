@@ -70,8 +70,7 @@ private:
         bool isPlain;
     };
 
-    void Start(const OpenElement& element, std::u16string_view qualifiedName,
-               XMLSize_t attributeCount);
+    void Start(const OpenElement& element, std::u16string_view qualifiedName);
     void End(std::u16string_view localName, std::u16string_view qualifiedName);
 
     /// Whether a plain element's name at this address was seen not long ago. The scanner keeps the

@@ -1,6 +1,7 @@
 #include "plugin/xml/SessionXMLReader.h"
 
 #include <boost/thread/lock_guard.hpp>
+#include <new>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
@@ -14,9 +15,14 @@
 namespace tses {
 namespace {
 
-void TraceLibraryMessage(const XMLCh* message) {
-    kelcore::trace::Write(kReaderTraceCategory,
-                          "XMLReader exception message is: \n" + TranscodeMessage(message));
+/// What ends a parse may be a lack of memory; then there is none to tell of it either.
+void TraceLibraryMessage(const XMLCh* message) noexcept {
+    try {
+        kelcore::trace::Write(kReaderTraceCategory,
+                              "XMLReader exception message is: \n" + TranscodeMessage(message));
+    } catch (const std::bad_alloc&) {
+        kelcore::trace::Write(kReaderTraceCategory, "XMLReader exception");
+    }
 }
 
 }  // namespace

@@ -72,6 +72,27 @@ TEST_F(ConvertTest, AnUnknownExtensionIsAUsageErrorThatSaysWhatToSay) {
     EXPECT_EQ(RunTool({"convert", "--from", "tape", "a", "a.json"}, folder_).exitCode, 2);
 }
 
+TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConverted) {
+    folder_.Write("a.orvo", "<orvo><session/>");
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "convert", "a.orvo", "a.json"},
+                                       .folder = folder_.Path().string(),
+                                       .environment = {{"ORVO_PLUGIN", RefusingPluginPath()}}});
+    EXPECT_THAT(outcome.errors, StartsWith("orvo: a.orvo:1:"));
+    EXPECT_THAT(outcome.errors, HasSubstr("not converted"));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_FALSE(Exists("a.json"));
+}
+
+TEST_F(ConvertTest, AStepBackLeadsWhereTheSystemGoesForReadingAndForLookingOver) {
+    std::filesystem::create_directories(folder_ / "project/takes");
+    std::filesystem::create_directory_symlink("project/takes", folder_ / "link");
+    folder_.Write("project/a.orvo", "<orvo><session sampleRate='44100'/></orvo>");
+    folder_.Write("a.orvo", "<orvo><session sampleRate='48000'/><unknown/></orvo>");
+    const Outcome outcome = RunTool({"convert", "link/../a.orvo", "b.json"}, folder_);
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_EQ(json::parse(ReadFile(folder_ / "b.json")).at("sampleRate"), 44100);
+}
+
 TEST_F(ConvertTest, ContentThatWouldBeLostIsNamedAndNothingIsWritten) {
     folder_.Write(
         "a.orvo",
@@ -83,8 +104,8 @@ TEST_F(ConvertTest, ContentThatWouldBeLostIsNamedAndNothingIsWritten) {
             outcome.errors,
             "orvo: a.orvo:3:3: cannot be carried over: <glow> in <session> with 1 element in it\n"
             "orvo: a.orvo:5:2: cannot be carried over: <workspaceSettings> in <orvo>\n"
-            "orvo: a.orvo: not converted: nothing was written, because the content named above "
-            "would be lost; --lossy converts all the same\n");
+            "orvo: a.orvo: not converted: nothing was written, because of what is named above; "
+            "--lossy converts all the same\n");
         EXPECT_EQ(outcome.exitCode, 1);
     }
     EXPECT_EQ(ReadFile(folder_ / "b.orvo"), "old");

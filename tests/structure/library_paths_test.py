@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that programs and libraries look for libraries beside themselves and in the system's folders only.
+"""Checks that programs and libraries look for libraries beside themselves and in whole paths only.
 
     library_paths_test.py FILE...
 
@@ -24,7 +24,7 @@ def main():
         (file, path)
         for file in sys.argv[1:]
         for path in search_paths(file)
-        if not path.startswith("$ORIGIN")
+        if not path.startswith(("$ORIGIN", "/"))
     ]
     for file, path in astray:
         print(f'{file}: looks for libraries in "{path}"')

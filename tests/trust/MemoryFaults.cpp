@@ -1,3 +1,6 @@
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -21,7 +24,7 @@
 // failing. Each time the request either succeeds in full or fails with its code and leaves the file
 // as it was; nothing of the host is held, no file left open, no memory of the plug-in's own is
 // lost, and the next request succeeds. What the XML library loses is listed by where it was
-// allocated.
+// allocated. At first the same is done in fresh processes, a process a point.
 
 namespace {
 
@@ -184,6 +187,40 @@ private:
     std::ptrdiff_t inUse_ = 0;  // blocks, after a request that succeeded
 };
 
+/// The first request of a process, with no memory from ever later on, until it succeeds: what is
+/// made when it is first needed cannot be made then.
+void TryFirstRequests(const char* name,
+                      const std::function<SessionResult(refhost::Plugin&)>& request,
+                      std::size_t stride, Tally& tally) {
+    for (std::size_t at = 0;; at += stride) {
+        ++tally.points;
+        const std::string where = std::string("the first request, ") + name + ", allocation " +
+                                  std::to_string(at) + " and all that follow";
+        std::fflush(stdout);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            refhost::UseFeatureDefaults();
+            refhost::Plugin plugin;
+            SessionResult result = SessionResult::ReadFailed;
+            test::memory::Begin(test::memory::Failure::Onwards, at);
+            try {
+                result = request(plugin);
+            } catch (const std::bad_alloc&) {
+                // The host had none; the plug-in was not asked.
+            }
+            test::memory::End();
+            ::_exit(result == SessionResult::Ok ? 0 : 1);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        if (!WIFEXITED(status)) {
+            tally.Problem(where, "it ended the process");
+        } else if (WEXITSTATUS(status) == 0) {
+            return;
+        }
+    }
+}
+
 SessionResult Read(refhost::Plugin& plugin, const std::u16string& path,
                    refhost::model::Session& into) {
     const auto node = refhost::SessionNode::Make();
@@ -215,13 +252,22 @@ int main(int argc, char** argv) {
     });
 
     const test::TemporaryFolder folder;
+    const std::filesystem::path target = folder / "session.orvo";
+    Tally tally;
+    refhost::model::Session read;
+    TryFirstRequests(
+        "read", [&](refhost::Plugin& first) { return Read(first, source, read); }, stride, tally);
+    TryFirstRequests(
+        "write",
+        [&](refhost::Plugin& first) {
+            const auto empty = refhost::SessionNode::Make(refhost::model::Session());
+            return Write(first, kelcore::PathFromBytes(target.string()), *empty);
+        },
+        stride, tally);
+
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
     const refhost::model::Session expected = refhost::ReadSession(plugin, source).session;
-    const std::filesystem::path target = folder / "session.orvo";
-    Tally tally;
-
-    refhost::model::Session read;
     Experiment(
         {"read", [&] { return Read(plugin, source, read); }, SessionResult::ReadFailed,
          [&](SessionResult result) { return result != SessionResult::Ok || read == expected; },

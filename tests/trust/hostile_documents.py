@@ -36,6 +36,10 @@ def in_rack(content):
 
 SILENT = object()  # refused by what stands in it, not by how it is written: without a message
 DOCTYPE = "no document type declaration"
+MANY_ATTRIBUTES = "256 attributes"
+LONG_NAME = "name is longer than the 1024"
+FOREIGN = "64 KiB that one may have in this encoding"
+HALF = "half of a character"
 LONG_TAG = "tag is longer than the 1 MiB"
 LONG_TEXT = "text is longer than the 32 MiB"
 
@@ -118,11 +122,33 @@ def sizes():
         ("long_declaration", '<?xml version="' + megabytes + '"?><orvo/>', ""),
         ("long_reference", in_root("&" + megabytes + ";"), ""),
         ("long_character_reference", in_root("&#x" + "0" * 5 * MEBIBYTE + "41;"), None),
-        ("many_attributes", in_root("<a " + numbered('b#="" ', 1000000) + "/>"), LONG_TAG),
-        ("thousands_of_attributes", in_root("<a " + numbered('b#="" ', 90000) + "/>"),
-         "256 attributes"),
-        ("many_attributes_of_one_name", in_root("<a " + 'b="" ' * 90000 + "/>"), "already"),
+        ("many_attributes", in_root("<a " + numbered('b#="" ', 1000000) + "/>"), MANY_ATTRIBUTES),
+        ("thousands_of_attributes", in_root("<a " + numbered('b#="" ', 4000) + "/>"), MANY_ATTRIBUTES),
+        ("attributes_beside_one_of_xml",
+         '<orvo xml:a="" ' + numbered('b#="" ', 90000) + "/>", MANY_ATTRIBUTES),
+        ("thousands_of_attributes_beside_one_of_xml",
+         '<orvo xml:a="" ' + numbered('b#="" ', 4000) + "/>", MANY_ATTRIBUTES),
+        ("attributes_beside_a_declaration",
+         '<orvo xmlns:p="u" ' + numbered('b#="" ', 90000) + "/>", MANY_ATTRIBUTES),
+        ("attributes_below_a_declaration",
+         '<orvo xmlns:p="u"><a ' + numbered('b#="" ', 90000) + "/></orvo>", MANY_ATTRIBUTES),
+        ("attributes_of_one_local_name",
+         "<orvo " + numbered('xmlns:p#="p#" p#:version="" ', 30000) + "/>", MANY_ATTRIBUTES),
+        ("attributes_of_one_local_name_before_their_declarations",
+         "<orvo " + numbered('p#:version="" xmlns:p#="p#" ', 30000) + "/>", MANY_ATTRIBUTES),
+        ("long_values_with_signs_in_256_attributes",
+         in_root("<a " + numbered('b#="' + "='" * 1000 + '" ', 256) + "/>"), None),
+        ("signs_in_a_long_section", in_root("<a><![CDATA[" + "a='b' " * MEBIBYTE + "]]></a>"), None),
+        ("name_of_1024", in_root("<" + "a" * 1024 + "/>"), None),
+        ("name_of_1025", in_root("<" + "a" * 1025 + "/>"), LONG_NAME),
+        ("prefix_of_1025", in_root("<a xmlns:" + "p" * 1025 + '="u"/>'), LONG_NAME),
+        ("namespace_of_1025", in_root('<a xmlns="' + "u" * 1025 + '"/>'), LONG_NAME),
+        ("many_long_names", in_root(numbered("<" + "a" * 400000 + "#/>", 50)), LONG_NAME),
+        ("many_attributes_of_one_name", in_root("<a " + 'b="" ' * 90000 + "/>"), MANY_ATTRIBUTES),
+        ("attributes_of_one_name", in_root("<a " + 'b="" ' * 4000 + "/>"), "already"),
         ("many_prefixes", in_root("<a " + numbered('xmlns:p#="u" ', 50000) + "/>"),
+         MANY_ATTRIBUTES),
+        ("hundreds_of_prefixes", in_root("<a " + numbered('xmlns:p#="u" ', 300) + "/>"),
          "256 namespace prefixes"),
         ("prefixes_by_level",
          in_root("".join("<a " + numbered(f'xmlns:p{level}x#="u" ', 50) + ">"
@@ -208,6 +234,24 @@ def encodings():
         ("document_type_in_ebcdic",
          ('<?xml version="1.0" encoding="ebcdic-cp-us"?><!DOCTYPE orvo [<!ENTITY a "b">]><orvo/>')
          .encode("cp037"), DOCTYPE),
+        ("ebcdic", '<?xml version="1.0" encoding="ebcdic-cp-us"?><orvo/>'.encode("cp037"), None),
+        ("long_tag_in_ebcdic",
+         ('<?xml version="1.0" encoding="ebcdic-cp-us"?>' + in_root('<a b="' + "x" * 300000 + '"/>'))
+         .encode("cp037"), FOREIGN),
+        ("long_tag_in_utf_7",
+         b'<?xml version="1.0" encoding="UTF-7"?><orvo>+ADw-a b="' + b"x" * 300000 + b'"/></orvo>',
+         FOREIGN),
+        ("long_tag_in_iso_8859_2",
+         b'<?xml version="1.0" encoding="ISO-8859-2"?><orvo a="' + b"\xe4" * 300000 + b'"/>', None),
+        ("half_of_a_pair_behind_a_declaration_in_ebcdic",
+         '<?xml version="1.0" encoding="CESU-8"?>'.encode("cp037")
+         + b'<orvo version="\xed\xa0\x80"/>', HALF),
+        ("half_of_a_pair_in_a_hidden_attribute",
+         b"\xff\xfe" + '<orvo xmlns:x="u" x:version="x\ud800" version="1"/>'
+         .encode("utf-16-le", "surrogatepass"), HALF),
+        ("half_of_a_pair_in_one_of_two_attributes",
+         b"\xff\xfe" + '<orvo xmlns:x="u" xmlns:y="v" x:version="x\ud800" y:version="1"/>'
+         .encode("utf-16-le", "surrogatepass"), HALF),
         ("document_type_wide", b"\xff\xfe" + "<!DOCTYPE orvo><orvo/>".encode("utf-16-le"), DOCTYPE),
         ("long_tag_wide", b"\xff\xfe" + in_root('<a b="' + "x" * 3 * MEBIBYTE + '"/>')
          .encode("utf-16-le"), LONG_TAG),
@@ -218,6 +262,8 @@ def encodings():
 
 def malformed():
     return [
+        ("xmlns_as_a_prefix", "<xmlns:orvo/>", "prefix xmlns"),
+        ("xmlns_as_a_prefix_within", "<orvo><xmlns:a/></orvo>", "prefix xmlns"),
         ("no_markup", "Once upon a time", ""),
         ("no_root", "<!-- nothing -->", ""),
         ("other_root", "<session/>", SILENT),

@@ -1,12 +1,14 @@
 #include "toolkit/scan/ContentScan.h"
 
 #include <algorithm>
+#include <new>
 #include <set>
 #include <utility>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
@@ -47,8 +49,9 @@ std::string Quoted(std::u16string_view text) {
     return "\"" + kelcore::UTF16to8(shown) + (text.size() > kLongest ? "...\"" : "\"");
 }
 
-/// As deep as the plug-in reads.
+/// As deep, and tags as large, as the plug-in reads, with declarations of namespaces.
 constexpr std::size_t kDeepest = 256;
+constexpr XMLSize_t kMostAttributes = 512;
 
 /// Where a tag ends, which is what the parser tells.
 struct TagEnd {
@@ -70,8 +73,14 @@ Place BeginOf(const TagEnd& end, std::string_view document) {
 
 class Scanner final : public xercesc::DefaultHandler {
 public:
-    Scanner(std::string_view content, std::size_t limit, Places places, DocumentScan& result)
-        : content_(content), limit_(limit), places_(places), result_(result), parser_(*this) {
+    Scanner(std::string_view content, std::size_t limit, Places places, const std::stop_token& stop,
+            DocumentScan& result)
+        : content_(content),
+          limit_(limit),
+          places_(places),
+          stop_(stop),
+          result_(result),
+          parser_(*this) {
         // The same events for a document without a document type, in less time.
         parser_.setProperty(xercesc::XMLUni::fgXercesScannerName,
                             const_cast<XMLCh*>(xercesc::XMLUni::fgDGXMLScanner));
@@ -85,14 +94,16 @@ public:
         parser_.setLexicalHandler(this);
     }
 
-    void Run(const std::stop_token& stop) {
-        const ContentSource source(content_, stop);
+    void Run() {
+        const ContentSource source(content_, stop_);
         try {
             parser_.parse(source);
         } catch (const Ended&) {
             return;
         } catch (const xercesc::XMLException& failure) {
             NotWellFormed({}, failure.getMessage());
+        } catch (const xercesc::OutOfMemoryException&) {
+            throw std::bad_alloc();
         }
     }
 
@@ -110,6 +121,12 @@ public:
         if (open_.size() + lost_.depth > kDeepest) {
             End({BeginOfTag(), "elements nested too deep",
                  "a session nests fewer than 256 levels"});
+        }
+        if (attributes.Count() > kMostAttributes) {
+            End({BeginOfTag(), "too many attributes in one tag", "a session has a few"});
+        }
+        if (stop_.stop_requested()) {
+            throw Ended();
         }
         if (lost_.depth != 0) {
             ++lost_.depth;
@@ -306,6 +323,7 @@ private:
     std::string_view content_;
     std::size_t limit_;
     Places places_;
+    const std::stop_token& stop_;
     DocumentScan& result_;
     Parser parser_;
     const xercesc::Locator* locator_ = nullptr;
@@ -320,7 +338,7 @@ DocumentScan ScanContent(std::string_view content, std::size_t limit, Places pla
                          const std::stop_token& stop) {
     const LibraryUse library;
     DocumentScan result;
-    Scanner(content, limit, places, result).Run(stop);
+    Scanner(content, limit, places, stop, result).Run();
     return result;
 }
 

@@ -215,9 +215,34 @@ TEST_F(DocumentLimitsTest, ALongTagIsRefusedWhateverIsLongInIt) {
     EXPECT_TRUE(IsRefused("<a" + megabytes + "/>", reason));
     EXPECT_TRUE(IsRefused("<a" + Repeated("    ", 1 << 20) + "/>", reason));
     EXPECT_TRUE(IsRefused("<a></a" + Repeated("\n\n\n\n", 1 << 20) + ">", reason));
-    EXPECT_TRUE(IsRefused("<a" + Numbered(" b#=''", 300000) + "/>", reason));
     EXPECT_TRUE(IsRefused("<?p " + megabytes + "?><a/>", reason));
     EXPECT_TRUE(IsRefused(Utf16LittleEndian("<a b='" + megabytes + "'/>"), reason));
+}
+
+TEST_F(DocumentLimitsTest, TheAttributesOfALongTagAreCountedBeforeItsEnd) {
+    const std::string reason = "more than the 256 attributes";
+    const std::string attributes = Numbered(" b#=''", 60000);
+    EXPECT_TRUE(IsRefused("<a" + attributes + "><b", reason));
+    EXPECT_TRUE(IsRefused("<a xml:a=''" + attributes + "><b", reason));
+    EXPECT_TRUE(IsRefused("<a xmlns:p='u'><b" + attributes + "><b", reason));
+    EXPECT_TRUE(IsRefused(Utf16LittleEndian("<a" + attributes + "><b"), reason));
+    EXPECT_TRUE(ParseText("<a" + Numbered(" b#=\"" + Repeated("='", 1000) + "\"", 256) + "/>"));
+    EXPECT_TRUE(ParseText("<a><![CDATA[" + Repeated("a='b' ", 1 << 18) + "]]></a>"));
+}
+
+TEST_F(DocumentLimitsTest, NamesHaveALength) {
+    const std::string reason = "name is longer than the 1024";
+    EXPECT_TRUE(ParseText("<" + std::string(1024, 'a') + "/>"));
+    EXPECT_TRUE(IsRefused("<" + std::string(1025, 'a') + "/>", reason));
+    EXPECT_TRUE(IsRefused("<a xmlns:" + std::string(1025, 'p') + "='u'/>", reason));
+    EXPECT_TRUE(IsRefused("<a xmlns='" + std::string(1025, 'u') + "'/>", reason));
+    EXPECT_TRUE(IsRefused("<xmlns:a/>", "the prefix xmlns"));
+}
+
+TEST_F(DocumentLimitsTest, WhereMarkupCannotBeToldNothingIsLong) {
+    const std::string start = "<?xml version='1.0' encoding='UTF-7'?><a b='";
+    EXPECT_TRUE(ParseText(start + std::string(10000, 'x') + "'/>"));
+    EXPECT_TRUE(IsRefused(start + std::string(300000, 'x') + "'/>", "in this encoding"));
 }
 
 TEST_F(DocumentLimitsTest, WhatLooksLikeASectionDoesNotStretchATag) {
@@ -294,7 +319,7 @@ TEST_F(DocumentLimitsTest, HalfACharacterIsRefusedWhereTheParserLetsItPass) {
         for (const std::u16string& document :
              {u"<a b='" + half + u"'/>", u"<a b='" + half + u"&#x41;'/>",
               u"<a xmlns='" + half + u"'/>", u"<a xmlns:p='" + half + u"'/>",
-              u"<a><?p " + half + u"?></a>"}) {
+              u"<a><?p " + half + u"?></a>", u"<a xmlns:p='u' p:b='" + half + u"' b=''/>"}) {
             EXPECT_TRUE(IsRefused(utf16(document), "half of a character"));
         }
     }
