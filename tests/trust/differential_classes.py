@@ -85,13 +85,14 @@ GUARDS = {
     "nested deeper than the 256 levels": lambda text: text.count("<") > 256,
     "more than the 256 attributes": lambda text: text.count("=") > 256,
     "more than the 1024 names": lambda text: text.count("<") > 1024,
+    "a name is longer than the 1024": lambda text: re.search("[^\\s<>='\"]{1025}", text),
     "the file holds NUL characters": lambda text: "\0" in text,
     "the file ends within a character": lambda text: text.endswith("\ufffd"),
 }
 
 
 # What a guard says of a document that is ill-formed for everybody, where the parser lets it pass.
-FAULT = "half of a character"
+FAULTS = ("half of a character", "the prefix xmlns")
 
 
 def guard_of(reply):
@@ -112,7 +113,7 @@ def verdict(content, reply, outcome):
     """Whether the document is well-formed, None where it is set aside; and its class or None."""
     expat, libxml2 = set(reply.expat), set(reply.libxml2)
     guard = guard_of(reply)
-    if guard is not None and FAULT not in guard:
+    if guard is not None and not any(fault in guard for fault in FAULTS):
         return None, GUARD if is_guarded_rightly(content, guard) else None
     if outcome.version == "1.1" and differs_in_xml_1_1(content):
         return None, XML_1_1

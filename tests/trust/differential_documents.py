@@ -21,7 +21,7 @@ WORDS = ("", "Voice", " two  words ", "\u00e9\u00df", "\u4e16\u754c", "\U0001d11
 BROKEN = ("<", ">", "&", "&amp", "&#0;", "&#x1F;", "&#xFFFE;", "&#xD800;", "&#x110000;", "&unknown;",
           "]]>", "<![CDATA[", "<!--", "--", "-->", "<?xml version=\"1.0\"?>", "<?", "?>", "</",
           "/>", "\"", "'", "=", "\x01", "\x0b", "\ufffe", "\uffff", "<!DOCTYPE orvo>", "x:",
-          "xmlns:x=\"\"", " a='1' a='2'", "<a:b/>", "&#56;", "&lt;", "<a b=\"<\"/>", "<1/>", "<a.b-c/>",
+          "xmlns:x=\"\"", " a='1' a='2'", "<a:b/>", "<xmlns:a/>", "&#56;", "&lt;", "<a b=\"<\"/>", "<1/>", "<a.b-c/>",
           "\u00b7", "<\u00e9/>", "\u00b5", "<?p:q r?>", "<?xmL ?>", "xml:lang='de'", "xmlns='urn:d'",
           "xmlns:xml='urn:x'", "xmlns:xmlns='urn:x'", ":", "<a:b:c/>", "<:a/>", "&#x0;", "&#xD;",
           "<a xmlns:p='urn:1' xmlns:q='urn:1' p:i='1' q:i='2'/>", "<!ELEMENT a ANY>", "\r", "\r\n",
