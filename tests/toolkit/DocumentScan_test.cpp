@@ -10,6 +10,7 @@
 #include "platform/kelcore/Strings.h"
 #include "tests/support/TemporaryFolder.h"
 #include "toolkit/FileContent.h"
+#include "toolkit/scan/ContentScan.h"
 
 namespace toolkit {
 
@@ -98,6 +99,25 @@ TEST_F(DocumentScanTest, AScanThatIsToStopTellsOfNothingBehindThat) {
     EXPECT_FALSE(scan.problem);
     EXPECT_EQ(scan.notCarriedCount, 0u);
     EXPECT_EQ(std::get<std::string>(toolkit::ReadFileContent(lossy, stop.get_token())), "");
+}
+
+TEST_F(DocumentScanTest, AScanThatIsToStopTakesNoFurtherBlock) {
+    std::stop_source stop;
+    stop.request_stop();
+    const DocumentScan scan = toolkit::ScanContent("<orvo><a/></orvo>", toolkit::kNotCarriedLimit,
+                                                   toolkit::Places::Unknown, stop.get_token());
+    EXPECT_EQ(scan.notCarriedCount, 0u);
+}
+
+TEST_F(DocumentScanTest, MoreAttributesThanThePluginReadsEndTheScan) {
+    std::string attributes;
+    for (int i = 0; i < 600; ++i) {
+        attributes += " a" + std::to_string(i) + "=''";
+    }
+    const DocumentScan scan = Scan("<orvo>\n <files" + attributes + "/></orvo>");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "too many attributes in one tag");
+    EXPECT_EQ(scan.problem->place, (Place{2, 2}));
 }
 
 TEST_F(DocumentScanTest, AnEmptyFileIsNamedAsSuch) {

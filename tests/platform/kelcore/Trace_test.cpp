@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -66,6 +67,19 @@ TEST_F(TraceTest, WithoutOutputLinesGoToStandardError) {
                 MatchesRegex("\\[[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}\\] test::A: to \\{\\} "
                              "standard error %s\n"));
     EXPECT_THAT(lines_, IsEmpty());
+}
+
+TEST_F(TraceTest, AnOutputThatThrowsLosesTheLineAndNothingElse) {
+    SetEnabled("test::A", true);
+    SetOutput([this](std::string_view, std::string_view text) {
+        if (text == "lost") {
+            throw std::runtime_error("no room");
+        }
+        lines_.emplace_back(text);
+    });
+    Write("test::A", "lost");
+    Write("test::A", "kept");
+    EXPECT_THAT(lines_, ElementsAre("kept"));
 }
 
 TEST_F(TraceTest, TheOutputMayTraceItself) {
