@@ -139,9 +139,7 @@ void DocumentWatch::Received(const unsigned char* bytes, std::size_t size) {
     LookForNul(bytes, size);
     KeepTail(bytes, size);
     received_ += size;
-    if (received_ > static_cast<kelcore::uint64>(opened_.st_size) && opened_.st_size != 0) {
-        refuse_(kWasChanged, {});
-    }
+    CheckGrowth();
     LookForDocumentType();
     CheckDocumentType();
 }
@@ -150,6 +148,14 @@ void DocumentWatch::LookForDocumentType() {
     if (!foundRoot_ && !documentType_) {
         documentType_ = markup_->FindDocumentType(received_);
         foundRoot_ = markup_->FoundRoot();
+    }
+}
+
+/// A file that grows as fast as it is read would have no end. Some file systems tell no sizes.
+void DocumentWatch::CheckGrowth() {
+    const auto size = static_cast<kelcore::uint64>(opened_.st_size);
+    if (started_ && size != 0 && received_ > size) {
+        refuse_(kWasChanged, {});
     }
 }
 

@@ -62,6 +62,7 @@ public:
 private:
     void LookForDocumentType();
     void CheckDocumentType();
+    void CheckGrowth();
     void CheckName(std::u16string_view name);
     void CheckLength();
     void CheckLengthOfTag(kelcore::uint64 used);

@@ -1,7 +1,6 @@
 #include "plugin/xml/SessionXMLReader.h"
 
 #include <boost/thread/lock_guard.hpp>
-#include <new>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
@@ -20,7 +19,7 @@ void TraceLibraryMessage(const XMLCh* message) noexcept {
     try {
         kelcore::trace::Write(kReaderTraceCategory,
                               "XMLReader exception message is: \n" + TranscodeMessage(message));
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         kelcore::trace::Write(kReaderTraceCategory, "XMLReader exception");
     }
 }
