@@ -24,8 +24,8 @@
 // failing. Each time the request either succeeds in full or fails with its code and leaves the file
 // as it was; nothing of the host is held, no file left open, no memory of the plug-in's own is
 // lost, and the next request succeeds. What the XML library loses is listed by where it was
-// allocated. Before that, the first request of a fresh process must not end
-// it, wherever in it memory runs out.
+// allocated. Before that, the first request of a fresh process must not end it, wherever in it
+// memory runs out.
 
 namespace {
 
