@@ -7,10 +7,10 @@
 #include "tests/cli/Tool.h"
 
 using nlohmann::json;
+using test::IdlePluginPath;
 using test::kSmallSession;
 using test::Outcome;
 using test::ReadFile;
-using test::RefusingPluginPath;
 using test::RunTool;
 using test::RunToolUnprivileged;
 using test::ToolPath;
@@ -76,8 +76,23 @@ TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConverted) {
     folder_.Write("a.orvo", "<orvo><session/>");
     const Outcome outcome = test::Run({.arguments = {ToolPath(), "convert", "a.orvo", "a.json"},
                                        .folder = folder_.Path().string(),
-                                       .environment = {{"ORVO_PLUGIN", RefusingPluginPath()}}});
+                                       .environment = {{"ORVO_PLUGIN", IdlePluginPath()}}});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: a.orvo:1:"));
+    EXPECT_THAT(outcome.errors, HasSubstr("not converted"));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_FALSE(Exists("a.json"));
+}
+
+TEST_F(ConvertTest, AFileThatIsReplacedWhileItIsReadIsNotConverted) {
+    folder_.Write("a.orvo", "<orvo><session/></orvo>");
+    folder_.Write("next.orvo", "<orvo><session/></orvo>");
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "convert", "a.orvo", "a.json"},
+                                       .folder = folder_.Path().string(),
+                                       .environment = {{"ORVO_PLUGIN", IdlePluginPath()},
+                                                       {"ORVO_MOVES", "next.orvo"},
+                                                       {"ORVO_MOVES_TO", "a.orvo"}}});
+    EXPECT_THAT(outcome.errors,
+                StartsWith("orvo: a.orvo: was changed while it was read: try again\n"));
     EXPECT_THAT(outcome.errors, HasSubstr("not converted"));
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_FALSE(Exists("a.json"));
@@ -165,11 +180,10 @@ TEST_F(ConvertTest, AFailedSaveTellsTheReason) {
 TEST_F(ConvertTest, ARefusalWithoutAReasonIsSaidToBeThePlugins) {
     folder_.Write("a.json", "{}");
     for (const auto& [out, subject] : {std::pair("b.orvo", "b.orvo"), {"-", "standard output"}}) {
-        const Outcome outcome =
-            test::Run({.arguments = {ToolPath(), "convert", "a.json", out, "--to", "orvo"},
-                       .folder = folder_.Path().string(),
-                       .environment = {{"ORVO_PLUGIN", RefusingPluginPath()},
-                                       {"ORVO_REFUSES", "WriteSession"}}});
+        const Outcome outcome = test::Run(
+            {.arguments = {ToolPath(), "convert", "a.json", out, "--to", "orvo"},
+             .folder = folder_.Path().string(),
+             .environment = {{"ORVO_PLUGIN", IdlePluginPath()}, {"ORVO_REFUSES", "WriteSession"}}});
         EXPECT_EQ(outcome.errors, std::string("orvo: ") + subject +
                                       ": was not saved: the plug-in refused to write it\n");
         EXPECT_EQ(outcome.output, "");

@@ -6,9 +6,9 @@
 
 #include "tests/cli/Tool.h"
 
+using test::IdlePluginPath;
 using test::kSmallSession;
 using test::Outcome;
-using test::RefusingPluginPath;
 using test::RunTool;
 using test::RunToolUnprivileged;
 using test::ToolPath;
@@ -379,7 +379,7 @@ TEST_F(InfoTest, SaysThatThePluginRefusesAFileInWhichNothingIsWrong) {
     const Outcome outcome = test::Run(
         {.arguments = {ToolPath(), "info", "a.orvo"},
          .folder = folder_.Path().string(),
-         .environment = {{"ORVO_PLUGIN", RefusingPluginPath()}, {"ORVO_REFUSES", "ReadSession"}}});
+         .environment = {{"ORVO_PLUGIN", IdlePluginPath()}, {"ORVO_REFUSES", "ReadSession"}}});
     EXPECT_EQ(outcome.errors,
               "orvo: a.orvo: the plug-in refused the file: try again; if it happens again, report "
               "it with the file\n");

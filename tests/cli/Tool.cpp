@@ -24,9 +24,9 @@ std::string ToolPath() {
     return std::filesystem::read_symlink("/proc/self/exe").replace_filename("orvo");
 }
 
-std::string RefusingPluginPath() {
+std::string IdlePluginPath() {
     const std::filesystem::path tool = ToolPath();
-    return tool.parent_path().parent_path() / "lib/refusing_plugin.so";
+    return tool.parent_path().parent_path() / "lib/idle_plugin.so";
 }
 
 Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folder,

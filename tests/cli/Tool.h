@@ -11,8 +11,8 @@ namespace test {
 /// The built tool, beside the test program.
 std::string ToolPath();
 
-/// A plug-in that refuses the one request that the environment variable ORVO_REFUSES names.
-std::string RefusingPluginPath();
+/// A plug-in that reads and writes nothing; tests/support/IdlePlugin.cpp says what it can be told.
+std::string IdlePluginPath();
 
 /// Runs the built tool with these arguments in a folder.
 Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folder,

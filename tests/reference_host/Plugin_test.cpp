@@ -19,7 +19,7 @@ protected:
     std::u16string InFolder(std::string_view name) const { return (folder_ / name).u16string(); }
 
     static std::filesystem::path RefusingPlugin() {
-        return DefaultPluginPath().replace_filename("refusing_plugin.so");
+        return DefaultPluginPath().replace_filename("idle_plugin.so");
     }
 
     ::test::TemporaryFolder folder_;

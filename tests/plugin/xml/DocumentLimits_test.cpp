@@ -376,6 +376,22 @@ TEST_F(DocumentLimitsTest, AFileThatGrowsWhileItIsReadIsRefused) {
     EXPECT_THAT(events.problems, ElementsAre(HasSubstr("changed while it was read")));
 }
 
+TEST_F(DocumentLimitsTest, AFileThatGrowsAsFastAsItIsReadIsRefusedSoon) {
+    constexpr std::size_t kFirst = 20'000;
+    const auto path = folder.Write("document.orvo", "<a>" + Repeated("<b/>", kFirst));
+    std::ofstream file(path, std::ios::app);
+    std::size_t elements = 0;
+    events.atEachElement = [&] {
+        file << "<b/>" << std::flush;
+        if (++elements == 50 * kFirst) {
+            throw std::runtime_error("would be read without end");
+        }
+    };
+    EXPECT_FALSE(ParseFile(path));
+    EXPECT_THAT(events.problems, ElementsAre(HasSubstr("changed while it was read")));
+    EXPECT_LT(elements, 2 * kFirst);
+}
+
 TEST_F(DocumentLimitsTest, AFileThatIsWrittenWithinTheSecondWhileItIsReadIsRefused) {
     const auto path = folder.Write("document.orvo", "<a><b/></a>");
     const auto time = std::filesystem::file_time_type(std::chrono::seconds(1));

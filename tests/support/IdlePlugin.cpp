@@ -1,4 +1,5 @@
 #include <cstdlib>
+#include <filesystem>
 #include <iterator>
 #include <string_view>
 
@@ -16,10 +17,22 @@ bool IsRefused(std::int32_t selector) {
            kSelectors[selector] == refused;
 }
 
+void MoveFile() {
+    const char* const file = std::getenv("ORVO_MOVES");
+    const char* const target = std::getenv("ORVO_MOVES_TO");
+    if (file != nullptr && target != nullptr) {
+        std::filesystem::rename(file, target);
+    }
+}
+
 }  // namespace
 
-/// Refuses the one request that the environment variable ORVO_REFUSES names, and does nothing else.
+/// Reads and writes nothing. Refuses the one request that the environment variable ORVO_REFUSES
+/// names; moves, when it is to read, the file that ORVO_MOVES names to where ORVO_MOVES_TO says.
 extern "C" std::int32_t SessionInterface(std::int32_t selector, void* /*argument*/) {
+    if (selector == static_cast<std::int32_t>(tses::SessionSelector::ReadSession)) {
+        MoveFile();
+    }
     return static_cast<std::int32_t>(IsRefused(selector) ? tses::SessionResult::NotImplemented
                                                          : tses::SessionResult::Ok);
 }
