@@ -1,70 +1,12 @@
 #pragma once
 
-#include <sys/stat.h>
-
 #include <cstddef>
-#include <optional>
 #include <string>
 
+#include "platform/kelcore/replacement/Target.h"
+#include "platform/kelcore/replacement/TemporaryFile.h"
+
 namespace kelcore {
-
-/// A descriptor of the system that is closed with its owner.
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int number) noexcept : number_(number) {}
-    ~Descriptor();
-    Descriptor(Descriptor&& other) noexcept : number_(other.Release()) {}
-    Descriptor& operator=(Descriptor&& other) noexcept;
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool IsOpen() const noexcept { return number_ >= 0; }
-    int Number() const noexcept { return number_; }
-
-    /// Gives the descriptor away unclosed.
-    int Release() noexcept;
-
-private:
-    int number_ = -1;
-};
-
-/// The file that a replacement is for: behind links, in the folder that really holds it. The folder
-/// is held open, so that renaming it meanwhile does not lead astray.
-struct ReplacementTarget {
-    Descriptor folder;
-    bool folderCanBeSynced = false;  ///< false for a folder that may be written but not read
-    std::string name;
-    std::optional<struct stat> old;  ///< what stands there now
-};
-
-/// A new file under a passing name (".NAME.orvo-tmp-" and 12 hexadecimal digits) beside the file it
-/// is going to replace. It is locked for as long as it is held, so that a later replacement can
-/// tell it from one that a crash left behind.
-class TemporaryFile {
-public:
-    /// @throws file_exception
-    explicit TemporaryFile(const ReplacementTarget& target);
-
-    /// Removes the file, unless it was renamed.
-    ~TemporaryFile();
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    int Number() const noexcept { return file_.Number(); }
-
-    /// Gives it the target's name.
-    /// @throws file_exception
-    void RenameTo(const std::string& name);
-
-private:
-    bool TryName(mode_t mode);
-    bool HasName(const std::string& name) const;
-
-    int folder_;
-    std::string name_;
-    Descriptor file_;
-};
 
 /// The replacement of one file, from the first check to the rename.
 ///
@@ -101,8 +43,8 @@ public:
 private:
     void SyncFolder() const;
 
-    ReplacementTarget target_;
-    TemporaryFile temporary_;
+    replacement::Target target_;
+    replacement::TemporaryFile temporary_;
 };
 
 }  // namespace kelcore
