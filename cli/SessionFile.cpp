@@ -44,8 +44,8 @@ std::u16string SessionFile::FullPath() const {
 
 namespace {
 
-/// To the system, what ".." leads to depends on links in front of it; to the plug-in, on the text
-/// alone.
+/// To the system, what ".." leads to depends on links in front of it; for the paths of media that
+/// count from the session, the plug-in goes by the text alone.
 std::filesystem::path WithoutStepsBack(const std::filesystem::path& name) {
     if (std::ranges::find(name, "..") == name.end()) {
         return name;

@@ -38,7 +38,11 @@ std::string file_exception::MessageFor(std::u16string_view path) const {
 }
 
 File::File(std::u16string_view path)
-    : fullPath_(FileUtils::PrepAsLongPathName(path)), systemPath_(SystemPath(fullPath_)) {}
+    : fullPath_(FileUtils::PrepAsLongPathName(path)), systemPath_(SystemPath(fullPath_)) {
+    if (fullPath_.starts_with(u'/') && fullPath_.find(u"/..") != std::u16string::npos) {
+        fullPath_ = MakeFileFromPath(fullPath_, {});
+    }
+}
 
 File::~File() = default;
 File::File(File&&) noexcept = default;

@@ -44,7 +44,9 @@ public:
     File(const File&) = delete;
     File& operator=(const File&) = delete;
 
-    /// The absolute path, with "." and ".." worked out by name (links are not followed).
+    /// The absolute path, with "." and ".." worked out by name (links are not followed). What is
+    /// asked and done of the file below goes where the system leads, which is another place if ".."
+    /// stands behind a link.
     const std::u16string& FullPath() const noexcept { return fullPath_; }
 
     /// Whether something of any kind stands there (a dangling link does not count).

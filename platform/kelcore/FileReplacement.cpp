@@ -1,8 +1,11 @@
 #include "platform/kelcore/FileReplacement.h"
 
+#include <pthread.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <ctime>
 
 #include "platform/kelcore/replacement/Properties.h"
 #include "platform/kelcore/replacement/SystemCalls.h"
@@ -14,6 +17,38 @@ using replacement::Fail;
 using replacement::FailWith;
 using replacement::Uninterrupted;
 
+namespace {
+
+/// Keeps the signal of a limit on the size of files, which would end the process, from this thread
+/// for as long as it lives: the write fails then.
+class WithoutSizeSignal {
+public:
+    WithoutSizeSignal() {
+        sigset_t pending;
+        sigpending(&pending);
+        wasPending_ = sigismember(&pending, SIGXFSZ) == 1;
+        sigemptyset(&signal_);
+        sigaddset(&signal_, SIGXFSZ);
+        pthread_sigmask(SIG_BLOCK, &signal_, &before_);
+    }
+    ~WithoutSizeSignal() {
+        if (!wasPending_) {
+            const timespec atOnce{};
+            sigtimedwait(&signal_, nullptr, &atOnce);
+        }
+        pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+    }
+    WithoutSizeSignal(const WithoutSizeSignal&) = delete;
+    WithoutSizeSignal& operator=(const WithoutSizeSignal&) = delete;
+
+private:
+    bool wasPending_;
+    sigset_t signal_;
+    sigset_t before_;
+};
+
+}  // namespace
+
 FileReplacement::FileReplacement(const std::string& path)
     : target_(replacement::FindTarget(path)), temporary_(target_) {
     if (target_.old) {
@@ -22,6 +57,7 @@ FileReplacement::FileReplacement(const std::string& path)
 }
 
 void FileReplacement::Write(const void* data, std::size_t size) {
+    const WithoutSizeSignal withoutSizeSignal;
     const char* rest = static_cast<const char*>(data);
     while (size > 0) {
         const ssize_t written =

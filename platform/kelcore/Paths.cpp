@@ -27,11 +27,17 @@ bool IsAbsolute(std::u16string_view path) {
     return path.starts_with(kSeparator);
 }
 
-/// A path's names in order, with "." and ".." worked out. ".." stays only where nothing is known of
-/// what lies before it: at the front of a relative path.
+/// What becomes of "..".
+enum class StepsBack { WorkedOut, Kept };
+
+/// A path's names in order, with "." worked out, and ".." if it is not to be kept. That stays
+/// anyway where nothing is known of what lies before it: at the front of a relative path.
 class Names {
 public:
-    explicit Names(std::u16string_view path) : absolute_(IsAbsolute(path)) { Append(path); }
+    explicit Names(std::u16string_view path, StepsBack stepsBack = StepsBack::WorkedOut)
+        : absolute_(IsAbsolute(path)), stepsBack_(stepsBack) {
+        Append(path);
+    }
 
     void Append(std::u16string_view path) {
         while (!path.empty()) {
@@ -69,7 +75,9 @@ private:
         if (name.empty() || name == kThisFolder) {
             return;
         }
-        if (name == kParentFolder && !names_.empty() && names_.back() != kParentFolder) {
+        if (stepsBack_ == StepsBack::Kept) {
+            names_.push_back(name);
+        } else if (name == kParentFolder && !names_.empty() && names_.back() != kParentFolder) {
             names_.pop_back();
         } else if (name != kParentFolder || !absolute_) {
             names_.push_back(name);
@@ -77,6 +85,7 @@ private:
     }
 
     bool absolute_;
+    StepsBack stepsBack_;
     std::vector<std::u16string_view> names_;
 };
 
@@ -197,7 +206,7 @@ std::u16string FileUtils::PrepAsLongPathName(std::u16string_view path) {
         return {};
     }
     if (IsAbsolute(path)) {
-        return Names(path).Path();
+        return Names(path, StepsBack::Kept).Path();
     }
     std::error_code error;
     const std::filesystem::path workingFolder = std::filesystem::current_path(error);
@@ -205,10 +214,10 @@ std::u16string FileUtils::PrepAsLongPathName(std::u16string_view path) {
         throw std::bad_alloc();
     }
     if (error) {
-        return Names(path).Path();
+        return Names(path, StepsBack::Kept).Path();
     }
     const std::u16string base = PathFromBytes(workingFolder.native());
-    Names names(base);
+    Names names(base, StepsBack::Kept);
     names.Append(path);
     return names.Path();
 }

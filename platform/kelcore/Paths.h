@@ -36,8 +36,9 @@ bool LeadsPlainlyTo(std::u16string_view path, std::u16string_view relative,
 namespace FileUtils {
 
 /// The form in which the platform opens paths of 260 and more code units: absolute, without "." and
-/// ".." (Linux has no prefix for it and opens it as it is). A relative path stays relative if the
-/// working directory no longer exists; an empty one stays empty.
+/// doubled separators (Linux has no prefix for it and opens it as it is). ".." stays: where it
+/// leads behind a link only the system knows. A relative path stays relative if the working
+/// directory no longer exists; an empty one stays empty.
 std::u16string PrepAsLongPathName(std::u16string_view path);
 
 }  // namespace FileUtils

@@ -38,9 +38,13 @@ public:
 
     /// Opens the source's file; false if it is none that can be read.
     bool Open() {
+        // Asked in front as well: to be opened means something to a pipe or a device.
+        struct stat status {};
+        if (::stat(source_.systemPath_.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
+            return false;
+        }
         descriptor_ =
             ::open(source_.systemPath_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-        struct stat status {};
         if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode) ||
             !CanBeRead(descriptor_)) {
             return false;

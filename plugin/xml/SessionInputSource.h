@@ -7,9 +7,9 @@
 
 namespace tses {
 
-/// A session file as the parser reads it. It makes its own stream: the file is opened without
-/// waiting (a pipe without a writer would wait for ever) and only if it is a regular file, which is
-/// asked of the opened file itself, so that it cannot be exchanged in between. All that is read
+/// A session file as the parser reads it. It makes its own stream: the file is opened only
+/// if it is a regular one, and read only if it still is: that is asked again of the opened file,
+/// and to open it never waits, so that it can be exchanged in between for nothing that matters. All that is read
 /// goes past the watch, which must outlive the parse.
 ///
 /// A parser that fails may forget its stream, or hold it until its own end; so a source is to

@@ -136,8 +136,8 @@ TEST_F(FileReplacementTest, CreatingAgainBeginsAnew) {
 TEST_F(FileReplacementTest, AWriteThatFailsHalfWayLeavesTheOldFileAndNoStray) {
     MakeOld();
     const std::string outcome = test::RunInChild([this]() -> std::string {
-        // A limit on the size of files makes a short write of the first block, and then an error.
-        signal(SIGXFSZ, SIG_IGN);
+        // A limit on the size of files makes a short write of the first block, and then an error
+        // and a signal that ends the process, which must not come through.
         const rlimit limit{1000, 1000};
         if (setrlimit(RLIMIT_FSIZE, &limit) != 0) {
             return "no limit";

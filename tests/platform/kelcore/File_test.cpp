@@ -71,6 +71,21 @@ TEST_F(FileTest, ALinkExistsIfItsTargetDoes) {
     EXPECT_TRUE(File(folder_.Path16("link")).IsRegularFile());
 }
 
+TEST_F(FileTest, AStepBackBehindALinkLeadsWhereTheSystemGoes) {
+    std::filesystem::create_directories(folder_.Bytes("real/below"));
+    ASSERT_EQ(symlink("real/below", folder_.Bytes("link").c_str()), 0);
+    test::WriteFile(folder_.Bytes("song.orvo"), "other");
+    File file(folder_.Path16("link/../song.orvo"));
+    EXPECT_EQ(file.FullPath(), folder_.Path16("song.orvo"));
+    EXPECT_FALSE(file.Exists());
+    EXPECT_FALSE(file.IsRegularFile());
+    file.Create();
+    OPlatformByteStream(file).Close();
+    EXPECT_TRUE(file.IsRegularFile());
+    EXPECT_EQ(test::ReadFile(folder_.Bytes("real/song.orvo")), "");
+    EXPECT_EQ(test::ReadFile(folder_.Bytes("song.orvo")), "other");
+}
+
 TEST_F(FileTest, OnlyARegularFileIsOne) {
     test::WriteFile(folder_.Bytes("file"), "");
     ASSERT_EQ(mkfifo(folder_.Bytes("pipe").c_str(), 0600), 0);

@@ -1,12 +1,15 @@
 #include "plugin/xml/SessionXMLReader.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/inotify.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 
 #include "tests/plugin/xml/SessionXMLReaderFixture.h"
 
@@ -197,6 +200,19 @@ TEST_F(SessionXMLReaderTest, APipeWithoutAWriterFailsAtOnce) {
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
     EXPECT_FALSE(ParseFile(folder / "pipe"));
     EXPECT_THAT(events.problems, SizeIs(1));
+}
+
+TEST_F(SessionXMLReaderTest, APipeIsNotOpened) {
+    const std::string path = folder / "pipe";
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    const int watch = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    ASSERT_GE(::inotify_add_watch(watch, path.c_str(), IN_OPEN), 0);
+    EXPECT_FALSE(ParseFile(path));
+    std::array<char, 1024> opened;
+    EXPECT_LT(::read(watch, opened.data(), opened.size()), 0);
+    ::close(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    EXPECT_GT(::read(watch, opened.data(), opened.size()), 0) << "what the watch is to notice";
+    ::close(watch);
 }
 
 TEST_F(SessionXMLReaderTest, ASocketFailsWithAMessage) {
