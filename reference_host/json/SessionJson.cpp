@@ -4,6 +4,7 @@
 #include <ostream>
 #include <set>
 
+#include "reference_host/json/JsonText.h"
 #include "reference_host/json/LoneSurrogates.h"
 #include "reference_host/json/Values.h"
 #include "reference_host/nodes/KeyIndex.h"
@@ -12,90 +13,6 @@ namespace refhost {
 namespace {
 
 constexpr int kIndent = 2;
-
-/// Watches a parse for keys that stand twice in one object, which the library would let pass.
-class RepeatedKeys {
-public:
-    void operator()(Json::parse_event_t event, const Json& parsed) {
-        switch (event) {
-            case Json::parse_event_t::object_start:
-                open_.emplace_back(false);
-                break;
-            case Json::parse_event_t::array_start:
-                open_.emplace_back(true);
-                break;
-            case Json::parse_event_t::key:
-                EnterKey(parsed.get_ref<const std::string&>());
-                break;
-            case Json::parse_event_t::object_end:
-            case Json::parse_event_t::array_end:
-                open_.pop_back();
-                CountElement();
-                break;
-            case Json::parse_event_t::value:
-                CountElement();
-                break;
-        }
-    }
-
-private:
-    struct Level {
-        explicit Level(bool array) : isArray(array) {}
-
-        bool isArray;
-        std::size_t index = 0;
-        std::string key;
-        std::set<std::string> keys;
-    };
-
-    void EnterKey(const std::string& key) {
-        Level& level = open_.back();
-        level.key = key;
-        if (!level.keys.insert(key).second) {
-            throw JsonError(Pointer() + ": this key stands twice; remove one of the two");
-        }
-    }
-
-    void CountElement() {
-        if (!open_.empty() && open_.back().isArray) {
-            ++open_.back().index;
-        }
-    }
-
-    std::string Pointer() const {
-        std::string pointer;
-        for (const Level& level : open_) {
-            pointer += level.isArray ? "/" + std::to_string(level.index) : PointerStep(level.key);
-        }
-        return pointer;
-    }
-
-    std::vector<Level> open_;
-};
-
-/// What the library says, from the place on ("line 3, column 7: ...") or, where it gives none,
-/// without the name of its own error.
-std::string Located(const std::string& message) {
-    const std::size_t line = message.find("line ");
-    if (line != message.npos) {
-        return message.substr(line);
-    }
-    const std::size_t name = message.find("] ");
-    return name == message.npos ? message : message.substr(name + 2);
-}
-
-Json Parse(std::string_view text) {
-    RepeatedKeys repeatedKeys;
-    const auto watch = [&repeatedKeys](int, Json::parse_event_t event, Json& parsed) {
-        repeatedKeys(event, parsed);
-        return true;
-    };
-    try {
-        return Json::parse(MarkedDocument(text), watch);
-    } catch (const Json::exception& error) {
-        throw JsonError(Located(error.what()) + "; correct the text there");
-    }
-}
 
 template <class Value>
 std::string Dump(const Value& value) {
@@ -168,7 +85,7 @@ std::string ToJson(const model::Session& session) {
 
 model::Session FromJson(std::string_view text) {
     model::Session session;
-    Decode(Parse(text), JsonPlace(), session);
+    Decode(ParseJson(text), JsonPlace(), session);
     RequireOwnIds(session.files, "files");
     RequireOwnIds(session.videoTracks, "videoTracks");
     RequireOwnIds(session.audioTracks, "audioTracks");

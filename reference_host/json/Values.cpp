@@ -22,7 +22,7 @@ constexpr char kRealWanted[] =
 constexpr double kBeyondSinglePrecision = 0x1.ffffffp127;
 
 /// What stands there, for people.
-std::string Description(const Json& json) {
+std::string Description(const ParsedJson& json) {
     if (json.is_number()) {
         return "the number " + json.dump();
     }
@@ -38,12 +38,13 @@ std::string Description(const Json& json) {
     return json.is_array() ? "a list" : "an object";
 }
 
-[[noreturn]] void FailAtValue(const Json& json, const JsonPlace& place, const std::string& wanted) {
+[[noreturn]] void FailAtValue(const ParsedJson& json, const JsonPlace& place,
+                              const std::string& wanted) {
     place.Fail("this is " + Description(json) + "; " + wanted);
 }
 
 template <class Integer>
-[[noreturn]] void FailAtInteger(const Json& json, const JsonPlace& place, Integer lowest,
+[[noreturn]] void FailAtInteger(const ParsedJson& json, const JsonPlace& place, Integer lowest,
                                 Integer highest) {
     FailAtValue(json, place,
                 "give a whole number from " + std::to_string(lowest) + " to " +
@@ -119,14 +120,14 @@ Json Encode(const std::vector<kelcore::byte>& block) {
     return text;
 }
 
-void Decode(const Json& json, const JsonPlace& place, bool& value) {
+void Decode(const ParsedJson& json, const JsonPlace& place, bool& value) {
     if (!json.is_boolean()) {
         FailAtValue(json, place, "give true or false");
     }
     value = json.get<bool>();
 }
 
-void Decode(const Json& json, const JsonPlace& place, double& value) {
+void Decode(const ParsedJson& json, const JsonPlace& place, double& value) {
     if (json.is_number()) {
         value = json.get<double>();
     } else if (json == kNotANumber) {
@@ -140,7 +141,7 @@ void Decode(const Json& json, const JsonPlace& place, double& value) {
     }
 }
 
-void Decode(const Json& json, const JsonPlace& place, float& value) {
+void Decode(const ParsedJson& json, const JsonPlace& place, float& value) {
     double real = 0;
     Decode(json, place, real);
     if (std::isfinite(real) && std::abs(real) >= kBeyondSinglePrecision) {
@@ -149,14 +150,14 @@ void Decode(const Json& json, const JsonPlace& place, float& value) {
     value = static_cast<float>(real);
 }
 
-void Decode(const Json& json, const JsonPlace& place, std::u16string& text) {
+void Decode(const ParsedJson& json, const JsonPlace& place, std::u16string& text) {
     if (!json.is_string()) {
         FailAtValue(json, place, "give a text");
     }
     text = UnmarkedText(json.get_ref<const std::string&>());
 }
 
-void Decode(const Json& json, const JsonPlace& place, std::vector<kelcore::byte>& block) {
+void Decode(const ParsedJson& json, const JsonPlace& place, std::vector<kelcore::byte>& block) {
     if (!json.is_string()) {
         FailAtValue(json, place, "give the bytes as a text in Base64");
     }
@@ -167,7 +168,7 @@ void Decode(const Json& json, const JsonPlace& place, std::vector<kelcore::byte>
     }
 }
 
-kelcore::int64 DecodeSigned(const Json& json, const JsonPlace& place, kelcore::int64 lowest,
+kelcore::int64 DecodeSigned(const ParsedJson& json, const JsonPlace& place, kelcore::int64 lowest,
                             kelcore::int64 highest) {
     constexpr auto kHighest = std::numeric_limits<kelcore::int64>::max();
     const bool fitsType = json.is_number_integer() &&
@@ -179,7 +180,8 @@ kelcore::int64 DecodeSigned(const Json& json, const JsonPlace& place, kelcore::i
     return value;
 }
 
-kelcore::uint64 DecodeUnsigned(const Json& json, const JsonPlace& place, kelcore::uint64 highest) {
+kelcore::uint64 DecodeUnsigned(const ParsedJson& json, const JsonPlace& place,
+                               kelcore::uint64 highest) {
     if (!json.is_number_unsigned() || json.get<kelcore::uint64>() > highest) {
         FailAtInteger(json, place, kelcore::uint64{0}, highest);
     }
@@ -196,13 +198,13 @@ kelcore::uint32 DecodeNumberKey(const std::string& key, const JsonPlace& place) 
     return number;
 }
 
-void RequireArray(const Json& json, const JsonPlace& place) {
+void RequireArray(const ParsedJson& json, const JsonPlace& place) {
     if (!json.is_array()) {
         FailAtValue(json, place, "give a list");
     }
 }
 
-void RequireObject(const Json& json, const JsonPlace& place) {
+void RequireObject(const ParsedJson& json, const JsonPlace& place) {
     if (!json.is_object()) {
         FailAtValue(json, place, "give an object");
     }

@@ -17,7 +17,10 @@
 /// The model's values as values of the JSON library, both ways, by their types.
 namespace refhost {
 
+/// What is written has its keys in the order of the rows. What is read can have any number of them,
+/// among which an ordered object would look for each from the first one on.
 using Json = nlohmann::ordered_json;
+using ParsedJson = nlohmann::json;
 
 /// Where in the document a value is; only an error spells it out.
 class JsonPlace {
@@ -49,22 +52,23 @@ Json Encode(float value);
 Json Encode(const std::u16string& text);
 Json Encode(const std::vector<kelcore::byte>& block);
 
-void Decode(const Json& json, const JsonPlace& place, bool& value);
-void Decode(const Json& json, const JsonPlace& place, double& value);
-void Decode(const Json& json, const JsonPlace& place, float& value);
-void Decode(const Json& json, const JsonPlace& place, std::u16string& text);
-void Decode(const Json& json, const JsonPlace& place, std::vector<kelcore::byte>& block);
+void Decode(const ParsedJson& json, const JsonPlace& place, bool& value);
+void Decode(const ParsedJson& json, const JsonPlace& place, double& value);
+void Decode(const ParsedJson& json, const JsonPlace& place, float& value);
+void Decode(const ParsedJson& json, const JsonPlace& place, std::u16string& text);
+void Decode(const ParsedJson& json, const JsonPlace& place, std::vector<kelcore::byte>& block);
 
 /// An integer between two bounds.
-kelcore::int64 DecodeSigned(const Json& json, const JsonPlace& place, kelcore::int64 lowest,
+kelcore::int64 DecodeSigned(const ParsedJson& json, const JsonPlace& place, kelcore::int64 lowest,
                             kelcore::int64 highest);
-kelcore::uint64 DecodeUnsigned(const Json& json, const JsonPlace& place, kelcore::uint64 highest);
+kelcore::uint64 DecodeUnsigned(const ParsedJson& json, const JsonPlace& place,
+                               kelcore::uint64 highest);
 
 /// A key that is a number, written as `Encode` writes it.
 kelcore::uint32 DecodeNumberKey(const std::string& key, const JsonPlace& place);
 
-void RequireArray(const Json& json, const JsonPlace& place);
-void RequireObject(const Json& json, const JsonPlace& place);
+void RequireArray(const ParsedJson& json, const JsonPlace& place);
+void RequireObject(const ParsedJson& json, const JsonPlace& place);
 [[noreturn]] void FailAtUnknownKey(const JsonPlace& place, const std::string& key,
                                    const std::vector<std::string>& knownKeys);
 
@@ -74,13 +78,13 @@ Json Encode(Integer value) {
 }
 
 template <std::signed_integral Integer>
-void Decode(const Json& json, const JsonPlace& place, Integer& value) {
+void Decode(const ParsedJson& json, const JsonPlace& place, Integer& value) {
     using Limits = std::numeric_limits<Integer>;
     value = static_cast<Integer>(DecodeSigned(json, place, Limits::min(), Limits::max()));
 }
 
 template <std::unsigned_integral Integer>
-void Decode(const Json& json, const JsonPlace& place, Integer& value) {
+void Decode(const ParsedJson& json, const JsonPlace& place, Integer& value) {
     value = static_cast<Integer>(DecodeUnsigned(json, place, std::numeric_limits<Integer>::max()));
 }
 
@@ -101,13 +105,14 @@ template <class Held>
 Json Encode(const std::map<kelcore::uint32, Held>& values);
 
 template <HasSchema Struct>
-void Decode(const Json& json, const JsonPlace& place, Struct& value);
+void Decode(const ParsedJson& json, const JsonPlace& place, Struct& value);
 template <class Element>
-void Decode(const Json& json, const JsonPlace& place, std::vector<Element>& list);
+void Decode(const ParsedJson& json, const JsonPlace& place, std::vector<Element>& list);
 template <class Held>
-void Decode(const Json& json, const JsonPlace& place, std::optional<Held>& value);
+void Decode(const ParsedJson& json, const JsonPlace& place, std::optional<Held>& value);
 template <class Held>
-void Decode(const Json& json, const JsonPlace& place, std::map<kelcore::uint32, Held>& values);
+void Decode(const ParsedJson& json, const JsonPlace& place,
+            std::map<kelcore::uint32, Held>& values);
 
 template <HasSchema Struct>
 Json Encode(const Struct& value) {
@@ -150,7 +155,7 @@ std::vector<std::string> KeysOf() {
 }
 
 template <HasSchema Struct>
-void Decode(const Json& json, const JsonPlace& place, Struct& value) {
+void Decode(const ParsedJson& json, const JsonPlace& place, Struct& value) {
     RequireObject(json, place);
     for (const auto& [key, member] : json.items()) {
         const auto decodeIfNamed = [&, &key = key, &member = member](const auto& row) {
@@ -170,18 +175,19 @@ void Decode(const Json& json, const JsonPlace& place, Struct& value) {
 }
 
 template <class Element>
-void Decode(const Json& json, const JsonPlace& place, std::vector<Element>& list) {
+void Decode(const ParsedJson& json, const JsonPlace& place, std::vector<Element>& list) {
     RequireArray(json, place);
     list.clear();
     list.reserve(json.size());
-    for (const Json& element : json) {
+    for (const ParsedJson& element : json) {
         const JsonPlace elementPlace(place, list.size());
         Decode(element, elementPlace, list.emplace_back());
     }
 }
 
 template <class Held>
-void Decode(const Json& json, const JsonPlace& place, std::map<kelcore::uint32, Held>& values) {
+void Decode(const ParsedJson& json, const JsonPlace& place,
+            std::map<kelcore::uint32, Held>& values) {
     RequireObject(json, place);
     values.clear();
     for (const auto& [key, value] : json.items()) {
@@ -191,7 +197,7 @@ void Decode(const Json& json, const JsonPlace& place, std::map<kelcore::uint32, 
 }
 
 template <class Held>
-void Decode(const Json& json, const JsonPlace& place, std::optional<Held>& value) {
+void Decode(const ParsedJson& json, const JsonPlace& place, std::optional<Held>& value) {
     if (json.is_null()) {
         value.reset();
     } else {

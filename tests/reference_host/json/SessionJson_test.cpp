@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <ctime>
 #include <limits>
 
 #include "reference_host/json/Values.h"
@@ -26,7 +27,7 @@ std::string ErrorOf(std::string_view text) {
 template <class Value>
 Value Again(const Value& value) {
     Value again{};
-    Decode(Encode(value), JsonPlace(), again);
+    Decode(ParsedJson(Encode(value)), JsonPlace(), again);
     return again;
 }
 
@@ -92,7 +93,7 @@ TEST(SessionJsonTest, ARealOfSinglePrecisionIsWrittenInFullWhereTheShortFormWoul
 
 TEST(SessionJsonTest, ANumberBeyondSinglePrecisionIsAnError) {
     float value = 0;
-    EXPECT_THROW(Decode(Json(1e39), JsonPlace(), value), JsonError);
+    EXPECT_THROW(Decode(ParsedJson(1e39), JsonPlace(), value), JsonError);
 }
 
 TEST(SessionJsonTest, BytesComeBack) {
@@ -107,7 +108,7 @@ TEST(SessionJsonTest, BytesComeBack) {
 
 TEST(SessionJsonTest, BytesThatAreNotBase64AreAnError) {
     std::vector<kelcore::byte> block;
-    EXPECT_THROW(Decode(Json("!"), JsonPlace(), block), JsonError);
+    EXPECT_THROW(Decode(ParsedJson("!"), JsonPlace(), block), JsonError);
 }
 
 TEST(SessionJsonTest, AThingThatIsMissingIsNull) {
@@ -211,8 +212,40 @@ TEST(SessionJsonTest, MalformedJsonIsNamedWithLineAndColumn) {
     EXPECT_THAT(ErrorOf("{\"formatDescription\": \"\xFF\"}"), StartsWith("line 1, column "));
 }
 
+TEST(SessionJsonTest, ANulCharacterIsNotTakenForTheEnd) {
+    EXPECT_EQ(ErrorOf(std::string("{}\n \0{\"sampleRate\": 1}", 21)),
+              "line 2, column 2: a NUL character; remove it");
+}
+
+TEST(SessionJsonTest, ManyKeysAndElementsTakeATimeThatGrowsWithTheirNumber) {
+    std::string unknown = "{";
+    std::string list = R"({"files": [)";
+    std::string table = R"({"audioTracks": [{"fader": {"parameters": {)";
+    constexpr int kKeys = 100'000;
+    for (int key = 0; key < kKeys; ++key) {
+        unknown += "\"x" + std::to_string(key) + "\": 0,";
+        list += "{\"id\": " + std::to_string(key) + "},";
+        table += "\"" + std::to_string(key) + "\": {},";
+    }
+    unknown.back() = '}';
+    list.back() = ']';
+    table.back() = '}';
+    const std::clock_t before = std::clock();
+    EXPECT_THAT(ErrorOf(unknown), HasSubstr("unknown key"));
+    EXPECT_EQ(FromJson(table + "}}]}").audioTracks[0].fader->parameters.size(), kKeys);
+    EXPECT_EQ(FromJson(list + "}").files.size(), kKeys);
+    EXPECT_LT(std::clock() - before, 10 * CLOCKS_PER_SEC);
+}
+
+TEST(SessionJsonTest, AnErrorIsNotAsLongAsTheNumberThatItNames) {
+    const std::string error = ErrorOf(R"({"sampleRate": )" + std::string(100'000, '9') + "}");
+    EXPECT_THAT(error, StartsWith("line 1, column 100015: number overflow"));
+    EXPECT_LT(error.size(), 400U);
+}
+
 TEST(SessionJsonTest, ANumberTooLargeForAnyFieldIsAnError) {
-    EXPECT_THAT(ErrorOf(R"({"duration": 1e999})"), HasSubstr("1e999"));
+    EXPECT_THAT(ErrorOf("{\n  \"duration\": 1e999}"),
+                AllOf(StartsWith("line 2, column 19: "), HasSubstr("1e999")));
 }
 
 }  // namespace

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+#include "reference_host/json/Values.h"
+
+namespace refhost {
+
+/// A JSON document as values, in which lone surrogates are marked (LoneSurrogates.h). Takes a time
+/// that grows with the length of the text.
+/// @throws JsonError  for what is malformed, with its line and column (of bytes), and for a key
+/// that stands twice in one object, with its JSON pointer
+ParsedJson ParseJson(std::string_view text);
+
+}  // namespace refhost
