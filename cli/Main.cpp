@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <system_error>
@@ -77,6 +78,8 @@ cli::ExitCode RunTool(int argumentCount, const char* const* arguments) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
+    // What goes over a limit on the size of files is to fail with a message.
+    std::signal(SIGXFSZ, SIG_IGN);
     cli::ExitCode code = cli::ExitCode::Failure;
     try {
         code = RunTool(argumentCount, arguments);

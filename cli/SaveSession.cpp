@@ -57,12 +57,17 @@ ExitCode SaveSession(refhost::Plugin& plugin, Session session, const std::string
         const auto reasons = SaveToFile(plugin, std::move(session), name, name);
         return reasons.empty() ? ExitCode::Good : FailToSave(name, reasons);
     }
-    const TemporarySession spooled;
-    const auto reasons = SaveToFile(plugin, std::move(session), spooled.Path(), "standard output");
-    if (!reasons.empty()) {
-        return FailToSave("standard output", reasons);
+    std::string content;
+    {
+        const TemporarySession spooled;
+        const auto reasons =
+            SaveToFile(plugin, std::move(session), spooled.Path(), "standard output");
+        if (!reasons.empty()) {
+            return FailToSave("standard output", reasons);
+        }
+        content = std::get<std::string>(toolkit::ReadFileContent(spooled.Path()));
     }
-    return WriteToStream(std::get<std::string>(toolkit::ReadFileContent(spooled.Path())));
+    return WriteToStream(content);
 }
 
 }  // namespace cli

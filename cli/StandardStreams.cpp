@@ -3,7 +3,9 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -16,7 +18,43 @@ namespace {
     throw std::system_error(errno, std::generic_category(), what);
 }
 
+/// What a signal removes; null for nothing.
+std::atomic<const char*> removedAtSignal = nullptr;
+static_assert(std::atomic<const char*>::is_always_lock_free);
+
+void RemoveAndEnd(int signal) {
+    ::unlink(removedAtSignal.load());
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+/// A signal that is ignored stays so.
+void Handle(int signal, void (*from)(int), void (*to)(int)) {
+    struct sigaction action {};
+    ::sigaction(signal, nullptr, &action);
+    if (action.sa_handler == from) {
+        std::signal(signal, to);
+    }
+}
+
+void HandleAll(void (*from)(int), void (*to)(int)) {
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+        Handle(signal, from, to);
+    }
+}
+
 }  // namespace
+
+RemovalAtSignal::RemovalAtSignal(const char* path) : former_(removedAtSignal.exchange(path)) {
+    HandleAll(SIG_DFL, RemoveAndEnd);
+}
+
+RemovalAtSignal::~RemovalAtSignal() {
+    if (former_ == nullptr) {
+        HandleAll(RemoveAndEnd, SIG_DFL);
+    }
+    removedAtSignal = former_;
+}
 
 std::variant<std::string, toolkit::Problem> ReadStandardInput() {
     std::string content;
@@ -34,7 +72,8 @@ std::variant<std::string, toolkit::Problem> ReadStandardInput() {
 }
 
 TemporarySession::TemporarySession()
-    : path_((std::filesystem::current_path() / ".orvo-stream-XXXXXX").string()) {
+    : path_((std::filesystem::current_path() / ".orvo-stream-XXXXXX").string()),
+      removal_(path_.c_str()) {
     const int descriptor = ::mkstemp(path_.data());
     if (descriptor < 0) {
         Fail("a temporary file in the working directory");

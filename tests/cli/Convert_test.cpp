@@ -65,6 +65,27 @@ TEST_F(ConvertTest, StreamsNeedTheirKindAndThenWork) {
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }
 
+TEST_F(ConvertTest, ASignalLeavesNothingOfWhatCameFromStandardInput) {
+    const Outcome outcome =
+        test::Run({.arguments = {ToolPath(), "convert", "--from", "orvo", "--to", "json", "-", "-"},
+                   .input = kSmallSession,
+                   .folder = folder_.Path().string(),
+                   .environment = {{"ORVO_PLUGIN", IdlePluginPath()}, {"ORVO_ENDS", "yes"}}});
+    EXPECT_EQ(outcome.exitCode, -1);
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
+}
+
+TEST_F(ConvertTest, NothingIsLeftWhereNobodyTakesTheOutput) {
+    folder_.Write("a.json",
+                  R"({"audioTracks":[{"id":1,"name":")" + std::string(200'000, 'n') + R"("}]})");
+    const Outcome outcome = test::Run(
+        {.arguments = {"sh", "-c", ToolPath() + " convert a.json - --to orvo | head -c 10 | wc -c"},
+         .folder = folder_.Path().string()});
+    EXPECT_THAT(outcome.output, HasSubstr("10"));
+    std::filesystem::remove(folder_ / "a.json");
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
+}
+
 TEST_F(ConvertTest, AnUnknownExtensionIsAUsageErrorThatSaysWhatToSay) {
     const Outcome outcome = RunTool({"convert", "a.orvo", "a.txt"}, folder_);
     EXPECT_THAT(outcome.errors, HasSubstr("--to"));
@@ -106,6 +127,20 @@ TEST_F(ConvertTest, AStepBackLeadsWhereTheSystemGoesForReadingAndForLookingOver)
     const Outcome outcome = RunTool({"convert", "link/../a.orvo", "b.json"}, folder_);
     ASSERT_EQ(outcome.exitCode, 0) << outcome.errors;
     EXPECT_EQ(json::parse(ReadFile(folder_ / "b.json")).at("sampleRate"), 44100);
+}
+
+TEST_F(ConvertTest, AStepBackLeadsWhereTheSystemGoesForWritingToo) {
+    std::filesystem::create_directories(folder_ / "project/takes");
+    std::filesystem::create_directory_symlink("project/takes", folder_ / "link");
+    folder_.Write("a.orvo", "<orvo><session sampleRate='48000'/></orvo>");
+    for (const char* const name : {"b.json", "b.orvo"}) {
+        folder_.Write(name, "old");
+        const std::string out = std::string("link/../") + name;
+        const Outcome outcome = RunTool({"convert", "a.orvo", out}, folder_);
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.errors;
+        EXPECT_EQ(ReadFile(folder_ / name), "old");
+        EXPECT_THAT(ReadFile(folder_ / "project" / name), HasSubstr("48000"));
+    }
 }
 
 TEST_F(ConvertTest, ContentThatWouldBeLostIsNamedAndNothingIsWritten) {

@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
@@ -25,13 +26,21 @@ void MoveFile() {
     }
 }
 
+void EndIfAsked() {
+    if (std::getenv("ORVO_ENDS") != nullptr) {
+        std::raise(SIGTERM);
+    }
+}
+
 }  // namespace
 
 /// Reads and writes nothing. Refuses the one request that the environment variable ORVO_REFUSES
-/// names; moves, when it is to read, the file that ORVO_MOVES names to where ORVO_MOVES_TO says.
+/// names. When it is to read, moves the file that ORVO_MOVES names to where ORVO_MOVES_TO says, and
+/// ends the process as a user would if ORVO_ENDS is set.
 extern "C" std::int32_t SessionInterface(std::int32_t selector, void* /*argument*/) {
     if (selector == static_cast<std::int32_t>(tses::SessionSelector::ReadSession)) {
         MoveFile();
+        EndIfAsked();
     }
     return static_cast<std::int32_t>(IsRefused(selector) ? tses::SessionResult::NotImplemented
                                                          : tses::SessionResult::Ok);

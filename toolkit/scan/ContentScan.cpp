@@ -250,7 +250,11 @@ private:
         throw Ended();
     }
 
+    /// A first line that cannot even be decoded has no place to the parser.
     void NotWellFormed(Place place, const XMLCh* message) {
+        if (place.line == 0) {
+            place = {1, 1};
+        }
         result_.problem = Problem{place, "not well-formed XML", kelcore::UTF16to8(ViewOf(message))};
     }
 
