@@ -104,12 +104,14 @@ unsigned LongestSeconds(std::size_t cycles, const Options& options) {
 
 /// As many processes as that, at once. How many failed.
 std::size_t AtOnce(std::size_t processes, const std::function<bool(std::size_t number)>& work) {
+    std::size_t failures = 0;
     for (std::size_t number = 0; number < processes; ++number) {
-        if (::fork() == 0) {
+        const pid_t child = ::fork();
+        if (child == 0) {
             ::_exit(work(number) ? 0 : 1);
         }
+        failures += child < 0 ? 1u : 0u;
     }
-    std::size_t failures = 0;
     int status = 0;
     while (::wait(&status) > 0) {
         failures += status == 0 ? 0u : 1u;

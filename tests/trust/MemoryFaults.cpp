@@ -107,7 +107,6 @@ public:
         request_.run();
         const std::size_t allocations = test::memory::End();
         request_.forget();
-        inUse_ = test::memory::BlocksInUse();
         liveNodes_ = refhost::LiveNodes();
         openFiles_ = OpenFiles();
         for (const auto failure : {test::memory::Failure::Once, test::memory::Failure::Onwards}) {
@@ -138,6 +137,7 @@ private:
             (failure == test::memory::Failure::Once ? "" : " and all that follow");
         std::fflush(stdout);
         std::snprintf(currentPoint, sizeof currentPoint, "%s", where.c_str());
+        const std::ptrdiff_t blocksBefore = test::memory::BlocksInUse();
 
         const SessionResult result = RunFailing(failure, at);
         if (result != SessionResult::Ok && result != request_.failure &&
@@ -160,10 +160,9 @@ private:
             tally_.Problem(where, "the next request failed");
         }
         request_.forget();
-        if (test::memory::BlocksInUse() > inUse_) {
+        if (test::memory::BlocksInUse() > blocksBefore) {
             ListLosses(where, failure, at);
         }
-        inUse_ = test::memory::BlocksInUse();
     }
 
     void ListLosses(const std::string& where, test::memory::Failure failure, std::size_t at) {
@@ -172,7 +171,11 @@ private:
         request_.forget();
         request_.run();
         request_.forget();
-        for (const auto& callers : test::memory::PlacesOfBlocksInUse()) {
+        const auto places = test::memory::PlacesOfBlocksInUse();
+        if (places.empty()) {
+            tally_.Problem(where, "memory is lost that a second run does not lose");
+        }
+        for (const auto& callers : places) {
             if (const auto place = LibraryPlace(callers)) {
                 ++tally_.lostByLibrary[*place];
             } else {
@@ -185,7 +188,6 @@ private:
     Tally& tally_;
     std::size_t liveNodes_ = 0;
     std::ptrdiff_t openFiles_ = 0;
-    std::ptrdiff_t inUse_ = 0;  // blocks, after a request that succeeded
 };
 
 /// The first request of a process, with no memory from ever later on, until there is enough: what

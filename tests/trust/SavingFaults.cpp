@@ -231,11 +231,13 @@ private:
         }
     }
 
-    /// Only a fault that stays may keep a save from removing its own file. What another left is
-    /// removed as well as can be, and by the next save at the latest.
+    /// Only where removing itself fails may a save leave its own file. What another left is removed
+    /// as well as can be, and by the next save at the latest.
     void JudgeStrays(const Fault& fault, const std::string& call) {
-        const bool isRemoved = call == "unlinkat" ? fault.error == EINTR : !scenario_.hasStray;
-        if (fault.extent == Extent::Once && isRemoved) {
+        const bool canRemove = call == "unlinkat"
+                                   ? fault.extent == Extent::Once && fault.error == EINTR
+                                   : fault.extent != Extent::All && !scenario_.hasStray;
+        if (canRemove) {
             Expect(stage_.Strays() == 0, "it leaves a temporary file");
         }
     }
