@@ -191,7 +191,8 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
     if (!session) {
         return ExitCode::Failure;
     }
-    return to == Kind::Orvo ? SaveSession(*plugin, std::move(*session), options.out)
+    return to == Kind::Orvo ? SaveSession(*plugin, std::move(*session), options.out,
+                                          from == Kind::Json ? Losses::Told : Losses::Impossible)
                             : WriteJson(*session, options.out);
 }
 

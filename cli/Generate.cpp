@@ -25,7 +25,8 @@ struct Options {
 ExitCode RunGenerate(const Options& options) {
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
-    return SaveSession(plugin, toolkit::GenerateSession(options.size, options.seed), options.out);
+    return SaveSession(plugin, toolkit::GenerateSession(options.size, options.seed), options.out,
+                       Losses::Impossible);
 }
 
 /// Each number may be as large as it likes to be, but not all of them together.

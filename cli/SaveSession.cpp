@@ -1,6 +1,9 @@
 #include "cli/SaveSession.h"
 
+#include <fmt/format.h>
+
 #include <cstdio>
+#include <optional>
 #include <set>
 #include <utility>
 #include <variant>
@@ -10,6 +13,7 @@
 #include "cli/SessionFile.h"
 #include "cli/StandardStreams.h"
 #include "reference_host/Sessions.h"
+#include "reference_host/json/Differences.h"
 #include "toolkit/FileContent.h"
 
 namespace cli {
@@ -17,9 +21,37 @@ namespace {
 
 using refhost::model::Session;
 
+/// Names what is otherwise in the saved file, which is read for that. What a file says of its
+/// writer is not part of the session.
+void TellLosses(refhost::Plugin& plugin, Session session, const std::string& path,
+                const std::string& subject) {
+    const refhost::ReadResult saved = refhost::ReadSession(plugin, FullPathOf(path));
+    if (saved.result != tses::SessionResult::Ok) {
+        Complain({.subject = subject,
+                  .what = "saved, but cannot be read again",
+                  .advice = "keep what it was made of"});
+        return;
+    }
+    session.formatVersion = saved.session.formatVersion;
+    session.formatDescription = saved.session.formatDescription;
+    session.versionDependentValue = saved.session.versionDependentValue;
+    const refhost::Differences losses =
+        refhost::FindDifferences(session, saved.session, toolkit::kNotCarriedLimit);
+    for (const std::string& line : losses.lines) {
+        Complain({.subject = subject, .what = "saved, but not as it was", .advice = line});
+    }
+    if (losses.count > losses.lines.size()) {
+        Complain({.subject = subject,
+                  .what = "saved, but not as it was",
+                  .advice = fmt::format("and {} more", losses.count - losses.lines.size())});
+    }
+}
+
 /// The reasons why it could not be saved; none if it was.
 std::vector<std::string> SaveToFile(refhost::Plugin& plugin, Session session,
-                                    const std::string& path, const std::string& subject) {
+                                    const std::string& path, const std::string& subject,
+                                    Losses losses) {
+    std::optional<Session> copy = losses == Losses::Told ? std::optional(session) : std::nullopt;
     ProgressBar bar("writing " + subject);
     refhost::WriteOptions options;
     options.progress = [&](const refhost::Progress& progress) {
@@ -31,6 +63,9 @@ std::vector<std::string> SaveToFile(refhost::Plugin& plugin, Session session,
         for (const std::string& remark :
              std::set(written.messages.begin(), written.messages.end())) {
             Complain({.subject = subject, .what = "saved", .advice = remark});
+        }
+        if (copy) {
+            TellLosses(plugin, *std::move(copy), path, subject);
         }
         return {};
     }
@@ -52,16 +87,17 @@ ExitCode WriteToStream(const std::string& content) {
     return ExitCode::Good;
 }
 
-ExitCode SaveSession(refhost::Plugin& plugin, Session session, const std::string& name) {
+ExitCode SaveSession(refhost::Plugin& plugin, Session session, const std::string& name,
+                     Losses losses) {
     if (name != kStream) {
-        const auto reasons = SaveToFile(plugin, std::move(session), name, name);
+        const auto reasons = SaveToFile(plugin, std::move(session), name, name, losses);
         return reasons.empty() ? ExitCode::Good : FailToSave(name, reasons);
     }
     std::string content;
     {
         const TemporarySession spooled;
         const auto reasons =
-            SaveToFile(plugin, std::move(session), spooled.Path(), "standard output");
+            SaveToFile(plugin, std::move(session), spooled.Path(), "standard output", losses);
         if (!reasons.empty()) {
             return FailToSave("standard output", reasons);
         }

@@ -14,6 +14,7 @@ using test::ReadFile;
 using test::RunTool;
 using test::RunToolUnprivileged;
 using test::ToolPath;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -252,8 +253,46 @@ TEST_F(ConvertTest, ACharacterThatASessionFileCannotHoldIsReplacedAndSaidOnce) {
                   R"({"files": [{"id": 1, "path": "/a\ud800b", "recoveryId": "\ud800"}]})");
     const Outcome outcome = RunTool({"convert", "a.json", "a.orvo"}, folder_);
     EXPECT_EQ(outcome.errors,
-              "orvo: a.orvo: saved: characters that XML cannot carry were replaced by U+FFFD\n");
+              "orvo: a.orvo: saved: characters that XML cannot carry were replaced by U+FFFD\n"
+              "orvo: a.orvo: saved, but not as it was: /files/0/path: \"/a\\ud800b\" became "
+              "\"/a\uFFFDb\"\n"
+              "orvo: a.orvo: saved, but not as it was: /files/0/recoveryId: \"\\ud800\" became "
+              "\"\uFFFD\"\n");
     EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(ConvertTest, WhatASessionFileCannotHoldIsNamed) {
+    folder_.Write("a.json", R"({"audioTracks": [{"id": 1, "name": "  lead  ", "kind": 2}],
+                                "videoTracks": [{"id": 2, "index": 7}]})");
+    const Outcome outcome = RunTool({"convert", "a.json", "a.orvo"}, folder_);
+    EXPECT_EQ(outcome.errors,
+              "orvo: a.orvo: saved, but not as it was: /videoTracks/0/index: 7 became 0\n"
+              "orvo: a.orvo: saved, but not as it was: /audioTracks/0/name: \"  lead  \" became "
+              "\"lead\"\n");
+    EXPECT_EQ(outcome.exitCode, 0);
+    const Outcome stream = RunTool({"convert", "a.json", "-", "--to", "orvo"}, folder_);
+    EXPECT_THAT(stream.errors, HasSubstr("orvo: standard output: saved, but not as it was: "));
+    EXPECT_EQ(stream.output, ReadFile(folder_ / "a.orvo"));
+}
+
+TEST_F(ConvertTest, OfManyThingsThatASessionFileCannotHoldSomeAreNamedAndTheOthersCounted) {
+    std::string tracks;
+    for (int id = 0; id < 30; ++id) {
+        tracks += R"({"kind": 2, "name": " ", "id": )" + std::to_string(id) + "},";
+    }
+    tracks.pop_back();
+    folder_.Write("a.json", R"({"audioTracks": [)" + tracks + "]}");
+    const Outcome outcome = RunTool({"convert", "a.json", "a.orvo"}, folder_);
+    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 21);
+    EXPECT_THAT(outcome.errors, EndsWith("orvo: a.orvo: saved, but not as it was: and 10 more\n"));
+}
+
+TEST_F(ConvertTest, NothingIsNamedWhereASessionFileHoldsEverything) {
+    ASSERT_EQ(RunTool({"generate", "--tracks", "12", "a.orvo"}, folder_).exitCode, 0);
+    ASSERT_EQ(RunTool({"convert", "a.orvo", "a.json"}, folder_).exitCode, 0);
+    const Outcome outcome = RunTool({"convert", "a.json", "b.orvo"}, folder_);
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(ReadFile(folder_ / "b.orvo"), ReadFile(folder_ / "a.orvo"));
 }
 
 TEST_F(ConvertTest, MediaAreFoundFromACopyInAnotherFolder) {

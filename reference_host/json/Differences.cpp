@@ -1,0 +1,144 @@
+#include "reference_host/json/Differences.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <optional>
+#include <tuple>
+
+#include "reference_host/json/LoneSurrogates.h"
+#include "reference_host/json/Values.h"
+
+namespace refhost {
+namespace {
+
+bool AreSame(double one, double other) {
+    return one == other || (std::isnan(one) && std::isnan(other));
+}
+
+template <class Value>
+bool AreSame(const Value& one, const Value& other) {
+    return one == other;
+}
+
+/// Not inside a UTF-8 sequence.
+std::string Shortened(std::string text) {
+    std::size_t size = 60;
+    if (text.size() > size) {
+        while ((static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) {
+            --size;
+        }
+        text.replace(size, text.npos, "...");
+    }
+    return text;
+}
+
+/// A value as it stands in JSON.
+template <class Value>
+std::string Shown(const Value& value) {
+    return Shortened(UnmarkedDocument(Encode(value).dump()));
+}
+
+class Comparison {
+public:
+    explicit Comparison(std::size_t limit) : limit_(limit) {}
+
+    Differences Take() { return std::move(differences_); }
+
+    template <class Value>
+    void Compare(const Value& one, const Value& other, const JsonPlace& place) {
+        if (!AreSame(one, other)) {
+            Report(one, other, place);
+        }
+    }
+
+    template <HasSchema Struct>
+    void Compare(const Struct& one, const Struct& other, const JsonPlace& place) {
+        std::apply(
+            [&](const auto&... rows) {
+                (Compare(one.*rows.member, other.*rows.member, JsonPlace(place, rows.key)), ...);
+            },
+            Schema<Struct>::kRows);
+    }
+
+    void Compare(const std::vector<kelcore::byte>& one, const std::vector<kelcore::byte>& other,
+                 const JsonPlace& place) {
+        if (one != other) {
+            Report(one, other, place);
+        }
+    }
+
+    template <class Element>
+    void Compare(const std::vector<Element>& one, const std::vector<Element>& other,
+                 const JsonPlace& place) {
+        const std::size_t both = std::min(one.size(), other.size());
+        for (std::size_t i = 0; i < both; ++i) {
+            Compare(one[i], other[i], JsonPlace(place, i));
+        }
+        for (std::size_t i = both; i < one.size(); ++i) {
+            Report(one[i], nullptr, JsonPlace(place, i));
+        }
+        for (std::size_t i = both; i < other.size(); ++i) {
+            Report(nullptr, other[i], JsonPlace(place, i));
+        }
+    }
+
+    template <class Held>
+    void Compare(const std::optional<Held>& one, const std::optional<Held>& other,
+                 const JsonPlace& place) {
+        if (one && other) {
+            Compare(*one, *other, place);
+        } else if (one || other) {
+            Report(one, other, place);
+        }
+    }
+
+    template <class Held>
+    void Compare(const std::map<kelcore::uint32, Held>& one,
+                 const std::map<kelcore::uint32, Held>& other, const JsonPlace& place) {
+        for (const auto& [number, value] : one) {
+            const std::string key = std::to_string(number);
+            const auto found = other.find(number);
+            if (found != other.end()) {
+                Compare(value, found->second, JsonPlace(place, key));
+            } else {
+                Report(value, nullptr, JsonPlace(place, key));
+            }
+        }
+        for (const auto& [number, value] : other) {
+            if (!one.contains(number)) {
+                const std::string key = std::to_string(number);
+                Report(nullptr, value, JsonPlace(place, key));
+            }
+        }
+    }
+
+private:
+    static std::string Shown(std::nullptr_t) { return "nothing"; }
+    template <class Value>
+    static std::string Shown(const Value& value) {
+        return refhost::Shown(value);
+    }
+
+    template <class One, class Other>
+    void Report(const One& one, const Other& other, const JsonPlace& place) {
+        if (differences_.count++ < limit_) {
+            differences_.lines.push_back(place.Pointer() + ": " + Shown(one) + " became " +
+                                         Shown(other));
+        }
+    }
+
+    std::size_t limit_;
+    Differences differences_;
+};
+
+}  // namespace
+
+Differences FindDifferences(const model::Session& session, const model::Session& other,
+                            std::size_t limit) {
+    Comparison comparison(limit);
+    comparison.Compare(session, other, JsonPlace());
+    return comparison.Take();
+}
+
+}  // namespace refhost

@@ -1,0 +1,82 @@
+#include "reference_host/json/Differences.h"
+
+#include <gmock/gmock.h>
+
+#include <limits>
+
+namespace refhost {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+constexpr std::size_t kMany = 100;
+
+std::vector<std::string> Lines(const model::Session& session, const model::Session& other) {
+    return FindDifferences(session, other, kMany).lines;
+}
+
+TEST(DifferencesTest, EqualSessionsHaveNone) {
+    const model::Session session{.audioTracks = {{.id = 2}}, .files = {{.id = 1}}};
+    EXPECT_EQ(FindDifferences(session, session, kMany).count, 0U);
+    EXPECT_THAT(Lines(session, session), IsEmpty());
+}
+
+TEST(DifferencesTest, AValueHasItsPlaceAndWhatItWasAndIs) {
+    EXPECT_THAT(Lines({.sampleRate = 1, .audioTracks = {{}, {.name = u"a"}}},
+                      {.sampleRate = 2, .audioTracks = {{}, {.name = u"b"}}}),
+                ElementsAre("/sampleRate: 1 became 2", R"(/audioTracks/1/name: "a" became "b")"));
+}
+
+TEST(DifferencesTest, WhatIsMissingOrMoreIsOneDifference) {
+    EXPECT_THAT(Lines({.files = {{.id = 1}}}, {}),
+                ElementsAre(StartsWith(R"(/files/0: {"id":1,"path":"",)")));
+    EXPECT_THAT(Lines({}, {.files = {{.id = 1}}}),
+                ElementsAre(StartsWith("/files/0: nothing became {")));
+}
+
+TEST(DifferencesTest, AThingThatIsThereOnOneSideOnlyIsOneDifference) {
+    EXPECT_THAT(Lines({.audioTracks = {{.fader = model::Component{}}}}, {.audioTracks = {{}}}),
+                ElementsAre(AllOf(StartsWith("/audioTracks/0/fader: {"),
+                                  testing::EndsWith("became null"))));
+}
+
+TEST(DifferencesTest, EntriesOfTablesGoByTheirNumbers) {
+    model::Component one;
+    one.parameters = {{1, {}}, {3, {}}, {4, {.name = u"a"}}};
+    model::Component other;
+    other.parameters = {{1, {}}, {2, {}}, {4, {.name = u"b"}}};
+    EXPECT_THAT(Lines({.audioTracks = {{.fader = one}}}, {.audioTracks = {{.fader = other}}}),
+                ElementsAre(StartsWith("/audioTracks/0/fader/parameters/3: {"),
+                            R"(/audioTracks/0/fader/parameters/4/name: "a" became "b")",
+                            StartsWith("/audioTracks/0/fader/parameters/2: nothing became {")));
+}
+
+TEST(DifferencesTest, ANumberThatIsNoneIsItself) {
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_THAT(Lines({.audioTracks = {{.hue = none}}}, {.audioTracks = {{.hue = none}}}),
+                IsEmpty());
+    EXPECT_THAT(Lines({.audioTracks = {{.hue = none}}}, {.audioTracks = {{.hue = 1}}}),
+                ElementsAre("/audioTracks/0/hue: \"NaN\" became 1.0"));
+}
+
+TEST(DifferencesTest, LongValuesAreCutBetweenCharacters) {
+    const std::u16string text = u"a" + std::u16string(100, u'\u00E9');
+    std::string shown = "\"a";
+    while (shown.size() < 60) {
+        shown += "\u00E9";
+    }
+    EXPECT_THAT(Lines({.formatDescription = text}, {}),
+                ElementsAre("/formatDescription: " + shown + "... became \"\""));
+}
+
+TEST(DifferencesTest, AllAreCountedAndTheFirstNamed) {
+    const Differences differences =
+        FindDifferences({.sampleRate = 1, .channelCount = 1, .duration = 3}, {}, 1);
+    EXPECT_EQ(differences.count, 3U);
+    EXPECT_THAT(differences.lines, ElementsAre(StartsWith("/sampleRate: ")));
+}
+
+}  // namespace
+}  // namespace refhost
