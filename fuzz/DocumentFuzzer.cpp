@@ -9,7 +9,7 @@
 #include "plugin/xml/Names.h"
 
 // Well-formed documents of the names that a session has, in any place and with any value. They are
-// read; and what was read is saved, and read again as it was.
+// read without a word of the parser, or refused by what the host makes of them.
 
 namespace {
 

@@ -65,6 +65,10 @@ def files_of(root, output):
     return files
 
 
+# Of the branches; docs/reliability.md gives the reasons for what is left.
+LEAST_SHARE = 0.95
+
+
 def share(reached, count):
     return f"{reached:6} of {count:6} {100 * reached / count if count else 100:7.2f} %"
 
@@ -89,6 +93,9 @@ def main():
         if own := [file for path, file in files.items() if path.parts[0] == folder]:
             print(f"{folder:16}{figures(own)}")
     print(f"{'all':16}{figures(files.values())}")
+    branches = [taken for file in files.values() for place in file.branches.values() for taken in place]
+    if sum(branches) < LEAST_SHARE * len(branches):
+        sys.exit(f"less than {100 * LEAST_SHARE:.0f} % of the branches are taken")
 
 
 if __name__ == "__main__":
