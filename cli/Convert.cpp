@@ -203,7 +203,9 @@ void AddConvert(CLI::App& tool, Action& chosen) {
     CLI::App* const verb = tool.add_subcommand(
         "convert", "Turn a session file into another kind, or into a fresh one.");
     verb->add_option("IN", options->in, "what to read; - for standard input")->required();
-    verb->add_option("OUT", options->out, "what to write; - for standard output")->required();
+    verb->add_option("OUT", options->out, "what to write; - for standard output")
+        ->required()
+        ->check(FileName());
     for (const auto& [name, kind] :
          {std::pair("--from", &options->from), std::pair("--to", &options->to)}) {
         verb->add_option(name, *kind, "its kind, orvo or json, if its name does not tell")

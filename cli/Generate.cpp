@@ -49,7 +49,8 @@ void AddGenerate(CLI::App& tool, Action& chosen) {
     CLI::App* const verb = tool.add_subcommand(
         "generate", "Make a session up, as large as it is wanted, to try things on.");
     verb->add_option("OUT", options->out, "the session file to write; - for standard output")
-        ->required();
+        ->required()
+        ->check(FileName());
     verb->add_option("--tracks", options->size.tracks, "tracks of all kinds, the master among them")
         ->type_name("N")
         ->check(CLI::Range(1U, kMostTracks).description(""))

@@ -10,6 +10,9 @@ namespace cli {
 /// What the chosen verb does once the command line has been read.
 using Action = std::function<ExitCode()>;
 
+/// For the name of a file that is to be written: one that no file can have is a usage error.
+CLI::Validator FileName();
+
 /// Each adds its verb and the verb's options to the tool. When the verb is chosen, `chosen` becomes
 /// its action. Nothing is loaded or read before that is called.
 void AddInfo(CLI::App& tool, Action& chosen);

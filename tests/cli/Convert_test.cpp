@@ -94,6 +94,18 @@ TEST_F(ConvertTest, AnUnknownExtensionIsAUsageErrorThatSaysWhatToSay) {
     EXPECT_EQ(RunTool({"convert", "--from", "tape", "a", "a.json"}, folder_).exitCode, 2);
 }
 
+TEST_F(ConvertTest, ANameThatNoFileCanHaveIsAUsageErrorThatSaysWhatToDo) {
+    folder_.Write("a.json", "{}");
+    for (const auto& [name, advice] :
+         {std::pair("", "name a file"), {"b.orvo/", "name a file in it"}}) {
+        const Outcome outcome = RunTool({"convert", "a.json", name, "--to", "orvo"}, folder_);
+        EXPECT_THAT(outcome.errors, HasSubstr(advice));
+        EXPECT_EQ(outcome.exitCode, 2);
+    }
+    EXPECT_EQ(RunTool({"generate", "b.orvo/"}, folder_).exitCode, 2);
+    EXPECT_FALSE(Exists("b.orvo"));
+}
+
 TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConverted) {
     folder_.Write("a.orvo", "<orvo><session/>");
     const Outcome outcome = test::Run({.arguments = {ToolPath(), "convert", "a.orvo", "a.json"},

@@ -1,17 +1,25 @@
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cstddef>
 #include <cstdio>
 #include <ctime>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
 #include "reference_host/LiveNodes.h"
 #include "reference_host/Sessions.h"
+#include "tests/trust/Confinement.h"
 #include "tests/trust/OpenedFiles.h"
 
-// HostileReader FILE: reads one file as a host would and says, as JSON, what came of it and what it
-// cost.
+// HostileReader FILE [COPY]: reads one file as a host would, saves what it read if it is told
+// where, and says, as JSON, what came of it, what was opened for it, and what it cost. To make a
+// socket or start a program ends it; HostileReader --socket and --program do so.
 
 namespace {
 
@@ -27,12 +35,22 @@ long PeakKibibytes() {
     return -1;
 }
 
-nlohmann::json ReadAndReport(refhost::Plugin& plugin, const std::u16string& path) {
+/// What is opened while `work` runs.
+template <class Work>
+std::vector<std::string> OpenedBy(Work work) {
+    const std::size_t before = test::Opened().size();
+    test::RecordOpened(true);
+    work();
+    test::RecordOpened(false);
+    const std::vector<std::string> opened = test::Opened();
+    return {opened.begin() + static_cast<std::ptrdiff_t>(before), opened.end()};
+}
+
+nlohmann::json ReadAndReport(refhost::Plugin& plugin, const std::u16string& path,
+                             refhost::ReadResult& read) {
     const long peakBefore = PeakKibibytes();
     const std::clock_t begin = std::clock();  // of this process: others may keep it waiting
-    test::RecordOpened(true);
-    const refhost::ReadResult read = refhost::ReadSession(plugin, path);
-    test::RecordOpened(false);
+    const auto opened = OpenedBy([&] { read = refhost::ReadSession(plugin, path); });
     const double seconds = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
 
     std::vector<std::string> messages;
@@ -43,20 +61,44 @@ nlohmann::json ReadAndReport(refhost::Plugin& plugin, const std::u16string& path
             {"messages", messages},
             {"seconds", seconds},
             {"peakKiB", PeakKibibytes() - peakBefore},
-            {"opened", test::Opened()},
+            {"opened", opened},
             {"liveNodes", refhost::LiveNodes()}};
+}
+
+nlohmann::json SaveAndReport(refhost::Plugin& plugin, const std::u16string& path,
+                             const refhost::model::Session& session) {
+    refhost::WriteResult written;
+    const auto opened = OpenedBy([&] { written = refhost::WriteSession(plugin, path, session); });
+    return {{"result", static_cast<int>(written.result)}, {"opened", opened}};
+}
+
+/// What the filter is to end.
+int TryForbidden(std::string_view what) {
+    if (what == "--socket") {
+        return ::socket(AF_INET, SOCK_STREAM, 0);
+    }
+    return ::execl("/bin/true", "true", static_cast<char*>(nullptr));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: HostileReader FILE\n");
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments.empty() || arguments.size() > 2) {
+        std::fprintf(stderr, "usage: HostileReader FILE [COPY]\n");
         return 2;
     }
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
-    const nlohmann::json report = ReadAndReport(plugin, kelcore::PathFromBytes(argv[1]));
+    test::ForbidSocketsAndPrograms();
+    if (arguments[0].starts_with("--")) {
+        return TryForbidden(arguments[0]);
+    }
+    refhost::ReadResult read;
+    nlohmann::json report = ReadAndReport(plugin, kelcore::PathFromBytes(arguments[0]), read);
+    if (arguments.size() > 1) {
+        report["saved"] = SaveAndReport(plugin, kelcore::PathFromBytes(arguments[1]), read.session);
+    }
     std::puts(report.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace).c_str());
     return 0;
 }
