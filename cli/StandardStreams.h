@@ -27,8 +27,8 @@ private:
     const char* former_;
 };
 
-/// A temporary file in the working directory, removed at the end, also when the end is a signal from
-/// the terminal or another program. It stands there, and not in the place for temporary files,
+/// A temporary file in the working directory, removed at the end, also when the end is a signal
+/// from the terminal or another program. It stands there, and not in the place for temporary files,
 /// because the paths in a session are relative to the session's own folder.
 class TemporarySession {
 public:

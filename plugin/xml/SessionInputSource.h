@@ -9,8 +9,8 @@ namespace tses {
 
 /// A session file as the parser reads it. It makes its own stream: the file is opened only
 /// if it is a regular one, and read only if it still is: that is asked again of the opened file,
-/// and to open it never waits, so that it can be exchanged in between for nothing that matters. All that is read
-/// goes past the watch, which must outlive the parse.
+/// and to open it never waits, so that it can be exchanged in between for nothing that matters. All
+/// that is read goes past the watch, which must outlive the parse.
 ///
 /// A parser that fails may forget its stream, or hold it until its own end; so a source is to
 /// outlive the parser, and then closes what is left.
