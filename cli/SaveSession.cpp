@@ -23,14 +23,14 @@ using refhost::model::Session;
 
 /// Names what is otherwise in the saved file, which is read for that. What a file says of its
 /// writer is not part of the session.
-void TellLosses(refhost::Plugin& plugin, Session session, const std::string& path,
-                const std::string& subject) {
+ExitCode TellLosses(refhost::Plugin& plugin, Session session, const std::string& path,
+                    const std::string& subject) {
     const refhost::ReadResult saved = refhost::ReadSession(plugin, FullPathOf(path));
     if (saved.result != tses::SessionResult::Ok) {
         Complain({.subject = subject,
-                  .what = "saved, but cannot be read again",
+                  .what = "what was saved cannot be read again",
                   .advice = "keep what it was made of"});
-        return;
+        return ExitCode::Failure;
     }
     session.formatVersion = saved.session.formatVersion;
     session.formatDescription = saved.session.formatDescription;
@@ -45,32 +45,32 @@ void TellLosses(refhost::Plugin& plugin, Session session, const std::string& pat
                   .what = "saved, but not as it was",
                   .advice = fmt::format("and {} more", losses.count - losses.lines.size())});
     }
+    return ExitCode::Good;
 }
 
-/// The reasons why it could not be saved; none if it was.
-std::vector<std::string> SaveToFile(refhost::Plugin& plugin, Session session,
-                                    const std::string& path, const std::string& subject,
-                                    Losses losses) {
-    std::optional<Session> copy = losses == Losses::Told ? std::optional(session) : std::nullopt;
+refhost::WriteResult Write(refhost::Plugin& plugin, Session session, const std::string& path,
+                           const std::string& subject) {
     ProgressBar bar("writing " + subject);
     refhost::WriteOptions options;
     options.progress = [&](const refhost::Progress& progress) {
         bar.Update(progress.done, progress.total);
     };
-    const refhost::WriteResult written =
-        refhost::WriteSession(plugin, FullPathOf(path), std::move(session), options);
-    if (written.result == tses::SessionResult::Ok) {
-        for (const std::string& remark :
-             std::set(written.messages.begin(), written.messages.end())) {
-            Complain({.subject = subject, .what = "saved", .advice = remark});
-        }
-        if (copy) {
-            TellLosses(plugin, *std::move(copy), path, subject);
-        }
-        return {};
+    return refhost::WriteSession(plugin, FullPathOf(path), std::move(session), options);
+}
+
+ExitCode SaveToFile(refhost::Plugin& plugin, Session session, const std::string& path,
+                    const std::string& subject, Losses losses) {
+    std::optional<Session> copy = losses == Losses::Told ? std::optional(session) : std::nullopt;
+    const refhost::WriteResult written = Write(plugin, std::move(session), path, subject);
+    if (written.result != tses::SessionResult::Ok) {
+        return FailToSave(subject, written.messages.empty()
+                                       ? std::vector<std::string>{"the plug-in refused to write it"}
+                                       : written.messages);
     }
-    return written.messages.empty() ? std::vector<std::string>{"the plug-in refused to write it"}
-                                    : written.messages;
+    for (const std::string& remark : std::set(written.messages.begin(), written.messages.end())) {
+        Complain({.subject = subject, .what = "saved", .advice = remark});
+    }
+    return copy ? TellLosses(plugin, *std::move(copy), path, subject) : ExitCode::Good;
 }
 
 }  // namespace
@@ -90,16 +90,15 @@ ExitCode WriteToStream(const std::string& content) {
 ExitCode SaveSession(refhost::Plugin& plugin, Session session, const std::string& name,
                      Losses losses) {
     if (name != kStream) {
-        const auto reasons = SaveToFile(plugin, std::move(session), name, name, losses);
-        return reasons.empty() ? ExitCode::Good : FailToSave(name, reasons);
+        return SaveToFile(plugin, std::move(session), name, name, losses);
     }
     std::string content;
     {
         const TemporarySession spooled;
-        const auto reasons =
+        const ExitCode code =
             SaveToFile(plugin, std::move(session), spooled.Path(), "standard output", losses);
-        if (!reasons.empty()) {
-            return FailToSave("standard output", reasons);
+        if (code != ExitCode::Good) {
+            return code;
         }
         content = std::get<std::string>(toolkit::ReadFileContent(spooled.Path()));
     }

@@ -287,6 +287,17 @@ TEST_F(ConvertTest, WhatASessionFileCannotHoldIsNamed) {
     EXPECT_EQ(stream.output, ReadFile(folder_ / "a.orvo"));
 }
 
+TEST_F(ConvertTest, ASavedFileThatCannotBeReadAgainIsAFailure) {
+    folder_.Write("a.json", "{}");
+    const Outcome outcome = test::Run(
+        {.arguments = {ToolPath(), "convert", "a.json", "a.orvo"},
+         .folder = folder_.Path().string(),
+         .environment = {{"ORVO_PLUGIN", IdlePluginPath()}, {"ORVO_REFUSES", "ReadSession"}}});
+    EXPECT_EQ(outcome.errors,
+              "orvo: a.orvo: what was saved cannot be read again: keep what it was made of\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
 TEST_F(ConvertTest, OfManyThingsThatASessionFileCannotHoldSomeAreNamedAndTheOthersCounted) {
     std::string tracks;
     for (int id = 0; id < 30; ++id) {
