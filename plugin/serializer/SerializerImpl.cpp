@@ -45,8 +45,9 @@ bool Serializer::Impl::Read(const std::u16string& path, HostReference<IEditSessi
     return reader.Parse(path_) && rootSeen_;
 }
 
-// skipDepth_ stays: it is zero after every read but one that failed inside a skipped element, and
-// files read after such a failure have always been read from that depth on.
+// skipDepth_ stays: it is zero after a read, but for one that failed inside a skipped element, or
+// whose last elements hold one named like the root; and files read after such a one have always
+// been read from that depth on.
 void Serializer::Impl::Reset() {
     rootSeen_ = false;
     stateStack_.assign(1, states::unknown);

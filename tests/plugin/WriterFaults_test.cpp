@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
+#include <utility>
+
 #include "tests/plugin/EverythingSession.h"
 #include "tests/support/SerializerFixture.h"
 
@@ -67,6 +70,43 @@ TEST_F(WriterFaults, ThatMeetAVideoTrackWhichIsTheLastOneFailTheSave) {
     session.audioTracks.clear();
     session.videoTracks = test::EverythingSession(u"/media/").videoTracks;
     EXPECT_THAT(SurvivedFaults(session), IsEmpty());
+}
+
+TEST_F(WriterFaults, EndTheAskingForMoreOfAList) {
+    AudioTrack ofClips;
+    ofClips.clips.resize(3);
+    AudioTrack ofSlots;
+    ofSlots.effectsRack.emplace().slots.resize(3, refhost::model::EffectsSlot());
+    AudioTrack ofKeyframes;
+    refhost::model::Parameter parameter{.value = 1.0F};
+    parameter.automation.emplace().keyframes.resize(3);
+    ofKeyframes.fader.emplace().parameters[0] = parameter;
+    Session ofGroups;
+    ofGroups.clipGroups.resize(3);
+    Session ofVideo;
+    ofVideo.videoTracks.resize(1);
+    ofVideo.videoTracks[0].clips.resize(3);
+    const auto only = [](AudioTrack track) {
+        Session session;
+        session.audioTracks = {std::move(track)};
+        return session;
+    };
+    const std::pair<std::string, Session> lists[] = {
+        {".GetClip(", only(ofClips)},         {".GetSlot(", only(ofSlots)},
+        {".GetKeyframe(", only(ofKeyframes)}, {".GetClipGroup(", ofGroups},
+        {".GetVideoClip(", ofVideo},
+    };
+    for (const auto& [query, session] : lists) {
+        std::set<std::size_t> asked;
+        for (std::size_t operation = 0;; ++operation) {
+            const test::WriteOutcome outcome = WriteWithFault(session, operation);
+            asked.insert(CallsOf(outcome.calls, query).size());
+            if (outcome.ok) {
+                break;
+            }
+        }
+        EXPECT_THAT(asked, testing::IsSupersetOf({1u, 2u, 3u})) << query;
+    }
 }
 
 }  // namespace

@@ -97,7 +97,8 @@ void Serializer::Impl::StartClipComponent(State state, const TagAttributes& attr
 namespace {
 
 PendingClipRecord QueryClip(IQueryAudioClip& clip) {
-    PendingClipRecord record = QueryCommonClipAttributes(clip);
+    PendingClipRecord record;
+    record.id = clip.GetID();
     record.fileId = clip.GetFileID();
     record.looped = clip.GetLooped();
     record.offline = clip.GetOffline();
@@ -105,6 +106,7 @@ PendingClipRecord QueryClip(IQueryAudioClip& clip) {
     record.crossFadeHeadClipId = clip.GetCrossFadeHeadClipID();
     record.crossFadeTailClipId = clip.GetCrossFadeTailClipID();
     record.clipAutoCrossfade = clip.GetClipAutoCrossfade();
+    QueryCommonClipAttributes(clip, record);
     return record;
 }
 

@@ -39,19 +39,18 @@ void ApplyCommonClipAttributes(const PendingClipRecord& record, EditClip& clip) 
 /// Sets the out point and the end point, which hosts give as a duration.
 void SetEnds(kelcore::int64 duration, PendingClipRecord& record);
 
-/// Asks a clip of any kind for its id and the common values.
+/// Asks a clip of any kind for the common values, in the order that hosts know: after its id and
+/// what only its kind has.
 template <class QueryClip>
-PendingClipRecord QueryCommonClipAttributes(QueryClip& clip) {
-    PendingClipRecord record;
-    record.id = clip.GetID();
+void QueryCommonClipAttributes(QueryClip& clip, PendingClipRecord& record) {
     record.sourceInPoint = clip.GetSourceInPoint();
+    const kelcore::int64 duration = clip.GetDuration();
     record.startPoint = clip.GetStartPoint();
-    SetEnds(clip.GetDuration(), record);
+    SetEnds(duration, record);
     record.hue = clip.GetHue();
     record.name = TextOf(clip.GetName());
     record.selected = clip.GetSelected();
     record.lockedInTime = clip.GetLockedInTime();
-    return record;
 }
 
 }  // namespace tses

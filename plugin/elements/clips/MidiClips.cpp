@@ -48,8 +48,11 @@ namespace {
 
 bool WriteMidiClip(SessionXMLWriter& writer, IQueryMIDIClip& clip) {
     using namespace boost::placeholders;
+    PendingClipRecord record;
+    record.id = clip.GetID();
+    QueryCommonClipAttributes(clip, record);
     AttributeMap attributes;
-    SetCommonClipAttributes(QueryCommonClipAttributes(clip), attributes);
+    SetCommonClipAttributes(record, attributes);
     if (!writer.StartElement(names::midiClip, attributes)) {
         return false;
     }

@@ -47,17 +47,27 @@ void Serializer::Impl::EndVideoClip() {
 
 namespace {
 
-AttributeMap QueryAttributes(IQueryVideoClip& clip) {
+PendingClipRecord QueryClip(IQueryVideoClip& clip) {
+    PendingClipRecord record;
+    record.id = clip.GetID();
+    record.fileId = clip.GetFileID();
+    record.offline = clip.GetOffline();
+    record.zOrder = clip.GetZOrder();
+    QueryCommonClipAttributes(clip, record);
+    return record;
+}
+
+AttributeMap ToAttributes(const PendingClipRecord& record) {
     AttributeMap attributes;
-    SetCommonClipAttributes(QueryCommonClipAttributes(clip), attributes);
-    attributes.Set(names::fileID, FormatUnsigned(clip.GetFileID()));
-    attributes.Set(names::offline, FormatBool(clip.GetOffline()));
-    attributes.Set(names::zOrder, FormatSigned(clip.GetZOrder()));
+    SetCommonClipAttributes(record, attributes);
+    attributes.Set(names::fileID, FormatUnsigned(record.fileId));
+    attributes.Set(names::offline, FormatBool(record.offline));
+    attributes.Set(names::zOrder, FormatSigned(record.zOrder));
     return attributes;
 }
 
 bool WriteVideoClip(SessionXMLWriter& writer, IQueryVideoClip& clip) {
-    return writer.StartElement(names::videoClip, QueryAttributes(clip)) &&
+    return writer.StartElement(names::videoClip, ToAttributes(QueryClip(clip))) &&
            WriteVideoFormat(writer, Retain(clip.GetVideoFormat())) && writer.EndElement();
 }
 

@@ -89,13 +89,16 @@ void Serializer::Impl::EndComponent() {
 
 // Writing
 
-void QueryPresetAndEditor(IQueryComponent& component, AttributeMap& attributes) {
+void QueryPresetAndVisibility(IQueryComponent& component, AttributeMap& attributes) {
     if (const auto preset = Retain(component.GetPreset())) {
         attributes.SetUnlessEmpty(names::presetName, TextOf(preset->GetName()));
     }
     if (component.IsEditorVisible()) {
         attributes.Set(names::editorVisible, FormatBool(true));
     }
+}
+
+void QueryEditorRect(IQueryComponent& component, AttributeMap& attributes) {
     kelcore::int32 left = 0;
     kelcore::int32 top = 0;
     kelcore::int32 width = 0;
@@ -117,8 +120,9 @@ AttributeMap QueryAttributes(std::u16string_view keyword, IQueryComponent& compo
     attributes.SetUnlessEmpty(names::componentGuid, TextOf(component.GetComponentGuid()));
     attributes.SetUnlessEmpty(names::componentID, TextOf(component.GetComponentID()));
     attributes.SetUnlessEmpty(names::name, TextOf(component.GetName()));
-    QueryPresetAndEditor(component, attributes);
+    QueryPresetAndVisibility(component, attributes);
     attributes.Set(names::powered, FormatBool(component.IsPowered()));
+    QueryEditorRect(component, attributes);
     return attributes;
 }
 

@@ -15,7 +15,10 @@ namespace tses {
 bool WriteKeywordComponent(SessionXMLWriter& writer, std::u16string_view keyword,
                            HostReference<IQueryComponent> component);
 
-/// Adds the preset's name, if the component has one, and the state of the editor window.
-void QueryPresetAndEditor(IQueryComponent& component, AttributeMap& attributes);
+/// Adds the preset's name, if the component has one, and whether its editor window is open.
+void QueryPresetAndVisibility(IQueryComponent& component, AttributeMap& attributes);
+
+/// Adds the place of the editor window, if it has one.
+void QueryEditorRect(IQueryComponent& component, AttributeMap& attributes);
 
 }  // namespace tses

@@ -72,10 +72,8 @@ void Serializer::Impl::StartRackComponent(State state, const TagAttributes& attr
 namespace {
 
 bool WriteSlots(SessionXMLWriter& writer, IQueryEffectsRack& rack) {
-    return ForEachItem(writer, rack.GetSlotCount(), [&](kelcore::uint32 position) {
-        const auto slot = Retain(rack.GetSlot(position));
-        return !slot || WriteSlot(writer, rack.GetSlotIndex(position), *slot);
-    });
+    return ForEachItem(writer, rack.GetSlotCount(),
+                       [&](kelcore::uint32 position) { return WriteSlot(writer, rack, position); });
 }
 
 }  // namespace

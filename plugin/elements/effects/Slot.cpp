@@ -77,7 +77,8 @@ AttributeMap QueryComponent(IQueryComponent& component) {
     attributes.Set(names::componentGuid, TextOf(component.GetComponentGuid()));
     attributes.Set(names::componentID, TextOf(component.GetComponentID()));
     attributes.Set(names::name, TextOf(component.GetName()));
-    QueryPresetAndEditor(component, attributes);
+    QueryPresetAndVisibility(component, attributes);
+    QueryEditorRect(component, attributes);
     return attributes;
 }
 
@@ -89,10 +90,14 @@ bool WriteComponent(SessionXMLWriter& writer, IQueryEffectsSlot& slot, IQueryCom
 
 }  // namespace
 
-bool WriteSlot(SessionXMLWriter& writer, kelcore::uint32 slotIndex, IQueryEffectsSlot& slot) {
-    const auto component = Retain(slot.GetComponent());
-    return writer.StartElement(names::slot, QuerySlot(slotIndex, slot)) &&
-           (!component || WriteComponent(writer, slot, *component)) && writer.EndElement();
+bool WriteSlot(SessionXMLWriter& writer, IQueryEffectsRack& rack, kelcore::uint32 position) {
+    const auto slot = Retain(rack.GetSlot(position));
+    if (!slot) {
+        return true;
+    }
+    const auto component = Retain(slot->GetComponent());
+    return writer.StartElement(names::slot, QuerySlot(rack.GetSlotIndex(position), *slot)) &&
+           (!component || WriteComponent(writer, *slot, *component)) && writer.EndElement();
 }
 
 }  // namespace tses

@@ -5,7 +5,8 @@
 
 namespace tses {
 
-/// Writes "slot" with its effect; an empty slot without one.
-bool WriteSlot(SessionXMLWriter& writer, kelcore::uint32 slotIndex, IQueryEffectsSlot& slot);
+/// Writes "slot" with its effect; an empty slot without one. None is written where the host has no
+/// slot, and that is success.
+bool WriteSlot(SessionXMLWriter& writer, IQueryEffectsRack& rack, kelcore::uint32 position);
 
 }  // namespace tses

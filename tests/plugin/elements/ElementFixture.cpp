@@ -4,6 +4,9 @@
 
 #include <utility>
 
+#include "reference_host/SessionNode.h"
+#include "reference_host/recorder/Recorder.h"
+
 namespace test {
 namespace {
 
@@ -77,6 +80,34 @@ refhost::model::AudioTrack ElementFixture::ReadInTrack(std::string_view content)
     const ReadOutcome outcome = ReadInSession("<tracks><audioTrack id='7'>" + std::string(content) +
                                               "</audioTrack></tracks>");
     return outcome.session.audioTracks.at(0);
+}
+
+std::vector<std::string> ElementFixture::QueriesOf(std::string_view interfaceName,
+                                                   const refhost::model::Session& session) {
+    const WriteOutcome outcome = Write(session);
+    EXPECT_TRUE(outcome.ok);
+    std::vector<std::string> queries;
+    for (const std::string& call : outcome.calls) {
+        if (call.starts_with(std::string(interfaceName) + "#")) {
+            const std::size_t begin = call.find('.') + 1;
+            queries.push_back(call.substr(begin, call.find('(') - begin));
+        }
+    }
+    return queries;
+}
+
+std::vector<std::string> ElementFixture::CallsWithReferences(std::string_view document) {
+    folder.Write("session.orvo", document);
+    std::vector<std::string> calls;
+    refhost::Recorder::Options options;
+    options.recordReferences = true;
+    options.sink = [&calls](const refhost::CallRecord& call) {
+        calls.push_back(call.interfaceName + "." + std::string(call.operation));
+    };
+    const auto node = refhost::SessionNode::Make();
+    refhost::Recorder recorder(options);
+    EXPECT_TRUE(serializer->Read(Path(), tses::Retain(&recorder.Wrap(node->Edit()))));
+    return calls;
 }
 
 std::string ElementFixture::WrittenElement(std::string_view name,

@@ -31,6 +31,14 @@ protected:
     /// What is read from the file of a session. Fails the test if either direction fails.
     refhost::model::Session ThroughFile(const refhost::model::Session& session);
 
+    /// What an interface is asked, by the names of its operations, while a session is written.
+    std::vector<std::string> QueriesOf(std::string_view interfaceName,
+                                       const refhost::model::Session& session);
+
+    /// Every call that a document causes, as "IEditAudioClip.SetName", with those that count
+    /// references. Fails the test if the document is not read.
+    std::vector<std::string> CallsWithReferences(std::string_view document);
+
     static refhost::model::Session WithTrack(refhost::model::AudioTrack track);
     static HostSetup Null(std::string_view operation);
 };

@@ -10,21 +10,24 @@ namespace test {
 std::vector<std::vector<refhost::TraceValue>> OutputsBefore(std::string_view operation,
                                                             const refhost::model::Session& session,
                                                             tses::Serializer& serializer,
-                                                            const std::u16string& path) {
+                                                            const std::u16string& path,
+                                                            std::size_t filled) {
     const auto isMeant = [operation](const refhost::CallRecord& call) {
         return call.interfaceName + "." + std::string(call.operation) == operation;
     };
+    std::size_t asked = 0;
     std::vector<std::vector<refhost::TraceValue>> outputs;
     refhost::Recorder::Options options;
     options.sink = [&](const refhost::CallRecord& call) {
-        if (isMeant(call)) {
+        if (isMeant(call) && asked > filled) {
             outputs.push_back(call.outputs);
         }
     };
     // Keeps the host from filling them.
     options.interceptor = [&](const refhost::CallRecord& call) {
-        return isMeant(call) ? refhost::CallDecision::ReturnNumber(0)
-                             : refhost::CallDecision::Forward();
+        asked += isMeant(call) ? 1U : 0U;
+        return isMeant(call) && asked > filled ? refhost::CallDecision::ReturnNumber(0)
+                                               : refhost::CallDecision::Forward();
     };
     const auto node = refhost::SessionNode::Make(session);
     refhost::Recorder recorder(options);

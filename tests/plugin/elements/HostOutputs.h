@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,9 +13,11 @@ namespace test {
 
 /// What stands in the outputs of a host's operation before each of its calls, while a session is
 /// written to a path. An operation is named as in a fault plan: "IQuerySession.GetSelection".
+/// @param filled  so many calls, the first ones, the host does fill, and they are left out
 std::vector<std::vector<refhost::TraceValue>> OutputsBefore(std::string_view operation,
                                                             const refhost::model::Session& session,
                                                             tses::Serializer& serializer,
-                                                            const std::u16string& path);
+                                                            const std::u16string& path,
+                                                            std::size_t filled = 0);
 
 }  // namespace test

@@ -201,6 +201,14 @@ TEST_F(Entry, AnEmptyPathFailsAReadAndAWrite) {
     EXPECT_EQ(Read(), kReadFailed);
 }
 
+TEST_F(Entry, AFileThatTellsNoPathLeavesNone) {
+    Initialize();
+    SetPath(folder.Write("a.orvo", "<orvo/>"));
+    const auto reference = Ref<CountingFileReference>::Adopt(new CountingFileReference);
+    EXPECT_EQ(Call(kSetFilePath, static_cast<IHostFileRef*>(reference.Get())), 0);
+    EXPECT_EQ(Read(), kReadFailed);
+}
+
 TEST_F(Entry, APathThatCannotBeTakenLeavesNone) {
     Initialize();
     SetPath(folder.Write("a.orvo", "<orvo/>"));

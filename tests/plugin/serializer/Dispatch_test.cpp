@@ -207,6 +207,15 @@ TEST_F(Dispatch, AnElementNamedLikeTheRootPutsOffTheEndOfSkippingIntoTheElements
     EXPECT_THAT(Steps(outcome), ElementsAre(0, 1));
 }
 
+TEST_F(Dispatch, AnElementNamedLikeTheRootAtTheEndOfADocumentLeavesTheNextReadSkipping) {
+    EXPECT_TRUE(ReadInRoot("<orvo/>").ok);
+    const auto next = ReadInRoot("<session/><files><file id='1'/></files>");
+    EXPECT_TRUE(next.ok);
+    EXPECT_THAT(CallsOf(next.calls, "SetSampleRate"), IsEmpty());
+    EXPECT_THAT(CallsOf(next.calls, "GetFile"), SizeIs(1));
+    EXPECT_THAT(CallsOf(ReadInRoot("<session/>").calls, "SetSampleRate"), SizeIs(1));
+}
+
 TEST_F(Dispatch, ACompleteSkippedElementLeavesNothingBehind) {
     EXPECT_TRUE(ReadInRoot("<unknown><a/></unknown>").ok);
     EXPECT_THAT(CallsOf(ReadInRoot("<session/>").calls, "SetSampleRate"), SizeIs(1));

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <thread>
 
 #include "tests/plugin/xml/SessionXMLReaderFixture.h"
 
@@ -213,6 +215,26 @@ TEST_F(SessionXMLReaderTest, APipeIsNotOpened) {
     ::close(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     EXPECT_GT(::read(watch, opened.data(), opened.size()), 0) << "what the watch is to notice";
     ::close(watch);
+}
+
+TEST_F(SessionXMLReaderTest, ParsesOfOneReaderRunOneAfterTheOther) {
+    const std::u16string path =
+        kelcore::PathFromBytes(folder.Write("document.orvo", "<a><b/></a>").string());
+    SessionXMLReader reader(&events, &events);
+    std::thread other;
+    events.atEachElement = [&] {
+        if (!other.joinable()) {
+            other = std::thread([&] { EXPECT_TRUE(reader.Parse(path)); });
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
+    };
+    EXPECT_TRUE(reader.Parse(path));
+    other.join();
+    const std::vector<std::string> once = {"start of document", "<a||a", "<b||b", ">b||b", ">a||a",
+                                           "end of document"};
+    std::vector<std::string> twice = once;
+    twice.insert(twice.end(), once.begin(), once.end());
+    EXPECT_EQ(events.lines, twice);
 }
 
 TEST_F(SessionXMLReaderTest, ASocketFailsWithAMessage) {

@@ -255,18 +255,9 @@ TEST_F(AudioClips, AComponentThatTheHostDoesNotHaveIsDropped) {
 }
 
 TEST_F(AudioClips, AClipIsGivenBackWhenItsElementEnds) {
-    folder.Write("session.orvo",
-                 "<orvo><session><tracks><audioTrack id='1'><audioClip id='5'/></audioTrack>"
-                 "<videoTrack id='2'/></tracks></session></orvo>");
-    std::vector<std::string> calls;
-    refhost::Recorder::Options options;
-    options.recordReferences = true;
-    options.sink = [&calls](const refhost::CallRecord& call) {
-        calls.push_back(call.interfaceName + "." + std::string(call.operation));
-    };
-    const auto node = refhost::SessionNode::Make();
-    refhost::Recorder recorder(options);
-    EXPECT_TRUE(serializer->Read(Path(), Retain(&recorder.Wrap(node->Edit()))));
+    const auto calls = CallsWithReferences(
+        "<orvo><session><tracks><audioTrack id='1'><audioClip id='5'/></audioTrack>"
+        "<videoTrack id='2'/></tracks></session></orvo>");
     const auto released = std::ranges::find(calls, "IEditAudioClip.Release");
     const auto next = std::ranges::find(calls, "IEditSession.GetVideoTrack");
     EXPECT_LT(released - calls.begin(), next - calls.begin());
@@ -395,6 +386,17 @@ TEST_F(AudioClips, AnEditParameterWithoutASlotIsNotWritten) {
     clip.editParameters = {{4294967295, 1}, {4294967294, 2}};
     EXPECT_THAT(ChildrenIn(WrittenElement("audioClip", WithClips({clip}))),
                 ElementsAre("editParameter"));
+}
+
+TEST_F(AudioClips, AreAskedInTheOrderThatHostsKnow) {
+    auto queries = QueriesOf("IQueryAudioClip", WithTrack(WithClips({AudioClip{}})));
+    ASSERT_GE(queries.size(), 15u);
+    queries.resize(15);
+    EXPECT_THAT(queries, ElementsAre("GetID", "GetFileID", "GetLooped", "GetOffline", "GetZOrder",
+                                     "GetCrossFadeHeadClipID", "GetCrossFadeTailClipID",
+                                     "GetClipAutoCrossfade", "GetSourceInPoint", "GetDuration",
+                                     "GetStartPoint", "GetHue", "GetName", "GetSelected",
+                                     "GetLockedInTime"));
 }
 
 TEST_F(AudioClips, AnEditParameterIsAskedForWithNoSlotAndTheFirstParameter) {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 #include "platform/kelappsupport/Features.h"
@@ -179,6 +180,21 @@ TEST_F(MidiClips, SurviveAWriteAndARead) {
     }
     const std::vector<MidiClip> clips = {MidiClip{}, Sample(), large};
     EXPECT_EQ(ThroughFile(WithTrack(With(clips))).audioTracks.at(0).midiClips, clips);
+}
+
+TEST_F(MidiClips, AClipIsGivenBackWhenItsElementEnds) {
+    const auto calls = CallsWithReferences(
+        "<orvo><session><tracks><instrumentTrack id='1'><midiClip id='5'/></instrumentTrack>"
+        "<videoTrack id='2'/></tracks></session></orvo>");
+    const auto released = std::ranges::find(calls, "IEditMIDIClip.Release");
+    const auto next = std::ranges::find(calls, "IEditSession.GetVideoTrack");
+    EXPECT_LT(released - calls.begin(), next - calls.begin());
+}
+
+TEST_F(MidiClips, AreAskedInTheOrderThatHostsKnow) {
+    EXPECT_THAT(QueriesOf("IQueryMIDIClip", WithTrack(With({MidiClip{}}))),
+                ElementsAre("GetID", "GetSourceInPoint", "GetDuration", "GetStartPoint", "GetHue",
+                            "GetName", "GetSelected", "GetLockedInTime", "GetMIDIEventsSize"));
 }
 
 }  // namespace

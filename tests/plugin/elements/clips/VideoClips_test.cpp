@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 #include "tests/plugin/elements/ElementFixture.h"
@@ -123,6 +124,22 @@ TEST_F(VideoClips, SurviveAWriteAndARead) {
     extreme.format = VideoFormat{24000, 1001, 5, 1920, 1080, 16, 15, 2};
     const std::vector<VideoClip> clips = {VideoClip{}, Sample(), extreme};
     EXPECT_EQ(ThroughFile(With(clips)).videoTracks.at(0).clips, clips);
+}
+
+TEST_F(VideoClips, AClipIsGivenBackWhenItsElementEnds) {
+    const auto calls = CallsWithReferences(
+        "<orvo><session><tracks><videoTrack id='1'><videoClip id='5'/></videoTrack>"
+        "<audioTrack id='2'/></tracks></session></orvo>");
+    const auto released = std::ranges::find(calls, "IEditVideoClip.Release");
+    const auto next = std::ranges::find(calls, "IEditSession.GetAudioTrack");
+    EXPECT_LT(released - calls.begin(), next - calls.begin());
+}
+
+TEST_F(VideoClips, AreAskedInTheOrderThatHostsKnow) {
+    EXPECT_THAT(QueriesOf("IQueryVideoClip", With({VideoClip{}})),
+                ElementsAre("GetID", "GetFileID", "GetOffline", "GetZOrder", "GetSourceInPoint",
+                            "GetDuration", "GetStartPoint", "GetHue", "GetName", "GetSelected",
+                            "GetLockedInTime", "GetVideoFormat"));
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <utility>
+
 #include "platform/kelcore/Paths.h"
 #include "tests/support/SerializerFixture.h"
 
@@ -49,6 +52,25 @@ TEST_F(Document, ProgressIsToldAtTheStartAndAfterEachChild) {
                                                       Progress{3, 7, 0, 1}, Progress{4, 7, 0, 1}));
 }
 
+TEST_F(Document, ProgressIsToldBeforeTheVersionAndBetweenTheChildrenAndBeforeTheSave) {
+    std::vector<std::string> afterProgress;
+    bool follows = false;
+    std::size_t reports = 0;
+    test::HostSetup host;
+    host.interceptor = [&](const refhost::CallRecord& call) {
+        if (std::exchange(follows, call.operation == "SetProgress")) {
+            afterProgress.emplace_back(call.operation);
+        }
+        reports += follows ? 1U : 0U;
+        EXPECT_FALSE(std::filesystem::exists(kelcore::PathToBytes(Path()))) << call.operation;
+        return refhost::CallDecision::Forward();
+    };
+    EXPECT_TRUE(Write(Sample(), host).ok);
+    EXPECT_THAT(afterProgress, ElementsAre("GetFormatVersion", "GetFileCount", "GetInputDeviceId"));
+    EXPECT_EQ(reports, 4u);
+    EXPECT_TRUE(follows) << "the last call of all";
+}
+
 TEST_F(Document, ProgressTellsAVersionThatCouldNotBeSet) {
     const auto outcome = WriteWithFault(Sample(), 0);
     EXPECT_FALSE(outcome.ok);
@@ -91,6 +113,19 @@ TEST_F(Document, AFailureInTheFirstChildKeepsTheOthersFromAskingTheHost) {
     const auto outcome = WriteWithFault(Sample(), 1);
     EXPECT_THAT(CallsOf(outcome.calls, "GetFileCount"), IsEmpty());
     EXPECT_THAT(CallsOf(outcome.calls, "GetInputDeviceId"), IsEmpty());
+}
+
+TEST_F(Document, AFailureInTheSecondChildKeepsTheThirdFromAskingTheHost) {
+    std::size_t failuresInTable = 0;
+    for (std::size_t operation = 0;; ++operation) {
+        const auto outcome = WriteWithFault(Sample(), operation);
+        if (!CallsOf(outcome.calls, "GetInputDeviceId").empty()) {
+            break;
+        }
+        ASSERT_FALSE(outcome.ok);
+        failuresInTable += CallsOf(outcome.calls, "GetFileCount").size();
+    }
+    EXPECT_EQ(failuresInTable, 3u) << "the file's two operations and the end of the table";
 }
 
 TEST_F(Document, WritingReadingAndWritingAgainGivesTheSameBytes) {

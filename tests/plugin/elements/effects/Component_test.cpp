@@ -180,5 +180,14 @@ TEST_F(Component, SurvivesAWriteAndARead) {
     EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).effectsRack, track.effectsRack);
 }
 
+TEST_F(Component, WithAKeywordIsAskedInTheOrderThatHostsKnow) {
+    AudioTrack track;
+    track.effectsRack.emplace().mix.emplace();
+    auto queries = QueriesOf("IQueryComponent", WithTrack(track));
+    EXPECT_THAT(queries,
+                ElementsAre("GetComponentGuid", "GetComponentID", "GetName", "GetPreset",
+                            "IsEditorVisible", "IsPowered", "GetEditorRect", "GetParameterCount"));
+}
+
 }  // namespace
 }  // namespace tses

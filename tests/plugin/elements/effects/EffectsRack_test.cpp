@@ -168,5 +168,23 @@ TEST_F(EffectsRackElement, SurvivesAWriteAndARead) {
     EXPECT_EQ(ThroughFile(WithTrack(WithRack(rack))).audioTracks.at(0).effectsRack, rack);
 }
 
+TEST_F(EffectsRackElement, ASlotIsAskedForItsEffectBeforeTheRackIsAskedForItsIndex) {
+    EffectsRack rack;
+    rack.slots.emplace_back(EffectsSlot{.component = refhost::model::Component{}});
+    const auto calls = Write(WithTrack(WithRack(rack))).calls;
+    const auto placeOf = [&](std::string_view operation) {
+        const auto call = std::ranges::find_if(
+            calls, [&](const std::string& text) { return text.find(operation) != text.npos; });
+        return call - calls.begin();
+    };
+    EXPECT_LT(placeOf("IQueryEffectsRack#3.GetSlot("),
+              placeOf("IQueryEffectsSlot#4.GetComponent("));
+    EXPECT_LT(placeOf("IQueryEffectsSlot#4.GetComponent("),
+              placeOf("IQueryEffectsRack#3.GetSlotIndex("));
+    EXPECT_LT(placeOf("IQueryEffectsRack#3.GetSlotIndex("),
+              placeOf("IQueryEffectsSlot#4.IsBypassed("));
+    EXPECT_LT(placeOf("IQueryEffectsSlot#4.IsBypassed("), std::ssize(calls));
+}
+
 }  // namespace
 }  // namespace tses

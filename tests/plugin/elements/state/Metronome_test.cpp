@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/plugin/elements/ElementFixture.h"
+#include "tests/reference_host/recorder/HostStubs.h"
 
 namespace tses {
 namespace {
@@ -178,6 +179,35 @@ TEST_F(MetronomeElement, ASoundWithoutAKeywordComesBackAsSticks) {
 
 TEST_F(MetronomeElement, BeatsWithoutATokenAreLostByAWriteAndARead) {
     EXPECT_THAT(ThroughFile(With({.pattern = {4, 1}})).metronome.pattern, ElementsAre(1));
+}
+
+/// A host that keeps no musical timeline.
+class PlainMetronome final : public refhost::Counted<IQueryMetronomeInfo> {
+public:
+    bool IsEnabled() override { return true; }
+    kelcore::uint32 GetSoundSet() override { return 0; }
+    kelcore::uint32 GetPatternLength() override { return 0; }
+    kelcore::uint32 GetPatternBeat(kelcore::uint32) override { return 0; }
+    IQueryAudioTrack* GetMetronomeTrack() override { return nullptr; }
+};
+
+class SessionOfMetronome final : public refhost::StubQuerySession {
+public:
+    explicit SessionOfMetronome(IQueryMetronomeInfo& metronome) : metronome_(metronome) {}
+    IQueryMetronomeInfo* GetMetronomeInfo() override { return &metronome_; }
+
+private:
+    IQueryMetronomeInfo& metronome_;
+};
+
+TEST_F(MetronomeElement, OfAHostWithoutAPrivateFaceIsWrittenWithoutATimeline) {
+    PlainMetronome metronome;
+    SessionOfMetronome session(metronome);
+    EXPECT_TRUE(serializer->Write(Path(), Retain<IQuerySession>(&session)));
+    const std::string file = test::ReadFile(folder.Path() / "session.orvo");
+    EXPECT_EQ(test::ElementOf(file, "metronome"),
+              "<metronome enabled=\"true\" pattern=\"\" soundSet=\"african1\"/>");
+    EXPECT_EQ(metronome.references + session.references, 0);
 }
 
 }  // namespace

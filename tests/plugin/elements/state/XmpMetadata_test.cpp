@@ -31,7 +31,7 @@ TEST_F(XmpMetadata, AnEmptyElementSetsAnEmptyPacket) {
     EXPECT_THAT(CallsIn("<xmpMetadata/>"), ElementsAre("IEditSession#1.SetXmpMetadata(\"\")"));
 }
 
-TEST_F(XmpMetadata, IsAMilestoneOfTheReadAfterTheHostHasThePacket) {
+TEST_F(XmpMetadata, IsAMilestoneOfTheRead) {
     const auto without = ReadInSession("").progress.size();
     EXPECT_EQ(ReadInSession("<xmpMetadata/>").progress.size(), without + 1);
 }

@@ -117,7 +117,7 @@ TEST_F(TrackWriterFaults, TheListsOwnStartFailsTheSaveAlthoughTheTracksAreWritte
 TEST_F(TrackWriterFaults, TheListsStartWithoutTracksFailsTheSaveAtOnce) {
     const auto outcome = WriteWithFault({}, kFirstOfTracks - 1);
     EXPECT_FALSE(outcome.ok);
-    EXPECT_THAT(CallsOf(outcome.calls, "GetCTIPosition"), IsEmpty());
+    EXPECT_THAT(CallsOf(outcome.calls, "GetCtiPosition"), IsEmpty());
 }
 
 TEST_F(TrackWriterFaults, AHostThatThrowsLeavesTheOldFileWhole) {
