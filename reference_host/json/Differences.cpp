@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <tuple>
+#include <type_traits>
 
 #include "reference_host/json/LoneSurrogates.h"
 #include "reference_host/json/Values.h"
@@ -12,13 +13,13 @@
 namespace refhost {
 namespace {
 
-bool AreSame(double one, double other) {
-    return one == other || (std::isnan(one) && std::isnan(other));
-}
-
 template <class Value>
 bool AreSame(const Value& one, const Value& other) {
-    return one == other;
+    if constexpr (std::is_floating_point_v<Value>) {
+        return one == other || (std::isnan(one) && std::isnan(other));
+    } else {
+        return one == other;
+    }
 }
 
 /// Not inside a UTF-8 sequence.

@@ -61,6 +61,13 @@ TEST(DifferencesTest, ANumberThatIsNoneIsItself) {
                 ElementsAre("/audioTracks/0/hue: \"NaN\" became 1.0"));
 }
 
+TEST(DifferencesTest, ANumberOfSinglePrecisionThatIsNoneIsItselfToo) {
+    model::Component fader;
+    fader.parameters[0].value = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_THAT(Lines({.audioTracks = {{.fader = fader}}}, {.audioTracks = {{.fader = fader}}}),
+                IsEmpty());
+}
+
 TEST(DifferencesTest, LongValuesAreCutBetweenCharacters) {
     const std::u16string text = u"a" + std::u16string(100, u'\u00E9');
     std::string shown = "\"a";
