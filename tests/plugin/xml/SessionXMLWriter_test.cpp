@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <thread>
 
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Trace.h"
@@ -407,6 +408,23 @@ TEST_F(SessionXMLWriterTest, AttributesAreMeasuredAsLongAsTheyAreWritten) {
         const std::u16string tooLong(limits::kTagBytes / length, unit);
         EXPECT_FALSE(refusing.StartElement(names::file, {{names::name, tooLong}}));
     }
+}
+
+TEST_F(SessionXMLWriterTest, OperationsOfOneWriterRunOneAfterTheOther) {
+    constexpr int kTextsOfEach = 20'000;
+    SessionXMLWriter writer(TargetPath());
+    const auto append = [&] {
+        for (int i = 0; i < kTextsOfEach; ++i) {
+            EXPECT_TRUE(writer.Text(u"a"));
+        }
+    };
+    std::thread other(append);
+    append();
+    other.join();
+    EXPECT_TRUE(writer.Save());
+    const std::string saved = Saved();
+    const std::size_t begin = saved.find("<orvo>") + std::size("<orvo>") - 1;
+    EXPECT_EQ(saved.substr(begin), std::string(2 * kTextsOfEach, 'a') + "</orvo>\n");
 }
 
 TEST_F(SessionXMLWriterTest, ALargeDocumentIsWrittenWhole) {
