@@ -3,8 +3,11 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+
+#include "toolkit/TextPlaces.h"
 
 namespace cli {
 namespace {
@@ -28,6 +31,20 @@ std::string Body(const Message& message) {
     return text;
 }
 
+bool IsControl(std::string_view character) {
+    const auto lead = static_cast<unsigned char>(character.front());
+    return lead < 0x20 || lead == 0x7F ||
+           (lead == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0);
+}
+
+std::string Escaped(std::string_view bytes) {
+    std::string escaped;
+    for (const char byte : bytes) {
+        escaped += fmt::format("\\x{:02x}", static_cast<unsigned char>(byte));
+    }
+    return escaped;
+}
+
 }  // namespace
 
 std::string FormatMessage(const Message& message) {
@@ -44,13 +61,11 @@ void Complain(const Message& message) {
 
 std::string Printable(std::string_view text) {
     std::string shown;
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (byte < 0x20 || byte == 0x7F) {
-            shown += fmt::format("\\x{:02x}", byte);
-        } else {
-            shown += character;
-        }
+    while (!text.empty()) {
+        const std::size_t size = toolkit::CharacterSize(text);
+        const std::string_view character = text.substr(0, std::max<std::size_t>(size, 1));
+        shown += size == 0 || IsControl(character) ? Escaped(character) : std::string(character);
+        text.remove_prefix(character.size());
     }
     return shown;
 }

@@ -22,7 +22,8 @@ std::string FormatMessage(const Message& message);
 /// Writes the message as a line to standard error.
 void Complain(const Message& message);
 
-/// The text on one line: what a terminal would obey is shown as "\x1b".
+/// The text (UTF-8) on one line: the bytes of what a terminal would obey, and those that are part
+/// of no character, are shown as "\x1b".
 std::string Printable(std::string_view text);
 
 /// Whether standard error is a terminal.

@@ -13,28 +13,6 @@ bool IsContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-/// How many bytes the character at the begin of the text has; 0 if it is none.
-std::size_t CharacterSize(std::string_view text) {
-    const auto lead = static_cast<unsigned char>(text.front());
-    if (lead < 0x80) {
-        return 1;
-    }
-    const std::size_t size = lead < 0xC2   ? 0
-                             : lead < 0xE0 ? 2
-                             : lead < 0xF0 ? 3
-                             : lead < 0xF5 ? 4
-                                           : 0;
-    if (size == 0 || size > text.size() ||
-        !std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(size),
-                     IsContinuation)) {
-        return 0;
-    }
-    const auto second = static_cast<unsigned char>(text[1]);
-    const bool outOfRange = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
-                            (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F);
-    return outOfRange ? 0 : size;
-}
-
 /// The encoding that the XML declaration states, in lower case; empty if it states none.
 std::string StatedEncoding(std::string_view document) {
     constexpr std::string_view kEncoding = "encoding";
@@ -85,6 +63,27 @@ kelcore::uint64 ColumnOf(std::string_view document, std::size_t offset) {
     }
     const auto inside = std::count_if(line.begin(), line.end(), IsContinuation);
     return line.size() - static_cast<std::size_t>(inside) + 1;
+}
+
+std::size_t CharacterSize(std::string_view text) {
+    const auto lead = static_cast<unsigned char>(text.front());
+    if (lead < 0x80) {
+        return 1;
+    }
+    const std::size_t size = lead < 0xC2   ? 0
+                             : lead < 0xE0 ? 2
+                             : lead < 0xF0 ? 3
+                             : lead < 0xF5 ? 4
+                                           : 0;
+    if (size == 0 || size > text.size() ||
+        !std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(size),
+                     IsContinuation)) {
+        return 0;
+    }
+    const auto second = static_cast<unsigned char>(text[1]);
+    const bool outOfRange = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
+                            (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F);
+    return outOfRange ? 0 : size;
 }
 
 std::optional<std::size_t> FindMalformedUtf8(std::string_view document) {

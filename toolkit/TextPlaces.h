@@ -18,6 +18,10 @@ kelcore::uint64 CountLineEnds(std::string_view text);
 /// The column of a byte of a document whose characters are UTF-8, a byte order mark not counted.
 kelcore::uint64 ColumnOf(std::string_view document, std::size_t offset);
 
+/// How many bytes the character of UTF-8 at the begin of a text has that is not empty; 0 if it is
+/// none.
+std::size_t CharacterSize(std::string_view text);
+
 /// Where the first byte stands that is part of no character of UTF-8. None in a document that is
 /// wide or that states another encoding.
 std::optional<std::size_t> FindMalformedUtf8(std::string_view document);

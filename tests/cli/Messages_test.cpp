@@ -20,4 +20,14 @@ TEST(FormatMessage, StaysOnOneLine) {
     EXPECT_EQ(FormatMessage({.subject = "a\x7F", .what = "odd"}), "orvo: a\\x7f: odd");
 }
 
+TEST(FormatMessage, ShowsTheControlsAboveAsciiAsText) {
+    EXPECT_EQ(FormatMessage({.subject = "\u009b1m\u0080\u009f\u00a0\u0120", .what = "odd"}),
+              "orvo: \\xc2\\x9b1m\\xc2\\x80\\xc2\\x9f\u00a0\u0120: odd");
+}
+
+TEST(FormatMessage, ShowsBytesThatArePartOfNoCharacterAsText) {
+    EXPECT_EQ(FormatMessage({.subject = "\xff\u00e9\xc3", .what = "\xed\xa0\x80"}),
+              "orvo: \\xff\u00e9\\xc3: \\xed\\xa0\\x80");
+}
+
 }  // namespace
