@@ -7,6 +7,7 @@
 #include <tuple>
 #include <type_traits>
 
+#include "reference_host/json/JsonText.h"
 #include "reference_host/json/LoneSurrogates.h"
 #include "reference_host/json/Values.h"
 
@@ -22,22 +23,11 @@ bool AreSame(const Value& one, const Value& other) {
     }
 }
 
-/// Not inside a UTF-8 sequence.
-std::string Shortened(std::string text) {
-    std::size_t size = 60;
-    if (text.size() > size) {
-        while ((static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) {
-            --size;
-        }
-        text.replace(size, text.npos, "...");
-    }
-    return text;
-}
-
 /// A value as it stands in JSON.
 template <class Value>
 std::string Shown(const Value& value) {
-    return Shortened(UnmarkedDocument(Encode(value).dump()));
+    constexpr std::size_t kLongest = 60;
+    return Shortened(UnmarkedDocument(Encode(value).dump()), kLongest);
 }
 
 class Comparison {

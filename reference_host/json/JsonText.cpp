@@ -23,9 +23,7 @@ std::string PlaceOf(std::string_view text, std::size_t offset) {
 /// behind `place`, without the name of its own error. It may quote a text or number of any length.
 std::string Located(std::string message, const std::string& place) {
     constexpr std::size_t kLongest = 300;
-    if (message.size() > kLongest) {
-        message = message.substr(0, kLongest) + "...";
-    }
+    message = Shortened(std::move(message), kLongest);
     const std::size_t line = message.find("line ");
     if (line != message.npos) {
         return message.substr(line);
@@ -131,6 +129,16 @@ ParsedJson ParseJson(std::string_view text) {
     ValueMaker maker(marked);
     ParsedJson::sax_parse(marked, &maker);
     return maker.Take();
+}
+
+std::string Shortened(std::string text, std::size_t size) {
+    if (text.size() > size) {
+        while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) {
+            --size;
+        }
+        text.replace(size, text.npos, "...");
+    }
+    return text;
 }
 
 }  // namespace refhost

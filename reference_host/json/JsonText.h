@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "reference_host/json/Values.h"
@@ -11,5 +13,9 @@ namespace refhost {
 /// @throws JsonError  for what is malformed, with its line and column (of bytes), and for a key
 /// that stands twice in one object, with its JSON pointer
 ParsedJson ParseJson(std::string_view text);
+
+/// A text of UTF-8 for a message: at most its first `size` bytes, the last of them not inside a
+/// character, and "..." for the others.
+std::string Shortened(std::string text, std::size_t size);
 
 }  // namespace refhost

@@ -12,6 +12,7 @@ namespace refhost {
 namespace {
 
 using ::testing::AllOf;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
@@ -241,6 +242,17 @@ TEST(SessionJsonTest, AnErrorIsNotAsLongAsTheNumberThatItNames) {
     const std::string error = ErrorOf(R"({"sampleRate": )" + std::string(100'000, '9') + "}");
     EXPECT_THAT(error, StartsWith("line 1, column 100015: number overflow"));
     EXPECT_LT(error.size(), 400U);
+}
+
+TEST(SessionJsonTest, AnErrorThatQuotesALongTextEndsBehindAWholeCharacter) {
+    std::string text;
+    for (int i = 0; i < 300; ++i) {
+        text += "\u00e9";
+    }
+    for (const std::string begin : {"", "x"}) {
+        EXPECT_THAT(ErrorOf("{\"" + begin + text + "\x01\"}"),
+                    EndsWith("\u00e9...; correct the text there"));
+    }
 }
 
 TEST(SessionJsonTest, ANumberTooLargeForAnyFieldIsAnError) {
