@@ -191,8 +191,7 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
     if (!session) {
         return ExitCode::Failure;
     }
-    return to == Kind::Orvo ? SaveSession(*plugin, std::move(*session), options.out,
-                                          from == Kind::Json ? Losses::Told : Losses::Impossible)
+    return to == Kind::Orvo ? SaveSession(*plugin, std::move(*session), options.out, Losses::Told)
                             : WriteJson(*session, options.out);
 }
 

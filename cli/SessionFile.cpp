@@ -87,13 +87,11 @@ Message FromLog(const std::string& subject, const std::string& logged) {
 /// The one thing in a well-formed session that a host cannot take.
 std::vector<Message> TracksWithoutId(const SessionFile& file, const toolkit::DocumentScan& scan) {
     std::vector<Message> messages;
-    for (const toolkit::NotCarried& loss : scan.notCarried) {
-        if (loss.what.ends_with("Track> without an id")) {
-            messages.push_back({.subject = file.Name(),
-                                .place = loss.place,
-                                .what = loss.what,
-                                .advice = "give it the attribute id with a number of its own"});
-        }
+    for (const toolkit::NotCarried& track : scan.endTheRead) {
+        messages.push_back({.subject = file.Name(),
+                            .place = track.place,
+                            .what = track.what,
+                            .advice = "give it the attribute id with a number of its own"});
     }
     return messages;
 }

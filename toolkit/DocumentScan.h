@@ -41,6 +41,9 @@ struct DocumentScan {
 
     /// How many there are, those beyond the limit included.
     std::size_t notCarriedCount = 0;
+
+    /// Those of them for which a host cannot take the session at all, not more than the limit.
+    std::vector<NotCarried> endTheRead;
 };
 
 /// How many losses are described one by one unless the caller says otherwise.

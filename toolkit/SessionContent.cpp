@@ -1,17 +1,15 @@
 #include "toolkit/SessionContent.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
-#include <string>
 
-#include "platform/kelcore/Numbers.h"
-#include "platform/tbcore/MediaHandlers.h"
+#include "toolkit/SessionWords.h"
 
 namespace toolkit {
 namespace {
 
 using enum ValueKind;
-using enum Occurrence;
 
 using Scope = std::u16string_view;
 
@@ -20,7 +18,7 @@ constexpr CarriedAttribute kRootAttributes[] = {
 };
 
 constexpr CarriedAttribute kSessionAttributes[] = {
-    {u"sampleRate", Number},   {u"audioChannelType", ChannelType},
+    {u"sampleRate", Number},   {u"audioChannelType", Keyword, kChannelLayouts},
     {u"duration", LongNumber}, {u"bitDepth", Number},
     {u"appVersion", Text},     {u"appBuild", Text},
 };
@@ -29,7 +27,7 @@ constexpr CarriedAttribute kFileAttributes[] = {
     {u"id", Number},
     {u"absolutePath", Text},
     {u"relativePath", Text},
-    {u"mediaHandler", HandlerName},
+    {u"mediaHandler", HandlerName, {}, u"mediaHandlerID"},
     {u"mediaHandlerID", Text},
     {u"recoveryID", Text},
     {u"importerPrivateSettings", Text},
@@ -48,53 +46,53 @@ constexpr CarriedAttribute kPortAttributes[] = {
 constexpr CarriedAttribute kTrackAttributes[] = {
     {u"id", Number},
     {u"index", Number},
-    {u"select", Text},
-    {u"automationLaneOpenState", Text},
-    {u"visible", Text},
-    {u"phaseInverted", Text},
-    {u"preRendered", Text},
-    {u"sumtomono", Text},
+    {u"select", Boolean},
+    {u"automationLaneOpenState", Boolean},
+    {u"visible", Boolean},
+    {u"phaseInverted", Boolean},
+    {u"preRendered", Boolean},
+    {u"sumtomono", Boolean},
     {u"preRenderedFile", Text},
 };
 
 constexpr CarriedAttribute kInstrumentTrackAttributes[] = {
     {u"id", Number},
     {u"index", Number},
-    {u"select", Text},
-    {u"automationLaneOpenState", Text},
-    {u"visible", Text},
-    {u"phaseInverted", Text},
-    {u"preRendered", Text},
-    {u"sumtomono", Text},
+    {u"select", Boolean},
+    {u"automationLaneOpenState", Boolean},
+    {u"visible", Boolean},
+    {u"phaseInverted", Boolean},
+    {u"preRendered", Boolean},
+    {u"sumtomono", Boolean},
     {u"preRenderedFile", Text},
-    {u"midiAll", Text},
+    {u"midiAll", Boolean},
     {u"midiIn", Text},
 };
 
 constexpr CarriedAttribute kVideoTrackAttributes[] = {
     {u"id", Number},
     {u"index", Number},
-    {u"select", Text},
+    {u"select", Boolean},
 };
 
 constexpr CarriedAttribute kTrackParametersAttributes[] = {
     {u"trackHeight", Number},
-    {u"trackHue", Text},
-    {u"trackMinimized", Text},
+    {u"trackHue", Real},
+    {u"trackMinimized", Boolean},
 };
 
 /// Not "volume" and "mute", which are read and dropped.
 constexpr CarriedAttribute kTrackAudioAttributes[] = {
-    {u"audioChannelType", ChannelType},
-    {u"solo", Text},
-    {u"recordArmed", Text},
-    {u"monitoring", Text},
-    {u"soloSafe", Text},
+    {u"audioChannelType", Keyword, kChannelLayouts},
+    {u"solo", BooleanOr1},
+    {u"recordArmed", BooleanOr1},
+    {u"monitoring", BooleanOr1},
+    {u"soloSafe", BooleanOr1},
     {u"automationMode", Number},
 };
 
 constexpr CarriedAttribute kTrackOutputAttributes[] = {
-    {u"type", Text},
+    {u"type", Keyword, kOutputTypes},
     {u"outputID", Number},
 };
 
@@ -102,64 +100,75 @@ constexpr CarriedAttribute kTrackInputAttributes[] = {
     {u"inputID", Number},
 };
 
-constexpr CarriedAttribute kComponentAttributes[] = {
-    {u"id", Text},
-    {u"componentGuid", Text},
-    {u"componentID", Text},
-    {u"name", Text},
-    {u"presetName", Text},
-    {u"powered", Text},
-    {u"editorVisible", Text},
-    {u"editorLeft", Number},
-    {u"editorTop", Number},
-    {u"editorWidth", Number},
-    {u"editorHeight", Number},
-};
+/// The controls of tracks, sends, racks and clips differ in their ids alone.
+constexpr auto ComponentAttributes(std::span<const Word> ids) {
+    return std::to_array<CarriedAttribute>({
+        {u"id", Keyword, ids},
+        {u"componentGuid", Text},
+        {u"componentID", Text},
+        {u"name", Text},
+        {u"presetName", Text},
+        {u"powered", Boolean},
+        {u"editorVisible", Boolean},
+        {u"editorLeft", Number},
+        {u"editorTop", Number},
+        {u"editorWidth", Number},
+        {u"editorHeight", Number},
+    });
+}
+
+constexpr auto kTrackComponentAttributes = ComponentAttributes(kTrackComponents);
+
+constexpr auto kSendComponentAttributes = ComponentAttributes(kSendComponents);
+
+constexpr auto kRackComponentAttributes = ComponentAttributes(kRackComponents);
+
+constexpr auto kClipComponentAttributes = ComponentAttributes(kClipComponents);
 
 constexpr CarriedAttribute kSlotComponentAttributes[] = {
-    {u"componentGuid", Text}, {u"componentID", Text},   {u"name", Text},
-    {u"presetName", Text},    {u"editorVisible", Text}, {u"editorLeft", Number},
-    {u"editorTop", Number},   {u"editorWidth", Number}, {u"editorHeight", Number},
+    {u"componentGuid", Text}, {u"componentID", Text},      {u"name", Text},
+    {u"presetName", Text},    {u"editorVisible", Boolean}, {u"editorLeft", Number},
+    {u"editorTop", Number},   {u"editorWidth", Number},    {u"editorHeight", Number},
 };
 
 constexpr CarriedAttribute kParameterAttributes[] = {
     {u"index", Number},
-    {u"parameterValue", Text},
+    {u"parameterValue", Real32},
     {u"name", Text},
-    {u"safeDuringWrite", Text},
+    {u"safeDuringWrite", Boolean},
 };
 
 constexpr CarriedAttribute kLaneAttributes[] = {
-    {u"enableSplines", Text},
-    {u"readOnly", Text},
+    {u"enableSplines", BooleanOr1},
+    {u"readOnly", BooleanOr1},
 };
 
 constexpr CarriedAttribute kKeyframeAttributes[] = {
     {u"sampleOffset", LongNumber},
-    {u"value", Text},
-    {u"type", Text},
-    {u"select", Text},
+    {u"value", Real32},
+    {u"type", Keyword, kKeyframeTypes},
+    {u"select", BooleanOr1},
 };
 
 constexpr CarriedAttribute kSendSlotAttributes[] = {
     {u"slotIndex", Number},
     {u"sendOutputID", Number},
     {u"destCompIndex", Number},
-    {u"preFader", Text},
+    {u"preFader", Boolean},
 };
 
 constexpr CarriedAttribute kRackAttributes[] = {
-    {u"preFader", Text},
+    {u"preFader", Boolean},
 };
 
 constexpr CarriedAttribute kSlotAttributes[] = {
     {u"slotIndex", Number},
-    {u"powered", Text},
+    {u"powered", Boolean},
     {u"sideChainChannels", Number},
 };
 
 constexpr CarriedAttribute kSlotChannelMapAttributes[] = {
-    {u"direction", Text},
+    {u"direction", Keyword, kDirections},
 };
 
 constexpr CarriedAttribute kChannelAttributes[] = {
@@ -178,17 +187,17 @@ constexpr CarriedAttribute kAudioClipAttributes[] = {
     {u"sourceOutPoint", LongNumber},
     {u"startPoint", LongNumber},
     {u"endPoint", LongNumber},
-    {u"hue", Text},
+    {u"hue", Real},
     {u"name", Text},
-    {u"select", Text},
-    {u"lockedInTime", Text},
+    {u"select", Boolean},
+    {u"lockedInTime", Boolean},
     {u"fileID", Number},
-    {u"looped", Text},
-    {u"offline", Text},
+    {u"looped", Boolean},
+    {u"offline", Boolean},
     {u"zOrder", Number},
     {u"crossFadeHeadClipID", Number},
     {u"crossFadeTailClipID", Number},
-    {u"clipAutoCrossfade", Text},
+    {u"clipAutoCrossfade", Boolean},
 };
 
 constexpr CarriedAttribute kMidiClipAttributes[] = {
@@ -197,10 +206,10 @@ constexpr CarriedAttribute kMidiClipAttributes[] = {
     {u"sourceOutPoint", LongNumber},
     {u"startPoint", LongNumber},
     {u"endPoint", LongNumber},
-    {u"hue", Text},
+    {u"hue", Real},
     {u"name", Text},
-    {u"select", Text},
-    {u"lockedInTime", Text},
+    {u"select", Boolean},
+    {u"lockedInTime", Boolean},
 };
 
 constexpr CarriedAttribute kVideoClipAttributes[] = {
@@ -209,24 +218,32 @@ constexpr CarriedAttribute kVideoClipAttributes[] = {
     {u"sourceOutPoint", LongNumber},
     {u"startPoint", LongNumber},
     {u"endPoint", LongNumber},
-    {u"hue", Text},
+    {u"hue", Real},
     {u"name", Text},
-    {u"select", Text},
-    {u"lockedInTime", Text},
+    {u"select", Boolean},
+    {u"lockedInTime", Boolean},
     {u"fileID", Number},
-    {u"offline", Text},
+    {u"offline", Boolean},
     {u"zOrder", Number},
 };
 
 constexpr CarriedAttribute kFadeAttributes[] = {
-    {u"startPoint", LongNumber}, {u"endPoint", LongNumber},    {u"type", Text},
-    {u"shape", Number},          {u"crossFadeLinkType", Text},
+    {u"startPoint", LongNumber},
+    {u"endPoint", LongNumber},
+    {u"type", Keyword, kFadeTypes},
+    {u"shape", Number},
+    {u"crossFadeLinkType", Keyword, kLinkTypes},
 };
 
 constexpr CarriedAttribute kStretchAttributes[] = {
-    {u"stretchMode", Text},          {u"stretchType", Text},      {u"stretchQuality", Text},
-    {u"stretchRatio", Text},         {u"pitchAdjustment", Text},  {u"transientSensitivity", Number},
-    {u"adaptiveWindowSize", Number}, {u"preserveFormants", Text},
+    {u"stretchMode", KeywordOrNumber, kStretchModes},
+    {u"stretchType", KeywordOrNumber, kStretchTypes},
+    {u"stretchQuality", KeywordOrNumber, kStretchQualities},
+    {u"stretchRatio", Real},
+    {u"pitchAdjustment", Real},
+    {u"transientSensitivity", Number},
+    {u"adaptiveWindowSize", Number},
+    {u"preserveFormants", BooleanOr1},
 };
 
 constexpr CarriedAttribute kTakeAttributes[] = {
@@ -244,15 +261,15 @@ constexpr CarriedAttribute kVideoFormatAttributes[] = {
 };
 
 constexpr CarriedAttribute kMetronomeAttributes[] = {
-    {u"enabled", Text},
-    {u"soundSet", Text},
-    {u"pattern", Text},
+    {u"enabled", Boolean},
+    {u"soundSet", Keyword, kSoundSets},
+    {u"pattern", Keywords, kBeats},
 };
 
 constexpr CarriedAttribute kGlobalTrackInfoAttributes[] = {
-    {u"timeSigVisible", Text},
-    {u"keySigVisible", Text},
-    {u"tempoVisible", Text},
+    {u"timeSigVisible", Boolean},
+    {u"keySigVisible", Boolean},
+    {u"tempoVisible", Boolean},
 };
 
 constexpr CarriedAttribute kSessionStateAttributes[] = {
@@ -273,22 +290,27 @@ constexpr CarriedAttribute kViewAttributes[] = {
 };
 
 constexpr CarriedAttribute kTimeFormatAttributes[] = {
-    {u"timeFormat", Text},        {u"timeCodeFrameRate", Number},
-    {u"timeCodeNTSC", Text},      {u"timeCodeDropFrame", Text},
-    {u"customFrameRate", Number}, {u"linkToDefaultTimeSettings", Text},
-    {u"beatsPerMinute", Text},    {u"beatsPerBar", Number},
-    {u"noteLength", Number},      {u"subdivisions", Number},
+    {u"timeFormat", Keyword, kTimeFormats},
+    {u"timeCodeFrameRate", Number},
+    {u"timeCodeNTSC", BooleanOr1},
+    {u"timeCodeDropFrame", BooleanOr1},
+    {u"customFrameRate", Number},
+    {u"linkToDefaultTimeSettings", BooleanOr1},
+    {u"beatsPerMinute", Real},
+    {u"beatsPerBar", Number},
+    {u"noteLength", Number},
+    {u"subdivisions", Number},
 };
 
 constexpr CarriedAttribute kMixingAttributes[] = {
-    {u"defaultPanModeLogarithmic", Text},
-    {u"panPower", Text},
-    {u"playOverlappingClips", Text},
+    {u"defaultPanModeLogarithmic", BooleanOr1},
+    {u"panPower", Real},
+    {u"playOverlappingClips", BooleanOr1},
 };
 
 constexpr CarriedAttribute kClipGroupAttributes[] = {
     {u"id", Number},
-    {u"hue", Text},
+    {u"hue", Real},
 };
 
 constexpr CarriedAttribute kItemAttributes[] = {
@@ -307,8 +329,8 @@ constexpr CarriedAttribute kVisibilityPresetAttributes[] = {
 
 constexpr CarriedAttribute kVisibilityAttributes[] = {
     {u"id", Number},
-    {u"trackHeight", Text},
-    {u"trackMinimized", Text},
+    {u"trackHeight", ExactReal32},
+    {u"trackMinimized", Boolean},
 };
 
 constexpr Scope kInRoot[] = {u"orvo"};
@@ -344,8 +366,7 @@ constexpr Scope kInTrackAudio[] = {u"trackAudioParameters"};
 
 constexpr Scope kInSendList[] = {u"sendList"};
 
-constexpr Scope kInKeywordOwner[] = {u"trackAudioParameters", u"sendSlot", u"effectsRack",
-                                     u"audioClip"};
+constexpr Scope kInSendSlot[] = {u"sendSlot"};
 
 constexpr Scope kInRackOwner[] = {u"masterTrack",     u"busTrack",       u"audioTrack",
                                   u"instrumentTrack", u"metronomeTrack", u"audioClip"};
@@ -362,7 +383,9 @@ constexpr Scope kInParameter[] = {u"parameter"};
 
 constexpr Scope kInLane[] = {u"parameterKeyframes"};
 
-constexpr Scope kInAnyChannelMap[] = {u"channelMap"};
+constexpr Scope kInSlotChannelMap[] = {u"slotChannelMap"};
+
+constexpr Scope kInClipChannelMap[] = {u"clipChannelMap"};
 
 constexpr Scope kInAudioClip[] = {u"audioClip"};
 
@@ -384,88 +407,119 @@ constexpr Scope kInPresets[] = {u"trackVisibilityPresets"};
 
 constexpr Scope kInPreset[] = {u"trackVisibilityPreset"};
 
+constexpr Occurrence kMany;
+
+constexpr Occurrence kOnce = {.once = true};
+
+/// Of two with one key the second takes the first one's place.
+constexpr Occurrence UniqueInParent(std::u16string_view key) {
+    return {.key = key, .unique = Occurrence::Unique::InParent};
+}
+
+/// Without the key it goes nowhere.
+constexpr Occurrence Needing(std::u16string_view key) {
+    return {.key = key, .withoutKey = Occurrence::WithoutKey::IsLost};
+}
+
+constexpr Occurrence UniqueAndNeeding(std::u16string_view key) {
+    return {.key = key,
+            .withoutKey = Occurrence::WithoutKey::IsLost,
+            .unique = Occurrence::Unique::InParent};
+}
+
+constexpr Occurrence ById(std::string_view among, Occurrence::WithoutKey withoutId) {
+    return {.key = u"id",
+            .mayNameNone = true,
+            .withoutKey = withoutId,
+            .unique = Occurrence::Unique::InSession,
+            .among = among};
+}
+
+constexpr Occurrence kFileById = ById("file", Occurrence::WithoutKey::IsLost);
+
+constexpr Occurrence kVideoTrackById = ById("video track", Occurrence::WithoutKey::IsLost);
+
+constexpr Occurrence kTrackById = ById("track", Occurrence::WithoutKey::EndsTheRead);
+
+constexpr Occurrence kPropertyByKey = {
+    .key = u"key", .unique = Occurrence::Unique::InSession, .among = "property"};
+
+constexpr Occurrence kEditParameter = {
+    .key = u"slotIndex", .mayNameNone = true, .withoutKey = Occurrence::WithoutKey::IsLost};
+
 // clang-format off
 constexpr CarriedElement kElements[] = {
-    {kRootElement, {}, Once, kRootAttributes, kRootElement},
-    {u"session", kInRoot, Once, kSessionAttributes, u"session"},
-    {u"files", kInRoot, Many, {}, u"files"},
-    {u"file", kInFiles, ById, kFileAttributes, u"file"},
-    {u"audioDevice", kInRoot, Once, kDeviceAttributes, u"audioDevice"},
-    {u"inputPort", kInDevice, Many, kPortAttributes, u"inputPort"},
-    {u"outputPort", kInDevice, Many, kPortAttributes, u"outputPort"},
-    {u"tracks", kInSession, Many, {}, u"tracks"},
-    {u"masterTrack", kInTracks, ById, kTrackAttributes, u"masterTrack"},
-    {u"busTrack", kInTracks, ById, kTrackAttributes, u"busTrack"},
-    {u"audioTrack", kInTracks, ById, kTrackAttributes, u"audioTrack"},
-    {u"instrumentTrack", kInTracks, ById, kInstrumentTrackAttributes, u"instrumentTrack"},
-    {u"videoTrack", kInTracks, ById, kVideoTrackAttributes, u"videoTrack"},
-    {u"trackParameters", kInAnyTrack, Once, kTrackParametersAttributes, u"trackParameters"},
-    {u"name", kInTrackParameters, Once, {}, u"name", true},
-    {u"trackAudioParameters", kInSoundingTrack, Once, kTrackAudioAttributes, u"trackAudioParameters"},
-    {u"trackOutput", kInTrackAudio, Once, kTrackOutputAttributes, u"trackOutput"},
-    {u"trackInput", kInTrackAudio, Once, kTrackInputAttributes, u"trackInput"},
-    {u"component", kInKeywordOwner, Many, kComponentAttributes, u"component"},
-    {u"sendList", kInSendingTrack, Many, {}, u"sendList"},
-    {u"sendSlot", kInSendList, Many, kSendSlotAttributes, u"sendSlot"},
-    {u"effectsRack", kInRackOwner, Once, kRackAttributes, u"effectsRack"},
-    {u"slot", kInRack, Many, kSlotAttributes, u"slot"},
-    {u"component", kInSlot, Once, kSlotComponentAttributes, u"slotComponent"},
-    {u"presetChunkData", kInSlotComponent, Once, {}, u"presetChunkData", true},
-    {u"busConfig", kInSlotComponent, Once, {}, u"busConfig", true},
-    {u"channelMap", kInSlotComponent, Many, kSlotChannelMapAttributes, u"channelMap"},
-    {u"channelMap", kInAudioClip, Many, {}, u"channelMap"},
-    {u"channel", kInAnyChannelMap, Many, kChannelAttributes, u"channel"},
-    {u"parameter", kInAnyComponent, Many, kParameterAttributes, u"parameter"},
-    {u"parameterKeyframes", kInParameter, Many, kLaneAttributes, u"parameterKeyframes"},
-    {u"parameterKeyframe", kInLane, Many, kKeyframeAttributes, u"parameterKeyframe"},
-    {u"editParameter", kInRackOwner, Many, kEditParameterAttributes, u"editParameter"},
-    {u"clip", kInAudioTrack, Many, kAudioClipAttributes, u"audioClip"},
-    {u"audioClip", kInAudioTrack, Many, kAudioClipAttributes, u"audioClip"},
-    {u"fadeIn", kInAudioClip, Once, kFadeAttributes, u"fadeIn"},
-    {u"fadeOut", kInAudioClip, Once, kFadeAttributes, u"fadeOut"},
-    {u"clipStretch", kInAudioClip, Once, kStretchAttributes, u"clipStretch"},
-    {u"take", kInAudioClip, Many, kTakeAttributes, u"take"},
-    {u"properties", kInAudioClip, Once, kClipPropertiesAttributes, u"clipProperties"},
-    {u"midiClip", kInInstrumentTrack, Many, kMidiClipAttributes, u"midiClip"},
-    {u"midiEvents", kInMidiClip, Once, {}, u"midiEvents", true},
-    {u"videoClip", kInVideoTrack, Many, kVideoClipAttributes, u"videoClip"},
-    {u"videoFormat", kInVideoClip, Once, kVideoFormatAttributes, u"videoFormat"},
-    {u"metronome", kInSession, Once, kMetronomeAttributes, u"metronome"},
-    {u"metronomeTrack", kInMetronome, Once, kTrackAttributes, u"metronomeTrack"},
-    {u"globalTrackInfo", kInMetronome, Once, kGlobalTrackInfoAttributes, u"globalTrackInfo"},
-    {u"tempoEvents", kInGlobalTrackInfo, Once, {}, u"tempoEvents", true},
-    {u"timeSignatureEvents", kInGlobalTrackInfo, Once, {}, u"timeSignatureEvents", true},
-    {u"keySignatureEvents", kInGlobalTrackInfo, Once, {}, u"keySignatureEvents", true},
-    {u"xmpMetadata", kInSession, Once, {}, u"xmpMetadata", true},
-    {u"sessionState", kInSession, Once, kSessionStateAttributes, u"sessionState"},
-    {u"selectionState", kInSessionState, Once, kSelectionAttributes, u"selectionState"},
-    {u"viewState", kInSessionState, Once, kViewAttributes, u"viewState"},
-    {u"timeFormatState", kInSessionState, Once, kTimeFormatAttributes, u"timeFormatState"},
-    {u"mixingOptionState", kInSessionState, Once, kMixingAttributes, u"mixingOptionState"},
-    {u"clipGroups", kInSession, Many, {}, u"clipGroups"},
-    {u"clipGroup", kInClipGroups, Many, kClipGroupAttributes, u"clipGroup"},
-    {u"name", kInClipGroup, Once, {}, u"name", true},
-    {u"item", kInClipGroup, Many, kItemAttributes, u"item"},
-    {u"properties", kInSession, Many, {}, u"sessionProperties"},
-    {u"property", kInProperties, Many, kPropertyAttributes, u"property", true},
-    {u"trackVisibilityPresets", kInSession, Many, {}, u"trackVisibilityPresets"},
-    {u"trackVisibilityPreset", kInPresets, Many, kVisibilityPresetAttributes, u"trackVisibilityPreset"},
-    {u"trackVisibility", kInPreset, Many, kVisibilityAttributes, u"trackVisibility"},
+    {kRootElement, {}, kOnce, kRootAttributes, kRootElement},
+    {u"session", kInRoot, kOnce, kSessionAttributes, u"session"},
+    {u"files", kInRoot, kMany, {}, u"files"},
+    {u"file", kInFiles, kFileById, kFileAttributes, u"file"},
+    {u"audioDevice", kInRoot, kOnce, kDeviceAttributes, u"audioDevice"},
+    {u"inputPort", kInDevice, kMany, kPortAttributes, u"inputPort"},
+    {u"outputPort", kInDevice, kMany, kPortAttributes, u"outputPort"},
+    {u"tracks", kInSession, kMany, {}, u"tracks"},
+    {u"masterTrack", kInTracks, kTrackById, kTrackAttributes, u"masterTrack"},
+    {u"busTrack", kInTracks, kTrackById, kTrackAttributes, u"busTrack"},
+    {u"audioTrack", kInTracks, kTrackById, kTrackAttributes, u"audioTrack"},
+    {u"instrumentTrack", kInTracks, kTrackById, kInstrumentTrackAttributes, u"instrumentTrack"},
+    {u"videoTrack", kInTracks, kVideoTrackById, kVideoTrackAttributes, u"videoTrack"},
+    {u"trackParameters", kInAnyTrack, kOnce, kTrackParametersAttributes, u"trackParameters"},
+    {u"name", kInTrackParameters, kOnce, {}, u"name", TextKind::Plain},
+    {u"trackAudioParameters", kInSoundingTrack, kOnce, kTrackAudioAttributes, u"trackAudioParameters"},
+    {u"trackOutput", kInTrackAudio, kOnce, kTrackOutputAttributes, u"trackOutput"},
+    {u"trackInput", kInTrackAudio, kOnce, kTrackInputAttributes, u"trackInput"},
+    {u"component", kInTrackAudio, UniqueAndNeeding(u"id"), kTrackComponentAttributes, u"component"},
+    {u"sendList", kInSendingTrack, kMany, {}, u"sendList"},
+    {u"sendSlot", kInSendList, Needing(u"slotIndex"), kSendSlotAttributes, u"sendSlot"},
+    {u"component", kInSendSlot, UniqueAndNeeding(u"id"), kSendComponentAttributes, u"component"},
+    {u"effectsRack", kInRackOwner, kOnce, kRackAttributes, u"effectsRack"},
+    {u"component", kInRack, UniqueAndNeeding(u"id"), kRackComponentAttributes, u"component"},
+    {u"slot", kInRack, kMany, kSlotAttributes, u"slot"},
+    {u"component", kInSlot, kOnce, kSlotComponentAttributes, u"slotComponent"},
+    {u"presetChunkData", kInSlotComponent, kOnce, {}, u"presetChunkData", TextKind::Base64},
+    {u"busConfig", kInSlotComponent, kOnce, {}, u"busConfig", TextKind::Plain},
+    {u"channelMap", kInSlotComponent, kMany, kSlotChannelMapAttributes, u"slotChannelMap"},
+    {u"channel", kInSlotChannelMap, Needing(u"index"), kChannelAttributes, u"channel"},
+    {u"parameter", kInAnyComponent, UniqueInParent(u"index"), kParameterAttributes, u"parameter"},
+    {u"parameterKeyframes", kInParameter, kMany, kLaneAttributes, u"parameterKeyframes"},
+    {u"parameterKeyframe", kInLane, kMany, kKeyframeAttributes, u"parameterKeyframe"},
+    {u"editParameter", kInRackOwner, kEditParameter, kEditParameterAttributes, u"editParameter"},
+    {u"clip", kInAudioTrack, kMany, kAudioClipAttributes, u"audioClip"},
+    {u"audioClip", kInAudioTrack, kMany, kAudioClipAttributes, u"audioClip"},
+    {u"component", kInAudioClip, UniqueAndNeeding(u"id"), kClipComponentAttributes, u"component"},
+    {u"channelMap", kInAudioClip, kMany, {}, u"clipChannelMap"},
+    {u"channel", kInClipChannelMap, UniqueInParent(u"index"), kChannelAttributes, u"channel"},
+    {u"fadeIn", kInAudioClip, kOnce, kFadeAttributes, u"fadeIn"},
+    {u"fadeOut", kInAudioClip, kOnce, kFadeAttributes, u"fadeOut"},
+    {u"clipStretch", kInAudioClip, kOnce, kStretchAttributes, u"clipStretch"},
+    {u"take", kInAudioClip, kMany, kTakeAttributes, u"take"},
+    {u"properties", kInAudioClip, kOnce, kClipPropertiesAttributes, u"clipProperties"},
+    {u"midiClip", kInInstrumentTrack, kMany, kMidiClipAttributes, u"midiClip"},
+    {u"midiEvents", kInMidiClip, kOnce, {}, u"midiEvents", TextKind::Base64},
+    {u"videoClip", kInVideoTrack, kMany, kVideoClipAttributes, u"videoClip"},
+    {u"videoFormat", kInVideoClip, kOnce, kVideoFormatAttributes, u"videoFormat"},
+    {u"metronome", kInSession, kOnce, kMetronomeAttributes, u"metronome"},
+    {u"metronomeTrack", kInMetronome, kOnce, kTrackAttributes, u"metronomeTrack"},
+    {u"globalTrackInfo", kInMetronome, kOnce, kGlobalTrackInfoAttributes, u"globalTrackInfo"},
+    {u"tempoEvents", kInGlobalTrackInfo, kOnce, {}, u"tempoEvents", TextKind::Base64},
+    {u"timeSignatureEvents", kInGlobalTrackInfo, kOnce, {}, u"timeSignatureEvents", TextKind::Base64},
+    {u"keySignatureEvents", kInGlobalTrackInfo, kOnce, {}, u"keySignatureEvents", TextKind::Base64},
+    {u"xmpMetadata", kInSession, kOnce, {}, u"xmpMetadata", TextKind::Plain},
+    {u"sessionState", kInSession, kOnce, kSessionStateAttributes, u"sessionState"},
+    {u"selectionState", kInSessionState, kOnce, kSelectionAttributes, u"selectionState"},
+    {u"viewState", kInSessionState, kOnce, kViewAttributes, u"viewState"},
+    {u"timeFormatState", kInSessionState, kOnce, kTimeFormatAttributes, u"timeFormatState"},
+    {u"mixingOptionState", kInSessionState, kOnce, kMixingAttributes, u"mixingOptionState"},
+    {u"clipGroups", kInSession, kMany, {}, u"clipGroups"},
+    {u"clipGroup", kInClipGroups, kMany, kClipGroupAttributes, u"clipGroup"},
+    {u"name", kInClipGroup, kOnce, {}, u"name", TextKind::Plain},
+    {u"item", kInClipGroup, kMany, kItemAttributes, u"item"},
+    {u"properties", kInSession, kMany, {}, u"sessionProperties"},
+    {u"property", kInProperties, kPropertyByKey, kPropertyAttributes, u"property", TextKind::Plain},
+    {u"trackVisibilityPresets", kInSession, kMany, {}, u"trackVisibilityPresets"},
+    {u"trackVisibilityPreset", kInPresets, kMany, kVisibilityPresetAttributes, u"trackVisibilityPreset"},
+    {u"trackVisibility", kInPreset, kMany, kVisibilityAttributes, u"trackVisibility"},
 };
 // clang-format on
-
-constexpr std::u16string_view kChannelTypes[] = {u"mono", u"stereo", u"fivePointOne"};
-
-template <class Number>
-bool IsNumber(std::u16string_view text) {
-    Number ignored{};
-    return kelcore::StringToNumber(text, ignored);
-}
-
-bool IsHandlerName(std::u16string_view text) {
-    std::u16string ignored;
-    return tbcore::TranslateFromHumanReadableMediaHandler(text, ignored);
-}
 
 }  // namespace
 
@@ -490,23 +544,6 @@ const CarriedAttribute* FindCarriedAttribute(const CarriedElement& element,
         std::find_if(element.attributes.begin(), element.attributes.end(),
                      [&](const CarriedAttribute& attribute) { return attribute.name == name; });
     return row != element.attributes.end() ? &*row : nullptr;
-}
-
-bool IsCarriedValue(ValueKind kind, std::u16string_view text) {
-    switch (kind) {
-        case Text:
-            return true;
-        case Number:
-            return IsNumber<kelcore::int32>(text);
-        case LongNumber:
-            return IsNumber<kelcore::int64>(text);
-        case ChannelType:
-            return std::find(std::begin(kChannelTypes), std::end(kChannelTypes), text) !=
-                   std::end(kChannelTypes);
-        case HandlerName:
-            return IsHandlerName(text);
-    }
-    return false;
 }
 
 }  // namespace toolkit

@@ -4,23 +4,42 @@
 #include <string_view>
 
 #include "platform/kelcore/Types.h"
+#include "toolkit/ValueKind.h"
 
 /// What of a session file this version carries from file to file. The one list of it.
 namespace toolkit {
 
-/// What an attribute's value must be to be carried. Any other is read as if the attribute had not
-/// been there.
-enum class ValueKind { Text, Number, LongNumber, ChannelType, HandlerName };
-
 struct CarriedAttribute {
     std::u16string_view name;
     ValueKind kind;
+    std::span<const std::u16string_view> words = {};  ///< of a kind that has some
+    /// The attribute beside which this one does not count; empty: there is none.
+    std::u16string_view yieldsTo = {};
 };
 
-/// How often an element counts under one parent. Of several that count once the last one's
-/// attributes hold, so that those of the others are lost. One that counts by id needs an "id" that
-/// none of the others has.
-enum class Occurrence { Once, ById, Many };
+/// The id of no thing: what an element without an id has.
+inline constexpr kelcore::uint32 kNoId = 4294967295;
+
+/// How often an element counts.
+struct Occurrence {
+    /// Where two must not have the same key.
+    enum class Unique { Nowhere, InParent, InSession };
+    /// What becomes of an element without the key, or with that of no thing.
+    enum class WithoutKey { IsCarried, IsLost, EndsTheRead };
+
+    /// Of several under one parent the last one's attributes hold; those of the others are lost.
+    bool once = false;
+    /// The attribute that tells the elements apart; empty: none does.
+    std::u16string_view key = {};
+    bool mayNameNone = false;  ///< whether the number `kNoId` is no key
+    WithoutKey withoutKey = WithoutKey::IsCarried;
+    Unique unique = Unique::Nowhere;
+    /// What the elements of all names are that share their keys in the session.
+    std::string_view among = {};
+};
+
+/// What the character data in an element are.
+enum class TextKind { None, Plain, Base64 };
 
 struct CarriedElement {
     std::u16string_view name;
@@ -31,11 +50,8 @@ struct CarriedElement {
     /// What its children name as their parent: its name, unless elements of one name differ in what
     /// may stand in them.
     std::u16string_view scope;
-    bool hasText = false;  ///< whether its character data are content
+    TextKind text = TextKind::None;
 };
-
-/// The id of no thing: what an element without an id has.
-inline constexpr kelcore::uint32 kNoId = 4294967295;
 
 /// The name that the root of a session file has.
 inline constexpr std::u16string_view kRootElement = u"orvo";
@@ -47,8 +63,5 @@ const CarriedElement* FindCarriedElement(std::u16string_view name, std::u16strin
 /// The row of an attribute of the element; null when it is not carried.
 const CarriedAttribute* FindCarriedAttribute(const CarriedElement& element,
                                              std::u16string_view name);
-
-/// Whether the text is a value of that kind.
-bool IsCarriedValue(ValueKind kind, std::u16string_view text);
 
 }  // namespace toolkit

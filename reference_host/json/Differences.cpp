@@ -23,6 +23,16 @@ bool AreSame(const Value& one, const Value& other) {
     }
 }
 
+/// Things with an id are told apart by it alone.
+template <class Value>
+bool AreOneThing(const Value& one, const Value& other) {
+    if constexpr (requires { one.id; }) {
+        return one.id == other.id;
+    } else {
+        return one == other;
+    }
+}
+
 /// A value as it stands in JSON.
 template <class Value>
 std::string Shown(const Value& value) {
@@ -59,18 +69,22 @@ public:
         }
     }
 
+    /// Of a list that became shorter, what has no like in its place was left out.
     template <class Element>
     void Compare(const std::vector<Element>& one, const std::vector<Element>& other,
                  const JsonPlace& place) {
-        const std::size_t both = std::min(one.size(), other.size());
-        for (std::size_t i = 0; i < both; ++i) {
-            Compare(one[i], other[i], JsonPlace(place, i));
+        std::size_t leftOut = one.size() - std::min(one.size(), other.size());
+        std::size_t next = 0;
+        for (std::size_t i = 0; i < one.size(); ++i) {
+            if (leftOut > 0 && (next == other.size() || !AreOneThing(one[i], other[next]))) {
+                Report(one[i], nullptr, JsonPlace(place, i));
+                --leftOut;
+            } else {
+                Compare(one[i], other[next++], JsonPlace(place, i));
+            }
         }
-        for (std::size_t i = both; i < one.size(); ++i) {
-            Report(one[i], nullptr, JsonPlace(place, i));
-        }
-        for (std::size_t i = both; i < other.size(); ++i) {
-            Report(nullptr, other[i], JsonPlace(place, i));
+        for (; next < other.size(); ++next) {
+            Report(nullptr, other[next], JsonPlace(place, next));
         }
     }
 

@@ -287,6 +287,34 @@ TEST_F(ConvertTest, WhatASessionFileCannotHoldIsNamed) {
     EXPECT_EQ(stream.output, ReadFile(folder_ / "a.orvo"));
 }
 
+TEST_F(ConvertTest, WhatOnlySavingLosesOfASessionFileIsNamed) {
+    folder_.Write("a.orvo",
+                  "<orvo><session><tracks><videoTrack id='1' index='3'/><busTrack id='0'/>"
+                  "<busTrack id='2'><trackAudioParameters><trackOutput type='trackID' "
+                  "outputID='0'/></trackAudioParameters></busTrack></tracks></session></orvo>");
+    const Outcome outcome = RunTool({"convert", "a.orvo", "b.orvo"}, folder_);
+    EXPECT_EQ(
+        outcome.errors,
+        "orvo: b.orvo: saved, but not as it was: /videoTracks/0/index: 3 became 0\n"
+        "orvo: b.orvo: saved, but not as it was: /audioTracks/1/outputTrackId: 0 became -1\n");
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(ConvertTest, ValuesThatAReaderTakesOtherwiseAreNamed) {
+    folder_.Write("a.orvo",
+                  "<orvo><session><metronome soundSet='gong'/><tracks><busTrack id='1' "
+                  "select='TRUE'><trackParameters trackHue='red'/></busTrack></tracks>"
+                  "</session></orvo>");
+    const Outcome outcome = RunTool({"convert", "a.orvo", "b.json"}, folder_);
+    EXPECT_THAT(outcome.errors,
+                AllOf(HasSubstr("1:16: cannot be carried over: the value \"gong\" of the attribute "
+                                "soundSet of <metronome>\n"),
+                      HasSubstr("the value \"TRUE\" of the attribute select of <busTrack>\n"),
+                      HasSubstr("the value \"red\" of the attribute trackHue")));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "b.json"));
+}
+
 TEST_F(ConvertTest, ASavedFileThatCannotBeReadAgainIsAFailure) {
     folder_.Write("a.json", "{}");
     const Outcome outcome = test::Run(

@@ -334,6 +334,17 @@ INSTANTIATE_TEST_SUITE_P(
         BadFile{"Unclosed", "<orvo>\n<session>\n</orvo>", "orvo: a.orvo:3:"}),
     [](const auto& instance) { return std::string(instance.param.description); });
 
+TEST_F(InfoTest, FindsATrackWithoutAnIdBehindAnyNumberOfOtherLosses) {
+    std::string document = "<orvo>\n<session>\n<tracks><videoTrack/>";
+    for (int i = 0; i < 100; ++i) {
+        document += "<glow/>";
+    }
+    folder_.Write("a.orvo", document + "\n <busTrack id='-1'/></tracks></session></orvo>");
+    EXPECT_EQ(RunTool({"info", "a.orvo"}, folder_).errors,
+              "orvo: a.orvo:4:2: <busTrack> with the id \"-1\", which means none: give it the "
+              "attribute id with a number of its own\n");
+}
+
 TEST_F(InfoTest, RefusesAtOnceWhatIsNestedWithoutEnd) {
     std::string document = "<orvo>";
     for (int i = 0; i < 100000; ++i) {

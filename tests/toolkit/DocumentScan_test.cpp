@@ -229,8 +229,9 @@ TEST_F(DocumentScanTest, AnElementOfOneNameIsJudgedByWhatItStandsIn) {
     EXPECT_THAT(inTrack("<effectsRack><slot><component>" + chunk +
                         "<busConfig>x</busConfig></component></slot></effectsRack>"),
                 IsEmpty());
-    EXPECT_THAT(inTrack("<effectsRack><component>" + chunk + "</component></effectsRack>"),
-                testing::SizeIs(1));
+    EXPECT_THAT(
+        inTrack("<effectsRack><component id='rackMix'>" + chunk + "</component></effectsRack>"),
+        testing::SizeIs(1));
     EXPECT_THAT(inTrack("<clip id='1'><properties properties='x'/></clip>"), IsEmpty());
     EXPECT_THAT(inTrack("<clip id='1'><properties><property/></properties></clip>"),
                 testing::SizeIs(1));
@@ -281,12 +282,93 @@ TEST_F(DocumentScanTest, AMediaHandlerWithoutAKnownNameIsALoss) {
 
 TEST_F(DocumentScanTest, ASecondFileWithTheSameIdIsALoss) {
     EXPECT_THAT(Losses("<orvo><files><file id='7'/></files><files><file id='7'/></files></orvo>"),
-                ElementsAre("1:43: a second <file> with id 7"));
+                ElementsAre("1:43: a second file with id 7"));
 }
 
 TEST_F(DocumentScanTest, AFileWithoutAnIdIsALoss) {
     EXPECT_THAT(Losses("<orvo><files><file/><file id='-1'/></files></orvo>"),
-                ElementsAre("1:14: <file> without an id", "1:21: <file> without an id"));
+                ElementsAre("1:14: <file> without an id",
+                            "1:21: <file> with the id \"-1\", which means none"));
+}
+
+TEST_F(DocumentScanTest, ASecondTrackWithTheSameIdIsALossWhateverItsKind) {
+    EXPECT_THAT(
+        Losses("<orvo><session><tracks><audioTrack id='1'/><masterTrack id='1'/>"
+               "<videoTrack id='1'/><videoTrack id='1'/></tracks></session></orvo>"),
+        ElementsAre("1:44: a second track with id 1", "1:85: a second video track with id 1"));
+}
+
+TEST_F(DocumentScanTest, TracksWithoutAnIdEndTheReadButForVideoTracks) {
+    const DocumentScan scan = Scan(
+        "<orvo><x/><session><tracks><videoTrack/><busTrack/>"
+        "<audioTrack id='4294967295'/></tracks></session></orvo>",
+        3);
+    ASSERT_THAT(scan.endTheRead, SizeIs(2));
+    EXPECT_EQ(scan.endTheRead[0].what, "<busTrack> without an id");
+    EXPECT_EQ(scan.endTheRead[0].place, (Place{1, 41}));
+    EXPECT_EQ(scan.endTheRead[1].what, "<audioTrack> with the id \"4294967295\", which means none");
+    EXPECT_EQ(scan.notCarriedCount, 4u);
+}
+
+TEST_F(DocumentScanTest, OfWhatEndsTheReadNoMoreThanTheLimitIsKept) {
+    const DocumentScan scan =
+        Scan("<orvo><session><tracks><busTrack/><busTrack/></tracks></session></orvo>", 1);
+    EXPECT_THAT(scan.endTheRead, SizeIs(1));
+}
+
+TEST_F(DocumentScanTest, AControlWithoutAKeywordOrWithTheKeywordOfAnotherIsALoss) {
+    EXPECT_THAT(
+        Losses("<orvo><session><tracks><busTrack id='1'><trackAudioParameters><component/>"
+               "<component id='trackPan'/><component id='trackPan'/>"
+               "</trackAudioParameters><effectsRack><component id='trackFader'/></effectsRack>"
+               "</busTrack></tracks></session></orvo>"),
+        ElementsAre("1:63: <component> without an id",
+                    "1:101: a second <component> with id \"trackPan\"",
+                    "1:163: the value \"trackFader\" of the attribute id of <component>"));
+}
+
+TEST_F(DocumentScanTest, ASecondParameterChannelOrPropertyWithTheSameKeyIsALoss) {
+    EXPECT_THAT(Losses("<orvo><session><tracks><busTrack id='1'><trackAudioParameters>"
+                       "<component id='trackPan'><parameter/><parameter index='0'/></component>"
+                       "<component id='trackFader'><parameter index='0'/></component>"
+                       "</trackAudioParameters></busTrack></tracks></session></orvo>"),
+                ElementsAre("1:100: a second <parameter> with index 0"));
+    EXPECT_THAT(Losses("<orvo><session><tracks><audioTrack id='1'><audioClip><channelMap>"
+                       "<channel index='2'/><channel index='02'/></channelMap></audioClip>"
+                       "<audioClip><channelMap><channel index='2'/></channelMap></audioClip>"
+                       "</audioTrack></tracks></session></orvo>"),
+                ElementsAre("1:86: a second <channel> with index 2"));
+    EXPECT_THAT(Losses("<orvo><session><properties><property key='a'/></properties><properties>"
+                       "<property key='a'/><property/></properties></session></orvo>"),
+                ElementsAre("1:72: a second property with key \"a\""));
+}
+
+TEST_F(DocumentScanTest, WhatGoesNowhereWithoutItsPlaceIsALoss) {
+    EXPECT_THAT(
+        Losses("<orvo><session><tracks><busTrack id='1'><editParameter/>"
+               "<editParameter slotIndex='-1'/><editParameter slotIndex='0'/><sendList>"
+               "<sendSlot/><sendSlot slotIndex='0'/><sendSlot slotIndex='0'/></sendList>"
+               "<effectsRack><slot><component><channelMap><channel/><channel index='0'/>"
+               "<channel index='0'/></channelMap></component></slot></effectsRack>"
+               "</busTrack></tracks></session></orvo>"),
+        ElementsAre("1:41: <editParameter> without slotIndex",
+                    "1:57: <editParameter> with the slotIndex \"-1\", which means none",
+                    "1:128: <sendSlot> without slotIndex", "1:242: <channel> without index"));
+}
+
+TEST_F(DocumentScanTest, AMediaHandlerBesideItsIdentifierIsALoss) {
+    EXPECT_THAT(Losses("<orvo><files><file id='1' mediaHandler='Ogg Vorbis' mediaHandlerID=''/>"
+                       "<file id='2' mediaHandler='Ogg Vorbis'/></files></orvo>"),
+                ElementsAre("1:14: the attribute mediaHandler of <file>"));
+}
+
+TEST_F(DocumentScanTest, ATextThatIsNoBase64IsALossWhereItMustBe) {
+    EXPECT_THAT(Losses("<orvo><session><tracks><instrumentTrack id='1'>"
+                       "<midiClip id='1'><midiEvents>AA<![CDATA[EC]]> </midiEvents></midiClip>"
+                       "<midiClip id='2'><midiEvents>AA*C</midiEvents></midiClip>"
+                       "<midiClip id='3'><midiEvents/></midiClip>"
+                       "</instrumentTrack></tracks></session></orvo>"),
+                ElementsAre("1:135: the text of <midiEvents>, which is no Base64"));
 }
 
 TEST_F(DocumentScanTest, ASecondSessionIsALoss) {
@@ -309,14 +391,12 @@ TEST_F(DocumentScanTest, ADeclarationOfANamespaceIsNeitherALossNorAnId) {
 }
 
 TEST_F(DocumentScanTest, OfTwoIdsWithAPrefixTheLastCountsUnlessOneIsWithout) {
-    EXPECT_THAT(
-        Losses("<orvo xmlns:x='u' xmlns:y='v'><files>"
-               "<file absolutePath='/a' x:id='1' y:id='2'/><file id='2'/></files></orvo>"),
-        ElementsAre("1:38: the attribute x:id of <file>", "1:81: a second <file> with id 2"));
-    EXPECT_THAT(
-        Losses("<orvo xmlns:x='u'><files><file x:id='1' id='2'/><file id='2'/>"
-               "</files></orvo>"),
-        ElementsAre("1:26: the attribute x:id of <file>", "1:49: a second <file> with id 2"));
+    EXPECT_THAT(Losses("<orvo xmlns:x='u' xmlns:y='v'><files>"
+                       "<file absolutePath='/a' x:id='1' y:id='2'/><file id='2'/></files></orvo>"),
+                ElementsAre("1:38: the attribute x:id of <file>", "1:81: a second file with id 2"));
+    EXPECT_THAT(Losses("<orvo xmlns:x='u'><files><file x:id='1' id='2'/><file id='2'/>"
+                       "</files></orvo>"),
+                ElementsAre("1:26: the attribute x:id of <file>", "1:49: a second file with id 2"));
 }
 
 TEST_F(DocumentScanTest, OnlyTheFirstLossesAreDescribedAndAllAreCounted) {

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <new>
+#include <optional>
 #include <set>
 #include <utility>
+#include <variant>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
@@ -13,6 +15,7 @@
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include "platform/kelcore/BinaryText.h"
 #include "platform/kelcore/Numbers.h"
 #include "platform/kelcore/Strings.h"
 #include "toolkit/SessionContent.h"
@@ -138,13 +141,17 @@ public:
             lost_ = {std::u16string(name), Here(), 1, 0};
             return;
         }
-        CheckOccurrence(*row, attributes);
+        if (!open_.empty()) {
+            CheckOccurrence(*row);
+            CheckKey(*row, attributes);
+        }
         CheckAttributes(*row, attributes);
         open_.push_back({row, Here()});
     }
 
     void EndElement() {
         if (lost_.depth == 0) {
+            CheckBase64(open_.back());
             open_.pop_back();
         } else if (--lost_.depth == 0) {
             EndLost();
@@ -152,12 +159,17 @@ public:
     }
 
     void Characters(std::u16string_view text) {
-        if (lost_.depth != 0 || open_.empty() || open_.back().row->hasText ||
-            open_.back().textReported || IsWhiteSpace(text)) {
+        if (lost_.depth != 0 || open_.empty()) {
             return;
         }
-        open_.back().textReported = true;
-        Report(open_.back().tag, "text in " + Tag(open_.back().row->name));
+        OpenElement& element = open_.back();
+        if (element.row->text == TextKind::Base64) {
+            element.base64 += text;
+        } else if (element.row->text == TextKind::None && !element.textReported &&
+                   !IsWhiteSpace(text)) {
+            element.textReported = true;
+            Report(element.tag, "text in " + Tag(element.row->name));
+        }
     }
 
     void error(const xercesc::SAXParseException& exception) override { fatalError(exception); }
@@ -198,12 +210,17 @@ private:
         Scanner& scanner_;
     };
 
+    /// A number is one however it is written.
+    using Key = std::variant<kelcore::uint32, std::u16string>;
+
     struct OpenElement {
         const CarriedElement* row;
         TagEnd tag;
-        const CarriedElement* latest = nullptr;            // of its children
-        std::vector<const CarriedElement*> seenOnce = {};  // of its children
+        const CarriedElement* latest = nullptr;                            // of its children
+        std::vector<const CarriedElement*> seenOnce = {};                  // of its children
+        std::set<std::pair<const CarriedElement*, Key>> seenWithKey = {};  // of its children
         bool textReported = false;
+        std::u16string base64 = {};
     };
 
     /// The outermost element that is not carried, while the scan is inside it.
@@ -267,28 +284,81 @@ private:
         Report(lost_.tag, std::move(what));
     }
 
-    void CheckOccurrence(const CarriedElement& row, const ScannedAttributes& attributes) {
-        if (open_.empty()) {
+    void CheckOccurrence(const CarriedElement& row) {
+        if (!row.occurrence.once) {
             return;
         }
-        if (row.occurrence == Occurrence::Once) {
-            auto& seen = open_.back().seenOnce;
-            if (std::find(seen.begin(), seen.end(), &row) != seen.end()) {
-                Report(Here(), "a second " + Tag(row.name));
-            }
-            seen.push_back(&row);
-        } else if (row.occurrence == Occurrence::ById) {
-            CheckId(row, attributes);
+        auto& seen = open_.back().seenOnce;
+        if (std::find(seen.begin(), seen.end(), &row) != seen.end()) {
+            Report(Here(), "a second " + Tag(row.name));
+        }
+        seen.push_back(&row);
+    }
+
+    void CheckKey(const CarriedElement& row, const ScannedAttributes& attributes) {
+        const Occurrence& occurrence = row.occurrence;
+        if (occurrence.key.empty()) {
+            return;
+        }
+        const std::optional<std::u16string_view> text = attributes.Find(occurrence.key);
+        const Key key = KeyOf(row, text);
+        const bool isMissing = !text || (occurrence.mayNameNone && key == Key(kNoId));
+        if (isMissing && occurrence.withoutKey != Occurrence::WithoutKey::IsCarried) {
+            ReportWithoutKey(row, text);
+        } else if (!IsFirst(row, key)) {
+            const std::string what =
+                occurrence.among.empty() ? Tag(row.name) : std::string(occurrence.among);
+            Report(Here(), "a second " + what + " with " + kelcore::UTF16to8(occurrence.key) + " " +
+                               Shown(key));
         }
     }
 
-    void CheckId(const CarriedElement& row, const ScannedAttributes& attributes) {
-        kelcore::uint32 id = kNoId;
-        kelcore::StringToNumber(IdText(attributes), id);
-        if (id == kNoId) {
-            Report(Here(), Tag(row.name) + " without an id");
-        } else if (!ids_.insert({&row, id}).second) {
-            Report(Here(), "a second " + Tag(row.name) + " with id " + std::to_string(id));
+    static Key KeyOf(const CarriedElement& row, std::optional<std::u16string_view> text) {
+        if (FindCarriedAttribute(row, row.occurrence.key)->kind != ValueKind::Number) {
+            return std::u16string(text.value_or(u""));
+        }
+        kelcore::uint32 number = row.occurrence.mayNameNone ? kNoId : 0;
+        kelcore::StringToNumber(text.value_or(u""), number);
+        return number;
+    }
+
+    static std::string Shown(const Key& key) {
+        const auto* const number = std::get_if<kelcore::uint32>(&key);
+        return number != nullptr ? std::to_string(*number) : Quoted(std::get<std::u16string>(key));
+    }
+
+    /// Whether it is, of those that must have different keys, the first one with that key.
+    bool IsFirst(const CarriedElement& row, const Key& key) {
+        switch (row.occurrence.unique) {
+            case Occurrence::Unique::Nowhere:
+                return true;
+            case Occurrence::Unique::InParent:
+                return open_.back().seenWithKey.insert({&row, key}).second;
+            case Occurrence::Unique::InSession:
+                return seenInSession_.insert({row.occurrence.among, key}).second;
+        }
+        return true;
+    }
+
+    void ReportWithoutKey(const CarriedElement& row, std::optional<std::u16string_view> text) {
+        const std::string key = kelcore::UTF16to8(row.occurrence.key);
+        std::string what =
+            text ? Tag(row.name) + " with the " + key + " " + Quoted(*text) + ", which means none"
+                 : Tag(row.name) + " without " + (key == "id" ? "an id" : key);
+        if (row.occurrence.withoutKey == Occurrence::WithoutKey::EndsTheRead &&
+            result_.endTheRead.size() < limit_) {
+            result_.endTheRead.push_back({BeginOfTag(), what});
+        }
+        Report(Here(), std::move(what));
+    }
+
+    void CheckBase64(const OpenElement& element) {
+        if (element.row->text != TextKind::Base64) {
+            return;
+        }
+        std::vector<kelcore::byte> ignored;
+        if (!kelcore::DecodeBinaryDataFromUTF16String(element.base64, ignored)) {
+            Report(element.tag, "the text of " + Tag(element.row->name) + ", which is no Base64");
         }
     }
 
@@ -301,27 +371,16 @@ private:
             const std::u16string_view name = ScannedAttributes::LocalName(attribute);
             const CarriedAttribute* const carried = FindCarriedAttribute(row, name);
             const std::u16string_view value = ViewOf(attribute.getValue());
-            if (carried == nullptr || attributes.HidesBehindAnother(i)) {
+            if (carried == nullptr || attributes.HidesBehindAnother(i) ||
+                attributes.Find(carried->yieldsTo)) {
                 Report(Here(), "the attribute " +
                                    kelcore::UTF16to8(ScannedAttributes::QualifiedName(attribute)) +
                                    " of " + Tag(row.name));
-            } else if (!IsCarriedValue(carried->kind, value)) {
+            } else if (!IsValue(carried->kind, carried->words, value)) {
                 Report(Here(), "the value " + Quoted(value) + " of the attribute " +
                                    kelcore::UTF16to8(name) + " of " + Tag(row.name));
             }
         }
-    }
-
-    static std::u16string_view IdText(const ScannedAttributes& attributes) {
-        for (XMLSize_t i = 0; i < attributes.Count(); ++i) {
-            const xercesc::XMLAttr& attribute = attributes.At(i);
-            if (ScannedAttributes::LocalName(attribute) == u"id" &&
-                !ScannedAttributes::DeclaresNamespace(attribute) &&
-                !attributes.HidesBehindAnother(i)) {
-                return ViewOf(attribute.getValue());
-            }
-        }
-        return {};
     }
 
     std::string_view content_;
@@ -333,7 +392,7 @@ private:
     const xercesc::Locator* locator_ = nullptr;
     std::vector<OpenElement> open_;
     LostElement lost_;
-    std::set<std::pair<const CarriedElement*, kelcore::uint32>> ids_;
+    std::set<std::pair<std::string_view, Key>> seenInSession_;
 };
 
 }  // namespace

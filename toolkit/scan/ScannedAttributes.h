@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
@@ -52,6 +53,19 @@ public:
             }
         }
         return false;
+    }
+
+    /// The value that counts of those with that name; none without one, and for an empty name.
+    std::optional<std::u16string_view> Find(std::u16string_view name) const {
+        if (name.empty()) {
+            return std::nullopt;
+        }
+        for (XMLSize_t i = 0; i < count_; ++i) {
+            if (LocalName(At(i)) == name && !DeclaresNamespace(At(i)) && !HidesBehindAnother(i)) {
+                return ViewOf(At(i).getValue());
+            }
+        }
+        return std::nullopt;
     }
 
 private:

@@ -36,6 +36,17 @@ TEST(DifferencesTest, WhatIsMissingOrMoreIsOneDifference) {
                 ElementsAre(StartsWith("/files/0: nothing became {")));
 }
 
+TEST(DifferencesTest, WhatIsLeftOutOfAListMovesNothingElse) {
+    EXPECT_THAT(
+        Lines({.audioTracks = {{.id = 1}, {.id = 2, .name = u"a"}, {.id = 3}, {.id = 4}}},
+              {.audioTracks = {{.id = 2, .name = u"b"}, {.id = 3}}}),
+        ElementsAre(StartsWith("/audioTracks/0: {"), R"(/audioTracks/1/name: "a" became "b")",
+                    StartsWith("/audioTracks/3: {")));
+    EXPECT_THAT(
+        Lines({.metronome = {.pattern = {1, 7, 2, 2}}}, {.metronome = {.pattern = {1, 2, 2}}}),
+        ElementsAre("/metronome/pattern/1: 7 became nothing"));
+}
+
 TEST(DifferencesTest, AThingThatIsThereOnOneSideOnlyIsOneDifference) {
     EXPECT_THAT(Lines({.audioTracks = {{.fader = model::Component{}}}}, {.audioTracks = {{}}}),
                 ElementsAre(AllOf(StartsWith("/audioTracks/0/fader: {"),
