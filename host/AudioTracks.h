@@ -40,7 +40,8 @@ protected:
 /// A track of the audio side: audio, bus, master, metronome or instrument.
 struct IEditAudioTrack : IHostObject {
     /// A new audio clip on this track. Null: what the file says of the clip is dropped. Ids are
-    /// unique in a session.
+    /// meant to be unique in a session; they come as the file has them, also twice, and as
+    /// 4294967295 where it has none.
     virtual IEditAudioClip* CreateAudioClip(kelcore::uint32 id) = 0;
     /// The MIDI clips of an instrument track. Used during the call and not counted. Null: what the
     /// file says of MIDI clips is dropped.

@@ -28,8 +28,9 @@ struct IEditComponent : IHostObject {
     /// Where the effect's window is, in pixels of the screen. All are 0 when the file does not say.
     virtual void SetEditorRect(kelcore::int32 left, kelcore::int32 top, kelcore::int32 width,
                                kelcore::int32 height) = 0;
-    /// Whether the effect is on. Not called when the file does not say; an effect in a rack's slot
-    /// has its power at the slot.
+    /// Whether the effect is on. Not called when the file does not say, but that a track's EQ with
+    /// parameters is then on if its last value is 0.5 or more, as in old files. An effect in a
+    /// rack's slot has its power at the slot.
     virtual void SetPowered(bool powered) = 0;
     /// Whether the parameter may be moved by hand while its automation is being written. Called
     /// only with true.

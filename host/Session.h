@@ -49,7 +49,8 @@ struct IEditSession : IHostObject {
     /// The audio-side track with this id, made if need be. Null, or an object that does not cast to
     /// `IEditAudioTrackPrivate`: the read fails.
     virtual IEditAudioTrack* GetAudioTrack(kelcore::uint32 id) = 0;
-    /// The metronome's settings.
+    /// The metronome's settings. Null: what the file says of them is dropped, but that the read
+    /// fails if it has the metronome's track.
     virtual IEditMetronomeInfo* GetMetronomeInfo() = 0;
     /// A new, empty preset, after the existing ones.
     virtual IEditTrackVisibilityPreset* CreateTrackVisibilityPreset() = 0;

@@ -40,7 +40,9 @@ enum class SessionSelector : std::int32_t {
 
 /// What the call returns.
 enum class SessionResult : std::int32_t {
-    /// Done. Also a read or write before the first Initialize, with nothing done.
+    /// Done. Also a read or write, with nothing done, as long as no Initialize has made the plug-in
+    /// ready: before the first, after one that failed, and after one that found no memory for the
+    /// plug-in's own objects, which does not show in its result.
     Ok = 0,
     /// The selector is none of the six, negative ones included.
     UnknownSelector = -2,
