@@ -22,6 +22,15 @@ Calls Without(Calls calls, const Calls& first, std::size_t last) {
                  calls.end() - static_cast<std::ptrdiff_t>(last));
 }
 
+refhost::Recorder::Options RecordWithReferences(Calls& calls) {
+    refhost::Recorder::Options options;
+    options.recordReferences = true;
+    options.sink = [&calls](const refhost::CallRecord& call) {
+        calls.push_back(call.interfaceName + "." + std::string(call.operation));
+    };
+    return options;
+}
+
 bool StartsElement(std::string_view line, std::string_view name) {
     if (!line.starts_with('<') || !line.substr(1).starts_with(name)) {
         return false;
@@ -98,15 +107,19 @@ std::vector<std::string> ElementFixture::QueriesOf(std::string_view interfaceNam
 
 std::vector<std::string> ElementFixture::CallsWithReferences(std::string_view document) {
     folder.Write("session.orvo", document);
-    std::vector<std::string> calls;
-    refhost::Recorder::Options options;
-    options.recordReferences = true;
-    options.sink = [&calls](const refhost::CallRecord& call) {
-        calls.push_back(call.interfaceName + "." + std::string(call.operation));
-    };
+    Calls calls;
     const auto node = refhost::SessionNode::Make();
-    refhost::Recorder recorder(options);
+    refhost::Recorder recorder(RecordWithReferences(calls));
     EXPECT_TRUE(serializer->Read(Path(), tses::Retain(&recorder.Wrap(node->Edit()))));
+    return calls;
+}
+
+std::vector<std::string> ElementFixture::CallsWithReferences(
+    const refhost::model::Session& session) {
+    Calls calls;
+    const auto node = refhost::SessionNode::Make(session);
+    refhost::Recorder recorder(RecordWithReferences(calls));
+    EXPECT_TRUE(serializer->Write(Path(), tses::Retain(&recorder.Wrap(node->Query()))));
     return calls;
 }
 
@@ -140,6 +153,17 @@ refhost::model::Session ElementFixture::WithTrack(refhost::model::AudioTrack tra
 HostSetup ElementFixture::Null(std::string_view operation) {
     HostSetup host;
     host.faults.ReturnNull(operation);
+    return host;
+}
+
+HostSetup ElementFixture::NullAtTheSecond(std::string_view operation) {
+    HostSetup host;
+    host.interceptor = [faults = Null(operation).faults,
+                        asked = 0](const refhost::CallRecord& call) mutable {
+        const refhost::CallDecision decision = faults(call);
+        const bool meant = decision.kind == refhost::CallDecision::Kind::ReturnNull;
+        return meant && ++asked == 2 ? decision : refhost::CallDecision::Forward();
+    };
     return host;
 }
 

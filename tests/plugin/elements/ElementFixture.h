@@ -38,9 +38,13 @@ protected:
     /// Every call that a document causes, as "IEditAudioClip.SetName", with those that count
     /// references. Fails the test if the document is not read.
     std::vector<std::string> CallsWithReferences(std::string_view document);
+    /// The same of a session that is written.
+    std::vector<std::string> CallsWithReferences(const refhost::model::Session& session);
 
     static refhost::model::Session WithTrack(refhost::model::AudioTrack track);
     static HostSetup Null(std::string_view operation);
+    /// A host that returns null the second time that it is asked for the operation, and only then.
+    static HostSetup NullAtTheSecond(std::string_view operation);
 };
 
 /// The first element of that name in a document, as `WrittenElement` gives it.

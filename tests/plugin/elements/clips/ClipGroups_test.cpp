@@ -78,6 +78,16 @@ TEST_F(ClipGroups, AGroupThatTheHostDoesNotMakeIsDropped) {
                 ElementsAre("IEditSession#1.CreateClipGroup(3) -> null"));
 }
 
+TEST_F(ClipGroups, NameAndItemsOfAGroupThatTheHostDoesNotMakeDoNotReachTheGroupBefore) {
+    EXPECT_THAT(
+        CallsOfGroups("<clipGroup id='3'><name>a</name></clipGroup>"
+                      "<clipGroup id='4' hue='30'><name>b</name><item trackID='7'/></clipGroup>",
+                      NullAtTheSecond("IEditSession.CreateClipGroup")),
+        ElementsAre("IEditSession#1.CreateClipGroup(3) -> IEditClipGroup#2",
+                    "IEditClipGroup#2.SetHue(0)", "IEditClipGroup#2.SetName(\"a\")",
+                    "IEditSession#1.CreateClipGroup(4) -> null"));
+}
+
 TEST_F(ClipGroups, AreAMilestoneOfTheRead) {
     const auto without = ReadInSession("").progress.size();
     EXPECT_EQ(ReadInSession("<clipGroups/>").progress.size(), without + 1);

@@ -90,6 +90,16 @@ TEST_F(GlobalTrackInfoElement, IsIgnoredWithItsEventsWhenTheMetronomeHasNoInfo) 
                 ElementsAre("IEditMetronomeInfoPrivate#2.GetGlobalTrackInfo() -> null"));
 }
 
+TEST_F(GlobalTrackInfoElement, OfAMetronomeWithoutInfoDoesNotReachThatOfTheMetronomeBefore) {
+    EXPECT_THAT(
+        CallsOf(
+            CallsIn("<metronome><globalTrackInfo/></metronome><metronome>" + kInfo + "</metronome>",
+                    NullAtTheSecond("IEditMetronomeInfoPrivate.GetGlobalTrackInfo")),
+            "GlobalTrackInfo"),
+        ElementsAre("IEditMetronomeInfoPrivate#2.GetGlobalTrackInfo() -> IEditGlobalTrackInfo#3",
+                    "IEditMetronomeInfoPrivate#2.GetGlobalTrackInfo() -> null"));
+}
+
 class CountingInfo final : public refhost::Counted<IEditGlobalTrackInfo> {
 public:
     void SetTimeSigVisible(bool) override { ++calls; }

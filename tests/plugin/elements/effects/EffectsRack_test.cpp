@@ -74,18 +74,26 @@ TEST_F(EffectsRackElement, WithoutARackEverythingInItIsReadIntoNobody) {
 }
 
 TEST_F(EffectsRackElement, WithoutARackTheSlotOfTheTrackBeforeIsNotReached) {
-    std::size_t asked = 0;
-    test::HostSetup host;
-    host.interceptor = [&asked](const refhost::CallRecord& call) {
-        const bool second = call.operation == "GetEffectsRack" && ++asked == 2;
-        return second ? refhost::CallDecision::ReturnNull() : refhost::CallDecision::Forward();
-    };
     const std::string rack = "<effectsRack><slot><component name='x'/></slot></effectsRack>";
     const auto outcome =
         ReadInSession("<tracks><audioTrack id='1'>" + rack + "</audioTrack><audioTrack id='2'>" +
                           rack + "</audioTrack></tracks>",
-                      host);
+                      NullAtTheSecond("IEditAudioTrackPrivate.GetEffectsRack"));
     EXPECT_THAT(CallsOf(outcome.calls, "SetName"), testing::SizeIs(1));
+}
+
+TEST_F(EffectsRackElement, WithoutAClipsRackItsSlotsDoNotReachTheTracksRack) {
+    for (const std::string operation :
+         {"IEditAudioTrack.CreateAudioClip", "IEditAudioClip.GetEffectsRack"}) {
+        EXPECT_THAT(CallsOf(CallsInTrack("<effectsRack><slot slotIndex='0'/></effectsRack>"
+                                         "<audioClip id='1'><effectsRack preFader='false'>"
+                                         "<slot slotIndex='1'/></effectsRack></audioClip>",
+                                         Null(operation)),
+                            "IEditEffectsRack#3."),
+                    ElementsAre("IEditEffectsRack#3.SetPreFader(true)",
+                                "IEditEffectsRack#3.AddSlot() -> IEditEffectsSlot#4"))
+            << operation;
+    }
 }
 
 TEST_F(EffectsRackElement, EverySoundingTrackHasOne) {

@@ -160,6 +160,16 @@ TEST_F(ParameterKeyframes, ALaneThatTheHostReportsAsNullDropsItsKeyframes) {
                 ElementsAre("IEditComponent#4.GetParameterAutomation(0) -> null"));
 }
 
+TEST_F(ParameterKeyframes, OfALaneThatTheHostReportsAsNullDoNotReachTheLaneBefore) {
+    EXPECT_THAT(
+        CallsOfLanes("<parameter index='1'><parameterKeyframes/></parameter>"
+                     "<parameter index='2'><parameterKeyframes readOnly='true'>"
+                     "<parameterKeyframe sampleOffset='7'/></parameterKeyframes></parameter>",
+                     NullAtTheSecond("IEditComponent.GetParameterAutomation")),
+        ElementsAre("IEditComponent#4.GetParameterAutomation(1) -> IEditAutomationLane#5",
+                    "IEditComponent#4.GetParameterAutomation(2) -> null"));
+}
+
 TEST_F(ParameterKeyframes, InAComponentOfNobodyTheLaneBeforeIsNotReached) {
     const auto calls = CallsInTrack(
         "<effectsRack><component id='rackMix'><parameter><parameterKeyframes/></parameter>"

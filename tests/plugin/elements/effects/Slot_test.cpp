@@ -85,6 +85,20 @@ TEST_F(Slot, ThatTheHostReportsAsNullIsReadIntoNobody) {
                             "IEditEffectsRack#3.AddSlot() -> null"));
 }
 
+TEST_F(Slot, WhatStandsInOneThatTheHostReportsAsNullDoesNotReachTheSlotBefore) {
+    EXPECT_THAT(
+        CallsInRack("<slot slotIndex='0'/><slot slotIndex='1' sideChainChannels='2'>"
+                    "<component name='x'><busConfig>5.1</busConfig>"
+                    "<channelMap direction='input'><channel index='0'/></channelMap>"
+                    "<channelMap direction='output'><channel index='0'/></channelMap>"
+                    "<presetChunkData>AAEC</presetChunkData><parameter/></component>"
+                    "</slot>",
+                    NullAtTheSecond("IEditEffectsRack.AddSlot")),
+        ElementsAre("IEditEffectsRack#3.AddSlot() -> IEditEffectsSlot#4",
+                    "IEditEffectsSlot#4.SetSlotIndex(0)", "IEditEffectsSlot#4.SetBypassed(false)",
+                    "IEditEffectsRack#3.AddSlot() -> null"));
+}
+
 // Writing
 
 AudioTrack WithSlot(EffectsSlot slot) {

@@ -70,6 +70,15 @@ TEST_F(SessionProperties, AHostWithoutPropertiesIsToldNone) {
         ElementsAre("IEditSession#1.GetProperties() -> null"));
 }
 
+TEST_F(SessionProperties, ThatTheHostDoesNotTakeDoNotReachThoseItTookBefore) {
+    EXPECT_THAT(CallsIn("<properties><property key='a'>1</property></properties>"
+                        "<properties><property key='b'>2</property></properties>",
+                        NullAtTheSecond("IEditSession.GetProperties")),
+                ElementsAre("IEditSession#1.GetProperties() -> IEditProperties#2",
+                            "IEditProperties#2.SetProperty(\"a\",\"1\")",
+                            "IEditSession#1.GetProperties() -> null"));
+}
+
 TEST_F(SessionProperties, AreWrittenAsTheTextOfTheirKeys) {
     EXPECT_EQ(WrittenElement("properties", With({{u"a", u"1 < 2"}, {u"b & c", u"x"}})),
               "<properties>\n"

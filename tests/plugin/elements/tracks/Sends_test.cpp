@@ -104,18 +104,24 @@ TEST_F(Sends, ATrackWithoutASendListDropsItsSlots) {
 TEST_F(Sends, ASlotWithoutAListClearsTheSlotBefore) {
     // The second track has no list, so that its slot clears the first track's, and what follows
     // without an index reaches nobody.
-    std::size_t asked = 0;
-    test::HostSetup host;
-    host.interceptor = [&asked](const refhost::CallRecord& call) {
-        const bool second = call.operation == "GetSendList" && ++asked == 2;
-        return second ? refhost::CallDecision::ReturnNull() : refhost::CallDecision::Forward();
-    };
     const auto outcome = ReadInSession(
         "<tracks><audioTrack id='1'><sendList><sendSlot slotIndex='0'/></sendList></audioTrack>"
         "<audioTrack id='2'><sendList><sendSlot slotIndex='1'/>"
         "<sendSlot><component id='sendPan'/></sendSlot></sendList></audioTrack></tracks>",
-        host);
+        NullAtTheSecond("IEditAudioTrackPrivate.GetSendList"));
     EXPECT_THAT(CallsOf(outcome.calls, "GetPanComponent"), IsEmpty());
+}
+
+TEST_F(Sends, ASlotWithoutAnIndexLeavesTheSlotBeforeAlsoWithoutAList) {
+    const auto outcome = ReadInSession(
+        "<tracks><audioTrack id='1'><sendList><sendSlot slotIndex='0'/></sendList></audioTrack>"
+        "<audioTrack id='2'><sendList><sendSlot><component id='sendPan'/></sendSlot></sendList>"
+        "</audioTrack></tracks>",
+        NullAtTheSecond("IEditAudioTrackPrivate.GetSendList"));
+    EXPECT_THAT(CallsOf(outcome.calls, "IEditSendSlot#"),
+                ElementsAre("IEditSendList#3.AddSlot() -> IEditSendSlot#4",
+                            "IEditSendSlot#4.SetSlotIndex(0)",
+                            "IEditSendSlot#4.GetPanComponent(\"sendPan\") -> IEditComponent#6"));
 }
 
 TEST_F(Sends, ASlotThatTheHostReportsAsNullIsDropped) {
@@ -124,6 +130,16 @@ TEST_F(Sends, ASlotThatTheHostReportsAsNullIsDropped) {
                             Null("IEditSendList.AddSlot")),
                 ElementsAre("IEditAudioTrackPrivate#2.GetSendList() -> IEditSendList#3",
                             "IEditSendList#3.AddSlot() -> null"));
+}
+
+TEST_F(Sends, WhatStandsInASlotThatTheHostReportsAsNullDoesNotReachTheSlotBefore) {
+    EXPECT_THAT(
+        CallsInList("<sendSlot slotIndex='0'/><sendSlot slotIndex='1' preFader='true'>"
+                    "<component id='sendComponent'/><component id='sendPan'/></sendSlot>",
+                    NullAtTheSecond("IEditSendList.AddSlot")),
+        ElementsAre("IEditAudioTrackPrivate#2.GetSendList() -> IEditSendList#3",
+                    "IEditSendList#3.AddSlot() -> IEditSendSlot#4",
+                    "IEditSendSlot#4.SetSlotIndex(0)", "IEditSendList#3.AddSlot() -> null"));
 }
 
 TEST_F(Sends, AMasterTrackHasNone) {
