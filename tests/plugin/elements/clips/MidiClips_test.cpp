@@ -83,6 +83,13 @@ TEST_F(MidiClips, TakeOverNameAndHueOfTheClipBefore) {
     EXPECT_EQ(clips.at(1).hue, 30.0);
 }
 
+TEST_F(MidiClips, NothingElseCarriesOver) {
+    const auto clips = ReadClips(
+        "<midiClip id='1' sourceInPoint='1' sourceOutPoint='3' startPoint='3' endPoint='4' "
+        "select='true' lockedInTime='true'><midiEvents>AAEC</midiEvents></midiClip><midiClip/>");
+    EXPECT_EQ(clips.at(1), ReadClips("<midiClip/>").at(0));
+}
+
 TEST_F(MidiClips, TheEventsAreDecodedWhenTheirElementEnds) {
     const auto calls = CallsOfClips("<midiClip><midiEvents>\n  AAEC\n  </midiEvents></midiClip>");
     EXPECT_EQ(calls.back(), "IEditMIDIClip#5.SetMIDIEvents({\"bytes\":3,\"base64\":\"AAEC\"})");
@@ -93,6 +100,16 @@ TEST_F(MidiClips, EventsWithoutContentSetNothing) {
                                      "<midiEvents><![CDATA[]]></midiEvents>"}) {
         EXPECT_EQ(CallsOfClips("<midiClip>" + events + "</midiClip>"), CallsOfClips("<midiClip/>"))
             << events;
+    }
+}
+
+TEST_F(MidiClips, EventsWithoutContentDoNotRepeatThoseOfTheClipBefore) {
+    for (const std::string events : {"<midiEvents/>", "<midiEvents>*!</midiEvents>"}) {
+        const auto clips =
+            ReadClips("<midiClip><midiEvents>AAEC</midiEvents></midiClip><midiClip>" + events +
+                      "</midiClip>");
+        EXPECT_THAT(clips.at(0).events, ElementsAre(0, 1, 2)) << events;
+        EXPECT_THAT(clips.at(1).events, IsEmpty()) << events;
     }
 }
 
@@ -189,6 +206,16 @@ TEST_F(MidiClips, AClipIsGivenBackWhenItsElementEnds) {
     const auto released = std::ranges::find(calls, "IEditMIDIClip.Release");
     const auto next = std::ranges::find(calls, "IEditSession.GetVideoTrack");
     EXPECT_LT(released - calls.begin(), next - calls.begin());
+}
+
+TEST_F(MidiClips, TheListIsBorrowedForTheCallInBothDirections) {
+    const auto read = CallsWithReferences("<orvo><session>" + InTrack("<midiClip id='5'/>") +
+                                          "</session></orvo>");
+    EXPECT_THAT(CallsOf(read, "IEditMIDIClipList"),
+                ElementsAre("IEditMIDIClipList.CreateMIDIClip"));
+    const auto written = CallsWithReferences(WithTrack(With({MidiClip{}})));
+    EXPECT_THAT(CallsOf(written, "IQueryMIDIClipList"),
+                ElementsAre("IQueryMIDIClipList.GetCount", "IQueryMIDIClipList.GetClip"));
 }
 
 TEST_F(MidiClips, AreAskedInTheOrderThatHostsKnow) {

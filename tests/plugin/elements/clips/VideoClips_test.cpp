@@ -75,6 +75,16 @@ TEST_F(VideoClips, TakeOverNameAndHueOfTheClipBefore) {
     EXPECT_EQ(clips.at(1).hue, 30.0);
 }
 
+TEST_F(VideoClips, NothingElseCarriesOver) {
+    const auto read = [this](const std::string& content) {
+        return ReadInSession(InTrack(content)).session.videoTracks.at(0).clips;
+    };
+    const auto clips = read(
+        "<videoClip id='1' fileID='3' sourceInPoint='1' sourceOutPoint='3' startPoint='3' "
+        "endPoint='4' select='true' lockedInTime='true' offline='true' zOrder='4'/><videoClip/>");
+    EXPECT_EQ(clips.at(1), read("<videoClip/>").at(0));
+}
+
 TEST_F(VideoClips, AClipThatTheHostDoesNotMakeIsDroppedWithItsFormat) {
     EXPECT_THAT(CallsOfClips("<videoClip id='1'><videoFormat width='1'/></videoClip>",
                              Null("IEditVideoTrack.CreateVideoClip")),

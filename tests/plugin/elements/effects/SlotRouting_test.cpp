@@ -72,6 +72,13 @@ TEST_F(SlotRouting, AMapIsAnInputMapForTheExactTextInputAlone) {
     }
 }
 
+TEST_F(SlotRouting, AMapWithoutADirectionIsAnOutputMapAlsoAfterAnInputMap) {
+    EXPECT_THAT(CallsOfWiring("<channelMap direction='input'><channel index='0'/></channelMap>"
+                              "<channelMap><channel index='1'/></channelMap>"),
+                ElementsAre("IEditEffectsSlot#4.AddInputChannel(0,0)",
+                            "IEditEffectsSlot#4.AddOutputChannel(1,0)"));
+}
+
 TEST_F(SlotRouting, AChannelWithoutAnIndexIsDropped) {
     EXPECT_THAT(CallsOfWiring("<channelMap><channel sourceIndex='1'/></channelMap>"), IsEmpty());
 }

@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "reference_host/SessionNode.h"
 #include "tests/plugin/elements/ElementFixture.h"
+#include "tests/support/SerializerTestAccess.h"
 
 namespace tses {
 namespace {
@@ -114,6 +116,24 @@ TEST_F(TrackAudioParameters, AnAutomationModeThatIsNoNumberIsOne) {
 TEST_F(TrackAudioParameters, VolumeAndMuteAreAcceptedAndChangeNothing) {
     EXPECT_EQ(CallsInTrack("<trackAudioParameters volume='0.5' mute='true'/>"),
               CallsInTrack("<trackAudioParameters/>"));
+}
+
+TEST_F(TrackAudioParameters, VolumeAndMuteAreReadIntoTheTracksRecord) {
+    Serializer::Impl impl{WriterFault{}};
+    SAXContentHandler& events = SerializerTestAccess::Content(impl);
+    const auto session = refhost::SessionNode::Make();
+    SerializerTestAccess::Attach(impl, &session->Edit());
+    events.StartElementEvent(u"", u"orvo", u"orvo", {});
+    events.StartElementEvent(u"", u"session", u"session", {});
+    events.StartElementEvent(u"", u"tracks", u"tracks", {});
+    events.StartElementEvent(u"", u"audioTrack", u"audioTrack", {{u"id", u"1"}});
+    const PendingTrack& record = SerializerTestAccess::Tracks(impl).pending;
+    EXPECT_EQ(record.volume, 0.0F);
+    EXPECT_FALSE(record.mute);
+    events.StartElementEvent(u"", u"trackAudioParameters", u"trackAudioParameters",
+                             {{u"mute", u"1"}, {u"volume", u"-0,5"}});
+    EXPECT_EQ(record.volume, -0.5F);
+    EXPECT_TRUE(record.mute);
 }
 
 TEST_F(TrackAudioParameters, AnOutputOfTypeTrackIdGoesToATrack) {
@@ -252,6 +272,15 @@ TEST_F(TrackAudioParameters, AnEqWithPoweredStaysAsThatSays) {
                 ElementsAre("IEditComponent#3.SetPowered(true)"));
     EXPECT_THAT(PoweredOfEq("powered='false'", "<parameter parameterValue='1'/>"),
                 ElementsAre("IEditComponent#3.SetPowered(false)"));
+}
+
+TEST_F(TrackAudioParameters, PoweredOfAComponentBeforeAnEqDoesNotCountForTheEq) {
+    EXPECT_THAT(
+        CallsOf(CallsOfComponents("<component id='trackFader' powered='true'/>"
+                                  "<component id='trackEQ'>"
+                                  "<parameter parameterValue='0.2'/></component>"),
+                "SetPowered"),
+        ElementsAre("IEditComponent#3.SetPowered(true)", "IEditComponent#4.SetPowered(false)"));
 }
 
 TEST_F(TrackAudioParameters, AnEqWithoutParametersIsNotSwitched) {
