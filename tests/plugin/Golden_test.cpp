@@ -17,7 +17,8 @@
 #include "tests/support/SerializerFixture.h"
 
 // Whole documents, kept in tests/golden beside what a host sees of them, one call a line.
-// "everything" has all that is written, "read-only" what is read and never written. The folder of
+// "everything" has all that is written, "read-only" what is read and never written; of the first,
+// "everything.write.trace" is what the host is asked when it is written, in order. The folder of
 // the session stands in them as "@FOLDER@". To accept what the code says now, run these tests with
 // ORVO_UPDATE_GOLDEN=1 and look at the difference.
 
@@ -94,16 +95,32 @@ protected:
         Traced traced;
         const auto node = refhost::SessionNode::Make();
         {
-            refhost::Recorder::Options options;
-            options.sink = [&](const refhost::CallRecord& call) {
-                traced.calls += refhost::FormatCallAsJson(call) + "\n";
-            };
-            refhost::Recorder recorder(std::move(options));
+            refhost::Recorder recorder(RecordInto(traced.calls));
             traced.ok = serializer->Read(Path(), Retain(&recorder.Wrap(node->Edit())));
         }
         traced.calls = Replaced(traced.calls, Folder(), kFolderMark);
         traced.session = node->Value();
         return traced;
+    }
+
+    /// Writes a session to `Path()` and keeps every call of the host, those of the progress
+    /// included.
+    Traced WriteTraced(const Session& session) {
+        Traced traced;
+        const auto node = refhost::SessionNode::Make(session);
+        {
+            refhost::Recorder recorder(RecordInto(traced.calls));
+            traced.ok = serializer->Write(Path(), Retain(&recorder.Wrap(node->Query())));
+        }
+        return traced;
+    }
+
+    static refhost::Recorder::Options RecordInto(std::string& calls) {
+        refhost::Recorder::Options options;
+        options.sink = [&calls](const refhost::CallRecord& call) {
+            calls += refhost::FormatCallAsJson(call) + "\n";
+        };
+        return options;
     }
 
     /// A golden document as it would stand in the folder of this test.
@@ -128,6 +145,12 @@ TEST_F(Golden, EverythingIsReadBackWithoutALoss) {
 TEST_F(Golden, EverythingReachesTheHostInTheseCalls) {
     folder.Write("session.orvo", Document("everything.orvo"));
     ExpectGolden("everything.trace", ReadTraced().calls);
+}
+
+TEST_F(Golden, EverythingIsAskedOfTheHostInTheseCalls) {
+    const Traced traced = WriteTraced(Everything());
+    ASSERT_TRUE(traced.ok);
+    ExpectGolden("everything.write.trace", traced.calls);
 }
 
 TEST_F(Golden, EverythingThatWasReadBackIsWrittenByteForByteTheSame) {
