@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "plugin/xml/DocumentLimits.h"
+#include "plugin/xml/ParserEncoding.h"
 #include "plugin/xml/XmlDeclaration.h"
 
 namespace tses {
@@ -51,26 +52,11 @@ bool EndsWithinCharacter(std::string_view tail) {
     return false;
 }
 
-/// Whether markup is in ASCII, with no such byte anywhere else, and no half of a character can be
-/// expressed. It is so of the encodings that a session is likely to have.
-bool IsFamiliar(std::string_view encoding) {
-    constexpr std::string_view kEncodings[] = {"", "utf-8", "us-ascii"};
-    constexpr std::string_view kFamilies[] = {"iso-8859-", "windows-125"};
-    std::string name(encoding);
-    std::ranges::transform(name, name.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    });
-    return std::ranges::find(kEncodings, name) != std::end(kEncodings) ||
-           std::ranges::any_of(kFamilies,
-                               [&](std::string_view family) { return name.starts_with(family); });
-}
-
 /// The "<" of EBCDIC.
 constexpr unsigned char kForeignLess = 0x4C;
 
 bool IsForeign(std::string_view markup) {
-    return (!markup.empty() && static_cast<unsigned char>(markup.front()) == kForeignLess) ||
-           !IsFamiliar(DeclaredEncoding(markup));
+    return !markup.empty() && static_cast<unsigned char>(markup.front()) == kForeignLess;
 }
 
 bool IsHighHalf(char16_t unit) {
@@ -132,7 +118,7 @@ void DocumentWatch::Received(const unsigned char* bytes, std::size_t size) {
         const std::string markup =
             MarkupOf(bytes + encoding_.markSize, size - encoding_.markSize, encoding_);
         hasMalformedVersion_ = HasMalformedVersion(markup);
-        hasForeignEncoding_ = encoding_.unitSize == 1 && IsForeign(markup);
+        hasForeignEncoding_ = IsForeign(markup);
     }
     CheckLength();
     CountAssignments(bytes, size);
@@ -294,6 +280,10 @@ void DocumentWatch::BeginPrefix(std::u16string_view prefix, std::u16string_view 
 
 void DocumentWatch::EndPrefix() noexcept {
     --prefixes_;
+}
+
+void DocumentWatch::SawXmlDeclaration(const char16_t* encoding) {
+    hasForeignEncoding_ = hasForeignEncoding_ || !HasMarkupInPlace(encoding, encoding_);
 }
 
 void DocumentWatch::SawDocumentType() {

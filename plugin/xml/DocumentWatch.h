@@ -56,6 +56,9 @@ public:
     void BeginPrefix(std::u16string_view prefix, std::u16string_view uri);
     void EndPrefix() noexcept;
     void SawStartOfDocument();
+    /// The parser reads the document in `encoding` from behind its XML declaration on. What was
+    /// declared may be another: the parser passes over some names that the bytes belie.
+    void SawXmlDeclaration(const char16_t* encoding);
     void SawDocumentType();
     void SawEndOfDocument();
 

@@ -46,6 +46,11 @@ SessionParser::SessionParser(SessionXMLDefaultHandler& handler) : handler_(handl
     setLexicalHandler(&handler);
 }
 
+void SessionParser::XMLDecl(const XMLCh* /*version*/, const XMLCh* /*declaredEncoding*/,
+                            const XMLCh* /*standalone*/, const XMLCh* encoding) {
+    handler_.Watch().SawXmlDeclaration(encoding);
+}
+
 void SessionParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int uri,
                                  const XMLCh* prefix, const Attributes& attributes,
                                  XMLSize_t attributeCount, bool isEmpty, bool isRoot) {

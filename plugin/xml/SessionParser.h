@@ -14,6 +14,8 @@ public:
     /// The handler must outlive it, and is told of everything.
     explicit SessionParser(SessionXMLDefaultHandler& handler);
 
+    void XMLDecl(const XMLCh* version, const XMLCh* declaredEncoding, const XMLCh* standalone,
+                 const XMLCh* encoding) override;
     void startElement(const xercesc::XMLElementDecl& declaration, unsigned int uri,
                       const XMLCh* prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                       XMLSize_t attributeCount, bool isEmpty, bool isRoot) override;

@@ -49,14 +49,4 @@ bool HasMalformedVersion(std::string_view markup) {
     return Take(version, "1.") && !IsNumber(version);
 }
 
-std::string_view DeclaredEncoding(std::string_view markup) {
-    constexpr std::string_view kName = "encoding";
-    if (!Take(markup, "<?xml")) {
-        return {};
-    }
-    markup = markup.substr(0, markup.find("?>"));
-    markup.remove_prefix(std::min(markup.find(kName), markup.size()));
-    return TakeAttribute(markup, kName);
-}
-
 }  // namespace tses

@@ -9,8 +9,4 @@ namespace tses {
 /// every version that begins so; of all else that is wrong with a declaration it tells itself.
 bool HasMalformedVersion(std::string_view markup);
 
-/// The encoding that such a document declares; empty if it declares none. Of a malformed
-/// declaration it may be anything.
-std::string_view DeclaredEncoding(std::string_view markup);
-
 }  // namespace tses

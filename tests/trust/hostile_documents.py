@@ -182,6 +182,10 @@ def sizes():
     ]
 
 
+LONG_METADATA = ("<session><xmpMetadata><![CDATA[" + "\u00e4" * 150000
+                 + "]]></xmpMetadata></session>")
+
+
 def encodings():
     good = "<orvo/>"
     wide = good.encode("utf-16-le")
@@ -243,6 +247,18 @@ def encodings():
          FOREIGN),
         ("long_tag_in_iso_8859_2",
          b'<?xml version="1.0" encoding="ISO-8859-2"?><orvo a="' + b"\xe4" * 300000 + b'"/>', None),
+        ("long_text_in_utf_8_by_another_name",
+         b'<?xml version="1.0" encoding="utf8"?>' + in_root(LONG_METADATA).encode(), None),
+        ("long_text_in_latin_1_by_another_name",
+         b'<?xml version="1.0" encoding="latin1"?>' + in_root(LONG_METADATA).encode("latin-1"), None),
+        ("long_text_in_single_bytes_declared_wide",
+         b'<?xml version="1.0" encoding="UTF-16"?>' + in_root(LONG_METADATA).encode(), None),
+        ("long_tag_in_single_bytes_behind_a_wide_declaration",
+         b"\xff\xfe" + '<?xml version="1.0" encoding="UTF-8"?>'.encode("utf-16-le")
+         + in_root('<a b="' + "x" * 300000 + '"/>').encode(), FOREIGN),
+        ("long_tag_in_wide_units_behind_a_declaration_in_single_bytes",
+         b'<?xml version="1.0" encoding="UTF-16LE"?>'
+         + in_root('<a b="' + "x" * 300000 + '"/>').encode("utf-16-le"), FOREIGN),
         ("half_of_a_pair_behind_a_declaration_in_ebcdic",
          '<?xml version="1.0" encoding="CESU-8"?>'.encode("cp037")
          + b'<orvo version="\xed\xa0\x80"/>', HALF),

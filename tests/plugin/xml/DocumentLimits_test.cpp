@@ -13,6 +13,7 @@ namespace tses {
 namespace {
 
 using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -49,6 +50,18 @@ std::string Utf16LittleEndian(std::string_view latin1) {
         result += '\0';
     }
     return result;
+}
+
+std::string Utf16BigEndian(std::string_view latin1) {
+    std::string result = Utf16LittleEndian(latin1);
+    for (std::size_t i = 0; i < result.size(); i += 2) {
+        std::swap(result[i], result[i + 1]);
+    }
+    return result;
+}
+
+std::string Declaring(const std::string& encoding) {
+    return "<?xml version='1.0' encoding='" + encoding + "'?>";
 }
 
 class DocumentLimitsTest : public SessionXMLReaderTest {
@@ -240,9 +253,58 @@ TEST_F(DocumentLimitsTest, NamesHaveALength) {
 }
 
 TEST_F(DocumentLimitsTest, WhereMarkupCannotBeToldNothingIsLong) {
-    const std::string start = "<?xml version='1.0' encoding='UTF-7'?><a b='";
-    EXPECT_TRUE(ParseText(start + std::string(10000, 'x') + "'/>"));
-    EXPECT_TRUE(IsRefused(start + std::string(300000, 'x') + "'/>", "in this encoding"));
+    for (const char* const encoding :
+         {"UTF-7", "HZ-GB-2312", "Shift_JIS", "GB18030", "Big5", "ISO-2022-JP", "SCSU"}) {
+        const std::string start = Declaring(encoding) + "<a b='";
+        EXPECT_TRUE(ParseText(start + "xxxx'/>")) << encoding;
+        EXPECT_TRUE(IsRefused(start + std::string(300000, 'x') + "'/>", "in this encoding"))
+            << encoding;
+    }
+}
+
+TEST_F(DocumentLimitsTest, AnEncodingOfSingleBytesWithMarkupInAsciiHasTheLimitsOfUtf8) {
+    for (const char* const encoding :
+         {"UTF-8",        "utf8",         "UTF_8",       "US-ASCII",   "ASCII",     "ascii",
+          "ISO646-US",    "latin1",       "LATIN-1",     "L1",         "ISO8859-1", "ISO_8859-1",
+          "iso-ir-100",   "cp819",        "ISO-8859-15", "iso8859_15", "latin9",    "ISO-8859-7",
+          "windows-1252", "Windows-1250", "cp1252",      "CP1251",     "koi8-r",    "IBM437"}) {
+        const std::string start = Declaring(encoding) + "<a b='";
+        EXPECT_TRUE(ParseText(start + std::string(300000, 'x') + "'/>")) << encoding;
+        EXPECT_TRUE(IsRefused(start + std::string(limits::kTagBytes + 200000, 'x') + "'/>",
+                              "a tag is longer than the 1 MiB"))
+            << encoding;
+    }
+}
+
+TEST_F(DocumentLimitsTest, SingleBytesDeclaredAsWideOnesHaveTheLimitsOfUtf8) {
+    const std::string text = "<a>" + std::string(300000, 'x') + "</a>";
+    for (const char* const encoding : {"UTF-16", "utf16", "UCS-2", "ISO-10646-UCS-2", "UCS-4"}) {
+        EXPECT_TRUE(ParseText(Declaring(encoding) + text)) << encoding;
+        EXPECT_TRUE(ParseText("\xEF\xBB\xBF" + Declaring(encoding) + text)) << encoding;
+    }
+    EXPECT_THAT(events.problems, Each(AllOf(StartsWith("warning "), HasSubstr("auto-sensed"))));
+}
+
+TEST_F(DocumentLimitsTest, WideCharactersHaveTheLimitsOfUtf8WhateverNameTheyAreDeclaredBy) {
+    const std::string text = "<a>" + std::string(300000, 'x') + "</a>";
+    for (const char* const encoding : {"UTF-16", "utf-16le", "ISO-10646-UCS-2", "UCS-4"}) {
+        EXPECT_TRUE(ParseText(Utf16LittleEndian(Declaring(encoding) + text))) << encoding;
+    }
+    EXPECT_TRUE(ParseText(Utf16BigEndian(Declaring("UTF-16") + text)));
+    EXPECT_TRUE(ParseText(Utf16BigEndian(Declaring("UTF-16BE") + text)));
+}
+
+TEST_F(DocumentLimitsTest, WhereTheEncodingIsAnotherBehindTheDeclarationNothingIsLong) {
+    const std::string reason = "in this encoding";
+    const std::string rest = "<a b='" + std::string(300000, 'x') + "'/>";
+    const std::string wideRest = Utf16LittleEndian(rest).substr(2);
+    EXPECT_TRUE(IsRefused(Utf16LittleEndian(Declaring("UTF-8")) + rest, reason));
+    EXPECT_TRUE(IsRefused(Utf16LittleEndian(Declaring("latin1")) + rest, reason));
+    // The last byte of a unit in front of the rest turns its order.
+    EXPECT_TRUE(IsRefused(Utf16LittleEndian(Declaring("UTF-16BE")) + '\0' + wideRest, reason));
+    EXPECT_TRUE(IsRefused(Declaring("UTF-16LE") + wideRest, reason));
+    // A mark of the order behind a declaration that a decoder of this name looks for.
+    EXPECT_TRUE(IsRefused(Utf16BigEndian(Declaring("unicode")) + Utf16LittleEndian(rest), reason));
 }
 
 TEST_F(DocumentLimitsTest, WhatLooksLikeASectionDoesNotStretchATag) {
