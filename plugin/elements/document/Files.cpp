@@ -129,9 +129,11 @@ bool WriteFile(SessionXMLWriter& writer, IQueryFile& file, const std::u16string&
 
 bool WriteFiles(SessionXMLWriter& writer, const HostReference<IQuerySession>& session,
                 const std::u16string& path) {
+    // As seen from a relative path nothing would have a place.
+    const kelcore::File sessionFile(path);
     const auto writeFile = [&](kelcore::uint32 index) {
         const auto file = Retain(session->GetFile(index));
-        return !file || WriteFile(writer, *file, path);
+        return !file || WriteFile(writer, *file, sessionFile.FullPath());
     };
     return writer.StartElement(names::files) &&
            ForEachItem(writer, session->GetFileCount(), writeFile) && writer.EndElement();

@@ -14,6 +14,20 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
+/// Another working folder as long as it stands.
+class WorkingFolder {
+public:
+    explicit WorkingFolder(const std::filesystem::path& folder) {
+        std::filesystem::current_path(folder);
+    }
+    ~WorkingFolder() { std::filesystem::current_path(before_); }
+    WorkingFolder(const WorkingFolder&) = delete;
+    WorkingFolder& operator=(const WorkingFolder&) = delete;
+
+private:
+    std::filesystem::path before_ = std::filesystem::current_path();
+};
+
 class Files : public test::SerializerFixture {
 protected:
     /// The calls that "file" with these attributes causes.
@@ -137,6 +151,22 @@ TEST_F(Files, BothPathsAreWrittenAndTheRelativeOneFromTheSession) {
         HasSubstr("<file absolutePath=\"" + Absolute("media/a.wav") +
                   "\" id=\"3\" importerPrivateSettings=\"i\" mediaHandler=\"Waveform Audio (WAV)\" "
                   "recoveryID=\"r\" relativePath=\"media/a.wav\"/>"));
+}
+
+TEST_F(Files, TheRelativePathIsWrittenAlsoWhereTheSessionsOwnIsRelative) {
+    std::filesystem::create_directory(folder / "songs");
+    const WorkingFolder here(folder.Path());
+    const auto session = WithFile({3, Here("media/a.wav"), u"h", u"", u""});
+    EXPECT_THAT(*WriteTo(u"session.orvo", session).file, HasSubstr("relativePath=\"media/a.wav\""));
+    EXPECT_THAT(*WriteTo(u"./songs/session.orvo", session).file,
+                HasSubstr("relativePath=\"../media/a.wav\""));
+    EXPECT_THAT(*WriteTo(u"songs/../session.orvo", session).file,
+                HasSubstr("relativePath=\"media/a.wav\""));
+}
+
+TEST_F(Files, AnIdBeyondTheSignedRangeIsWrittenUnsigned) {
+    EXPECT_THAT(*Write(WithFile({4294967294, u"", u"h", u"", u""})).file,
+                HasSubstr("<file id=\"4294967294\""));
 }
 
 TEST_F(Files, AnEmptyPathIsLeftOutWithTheOtherEmptyTexts) {
