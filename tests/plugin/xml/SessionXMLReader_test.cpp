@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <climits>
 #include <thread>
 
 #include "tests/plugin/xml/SessionXMLReaderFixture.h"
@@ -174,6 +175,20 @@ TEST_F(SessionXMLReaderTest, WhatTheParserItselfThrowsIsTracedWithItsMessage) {
                 ElementsAre("app::XMLReader: XMLReader exception message is: \nout of tune"));
 }
 
+TEST_F(SessionXMLReaderTest, AParseWithinAParseFailsAndTheLibrarysMessageIsTraced) {
+    const std::u16string path =
+        kelcore::PathFromBytes(folder.Write("document.orvo", "<a/>").string());
+    SessionXMLReader reader(&events, &events);
+    events.atEachElement = [&] {
+        EXPECT_FALSE(reader.Parse(path));
+        throw std::runtime_error("the parse outside has lost its place");
+    };
+    EXPECT_FALSE(reader.Parse(path));
+    EXPECT_THAT(traced, ElementsAre("app::XMLReader: XMLReader exception message is: \n"
+                                    "parsing in progress",
+                                    "app::XMLReader: Unexpected XMLReader Exception"));
+}
+
 TEST_F(SessionXMLReaderTest, NothingIsTracedWhileTheCategoryIsOff) {
     kelcore::trace::SetEnabled(kReaderTraceCategory, false);
     events.throwAtElement = "a";
@@ -284,6 +299,16 @@ TEST_F(SessionXMLReaderTest, CallbacksWithoutAReceiverAreDropped) {
 TEST_F(SessionXMLReaderTest, NamesInOtherScriptsOpen) {
     EXPECT_TRUE(ParseFile(folder.Write("\xE6\x9B\xB2 \xF0\x9F\x8E\xB5.orvo", "<a/>")));
     EXPECT_TRUE(ParseFile(folder.Write("latin \xE9.orvo", "<a/>")));
+}
+
+TEST_F(SessionXMLReaderTest, APathThatIsTooLongForTheSystemButForItsEmptyStepsOpens) {
+    folder.Write("document.orvo", "<a/>");
+    std::string path = folder.Path().string();
+    for (std::size_t i = 0; i < PATH_MAX; ++i) {
+        path += "/.";
+    }
+    EXPECT_TRUE(ParseFile(path + "/document.orvo"));
+    EXPECT_THAT(events.problems, IsEmpty());
 }
 
 TEST(LongPaths, OnlyAPathOf260UnitsAndMoreTakesTheLongForm) {

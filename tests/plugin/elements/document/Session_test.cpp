@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/kelcore/ClientVersion.h"
+#include "platform/kelcore/Localizer.h"
 #include "tests/support/SerializerFixture.h"
 
 namespace tses {
@@ -84,6 +85,15 @@ TEST_F(SessionElement, APlaceInTheVersionTextIsNotReplacedAgain) {
             "IEditSession#1.SetFormatDescription(\"Vantor Tembra @0 @1 Multitrack Session\")"));
 }
 
+TEST_F(SessionElement, TheDescriptionIsThatOfTheTranslation) {
+    kelcore::Localizer::SetTranslation("$$$/SessionPlugIns/OrvoNative/FormatDescription",
+                                       u"Mehrspursitzung von @0");
+    const auto outcome = ReadInRoot("<session appVersion='25.1'/>");
+    kelcore::Localizer::Clear();
+    EXPECT_THAT(outcome.calls,
+                Contains("IEditSession#1.SetFormatDescription(\"Mehrspursitzung von 25.1\")"));
+}
+
 // Writing
 
 refhost::model::Session Sample() {
@@ -103,6 +113,21 @@ TEST_F(SessionElement, IsWrittenWithItsAttributesSorted) {
         *outcome.file,
         HasSubstr("<session appBuild=\"25.1.310\" appVersion=\"25.1\" audioChannelType=\"mono\" "
                   "bitDepth=\"24\" duration=\"5000000000\" sampleRate=\"44100\""));
+}
+
+TEST_F(SessionElement, TheVersionOfTheApplicationIsUtf8) {
+    const std::string before = kelcore::GetClientVersion();
+    kelcore::SetClientVersion("25.1 \xCE\xB2", 310);
+    const auto outcome = Write(Sample());
+    kelcore::SetClientVersion(before, 310);
+    EXPECT_THAT(*outcome.file, HasSubstr("<session appBuild=\"25.1 \xCE\xB2.310\" "
+                                         "appVersion=\"25.1 \xCE\xB2\" "));
+}
+
+TEST_F(SessionElement, ADepthBeyondTheSignedRangeIsWrittenUnsigned) {
+    auto session = Sample();
+    session.bitDepth = 4294967294;
+    EXPECT_THAT(*Write(session).file, HasSubstr("bitDepth=\"4294967294\""));
 }
 
 TEST_F(SessionElement, ALayoutWithoutAKeywordIsWrittenAsStereo) {

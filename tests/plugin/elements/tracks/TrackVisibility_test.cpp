@@ -117,6 +117,17 @@ TEST_F(TrackVisibility, AreWrittenWithTheNameUnlessEmptyAndMinimizedOnlyWhenOn) 
               "</trackVisibilityPresets>");
 }
 
+TEST_F(TrackVisibility, IdsBeyondTheSignedRangeAreWrittenUnsigned) {
+    Session session;
+    session.trackVisibilityPresets = {{4294967294, u"", {{4294967293, 1, false}}}};
+    EXPECT_EQ(WrittenElement("trackVisibilityPresets", session),
+              "<trackVisibilityPresets>\n"
+              "  <trackVisibilityPreset id=\"4294967294\">\n"
+              "    <trackVisibility id=\"4294967293\" trackHeight=\"1\"/>\n"
+              "  </trackVisibilityPreset>\n"
+              "</trackVisibilityPresets>");
+}
+
 TEST_F(TrackVisibility, ASessionWithoutPresetsHasNoElement) {
     EXPECT_THAT(*Write({}).file, Not(HasSubstr("trackVisibilityPresets")));
 }

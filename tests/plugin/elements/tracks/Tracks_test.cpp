@@ -7,6 +7,7 @@
 #include "reference_host/SessionNode.h"
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/plugin/elements/HostOutputs.h"
+#include "tests/reference_host/recorder/HostStubs.h"
 #include "tests/support/SerializerTestAccess.h"
 
 namespace tses {
@@ -125,16 +126,35 @@ TEST_F(Tracks, AnIdThatTheHostDoesNotKnowEndsTheRead) {
     }
 }
 
-TEST_F(Tracks, TheHandlerThrowsThatTheIdIsInvalid) {
-    const auto session = refhost::SessionNode::Make();
+/// Begins a track in the first list of tracks of a session.
+void StartTrackIn(IEditSession& session) {
     Serializer::Impl impl{WriterFault{}};
-    SerializerTestAccess::Attach(impl, &session->Edit());
+    SerializerTestAccess::Attach(impl, &session);
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
-    for (const std::u16string_view name : {u"orvo", u"session", u"tracks"}) {
+    for (const std::u16string_view name : {u"orvo", u"session", u"tracks", u"audioTrack"}) {
         events.StartElementEvent(u"", name, name, {});
     }
-    EXPECT_THAT([&] { events.StartElementEvent(u"", u"audioTrack", u"audioTrack", {}); },
+}
+
+TEST_F(Tracks, TheHandlerThrowsThatTheIdIsInvalid) {
+    const auto session = refhost::SessionNode::Make();
+    EXPECT_THAT([&] { StartTrackIn(session->Edit()); },
                 testing::ThrowsMessage<std::runtime_error>("Invalid Track Id"));
+}
+
+/// A session whose tracks have no private face.
+class PublicTracks final : public refhost::StubEditSession {
+public:
+    IEditAudioTrack* GetAudioTrack(kelcore::uint32 /*id*/) override { return &track; }
+
+    refhost::StubEditAudioTrack track;
+};
+
+TEST_F(Tracks, ATrackWithoutAPrivateFaceCountsAsOneOfAnInvalidId) {
+    PublicTracks session;
+    EXPECT_THAT([&] { StartTrackIn(session); },
+                testing::ThrowsMessage<std::runtime_error>("Invalid Track Id"));
+    EXPECT_EQ(session.references + session.track.references, 0);
 }
 
 TEST_F(Tracks, WhatCameBeforeAnInvalidIdIsInTheHost) {

@@ -53,6 +53,24 @@ TEST_F(VideoTracks, AnIdThatTheHostDoesNotKnowDropsTheTrackAndTheReadGoesOn) {
                 ElementsAre("IEditSession#1.GetVideoTrack(3) -> null"));
 }
 
+TEST_F(VideoTracks, NothingOfTheTrackBeforeReachesAVideoTrack) {
+    const auto outcome = ReadInSession(
+        "<tracks><audioTrack id='1' index='5' select='true'><trackParameters trackHeight='64' "
+        "trackHue='30' trackMinimized='true'><name>Voice</name></trackParameters></audioTrack>"
+        "<videoTrack id='3'><trackParameters/></videoTrack></tracks>");
+    ASSERT_EQ(outcome.session.audioTracks.at(0).name, u"Voice");
+    VideoTrack expected;
+    expected.id = 3;
+    EXPECT_THAT(outcome.session.videoTracks, ElementsAre(expected));
+}
+
+TEST_F(VideoTracks, AnIdBeyondTheSignedRangeIsWrittenUnsigned) {
+    Session session;
+    session.videoTracks.emplace_back().id = 4294967294;
+    EXPECT_THAT(WrittenElement("videoTrack", session),
+                testing::StartsWith("<videoTrack id=\"4294967294\""));
+}
+
 TEST_F(VideoTracks, AreWrittenWithoutTheIndex) {
     Session session;
     VideoTrack& track = session.videoTracks.emplace_back();
