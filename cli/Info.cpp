@@ -1,12 +1,10 @@
-#include <fmt/format.h>
-
-#include <cstdio>
 #include <nlohmann/json.hpp>
 
 #include "cli/InfoReport.h"
 #include "cli/Messages.h"
 #include "cli/ProgressBar.h"
 #include "cli/SessionFile.h"
+#include "cli/StandardStreams.h"
 #include "cli/Verb.h"
 #include "reference_host/Sessions.h"
 
@@ -68,12 +66,12 @@ ExitCode RunInfo(const Options& options) {
         if (options.json) {
             all.push_back(InfoToJson(report));
         } else if (report.content) {
-            fmt::print("{}{}", separator, ShowInfo(report, options.detail));
+            Print(separator + ShowInfo(report, options.detail));
             separator = "\n";
         }
     }
     if (options.json) {
-        fmt::print("{}", Dump(all));
+        Print(Dump(all));
     }
     return code;
 }

@@ -1,12 +1,14 @@
 #include <fmt/format.h>
 
-#include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <exception>
-#include <system_error>
+#include <new>
+#include <string>
+#include <vector>
 
 #include "cli/Messages.h"
+#include "cli/StandardStreams.h"
+#include "cli/Suggestions.h"
 #include "cli/Verb.h"
 
 namespace {
@@ -37,26 +39,37 @@ std::string ChosenName(const CLI::App& tool) {
     return verbs.empty() ? "orvo" : "orvo " + verbs.front()->get_name();
 }
 
+std::string UnknownVerb(const CLI::App& tool, const std::string& name) {
+    std::vector<std::string> verbs;
+    for (const CLI::App* const verb : tool.get_subcommands(nullptr)) {
+        verbs.push_back(verb->get_name());
+    }
+    const std::vector<std::string> near = cli::NearMatches(name, verbs);
+    const std::string what = "there is no verb \"" + name + "\"";
+    return near.empty() ? what : fmt::format("{}; did you mean {}?", what, fmt::join(near, " or "));
+}
+
+/// Where no verb was found.
+std::string WhatStandsForAVerb(const CLI::App& tool) {
+    for (const std::string& argument : tool.remaining()) {
+        if (argument != "--") {
+            return argument.starts_with('-') ? "there is no option \"" + argument + "\""
+                                             : UnknownVerb(tool, argument);
+        }
+    }
+    return "there is no verb; say what to do";
+}
+
 cli::ExitCode ReportParse(const CLI::App& tool, const CLI::ParseError& outcome) {
     if (outcome.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
         tool.exit(outcome);  // the help or the version
         return cli::ExitCode::Good;
     }
-    cli::Complain({.subject = {},
-                   .what = outcome.what(),
-                   .advice = "try \"" + ChosenName(tool) + " --help\""});
+    cli::Complain(
+        {.subject = {},
+         .what = tool.get_subcommands().empty() ? WhatStandsForAVerb(tool) : outcome.what(),
+         .advice = "try \"" + ChosenName(tool) + " --help\""});
     return cli::ExitCode::Usage;
-}
-
-/// Output that did not arrive is a failure: a full disk shows only here.
-cli::ExitCode FinishOutput(cli::ExitCode code) {
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) {
-        return code;
-    }
-    cli::Complain({.subject = "standard output",
-                   .what = "cannot be written",
-                   .advice = std::generic_category().message(errno)});
-    return cli::ExitCode::Failure;
 }
 
 cli::ExitCode RunTool(int argumentCount, const char* const* arguments) {
@@ -75,6 +88,12 @@ cli::ExitCode RunTool(int argumentCount, const char* const* arguments) {
     return action();
 }
 
+cli::ExitCode RunToolToTheEnd(int argumentCount, const char* const* arguments) {
+    const cli::ExitCode code = RunTool(argumentCount, arguments);
+    cli::FlushOutput();
+    return code;
+}
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -82,7 +101,11 @@ int main(int argumentCount, char** arguments) {
     std::signal(SIGXFSZ, SIG_IGN);
     cli::ExitCode code = cli::ExitCode::Failure;
     try {
-        code = RunTool(argumentCount, arguments);
+        code = RunToolToTheEnd(argumentCount, arguments);
+    } catch (const cli::OutputError& failure) {
+        cli::Complain({.subject = "standard output",
+                       .what = "cannot be written",
+                       .advice = failure.code().message()});
     } catch (const std::bad_alloc&) {
         cli::Complain({.subject = {},
                        .what = "there is not enough memory",
@@ -90,5 +113,5 @@ int main(int argumentCount, char** arguments) {
     } catch (const std::exception& failure) {
         cli::Complain({.subject = {}, .what = failure.what()});
     }
-    return static_cast<int>(FinishOutput(code));
+    return static_cast<int>(code);
 }

@@ -9,13 +9,45 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 #include <system_error>
 
 namespace cli {
 namespace {
 
-[[noreturn]] void Fail(const std::string& what) {
-    throw std::system_error(errno, std::generic_category(), what);
+/// The code of the first write to standard output that failed; 0 for none.
+int outputFailure = 0;
+
+/// An action on standard output has ended, well or not.
+void CheckOutput(bool good) {
+    if (!good && outputFailure == 0) {
+        outputFailure = errno;
+    }
+    if (outputFailure != 0) {
+        throw OutputError(outputFailure, std::generic_category());
+    }
+}
+
+/// A call of the system has failed.
+[[noreturn]] void Fail(const std::string& what, const std::string& advice) {
+    throw std::runtime_error(what + ": " + std::generic_category().message(errno) + "; " + advice);
+}
+
+/// Whether it could; if not, errno says why.
+bool WriteWhole(const std::string& path, const std::string& content) {
+    std::FILE* const file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr) {
+        return false;
+    }
+    const bool written = std::fwrite(content.data(), 1, content.size(), file) == content.size();
+    return std::fclose(file) == 0 && written;
+}
+
+/// The full path of a file in the working directory.
+std::string PathInWorkingDirectory(const char* name) {
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::current_path(error);
+    return error ? name : (folder / name).string();
 }
 
 /// What a signal removes; null for nothing.
@@ -38,7 +70,7 @@ void Handle(int signal, void (*from)(int), void (*to)(int)) {
 }
 
 void HandleAll(void (*from)(int), void (*to)(int)) {
-    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+    for (const int signal : {SIGHUP, SIGINT, SIGPIPE, SIGQUIT, SIGTERM}) {
         Handle(signal, from, to);
     }
 }
@@ -54,6 +86,15 @@ RemovalAtSignal::~RemovalAtSignal() {
         HandleAll(RemoveAndEnd, SIG_DFL);
     }
     removedAtSignal = former_;
+}
+
+void Print(std::string_view text) {
+    CheckOutput(outputFailure == 0 &&
+                std::fwrite(text.data(), 1, text.size(), stdout) == text.size());
+}
+
+void FlushOutput() {
+    CheckOutput(std::fflush(stdout) == 0 && std::ferror(stdout) == 0);
 }
 
 std::variant<std::string, toolkit::Problem> ReadStandardInput() {
@@ -72,11 +113,11 @@ std::variant<std::string, toolkit::Problem> ReadStandardInput() {
 }
 
 TemporarySession::TemporarySession()
-    : path_((std::filesystem::current_path() / ".orvo-stream-XXXXXX").string()),
-      removal_(path_.c_str()) {
+    : path_(PathInWorkingDirectory(".orvo-stream-XXXXXX")), removal_(path_.c_str()) {
     const int descriptor = ::mkstemp(path_.data());
     if (descriptor < 0) {
-        Fail("a temporary file in the working directory");
+        Fail("a temporary file cannot be made in the working directory",
+             "run it in a folder that may be written to");
     }
     ::close(descriptor);
 }
@@ -86,13 +127,9 @@ TemporarySession::~TemporarySession() {
 }
 
 void TemporarySession::Write(const std::string& content) const {
-    std::FILE* const file = std::fopen(path_.c_str(), "wb");
-    if (file == nullptr) {
-        Fail(path_);
-    }
-    const bool written = std::fwrite(content.data(), 1, content.size(), file) == content.size();
-    if ((std::fclose(file) != 0) || !written) {
-        Fail(path_);
+    if (!WriteWhole(path_, content)) {
+        Fail("the temporary file " + path_ + " cannot be written",
+             "make room there, or run it in another folder");
     }
 }
 

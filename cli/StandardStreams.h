@@ -1,6 +1,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <variant>
 
 #include "toolkit/DocumentScan.h"
@@ -12,6 +14,20 @@ inline constexpr const char* kStream = "-";
 
 /// The whole of standard input.
 std::variant<std::string, toolkit::Problem> ReadStandardInput();
+
+/// Standard output took not all that went there; the code is that of the first failure.
+class OutputError : public std::system_error {
+public:
+    using std::system_error::system_error;
+};
+
+/// Writes to standard output.
+/// @throws OutputError if that fails, or has failed before
+void Print(std::string_view text);
+
+/// Writes what of standard output still waits: a full disk may show only here.
+/// @throws OutputError if that fails, or anything that went there before has failed
+void FlushOutput();
 
 /// Removes a file if one of the signals that ask a program to end comes; then they end it as ever.
 /// The one made last is to go first.
@@ -32,7 +48,7 @@ private:
 /// because the paths in a session are relative to the session's own folder.
 class TemporarySession {
 public:
-    /// @throws std::system_error if it cannot be made
+    /// @throws std::runtime_error if it cannot be made, with what to do about it
     TemporarySession();
     ~TemporarySession();
     TemporarySession(const TemporarySession&) = delete;
@@ -41,7 +57,7 @@ public:
     /// Its full path.
     const std::string& Path() const { return path_; }
 
-    /// @throws std::system_error
+    /// @throws std::runtime_error if that fails, with what to do about it
     void Write(const std::string& content) const;
 
 private:

@@ -35,7 +35,9 @@ std::size_t EditDistance(std::string_view one, std::string_view other) {
 std::vector<std::string> NearMatches(std::string_view text, std::span<const std::string> candidates,
                                      std::size_t limit) {
     const std::string sought = Lower(text);
-    const std::size_t tolerance = std::max<std::size_t>(3, sought.size() / 3);
+    // Half of a short text at the most, so that it shares something with what it is taken for.
+    const std::size_t tolerance =
+        std::min((sought.size() + 1) / 2, std::max<std::size_t>(3, sought.size() / 3));
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& candidate : candidates) {
         const std::string lower = Lower(candidate);

@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <optional>
 #include <string>
 #include <utility>
@@ -11,6 +10,7 @@
 #include "cli/Messages.h"
 #include "cli/ProgressBar.h"
 #include "cli/SessionFile.h"
+#include "cli/StandardStreams.h"
 #include "cli/Suggestions.h"
 #include "cli/Verb.h"
 #include "platform/kelappsupport/Features.h"
@@ -44,13 +44,13 @@ struct Options {
 
 // The command line
 
-Feature ParseFeature(const std::string& text) {
+std::optional<Feature> ParseFeature(const std::string& text) {
     const std::size_t equals = text.rfind('=');
     const std::string value = equals == std::string::npos ? "" : text.substr(equals + 1);
     if (equals == 0 || (value != "on" && value != "off")) {
-        throw CLI::ValidationError("--feature", "\"" + text + "\" is not NAME=on or NAME=off");
+        return std::nullopt;
     }
-    return {text.substr(0, equals), value == "on"};
+    return Feature{text.substr(0, equals), value == "on"};
 }
 
 /// The operations of a read that return something: what --null can name.
@@ -79,12 +79,7 @@ std::string CheckNullable(const std::string& name) {
 }
 
 std::string CheckFeature(const std::string& text) {
-    try {
-        ParseFeature(text);
-        return {};
-    } catch (const CLI::ValidationError& failure) {
-        return failure.what();
-    }
+    return ParseFeature(text) ? "" : "\"" + text + "\" is not NAME=on or NAME=off";
 }
 
 // The work
@@ -97,8 +92,9 @@ refhost::FaultPlan MakeFaultPlan(const Options& options) {
     return plan;
 }
 
+/// One that standard output does not take ends the read, and after it the tool.
 void PrintLine(const std::string& line) {
-    fmt::print("{}\n", line);
+    Print(line + "\n");
 }
 
 tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
@@ -133,7 +129,7 @@ tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
 ExitCode RunTrace(const Options& options) {
     refhost::UseFeatureDefaults();
     for (const std::string& text : options.features) {
-        const Feature feature = ParseFeature(text);
+        const Feature feature = ParseFeature(text).value();
         kelappsupport::SetFeatureEnabled(feature.name, feature.on);
     }
     refhost::Plugin plugin;

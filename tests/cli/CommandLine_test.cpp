@@ -63,6 +63,26 @@ TEST_F(CommandLineTest, SenselessCommandLinesAreUsageErrors) {
     }
 }
 
+TEST_F(CommandLineTest, WhatStandsInPlaceOfAVerbIsNamed) {
+    for (const auto& [arguments, errors] :
+         {std::pair(std::vector<std::string>{}, "there is no verb; say what to do"),
+          {{"sing", "a.orvo"}, "there is no verb \"sing\""},
+          {{"--", "sing"}, "there is no verb \"sing\""},
+          {{"inof", "a.orvo"}, "there is no verb \"inof\"; did you mean info?"},
+          {{"Convert"}, "there is no verb \"Convert\"; did you mean convert?"},
+          {{"--nope"}, "there is no option \"--nope\""},
+          {{"-x", "a.orvo"}, "there is no option \"-x\""}}) {
+        const Outcome outcome = RunTool(arguments, folder_);
+        EXPECT_EQ(outcome.errors, std::string("orvo: ") + errors + ": try \"orvo --help\"\n");
+        EXPECT_EQ(outcome.exitCode, 2);
+    }
+}
+
+TEST_F(CommandLineTest, AnOptionThatAVerbDoesNotHaveIsNamed) {
+    const Outcome outcome = RunTool({"info", "--loud", "a.orvo"}, folder_);
+    EXPECT_THAT(outcome.errors, HasSubstr("not expected: --loud: try \"orvo info --help\""));
+}
+
 TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
     const std::vector<std::string> arguments = {ToolPath(), "info", "/nowhere/a.orvo"};
     const Outcome plain = test::Run({.arguments = arguments});
@@ -108,6 +128,20 @@ TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
                    .folder = folder_.Path().string()});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: standard output: cannot be written"));
     EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(CommandLineTest, OfOutputThatCannotBeWrittenOnlyTheReasonIsSaid) {
+    ASSERT_EQ(RunTool({"generate", "--tracks", "40", "a.orvo"}, folder_).exitCode, 0);
+    for (const char* const verb :
+         {"--help", "info --clips a.orvo", "info --json a.orvo", "trace a.orvo a.orvo"}) {
+        const Outcome outcome =
+            test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " " + verb + " >/dev/full"},
+                       .folder = folder_.Path().string()});
+        EXPECT_EQ(outcome.errors,
+                  "orvo: standard output: cannot be written: No space left on device\n")
+            << verb;
+        EXPECT_EQ(outcome.exitCode, 1);
+    }
 }
 
 }  // namespace

@@ -30,6 +30,14 @@ TEST(NearMatches, FindsNothingForSomethingElse) {
     EXPECT_THAT(NearMatches("", kNames), IsEmpty());
 }
 
+TEST(NearMatches, FindsNothingForAShortTextOfWhichMostIsOtherwise) {
+    const std::vector<std::string> verbs = {"info", "trace"};
+    EXPECT_THAT(NearMatches("sing", verbs), IsEmpty());
+    EXPECT_THAT(NearMatches("x", verbs), IsEmpty());
+    EXPECT_THAT(NearMatches("inof", verbs), ElementsAre("info"));
+    EXPECT_THAT(NearMatches("ifo", verbs), ElementsAre("info"));
+}
+
 TEST(NearMatches, GivesNoMoreThanAskedFor) {
     EXPECT_THAT(NearMatches("IEditSession", kNames, 2), testing::SizeIs(2));
 }

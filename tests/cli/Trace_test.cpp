@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -135,6 +136,11 @@ TEST_F(TraceTest, AFeatureIsSwitchedOnOrOffOnly) {
     }
 }
 
+TEST_F(TraceTest, AFeatureThatIsNotSwitchedIsNamedOnce) {
+    EXPECT_EQ(RunTool({"trace", "--feature", "foo", "a.orvo"}, folder_).errors,
+              "orvo: --feature: \"foo\" is not NAME=on or NAME=off: try \"orvo trace --help\"\n");
+}
+
 TEST_F(TraceTest, OptionsTakeOneValueSoThatFilesMayFollow) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = RunTool({"trace", "--null", "IEditSession.GetFile", "--null",
@@ -179,6 +185,16 @@ TEST_F(TraceTest, ShowsNoProgressWhereTheCallsGoToATerminal) {
 TEST_F(TraceTest, ReadsStandardInput) {
     const Outcome outcome = RunTool({"trace", "-"}, folder_, "<orvo/>");
     EXPECT_THAT(outcome.output, HasSubstr("{\"result\": 0}\n"));
+}
+
+TEST_F(TraceTest, NothingOfStandardInputIsLeftWhereNobodyTakesTheOutput) {
+    ASSERT_EQ(RunTool({"generate", "--tracks", "8", "a.orvo"}, folder_).exitCode, 0);
+    const Outcome outcome =
+        test::Run({.arguments = {"sh", "-c", ToolPath() + " trace - <a.orvo | head -n 1"},
+                   .folder = folder_.Path().string()});
+    EXPECT_THAT(outcome.output, HasSubstr("\"seq\": 1,"));
+    std::filesystem::remove(folder_ / "a.orvo");
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }
 
 }  // namespace
