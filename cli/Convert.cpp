@@ -34,8 +34,8 @@ const std::map<std::string, Kind> kKinds = {{"orvo", Kind::Orvo}, {"json", Kind:
 struct Options {
     std::string in;
     std::string out;
-    std::optional<Kind> from;
-    std::optional<Kind> to;
+    std::string from;  // as written; empty: as its name says
+    std::string to;
     bool lossy = false;
 };
 
@@ -47,9 +47,14 @@ std::optional<Kind> KindByExtension(const std::string& name) {
     return kind != kKinds.end() ? std::optional(kind->second) : std::nullopt;
 }
 
-Kind ResolveKind(const std::optional<Kind>& stated, const std::string& name, const char* option) {
-    if (stated) {
-        return *stated;
+/// As CLI11 wants a check: empty if the text is a kind, else what is wrong with it.
+std::string CheckKind(const std::string& text) {
+    return kKinds.contains(text) ? "" : "\"" + text + "\" is no kind; say orvo or json";
+}
+
+Kind ResolveKind(const std::string& stated, const std::string& name, const char* option) {
+    if (!stated.empty()) {
+        return kKinds.at(stated);
     }
     if (const auto kind = KindByExtension(name)) {
         return *kind;
@@ -209,7 +214,7 @@ void AddConvert(CLI::App& tool, Action& chosen) {
          {std::pair("--from", &options->from), std::pair("--to", &options->to)}) {
         verb->add_option(name, *kind, "its kind, orvo or json, if its name does not tell")
             ->type_name("KIND")
-            ->transform(CLI::CheckedTransformer(kKinds).description(""));
+            ->check(CheckKind, "");
     }
     verb->add_flag("--lossy", options->lossy,
                    "convert also what cannot be carried over whole; what is lost is named");

@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <limits>
 #include <memory>
 #include <string>
 #include <tuple>
@@ -53,7 +54,7 @@ void AddGenerate(CLI::App& tool, Action& chosen) {
         ->check(FileName());
     verb->add_option("--tracks", options->size.tracks, "tracks of all kinds, the master among them")
         ->type_name("N")
-        ->check(CLI::Range(1U, kMostTracks).description(""))
+        ->transform(WholeNumber(1, kMostTracks))
         ->capture_default_str();
     const std::tuple<const char*, kelcore::uint32*, const char*> counts[] = {
         {"--clips", &options->size.clips, "clips on each track that has clips"},
@@ -62,11 +63,12 @@ void AddGenerate(CLI::App& tool, Action& chosen) {
     for (const auto& [name, count, description] : counts) {
         verb->add_option(name, *count, description)
             ->type_name("N")
-            ->check(CLI::Range(0U, kMost).description(""))
+            ->transform(WholeNumber(0, kMost))
             ->capture_default_str();
     }
     verb->add_option("--seed", options->seed, "another seed gives another session of that size")
         ->type_name("N")
+        ->transform(WholeNumber(0, std::numeric_limits<kelcore::uint64>::max()))
         ->capture_default_str();
     verb->footer(
         "Examples:\n"

@@ -94,6 +94,20 @@ TEST_F(ConvertTest, AnUnknownExtensionIsAUsageErrorThatSaysWhatToSay) {
     EXPECT_EQ(RunTool({"convert", "--from", "tape", "a", "a.json"}, folder_).exitCode, 2);
 }
 
+TEST_F(ConvertTest, AKindIsOrvoOrJsonAndNothingElse) {
+    folder_.Write("a.json", "{}");
+    for (const char* const option : {"--from", "--to"}) {
+        for (const std::string kind : {"1", "JSON", "tape", ""}) {
+            const Outcome outcome = RunTool({"convert", option, kind, "a.json", "b.json"}, folder_);
+            EXPECT_EQ(outcome.errors, "orvo: " + std::string(option) + ": \"" + kind +
+                                          "\" is no kind; say orvo or json: try \"orvo convert "
+                                          "--help\"\n");
+            EXPECT_EQ(outcome.exitCode, 2);
+        }
+    }
+    EXPECT_FALSE(Exists("b.json"));
+}
+
 TEST_F(ConvertTest, ANameThatNoFileCanHaveIsAUsageErrorThatSaysWhatToDo) {
     folder_.Write("a.json", "{}");
     for (const auto& [name, advice] :

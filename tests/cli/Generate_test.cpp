@@ -97,6 +97,39 @@ TEST_F(GenerateTest, NumbersOutOfRangeAreUsageErrorsThatNameThem) {
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }
 
+TEST_F(GenerateTest, WhatIsNoWholeNumberOrOutOfRangeIsRefusedWithTheRange) {
+    for (const auto& [option, range] : {std::pair("--tracks", "1 to 10000"),
+                                        {"--clips", "0 to 1000000"},
+                                        {"--slots", "0 to 1000000"},
+                                        {"--keyframes", "0 to 1000000"},
+                                        {"--seed", "0 to 18446744073709551615"}}) {
+        for (const std::string number :
+             {"-1", "+1", "1e3", "1.5", "0x10", " 1", "1 ", "", "-18446744073709551615",
+              "18446744073709551616", "99999999999999999999999999"}) {
+            const Outcome outcome = RunTool({"generate", option, number, "a.orvo"}, folder_);
+            EXPECT_EQ(outcome.errors, "orvo: " + std::string(option) + ": \"" + number +
+                                          "\" is not a whole number from " + range +
+                                          ": try \"orvo generate --help\"\n");
+            EXPECT_EQ(outcome.exitCode, 2);
+        }
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
+}
+
+TEST_F(GenerateTest, EachEndOfARangeIsInIt) {
+    for (const char* const seed : {"0", "18446744073709551614", "18446744073709551615"}) {
+        Generate({"--tracks", "1", "--clips", "0", "--seed", seed, std::string(seed) + ".orvo"});
+    }
+    EXPECT_NE(ReadFile(folder_ / "18446744073709551614.orvo"),
+              ReadFile(folder_ / "18446744073709551615.orvo"));
+}
+
+TEST_F(GenerateTest, ANumberWithZerosInFrontIsDecimal) {
+    Generate({"--tracks", "010", "a.orvo"});
+    Generate({"--tracks", "10", "b.orvo"});
+    EXPECT_EQ(ReadFile(folder_ / "a.orvo"), ReadFile(folder_ / "b.orvo"));
+}
+
 TEST_F(GenerateTest, AFileThatCannotBeWrittenIsAFailureThatSaysWhy) {
     const Outcome outcome = RunTool({"generate", "nowhere/a.orvo"}, folder_);
     EXPECT_THAT(outcome.errors, StartsWith("orvo: nowhere/a.orvo: was not saved: "));
