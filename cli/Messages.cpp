@@ -1,6 +1,7 @@
 #include "cli/Messages.h"
 
 #include <fmt/format.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -72,6 +73,13 @@ std::string Printable(std::string_view text) {
 
 bool HasErrorTerminal() {
     return ::isatty(STDERR_FILENO) == 1;
+}
+
+std::size_t ErrorTerminalColumns() {
+    constexpr std::size_t kUsual = 80;
+    winsize size{};
+    const bool known = ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
+    return known ? size.ws_col : kUsual;
 }
 
 bool MayColourErrors() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,9 @@ std::string Printable(std::string_view text);
 
 /// Whether standard error is a terminal.
 bool HasErrorTerminal();
+
+/// How many columns that terminal has; 80 if that is not known.
+std::size_t ErrorTerminalColumns();
 
 /// Whether standard error may be coloured: it is a terminal and NO_COLOR is not set.
 bool MayColourErrors();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <string>
 
 #include "platform/kelcore/Types.h"
@@ -26,7 +27,11 @@ private:
     bool shown_ = false;
 };
 
-/// "[####......] reading a.orvo", without colour or cursor movement.
-std::string FormatProgress(const std::string& label, kelcore::uint32 done, kelcore::uint32 total);
+/// "[####......] reading a.orvo", without colour or cursor movement. It fits a line of so many
+/// columns, the last of which stays free, as some terminals go to the next line behind it: what is
+/// too long of the label becomes "...", and only where there is no room for one the bar is shorter.
+/// @param label  UTF-8 without controls
+std::string FormatProgress(const std::string& label, kelcore::uint32 done, kelcore::uint32 total,
+                           std::size_t columns);
 
 }  // namespace cli

@@ -113,6 +113,21 @@ TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) 
     EXPECT_EQ(RunTool({"info", "a.orvo"}, folder_).errors, "") << "not into a file or a pipe";
 }
 
+TEST_F(CommandLineTest, TheProgressBarFitsTheTerminal) {
+    const std::string session = "<orvo><session/><files>\n" + std::string(60000000, '\n');
+    const std::string name = std::string(60, 'a') + ".orvo";
+    folder_.Write(name, session + "</files></orvo>");
+    for (const auto& [columns, label] : {std::pair(40, std::string("] readi...")),
+                                         {0, "] reading " + std::string(37, 'a') + "..."}}) {
+        const Outcome outcome =
+            test::Run({.arguments = {ToolPath(), "info", name},
+                       .folder = folder_.Path().string(),
+                       .terminalErrors = true,
+                       .terminalColumns = static_cast<unsigned short>(columns)});
+        EXPECT_THAT(outcome.errors, HasSubstr(label + "\r"));
+    }
+}
+
 TEST_F(CommandLineTest, QuickWorkShowsNoProgressBar) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},

@@ -59,10 +59,11 @@ Channel MakePipe() {
     return {Descriptor(ends[0]), Descriptor(ends[1])};
 }
 
-Channel MakeTerminal() {
+Channel MakeTerminal(unsigned short columns) {
     int controlling = -1;
     int terminal = -1;
-    if (::openpty(&controlling, &terminal, nullptr, nullptr, nullptr) != 0) {
+    const winsize size{.ws_row = 0, .ws_col = columns, .ws_xpixel = 0, .ws_ypixel = 0};
+    if (::openpty(&controlling, &terminal, nullptr, nullptr, &size) != 0) {
         Fail("openpty");
     }
     ::fcntl(controlling, F_SETFD, FD_CLOEXEC);
@@ -123,7 +124,7 @@ Outcome Run(const Command& command) {
     ::signal(SIGPIPE, SIG_IGN);
     Channel input = MakePipe();
     Channel output = MakePipe();
-    Channel errors = command.terminalErrors ? MakeTerminal() : MakePipe();
+    Channel errors = command.terminalErrors ? MakeTerminal(command.terminalColumns) : MakePipe();
 
     const pid_t child = ::fork();
     if (child < 0) {

@@ -15,7 +15,8 @@ struct Command {
     std::vector<std::pair<std::string, std::string>> environment =
         {};  ///< set beside the test's own
     std::chrono::seconds timeout{60};
-    bool terminalErrors = false;  ///< standard error is a terminal
+    bool terminalErrors = false;         ///< standard error is a terminal
+    unsigned short terminalColumns = 0;  ///< of that terminal; 0: it does not say
 };
 
 struct Outcome {
