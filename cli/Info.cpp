@@ -37,6 +37,7 @@ InfoReport Inspect(refhost::Plugin& plugin, const std::string& name) {
     options.progress = [&](const refhost::Progress& progress) {
         bar.Update(progress.done, progress.total);
     };
+    plugin.Restart();  // a read that ended inside an unknown element would tell in the next one
     const refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath(), options);
     if (read.result != tses::SessionResult::Ok) {
         return {file.Name(), std::nullopt, ExplainRefusal(file, read.messages)};

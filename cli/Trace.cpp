@@ -116,6 +116,7 @@ tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
              [](const refhost::CallRecord& call) { PrintLine(refhost::FormatCallAsJson(call)); },
          .interceptor = MakeFaultPlan(options),
          .recordReferences = options.references});
+    plugin.Restart();  // a read that ended inside an unknown element would tell in the next one
     const tses::SessionResult result = plugin.Read(file.FullPath(), recorder.Wrap(session->Edit()));
     PrintLine(fmt::format("{{\"result\": {}}}", static_cast<std::int32_t>(result)));
     if (result != tses::SessionResult::Ok) {

@@ -29,7 +29,11 @@ enum class SessionSelector : std::int32_t {
     /// Argument: `IHostFileRef`. Keeps the path for the reads and writes that follow.
     SetFilePath = 3,
     /// Argument: `IEditSession`. Reads the file into it. A read that fails has made a part of its
-    /// calls, so the host discards that session.
+    /// calls, so the host discards that session. One that ended inside an element that the format
+    /// does not know, because it failed there or because the document ends so (an `orvo` inside the
+    /// `orvo`, with no element behind it), leaves the next read skipping until an element ends as
+    /// deep in that document: a host does Terminate and Initialize after a read that failed, or
+    /// before every read.
     ReadSession = 4,
     /// Argument: `IQuerySession`. Writes it to the file. A write that fails leaves an existing file
     /// as it was, but for the two rare cases that the disk or the XML library lies: the new file

@@ -7,15 +7,8 @@ namespace refhost {
 // What the plug-in is passed is the interface, not the object behind it: the pointers may differ,
 // and it casts back to the interface.
 
-Plugin::Plugin(const std::filesystem::path& library)
-    : library_(library), registrar_(Ref<Registrar>::Adopt(new Registrar)) {
-    tses::IPlugInRegistrar* const argument = registrar_.Get();
-    const tses::SessionResult result = Call(tses::SessionSelector::Initialize, argument);
-    if (result != tses::SessionResult::Ok) {
-        throw PluginError(library.string() + " refuses to initialise (result " +
-                          std::to_string(static_cast<std::int32_t>(result)) +
-                          "); it may need another version of the host");
-    }
+Plugin::Plugin(const std::filesystem::path& library) : library_(library), name_(library.string()) {
+    Initialize();
 }
 
 Plugin::~Plugin() {
@@ -34,8 +27,24 @@ tses::SessionResult Plugin::Write(const std::u16string& path, tses::IQuerySessio
                                             : named;
 }
 
+void Plugin::Restart() {
+    Call(tses::SessionSelector::Terminate, nullptr);
+    Initialize();
+}
+
 void Plugin::ReleaseContext() {
     Call(tses::SessionSelector::Reserved, nullptr);
+}
+
+void Plugin::Initialize() {
+    registrar_ = Ref<Registrar>::Adopt(new Registrar);
+    tses::IPlugInRegistrar* const argument = registrar_.Get();
+    const tses::SessionResult result = Call(tses::SessionSelector::Initialize, argument);
+    if (result != tses::SessionResult::Ok) {
+        throw PluginError(name_ + " refuses to initialise (result " +
+                          std::to_string(static_cast<std::int32_t>(result)) +
+                          "); it may need another version of the host");
+    }
 }
 
 tses::SessionResult Plugin::Call(tses::SessionSelector selector, void* argument) {

@@ -21,7 +21,12 @@ public:
     Plugin(const Plugin&) = delete;
     Plugin& operator=(const Plugin&) = delete;
 
-    /// What the plug-in said of itself.
+    /// Terminates it and initialises it again, so that nothing of what it did before tells in what
+    /// it does next.
+    /// @throws PluginError if the plug-in refuses to initialise
+    void Restart();
+
+    /// What the plug-in said of itself when it was initialised last.
     const Registrar& Registration() const { return *registrar_; }
 
     /// Any call at all.
@@ -38,10 +43,12 @@ public:
     void ReleaseContext();
 
 private:
+    void Initialize();
     tses::SessionResult Call(tses::SessionSelector selector, void* argument);
     tses::SessionResult SetFilePath(const std::u16string& path);
 
     PluginLibrary library_;
+    std::string name_;
     Ref<Registrar> registrar_;
 };
 

@@ -12,6 +12,7 @@ using test::Outcome;
 using test::RunTool;
 using test::RunToolUnprivileged;
 using test::ToolPath;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -235,6 +236,16 @@ TEST_F(InfoTest, ShowsTheOtherSessionsWhenOneCannotBeRead) {
     EXPECT_THAT(outcome.output, StartsWith("b.orvo\n"));
     EXPECT_EQ(outcome.errors, "orvo: a.orvo: no such file: check the path\n");
     EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(InfoTest, AFileIsShownWholeAlsoBehindOneThatEndsInsideAnUnknownElement) {
+    folder_.Write("b.orvo", kSmallSession);
+    const std::string alone = RunTool({"info", "b.orvo"}, folder_).output;
+    for (const char* const bad : {"<orvo><session sampleRate='8000'><zz><yy><x></session>",
+                                  "<orvo><session><a><b></orvo>", "<orvo><orvo/></orvo>"}) {
+        folder_.Write("bad.orvo", bad);
+        EXPECT_THAT(RunTool({"info", "bad.orvo", "b.orvo"}, folder_).output, EndsWith(alone));
+    }
 }
 
 TEST_F(InfoTest, GivesJsonForPrograms) {

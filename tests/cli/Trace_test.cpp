@@ -13,6 +13,7 @@ using test::Outcome;
 using test::RunTool;
 using test::ToolPath;
 using testing::Contains;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -79,6 +80,16 @@ TEST_F(TraceTest, EndsEachFileWithTheResultAndCountsAnewForTheNext) {
               "{\"result\": 0}\n");
     EXPECT_THAT(outcome.errors, HasSubstr("b.orvo:1:1: the root element is <foo>"));
     EXPECT_EQ(outcome.exitCode, 1);
+}
+
+TEST_F(TraceTest, AFileGivesTheSameCallsBehindOneThatEndsInsideAnUnknownElement) {
+    folder_.Write("b.orvo", kSmallSession);
+    const std::string alone = RunTool({"trace", "b.orvo"}, folder_).output;
+    for (const char* const bad : {"<orvo><session sampleRate='8000'><zz><yy><x></session>",
+                                  "<orvo><session><a><b></orvo>", "<orvo><orvo/></orvo>"}) {
+        folder_.Write("bad.orvo", bad);
+        EXPECT_THAT(RunTool({"trace", "bad.orvo", "b.orvo"}, folder_).output, EndsWith(alone));
+    }
 }
 
 TEST_F(TraceTest, AMissingFileIsAReadThatFails) {

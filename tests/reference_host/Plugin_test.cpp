@@ -97,6 +97,37 @@ TEST_F(PluginTest, APathThatIsRefusedEndsTheReadOrWrite) {
     EXPECT_EQ(plugin.Read(u"/a.orvo", session->Edit()), tses::SessionResult::Ok);
 }
 
+TEST_F(PluginTest, ARestartEndsTheSkippingThatAFailedReadLeft) {
+    const std::u16string bad = folder_.Write("bad.orvo", "<orvo><a><b></orvo>").u16string();
+    const std::u16string good =
+        folder_.Write("good.orvo", "<orvo><session sampleRate='8000'/></orvo>").u16string();
+    Plugin plugin;
+    const auto rateAfterFailure = [&](bool restarts) {
+        EXPECT_EQ(plugin.Read(bad, SessionNode::Make()->Edit()), tses::SessionResult::ReadFailed);
+        if (restarts) {
+            plugin.Restart();
+        }
+        const auto session = SessionNode::Make({.sampleRate = 1});
+        EXPECT_EQ(plugin.Read(good, session->Edit()), tses::SessionResult::Ok);
+        return session->Value().sampleRate;
+    };
+    EXPECT_EQ(rateAfterFailure(false), 1U);
+    EXPECT_EQ(rateAfterFailure(true), 8000U);
+}
+
+TEST_F(PluginTest, ARestartRegistersAnew) {
+    Plugin plugin;
+    plugin.Restart();
+    EXPECT_EQ(plugin.Registration().Identities().size(), 1U);
+}
+
+TEST_F(PluginTest, ARestartThatThePluginRefusesIsAnError) {
+    Plugin plugin(RefusingPlugin());
+    ::setenv("ORVO_REFUSES", "Initialize", 1);
+    EXPECT_THROW(plugin.Restart(), PluginError);
+    ::unsetenv("ORVO_REFUSES");
+}
+
 TEST_F(PluginTest, OneLibraryServesOnePluginAfterAnother) {
     for (int i = 0; i < 3; ++i) {
         Plugin plugin;
