@@ -147,6 +147,11 @@ std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name
     return std::move(read.session);
 }
 
+toolkit::Place PlaceOf(const refhost::JsonError& failure) {
+    const auto& place = failure.Place();
+    return place ? toolkit::Place{place->line, place->column} : toolkit::Place{};
+}
+
 std::optional<Session> ReadJson(const std::string& name) {
     const bool stream = name == kStream;
     const std::string subject = stream ? "standard input" : name;
@@ -157,7 +162,7 @@ std::optional<Session> ReadJson(const std::string& name) {
     try {
         return refhost::FromJson(std::get<std::string>(content));
     } catch (const refhost::JsonError& failure) {
-        return Refuse({.subject = subject, .what = failure.what()});
+        return Refuse({.subject = subject, .place = PlaceOf(failure), .what = failure.what()});
     }
 }
 

@@ -12,30 +12,40 @@
 namespace refhost {
 namespace {
 
-std::string PlaceOf(std::string_view text, std::size_t offset) {
-    const std::string_view before = text.substr(0, offset);
-    const auto line = 1 + std::count(before.begin(), before.end(), '\n');
-    const std::size_t column = offset - (before.rfind('\n') + 1) + 1;
-    return "line " + std::to_string(line) + ", column " + std::to_string(column) + ": ";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+/// Whether a character of UTF-8 begins with it.
+bool BeginsCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
 }
 
-/// What the library says, from the place on ("line 3, column 7: ...") or, where it gives none,
-/// behind `place`, without the name of its own error. It may quote a text or number of any length.
-std::string Located(std::string message, const std::string& place) {
-    constexpr std::size_t kLongest = 300;
-    message = Shortened(std::move(message), kLongest);
-    const std::size_t line = message.find("line ");
-    if (line != message.npos) {
-        return message.substr(line);
+TextPlace PlaceOf(std::string_view text, std::size_t offset) {
+    std::string_view before = text.substr(0, offset);
+    if (before.starts_with(kByteOrderMark)) {
+        before.remove_prefix(kByteOrderMark.size());
     }
-    const std::size_t name = message.find("] ");
-    return place + (name == message.npos ? message : message.substr(name + 2));
+    const std::string_view line = before.substr(before.rfind('\n') + 1);
+    const auto lineEnds = std::count(before.begin(), before.end(), '\n');
+    const auto characters = std::count_if(line.begin(), line.end(), BeginsCharacter);
+    return {1 + static_cast<std::size_t>(lineEnds), 1 + static_cast<std::size_t>(characters)};
+}
+
+/// What the library says of a marked text, without the name of its own error and without the place,
+/// which it counts in bytes. It may quote a text or number of any length.
+std::string Told(std::string_view message) {
+    constexpr std::size_t kLongest = 300;
+    const std::size_t place = message.find(", column ");
+    const std::size_t front =
+        place == message.npos ? message.find("] ") : message.find(": ", place);
+    message.remove_prefix(front == message.npos ? 0 : front + 2);
+    return Shortened(UnmarkedDocument(message), kLongest);
 }
 
 /// Makes the values. The library's own maker, when it is asked to report keys, looks at all that an
 /// object or a list holds again after each object in it; and it lets keys stand twice.
 class ValueMaker final : public nlohmann::json_sax<ParsedJson> {
 public:
+    /// @param text  as it was before the marks
     explicit ValueMaker(std::string_view text) : text_(text) {}
 
     ParsedJson Take() { return std::move(root_); }
@@ -66,9 +76,9 @@ public:
 
     bool parse_error(std::size_t position, const std::string&,
                      const ParsedJson::exception& error) override {
-        throw JsonError(
-            Located(error.what(), PlaceOf(text_, position - std::min<std::size_t>(position, 1))) +
-            "; correct the text there");
+        const std::size_t offset = position - std::min<std::size_t>(position, 1);
+        throw JsonError(Told(error.what()) + "; correct the text there",
+                        PlaceOf(text_, UnmarkedOffset(text_, offset)));
     }
 
 private:
@@ -123,17 +133,17 @@ ParsedJson ParseJson(std::string_view text) {
     // The library would take it for the end.
     const std::size_t nul = text.find('\0');
     if (nul != text.npos) {
-        throw JsonError(PlaceOf(text, nul) + "a NUL character; remove it");
+        throw JsonError("a NUL character; remove it", PlaceOf(text, nul));
     }
     const std::string marked = MarkedDocument(text);
-    ValueMaker maker(marked);
+    ValueMaker maker(text);
     ParsedJson::sax_parse(marked, &maker);
     return maker.Take();
 }
 
 std::string Shortened(std::string text, std::size_t size) {
     if (text.size() > size) {
-        while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) {
+        while (size > 0 && !BeginsCharacter(text[size])) {
             --size;
         }
         text.replace(size, text.npos, "...");

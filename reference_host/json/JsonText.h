@@ -10,7 +10,7 @@ namespace refhost {
 
 /// A JSON document as values, in which lone surrogates are marked (LoneSurrogates.h). Takes a time
 /// that grows with the length of the text.
-/// @throws JsonError  for what is malformed, with its line and column (of bytes), and for a key
+/// @throws JsonError  for what is malformed, with its place, and for a key
 /// that stands twice in one object, with its JSON pointer
 ParsedJson ParseJson(std::string_view text);
 

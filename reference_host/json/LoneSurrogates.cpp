@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstddef>
 #include <optional>
 
 #include "platform/kelcore/Strings.h"
@@ -152,6 +151,15 @@ std::string MarkedDocument(std::string_view json) {
         }
     }
     return marked;
+}
+
+// An escape is as long as its mark; only the mark's own character becomes longer.
+std::size_t UnmarkedOffset(std::string_view json, std::size_t offset) {
+    for (std::size_t mark = json.find(kMark); mark < offset; mark = json.find(kMark, mark + 1)) {
+        const std::size_t behind = mark + kMark.size();
+        offset = offset < behind + kDigits ? std::min(offset, behind) : offset - kDigits;
+    }
+    return offset;
 }
 
 std::string UnmarkedDocument(std::string_view marked) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -17,7 +18,11 @@ std::u16string UnmarkedText(std::string_view marked);
 /// line keeps its number.
 std::string MarkedDocument(std::string_view json);
 
-/// A document that the library wrote: marks become escapes.
+/// Where in a document that byte comes from that stands at `offset` of what `MarkedDocument` makes
+/// of it.
+std::size_t UnmarkedOffset(std::string_view json, std::size_t offset);
+
+/// A document that the library wrote, or a piece of one: marks become escapes.
 std::string UnmarkedDocument(std::string_view marked);
 
 }  // namespace refhost

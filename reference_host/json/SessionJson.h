@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,11 +16,26 @@
 /// texts.
 namespace refhost {
 
-/// What is wrong with a JSON text: where (line and column for what is no JSON, else the path of the
-/// value, as "/files/2/id"), what, and what to do.
+/// Both from 1; columns count characters, a byte order mark not among them.
+struct TextPlace {
+    std::size_t line = 1;
+    std::size_t column = 1;
+
+    friend bool operator==(const TextPlace&, const TextPlace&) = default;
+};
+
+/// What is wrong with a JSON text, and what to do. In front stands the path of the value that is
+/// meant, as "/files/2/id", unless the text is no JSON at all: then it has a place.
 class JsonError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit JsonError(const std::string& message, std::optional<TextPlace> place = std::nullopt)
+        : std::runtime_error(message), place_(place) {}
+
+    /// Of what is no JSON; none where a value is wrong.
+    const std::optional<TextPlace>& Place() const { return place_; }
+
+private:
+    std::optional<TextPlace> place_;
 };
 
 /// The session, every key of it, indented by two blanks and ended by a line feed. `FromJson` gives

@@ -65,7 +65,7 @@ double ShortForm(float value) {
 
 std::string PointerStep(std::string_view key) {
     std::string step = "/";
-    for (const char character : key) {
+    for (const char character : UnmarkedDocument(key)) {
         switch (character) {
             case '~':
                 step += "~0";
@@ -148,6 +148,9 @@ void Decode(const ParsedJson& json, const JsonPlace& place, float& value) {
         FailAtValue(json, place, "give a number between -3.4028235e38 and 3.4028235e38");
     }
     value = static_cast<float>(real);
+    if (value == 0 && real != 0) {
+        FailAtValue(json, place, "give 0 or a number that is at least 7.1e-46 away from it");
+    }
 }
 
 void Decode(const ParsedJson& json, const JsonPlace& place, std::u16string& text) {

@@ -41,7 +41,7 @@ private:
     std::size_t index_ = 0;
 };
 
-/// Escapes a key for a JSON pointer.
+/// A key as a step of a JSON pointer: escaped for it, and marks become escapes (LoneSurrogates.h).
 std::string PointerStep(std::string_view key);
 
 // One value into the library's form, and from it, where a wrong one throws a JsonError.

@@ -214,9 +214,15 @@ TEST_F(ConvertTest, BadInputLeavesTheOutputAlone) {
     EXPECT_THAT(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).errors,
                 StartsWith("orvo: a.orvo:1:"));
     const Outcome outcome = RunTool({"convert", "a.json", "b.orvo"}, folder_);
-    EXPECT_THAT(outcome.errors, StartsWith("orvo: a.json: "));
+    EXPECT_THAT(outcome.errors, StartsWith("orvo: a.json:1:16: syntax error"));
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(ReadFile(folder_ / "b.orvo"), "old");
+}
+
+TEST_F(ConvertTest, AWrongValueInJsonIsNamedWithItsPath) {
+    folder_.Write("a.json", "{\"sampleRate\": true}");
+    EXPECT_THAT(RunTool({"convert", "a.json", "b.orvo"}, folder_).errors,
+                StartsWith("orvo: a.json: /sampleRate: this is true; give a whole number"));
 }
 
 TEST_F(ConvertTest, APipeIsNoSourceOfEitherKind) {

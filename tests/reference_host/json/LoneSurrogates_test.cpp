@@ -54,6 +54,20 @@ TEST(LoneSurrogatesTest, ABrokenEscapeStaysForTheParserToRefuse) {
     EXPECT_EQ(MarkedDocument(R"("\ud8zz")"), R"("\ud8zz")");
 }
 
+TEST(LoneSurrogatesTest, EveryByteBehindAMarkIsFoundAgainInTheDocument) {
+    const std::string json = "[\"\\ud800\xEF\xB7\x90\\ufdd0\xEF\xB7\x90\xEF\xB7\x90x\"] y";
+    const std::string marked = MarkedDocument(json);
+    ASSERT_EQ(marked.size(), json.size() + 9);
+    for (const char character : {'x', 'y', ']'}) {
+        EXPECT_EQ(UnmarkedOffset(json, marked.find(character)), json.find(character));
+    }
+    EXPECT_EQ(UnmarkedOffset(json, marked.size()), json.size());
+    EXPECT_EQ(UnmarkedOffset(json, 0), 0U);
+    EXPECT_EQ(UnmarkedOffset("\xEF\xB7\x90]", 0), 0U);
+    EXPECT_EQ(UnmarkedOffset("\xEF\xB7\x90]", 6), 3U);
+    EXPECT_EQ(UnmarkedOffset("\xEF\xB7\x90]", 5), 3U) << "inside of a mark";
+}
+
 TEST(LoneSurrogatesTest, AMarkBecomesAnEscape) {
     EXPECT_EQ(UnmarkedDocument("\"" + MarkedText(kLoneHigh + u"0") + "\""), R"("\ud8000")");
     EXPECT_EQ(UnmarkedDocument(MarkedText(kMarkCharacter)), "\xEF\xB7\x90");
