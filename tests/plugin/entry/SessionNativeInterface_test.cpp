@@ -4,36 +4,46 @@
 
 #include <cstdlib>
 #include <new>
+#include <xercesc/util/PlatformUtils.hpp>
 
+#include "plugin/xml/XercesPlatform.h"
 #include "reference_host/CountedObject.h"
 #include "reference_host/LiveNodes.h"
 #include "reference_host/Ref.h"
 #include "reference_host/SessionNode.h"
 
-// What a host cannot bring about from outside the library: no memory for the serializer, and a
-// second host service.
+// What a host can neither bring about nor see from outside the library: no memory for the
+// serializer, a second host service, the XML library's state, and what memory stays.
 
 namespace {
 
 bool outOfMemory = false;
+std::size_t liveBlocks = 0;
+
+void* Allocate(std::size_t size) noexcept {
+    void* const memory = outOfMemory ? nullptr : std::malloc(size);
+    liveBlocks += memory != nullptr ? 1 : 0;
+    return memory;
+}
 
 }  // namespace
 
 void* operator new(std::size_t size) {
-    void* const memory = outOfMemory ? nullptr : std::malloc(size);
+    void* const memory = Allocate(size);
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
     return memory;
 }
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return outOfMemory ? nullptr : std::malloc(size);
+    return Allocate(size);
 }
 void operator delete(void* memory) noexcept {
+    liveBlocks -= memory != nullptr ? 1 : 0;
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    operator delete(memory);
 }
 
 namespace tses {
@@ -41,8 +51,8 @@ namespace {
 
 using refhost::Ref;
 
-/// The memory runs out with the last registration, before the serializer is made.
-class ExhaustingRegistrar final : public refhost::CountedObject<IPlugInRegistrar> {
+/// Does nothing of what it is told.
+class QuietRegistrar : public refhost::CountedObject<IPlugInRegistrar> {
 public:
     void UnusedSlot3() override {}
     void DeclareInterfaceVersion(kelcore::int32 /*a*/, kelcore::int32 /*b*/) override {}
@@ -53,9 +63,29 @@ public:
                             kelcore::int32 /*extensionCount*/) override {}
     void RegisterSaveFormat(const kelcore::char16* /*formatName*/,
                             const kelcore::char16* const* /*extensions*/,
+                            kelcore::int32 /*extensionCount*/) override {}
+};
+
+/// The memory runs out with the last registration, before the serializer is made.
+class ExhaustingRegistrar final : public QuietRegistrar {
+public:
+    void RegisterSaveFormat(const kelcore::char16* /*formatName*/,
+                            const kelcore::char16* const* /*extensions*/,
                             kelcore::int32 /*extensionCount*/) override {
         outOfMemory = true;
     }
+};
+
+/// Notes whether the XML library runs when it is told of the first format.
+class NotingRegistrar final : public QuietRegistrar {
+public:
+    void RegisterOpenFormat(const kelcore::char16* /*formatName*/,
+                            const kelcore::char16* const* /*extensions*/,
+                            kelcore::int32 /*extensionCount*/) override {
+        xmlLibraryRuns = IsXercesStarted();
+    }
+
+    bool xmlLibraryRuns = false;
 };
 
 class Service final : public refhost::CountedObject<IHostObject> {};
@@ -79,6 +109,32 @@ TEST(SessionNativeInterface, WithoutMemoryForTheSerializerReadsAndWritesSucceedA
     EXPECT_TRUE(session->Reports().empty());
     plugIn.Terminate();
     EXPECT_EQ(plugIn.WriteSession(&session->Query()), SessionResult::WriteFailed);
+}
+
+TEST(SessionNativeInterface, InitializeStartsTheXmlLibraryBeforeItRegistersTheFormats) {
+    const auto registrar = Ref<NotingRegistrar>::Adopt(new NotingRegistrar);
+    ASSERT_FALSE(IsXercesStarted());
+    SessionNativeInterface plugIn;
+    plugIn.Initialize(registrar.Get());
+    EXPECT_TRUE(registrar->xmlLibraryRuns);
+    plugIn.Terminate();
+}
+
+TEST(SessionNativeInterface, TerminateStopsTheXmlLibraryAndKeepsNoMemory) {
+    const auto registrar = Ref<QuietRegistrar>::Adopt(new QuietRegistrar);
+    // What stays to the end of the process is there after the first time.
+    SessionNativeInterface first;
+    first.Initialize(registrar.Get());
+    first.Terminate();
+    const std::size_t before = liveBlocks;
+    SessionNativeInterface plugIn;
+    plugIn.Initialize(registrar.Get());
+    EXPECT_TRUE(IsXercesStarted());
+    EXPECT_GT(liveBlocks, before);
+    plugIn.Terminate();
+    EXPECT_EQ(liveBlocks, before);
+    EXPECT_FALSE(IsXercesStarted());
+    EXPECT_EQ(xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
 }
 
 TEST(SessionNativeInterface, TerminateReleasesTheSecondHostService) {
