@@ -98,8 +98,8 @@ FileRecord QueryFile(IQueryFile& file, const std::u16string& sessionPath) {
     if (!record.absolutePath.empty()) {
         record.relativePath = kelcore::MakeNormalizedRelativePath(record.absolutePath, sessionPath);
     }
-    record.recoveryId = TextOf(file.GetRecoveryId());
     record.mediaHandler = TextOf(file.GetMediaHandler());
+    record.recoveryId = TextOf(file.GetRecoveryId());
     record.importerPrivateSettings = TextOf(file.GetImporterPrivateSettings());
     return record;
 }

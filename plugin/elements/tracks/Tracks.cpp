@@ -126,7 +126,6 @@ PendingTrack QueryTrack(IQueryAudioTrackPrivate& track) {
     PendingTrack record;
     record.id = track.GetId();
     record.index = track.GetIndex();
-    record.kind = static_cast<TrackKind>(track.GetKind());
     record.select = track.IsSelected();
     record.automationLaneOpenState = track.IsAutomationLaneOpen();
     record.visible = track.IsVisible();
@@ -134,6 +133,7 @@ PendingTrack QueryTrack(IQueryAudioTrackPrivate& track) {
     record.preRendered = track.IsPreRendered();
     record.sumToMono = track.IsSumToMono();
     record.preRenderedFile = TextOf(track.GetPreRenderedFile());
+    record.kind = static_cast<TrackKind>(track.GetKind());
     if (record.kind == TrackKind::Instrument) {
         if (const auto instrument = Retain(track.GetInstrument())) {
             record.midiAll = instrument->IsMidiAll();
