@@ -25,6 +25,7 @@ using refhost::model::Session;
 /// writer is not part of the session.
 ExitCode TellLosses(refhost::Plugin& plugin, Session session, const std::string& path,
                     const std::string& subject) {
+    plugin.Restart();  // a read that ended inside an unknown element would tell in this one
     const refhost::ReadResult saved = refhost::ReadSession(plugin, FullPathOf(path));
     if (saved.result != tses::SessionResult::Ok) {
         Complain({.subject = subject,

@@ -320,6 +320,13 @@ TEST_F(ConvertTest, WhatOnlySavingLosesOfASessionFileIsNamed) {
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
+TEST_F(ConvertTest, WhatTheReadEndedInsideOfIsNotMissedInWhatWasSaved) {
+    folder_.Write("a.orvo", "<orvo><session sampleRate='8000'/><orvo/></orvo>");
+    const Outcome outcome = RunTool({"convert", "--lossy", "a.orvo", "b.orvo"}, folder_);
+    EXPECT_EQ(outcome.errors, "orvo: a.orvo:1:35: cannot be carried over: <orvo> in <orvo>\n");
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
 TEST_F(ConvertTest, ValuesThatAReaderTakesOtherwiseAreNamed) {
     folder_.Write("a.orvo",
                   "<orvo><session><metronome soundSet='gong'/><tracks><busTrack id='1' "
