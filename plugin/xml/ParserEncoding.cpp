@@ -45,7 +45,7 @@ struct WideName {
 /// Whether units of several bytes stand in the order that `encoding` says. Known by the parser's
 /// own names alone: other decoders may look for a mark of the order anew behind the declaration.
 bool IsWideAs(std::u16string_view name, DocumentEncoding encoding) {
-    // Left open; the parser stays with what it found, and tells of another if that is not of these.
+    // These leave the order open. The parser stays with what it found, whatever its size.
     const char16_t* const kAsFound[] = {
         XMLUni::fgUTF16EncodingString,  XMLUni::fgUTF16EncodingString2,
         XMLUni::fgUTF16EncodingString3, XMLUni::fgUTF16EncodingString4,
