@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <ranges>
+
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/plugin/elements/TrackSamples.h"
 
@@ -19,13 +22,17 @@ constexpr std::size_t kFirstOfTracks = 3;
 
 class TrackWriterFaults : public test::ElementFixture {
 protected:
-    /// The writer's operations for a session of which every operation must succeed.
+    /// The writer's operations for a session of which every operation must succeed: it is saved
+    /// from the first fault on that comes too late.
     std::size_t OperationsOf(const Session& session) {
-        std::size_t operation = 0;
-        while (!WriteWithFault(session, operation).ok) {
-            ++operation;
+        const auto fails = [&](std::size_t operation) {
+            return !WriteWithFault(session, operation).ok;
+        };
+        std::size_t enough = 1;
+        while (fails(enough)) {
+            enough *= 2;
         }
-        return operation;
+        return *std::ranges::partition_point(std::views::iota(enough / 2, enough + 1), fails);
     }
 
     /// The writer's operations for one track of a session.
@@ -50,7 +57,13 @@ Session Sample() {
     return session;
 }
 
-TEST_F(TrackWriterFaults, TheFileIsReplacedExactlyWhenTheFailedTrackIsNotTheLastOne) {
+/// Every operation takes its turn in one of some tests, as all of them take a minute.
+constexpr std::size_t kTurns = 4;
+
+class TrackWriterFaultsInTurn : public TrackWriterFaults,
+                                public testing::WithParamInterface<std::size_t> {};
+
+TEST_P(TrackWriterFaultsInTurn, TheFileIsReplacedExactlyWhenTheFailedTrackIsNotTheLastOne) {
     const Session session = Sample();
     Session lastTrack = session;
     lastTrack.videoTracks.clear();
@@ -62,7 +75,7 @@ TEST_F(TrackWriterFaults, TheFileIsReplacedExactlyWhenTheFailedTrackIsNotTheLast
     }
     const std::size_t all = swallowed + OperationsOf(lastTrack);
     ASSERT_GT(swallowed, 300u);
-    for (std::size_t operation = 0; operation < all; ++operation) {
+    for (std::size_t operation = GetParam(); operation < all; operation += kTurns) {
         PutOldFile();
         const auto outcome = WriteWithFault(session, operation);
         const bool expected = operation >= kFirstOfTracks && operation < kFirstOfTracks + swallowed;
@@ -75,6 +88,8 @@ TEST_F(TrackWriterFaults, TheFileIsReplacedExactlyWhenTheFailedTrackIsNotTheLast
     }
     EXPECT_TRUE(WriteWithFault(session, all).ok);
 }
+
+INSTANTIATE_TEST_SUITE_P(, TrackWriterFaultsInTurn, testing::Range(std::size_t{0}, kTurns));
 
 TEST_F(TrackWriterFaults, ATrackAfterAFailedOneIsStillAsked) {
     Session session;
