@@ -10,6 +10,10 @@ SURVIVORS = {
      "return std::count_if(digits.begin(), digits.end(), [](char digit) { return digit != '.'; }); -> "
      "return std::count_if(digits.begin(), digits.end(), [](char digit) { return digit != '/'; });"):
         "A number with as many digits as wanted is then formatted once more, with that many digits: the same text.",
+    ("plugin/xml/SessionXMLDefaultHandler.cpp", "SessionXMLDefaultHandler::startElement",
+     "for (XMLSize_t i = 0; i < attributes.getLength(); ++i) { -> "
+     "for (XMLSize_t i = 0; i <= attributes.getLength(); ++i) {"):
+        "What the library gives for the value behind the last is null, which is taken for an empty text.",
     ("platform/kelcore/Numbers.cpp", "IsVanishinglySmall",
      "int32 value = 0; -> int32 value = -1;"):
         "What comes here was read as a number, so its exponent sets it or is out of range.",

@@ -381,7 +381,8 @@ TEST_F(DocumentLimitsTest, HalfACharacterIsRefusedWhereTheParserLetsItPass) {
         for (const std::u16string& document :
              {u"<a b='" + half + u"'/>", u"<a b='" + half + u"&#x41;'/>",
               u"<a xmlns='" + half + u"'/>", u"<a xmlns:p='" + half + u"'/>",
-              u"<a><?p " + half + u"?></a>", u"<a xmlns:p='u' p:b='" + half + u"' b=''/>"}) {
+              u"<a><?p " + half + u"?></a>", u"<a xmlns:p='u' p:b='" + half + u"' b=''/>",
+              u"<a b='' c='" + half + u"'/>", u"<a xmlns='u' b='' c='" + half + u"'/>"}) {
             EXPECT_TRUE(IsRefused(utf16(document), "half of a character"));
         }
     }
