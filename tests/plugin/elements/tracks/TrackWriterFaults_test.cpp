@@ -1,9 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <ranges>
-
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/plugin/elements/TrackSamples.h"
 
@@ -32,7 +29,16 @@ protected:
         while (fails(enough)) {
             enough *= 2;
         }
-        return *std::ranges::partition_point(std::views::iota(enough / 2, enough + 1), fails);
+        std::size_t count = enough / 2;
+        while (count < enough) {
+            const std::size_t middle = count + (enough - count) / 2;
+            if (fails(middle)) {
+                count = middle + 1;
+            } else {
+                enough = middle;
+            }
+        }
+        return count;
     }
 
     /// The writer's operations for one track of a session.
