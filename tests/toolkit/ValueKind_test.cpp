@@ -68,6 +68,7 @@ TEST(IsValue, TakesOneOfTheWordsOrItsPlace) {
     EXPECT_TRUE(Is(ValueKind::KeywordOrNumber, u"1"));
     EXPECT_FALSE(Is(ValueKind::KeywordOrNumber, u"2"));
     EXPECT_FALSE(Is(ValueKind::KeywordOrNumber, u"-1"));
+    EXPECT_FALSE(Is(ValueKind::KeywordOrNumber, u"none"));
 }
 
 TEST(IsValue, TakesAnyNumberOfWordsWithABlankBetweenThem) {
