@@ -7,11 +7,12 @@ function(orvo_compile_as_test target)
   endif()
 endfunction()
 
-# orvo_add_test(NAME SOURCES... LIBRARIES... [HEADERS...]): one test program, each of its tests known to
-# CTest. HEADERS are those that most of its sources take in; they are compiled once, which halves the time
-# of the build.
+# orvo_add_test(NAME SOURCES... LIBRARIES... [HEADERS...] [SHARDS N]): one test program. CTest runs it in N
+# processes, one unless stated, which share its tests: a process for each test would spend more time on
+# starting than on testing. To run one test: bin/NAME --gtest_filter=TEST. HEADERS are those that most of
+# its sources include; they are compiled once, which halves the time of the build.
 function(orvo_add_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;HEADERS" ${ARGN})
+  cmake_parse_arguments(ARG "" "SHARDS" "SOURCES;LIBRARIES;HEADERS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   orvo_compile_as_test(${name})
   if(ARG_HEADERS)
@@ -19,6 +20,14 @@ function(orvo_add_test name)
   endif()
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE ORVO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-  include(GoogleTest)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 120)
+  if(NOT ARG_SHARDS)
+    set(ARG_SHARDS 1)
+  endif()
+  foreach(shard RANGE 1 ${ARG_SHARDS})
+    math(EXPR index "${shard} - 1")
+    add_test(NAME ${name}.${shard} COMMAND ${name} --gtest_brief=1)
+    set_tests_properties(${name}.${shard} PROPERTIES
+      TIMEOUT 600
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
+  endforeach()
 endfunction()
