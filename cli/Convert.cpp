@@ -19,6 +19,7 @@
 #include "reference_host/Sessions.h"
 #include "reference_host/json/SessionJson.h"
 #include "toolkit/FileContent.h"
+#include "toolkit/MediaPaths.h"
 
 // orvo convert IN OUT [--from KIND] [--to KIND]
 
@@ -64,6 +65,11 @@ Kind ResolveKind(const std::string& stated, const std::string& name, const char*
     throw CLI::ValidationError(what + "; say " + option + " orvo or " + option + " json");
 }
 
+/// From where relative paths count in a file of that name. A stream is in the working directory.
+std::u16string LocationOf(const std::string& name) {
+    return FullPathOf(name == kStream ? "stream" : name);
+}
+
 // Reading
 
 /// Says why there is no session.
@@ -96,10 +102,10 @@ bool CarriesEverything(const SessionFile& file, const toolkit::DocumentScan& sca
 /// It ends soon after the read if that fails: what the plug-in refuses is not parsed to its end.
 class ScanBesideRead {
 public:
-    explicit ScanBesideRead(const std::string& path)
+    ScanBesideRead(const std::string& path, const toolkit::Conversion& conversion)
         : path_(path),
           identity_(toolkit::IdentityOf(path)),
-          scan_(std::async(toolkit::ScanDocument, path, toolkit::kNotCarriedLimit,
+          scan_(std::async(toolkit::ScanDocument, path, conversion, toolkit::kNotCarriedLimit,
                            stop_.get_token())) {}
     ~ScanBesideRead() { stop_.request_stop(); }
     ScanBesideRead(const ScanBesideRead&) = delete;
@@ -122,15 +128,22 @@ private:
     std::future<toolkit::DocumentScan> scan_;  // waits in its destructor
 };
 
-std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name, bool lossy) {
-    const SessionFile file(name);
+toolkit::Conversion ConversionOf(const SessionFile& file, const Options& options, Kind to) {
+    return {.target = to == Kind::Json ? toolkit::Target::Json : toolkit::Target::SessionFile,
+            .from = file.FullPath(),
+            .to = LocationOf(options.out)};
+}
+
+std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const Options& options, Kind to) {
+    const SessionFile file(options.in);
     ProgressBar bar("reading " + file.Name());
-    refhost::ReadOptions options;
-    options.progress = [&](const refhost::Progress& progress) {
+    refhost::ReadOptions reading;
+    reading.progress = [&](const refhost::Progress& progress) {
         bar.Update(progress.done, progress.total);
     };
-    std::optional<ScanBesideRead> scan(file.Path());
-    refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath(), options);
+    std::optional<ScanBesideRead> scan;
+    scan.emplace(file.Path(), ConversionOf(file, options, to));
+    refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath(), reading);
     if (read.result != tses::SessionResult::Ok) {
         scan.reset();
         for (const Message& message : ExplainRefusal(file, read.messages)) {
@@ -138,7 +151,7 @@ std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const std::string& name
         }
         return std::nullopt;
     }
-    if (!CarriesEverything(file, scan->Result()) && !lossy) {
+    if (!CarriesEverything(file, scan->Result()) && !options.lossy) {
         return Refuse({.subject = file.Name(),
                        .what = "not converted",
                        .advice = "nothing was written, because of what is named above; --lossy "
@@ -160,7 +173,11 @@ std::optional<Session> ReadJson(const std::string& name) {
         return Refuse(ToMessage(subject, *problem));
     }
     try {
-        return refhost::FromJson(std::get<std::string>(content));
+        Session session = refhost::FromJson(std::get<std::string>(content));
+        if (const auto problem = toolkit::ResolveMediaPaths(session, LocationOf(name))) {
+            return Refuse(ToMessage(subject, *problem));
+        }
+        return session;
     } catch (const refhost::JsonError& failure) {
         return Refuse({.subject = subject, .place = PlaceOf(failure), .what = failure.what()});
     }
@@ -197,7 +214,7 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
         plugin.emplace();
     }
     std::optional<Session> session =
-        from == Kind::Orvo ? ReadOrvo(*plugin, options.in, options.lossy) : ReadJson(options.in);
+        from == Kind::Orvo ? ReadOrvo(*plugin, options, to) : ReadJson(options.in);
     if (!session) {
         return ExitCode::Failure;
     }

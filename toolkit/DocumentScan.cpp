@@ -16,11 +16,11 @@ Problem NotUtf8(std::string_view content, std::size_t offset) {
 }
 
 /// Looks for places only in a document of which there is something to tell.
-DocumentScan ScanWithPlaces(std::string_view content, std::size_t limit,
-                            const std::stop_token& stop) {
-    DocumentScan result = ScanContent(content, limit, Places::Unknown, stop);
+DocumentScan ScanWithPlaces(std::string_view content, const Conversion& conversion,
+                            std::size_t limit, const std::stop_token& stop) {
+    DocumentScan result = ScanContent(content, conversion, limit, Places::Unknown, stop);
     if (result.problem || result.notCarriedCount != 0) {
-        result = ScanContent(content, limit, Places::Known, stop);
+        result = ScanContent(content, conversion, limit, Places::Known, stop);
     }
     if (result.problem) {
         // The parser decodes ahead of where it reads, so that it does not know where that fails.
@@ -33,7 +33,8 @@ DocumentScan ScanWithPlaces(std::string_view content, std::size_t limit,
 
 }  // namespace
 
-DocumentScan ScanDocument(const std::string& path, std::size_t limit, const std::stop_token& stop) {
+DocumentScan ScanDocument(const std::string& path, const Conversion& conversion, std::size_t limit,
+                          const std::stop_token& stop) {
     DocumentScan result;
     auto content = ReadFileContent(path, stop);
     if (auto* const problem = std::get_if<Problem>(&content)) {
@@ -41,7 +42,7 @@ DocumentScan ScanDocument(const std::string& path, std::size_t limit, const std:
     } else if (std::get<std::string>(content).empty()) {
         result.problem = Problem{{}, "the file is empty", "not a session file"};
     } else {
-        result = ScanWithPlaces(std::get<std::string>(content), limit, stop);
+        result = ScanWithPlaces(std::get<std::string>(content), conversion, limit, stop);
     }
     if (stop.stop_requested()) {
         result.problem.reset();

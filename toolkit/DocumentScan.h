@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/kelcore/Types.h"
+#include "toolkit/Conversion.h"
 
 namespace toolkit {
 
@@ -25,7 +26,7 @@ struct Problem {
     std::string advice;  ///< what to do about it, or what it means
 };
 
-/// Something in a session that is lost when the session is read and written again.
+/// Something in a session that is lost on conversion.
 struct NotCarried {
     Place place;
     std::string what;  ///< "<tracks> with 12 elements in it"
@@ -54,10 +55,13 @@ inline constexpr std::size_t kNotCarriedLimit = 20;
 /// `SessionContent.cpp` does not list is.
 ///
 /// Starts and stops the XML library, which counts its starts: the plug-in may be loaded or not.
+/// Of a media file with two paths that differ it asks whether they lead to a file.
+///
 /// @param path  of the file, as the system's calls take it
+/// @param conversion  for which losses are looked for
 /// @param stop  ends the scan before the next block of the file; it then tells what it found until
 ///              there, and of no problem
-DocumentScan ScanDocument(const std::string& path, std::size_t limit = kNotCarriedLimit,
-                          const std::stop_token& stop = {});
+DocumentScan ScanDocument(const std::string& path, const Conversion& conversion = {},
+                          std::size_t limit = kNotCarriedLimit, const std::stop_token& stop = {});
 
 }  // namespace toolkit

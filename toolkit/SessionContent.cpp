@@ -445,7 +445,7 @@ constexpr Occurrence kPropertyByKey = {
     .key = u"key", .unique = Occurrence::Unique::InSession, .among = "property"};
 
 constexpr Occurrence kEditParameter = {
-    .key = u"slotIndex", .mayNameNone = true, .withoutKey = Occurrence::WithoutKey::IsLost};
+    .key = u"slotIndex", .mayNameNone = true, .withoutKey = Occurrence::WithoutKey::IsNotSaved};
 
 // clang-format off
 constexpr CarriedElement kElements[] = {

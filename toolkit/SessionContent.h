@@ -24,8 +24,9 @@ inline constexpr kelcore::uint32 kNoId = 4294967295;
 struct Occurrence {
     /// Where two must not have the same key.
     enum class Unique { Nowhere, InParent, InSession };
-    /// What becomes of an element without the key, or with that of no thing.
-    enum class WithoutKey { IsCarried, IsLost, EndsTheRead };
+    /// What becomes of an element without the key, or with that of no thing. One that is not saved
+    /// is read, so that JSON has it.
+    enum class WithoutKey { IsCarried, IsNotSaved, IsLost, EndsTheRead };
 
     /// Of several under one parent the last one's attributes hold; those of the others are lost.
     bool once = false;

@@ -31,9 +31,10 @@ bool IsWord(Words words, std::u16string_view text) {
     return std::find(words.begin(), words.end(), text) != words.end();
 }
 
-bool IsPlaceOfWord(Words words, std::u16string_view text) {
+/// A reader takes any number; a session file is given the last word for one that has none.
+bool IsNumberOfWord(Words words, std::u16string_view text, Target target) {
     kelcore::uint32 place = 0;
-    return kelcore::StringToNumber(text, place) && place < words.size();
+    return kelcore::StringToNumber(text, place) && (target == Target::Json || place < words.size());
 }
 
 bool AreWords(Words words, std::u16string_view text) {
@@ -58,7 +59,7 @@ bool IsHandlerName(std::u16string_view text) {
 
 }  // namespace
 
-bool IsValue(ValueKind kind, Words words, std::u16string_view text) {
+bool IsValue(ValueKind kind, Words words, std::u16string_view text, Target target) {
     switch (kind) {
         case ValueKind::Text:
             return true;
@@ -79,7 +80,7 @@ bool IsValue(ValueKind kind, Words words, std::u16string_view text) {
         case ValueKind::Keyword:
             return IsWord(words, text);
         case ValueKind::KeywordOrNumber:
-            return IsWord(words, text) || IsPlaceOfWord(words, text);
+            return IsWord(words, text) || IsNumberOfWord(words, text, target);
         case ValueKind::Keywords:
             return AreWords(words, text);
         case ValueKind::HandlerName:

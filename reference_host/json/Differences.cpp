@@ -69,23 +69,10 @@ public:
         }
     }
 
-    /// Of a list that became shorter, what has no like in its place was left out.
     template <class Element>
     void Compare(const std::vector<Element>& one, const std::vector<Element>& other,
                  const JsonPlace& place) {
-        std::size_t leftOut = one.size() - std::min(one.size(), other.size());
-        std::size_t next = 0;
-        for (std::size_t i = 0; i < one.size(); ++i) {
-            if (leftOut > 0 && (next == other.size() || !AreOneThing(one[i], other[next]))) {
-                Report(one[i], nullptr, JsonPlace(place, i));
-                --leftOut;
-            } else {
-                Compare(one[i], other[next++], JsonPlace(place, i));
-            }
-        }
-        for (; next < other.size(); ++next) {
-            Report(nullptr, other[next], JsonPlace(place, next));
-        }
+        CompareLists(Entries(one), Entries(other), place);
     }
 
     template <class Held>
@@ -119,6 +106,59 @@ public:
     }
 
 private:
+    /// What stands in a list, in order.
+    template <class Element>
+    class Entries {
+    public:
+        explicit Entries(const std::vector<Element>& list) : list_(list) {}
+        std::size_t Size() const { return list_.size(); }
+        const Element& operator[](std::size_t index) const { return list_[index]; }
+        std::size_t PlaceOf(std::size_t index) const { return index; }
+
+    private:
+        const std::vector<Element>& list_;
+    };
+
+    /// A null in a list is nothing, and what stands behind it moves up when it is left out.
+    template <class Held>
+    class Entries<std::optional<Held>> {
+    public:
+        explicit Entries(const std::vector<std::optional<Held>>& list) : list_(list) {
+            for (std::size_t place = 0; place < list.size(); ++place) {
+                if (list[place]) {
+                    places_.push_back(place);
+                }
+            }
+        }
+        std::size_t Size() const { return places_.size(); }
+        const Held& operator[](std::size_t index) const { return *list_[places_[index]]; }
+        std::size_t PlaceOf(std::size_t index) const { return places_[index]; }
+
+    private:
+        const std::vector<std::optional<Held>>& list_;
+        std::vector<std::size_t> places_;
+    };
+
+    /// Of a list that became shorter, what has no like in its place was left out.
+    template <class Element>
+    void CompareLists(const Entries<Element>& one, const Entries<Element>& other,
+                      const JsonPlace& place) {
+        std::size_t leftOut = one.Size() - std::min(one.Size(), other.Size());
+        std::size_t next = 0;
+        for (std::size_t i = 0; i < one.Size(); ++i) {
+            const JsonPlace there(place, one.PlaceOf(i));
+            if (leftOut > 0 && (next == other.Size() || !AreOneThing(one[i], other[next]))) {
+                Report(one[i], nullptr, there);
+                --leftOut;
+            } else {
+                Compare(one[i], other[next++], there);
+            }
+        }
+        for (; next < other.Size(); ++next) {
+            Report(nullptr, other[next], JsonPlace(place, other.PlaceOf(next)));
+        }
+    }
+
     static std::string Shown(std::nullptr_t) { return "nothing"; }
     template <class Value>
     static std::string Shown(const Value& value) {

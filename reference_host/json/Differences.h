@@ -16,7 +16,8 @@ struct Differences {
     std::size_t count = 0;
 };
 
-/// Reals are the same if their bits mean the same: a NaN is a NaN.
+/// Reals are the same if their bits mean the same: a NaN is a NaN. A null in a list is nothing, so
+/// that a list without it is the same.
 /// @param limit  how many lines are wanted
 Differences FindDifferences(const model::Session& session, const model::Session& other,
                             std::size_t limit);

@@ -1,5 +1,7 @@
 #include "reference_host/nodes/Components.h"
 
+#include <algorithm>
+
 #include "reference_host/nodes/KeyIndex.h"
 
 namespace refhost {
@@ -14,41 +16,27 @@ LaneNode& LaneOf(DataNode<model::Component>& component, kelcore::uint32 index) {
 
 }  // namespace
 
-// A parameter of the highest index of all could not be counted, so there is none.
-
 void EditComponent::SetParameterValue(kelcore::uint32 index, float value) {
-    if (index != kNoId) {
-        Value().parameters[index].value = value;
-    }
+    Value().parameters[index].value = value;
 }
 
 void EditComponent::SetParameterName(kelcore::uint32 index, const kelcore::char16* name) {
-    if (index != kNoId) {
-        Value().parameters[index].name = name;
-    }
+    Value().parameters[index].name = name;
 }
 
 void EditComponent::SetParameterSafeDuringWrite(kelcore::uint32 index, bool safe) {
-    if (index != kNoId) {
-        Value().parameters[index].safeDuringWrite = safe;
-    }
+    Value().parameters[index].safeDuringWrite = safe;
 }
 
 tses::IEditAutomationLane* EditComponent::GetParameterAutomation(kelcore::uint32 index) {
-    if (index == kNoId) {
-        return nullptr;
-    }
     Fill(Value().parameters[index].automation);
     return &LaneOf(Owner(), index).Edit();
 }
 
 kelcore::uint32 QueryComponent::GetParameterCount() {
     const auto& parameters = Value().parameters;
-    if (parameters.empty()) {
-        return 0;
-    }
-    const kelcore::uint32 highest = parameters.rbegin()->first;
-    return highest == kNoId ? kNoId : highest + 1;
+    // The highest index of all could not be counted.
+    return parameters.empty() ? 0 : std::min(parameters.rbegin()->first, kNoId - 1) + 1;
 }
 
 bool QueryComponent::GetParameterValue(kelcore::uint32 index, float& value) {

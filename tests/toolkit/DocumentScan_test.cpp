@@ -35,7 +35,7 @@ using testing::SizeIs;
 class DocumentScanTest : public testing::Test {
 protected:
     DocumentScan Scan(std::string_view document, std::size_t limit = toolkit::kNotCarriedLimit) {
-        return ScanDocument(folder_.Write("a.orvo", document), limit);
+        return ScanDocument(folder_.Write("a.orvo", document), {}, limit);
     }
 
     /// The descriptions of what a session with this in it loses.
@@ -93,9 +93,9 @@ TEST_F(DocumentScanTest, APipeIsNotOpened) {
 TEST_F(DocumentScanTest, AScanThatIsToStopTellsOfNothingBehindThat) {
     std::stop_source stop;
     const std::string lossy = folder_.Write("a.orvo", "<orvo><a/>").string();
-    EXPECT_TRUE(ScanDocument(lossy, toolkit::kNotCarriedLimit, stop.get_token()).problem);
+    EXPECT_TRUE(ScanDocument(lossy, {}, toolkit::kNotCarriedLimit, stop.get_token()).problem);
     stop.request_stop();
-    const DocumentScan scan = ScanDocument(lossy, toolkit::kNotCarriedLimit, stop.get_token());
+    const DocumentScan scan = ScanDocument(lossy, {}, toolkit::kNotCarriedLimit, stop.get_token());
     EXPECT_FALSE(scan.problem);
     EXPECT_EQ(scan.notCarriedCount, 0u);
     EXPECT_EQ(std::get<std::string>(toolkit::ReadFileContent(lossy, stop.get_token())), "");
@@ -104,8 +104,9 @@ TEST_F(DocumentScanTest, AScanThatIsToStopTellsOfNothingBehindThat) {
 TEST_F(DocumentScanTest, AScanThatIsToStopTakesNoFurtherBlock) {
     std::stop_source stop;
     stop.request_stop();
-    const DocumentScan scan = toolkit::ScanContent("<orvo><a/></orvo>", toolkit::kNotCarriedLimit,
-                                                   toolkit::Places::Unknown, stop.get_token());
+    const DocumentScan scan =
+        toolkit::ScanContent("<orvo><a/></orvo>", {}, toolkit::kNotCarriedLimit,
+                             toolkit::Places::Unknown, stop.get_token());
     EXPECT_EQ(scan.notCarriedCount, 0u);
 }
 

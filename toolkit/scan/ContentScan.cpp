@@ -21,6 +21,8 @@
 #include "toolkit/SessionContent.h"
 #include "toolkit/TextPlaces.h"
 #include "toolkit/scan/ContentSource.h"
+#include "toolkit/scan/JointLosses.h"
+#include "toolkit/scan/LossWords.h"
 #include "toolkit/scan/ScannedAttributes.h"
 
 namespace toolkit {
@@ -36,20 +38,6 @@ public:
 
 bool IsWhiteSpace(std::u16string_view text) {
     return text.find_first_not_of(u" \t\r\n\u0085\u2028") == std::u16string_view::npos;
-}
-
-std::string Tag(std::u16string_view name) {
-    return "<" + kelcore::UTF16to8(name) + ">";
-}
-
-/// A text in quotes, on one line and short enough for a message.
-std::string Quoted(std::u16string_view text) {
-    constexpr std::size_t kLongest = 40;
-    std::u16string shown(text.substr(0, kLongest));
-    std::replace_if(
-        shown.begin(), shown.end(),
-        [](char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }, u' ');
-    return "\"" + kelcore::UTF16to8(shown) + (text.size() > kLongest ? "...\"" : "\"");
 }
 
 /// As deep, and tags as large, as the plug-in reads, with declarations of namespaces.
@@ -76,13 +64,15 @@ Place BeginOf(const TagEnd& end, std::string_view document) {
 
 class Scanner final : public xercesc::DefaultHandler {
 public:
-    Scanner(std::string_view content, std::size_t limit, Places places, const std::stop_token& stop,
-            DocumentScan& result)
+    Scanner(std::string_view content, const Conversion& conversion, std::size_t limit,
+            Places places, const std::stop_token& stop, DocumentScan& result)
         : content_(content),
           limit_(limit),
           places_(places),
           stop_(stop),
           result_(result),
+          target_(conversion.target),
+          joint_(conversion),
           parser_(*this) {
         // The same events for a document without a document type, in less time.
         parser_.setProperty(xercesc::XMLUni::fgXercesScannerName,
@@ -146,12 +136,14 @@ public:
             CheckKey(*row, attributes);
         }
         CheckAttributes(*row, attributes);
+        Report(Here(), joint_.AtStart(row->name, attributes));
         open_.push_back({row, Here()});
     }
 
     void EndElement() {
         if (lost_.depth == 0) {
             CheckBase64(open_.back());
+            Report(open_.back().tag, joint_.AtEnd(open_.back().row->name));
             open_.pop_back();
         } else if (--lost_.depth == 0) {
             EndLost();
@@ -262,6 +254,12 @@ private:
         }
     }
 
+    void Report(const TagEnd& tag, std::vector<std::string> losses) {
+        for (std::string& what : losses) {
+            Report(tag, std::move(what));
+        }
+    }
+
     [[noreturn]] void End(Problem problem) {
         result_.problem = std::move(problem);
         throw Ended();
@@ -303,7 +301,7 @@ private:
         const std::optional<std::u16string_view> text = attributes.Find(occurrence.key);
         const Key key = KeyOf(row, text);
         const bool isMissing = !text || (occurrence.mayNameNone && key == Key(kNoId));
-        if (isMissing && occurrence.withoutKey != Occurrence::WithoutKey::IsCarried) {
+        if (isMissing && IsLostWithoutKey(occurrence)) {
             ReportWithoutKey(row, text);
         } else if (!IsFirst(row, key)) {
             const std::string what =
@@ -311,6 +309,12 @@ private:
             Report(Here(), "a second " + what + " with " + kelcore::UTF16to8(occurrence.key) + " " +
                                Shown(key));
         }
+    }
+
+    bool IsLostWithoutKey(const Occurrence& occurrence) const {
+        using enum Occurrence::WithoutKey;
+        return occurrence.withoutKey != IsCarried &&
+               (occurrence.withoutKey != IsNotSaved || target_ == Target::SessionFile);
     }
 
     static Key KeyOf(const CarriedElement& row, std::optional<std::u16string_view> text) {
@@ -376,9 +380,8 @@ private:
                 Report(Here(), "the attribute " +
                                    kelcore::UTF16to8(ScannedAttributes::QualifiedName(attribute)) +
                                    " of " + Tag(row.name));
-            } else if (!IsValue(carried->kind, carried->words, value)) {
-                Report(Here(), "the value " + Quoted(value) + " of the attribute " +
-                                   kelcore::UTF16to8(name) + " of " + Tag(row.name));
+            } else if (!IsValue(carried->kind, carried->words, value, target_)) {
+                Report(Here(), ValueOf(name, row.name, value));
             }
         }
     }
@@ -388,6 +391,8 @@ private:
     Places places_;
     const std::stop_token& stop_;
     DocumentScan& result_;
+    Target target_;
+    JointLosses joint_;
     Parser parser_;
     const xercesc::Locator* locator_ = nullptr;
     std::vector<OpenElement> open_;
@@ -397,11 +402,11 @@ private:
 
 }  // namespace
 
-DocumentScan ScanContent(std::string_view content, std::size_t limit, Places places,
-                         const std::stop_token& stop) {
+DocumentScan ScanContent(std::string_view content, const Conversion& conversion, std::size_t limit,
+                         Places places, const std::stop_token& stop) {
     const LibraryUse library;
     DocumentScan result;
-    Scanner(content, limit, places, stop, result).Run();
+    Scanner(content, conversion, limit, places, stop, result).Run();
     return result;
 }
 

@@ -11,7 +11,7 @@ namespace toolkit {
 enum class Places { Unknown, Known };
 
 /// Looks the content of a session file over. Starts and stops the XML library meanwhile.
-DocumentScan ScanContent(std::string_view content, std::size_t limit, Places places,
-                         const std::stop_token& stop);
+DocumentScan ScanContent(std::string_view content, const Conversion& conversion, std::size_t limit,
+                         Places places, const std::stop_token& stop);
 
 }  // namespace toolkit

@@ -47,6 +47,32 @@ TEST(DifferencesTest, WhatIsLeftOutOfAListMovesNothingElse) {
         ElementsAre("/metronome/pattern/1: 7 became nothing"));
 }
 
+/// A session with these slots in its one rack.
+model::Session WithSlots(std::vector<std::optional<model::EffectsSlot>> slots) {
+    return {.audioTracks = {{.effectsRack = model::EffectsRack{.slots = std::move(slots)}}}};
+}
+
+TEST(DifferencesTest, ANullInAListIsNothingAndWhatStandsBehindItIsComparedWithItsLike) {
+    const std::optional<model::EffectsSlot> none;
+    const model::EffectsSlot one{.slotIndex = 1, .busConfig = u"a"};
+    const model::EffectsSlot other{.slotIndex = 1, .busConfig = u"b"};
+    const model::EffectsSlot last{.slotIndex = 2};
+    EXPECT_THAT(Lines(WithSlots({none, one, none, last}), WithSlots({one, last})), IsEmpty());
+    EXPECT_THAT(Lines(WithSlots({none, one, none, last}), WithSlots({other, last})),
+                ElementsAre(R"(/audioTracks/0/effectsRack/slots/1/busConfig: "a" became "b")"));
+    EXPECT_THAT(Lines(WithSlots({one, none}), WithSlots({none, other})),
+                ElementsAre(R"(/audioTracks/0/effectsRack/slots/0/busConfig: "a" became "b")"));
+}
+
+TEST(DifferencesTest, WhatIsLeftOutBesideANullIsNamedInItsOwnPlace) {
+    const model::EffectsSlot one{.slotIndex = 1};
+    const model::EffectsSlot two{.slotIndex = 2};
+    EXPECT_THAT(Lines(WithSlots({std::nullopt, one, two}), WithSlots({two})),
+                ElementsAre(StartsWith("/audioTracks/0/effectsRack/slots/1: {")));
+    EXPECT_THAT(Lines(WithSlots({one}), WithSlots({std::nullopt, one, two})),
+                ElementsAre(StartsWith("/audioTracks/0/effectsRack/slots/2: nothing became {")));
+}
+
 TEST(DifferencesTest, AThingThatIsThereOnOneSideOnlyIsOneDifference) {
     EXPECT_THAT(Lines({.audioTracks = {{.fader = model::Component{}}}}, {.audioTracks = {{}}}),
                 ElementsAre(AllOf(StartsWith("/audioTracks/0/fader: {"),

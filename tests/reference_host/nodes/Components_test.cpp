@@ -55,13 +55,16 @@ TEST_F(ComponentsTest, ALaneIsTheSameObjectWhileItIsHeld) {
     EXPECT_NE(edit_.GetParameterAutomation(4), lane.Get());
 }
 
-TEST_F(ComponentsTest, ThereIsNoParameterThatCouldNotBeCounted) {
+TEST_F(ComponentsTest, AParameterThatCannotBeCountedIsKeptWithAllThatItHas) {
     edit_.SetParameterValue(4294967295, 1);
     edit_.SetParameterName(4294967295, u"name");
     edit_.SetParameterSafeDuringWrite(4294967295, true);
-    EXPECT_EQ(edit_.GetParameterAutomation(4294967295), nullptr);
-    EXPECT_EQ(query_.GetParameterCount(), 0U);
-    edit_.SetParameterValue(4294967294, 1);
+    edit_.GetParameterAutomation(4294967295)->AddKeyframe(1, 100, true, false);
+    const model::Parameter& parameter = component_.parameters.at(4294967295);
+    EXPECT_EQ(parameter.value, 1);
+    EXPECT_EQ(parameter.name, u"name");
+    EXPECT_TRUE(parameter.safeDuringWrite);
+    EXPECT_EQ(parameter.automation->keyframes.size(), 1U);
     EXPECT_EQ(query_.GetParameterCount(), 4294967295U);
 }
 

@@ -1,0 +1,148 @@
+#include "toolkit/scan/JointLosses.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "platform/kelcore/ClientVersion.h"
+#include "platform/kelcore/File.h"
+#include "platform/kelcore/Numbers.h"
+#include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Strings.h"
+#include "toolkit/MediaPaths.h"
+#include "toolkit/scan/LossWords.h"
+
+namespace toolkit {
+namespace {
+
+/// What a session without a version counts as.
+constexpr std::u16string_view kFirstVersion = u"4.0";
+
+template <class Number>
+Number NumberOf(const ScannedAttributes& attributes, std::u16string_view name) {
+    Number number = 0;
+    kelcore::StringToNumber(attributes.Find(name).value_or(u""), number);
+    return number;
+}
+
+bool IsTrue(std::optional<std::u16string_view> text) {
+    return text == u"true" || text == u"1";
+}
+
+/// NTSC timecode has three rates; a reader takes each other one for 30.
+std::vector<std::string> OfTimeFormat(const ScannedAttributes& attributes) {
+    constexpr std::array kRates = {24, 30, 60};
+    kelcore::int32 rate = 0;
+    const auto text = attributes.Find(u"timeCodeFrameRate");
+    if (attributes.Find(u"timeFormat") != u"timeFormatTimeCode" ||
+        !IsTrue(attributes.Find(u"timeCodeNTSC")) || !text ||
+        !kelcore::StringToNumber(*text, rate) ||
+        std::find(kRates.begin(), kRates.end(), rate) != kRates.end()) {
+        return {};
+    }
+    return {ValueOf(u"timeCodeFrameRate", u"timeFormatState", *text) +
+            ", which NTSC timecode does not have"};
+}
+
+/// A reader takes the pixel type 0 for 1.
+std::vector<std::string> OfVideoFormat(const ScannedAttributes& attributes) {
+    kelcore::int32 type = 1;
+    const auto text = attributes.Find(u"pixelType");
+    if (!text || !kelcore::StringToNumber(*text, type) || type != 0) {
+        return {};
+    }
+    return {ValueOf(u"pixelType", u"videoFormat", *text)};
+}
+
+bool Exists(std::u16string_view path) {
+    return kelcore::File(path).Exists();
+}
+
+/// Whether a session file at `location` that has the path states a relative one to that place.
+bool StatesRelatively(std::u16string_view path, std::u16string_view place,
+                      std::u16string_view location) {
+    const std::u16string relative = kelcore::MakeNormalizedRelativePath(path, location);
+    return !relative.empty() && kelcore::MakeFileFromPath(relative, location) == place;
+}
+
+}  // namespace
+
+std::vector<std::string> JointLosses::AtStart(std::u16string_view name,
+                                              const ScannedAttributes& attributes) {
+    if (name == u"file") {
+        return OfFile(attributes);
+    }
+    if (name == u"videoFormat") {
+        return OfVideoFormat(attributes);
+    }
+    if (name == u"timeFormatState") {
+        return OfTimeFormat(attributes);
+    }
+    if (name == u"session") {
+        version_ = attributes.Find(u"appVersion").value_or(kFirstVersion);
+    } else if (name == u"sessionState") {
+        ctiPosition_ = NumberOf<kelcore::int64>(attributes, u"ctiPosition");
+    } else if (name == u"selectionState") {
+        selectionStart_ = NumberOf<kelcore::int64>(attributes, u"selectionStart");
+    }
+    return {};
+}
+
+/// A reader ends a session of the first version with the one position, and every other with the
+/// other. JSON has what a reader ended with.
+std::vector<std::string> JointLosses::AtEnd(std::u16string_view name) const {
+    if (name != u"session" || conversion_.target == Target::Json ||
+        ctiPosition_ == selectionStart_) {
+        return {};
+    }
+    const std::u16string newVersion = kelcore::UTF8to16(kelcore::GetClientVersion());
+    const auto position = [this](std::u16string_view version) {
+        return version == kFirstVersion ? std::to_string(ctiPosition_) + " (ctiPosition)"
+                                        : std::to_string(selectionStart_) + " (selectionStart)";
+    };
+    if ((version_ == kFirstVersion) == (newVersion == kFirstVersion)) {
+        return {};
+    }
+    return {"the version " + Quoted(version_) + " of " + Tag(name) +
+            ": a reader ends with the position " + position(version_) + ", and with " +
+            position(newVersion) + " in a file of version " + Quoted(newVersion)};
+}
+
+/// The new file has the one path that a reader chooses: the absolute one, unless the relative one
+/// alone leads to a file, which is then where the media are. A new session file has that path as
+/// seen from itself, too, and from JSON such a file can be made.
+std::vector<std::string> JointLosses::OfFile(const ScannedAttributes& attributes) const {
+    const std::u16string& from = conversion_.from;
+    const std::u16string_view absolute = attributes.Find(u"absolutePath").value_or(u"");
+    const std::u16string_view relative = attributes.Find(u"relativePath").value_or(u"");
+    // Mostly both are one path, and the system is not asked then.
+    if (from.empty() || absolute.empty() || kelcore::LeadsPlainlyTo(absolute, relative, from)) {
+        return {};
+    }
+    const bool isJson = conversion_.target == Target::Json;
+    const std::u16string place =
+        relative.empty() ? std::u16string() : kelcore::MakeFileFromPath(relative, from);
+    const bool keepsRelative =
+        relative.empty() || StatesRelatively(absolute, place, isJson ? from : conversion_.to);
+    const bool keepsAbsolute = !isJson || IsFullMediaPath(absolute);
+    if ((keepsRelative && keepsAbsolute) ||
+        (!relative.empty() && !Exists(absolute) && Exists(place))) {
+        return {};
+    }
+    const auto lost = [&](std::u16string_view name, std::u16string_view value) {
+        return ValueOf(name, u"file", value) + " with id " +
+               std::to_string(NumberOf<kelcore::uint32>(attributes, u"id"));
+    };
+    std::vector<std::string> losses;
+    if (!keepsRelative) {
+        losses.push_back(lost(u"relativePath", relative) + ": the new file names " +
+                         Quoted(absolute) + " instead");
+    }
+    if (!keepsAbsolute) {
+        losses.push_back(lost(u"absolutePath", absolute) +
+                         ": it is no full path, and JSON counts such from its own folder");
+    }
+    return losses;
+}
+
+}  // namespace toolkit
