@@ -13,10 +13,10 @@ struct Conversion {
 
     /// The full path of the session file, from which the relative paths in it count. Empty: it is
     /// not known what becomes of paths, and they are not looked at.
-    std::u16string from;
+    std::u16string from = {};
 
     /// The full path of the new session file; not used for JSON.
-    std::u16string to;
+    std::u16string to = {};
 };
 
 }  // namespace toolkit

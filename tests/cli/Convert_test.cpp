@@ -29,6 +29,7 @@ protected:
 
 TEST_F(ConvertTest, WritesTheWholeSessionAsJson) {
     folder_.Write("a.orvo", kSmallSession);
+    folder_.Write("here.wav", "RIFF");
     const Outcome outcome = RunTool({"convert", "a.orvo", "a.json"}, folder_);
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
     EXPECT_EQ(outcome.output + outcome.errors, "");
@@ -47,6 +48,7 @@ TEST_F(ConvertTest, WritesTheSameBytesForTheSameSession) {
 
 TEST_F(ConvertTest, GoesToJsonAndBackWithoutAChange) {
     folder_.Write("a.orvo", kSmallSession);
+    folder_.Write("here.wav", "RIFF");
     ASSERT_EQ(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).exitCode, 0);
     ASSERT_EQ(RunTool({"convert", "b.orvo", "b.json"}, folder_).exitCode, 0);
     ASSERT_EQ(RunTool({"convert", "b.json", "c.orvo"}, folder_).exitCode, 0);
@@ -54,6 +56,7 @@ TEST_F(ConvertTest, GoesToJsonAndBackWithoutAChange) {
 }
 
 TEST_F(ConvertTest, StreamsNeedTheirKindAndThenWork) {
+    folder_.Write("here.wav", "RIFF");
     EXPECT_EQ(RunTool({"convert", "-", "-"}, folder_, kSmallSession).exitCode, 2);
     const Outcome toJson =
         RunTool({"convert", "--from", "orvo", "--to", "json", "-", "-"}, folder_, kSmallSession);
@@ -63,6 +66,7 @@ TEST_F(ConvertTest, StreamsNeedTheirKindAndThenWork) {
         RunTool({"convert", "--from", "json", "--to", "orvo", "-", "-"}, folder_, toJson.output);
     EXPECT_EQ(back.exitCode, 0) << back.errors;
     EXPECT_THAT(back.output, HasSubstr("bitDepth=\"24\""));
+    std::filesystem::remove(folder_ / "here.wav");
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }
 
@@ -237,6 +241,7 @@ TEST_F(ConvertTest, APipeIsNoSourceOfEitherKind) {
 
 TEST_F(ConvertTest, AFailedSaveTellsTheReason) {
     folder_.Write("a.orvo", kSmallSession);
+    folder_.Write("here.wav", "RIFF");
     for (const char* const out : {"nowhere/b.orvo", "nowhere/b.json"}) {
         const Outcome outcome = RunTool({"convert", "a.orvo", out}, folder_);
         EXPECT_THAT(outcome.errors, StartsWith(std::string("orvo: ") + out + ": was not saved: "));
@@ -270,6 +275,7 @@ TEST_F(ConvertTest, JsonBecomesJsonWithoutThePlugin) {
 
 TEST_F(ConvertTest, AFolderThatMayNotBeWrittenKeepsTheOldFile) {
     folder_.Write("a.orvo", kSmallSession);
+    folder_.Write("here.wav", "RIFF");
     std::filesystem::create_directory(folder_ / "locked");
     folder_.Write("locked/b.orvo", "old");
     ASSERT_EQ(::chmod((folder_ / "locked").c_str(), 0555), 0);

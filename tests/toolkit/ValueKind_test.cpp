@@ -71,6 +71,14 @@ TEST(IsValue, TakesOneOfTheWordsOrItsPlace) {
     EXPECT_FALSE(Is(ValueKind::KeywordOrNumber, u"none"));
 }
 
+TEST(IsValue, TakesForJsonAnyNumberInPlaceOfAWord) {
+    for (const auto* const number : {u"2", u"4294967295", u"-1"}) {
+        EXPECT_TRUE(IsValue(ValueKind::KeywordOrNumber, kWords, number, toolkit::Target::Json));
+        EXPECT_FALSE(Is(ValueKind::KeywordOrNumber, number));
+    }
+    EXPECT_FALSE(IsValue(ValueKind::KeywordOrNumber, kWords, u"High", toolkit::Target::Json));
+}
+
 TEST(IsValue, TakesAnyNumberOfWordsWithABlankBetweenThem) {
     for (const auto* const words : {u"", u"low", u"low high ", u"high high"}) {
         EXPECT_TRUE(Is(ValueKind::Keywords, words));

@@ -135,8 +135,8 @@ std::vector<std::string> JointLosses::OfFile(const ScannedAttributes& attributes
     };
     std::vector<std::string> losses;
     if (!keepsRelative) {
-        losses.push_back(lost(u"relativePath", relative) + ": the new file names " +
-                         Quoted(absolute) + " instead");
+        losses.push_back(lost(u"relativePath", relative) +
+                         ": the new file names the place of its absolutePath alone");
     }
     if (!keepsAbsolute) {
         losses.push_back(lost(u"absolutePath", absolute) +
