@@ -59,6 +59,7 @@ TEST_F(ComponentsTest, AParameterThatCannotBeCountedIsKeptWithAllThatItHas) {
     edit_.SetParameterValue(4294967295, 1);
     edit_.SetParameterName(4294967295, u"name");
     edit_.SetParameterSafeDuringWrite(4294967295, true);
+    ASSERT_NE(edit_.GetParameterAutomation(4294967295), nullptr);
     edit_.GetParameterAutomation(4294967295)->AddKeyframe(1, 100, true, false);
     const model::Parameter& parameter = component_.parameters.at(4294967295);
     EXPECT_EQ(parameter.value, 1);
