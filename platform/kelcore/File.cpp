@@ -50,7 +50,12 @@ File& File::operator=(File&&) noexcept = default;
 
 bool File::Exists() const noexcept {
     struct stat status;
-    return stat(systemPath_.c_str(), &status) == 0;
+    return stat(systemPath_.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+bool File::IsFolder() const noexcept {
+    struct stat status;
+    return stat(systemPath_.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 bool File::IsRegularFile() const noexcept {

@@ -49,8 +49,12 @@ public:
     /// stands behind a link.
     const std::u16string& FullPath() const noexcept { return fullPath_; }
 
-    /// Whether something of any kind stands there (a dangling link does not count).
+    /// Whether, behind links, a file of any kind stands there: a regular one, a device, a pipe or a
+    /// socket, but no folder.
     bool Exists() const noexcept;
+
+    /// Whether, behind links, a folder stands there.
+    bool IsFolder() const noexcept;
 
     /// Whether it is, behind links, a regular file: not a folder, device, pipe or socket.
     bool IsRegularFile() const noexcept;

@@ -154,6 +154,9 @@ std::u16string PathFromBytes(std::string_view bytes) {
 }
 
 std::u16string MakeFileFromPath(std::u16string_view path, std::u16string_view location) {
+    if (path.empty()) {
+        return {};
+    }
     if (IsAbsolute(path)) {
         return Names(path).Path();
     }

@@ -18,7 +18,7 @@ std::u16string PathFromBytes(std::string_view bytes);
 /// stays, a relative one is joined to that folder. "." and ".." and doubled separators are worked
 /// out by name, and
 /// "\" separates names as "/" does when `path` is relative: session files travel between systems.
-/// ".." above the root stays at the root. An empty `path` gives the folder itself.
+/// ".." above the root stays at the root. An empty `path` leads to no file, and is returned.
 std::u16string MakeFileFromPath(std::u16string_view path, std::u16string_view location);
 
 /// `path` as seen from the folder of the file `location`, so that `MakeFileFromPath` on the result

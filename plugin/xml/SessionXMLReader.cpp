@@ -24,6 +24,12 @@ void TraceLibraryMessage(const XMLCh* message) noexcept {
     }
 }
 
+/// Whether nothing stands at the path. A folder is no file either, but the parser says so.
+bool IsMissing(const std::u16string& path) {
+    const kelcore::File file(path);
+    return !file.Exists() && !file.IsFolder();
+}
+
 }  // namespace
 
 SessionXMLReader::SessionXMLReader(SAXContentHandler* contentHandler, SAXErrorHandler* errorHandler)
@@ -38,7 +44,7 @@ SessionXMLReader::~SessionXMLReader() = default;
 bool SessionXMLReader::Parse(const std::u16string& path) noexcept {
     try {
         const boost::lock_guard<boost::recursive_mutex> guard(lock_);
-        if (!IsXercesStarted() || parser_ == nullptr || !kelcore::File(path).Exists()) {
+        if (!IsXercesStarted() || parser_ == nullptr || IsMissing(path)) {
             return false;
         }
         ParseDocument(OpenablePath(path));

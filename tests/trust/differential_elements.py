@@ -47,11 +47,16 @@ def session_end(reader):
     reader.advance()
 
 
+def leads_to_file(path):
+    """A folder is no file."""
+    return os.path.exists(path) and not os.path.isdir(path)
+
+
 def file_start(reader, given):
     path = given.get("absolutePath", "")
     if "relativePath" in given:
         resolved = seen_from(given["relativePath"], reader.location)
-        if not path or (not os.path.exists(path) and os.path.exists(resolved)):
+        if not path or (not leads_to_file(path) and leads_to_file(resolved)):
             path = resolved
     handler = given.get("mediaHandlerID", HANDLERS.get(given.get("mediaHandler"), ""))
     file = reader.host(reader.session, "GetFile", unsigned32(given.get("id"), NONE))

@@ -107,7 +107,10 @@ def block(text):
 
 
 def seen_from(path, location):
-    """Where a path leads that stands in the file `location`, worked out by name."""
+    """Where a path leads that stands in the file `location`, worked out by name; an empty one leads
+    nowhere."""
+    if not path:
+        return ""
     if not path.startswith("/"):
         path = os.path.dirname(location) + "/" + path.replace("\\", "/")
     return os.path.normpath("/" + path.lstrip("/"))

@@ -54,13 +54,36 @@ TEST_F(FileTest, ARelativePathInAWorkingDirectoryThatIsGoneNamesNothing) {
     EXPECT_EQ(outcome, "exception: cannot write \"@0\": its folder does not exist");
 }
 
-TEST_F(FileTest, ExistsForEveryKindOfThing) {
+TEST_F(FileTest, EveryKindOfFileExists) {
     test::WriteFile(folder_.Bytes("file"), "");
+    ASSERT_EQ(mkfifo(folder_.Bytes("pipe").c_str(), 0600), 0);
     EXPECT_TRUE(File(folder_.Path16("file")).Exists());
-    EXPECT_TRUE(File(folder_.Path16("")).Exists());
+    EXPECT_TRUE(File(folder_.Path16("pipe")).Exists());
     EXPECT_TRUE(File(u"/dev/null").Exists());
+}
+
+TEST_F(FileTest, AFolderIsNoFile) {
+    ASSERT_EQ(symlink(".", folder_.Bytes("link").c_str()), 0);
+    EXPECT_FALSE(File(folder_.Path16("")).Exists());
+    EXPECT_FALSE(File(folder_.Path16("link")).Exists());
+    EXPECT_FALSE(File(u"/").Exists());
+}
+
+TEST_F(FileTest, WhatIsNotThereDoesNotExist) {
+    test::WriteFile(folder_.Bytes("file"), "");
     EXPECT_FALSE(File(folder_.Path16("other")).Exists());
     EXPECT_FALSE(File(folder_.Path16("file/below")).Exists());
+}
+
+TEST_F(FileTest, OnlyAFolderIsOne) {
+    test::WriteFile(folder_.Bytes("file"), "");
+    ASSERT_EQ(symlink(".", folder_.Bytes("link").c_str()), 0);
+    EXPECT_TRUE(File(folder_.Path16("")).IsFolder());
+    EXPECT_TRUE(File(folder_.Path16("link")).IsFolder());
+    EXPECT_FALSE(File(folder_.Path16("file")).IsFolder());
+    EXPECT_FALSE(File(folder_.Path16("other")).IsFolder());
+    EXPECT_FALSE(File(u"/dev/null").IsFolder());
+    EXPECT_FALSE(File(u"").IsFolder());
 }
 
 TEST_F(FileTest, ALinkExistsIfItsTargetDoes) {

@@ -88,14 +88,19 @@ TEST(MakeFileFromPath, ABackslashInTheLocationIsPartOfAName) {
     EXPECT_EQ(MakeFileFromPath(u"kick.wav", u"/a\\b/c\\d.orvo"), u"/a\\b/kick.wav");
 }
 
-TEST(MakeFileFromPath, AnEmptyPathIsTheFolder) {
-    EXPECT_EQ(MakeFileFromPath(u"", kSession), u"/music/song");
+TEST(MakeFileFromPath, AnEmptyPathIsNoFile) {
+    EXPECT_EQ(MakeFileFromPath(u"", kSession), u"");
+    EXPECT_EQ(MakeFileFromPath(u"", u"/song.orvo"), u"");
+    EXPECT_EQ(MakeFileFromPath(u"", u"song.orvo"), u"");
+}
+
+TEST(MakeFileFromPath, ADotIsTheFolder) {
     EXPECT_EQ(MakeFileFromPath(u".", kSession), u"/music/song");
 }
 
 TEST(MakeFileFromPath, ALocationInTheRootHasTheRootAsItsFolder) {
     EXPECT_EQ(MakeFileFromPath(u"kick.wav", u"/song.orvo"), u"/kick.wav");
-    EXPECT_EQ(MakeFileFromPath(u"", u"/song.orvo"), u"/");
+    EXPECT_EQ(MakeFileFromPath(u".", u"/song.orvo"), u"/");
 }
 
 TEST(MakeFileFromPath, ARelativeLocationGivesARelativePath) {
@@ -103,7 +108,7 @@ TEST(MakeFileFromPath, ARelativeLocationGivesARelativePath) {
     EXPECT_EQ(MakeFileFromPath(u"kick.wav", u"song/song.orvo"), u"song/kick.wav");
     EXPECT_EQ(MakeFileFromPath(u"../../kick.wav", u"song/song.orvo"), u"../kick.wav");
     EXPECT_EQ(MakeFileFromPath(u"../../../kick.wav", u"song/song.orvo"), u"../../kick.wav");
-    EXPECT_EQ(MakeFileFromPath(u"", u"song.orvo"), u".");
+    EXPECT_EQ(MakeFileFromPath(u".", u"song.orvo"), u".");
 }
 
 TEST(MakeFileFromPath, NamesThatAreNoUtf8GoThroughUnchanged) {

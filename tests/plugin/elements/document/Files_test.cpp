@@ -95,6 +95,37 @@ TEST_F(Files, TheAbsolutePathIsPassedOnWhereNeitherLeadsToAFile) {
                 testing::Contains("IEditFile#2.SetPath(\"/gone/a.wav\")"));
 }
 
+TEST_F(Files, AnEmptyRelativePathNeverReplacesTheAbsoluteOne) {
+    const auto read =
+        ReadInRoot("<files><file id='3' absolutePath='/gone/a.wav' relativePath=''/></files>");
+    ASSERT_EQ(read.session.files.size(), 1u);
+    EXPECT_EQ(read.session.files[0].path, u"/gone/a.wav");
+    EXPECT_THAT(*Write(read.session).file, HasSubstr("absolutePath=\"/gone/a.wav\""));
+}
+
+TEST_F(Files, AnEmptyRelativePathAloneLeadsNowhere) {
+    EXPECT_THAT(ReadFileElement("id='3' relativePath=''"),
+                testing::Contains("IEditFile#2.SetPath(\"\")"));
+}
+
+TEST_F(Files, ARelativePathToAFolderNeverReplacesTheAbsoluteOne) {
+    std::filesystem::create_directory(folder / "media");
+    for (const std::string relative : {".", "..", "media", "media/", "./media", "/"}) {
+        EXPECT_THAT(
+            ReadFileElement("id='3' absolutePath='/gone/a.wav' relativePath='" + relative + "'"),
+            testing::Contains("IEditFile#2.SetPath(\"/gone/a.wav\")"))
+            << relative;
+    }
+}
+
+TEST_F(Files, AFolderAtTheAbsolutePathIsNoMediaFile) {
+    std::filesystem::create_directory(folder / "media");
+    folder.Write("a.wav", "sound");
+    EXPECT_THAT(
+        ReadFileElement("id='3' absolutePath='" + Absolute("media") + "' relativePath='a.wav'"),
+        testing::Contains("IEditFile#2.SetPath(\"" + Absolute("a.wav") + "\")"));
+}
+
 TEST_F(Files, OnePathThatIsStoredTwiceIsPassedOnWhetherOrNotItExists) {
     for (const std::string name : {"gone.wav", "media/gone.wav", ".hidden.wav"}) {
         EXPECT_THAT(ReadFileElement("id='3' absolutePath='" + Absolute(name) + "' relativePath='" +
