@@ -25,8 +25,9 @@ struct IEditAudioClip : IHostObject {
     virtual void SetDuration(kelcore::int64 samples) = 0;
     /// Where the region starts on the timeline. -1 when the session file does not say.
     virtual void SetStartPoint(kelcore::int64 sample) = 0;
-    /// The colour's hue in degrees. That of the clip before when the session file does not say.
-    virtual void SetHue(double degrees) = 0;
+    /// The colour's hue, the host's number. That of the clip before when the session file does not
+    /// say.
+    virtual void SetHue(double hue) = 0;
     /// Whether the region repeats.
     virtual void SetLooped(bool looped) = 0;
     /// The clip's name. That of the clip before when the session file does not say.
@@ -35,7 +36,7 @@ struct IEditAudioClip : IHostObject {
     virtual void SetOffline(bool offline) = 0;
     /// Whether the clip is selected.
     virtual void SetSelected(bool selected) = 0;
-    /// The order among clips that overlap; higher lies on top.
+    /// The order among clips that overlap, the host's number.
     virtual void SetZOrder(kelcore::int32 order) = 0;
     /// Which channel of the file feeds this channel of the clip; called in ascending order of
     /// `channel`, after everything else. A clip without such calls takes the file's channels as
@@ -89,7 +90,7 @@ struct IQueryAudioClip : IHostObject {
     virtual kelcore::int64 GetDuration() = 0;
     /// Where the region starts on the timeline.
     virtual kelcore::int64 GetStartPoint() = 0;
-    /// The colour's hue in degrees.
+    /// The colour's hue, the host's number.
     virtual double GetHue() = 0;
     /// Whether the region repeats.
     virtual bool GetLooped() = 0;
@@ -99,7 +100,7 @@ struct IQueryAudioClip : IHostObject {
     virtual bool GetOffline() = 0;
     /// Whether the clip is selected.
     virtual bool GetSelected() = 0;
-    /// The order among clips that overlap.
+    /// The order among clips that overlap, the host's number.
     virtual kelcore::int32 GetZOrder() = 0;
     /// Whether the clip may not be moved in time.
     virtual bool GetLockedInTime() = 0;
@@ -136,9 +137,10 @@ struct IQueryAudioClip : IHostObject {
     virtual IQueryComponent* GetClipPanComponent() = 0;
     /// What the host keeps with the clip.
     virtual IQueryClipProperties* GetProperties() = 0;
-    /// How many channels of the clip have a stated source; 0: no map is stored.
+    /// One more than the highest channel of the clip that has a source; 0: no map is stored.
     virtual kelcore::uint32 GetChannelCount() = 0;
-    /// The channel of the file that feeds this channel of the clip.
+    /// The channel of the file that feeds this channel of the clip. Asked for every channel below
+    /// the count in ascending order, also for one that has no source; each answer is stored.
     virtual kelcore::int32 GetChannelSource(kelcore::uint32 channel) = 0;
 
 protected:

@@ -59,14 +59,14 @@ struct IEditAudioTrackPrivate : IEditAudioTrack {
     virtual void SetKind(kelcore::uint32 kind) = 0;
     /// Whether the track is selected.
     virtual void SetSelected(bool selected) = 0;
-    /// The colour's hue in degrees. -1 when the file does not say.
-    virtual void SetHue(double degrees) = 0;
+    /// The colour's hue, the host's number. -1 when the file does not say.
+    virtual void SetHue(double hue) = 0;
     /// Whether the track is folded to its smallest height.
     virtual void SetMinimized(bool minimized) = 0;
     /// The track's name.
     virtual void SetName(const kelcore::char16* name) = 0;
-    /// The track's height in pixels. 0 when the file does not say.
-    virtual void SetHeight(kelcore::int32 pixels) = 0;
+    /// The track's height, the host's number. 0 when the file does not say.
+    virtual void SetHeight(kelcore::int32 height) = 0;
     /// Whether the track's phase is inverted.
     virtual void SetPhaseInverted(bool inverted) = 0;
     /// Whether the pre-rendered file is played in place of the track's clips and effects.
@@ -144,11 +144,11 @@ struct IQueryAudioTrackPrivate : IQueryAudioTrack {
     virtual kelcore::uint32 GetKind() = 0;
     /// Whether the track is selected.
     virtual bool IsSelected() = 0;
-    /// The colour's hue in degrees.
+    /// The colour's hue, the host's number.
     virtual double GetHue() = 0;
     /// The track's name. Null: stored as empty.
     virtual IHostString* GetName() = 0;
-    /// The track's height in pixels.
+    /// The track's height, the host's number.
     virtual kelcore::int32 GetHeight() = 0;
     /// Whether the track is folded to its smallest height.
     virtual bool IsMinimized() = 0;

@@ -9,8 +9,8 @@ struct IEditClipGroup : IHostObject {
     /// One more member, by the ids of its track and of the clip. Either need not exist; 0 when the
     /// file does not say.
     virtual void AddItem(kelcore::uint32 trackId, kelcore::uint32 clipId) = 0;
-    /// The colour's hue in degrees. 0 when the file does not say.
-    virtual void SetHue(double degrees) = 0;
+    /// The colour's hue, the host's number. 0 when the file does not say.
+    virtual void SetHue(double hue) = 0;
     /// The group's name. Called last; empty when the file does not say.
     virtual void SetName(const kelcore::char16* name) = 0;
 
@@ -27,7 +27,7 @@ struct IQueryClipGroup : IHostObject {
                          kelcore::uint32& clipId) = 0;
     /// The group's name. Null: stored as empty.
     virtual IHostString* GetName() = 0;
-    /// The colour's hue in degrees.
+    /// The colour's hue, the host's number.
     virtual double GetHue() = 0;
     /// The group's id.
     virtual kelcore::uint32 GetID() = 0;

@@ -25,7 +25,7 @@ struct IEditComponent : IHostObject {
     virtual void SetPresetChunk(const kelcore::byte* data, kelcore::uint32 size) = 0;
     /// Whether the effect's window is open.
     virtual void SetEditorVisible(bool visible) = 0;
-    /// Where the effect's window is, in pixels of the screen. All are 0 when the file does not say.
+    /// Where the effect's window is, in the host's numbers. All are 0 when the file does not say.
     virtual void SetEditorRect(kelcore::int32 left, kelcore::int32 top, kelcore::int32 width,
                                kelcore::int32 height) = 0;
     /// Whether the effect is on. Not called when the file does not say, but that a track's EQ with
@@ -117,7 +117,7 @@ struct IQueryComponent : IHostObject {
     virtual bool GetPresetChunk(kelcore::byte* buffer) = 0;
     /// Whether the effect's window is open.
     virtual bool IsEditorVisible() = 0;
-    /// Where the effect's window is, in pixels of the screen. The outputs are 0 before the call. A
+    /// Where the effect's window is, in the host's numbers. The outputs are 0 before the call. A
     /// width or height of 0: not stored.
     virtual void GetEditorRect(kelcore::int32& left, kelcore::int32& top, kelcore::int32& width,
                                kelcore::int32& height) = 0;

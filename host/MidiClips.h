@@ -14,8 +14,8 @@ struct IEditMIDIClip : IHostObject {
     virtual void SetDuration(kelcore::int64 samples) = 0;
     /// Where the clip starts on the timeline. -1 when the file does not say.
     virtual void SetStartPoint(kelcore::int64 sample) = 0;
-    /// The colour's hue in degrees. That of the clip before when the file does not say.
-    virtual void SetHue(double degrees) = 0;
+    /// The colour's hue, the host's number. That of the clip before when the file does not say.
+    virtual void SetHue(double hue) = 0;
     /// The clip's name. That of the clip before when the file does not say.
     virtual void SetName(const kelcore::char16* name) = 0;
     /// Whether the clip is selected.
@@ -51,7 +51,7 @@ struct IQueryMIDIClip : IHostObject {
     virtual kelcore::int64 GetDuration() = 0;
     /// Where the region starts on the timeline.
     virtual kelcore::int64 GetStartPoint() = 0;
-    /// The colour's hue in degrees.
+    /// The colour's hue, the host's number.
     virtual double GetHue() = 0;
     /// The clip's name. Null: stored as empty.
     virtual IHostString* GetName() = 0;

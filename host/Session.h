@@ -69,7 +69,7 @@ struct IEditSession : IHostObject {
     /// The position of the current-time indicator, in samples.
     virtual void SetCtiPosition(kelcore::int64 position) = 0;
     /// The visible time range in samples; the width of the track controls and how far the tracks
-    /// are scrolled down, in pixels.
+    /// are scrolled down, the host's numbers.
     virtual void SetViewState(kelcore::int64 horizontalViewStart,
                               kelcore::int64 horizontalViewDuration,
                               kelcore::int32 trackControlsWidth,
@@ -79,13 +79,12 @@ struct IEditSession : IHostObject {
     /// `frameRate`: frames per second. `customFrameRate`: the host's own.
     virtual void SetTimeFormat(kelcore::int32 format, kelcore::int32 frameRate, bool ntsc,
                                bool dropFrame, kelcore::int32 customFrameRate) = 0;
-    /// How new tracks pan: logarithmic, or equal power with `panPower` dB in the centre (-3 when
-    /// the file does not say).
+    /// The default pan law. `panPower`: the host's number; -3 when the file does not say.
     virtual void SetPanMode(bool logarithmic, double panPower) = 0;
     /// Whether the time format follows the application's preferences. True when the file does not
     /// say.
     virtual void SetLinkToDefaultTimeSettings(bool linked) = 0;
-    /// The grid of bars and beats. `noteLength`: the beat's note, as 4 for a quarter.
+    /// The grid of bars and beats. `noteLength`: the beat's note, the host's number.
     /// `subdivisions`: of a beat. All are 0 when the file does not say.
     virtual void SetMusicalTime(double beatsPerMinute, kelcore::int32 beatsPerBar,
                                 kelcore::int32 noteLength, kelcore::int32 subdivisions) = 0;
@@ -98,7 +97,7 @@ struct IEditSession : IHostObject {
     virtual void SetVersionDependentValue(kelcore::int64 position) = 0;
     /// The timecode of the session's first sample, in the host's unit.
     virtual void SetSmpteStart(kelcore::int64 start) = 0;
-    /// Whether a clip that lies under another one is heard. False when the file does not say.
+    /// Whether overlapping clips play. False when the file does not say.
     virtual void SetPlayOverlappingClips(bool play) = 0;
 
 protected:
@@ -179,7 +178,7 @@ struct IQuerySession : IHostObject {
     /// stored as its number, which reads back as 0.
     virtual void GetTimeFormat(kelcore::int32& format, kelcore::int32& frameRate, bool& ntsc,
                                bool& dropFrame, kelcore::int32& customFrameRate) = 0;
-    /// How new tracks pan. As `IEditSession::SetPanMode`.
+    /// The default pan law. As `IEditSession::SetPanMode`.
     virtual void GetPanMode(bool& logarithmic, double& panPower) = 0;
     /// Whether the time format follows the application's preferences.
     virtual bool IsLinkedToDefaultTimeSettings() = 0;
@@ -192,7 +191,7 @@ struct IQuerySession : IHostObject {
     virtual IHostString* GetXmpMetadata() = 0;
     /// The timecode of the session's first sample, in the host's unit.
     virtual void GetSmpteStart(kelcore::int64& start) = 0;
-    /// Whether a clip that lies under another one is heard.
+    /// Whether overlapping clips play.
     virtual bool IsPlayOverlappingClips() = 0;
 
 protected:

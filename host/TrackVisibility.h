@@ -10,7 +10,8 @@ struct IEditTrackVisibilityPreset : IHostObject {
     virtual void SetId(kelcore::uint32 id) = 0;
     /// The preset's name.
     virtual void SetName(const kelcore::char16* name) = 0;
-    /// One more visible track, with its height in pixels. What the file does not say is 0 or false.
+    /// One more visible track. `height`: the host's number. What the file does not say is 0 or
+    /// false.
     virtual void AddTrack(kelcore::uint32 trackId, float height, bool minimized) = 0;
 
 protected:
@@ -25,7 +26,8 @@ struct IQueryTrackVisibilityPreset : IHostObject {
     virtual IHostString* GetName() = 0;
     /// How many visible tracks there are.
     virtual kelcore::uint32 GetTrackCount() = 0;
-    /// A visible track, with its height in pixels. The outputs are 0 and false before the call.
+    /// A visible track. `height`: the host's number. The outputs are 0 and false before the
+    /// call.
     virtual void GetTrack(kelcore::uint32 index, kelcore::uint32& trackId, float& height,
                           bool& minimized) = 0;
 

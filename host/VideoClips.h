@@ -57,15 +57,16 @@ struct IEditVideoClip : IHostObject {
     virtual void SetDuration(kelcore::int64 samples) = 0;
     /// Where the region starts on the timeline. -1 when the session file does not say.
     virtual void SetStartPoint(kelcore::int64 sample) = 0;
-    /// The colour's hue in degrees. That of the clip before when the session file does not say.
-    virtual void SetHue(double degrees) = 0;
+    /// The colour's hue, the host's number. That of the clip before when the session file does not
+    /// say.
+    virtual void SetHue(double hue) = 0;
     /// The clip's name. That of the clip before when the session file does not say.
     virtual void SetName(const kelcore::char16* name) = 0;
     /// Whether the media is offline.
     virtual void SetOffline(bool offline) = 0;
     /// Whether the clip is selected.
     virtual void SetSelected(bool selected) = 0;
-    /// The order among clips that overlap; higher lies on top.
+    /// The order among clips that overlap, the host's number.
     virtual void SetZOrder(kelcore::int32 order) = 0;
     /// Whether the clip may not be moved in time.
     virtual void SetLockedInTime(bool locked) = 0;
@@ -89,7 +90,7 @@ struct IQueryVideoClip : IHostObject {
     virtual kelcore::int64 GetDuration() = 0;
     /// Where the region starts on the timeline.
     virtual kelcore::int64 GetStartPoint() = 0;
-    /// The colour's hue in degrees.
+    /// The colour's hue, the host's number.
     virtual double GetHue() = 0;
     /// The clip's name. Null: stored as empty.
     virtual IHostString* GetName() = 0;
@@ -97,7 +98,7 @@ struct IQueryVideoClip : IHostObject {
     virtual bool GetOffline() = 0;
     /// Whether the clip is selected.
     virtual bool GetSelected() = 0;
-    /// The order among clips that overlap.
+    /// The order among clips that overlap, the host's number.
     virtual kelcore::int32 GetZOrder() = 0;
     /// Whether the clip may not be moved in time.
     virtual bool GetLockedInTime() = 0;

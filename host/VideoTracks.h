@@ -14,14 +14,14 @@ struct IEditVideoTrack : IHostObject {
     virtual void SetIndex(kelcore::uint32 index) = 0;
     /// Whether the track is selected.
     virtual void SetSelected(bool selected) = 0;
-    /// The colour's hue in degrees. -1 when the file does not say.
-    virtual void SetHue(double degrees) = 0;
+    /// The colour's hue, the host's number. -1 when the file does not say.
+    virtual void SetHue(double hue) = 0;
     /// Whether the track is folded to its smallest height.
     virtual void SetMinimized(bool minimized) = 0;
     /// The track's name.
     virtual void SetName(const kelcore::char16* name) = 0;
-    /// The track's height in pixels. 0 when the file does not say.
-    virtual void SetHeight(kelcore::int32 pixels) = 0;
+    /// The track's height, the host's number. 0 when the file does not say.
+    virtual void SetHeight(kelcore::int32 height) = 0;
     /// A new clip on this track. Null: what the file says of the clip is dropped.
     virtual IEditVideoClip* CreateVideoClip(kelcore::uint32 id) = 0;
 
@@ -35,11 +35,11 @@ struct IQueryVideoTrack : IHostObject {
     virtual kelcore::uint32 GetId() = 0;
     /// Whether the track is selected.
     virtual bool IsSelected() = 0;
-    /// The colour's hue in degrees.
+    /// The colour's hue, the host's number.
     virtual double GetHue() = 0;
     /// The track's name. Null: stored as empty.
     virtual IHostString* GetName() = 0;
-    /// The track's height in pixels.
+    /// The track's height, the host's number.
     virtual kelcore::int32 GetHeight() = 0;
     /// Whether the track is folded to its smallest height.
     virtual bool IsMinimized() = 0;

@@ -43,7 +43,7 @@ struct AudioClip {
     kelcore::int64 sourceInPoint = 0;
     kelcore::int64 duration = 0;
     kelcore::int64 startPoint = 0;
-    double hue = 0;  ///< in degrees
+    double hue = 0;  ///< the host's number
     std::u16string name{};
     bool looped = false;
     bool offline = false;

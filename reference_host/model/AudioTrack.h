@@ -27,8 +27,8 @@ struct AudioTrack {
     kelcore::uint32 index = 0;  ///< its place in the list of tracks
     kelcore::uint32 kind = 1;   ///< 1 audio, 2 bus, 3 master, 4 metronome, 5 instrument
     std::u16string name{};
-    double hue = -1;            ///< in degrees
-    kelcore::int32 height = 0;  ///< in pixels
+    double hue = -1;            ///< the host's number
+    kelcore::int32 height = 0;  ///< the host's number
     bool selected = false;
     bool minimized = false;
     bool visible = true;

@@ -20,7 +20,7 @@ struct ClipGroupItem {
 struct ClipGroup {
     kelcore::uint32 id = 0;
     std::u16string name{};
-    double hue = 0;  ///< in degrees
+    double hue = 0;  ///< the host's number
     std::vector<ClipGroupItem> items{};
 
     friend bool operator==(const ClipGroup&, const ClipGroup&) = default;

@@ -19,8 +19,8 @@ struct Selection {
 struct ViewState {
     kelcore::int64 horizontalViewStart = 0;
     kelcore::int64 horizontalViewDuration = 0;
-    kelcore::int32 trackControlsWidth = 0;    ///< in pixels
-    kelcore::int32 verticalScrollOffset = 0;  ///< in pixels
+    kelcore::int32 trackControlsWidth = 0;    ///< the host's number
+    kelcore::int32 verticalScrollOffset = 0;  ///< the host's number
 
     friend bool operator==(const ViewState&, const ViewState&) = default;
 };
@@ -43,16 +43,16 @@ struct TimeFormat {
 struct MusicalTime {
     double beatsPerMinute = 0;
     kelcore::int32 beatsPerBar = 0;
-    kelcore::int32 noteLength = 0;  ///< the beat's note: 4 for a quarter
+    kelcore::int32 noteLength = 0;  ///< the beat's note, the host's number
     kelcore::int32 subdivisions = 0;
 
     friend bool operator==(const MusicalTime&, const MusicalTime&) = default;
 };
 
-/// How new tracks pan and how clips mix.
+/// The default pan law and how clips mix.
 struct MixingOptions {
     bool panLogarithmic = false;
-    double panPower = -3;  ///< in dB
+    double panPower = -3;  ///< the host's number
     bool playOverlappingClips = false;
 
     friend bool operator==(const MixingOptions&, const MixingOptions&) = default;

@@ -22,7 +22,7 @@ struct Parameter {
     friend bool operator==(const Parameter&, const Parameter&) = default;
 };
 
-/// Where an effect's window is, in pixels of the screen.
+/// Where an effect's window is, in the host's numbers.
 struct EditorRect {
     kelcore::int32 left = 0;
     kelcore::int32 top = 0;

@@ -14,7 +14,7 @@ struct MidiClip {
     kelcore::int64 sourceInPoint = 0;
     kelcore::int64 duration = 0;
     kelcore::int64 startPoint = 0;
-    double hue = 0;  ///< in degrees
+    double hue = 0;  ///< the host's number
     std::u16string name{};
     bool selected = false;
     bool lockedInTime = false;

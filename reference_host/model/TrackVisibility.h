@@ -11,7 +11,7 @@ namespace refhost::model {
 /// A visible track of a preset.
 struct TrackVisibility {
     kelcore::uint32 trackId = 0;
-    float height = 0;  ///< in pixels
+    float height = 0;  ///< the host's number
     bool minimized = false;
 
     friend bool operator==(const TrackVisibility&, const TrackVisibility&) = default;

@@ -14,8 +14,8 @@ struct VideoFormat {
     kelcore::int64 timeScale = 0;   ///< units in a second
     kelcore::int64 sampleSize = 0;  ///< units in a frame
     kelcore::int32 pixelType = 1;
-    kelcore::int32 width = 0;          ///< in pixels
-    kelcore::int32 height = 0;         ///< in pixels
+    kelcore::int32 width = 0;          ///< of the frame, in pixels
+    kelcore::int32 height = 0;         ///< of the frame, in pixels
     kelcore::uint32 parNumerator = 0;  ///< the pixel aspect ratio; 0 to 1 is unknown
     kelcore::uint32 parDenominator = 1;
     kelcore::uint32 fieldType = 0;
@@ -30,7 +30,7 @@ struct VideoClip {
     kelcore::int64 sourceInPoint = 0;
     kelcore::int64 duration = 0;
     kelcore::int64 startPoint = 0;
-    double hue = 0;  ///< in degrees
+    double hue = 0;  ///< the host's number
     std::u16string name{};
     bool offline = false;
     bool selected = false;
@@ -45,8 +45,8 @@ struct VideoTrack {
     kelcore::uint32 id = 0;
     kelcore::uint32 index = 0;  ///< its place in the list of tracks; told by a read, never written
     std::u16string name{};
-    double hue = -1;            ///< in degrees
-    kelcore::int32 height = 0;  ///< in pixels
+    double hue = -1;            ///< the host's number
+    kelcore::int32 height = 0;  ///< the host's number
     bool selected = false;
     bool minimized = false;
     std::vector<VideoClip> clips{};

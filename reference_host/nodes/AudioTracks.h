@@ -49,10 +49,10 @@ public:
     void SetIndex(kelcore::uint32 index) override { Value().index = index; }
     void SetKind(kelcore::uint32 kind) override { Value().kind = kind; }
     void SetSelected(bool selected) override { Value().selected = selected; }
-    void SetHue(double degrees) override { Value().hue = degrees; }
+    void SetHue(double hue) override { Value().hue = hue; }
     void SetMinimized(bool minimized) override { Value().minimized = minimized; }
     void SetName(const kelcore::char16* name) override { Value().name = name; }
-    void SetHeight(kelcore::int32 pixels) override { Value().height = pixels; }
+    void SetHeight(kelcore::int32 height) override { Value().height = height; }
     void SetPhaseInverted(bool inverted) override { Value().phaseInverted = inverted; }
     void SetPreRendered(bool preRendered) override { Value().preRendered = preRendered; }
     void SetSumToMono(bool sumToMono) override { Value().sumToMono = sumToMono; }

@@ -13,7 +13,7 @@ public:
     void AddItem(kelcore::uint32 trackId, kelcore::uint32 clipId) override {
         Value().items.push_back({trackId, clipId});
     }
-    void SetHue(double degrees) override { Value().hue = degrees; }
+    void SetHue(double hue) override { Value().hue = hue; }
     void SetName(const kelcore::char16* name) override { Value().name = name; }
 };
 

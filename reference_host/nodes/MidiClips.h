@@ -19,7 +19,7 @@ public:
     void SetSourceInPoint(kelcore::int64 sample) override { Value().sourceInPoint = sample; }
     void SetDuration(kelcore::int64 samples) override { Value().duration = samples; }
     void SetStartPoint(kelcore::int64 sample) override { Value().startPoint = sample; }
-    void SetHue(double degrees) override { Value().hue = degrees; }
+    void SetHue(double hue) override { Value().hue = hue; }
     void SetName(const kelcore::char16* name) override { Value().name = name; }
     void SetSelected(bool selected) override { Value().selected = selected; }
     void SetLockedInTime(bool locked) override { Value().lockedInTime = locked; }

@@ -51,7 +51,7 @@ public:
     void SetSourceInPoint(kelcore::int64 sample) override { Value().sourceInPoint = sample; }
     void SetDuration(kelcore::int64 samples) override { Value().duration = samples; }
     void SetStartPoint(kelcore::int64 sample) override { Value().startPoint = sample; }
-    void SetHue(double degrees) override { Value().hue = degrees; }
+    void SetHue(double hue) override { Value().hue = hue; }
     void SetName(const kelcore::char16* name) override { Value().name = name; }
     void SetOffline(bool offline) override { Value().offline = offline; }
     void SetSelected(bool selected) override { Value().selected = selected; }
@@ -90,10 +90,10 @@ public:
 
     void SetIndex(kelcore::uint32 index) override { Value().index = index; }
     void SetSelected(bool selected) override { Value().selected = selected; }
-    void SetHue(double degrees) override { Value().hue = degrees; }
+    void SetHue(double hue) override { Value().hue = hue; }
     void SetMinimized(bool minimized) override { Value().minimized = minimized; }
     void SetName(const kelcore::char16* name) override { Value().name = name; }
-    void SetHeight(kelcore::int32 pixels) override { Value().height = pixels; }
+    void SetHeight(kelcore::int32 height) override { Value().height = height; }
     tses::IEditVideoClip* CreateVideoClip(kelcore::uint32 id) override {
         tses::IEditVideoClip* const clip = Appended<VideoClipNode, &model::VideoTrack::clips>();
         Value().clips.back().id = id;

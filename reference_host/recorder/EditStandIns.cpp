@@ -99,7 +99,7 @@ public:
     void SetStartPoint(int64 sample) override {
         Call("SetStartPoint", &IEditVideoClip::SetStartPoint, sample);
     }
-    void SetHue(double degrees) override { Call("SetHue", &IEditVideoClip::SetHue, degrees); }
+    void SetHue(double hue) override { Call("SetHue", &IEditVideoClip::SetHue, hue); }
     void SetName(const char16* name) override { Call("SetName", &IEditVideoClip::SetName, name); }
     void SetOffline(bool offline) override {
         Call("SetOffline", &IEditVideoClip::SetOffline, offline);
@@ -125,13 +125,13 @@ public:
     void SetSelected(bool selected) override {
         Call("SetSelected", &IEditVideoTrack::SetSelected, selected);
     }
-    void SetHue(double degrees) override { Call("SetHue", &IEditVideoTrack::SetHue, degrees); }
+    void SetHue(double hue) override { Call("SetHue", &IEditVideoTrack::SetHue, hue); }
     void SetMinimized(bool minimized) override {
         Call("SetMinimized", &IEditVideoTrack::SetMinimized, minimized);
     }
     void SetName(const char16* name) override { Call("SetName", &IEditVideoTrack::SetName, name); }
-    void SetHeight(int32 pixels) override {
-        Call("SetHeight", &IEditVideoTrack::SetHeight, pixels);
+    void SetHeight(int32 height) override {
+        Call("SetHeight", &IEditVideoTrack::SetHeight, height);
     }
     IEditVideoClip* CreateVideoClip(uint32 id) override {
         return Call("CreateVideoClip", &IEditVideoTrack::CreateVideoClip, id);
@@ -322,7 +322,7 @@ public:
     void SetStartPoint(int64 sample) override {
         Call("SetStartPoint", &IEditAudioClip::SetStartPoint, sample);
     }
-    void SetHue(double degrees) override { Call("SetHue", &IEditAudioClip::SetHue, degrees); }
+    void SetHue(double hue) override { Call("SetHue", &IEditAudioClip::SetHue, hue); }
     void SetLooped(bool looped) override { Call("SetLooped", &IEditAudioClip::SetLooped, looped); }
     void SetName(const char16* name) override { Call("SetName", &IEditAudioClip::SetName, name); }
     void SetOffline(bool offline) override {
@@ -392,7 +392,7 @@ public:
     void SetStartPoint(int64 sample) override {
         Call("SetStartPoint", &IEditMIDIClip::SetStartPoint, sample);
     }
-    void SetHue(double degrees) override { Call("SetHue", &IEditMIDIClip::SetHue, degrees); }
+    void SetHue(double hue) override { Call("SetHue", &IEditMIDIClip::SetHue, hue); }
     void SetName(const char16* name) override { Call("SetName", &IEditMIDIClip::SetName, name); }
     void SetSelected(bool selected) override {
         Call("SetSelected", &IEditMIDIClip::SetSelected, selected);
@@ -495,17 +495,15 @@ public:
     void SetSelected(bool selected) override {
         Call("SetSelected", &IEditAudioTrackPrivate::SetSelected, selected);
     }
-    void SetHue(double degrees) override {
-        Call("SetHue", &IEditAudioTrackPrivate::SetHue, degrees);
-    }
+    void SetHue(double hue) override { Call("SetHue", &IEditAudioTrackPrivate::SetHue, hue); }
     void SetMinimized(bool minimized) override {
         Call("SetMinimized", &IEditAudioTrackPrivate::SetMinimized, minimized);
     }
     void SetName(const char16* name) override {
         Call("SetName", &IEditAudioTrackPrivate::SetName, name);
     }
-    void SetHeight(int32 pixels) override {
-        Call("SetHeight", &IEditAudioTrackPrivate::SetHeight, pixels);
+    void SetHeight(int32 height) override {
+        Call("SetHeight", &IEditAudioTrackPrivate::SetHeight, height);
     }
     void SetPhaseInverted(bool inverted) override {
         Call("SetPhaseInverted", &IEditAudioTrackPrivate::SetPhaseInverted, inverted);
@@ -666,7 +664,7 @@ public:
     void AddItem(uint32 trackId, uint32 clipId) override {
         Call("AddItem", &IEditClipGroup::AddItem, trackId, clipId);
     }
-    void SetHue(double degrees) override { Call("SetHue", &IEditClipGroup::SetHue, degrees); }
+    void SetHue(double hue) override { Call("SetHue", &IEditClipGroup::SetHue, hue); }
     void SetName(const char16* name) override { Call("SetName", &IEditClipGroup::SetName, name); }
 };
 

@@ -13,7 +13,7 @@ namespace {
 
 struct MixingRecord {
     bool panModeLogarithmic = false;
-    double panPower = -3.0;  // in dB
+    double panPower = -3.0;
     bool playOverlappingClips = false;
 };
 

@@ -3,7 +3,7 @@
 #include "plugin/serializer/AttributeBinding.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// What of the session is in sight, in samples and pixels:
+// What of the session is in sight, in samples and in numbers of the host:
 //
 //     <viewState horizontalViewDuration="480000" horizontalViewStart="0" trackControlsWidth="220"
 //                verticalScrollOffset="0"/>

@@ -95,6 +95,26 @@ TEST_F(ClipChannelMap, AChannelThatWasLeftOutComesBackAsFedByItself) {
               With({{0, 0}, {1, 0}}).clips);
 }
 
+TEST_F(ClipChannelMap, WithAGapKeepsEverySourceIfTheHostCountsToTheHighest) {
+    const auto read = ReadInTrack(
+        "<audioClip><channelMap><channel index='4' sourceIndex='0'/>"
+        "<channel index='1' sourceIndex='5'/></channelMap></audioClip>");
+    const auto sources = ThroughFile(WithTrack(read)).audioTracks.at(0).clips.at(0).channelSources;
+    EXPECT_EQ(sources.size(), 5u);
+    EXPECT_EQ(sources.at(1), 5);
+    EXPECT_EQ(sources.at(4), 0);
+}
+
+TEST_F(ClipChannelMap, WithAGapLosesItsHighestSourceIfTheHostCountsThoseThatItHas) {
+    test::HostSetup host;
+    host.faults.ReturnNumber("IQueryAudioClip.GetChannelCount", 2);
+    EXPECT_EQ(WrittenElement("channelMap", WithTrack(With({{1, 5}, {4, 0}})), host),
+              "<channelMap>\n"
+              "  <channel index=\"0\" sourceIndex=\"0\"/>\n"
+              "  <channel index=\"1\" sourceIndex=\"5\"/>\n"
+              "</channelMap>");
+}
+
 TEST_F(ClipChannelMap, OfTheMostChannelsIsWrittenAndOneOfMoreFailsTheSave) {
     EXPECT_TRUE(Write(WithTrack(With({{1023, 0}}))).ok);
     EXPECT_FALSE(Write(WithTrack(With({{1024, 0}}))).ok);

@@ -1,0 +1,41 @@
+#!/usr/bin/env python3
+"""Checks that no header and no page claims a unit or a meaning for a number whose meaning is the host's own, as
+hues, the order of clips and levels are.
+
+    host_numbers_test.py ROOT
+"""
+
+import re
+import sys
+from pathlib import Path
+
+PLACES = ("host/*.h", "reference_host/model/*.h", "docs/format.md", "docs/host-interfaces.md", "docs/json.md")
+
+CLAIMS = re.compile(
+    r"\b(degrees?|dB|decibels?|semitones?|cents?|percent|pixels|equal power|(lies?|lying) (on top|under))\b")
+
+# Known of these alone: a frame of a video is measured in pixels.
+KNOWN = re.compile(r"\bframe\b.*\bpixels\b")
+
+
+def claims_in(path):
+    for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        if CLAIMS.search(line) and not KNOWN.search(line):
+            yield f"{path}:{number}: {line.strip()}"
+
+
+def main():
+    root = Path(sys.argv[1])
+    problems = []
+    for place in PLACES:
+        paths = sorted(root.glob(place))
+        if not paths:
+            problems.append(f"{place} names no file")
+        for path in paths:
+            problems += claims_in(path)
+    print("\n".join(problems))
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
