@@ -15,6 +15,7 @@
 #include "plugin/xml/DocumentLimits.h"
 #include "plugin/xml/DocumentTexts.h"
 #include "plugin/xml/Names.h"
+#include "plugin/xml/SerialiserSettings.h"
 #include "plugin/xml/XercesPlatform.h"
 
 namespace tses {
@@ -112,10 +113,7 @@ bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& t
     const LibraryPointer<xercesc::DOMLSSerializer> serializer(
         implementation->createLSSerializer(memory));
     serializer->setNewLine(kLineFeed.data());
-    xercesc::DOMConfiguration& configuration = *serializer->getDomConfig();
-    configuration.setParameter(xercesc::XMLUni::fgDOMWRTFormatPrettyPrint, true);
-    configuration.setParameter(xercesc::XMLUni::fgDOMWRTBOM, true);
-    configuration.setParameter(xercesc::XMLUni::fgDOMXMLDeclaration, true);
+    ConfigureSerialiser(*serializer->getDomConfig());
 
     const LibraryPointer<xercesc::DOMLSOutput> output(implementation->createLSOutput(memory));
     output->setByteStream(&target);

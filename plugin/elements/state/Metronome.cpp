@@ -1,6 +1,7 @@
 #include "plugin/elements/state/Metronome.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "host/AudioTracks.h"
@@ -78,10 +79,12 @@ void Serializer::Impl::StartMetronome(State state, const TagAttributes& attribut
     PushState(state);
     MetronomeRecord record;
     ReadAttributes<kBindings>(attributes, record);
-    savedState_.metronome = Retain(session_->GetMetronomeInfo());
-    if (savedState_.metronome) {
-        Apply(record, *savedState_.metronome);
+    auto metronome = Retain(session_->GetMetronomeInfo());
+    if (metronome) {
+        Apply(record, *metronome);
     }
+    // Only now: the one before is released when its successor is set.
+    savedState_.metronome = std::move(metronome);
 }
 
 // Writing

@@ -95,6 +95,21 @@ TEST_F(MetronomeElement, APatternWithoutAKnownBeatLeavesTheHosts) {
     }
 }
 
+TEST_F(MetronomeElement, ASecondOneIsSetBeforeTheFirstIsReleased) {
+    std::vector<std::string> calls = CallsWithReferences(
+        "<orvo><session><metronome/><metronome pattern='upBeat'/></session></orvo>");
+    std::erase_if(
+        calls, [](const std::string& call) { return call.find("Metronome") == std::string::npos; });
+    EXPECT_THAT(
+        calls,
+        ElementsAre("IEditSession.GetMetronomeInfo", "IEditMetronomeInfoPrivate.AddReference",
+                    "IEditMetronomeInfo.SetEnabled", "IEditMetronomeInfo.SetSoundSet",
+                    "IEditSession.GetMetronomeInfo", "IEditMetronomeInfoPrivate.AddReference",
+                    "IEditMetronomeInfo.SetEnabled", "IEditMetronomeInfo.SetSoundSet",
+                    "IEditMetronomeInfo.SetPattern", "IEditMetronomeInfoPrivate.Release",
+                    "IEditMetronomeInfoPrivate.Release"));
+}
+
 TEST_F(MetronomeElement, AHostWithoutAMetronomeIsToldNothing) {
     EXPECT_THAT(CallsIn("<metronome enabled='true'/>", Null("IEditSession.GetMetronomeInfo")),
                 ElementsAre("IEditSession#1.GetMetronomeInfo() -> null"));
