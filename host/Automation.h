@@ -6,8 +6,8 @@ namespace tses {
 
 /// The automation of one parameter. From `IEditComponent::GetParameterAutomation`.
 struct IEditAutomationLane : IHostObject {
-    /// Whether curves run smoothly through the keyframes. Not called when the file says nothing of
-    /// the lane's flags; false when it says only the other one.
+    /// Whether curves run smoothly through the keyframes. Not called when the lane's element has no
+    /// attribute at all; with any other attribute, known or not, false when the file does not say.
     virtual void SetEnableSplines(bool enable) = 0;
     /// One more keyframe, in the order of the file, which need not be that of time. `value`: in the
     /// parameter's own unit. `sampleOffset`: samples on the timeline of the lane's owner. `hold`:

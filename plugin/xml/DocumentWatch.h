@@ -20,8 +20,8 @@ namespace tses {
 ///
 /// The parser tells of a thing when all of it is built, so lengths are watched where its bytes are
 /// handed over: only what goes on for long without an event is looked at more closely. The parser
-/// takes blocks, so that a thing may exceed its limit by a block before it is refused; nothing
-/// within its limit ever is.
+/// takes blocks of 48 KiB, so that a thing may exceed its limit by two of them before it is
+/// refused; nothing within its limit ever is.
 class DocumentWatch {
 public:
     /// Called with the reason, which begins with "refused: " to tell it from what the parser says,

@@ -189,9 +189,10 @@ TEST_F(DocumentScanTest, ElementsNestAsDeepAsThePluginReadsThem) {
         return document + "</orvo>";
     };
     EXPECT_FALSE(Scan(nested(256)).problem);
-    const DocumentScan scan = Scan(nested(258));
+    const DocumentScan scan = Scan(nested(257));
     ASSERT_TRUE(scan.problem);
     EXPECT_EQ(scan.problem->what, "elements nested too deep");
+    EXPECT_EQ(scan.problem->advice, "a session nests at most 256 levels");
 }
 
 // What is carried

@@ -111,9 +111,8 @@ public:
             End({BeginOfTag(), "the root element is " + Tag(name) + ", not " + Tag(kRootElement),
                  "not a session file"});
         }
-        if (open_.size() + lost_.depth > kDeepest) {
-            End({BeginOfTag(), "elements nested too deep",
-                 "a session nests fewer than 256 levels"});
+        if (open_.size() + lost_.depth >= kDeepest) {
+            End({BeginOfTag(), "elements nested too deep", "a session nests at most 256 levels"});
         }
         if (attributes.Count() > kMostAttributes) {
             End({BeginOfTag(), "too many attributes in one tag", "a session has a few"});

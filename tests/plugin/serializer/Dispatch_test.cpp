@@ -182,6 +182,20 @@ TEST_F(Dispatch, AnElementNamedLikeTheRootInsideTheDocumentIsSkippedUntilItsPare
     EXPECT_THAT(Steps(outcome), ElementsAre(0, 1, 2));
 }
 
+TEST_F(Dispatch, TheEndOfTheElementBehindAnInnerRootStillActs) {
+    const auto outcome = ReadInSession(
+        "<orvo/><xmpMetadata>a packet</xmpMetadata><properties><property key='k'/></properties>");
+    EXPECT_THAT(CallsOf(outcome.calls, "SetXmpMetadata"),
+                ElementsAre("IEditSession#1.SetXmpMetadata(\"a packet\")"));
+    EXPECT_THAT(CallsOf(outcome.calls, "SetProperty"), SizeIs(1));
+    EXPECT_THAT(Steps(outcome), ElementsAre(0, 1, 2));
+
+    const auto session = ReadInRoot("<orvo/><session sampleRate='96000'><tracks/></session>");
+    EXPECT_THAT(CallsOf(session.calls, "SetSampleRate"), IsEmpty());
+    EXPECT_THAT(CallsOf(session.calls, "SetVersionDependentValue"), SizeIs(1));
+    EXPECT_THAT(Steps(session), ElementsAre(0, 1));
+}
+
 TEST_F(Dispatch, AReadThatFailedInsideASkippedElementLeavesTheNextOneSkipping) {
     EXPECT_FALSE(Read("<orvo><unknown><broken></unknown></orvo>").ok);
     // Skipping began at depth 2 and ends when the stack is back there: after the first child.

@@ -4,84 +4,20 @@
 
 #include <fstream>
 
-#include "tests/plugin/xml/SessionXMLReaderFixture.h"
+#include "tests/plugin/xml/DocumentLimitsFixture.h"
 
 // What the reader refuses of documents that the parser would take, and that it takes everything
-// within its limits.
+// within its limits. How long things may be is tested in DocumentLengths_test.cpp.
 
 namespace tses {
 namespace {
 
 using testing::AllOf;
-using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
-
-std::string Repeated(std::string_view text, std::size_t count) {
-    std::string result;
-    for (std::size_t i = 0; i < count; ++i) {
-        result += text;
-    }
-    return result;
-}
-
-/// `count` pieces, each with its number in place of "#".
-std::string Numbered(std::string_view piece, std::size_t count) {
-    std::string result;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t number = piece.find('#');
-        result.append(piece.substr(0, number)).append(std::to_string(i));
-        result.append(piece.substr(number + 1));
-    }
-    return result;
-}
-
-std::string Nested(std::size_t depth) {
-    return Repeated("<a>", depth) + Repeated("</a>", depth);
-}
-
-std::string Utf16LittleEndian(std::string_view latin1) {
-    std::string result = "\xFF\xFE";
-    for (const char character : latin1) {
-        result += character;
-        result += '\0';
-    }
-    return result;
-}
-
-std::string Utf16BigEndian(std::string_view latin1) {
-    std::string result = Utf16LittleEndian(latin1);
-    for (std::size_t i = 0; i < result.size(); i += 2) {
-        std::swap(result[i], result[i + 1]);
-    }
-    return result;
-}
-
-std::string Declaring(const std::string& encoding) {
-    return "<?xml version='1.0' encoding='" + encoding + "'?>";
-}
-
-class DocumentLimitsTest : public SessionXMLReaderTest {
-protected:
-    DocumentLimitsTest() { kelcore::trace::SetEnabled(kReaderTraceCategory, true); }
-
-    /// Whether the document is refused with one fatal error that says `reason`, and told of no
-    /// more.
-    testing::AssertionResult IsRefused(std::string_view document, const std::string& reason) {
-        events.problems.clear();
-        if (ParseText(document)) {
-            return testing::AssertionFailure() << "it was read";
-        }
-        if (events.problems.size() != 1 || !events.problems[0].starts_with("fatal ") ||
-            events.problems[0].find(reason) == std::string::npos) {
-            return testing::AssertionFailure() << testing::PrintToString(events.problems);
-        }
-        return testing::AssertionSuccess();
-    }
-};
 
 TEST_F(DocumentLimitsTest, ADocumentTypeDeclarationIsRefusedWithItsPlaceAndNothingOfItIsRead) {
     EXPECT_FALSE(ParseText("<?xml version='1.0'?>\n<!DOCTYPE a [ this is no declaration ]>\n<a/>"));
@@ -204,143 +140,6 @@ TEST_F(DocumentLimitsTest, ADocumentHas1024NamespacesAndPrefixesAndNoMore) {
     EXPECT_TRUE(ParseText("<a>" + Repeated(Numbered("<b xmlns='u#'/>", 1024), 2) + "</a>"));
     EXPECT_TRUE(IsRefused("<a>" + Numbered("<b xmlns='u#'/>", 1025) + "</a>", "1024 namespaces"));
     EXPECT_TRUE(IsRefused("<a>" + Numbered("<b xmlns:p#='u'/>", 1025) + "</a>", "1024 namespaces"));
-}
-
-class LongTagTest : public DocumentLimitsTest, public testing::WithParamInterface<std::size_t> {};
-
-// Wherever the parser's blocks fall in it.
-TEST_P(LongTagTest, ATagOf1MiBIsReadAndOneOf2MiBIsNot) {
-    const std::string before = "<a>" + Repeated("<b/>", GetParam()) + "<c d=\"";
-    const std::string behind = "\"/></a>";
-    const std::string value(limits::kTagBytes - 9, 'x');
-    EXPECT_TRUE(ParseText(before + value + behind)) << testing::PrintToString(events.problems);
-    EXPECT_TRUE(IsRefused(before + value + value + behind, "tag is longer than the 1 MiB"));
-}
-
-INSTANTIATE_TEST_SUITE_P(AtDifferentOffsets, LongTagTest,
-                         testing::Values(0, 1, 3000, 6143, 12288, 15000, 40000));
-
-TEST_F(DocumentLimitsTest, ALongTagIsRefusedWhateverIsLongInIt) {
-    const std::string megabytes = Repeated("0123456789abcdef", 3 * 65536);
-    const std::string reason = "tag is longer than the 1 MiB";
-    EXPECT_TRUE(IsRefused("<a b='" + megabytes + "'/>", reason));
-    EXPECT_TRUE(IsRefused("<a b='>>" + megabytes + "'/>", reason));
-    EXPECT_TRUE(IsRefused("<a" + megabytes + "/>", reason));
-    EXPECT_TRUE(IsRefused("<a" + Repeated("    ", 1 << 20) + "/>", reason));
-    EXPECT_TRUE(IsRefused("<a></a" + Repeated("\n\n\n\n", 1 << 20) + ">", reason));
-    EXPECT_TRUE(IsRefused("<?p " + megabytes + "?><a/>", reason));
-    EXPECT_TRUE(IsRefused(Utf16LittleEndian("<a b='" + megabytes + "'/>"), reason));
-}
-
-TEST_F(DocumentLimitsTest, TheAttributesOfALongTagAreCountedBeforeItsEnd) {
-    const std::string reason = "more than the 256 attributes";
-    const std::string attributes = Numbered(" b#=''", 60000);
-    EXPECT_TRUE(IsRefused("<a" + attributes + "><b", reason));
-    EXPECT_TRUE(IsRefused("<a xml:a=''" + attributes + "><b", reason));
-    EXPECT_TRUE(IsRefused("<a xmlns:p='u'><b" + attributes + "><b", reason));
-    EXPECT_TRUE(IsRefused(Utf16LittleEndian("<a" + attributes + "><b"), reason));
-    EXPECT_TRUE(ParseText("<a" + Numbered(" b#=\"" + Repeated("='", 1000) + "\"", 256) + "/>"));
-    EXPECT_TRUE(ParseText("<a><![CDATA[" + Repeated("a='b' ", 1 << 18) + "]]></a>"));
-}
-
-TEST_F(DocumentLimitsTest, NamesHaveALength) {
-    const std::string reason = "name is longer than the 1024";
-    EXPECT_TRUE(ParseText("<" + std::string(1024, 'a') + "/>"));
-    EXPECT_TRUE(IsRefused("<" + std::string(1025, 'a') + "/>", reason));
-    EXPECT_TRUE(IsRefused("<a xmlns:" + std::string(1025, 'p') + "='u'/>", reason));
-    EXPECT_TRUE(IsRefused("<a xmlns='" + std::string(1025, 'u') + "'/>", reason));
-    EXPECT_TRUE(IsRefused("<xmlns:a/>", "the prefix xmlns"));
-}
-
-TEST_F(DocumentLimitsTest, WhereMarkupCannotBeToldNothingIsLong) {
-    for (const char* const encoding :
-         {"UTF-7", "HZ-GB-2312", "Shift_JIS", "GB18030", "Big5", "ISO-2022-JP", "SCSU"}) {
-        const std::string start = Declaring(encoding) + "<a b='";
-        EXPECT_TRUE(ParseText(start + "xxxx'/>")) << encoding;
-        EXPECT_TRUE(IsRefused(start + std::string(300000, 'x') + "'/>", "in this encoding"))
-            << encoding;
-    }
-}
-
-TEST_F(DocumentLimitsTest, AnEncodingOfSingleBytesWithMarkupInAsciiHasTheLimitsOfUtf8) {
-    for (const char* const encoding :
-         {"UTF-8",        "utf8",         "UTF_8",       "US-ASCII",   "ASCII",     "ascii",
-          "ISO646-US",    "latin1",       "LATIN-1",     "L1",         "ISO8859-1", "ISO_8859-1",
-          "iso-ir-100",   "cp819",        "ISO-8859-15", "iso8859_15", "latin9",    "ISO-8859-7",
-          "windows-1252", "Windows-1250", "cp1252",      "CP1251",     "koi8-r",    "IBM437"}) {
-        const std::string start = Declaring(encoding) + "<a b='";
-        EXPECT_TRUE(ParseText(start + std::string(300000, 'x') + "'/>")) << encoding;
-        EXPECT_TRUE(IsRefused(start + std::string(limits::kTagBytes + 200000, 'x') + "'/>",
-                              "a tag is longer than the 1 MiB"))
-            << encoding;
-    }
-}
-
-TEST_F(DocumentLimitsTest, SingleBytesDeclaredAsWideOnesHaveTheLimitsOfUtf8) {
-    const std::string text = "<a>" + std::string(300000, 'x') + "</a>";
-    for (const char* const encoding : {"UTF-16", "utf16", "UCS-2", "ISO-10646-UCS-2", "UCS-4"}) {
-        EXPECT_TRUE(ParseText(Declaring(encoding) + text)) << encoding;
-        EXPECT_TRUE(ParseText("\xEF\xBB\xBF" + Declaring(encoding) + text)) << encoding;
-    }
-    EXPECT_THAT(events.problems, Each(AllOf(StartsWith("warning "), HasSubstr("auto-sensed"))));
-}
-
-TEST_F(DocumentLimitsTest, WideCharactersHaveTheLimitsOfUtf8WhateverNameTheyAreDeclaredBy) {
-    const std::string text = "<a>" + std::string(300000, 'x') + "</a>";
-    for (const char* const encoding : {"UTF-16", "utf-16le", "ISO-10646-UCS-2", "UCS-4"}) {
-        EXPECT_TRUE(ParseText(Utf16LittleEndian(Declaring(encoding) + text))) << encoding;
-    }
-    EXPECT_TRUE(ParseText(Utf16BigEndian(Declaring("UTF-16") + text)));
-    EXPECT_TRUE(ParseText(Utf16BigEndian(Declaring("UTF-16BE") + text)));
-}
-
-TEST_F(DocumentLimitsTest, WhereTheEncodingIsAnotherBehindTheDeclarationNothingIsLong) {
-    const std::string reason = "in this encoding";
-    const std::string rest = "<a b='" + std::string(300000, 'x') + "'/>";
-    const std::string wideRest = Utf16LittleEndian(rest).substr(2);
-    EXPECT_TRUE(IsRefused(Utf16LittleEndian(Declaring("UTF-8")) + rest, reason));
-    EXPECT_TRUE(IsRefused(Utf16LittleEndian(Declaring("latin1")) + rest, reason));
-    // The last byte of a unit in front of the rest turns its order.
-    EXPECT_TRUE(IsRefused(Utf16LittleEndian(Declaring("UTF-16BE")) + '\0' + wideRest, reason));
-    EXPECT_TRUE(IsRefused(Declaring("UTF-16LE") + wideRest, reason));
-    // A mark of the order behind a declaration that a decoder of this name looks for.
-    EXPECT_TRUE(IsRefused(Utf16BigEndian(Declaring("unicode")) + Utf16LittleEndian(rest), reason));
-}
-
-TEST_F(DocumentLimitsTest, WhatLooksLikeASectionDoesNotStretchATag) {
-    const std::string long_ = Repeated("x", 3 * limits::kTagBytes);
-    EXPECT_TRUE(IsRefused("<a><!-- <![CDATA[ --><b c=\"" + long_ + "\"/></a>", "tag is longer"));
-    EXPECT_TRUE(IsRefused("<a><![CDATA[ <!-- ]]><b c=\"" + long_ + "\"/></a>", "tag is longer"));
-    EXPECT_TRUE(IsRefused("<a><?p <![CDATA[ ?><b c=\"" + long_ + "\"/></a>", "tag is longer"));
-    EXPECT_TRUE(IsRefused("<a b=\"'\" c='\"'><b c=\"" + long_ + "\"/></a>", "tag is longer"));
-}
-
-TEST_F(DocumentLimitsTest, TextsAreFarLongerThanTags) {
-    const std::string text = Repeated("0123456789abcde\n", 2 * 65536);  // 2 MiB
-    EXPECT_TRUE(ParseText("<a><![CDATA[" + text + "]]></a>"));
-    EXPECT_TRUE(ParseText("<a><![CDATA[ <a b=\" <!-- " + text + "]]></a>"));
-    EXPECT_TRUE(ParseText("<a>" + text + "</a>"));
-    EXPECT_TRUE(ParseText("<a><!-- <a b='" + text + "--></a>"));
-    EXPECT_TRUE(ParseText("<a/>" + Repeated("\n", 3 << 20)));
-    EXPECT_TRUE(
-        ParseText("<a/>" + Repeated("\n", 3 << 20) + "<?p " + Repeated("x", 200000) + "?>"));
-    EXPECT_TRUE(ParseText(Utf16LittleEndian("<a><![CDATA[" + text + "]]></a>")));
-    EXPECT_THAT(events.problems, IsEmpty());
-}
-
-TEST_F(DocumentLimitsTest, ASectionOf32MiBIsReadAndOneOf33IsNot) {
-    const std::string text = Repeated("0123456789abcde\n", limits::kSectionBytes / 16);
-    EXPECT_TRUE(ParseText("<a><![CDATA[" + text + "]]></a>"));
-    EXPECT_TRUE(IsRefused("<a><![CDATA[" + text + text.substr(0, 1 << 20) + "]]></a>",
-                          "text is longer than the 32 MiB"));
-}
-
-TEST_F(DocumentLimitsTest, AFileOfMoreThan2GiBIsRefused) {
-    const auto path = folder.Write("large.orvo", "<a/>");
-    std::filesystem::resize_file(path, limits::kFileBytes + 1);
-    EXPECT_FALSE(ParseFile(path));
-    EXPECT_THAT(events.problems, ElementsAre(HasSubstr("larger than the 2 GiB")));
-    EXPECT_THAT(events.lines, IsEmpty());
 }
 
 TEST_F(DocumentLimitsTest, AVersionOfXmlThatIsNoNumberIsRefusedWithItsPlace) {

@@ -162,6 +162,24 @@ TEST_F(SessionXMLWriterTest, AttributesAsLongAsAReaderTakesAreSavedAndRead) {
     EXPECT_TRUE(SessionXMLReader(nobody, nullptr).Parse(TargetPath()));
 }
 
+TEST_F(SessionXMLWriterTest, AttributesCountAsTheyMayHaveToBeWritten) {
+    constexpr std::size_t kElementAndName = 128;
+    const std::pair<std::u16string, std::size_t> units[] = {
+        {u"x", 1},      {u"&", 6},      {u"<", 6},      {u">", 6},
+        {u"\"", 6},     {u"\n", 6},     {u"\x7F", 6},   {u"\u0085", 6},
+        {u"\u2028", 8}, {u"\u00E9", 3}, {u"\u4E00", 3}, {u"\U0001F3B5", 6}};
+    for (const auto& [unit, length] : units) {
+        std::u16string fits;
+        for (int i = 0; i < 1000; ++i) {
+            fits += unit;
+        }
+        fits.append(limits::kTagBytes - kElementAndName - 1000 * length, u'x');
+        SessionXMLWriter writer(TargetPath());
+        EXPECT_TRUE(writer.StartElement(names::file, {{names::name, fits}})) << length;
+        EXPECT_FALSE(writer.StartElement(names::file, {{names::name, fits + u"x"}})) << length;
+    }
+}
+
 TEST_F(SessionXMLWriterTest, AttributesLongerThanAReaderTakesFailTheSaveWithOneTraceLine) {
     const std::u16string half(limits::kTagBytes / 2, u'x');
     const std::u16string tooLong(limits::kTagBytes, u'x');

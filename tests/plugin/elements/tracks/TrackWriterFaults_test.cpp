@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/plugin/elements/TrackSamples.h"
 
@@ -16,6 +18,16 @@ using testing::Not;
 
 /// The root's version, the start of "session" and that of "tracks" come before the first track.
 constexpr std::size_t kFirstOfTracks = 3;
+
+/// Belongs to the test.
+class LongerThanAnyText final : public IHostString {
+public:
+    void AddReference() override {}
+    void Release() override {}
+    void UnusedSlot3() override {}
+    const kelcore::char16* GetData() override { return u""; }
+    kelcore::uint32 GetLength() override { return 536870913; }
+};
 
 class TrackWriterFaults : public test::ElementFixture {
 protected:
@@ -106,6 +118,38 @@ TEST_F(TrackWriterFaults, ATrackAfterAFailedOneIsStillAsked) {
     EXPECT_THAT(*outcome.file, testing::HasSubstr("id=\"2\""));
     EXPECT_THAT(*outcome.file,
                 Not(testing::HasSubstr("<audioTrack automationLaneOpenState=\"true\" id=\"1\"")));
+}
+
+TEST_F(TrackWriterFaults, TracksBehindOneThatIsBeyondALimitAreStillAskedAndNothingIsSaved) {
+    PutOldFile();
+    Session session;
+    session.audioTracks.resize(3);
+    session.audioTracks[0].clips.emplace_back().channelSources = {{1024, 0}};
+    const auto outcome = Write(session);
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_EQ(*outcome.file, "the old session");
+    EXPECT_THAT(CallsOf(outcome.calls, "GetChannelSource"), IsEmpty());
+    EXPECT_EQ(CallsOf(outcome.calls, "IQuerySession#1.GetAudioTrack(").size(), 3u);
+    EXPECT_EQ(CallsOf(outcome.calls, "GetKind").size(), 3u);
+    EXPECT_EQ(CallsOf(outcome.calls, "GetHeight").size(), 1u);
+    EXPECT_THAT(CallsOf(outcome.calls, "GetFileCount"), IsEmpty());
+}
+
+TEST_F(TrackWriterFaults, NoTrackIsAskedBehindATextThatIsTooLong) {
+    PutOldFile();
+    LongerThanAnyText text;
+    std::size_t tracks = 0;
+    test::HostSetup host;
+    host.interceptor = [&](const refhost::CallRecord& call) {
+        tracks += call.operation == "GetAudioTrack" ? 1u : 0u;
+        return call.operation == "GetPreRenderedFile" ? refhost::CallDecision::ReturnText(text)
+                                                      : refhost::CallDecision::Forward();
+    };
+    Session session;
+    session.audioTracks.resize(3);
+    EXPECT_THROW(Write(session, host), std::length_error);
+    EXPECT_EQ(tracks, 1u);
+    EXPECT_EQ(test::ReadFile(folder / "session.orvo"), "the old session");
 }
 
 TEST_F(TrackWriterFaults, ATrackWhoseStartFailedIsTheOnlyLoss) {
