@@ -1,73 +1,46 @@
-#include <fmt/format.h>
-
-#include <cstdio>
-#include <filesystem>
 #include <future>
-#include <map>
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <utility>
+#include <variant>
 
+#include "cli/Kind.h"
+#include "cli/Losses.h"
 #include "cli/Messages.h"
+#include "cli/Output.h"
 #include "cli/ProgressBar.h"
 #include "cli/SaveSession.h"
 #include "cli/SessionFile.h"
-#include "cli/StandardStreams.h"
+#include "cli/Stream.h"
 #include "cli/Verb.h"
-#include "platform/kelcore/File.h"
-#include "platform/kelcore/Paths.h"
 #include "reference_host/Sessions.h"
 #include "reference_host/json/SessionJson.h"
 #include "toolkit/FileContent.h"
 #include "toolkit/MediaPaths.h"
 
-// orvo convert IN OUT [--from KIND] [--to KIND]
+// orvo convert IN OUT [--from KIND] [--to KIND] [--lossy] [--all]
 
 namespace cli {
 namespace {
 
 using refhost::model::Session;
 
-enum class Kind { Orvo, Json };
-
-const std::map<std::string, Kind> kKinds = {{"orvo", Kind::Orvo}, {"json", Kind::Json}};
-
 struct Options {
     std::string in;
     std::string out;
     std::string from;  // as written; empty: as its name says
     std::string to;
-    bool lossy = false;
+    LossRule rule;
 };
 
-// The command line
-
-std::optional<Kind> KindByExtension(const std::string& name) {
-    const std::string extension = std::filesystem::path(name).extension().string();
-    const auto kind = extension.empty() ? kKinds.end() : kKinds.find(extension.substr(1));
-    return kind != kKinds.end() ? std::optional(kind->second) : std::nullopt;
-}
-
-/// As CLI11 wants a check: empty if the text is a kind, else what is wrong with it.
-std::string CheckKind(const std::string& text) {
-    return kKinds.contains(text) ? "" : "\"" + text + "\" is no kind; say orvo or json";
-}
-
 Kind ResolveKind(const std::string& stated, const std::string& name, const char* option) {
-    if (!stated.empty()) {
-        return kKinds.at(stated);
-    }
-    if (const auto kind = KindByExtension(name)) {
+    if (const auto kind = FindKind(stated, name)) {
         return *kind;
     }
     const std::string what = name == kStream ? "the kind of a standard stream is not known"
                                              : "\"" + name + "\" does not end in .orvo or .json";
     throw CLI::ValidationError(what + "; say " + option + " orvo or " + option + " json");
-}
-
-/// From where relative paths count in a file of that name. A stream is in the working directory.
-std::u16string LocationOf(const std::string& name) {
-    return FullPathOf(name == kStream ? "stream" : name);
 }
 
 // Reading
@@ -84,17 +57,7 @@ bool CarriesEverything(const SessionFile& file, const toolkit::DocumentScan& sca
         Complain(ToMessage(file.Name(), *scan.problem));
         return false;
     }
-    for (const toolkit::NotCarried& loss : scan.notCarried) {
-        Complain({.subject = file.Name(),
-                  .place = loss.place,
-                  .what = "cannot be carried over",
-                  .advice = loss.what});
-    }
-    if (scan.notCarriedCount > scan.notCarried.size()) {
-        Complain({.subject = file.Name(),
-                  .what = fmt::format("and {} more that cannot be carried over",
-                                      scan.notCarriedCount - scan.notCarried.size())});
-    }
+    NameLosses(file.Name(), scan.notCarried, scan.notCarriedCount);
     return scan.notCarriedCount == 0;
 }
 
@@ -102,11 +65,11 @@ bool CarriesEverything(const SessionFile& file, const toolkit::DocumentScan& sca
 /// It ends soon after the read if that fails: what the plug-in refuses is not parsed to its end.
 class ScanBesideRead {
 public:
-    ScanBesideRead(const std::string& path, const toolkit::Conversion& conversion)
+    ScanBesideRead(const std::string& path, const toolkit::Conversion& conversion,
+                   std::size_t limit)
         : path_(path),
           identity_(toolkit::IdentityOf(path)),
-          scan_(std::async(toolkit::ScanDocument, path, conversion, toolkit::kNotCarriedLimit,
-                           stop_.get_token())) {}
+          scan_(std::async(toolkit::ScanDocument, path, conversion, limit, stop_.get_token())) {}
     ~ScanBesideRead() { stop_.request_stop(); }
     ScanBesideRead(const ScanBesideRead&) = delete;
     ScanBesideRead& operator=(const ScanBesideRead&) = delete;
@@ -128,21 +91,14 @@ private:
     std::future<toolkit::DocumentScan> scan_;  // waits in its destructor
 };
 
-toolkit::Conversion ConversionOf(const SessionFile& file, const Options& options, Kind to) {
-    return {.target = to == Kind::Json ? toolkit::Target::Json : toolkit::Target::SessionFile,
-            .from = file.FullPath(),
-            .to = LocationOf(options.out)};
-}
-
-std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const Options& options, Kind to) {
-    const SessionFile file(options.in);
+std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const SessionFile& file,
+                                const toolkit::Conversion& conversion, const LossRule& rule) {
     ProgressBar bar("reading " + file.Name());
     refhost::ReadOptions reading;
     reading.progress = [&](const refhost::Progress& progress) {
         bar.Update(progress.done, progress.total);
     };
-    std::optional<ScanBesideRead> scan;
-    scan.emplace(file.Path(), ConversionOf(file, options, to));
+    std::optional<ScanBesideRead> scan(std::in_place, file.Path(), conversion, rule.Limit());
     refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath(), reading);
     if (read.result != tses::SessionResult::Ok) {
         scan.reset();
@@ -151,11 +107,9 @@ std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const Options& options,
         }
         return std::nullopt;
     }
-    if (!CarriesEverything(file, scan->Result()) && !options.lossy) {
-        return Refuse({.subject = file.Name(),
-                       .what = "not converted",
-                       .advice = "nothing was written, because of what is named above; --lossy "
-                                 "converts all the same"});
+    if (!CarriesEverything(file, scan->Result()) && !rule.lossy) {
+        RefuseLosses(file.Name());
+        return std::nullopt;
     }
     return std::move(read.session);
 }
@@ -165,10 +119,25 @@ toolkit::Place PlaceOf(const refhost::JsonError& failure) {
     return place ? toolkit::Place{place->line, place->column} : toolkit::Place{};
 }
 
+/// What messages call the file.
+std::string SubjectOf(const std::string& name) {
+    const auto stream = FindStream(name, Direction::In);
+    return stream ? stream->name : name;
+}
+
+/// By this relative paths in the file are resolved.
+std::u16string LocationOf(const std::string& name) {
+    return FindStream(name, Direction::In) ? FullPathOfStreams() : FullPathOf(name);
+}
+
+std::variant<std::string, toolkit::Problem> ReadContent(const std::string& name) {
+    const auto stream = FindStream(name, Direction::In);
+    return stream ? ReadStream(*stream) : toolkit::ReadFileContent(name);
+}
+
 std::optional<Session> ReadJson(const std::string& name) {
-    const bool stream = name == kStream;
-    const std::string subject = stream ? "standard input" : name;
-    const auto content = stream ? ReadStandardInput() : toolkit::ReadFileContent(name);
+    const std::string subject = SubjectOf(name);
+    const auto content = ReadContent(name);
     if (const auto* const problem = std::get_if<toolkit::Problem>(&content)) {
         return Refuse(ToMessage(subject, *problem));
     }
@@ -183,43 +152,33 @@ std::optional<Session> ReadJson(const std::string& name) {
     }
 }
 
-// Writing
-
-std::vector<std::string> SaveText(const std::string& text, const std::string& path) {
-    kelcore::File file(kelcore::PathFromBytes(path));
-    try {
-        file.Create();
-        kelcore::OPlatformByteStream stream(file);
-        stream.WriteBlock(text.data(), text.size());
-        stream.Close();
-        return {};
-    } catch (const kelcore::file_exception& failure) {
-        return {failure.MessageFor(file.FullPath())};
+std::optional<Session> Read(std::optional<refhost::Plugin>& plugin, const Options& options,
+                            Kind from, Kind to, const Output& out) {
+    if (from == Kind::Json) {
+        return ReadJson(options.in);
     }
-}
-
-ExitCode WriteJson(const Session& session, const std::string& name) {
-    const std::string text = refhost::ToJson(session);
-    if (name == kStream) {
-        return WriteToStream(text);
-    }
-    const auto reasons = SaveText(text, name);
-    return reasons.empty() ? ExitCode::Good : FailToSave(name, reasons);
+    const SessionFile file(options.in);
+    const toolkit::Conversion conversion = {
+        .target = to == Kind::Json ? toolkit::Target::Json : toolkit::Target::SessionFile,
+        .from = file.FullPath(),
+        .to = out.FullPath()};
+    return ReadOrvo(*plugin, file, conversion, options.rule);
 }
 
 ExitCode RunConvert(const Options& options, Kind from, Kind to) {
+    const Output out(options.out);
     refhost::UseFeatureDefaults();
     std::optional<refhost::Plugin> plugin;
     if (from == Kind::Orvo || to == Kind::Orvo) {
         plugin.emplace();
     }
-    std::optional<Session> session =
-        from == Kind::Orvo ? ReadOrvo(*plugin, options, to) : ReadJson(options.in);
+    std::optional<Session> session = Read(plugin, options, from, to, out);
     if (!session) {
         return ExitCode::Failure;
     }
-    return to == Kind::Orvo ? SaveSession(*plugin, std::move(*session), options.out, Losses::Told)
-                            : WriteJson(*session, options.out);
+    return to == Kind::Orvo
+               ? SaveSession(*plugin, *std::move(session), out, SubjectOf(options.in), options.rule)
+               : SaveJson(*session, out);
 }
 
 }  // namespace
@@ -232,23 +191,23 @@ void AddConvert(CLI::App& tool, Action& chosen) {
     verb->add_option("OUT", options->out, "what to write; - for standard output")
         ->required()
         ->check(FileName());
-    for (const auto& [name, kind] :
-         {std::pair("--from", &options->from), std::pair("--to", &options->to)}) {
-        verb->add_option(name, *kind, "its kind, orvo or json, if its name does not tell")
-            ->type_name("KIND")
-            ->check(CheckKind, "");
-    }
-    verb->add_flag("--lossy", options->lossy,
+    AddKindOption(*verb, "--from", options->from,
+                  "its kind, orvo or json, if its name does not tell");
+    AddKindOption(*verb, "--to", options->to, "its kind, orvo or json, if its name does not tell");
+    verb->add_flag("--lossy", options->rule.lossy,
                    "convert also what cannot be carried over whole; what is lost is named");
+    verb->add_flag("--all", options->rule.all,
+                   "name everything that would be lost, not only the first");
     verb->footer(
         "Examples:\n"
         "  orvo convert song.orvo song.json\n"
         "  orvo convert song.json song.orvo\n"
-        "  orvo convert --from orvo --to json - - <song.orvo\n\n"
+        "  orvo convert --from orvo --to json - - <song.orvo\n"
+        "  orvo convert song.orvo >(gzip >song.json.gz) --to json\n\n"
         "A session that holds something that would be lost is refused, and nothing is written.\n"
-        "OUT is replaced only once the new file is whole. Relative paths in a session from or to "
-        "a\n"
-        "standard stream count from the working directory.");
+        "OUT is replaced only once the new file is whole. Names of open descriptors, such as\n"
+        "/dev/stdout or /dev/fd/3, are streams. Relative paths in a session from or to a stream\n"
+        "count from the working directory.");
     verb->callback([options, &chosen] {
         const Kind from = ResolveKind(options->from, options->in, "--from");
         const Kind to = ResolveKind(options->to, options->out, "--to");

@@ -5,6 +5,8 @@
 #include <string>
 #include <tuple>
 
+#include "cli/Kind.h"
+#include "cli/Output.h"
 #include "cli/SaveSession.h"
 #include "cli/Verb.h"
 #include "platform/kelcore/Types.h"
@@ -12,22 +14,26 @@
 #include "reference_host/Sessions.h"
 #include "toolkit/GeneratedSession.h"
 
-// orvo generate [--tracks N] [--clips N] [--slots N] [--keyframes N] [--seed N] OUT
+// orvo generate [--tracks N] [--clips N] [--slots N] [--keyframes N] [--seed N] [--to KIND] OUT
 
 namespace cli {
 namespace {
 
 struct Options {
     std::string out;
+    std::string to;  // as written; empty: as the name says
     toolkit::GeneratedSize size;
     kelcore::uint64 seed = 1;
 };
 
 ExitCode RunGenerate(const Options& options) {
+    const Output out(options.out);
+    if (FindKind(options.to, options.out) == Kind::Json) {
+        return SaveJson(toolkit::GenerateSession(options.size, options.seed), out);
+    }
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
-    return SaveSession(plugin, toolkit::GenerateSession(options.size, options.seed), options.out,
-                       Losses::Impossible);
+    return SaveWholeSession(plugin, toolkit::GenerateSession(options.size, options.seed), out);
 }
 
 /// Each number may be as large as it likes to be, but not all of them together.
@@ -49,9 +55,11 @@ void AddGenerate(CLI::App& tool, Action& chosen) {
     auto options = std::make_shared<Options>();
     CLI::App* const verb = tool.add_subcommand(
         "generate", "Make a session up, as large as it is wanted, to try things on.");
-    verb->add_option("OUT", options->out, "the session file to write; - for standard output")
+    verb->add_option("OUT", options->out, "what to write; - for standard output")
         ->required()
         ->check(FileName());
+    AddKindOption(*verb, "--to", options->to,
+                  "its kind, orvo or json, if its name does not tell; else orvo");
     verb->add_option("--tracks", options->size.tracks, "tracks of all kinds, the master among them")
         ->type_name("N")
         ->transform(WholeNumber(1, kMostTracks))
@@ -74,6 +82,7 @@ void AddGenerate(CLI::App& tool, Action& chosen) {
         "Examples:\n"
         "  orvo generate song.orvo\n"
         "  orvo generate --tracks 160 --seed 7 large.orvo\n"
+        "  orvo generate song.json\n"
         "  orvo generate --tracks 1 --clips 0 --slots 0 --keyframes 0 - | orvo info -\n\n"
         "The same numbers give the same session everywhere. Its media exist on no machine.");
     verb->callback([options, &chosen] {

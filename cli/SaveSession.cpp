@@ -1,109 +1,111 @@
 #include "cli/SaveSession.h"
 
-#include <fmt/format.h>
-
-#include <cstdio>
-#include <optional>
+#include <fstream>
 #include <set>
+#include <stdexcept>
 #include <utility>
-#include <variant>
+#include <vector>
 
 #include "cli/Messages.h"
 #include "cli/ProgressBar.h"
-#include "cli/SessionFile.h"
-#include "cli/StandardStreams.h"
+#include "cli/StandInFile.h"
 #include "reference_host/Sessions.h"
 #include "reference_host/json/Differences.h"
-#include "toolkit/FileContent.h"
+#include "reference_host/json/SessionJson.h"
 
 namespace cli {
 namespace {
 
 using refhost::model::Session;
 
-/// Names what is otherwise in the saved file, which is read for that. What a file says of its
-/// writer is not part of the session.
-ExitCode TellLosses(refhost::Plugin& plugin, Session session, const std::string& path,
-                    const std::string& subject) {
-    plugin.Restart();  // a read that ended inside an unknown element would tell in this one
-    const refhost::ReadResult saved = refhost::ReadSession(plugin, FullPathOf(path));
-    if (saved.result != tses::SessionResult::Ok) {
-        Complain({.subject = subject,
-                  .what = "what was saved cannot be read again",
-                  .advice = "keep what it was made of"});
-        return ExitCode::Failure;
-    }
-    session.formatVersion = saved.session.formatVersion;
-    session.formatDescription = saved.session.formatDescription;
-    session.versionDependentValue = saved.session.versionDependentValue;
-    const refhost::Differences losses =
-        refhost::FindDifferences(session, saved.session, toolkit::kNotCarriedLimit);
-    for (const std::string& line : losses.lines) {
-        Complain({.subject = subject, .what = "saved, but not as it was", .advice = line});
-    }
-    if (losses.count > losses.lines.size()) {
-        Complain({.subject = subject,
-                  .what = "saved, but not as it was",
-                  .advice = fmt::format("and {} more", losses.count - losses.lines.size())});
-    }
-    return ExitCode::Good;
-}
-
-refhost::WriteResult Write(refhost::Plugin& plugin, Session session, const std::string& path,
-                           const std::string& subject) {
-    ProgressBar bar("writing " + subject);
+refhost::WriteResult Write(refhost::Plugin& plugin, Session session, const StandInFile& file,
+                           const Output& out) {
+    ProgressBar bar("writing " + out.Name());
     refhost::WriteOptions options;
     options.progress = [&](const refhost::Progress& progress) {
         bar.Update(progress.done, progress.total);
     };
-    return refhost::WriteSession(plugin, FullPathOf(path), std::move(session), options);
+    refhost::WriteResult written =
+        refhost::WriteSession(plugin, file.PluginPath(), std::move(session), options);
+    if (written.result != tses::SessionResult::Ok && written.messages.empty()) {
+        written.messages = {"the plug-in refused to write it"};
+    }
+    for (std::string& message : written.messages) {
+        message = file.Explain(std::move(message));
+    }
+    return written;
 }
 
-ExitCode SaveToFile(refhost::Plugin& plugin, Session session, const std::string& path,
-                    const std::string& subject, Losses losses) {
-    std::optional<Session> copy = losses == Losses::Told ? std::optional(session) : std::nullopt;
-    const refhost::WriteResult written = Write(plugin, std::move(session), path, subject);
-    if (written.result != tses::SessionResult::Ok) {
-        return FailToSave(subject, written.messages.empty()
-                                       ? std::vector<std::string>{"the plug-in refused to write it"}
-                                       : written.messages);
+/// The file becomes what was asked for.
+ExitCode Deliver(const StandInFile& file, const Output& out) {
+    return out.Save([&](const Output::Sink& sink) {
+        std::ifstream source(file.Path(), std::ios::binary);
+        std::vector<char> block(1 << 20);
+        while (source) {
+            source.read(block.data(), static_cast<std::streamsize>(block.size()));
+            sink({block.data(), static_cast<std::size_t>(source.gcount())});
+        }
+        if (!source.eof()) {
+            throw std::runtime_error(out.Name() +
+                                     ": was not saved: the temporary file cannot be "
+                                     "read again");
+        }
+    });
+}
+
+/// Compares what was saved with what was to be: what a file says of its writer is not part of the
+/// session. Names what is otherwise; true if nothing is.
+bool HoldsEverything(refhost::WriteResult written, const Session& saved, const std::string& source,
+                     const LossRule& rule) {
+    written.session.formatVersion = saved.formatVersion;
+    written.session.formatDescription = saved.formatDescription;
+    written.session.versionDependentValue = saved.versionDependentValue;
+    refhost::Differences differences =
+        refhost::FindDifferences(written.session, saved, rule.Limit());
+    if (differences.count == 0) {
+        // What the plug-in said that it replaced mostly shows as a difference: it is named once.
+        const std::set remarks(written.messages.begin(), written.messages.end());
+        differences = {.lines = {remarks.begin(), remarks.end()}, .count = remarks.size()};
     }
-    for (const std::string& remark : std::set(written.messages.begin(), written.messages.end())) {
-        Complain({.subject = subject, .what = "saved", .advice = remark});
+    std::vector<toolkit::NotCarried> losses;
+    for (std::string& line : differences.lines) {
+        losses.push_back({.place = {}, .what = std::move(line)});
     }
-    return copy ? TellLosses(plugin, *std::move(copy), path, subject) : ExitCode::Good;
+    NameLosses(source, losses, differences.count);
+    return losses.empty();
 }
 
 }  // namespace
 
-ExitCode FailToSave(const std::string& subject, const std::vector<std::string>& reasons) {
-    for (const std::string& reason : reasons) {
-        Complain({.subject = subject, .what = "was not saved", .advice = reason});
-    }
-    return ExitCode::Failure;
+ExitCode SaveWholeSession(refhost::Plugin& plugin, Session session, const Output& out) {
+    const StandInFile file(out.FullPath());
+    const refhost::WriteResult written = Write(plugin, std::move(session), file, out);
+    return written.result == tses::SessionResult::Ok ? Deliver(file, out)
+                                                     : FailToSave(out, written.messages);
 }
 
-ExitCode WriteToStream(const std::string& content) {
-    std::fwrite(content.data(), 1, content.size(), stdout);
-    return ExitCode::Good;
+ExitCode SaveSession(refhost::Plugin& plugin, Session session, const Output& out,
+                     const std::string& source, const LossRule& rule) {
+    const StandInFile file(out.FullPath());
+    refhost::WriteResult written = Write(plugin, std::move(session), file, out);
+    if (written.result != tses::SessionResult::Ok) {
+        return FailToSave(out, written.messages);
+    }
+    plugin.Restart();  // a read that ended inside an unknown element would tell in this one
+    const refhost::ReadResult saved = refhost::ReadSession(plugin, file.PluginPath());
+    if (saved.result != tses::SessionResult::Ok) {
+        return FailToSave(out, {"what the plug-in wrote cannot be read again"});
+    }
+    if (!HoldsEverything(std::move(written), saved.session, source, rule) && !rule.lossy) {
+        RefuseLosses(source);
+        return ExitCode::Failure;
+    }
+    return Deliver(file, out);
 }
 
-ExitCode SaveSession(refhost::Plugin& plugin, Session session, const std::string& name,
-                     Losses losses) {
-    if (name != kStream) {
-        return SaveToFile(plugin, std::move(session), name, name, losses);
-    }
-    std::string content;
-    {
-        const TemporarySession spooled;
-        const ExitCode code =
-            SaveToFile(plugin, std::move(session), spooled.Path(), "standard output", losses);
-        if (code != ExitCode::Good) {
-            return code;
-        }
-        content = std::get<std::string>(toolkit::ReadFileContent(spooled.Path()));
-    }
-    return WriteToStream(content);
+ExitCode SaveJson(const Session& session, const Output& out) {
+    const std::string text = refhost::ToJson(session);
+    return out.Save([&](const Output::Sink& sink) { sink(text); });
 }
 
 }  // namespace cli

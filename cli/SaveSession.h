@@ -1,26 +1,29 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "cli/ExitCode.h"
+#include "cli/Losses.h"
+#include "cli/Output.h"
 #include "reference_host/Plugin.h"
 #include "reference_host/model/Session.h"
 
 namespace cli {
 
-/// Whether what a session file cannot hold of a session is named, for which the file is read.
-enum class Losses { Impossible, Told };
+/// Each saves a session, replacing a file or writing to a stream, and says why if it cannot.
 
-/// Saves a session to the file of that name, or to standard output for "-", and says why if it
-/// cannot.
-ExitCode SaveSession(refhost::Plugin& plugin, refhost::model::Session session,
-                     const std::string& name, Losses losses);
+/// A session that may hold what a session file cannot. The file is made in the place for temporary
+/// files, read again and compared with the session. Only then it becomes `out`, unless it lost
+/// something and the rule does not allow that.
+/// @param source  where the session comes from, which is what the messages about losses name
+ExitCode SaveSession(refhost::Plugin& plugin, refhost::model::Session session, const Output& out,
+                     const std::string& source, const LossRule& rule);
 
-/// Says that a file was not saved, once for each reason, and what the tool ends with then.
-ExitCode FailToSave(const std::string& subject, const std::vector<std::string>& reasons);
+/// A session of which a session file holds everything.
+ExitCode SaveWholeSession(refhost::Plugin& plugin, refhost::model::Session session,
+                          const Output& out);
 
-/// A failure of it shows when the tool ends.
-ExitCode WriteToStream(const std::string& content);
+/// JSON holds everything of any session.
+ExitCode SaveJson(const refhost::model::Session& session, const Output& out);
 
 }  // namespace cli

@@ -1,6 +1,7 @@
 #include "cli/SessionFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
@@ -11,35 +12,65 @@
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
+#include "toolkit/FileContent.h"
 
 namespace cli {
 namespace {
 
-constexpr const char* kStandardInput = "standard input";
+/// For writing, and closed at the end.
+using OpenFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-std::shared_ptr<const TemporarySession> Spool() {
-    const auto content = ReadStandardInput();
-    if (const auto* const problem = std::get_if<toolkit::Problem>(&content)) {
-        throw std::runtime_error(std::string(kStandardInput) + ": " + problem->what + ": " +
-                                 problem->advice);
+/// What the stream brings goes into the file.
+/// @throws std::runtime_error if the file does not take it
+std::optional<toolkit::Problem> Copy(const Stream& stream, const StandInFile& file) {
+    OpenFile target(std::fopen(file.Path().c_str(), "wbe"), std::fclose);
+    if (target == nullptr) {
+        file.FailToWrite(errno);
     }
-    auto file = std::make_shared<TemporarySession>();
-    file->Write(std::get<std::string>(content));
-    return file;
+    auto problem = ReadBlocks(stream, [&](std::string_view block) {
+        if (std::fwrite(block.data(), 1, block.size(), target.get()) != block.size()) {
+            file.FailToWrite(errno);
+        }
+    });
+    if (std::fclose(target.release()) != 0) {
+        file.FailToWrite(errno);
+    }
+    return problem;
+}
+
+/// Whether the name says that it is a folder. The plug-in passes over that, as over all of a path
+/// that names nothing.
+bool IsNamedAsFolder(const std::string& name) {
+    return name.ends_with('/') || name.ends_with("/.");
 }
 
 }  // namespace
 
-SessionFile::SessionFile(const std::string& name) : name_(name), path_(name) {
-    if (name == kStream) {
-        spooled_ = Spool();
-        name_ = kStandardInput;
-        path_ = spooled_->Path();
+SessionFile::SessionFile(const std::string& name) : name_(name) {
+    if (const auto stream = FindStream(name, Direction::In)) {
+        Spool(*stream);
+    } else if (IsNamedAsFolder(name)) {
+        problem_ = toolkit::FindProblem(name);
+    }
+    if (!problem_ && !spooled_) {
+        path_ = name;
+        fullPath_ = FullPathOf(name);
     }
 }
 
-std::u16string SessionFile::FullPath() const {
-    return FullPathOf(path_);
+void SessionFile::Spool(const Stream& stream) {
+    name_ = stream.name;
+    try {
+        auto file = std::make_shared<const StandInFile>(FullPathOfStreams());
+        problem_ = Copy(stream, *file);
+        if (!problem_) {
+            path_ = file->Path();
+            fullPath_ = file->PluginPath();
+            spooled_ = std::move(file);
+        }
+    } catch (const std::runtime_error& failure) {
+        problem_ = toolkit::Problem{{}, "cannot be read", failure.what()};
+    }
 }
 
 namespace {
@@ -60,6 +91,10 @@ std::filesystem::path WithoutStepsBack(const std::filesystem::path& name) {
 
 std::u16string FullPathOf(const std::string& name) {
     return kelcore::File(kelcore::PathFromBytes(WithoutStepsBack(name).string())).FullPath();
+}
+
+std::u16string FullPathOfStreams() {
+    return FullPathOf("stream.orvo");
 }
 
 namespace {
@@ -104,6 +139,9 @@ bool IsOwnRefusal(const Message& message) {
 
 std::vector<Message> ExplainRefusal(const SessionFile& file,
                                     const std::vector<std::u16string>& parserMessages) {
+    if (file.EarlyProblem()) {
+        return {ToMessage(file.Name(), *file.EarlyProblem())};
+    }
     std::vector<Message> messages;
     for (const std::u16string& text : parserMessages) {
         messages.push_back(FromLog(file.Name(), kelcore::UTF16to8(text)));

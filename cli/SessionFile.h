@@ -1,21 +1,21 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "cli/Messages.h"
-#include "cli/StandardStreams.h"
+#include "cli/StandInFile.h"
+#include "cli/Stream.h"
 
 namespace cli {
 
-/// A session file as it was named on the command line, "-" included: what comes from standard input
-/// goes into a temporary file in the working directory, so that relative paths in it count from
-/// there.
+/// A session file as it was named on the command line. What comes from a stream goes into a
+/// temporary file; relative paths in it count from the working directory.
 class SessionFile {
 public:
-    /// Reads standard input if the name says so.
-    /// @throws std::exception if that fails
+    /// Reads the stream to its end if the name stands for one.
     explicit SessionFile(const std::string& name);
 
     /// For messages: the name, or "standard input".
@@ -25,16 +25,27 @@ public:
     const std::string& Path() const { return path_; }
 
     /// The full path, as the plug-in takes it.
-    std::u16string FullPath() const;
+    const std::u16string& FullPath() const { return fullPath_; }
+
+    /// What was wrong already before the file was read. The paths are empty then, and name nothing.
+    const std::optional<toolkit::Problem>& EarlyProblem() const { return problem_; }
 
 private:
+    void Spool(const Stream& stream);
+
     std::string name_;
     std::string path_;
-    std::shared_ptr<const TemporarySession> spooled_;
+    std::u16string fullPath_;
+    std::shared_ptr<const StandInFile> spooled_;
+    std::optional<toolkit::Problem> problem_;
 };
 
 /// The full path of a name, as the plug-in takes it.
 std::u16string FullPathOf(const std::string& name);
+
+/// A full path that no file need have, in the folder from which relative paths in streams count:
+/// the working directory.
+std::u16string FullPathOfStreams();
 
 /// Why the plug-in refused to read a file: what a look at the file tells, or else what the parser
 /// said.

@@ -24,7 +24,9 @@ CLI::Validator FileName() {
         if (name.empty()) {
             return "the name is empty; name a file";
         }
-        return name.ends_with('/') ? "\"" + name + "\" is a folder; name a file in it" : "";
+        return name.ends_with('/') || name.ends_with("/.")
+                   ? "\"" + name + "\" is a folder; name a file in it"
+                   : "";
     };
     return {problemOf, ""};
 }

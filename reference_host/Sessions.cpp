@@ -95,6 +95,7 @@ WriteResult WriteSession(Plugin& plugin, const std::u16string& path, model::Sess
         written.result = plugin.Write(path, *wrapped);
     }
     plugin.ReleaseContext();
+    written.session = std::move(node->Value());
     return written;
 }
 

@@ -49,6 +49,8 @@ struct WriteResult {
     tses::SessionResult result = tses::SessionResult::Ok;
     /// Why the file could not be saved, in words for people (UTF-8), if the plug-in said why.
     std::vector<std::string> messages{};
+    /// What was to be written, for whoever wants it back.
+    model::Session session{};
 };
 
 /// Writes a session to a file. The plug-in holds nothing of it afterwards. While it runs, the

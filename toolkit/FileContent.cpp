@@ -52,6 +52,18 @@ Problem NotRegular(mode_t mode) {
     return {{}, kind, "put its content into a file first"};
 }
 
+bool IsRegular(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// Whether a file stands there if what says that it is a folder is left out: "a.orvo/", "a.orvo/.".
+bool IsFileNamedAsFolder(const std::string& path) {
+    const std::size_t last = path.find_last_not_of("/.");
+    const std::size_t slash = path.find('/', last);
+    return slash != std::string::npos && IsRegular(path.substr(0, slash));
+}
+
 /// @param size  what to expect; the file may have grown or shrunk since
 std::variant<std::string, Problem> ReadAll(int descriptor, std::size_t size,
                                            const std::stop_token& stop) {
@@ -85,15 +97,25 @@ std::optional<FileIdentity> IdentityOf(const std::string& path) {
                         .changedNanoseconds = status.st_mtim.tv_nsec};
 }
 
-std::variant<std::string, Problem> ReadFileContent(const std::string& path,
-                                                   const std::stop_token& stop) {
+std::optional<Problem> FindProblem(const std::string& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) {
-        return SystemProblem(errno);
+        const int failure = errno;
+        if (failure == ENOTDIR && IsFileNamedAsFolder(path)) {
+            return Problem{
+                {}, "this is a file, and named as a folder", "leave out the slash behind its name"};
+        }
+        return SystemProblem(failure);
     }
-    if (!S_ISREG(status.st_mode)) {
-        return NotRegular(status.st_mode);
+    return S_ISREG(status.st_mode) ? std::nullopt : std::optional(NotRegular(status.st_mode));
+}
+
+std::variant<std::string, Problem> ReadFileContent(const std::string& path,
+                                                   const std::stop_token& stop) {
+    if (auto problem = FindProblem(path)) {
+        return *std::move(problem);
     }
+    struct stat status {};
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     if (file.Number() < 0 || ::fstat(file.Number(), &status) != 0) {
         return SystemProblem(errno);

@@ -23,6 +23,10 @@ struct FileIdentity {
 /// Of the file that stands at the path now; nothing if there is none.
 std::optional<FileIdentity> IdentityOf(const std::string& path);
 
+/// Why there is no file at the path whose content could be had, as far as that shows without it
+/// being opened.
+std::optional<Problem> FindProblem(const std::string& path);
+
 /// The whole content of a file, or why it cannot be had. Never waits: what is not a regular file is
 /// a problem, also when something else takes the file's place while it is looked at.
 /// @param path  as the system's calls take it

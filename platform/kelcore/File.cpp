@@ -86,6 +86,10 @@ FileReplacement& OPlatformByteStream::Replacement() const {
     return *replacement_;
 }
 
+std::string OPlatformByteStream::TemporaryPath() const {
+    return Replacement().TemporaryPath();
+}
+
 void OPlatformByteStream::WriteBlock(const void* data, std::size_t size) {
     try {
         Replacement().Write(data, size);

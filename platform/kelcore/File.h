@@ -89,6 +89,10 @@ public:
     OPlatformByteStream(const OPlatformByteStream&) = delete;
     OPlatformByteStream& operator=(const OPlatformByteStream&) = delete;
 
+    /// Where the new content stands, as the system knows it, until it gets the file's name: for a
+    /// program that clears up when a signal ends it. Not to be asked after `Close` or a failure.
+    std::string TemporaryPath() const;
+
     /// Appends `size` bytes, all of them.
     /// @throws file_exception; the replacement is then given up.
     void WriteBlock(const void* data, std::size_t size);

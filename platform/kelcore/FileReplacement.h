@@ -40,6 +40,9 @@ public:
     /// @throws file_exception
     void Commit();
 
+    /// Where the new content stands until it is committed.
+    std::string TemporaryPath() const { return target_.folderPath + temporary_.Name(); }
+
 private:
     void SyncFolder() const;
 

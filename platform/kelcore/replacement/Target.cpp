@@ -109,6 +109,7 @@ Target FindTarget(const std::string& path) {
     SplitPath place = FollowLinks(path);
     Target target{};
     OpenFolder(place.folder, target);
+    target.folderPath = std::move(place.folder);
     target.name = std::move(place.name);
     struct stat status;
     const int result = Uninterrupted([&] {

@@ -14,6 +14,7 @@ namespace kelcore::replacement {
 struct Target {
     Descriptor folder;
     bool folderCanBeSynced = false;  ///< false for a folder that may be written but not read
+    std::string folderPath;          ///< with "/" behind it
     std::string name;
     std::optional<struct stat> old;  ///< what stands there now
 };

@@ -25,6 +25,9 @@ public:
 
     int Number() const noexcept { return file_.Number(); }
 
+    /// In the target's folder; empty once it was renamed.
+    const std::string& Name() const noexcept { return name_; }
+
     /// Gives it the target's name.
     /// @throws file_exception
     void RenameTo(const std::string& name);

@@ -1,0 +1,38 @@
+#include "cli/Losses.h"
+
+#include <fmt/format.h>
+
+#include <limits>
+
+#include "cli/Messages.h"
+
+namespace cli {
+
+std::size_t LossRule::Limit() const {
+    return all ? std::numeric_limits<std::size_t>::max() : toolkit::kNotCarriedLimit;
+}
+
+void NameLosses(const std::string& subject, const std::vector<toolkit::NotCarried>& losses,
+                std::size_t count) {
+    for (const toolkit::NotCarried& loss : losses) {
+        Complain({.subject = subject,
+                  .place = loss.place,
+                  .what = "cannot be carried over",
+                  .advice = loss.what});
+    }
+    if (count > losses.size()) {
+        Complain(
+            {.subject = subject,
+             .what = fmt::format("and {} more that cannot be carried over", count - losses.size()),
+             .advice = "--all names every one"});
+    }
+}
+
+void RefuseLosses(const std::string& subject) {
+    Complain({.subject = subject,
+              .what = "not converted",
+              .advice = "nothing was written, because of what is named above; --lossy converts all "
+                        "the same"});
+}
+
+}  // namespace cli

@@ -1,0 +1,80 @@
+#include "cli/StandInFile.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+
+#include "platform/kelcore/Paths.h"
+
+namespace cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kAdvice = "make room there, or set TMPDIR to another folder";
+
+void MakeFolders(const fs::path& path) {
+    std::error_code error;
+    fs::create_directories(path, error);
+    if (error) {
+        throw std::runtime_error("the temporary folder " + path.string() +
+                                 " cannot be made: " + error.message() + "; " + kAdvice);
+    }
+}
+
+void MakeLink(const fs::path& target, const fs::path& link) {
+    std::error_code error;
+    fs::create_symlink(target, link, error);
+    if (error) {
+        throw std::runtime_error("the temporary link " + link.string() +
+                                 " cannot be made: " + error.message() +
+                                 "; set TMPDIR to a folder in a file system that has links");
+    }
+}
+
+std::string Repeated(std::string_view text, std::ptrdiff_t count) {
+    std::string all;
+    for (; count > 0; --count) {
+        all += text;
+    }
+    return all;
+}
+
+}  // namespace
+
+StandInFile::StandInFile(const std::u16string& place) : place_(kelcore::PathToBytes(place)) {
+    if (!place_.starts_with('/')) {
+        place_.insert(0, "/");  // the working directory is gone
+    }
+    const std::string& root = folder_.Path();
+    // The names of the folder and the link's own.
+    const std::ptrdiff_t steps = std::ranges::count(root, '/') + 1;
+    // Any name but that of the file, which could stand at the top.
+    const std::string deep = "tree" + Repeated(place_.ends_with("/up") ? "/on" : "/up", steps);
+    const std::string link = root + "/link";
+    path_ = root + "/tree" + place_;
+    pluginPath_ = kelcore::PathFromBytes(link + Repeated("/..", steps) + place_);
+    MakeFolders(root + "/" + deep);
+    MakeLink(deep, link);
+    MakeFolders(fs::path(path_).parent_path());
+}
+
+std::string StandInFile::Place() const {
+    return fs::path(folder_.Path()).parent_path().string();
+}
+
+std::string StandInFile::Explain(std::string message) const {
+    const std::size_t named = message.find(place_);
+    if (named == std::string::npos) {
+        return message;
+    }
+    return message.replace(named, place_.size(), Place()) + "; " + kAdvice;
+}
+
+void StandInFile::FailToWrite(int systemError) const {
+    throw std::runtime_error("cannot write \"" + Place() + "\": " +
+                             std::generic_category().message(systemError) + "; " + kAdvice);
+}
+
+}  // namespace cli

@@ -1,0 +1,148 @@
+#include "cli/Stream.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
+
+namespace cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Descriptor {
+    bool isOwn = false;
+    int number = -1;
+};
+
+std::optional<int> ParseNumber(const std::string& text) {
+    int number = -1;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size() && number >= 0;
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+/// Whether it is the folder of some process's descriptors, or of one thread's, "/proc/7/task/7/fd".
+bool HoldsDescriptors(const fs::path& folder) {
+    return folder.native().starts_with("/proc/") && folder.filename() == "fd";
+}
+
+bool IsOwn(const fs::path& folder) {
+    const fs::path process = fs::canonical("/proc/self");
+    return folder == process / "fd" || folder.parent_path().parent_path() == process / "task";
+}
+
+std::optional<Descriptor> AsDescriptor(const fs::path& path) {
+    std::error_code error;
+    const fs::path folder = fs::canonical(path.parent_path(), error);
+    const std::optional<int> number = ParseNumber(path.filename().string());
+    if (error || !number || !HoldsDescriptors(folder)) {
+        return std::nullopt;
+    }
+    return Descriptor{IsOwn(folder), *number};
+}
+
+/// Follows links as the last name of the path. A descriptor is a link itself, to its file: there it
+/// stops.
+std::optional<Descriptor> FindDescriptor(const std::string& name) {
+    constexpr int kMostLinks = 40;
+    std::error_code error;
+    fs::path path = fs::absolute(name, error);
+    for (int links = 0; links < kMostLinks && !error; ++links) {
+        if (const auto descriptor = AsDescriptor(path)) {
+            return descriptor;
+        }
+        const fs::path target = fs::read_symlink(path, error);
+        path = path.parent_path() / target;
+    }
+    return std::nullopt;
+}
+
+void Wait(int descriptor, short event) {
+    pollfd awaited{.fd = descriptor, .events = event, .revents = 0};
+    ::poll(&awaited, 1, -1);
+}
+
+/// Whether a call is to be made again: it was interrupted, or the stream does not wait by itself.
+bool TryAgain(int descriptor, short event) {
+    if (errno == EAGAIN) {
+        Wait(descriptor, event);
+        return true;
+    }
+    return errno == EINTR;
+}
+
+}  // namespace
+
+std::optional<Stream> FindStream(const std::string& name, Direction direction) {
+    if (name == kStream) {
+        return direction == Direction::In ? Stream{STDIN_FILENO, "standard input"}
+                                          : Stream{STDOUT_FILENO, "standard output"};
+    }
+    const std::optional<Descriptor> found = FindDescriptor(name);
+    return found && found->isOwn ? std::optional(Stream{found->number, name}) : std::nullopt;
+}
+
+bool IsStreamOfAnotherProcess(const std::string& name) {
+    const std::optional<Descriptor> found = FindDescriptor(name);
+    return found && !found->isOwn;
+}
+
+std::optional<toolkit::Problem> FindProblem(const Stream& stream, Direction direction) {
+    const int flags = ::fcntl(stream.descriptor, F_GETFL);
+    if (flags < 0) {
+        return toolkit::Problem{{}, "is not open", "redirect it, or name a file"};
+    }
+    const bool isIn = direction == Direction::In;
+    if ((flags & O_PATH) != 0 || (flags & O_ACCMODE) == (isIn ? O_WRONLY : O_RDONLY)) {
+        return toolkit::Problem{{},
+                                isIn ? "is not open for reading" : "is not open for writing",
+                                "redirect it, or name a file"};
+    }
+    return std::nullopt;
+}
+
+std::optional<toolkit::Problem> ReadBlocks(const Stream& stream,
+                                           const std::function<void(std::string_view)>& take) {
+    if (auto problem = FindProblem(stream, Direction::In)) {
+        return problem;
+    }
+    std::array<char, 1 << 16> block;
+    for (;;) {
+        const ssize_t got = ::read(stream.descriptor, block.data(), block.size());
+        if (got > 0) {
+            take({block.data(), static_cast<std::size_t>(got)});
+        } else if (got == 0) {
+            return std::nullopt;
+        } else if (!TryAgain(stream.descriptor, POLLIN)) {
+            return toolkit::Problem{{}, "cannot be read", std::generic_category().message(errno)};
+        }
+    }
+}
+
+std::variant<std::string, toolkit::Problem> ReadStream(const Stream& stream) {
+    std::string content;
+    if (auto problem = ReadBlocks(stream, [&](std::string_view block) { content.append(block); })) {
+        return *std::move(problem);
+    }
+    return content;
+}
+
+void WriteBlock(const Stream& stream, std::string_view block) {
+    while (!block.empty()) {
+        const ssize_t put = ::write(stream.descriptor, block.data(), block.size());
+        if (put >= 0) {
+            block.remove_prefix(static_cast<std::size_t>(put));
+        } else if (!TryAgain(stream.descriptor, POLLOUT)) {
+            throw StreamError(errno, std::generic_category());
+        }
+    }
+}
+
+}  // namespace cli

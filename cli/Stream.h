@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <variant>
+
+#include "toolkit/DocumentScan.h"
+
+namespace cli {
+
+/// The name of a command line that stands for standard input or standard output.
+inline constexpr const char* kStream = "-";
+
+enum class Direction { In, Out };
+
+/// A descriptor that was open before the tool began. What is written goes to its end as the shell
+/// set it up; no file is replaced or cut for it.
+struct Stream {
+    int descriptor = -1;
+    std::string name;  ///< for messages: as it was named, or "standard input"
+};
+
+/// What a name of the command line stands for: a stream for "-" and for what leads, also by links,
+/// to an open descriptor, such as /dev/stdout, /dev/fd/3 and /proc/self/fd/3. Nothing for the name
+/// of a file.
+std::optional<Stream> FindStream(const std::string& name, Direction direction);
+
+/// Why a stream cannot be used: it is not open, or only for the other direction.
+std::optional<toolkit::Problem> FindProblem(const Stream& stream, Direction direction);
+
+/// Whether the name leads to an open file of another process. To write there would replace the
+/// file.
+bool IsStreamOfAnotherProcess(const std::string& name);
+
+/// Hands over what comes until the end, block by block.
+/// @return why that failed, if it did
+std::optional<toolkit::Problem> ReadBlocks(const Stream& stream,
+                                           const std::function<void(std::string_view)>& take);
+
+/// All that comes until the end.
+std::variant<std::string, toolkit::Problem> ReadStream(const Stream& stream);
+
+/// A stream took not all that went there.
+class StreamError : public std::system_error {
+public:
+    using std::system_error::system_error;
+};
+
+/// Writes all of it.
+/// @throws StreamError with the system's reason
+void WriteBlock(const Stream& stream, std::string_view block);
+
+}  // namespace cli
