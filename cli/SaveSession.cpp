@@ -1,6 +1,7 @@
 #include "cli/SaveSession.h"
 
 #include <fstream>
+#include <memory>
 #include <set>
 #include <stdexcept>
 #include <utility>
@@ -17,6 +18,16 @@ namespace cli {
 namespace {
 
 using refhost::model::Session;
+
+/// Says why if it cannot be made.
+std::unique_ptr<const StandInFile> MakeStandIn(const Output& out) {
+    try {
+        return std::make_unique<const StandInFile>(out.FullPath());
+    } catch (const std::runtime_error& failure) {
+        FailToSave(out, {failure.what()});
+        return nullptr;
+    }
+}
 
 refhost::WriteResult Write(refhost::Plugin& plugin, Session session, const StandInFile& file,
                            const Output& out) {
@@ -78,21 +89,27 @@ bool HoldsEverything(refhost::WriteResult written, const Session& saved, const s
 }  // namespace
 
 ExitCode SaveWholeSession(refhost::Plugin& plugin, Session session, const Output& out) {
-    const StandInFile file(out.FullPath());
-    const refhost::WriteResult written = Write(plugin, std::move(session), file, out);
-    return written.result == tses::SessionResult::Ok ? Deliver(file, out)
+    const auto file = MakeStandIn(out);
+    if (!file) {
+        return ExitCode::Failure;
+    }
+    const refhost::WriteResult written = Write(plugin, std::move(session), *file, out);
+    return written.result == tses::SessionResult::Ok ? Deliver(*file, out)
                                                      : FailToSave(out, written.messages);
 }
 
 ExitCode SaveSession(refhost::Plugin& plugin, Session session, const Output& out,
                      const std::string& source, const LossRule& rule) {
-    const StandInFile file(out.FullPath());
-    refhost::WriteResult written = Write(plugin, std::move(session), file, out);
+    const auto file = MakeStandIn(out);
+    if (!file) {
+        return ExitCode::Failure;
+    }
+    refhost::WriteResult written = Write(plugin, std::move(session), *file, out);
     if (written.result != tses::SessionResult::Ok) {
         return FailToSave(out, written.messages);
     }
     plugin.Restart();  // a read that ended inside an unknown element would tell in this one
-    const refhost::ReadResult saved = refhost::ReadSession(plugin, file.PluginPath());
+    const refhost::ReadResult saved = refhost::ReadSession(plugin, file->PluginPath());
     if (saved.result != tses::SessionResult::Ok) {
         return FailToSave(out, {"what the plug-in wrote cannot be read again"});
     }
@@ -100,7 +117,7 @@ ExitCode SaveSession(refhost::Plugin& plugin, Session session, const Output& out
         RefuseLosses(source);
         return ExitCode::Failure;
     }
-    return Deliver(file, out);
+    return Deliver(*file, out);
 }
 
 ExitCode SaveJson(const Session& session, const Output& out) {

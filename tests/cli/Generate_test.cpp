@@ -81,6 +81,18 @@ TEST_F(GenerateTest, ADashIsStandardOutput) {
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
+TEST_F(GenerateTest, ANameForJsonGetsJson) {
+    Generate({"--tracks", "2", "a.orvo"});
+    Generate({"--tracks", "2", "a.json"});
+    Generate({"--tracks", "2", "B.JSON"});
+    Generate({"--tracks", "2", "--to", "json", "c.txt"});
+    Generate({"--tracks", "2", "--to", "orvo", "d.json"});
+    EXPECT_EQ(json::parse(ReadFile(folder_ / "a.json")).at("audioTracks").size(), 2u);
+    EXPECT_EQ(ReadFile(folder_ / "B.JSON"), ReadFile(folder_ / "a.json"));
+    EXPECT_EQ(ReadFile(folder_ / "c.txt"), ReadFile(folder_ / "a.json"));
+    EXPECT_EQ(ReadFile(folder_ / "d.json"), ReadFile(folder_ / "a.orvo"));
+}
+
 TEST_F(GenerateTest, NumbersOutOfRangeAreUsageErrorsThatNameThem) {
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"generate", "--tracks", "0", "a.orvo"},
