@@ -25,7 +25,7 @@ CLI::Validator FileName() {
             return "the name is empty; name a file";
         }
         return name.ends_with('/') || name.ends_with("/.")
-                   ? "\"" + name + "\" is a folder; name a file in it"
+                   ? "\"" + name + "\" names a folder; name a file in it"
                    : "";
     };
     return {problemOf, ""};

@@ -102,8 +102,7 @@ std::optional<Problem> FindProblem(const std::string& path) {
     if (::stat(path.c_str(), &status) != 0) {
         const int failure = errno;
         if (failure == ENOTDIR && IsFileNamedAsFolder(path)) {
-            return Problem{
-                {}, "this is a file, and named as a folder", "leave out the slash behind its name"};
+            return Problem{{}, "this is a file, not a folder", "leave out the slash at the end"};
         }
         return SystemProblem(failure);
     }

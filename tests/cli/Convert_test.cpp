@@ -108,8 +108,8 @@ TEST_F(ConvertTest, AFileIsNotReadUnderTheNameOfAFolder) {
             const std::string name = "a." + std::string(kind) + end;
             const Outcome outcome = RunTool({"convert", "--from", kind, name, "b.json"}, folder_);
             EXPECT_EQ(outcome.errors, "orvo: " + name +
-                                          ": this is a file, and named as a folder: leave out the "
-                                          "slash behind its name\n");
+                                          ": this is a file, not a folder: leave out the slash "
+                                          "at the end\n");
             EXPECT_EQ(outcome.exitCode, 1);
         }
     }

@@ -154,6 +154,18 @@ TEST_F(LossesTest, ACharacterThatWasReplacedAndIsFoundAgainIsStillALoss) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
+TEST_F(LossesTest, APlugInThatSavesNothingIsAFailure) {
+    folder_.Write("a.json", "{}");
+    folder_.Write("a.orvo", "old");
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "convert", "a.json", "a.orvo"},
+                                       .folder = folder_.Path().string(),
+                                       .environment = {{"ORVO_PLUGIN", IdlePluginPath()}}});
+    EXPECT_EQ(outcome.errors,
+              "orvo: a.orvo: was not saved: the temporary file cannot be read again\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(ReadFile(folder_ / "a.orvo"), "old");
+}
+
 TEST_F(LossesTest, ASavedFileThatCannotBeReadAgainIsNotWritten) {
     folder_.Write("a.json", "{}");
     folder_.Write("a.orvo", "old");

@@ -60,6 +60,11 @@ TEST_F(SessionsTest, AWriteLeavesNothingAlive) {
     EXPECT_EQ(LiveNodes(), before_);
 }
 
+TEST_F(SessionsTest, AWriteHandsTheSessionBack) {
+    EXPECT_EQ(WriteSession(plugin_, InFolder("a.orvo"), SomeSession()).session, SomeSession());
+    EXPECT_EQ(WriteSession(plugin_, InFolder("none/a.orvo"), SomeSession()).session, SomeSession());
+}
+
 TEST_F(SessionsTest, AFailedReadSaysWhatTheParserSays) {
     const std::filesystem::path path =
         folder_.Write("bad.orvo", "<orvo>\n<session></files></orvo>");

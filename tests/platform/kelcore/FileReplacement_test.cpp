@@ -70,6 +70,17 @@ TEST_F(FileReplacementTest, TheOldFileStaysWholeUntilTheStreamIsClosed) {
     EXPECT_EQ(test::ReadFile(bytes_), "new");
 }
 
+TEST_F(FileReplacementTest, TheNewContentStandsUnderATemporaryNameUntilTheStreamIsClosed) {
+    File file(target_);
+    file.Create();
+    OPlatformByteStream stream(file);
+    stream.WriteBlock("new", 3);
+    const std::string temporary = stream.TemporaryPath();
+    EXPECT_EQ(test::ReadFile(temporary), "new");
+    stream.Close();
+    EXPECT_THAT(folder_.Names(), ElementsAre(kName));
+}
+
 TEST_F(FileReplacementTest, WhoHasTheOldFileOpenGoesOnReadingIt) {
     MakeOld();
     std::ifstream reader(bytes_);

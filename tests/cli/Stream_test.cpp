@@ -1,0 +1,83 @@
+#include "cli/Stream.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <thread>
+
+using cli::Direction;
+using cli::Stream;
+
+namespace {
+
+/// A pipe that says "later" where others wait, as some programs leave it to those they start.
+class ImpatientPipe : public testing::Test {
+protected:
+    ImpatientPipe() { EXPECT_EQ(::pipe2(ends_.data(), O_NONBLOCK | O_CLOEXEC), 0); }
+    ~ImpatientPipe() override {
+        CloseWriteEnd();
+        ::close(ends_[0]);
+    }
+
+    void CloseWriteEnd() {
+        if (ends_[1] >= 0) {
+            ::close(ends_[1]);
+            ends_[1] = -1;
+        }
+    }
+
+    static void LetTimePass() { std::this_thread::sleep_for(std::chrono::milliseconds(30)); }
+
+    std::array<int, 2> ends_ = {-1, -1};
+};
+
+TEST_F(ImpatientPipe, IsReadToItsEnd) {
+    std::thread writer([this] {
+        for (const char* const part : {"one ", "two"}) {
+            LetTimePass();
+            EXPECT_GT(::write(ends_[1], part, std::string_view(part).size()), 0);
+        }
+        LetTimePass();
+        CloseWriteEnd();
+    });
+    const auto content = cli::ReadStream({ends_[0], "pipe"});
+    writer.join();
+    EXPECT_EQ(std::get<std::string>(content), "one two");
+}
+
+TEST_F(ImpatientPipe, TakesMoreThanItHasRoomFor) {
+    const std::string content(1'000'000, 'x');
+    std::thread writer([&] {
+        cli::WriteBlock({ends_[1], "pipe"}, content);
+        CloseWriteEnd();
+    });
+    LetTimePass();
+    const auto read = cli::ReadStream({ends_[0], "pipe"});
+    writer.join();
+    EXPECT_EQ(std::get<std::string>(read), content);
+}
+
+TEST(FindStream, ADashIsTheStandardStreamOfItsDirection) {
+    EXPECT_EQ(cli::FindStream("-", Direction::In)->descriptor, STDIN_FILENO);
+    EXPECT_EQ(cli::FindStream("-", Direction::In)->name, "standard input");
+    EXPECT_EQ(cli::FindStream("-", Direction::Out)->descriptor, STDOUT_FILENO);
+    EXPECT_EQ(cli::FindStream("-", Direction::Out)->name, "standard output");
+}
+
+TEST(FindStream, WhatOnlyLooksLikeADescriptorIsAFile) {
+    for (const char* const name :
+         {"", "a.orvo", "/", "/dev/null", "/dev/fd", "/dev/fd/", "/dev/fd/x", "/dev/fd/1x",
+          "/dev/fd/-1", "/dev/fd/99999999999", "/proc/self/fdinfo/1", "/nowhere/fd/1", "fd/1"}) {
+        EXPECT_FALSE(cli::FindStream(name, Direction::Out)) << name;
+    }
+}
+
+TEST(FindStream, AStreamIsCalledAsItWasNamed) {
+    EXPECT_EQ(cli::FindStream("/dev/fd/7", Direction::In)->name, "/dev/fd/7");
+    EXPECT_EQ(cli::FindStream("/dev/fd/7", Direction::In)->descriptor, 7);
+}
+
+}  // namespace
