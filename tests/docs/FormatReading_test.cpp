@@ -119,6 +119,10 @@ protected:
     bool Matters(const GoldenElement& golden, const PageAttribute& attribute) {
         std::vector<std::string> values = attribute.Keywords();
         values.insert(values.end(), kProbes.begin(), kProbes.end());
+        if (const auto own = golden.element.attributes.find(attribute.name);
+            own != golden.element.attributes.end()) {
+            values.push_back(own->second);
+        }
         for (const Attributes& surroundings : Surroundings(golden)) {
             const std::string without = Calls(golden, Without(surroundings, attribute.name));
             for (const std::string& value : values) {
@@ -382,8 +386,11 @@ TEST_F(FormatReading, TheLimitsAreThoseOfThePage) {
     expectRow("namespace prefixes in force at a place", std::to_string(limits::kPrefixes));
     expectRow("different names of elements, of prefixes, of namespaces",
               std::to_string(limits::kNames) + " each");
-    expectRow("one tag", std::to_string(limits::kTagBytes / kMiB) + " MiB");
-    expectRow("one CDATA section, comment, or text in one piece",
+    expectRow("one such name", std::to_string(limits::kNameUnits) +
+                                   " UTF-16 units, those of an element's prefix included");
+    expectRow("one tag or processing instruction",
+              std::to_string(limits::kTagBytes / kMiB) + " MiB");
+    expectRow("one CDATA section or comment",
               std::to_string(limits::kSectionBytes / kMiB) + " MiB");
     expectRow("the file", std::to_string(limits::kFileBytes / kMiB / 1024) + " GiB");
 }
