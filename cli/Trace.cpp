@@ -18,6 +18,7 @@
 #include "reference_host/Plugin.h"
 #include "reference_host/SessionNode.h"
 #include "reference_host/Sessions.h"
+#include "reference_host/TraceCollector.h"
 #include "reference_host/recorder/CallJson.h"
 #include "reference_host/recorder/FaultPlan.h"
 #include "reference_host/recorder/Operations.h"
@@ -97,6 +98,14 @@ void PrintLine(const std::string& line) {
     Print(line + "\n");
 }
 
+/// Keeps what the plug-in traces of a failure from the terminal, where `ExplainRefusal` says it.
+tses::SessionResult ReadQuietly(refhost::Plugin& plugin, const SessionFile& file,
+                                tses::IEditSession& session) {
+    std::vector<std::string> traced;
+    const refhost::TraceCollector collector(traced);
+    return plugin.Read(file.FullPath(), session);
+}
+
 tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
                               const std::string& name) {
     const SessionFile file(name);
@@ -117,7 +126,7 @@ tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
          .interceptor = MakeFaultPlan(options),
          .recordReferences = options.references});
     plugin.Restart();  // a read that ended inside an unknown element would tell in the next one
-    const tses::SessionResult result = plugin.Read(file.FullPath(), recorder.Wrap(session->Edit()));
+    const tses::SessionResult result = ReadQuietly(plugin, file, recorder.Wrap(session->Edit()));
     PrintLine(fmt::format("{{\"result\": {}}}", static_cast<std::int32_t>(result)));
     if (result != tses::SessionResult::Ok) {
         for (const Message& message : ExplainRefusal(file, logTarget->Messages())) {

@@ -1,18 +1,14 @@
 #include "reference_host/Sessions.h"
 
-#include <iostream>
 #include <utility>
 
 #include "platform/kelappsupport/Features.h"
-#include "platform/kelcore/Trace.h"
 #include "reference_host/LogTarget.h"
 #include "reference_host/SessionNode.h"
+#include "reference_host/TraceCollector.h"
 
 namespace refhost {
 namespace {
-
-/// Where the plug-in says why a save failed.
-constexpr std::string_view kWriterCategory = "app::XMLWriter";
 
 std::u16string WithoutLineEnd(std::u16string text) {
     while (!text.empty() && text.back() == u'\n') {
@@ -27,32 +23,6 @@ std::vector<std::u16string> WithoutLineEnds(std::vector<std::u16string> messages
     }
     return messages;
 }
-
-/// Collects the trace lines of one category; lines of others go to standard error as before.
-class TraceCollector {
-public:
-    TraceCollector(std::string_view category, std::vector<std::string>& lines)
-        : category_(category), wasEnabled_(kelcore::trace::IsEnabled(category)) {
-        kelcore::trace::SetOutput([category, &lines](std::string_view from, std::string_view text) {
-            if (from == category) {
-                lines.emplace_back(text);
-            } else {
-                std::cerr << from << ": " << text << '\n';
-            }
-        });
-        kelcore::trace::SetEnabled(category, true);
-    }
-    ~TraceCollector() {
-        kelcore::trace::SetEnabled(category_, wasEnabled_);
-        kelcore::trace::SetOutput({});
-    }
-    TraceCollector(const TraceCollector&) = delete;
-    TraceCollector& operator=(const TraceCollector&) = delete;
-
-private:
-    std::string_view category_;
-    bool wasEnabled_;
-};
 
 /// What the plug-in gets to see of a session.
 template <class Interface, class Wrap>
@@ -74,6 +44,7 @@ ReadResult ReadSession(Plugin& plugin, const std::u16string& path, const ReadOpt
     }
     ReadResult read;
     {
+        const TraceCollector collector(read.traced);
         const auto session = Wrapped(options.wrap, node->Edit());
         read.result = plugin.Read(path, *session);
     }
@@ -90,7 +61,7 @@ WriteResult WriteSession(Plugin& plugin, const std::u16string& path, model::Sess
     node->SetProgressListener(options.progress);
     WriteResult written;
     {
-        const TraceCollector collector(kWriterCategory, written.messages);
+        const TraceCollector collector(written.messages);
         const auto wrapped = Wrapped(options.wrap, node->Query());
         written.result = plugin.Write(path, *wrapped);
     }

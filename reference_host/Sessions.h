@@ -32,11 +32,15 @@ struct ReadResult {
     tses::SessionResult result = tses::SessionResult::Ok;
     /// What was read. After a failure: what was read until then, which a host discards.
     model::Session session{};
-    /// What the parser said, a line each, without line ends.
+    /// What the parser said, or why it could not open the file, a line each, without line ends.
     std::vector<std::u16string> messages{};
+    /// What the plug-in traced of a failure (UTF-8), also without a log target. Where the messages
+    /// say why, this says it once more, or only that something was thrown.
+    std::vector<std::string> traced{};
 };
 
-/// Reads a session file into a new session.
+/// Reads a session file into a new session. While it runs, the output of kelcore::trace is diverted
+/// to collect what is traced; afterwards it is standard error.
 ReadResult ReadSession(Plugin& plugin, const std::u16string& path, const ReadOptions& options = {});
 
 struct WriteOptions {
@@ -53,8 +57,8 @@ struct WriteResult {
     model::Session session{};
 };
 
-/// Writes a session to a file. The plug-in holds nothing of it afterwards. While it runs, the
-/// output of kelcore::trace is diverted to collect the messages; afterwards it is standard error.
+/// Writes a session to a file. The plug-in holds nothing of it afterwards. The trace is diverted as
+/// in a read, to collect the messages.
 WriteResult WriteSession(Plugin& plugin, const std::u16string& path, model::Session session,
                          const WriteOptions& options = {});
 

@@ -7,7 +7,9 @@
 #include <array>
 #include <cerrno>
 #include <new>
-#include <system_error>
+#include <utility>
+
+#include "platform/kelcore/ReadObstacle.h"
 
 namespace toolkit {
 namespace {
@@ -29,27 +31,16 @@ private:
     int number_;
 };
 
+Problem ToProblem(kelcore::ReadObstacle obstacle) {
+    return {{}, std::move(obstacle.what), std::move(obstacle.advice)};
+}
+
 Problem SystemProblem(int error) {
-    switch (error) {
-        case ENOENT:
-        case ENOTDIR:
-            return {{}, "no such file", "check the path"};
-        case EACCES:
-        case EPERM:
-            return {{}, "you may not read this file", "check its permissions and its folder's"};
-        default:
-            return {{}, "cannot be read", std::generic_category().message(error)};
-    }
+    return ToProblem(kelcore::ObstacleOfError(error));
 }
 
 Problem NotRegular(mode_t mode) {
-    if (S_ISDIR(mode)) {
-        return {{}, "this is a folder", "name a session file in it"};
-    }
-    const char* const kind = S_ISFIFO(mode)   ? "this is a pipe"
-                             : S_ISSOCK(mode) ? "this is a socket"
-                                              : "this is a device";
-    return {{}, kind, "put its content into a file first"};
+    return ToProblem(kelcore::ObstacleOfKind(mode));
 }
 
 bool IsRegular(const std::string& path) {

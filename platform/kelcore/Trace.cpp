@@ -17,6 +17,10 @@
 namespace kelcore::trace {
 namespace {
 
+bool IsOnByDefault(std::string_view category) {
+    return category == kReaderCategory || category == kWriterCategory;
+}
+
 /// "[14:03:59.042] category: text", in local time.
 std::string StandardErrorLine(std::string_view category, std::string_view text) {
     using std::chrono::system_clock;
@@ -44,15 +48,15 @@ public:
 
     bool IsEnabled(std::string_view category) {
         const std::lock_guard lock(mutex_);
-        return enabled_.contains(category);
+        return IsOn(category);
     }
 
     void SetEnabled(std::string_view category, bool enabled) {
         const std::lock_guard lock(mutex_);
-        if (enabled) {
-            enabled_.emplace(category);
-        } else if (const auto found = enabled_.find(category); found != enabled_.end()) {
-            enabled_.erase(found);
+        if (enabled != IsOnByDefault(category)) {
+            switched_.emplace(category);
+        } else if (const auto found = switched_.find(category); found != switched_.end()) {
+            switched_.erase(found);
         }
     }
 
@@ -67,7 +71,7 @@ public:
         std::shared_ptr<const Output> output;
         {
             const std::lock_guard lock(mutex_);
-            if (!enabled_.contains(category)) {
+            if (!IsOn(category)) {
                 return;
             }
             output = output_;
@@ -81,8 +85,13 @@ public:
     }
 
 private:
+    bool IsOn(std::string_view category) const {
+        return switched_.contains(category) != IsOnByDefault(category);
+    }
+
     std::mutex mutex_;
-    std::set<std::string, std::less<>> enabled_;
+    // The categories that are not as they are by default: what is on by default needs no memory.
+    std::set<std::string, std::less<>> switched_;
     std::shared_ptr<const Output> output_;
 };
 

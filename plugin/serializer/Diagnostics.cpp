@@ -1,7 +1,11 @@
 #include <stdexcept>
 
 #include "host/LogTarget.h"
+#include "platform/kelcore/File.h"
+#include "platform/kelcore/Paths.h"
+#include "platform/kelcore/ReadObstacle.h"
 #include "platform/kelcore/Strings.h"
+#include "platform/kelcore/Trace.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 
@@ -9,7 +13,9 @@
 //
 //     XML ERROR: (line: 12, col: 7) [ /music/song.orvo] the message
 //
-// the brackets, with the public and the system identifier, only where there is one of them.
+// the brackets, with the public and the system identifier, only where there is one of them. A file
+// that cannot be read has no place in it: line and column are 0, as in the parser's own message of
+// a file that it cannot open.
 
 namespace tses {
 namespace {
@@ -28,6 +34,8 @@ std::u16string Located(std::u16string_view prefix, kelcore::uint64 line, kelcore
     }
     return text.append(message).append(u"\n");
 }
+
+constexpr std::u16string_view kFatalError = u"XML FATAL ERROR: (line: ";
 
 [[noreturn]] void EndParse() {
     throw std::runtime_error("parsing error.");
@@ -52,7 +60,7 @@ void Serializer::Impl::Error(kelcore::uint64 line, kelcore::uint64 column,
 void Serializer::Impl::FatalError(kelcore::uint64 line, kelcore::uint64 column,
                                   std::u16string_view publicId, std::u16string_view systemId,
                                   std::u16string_view message) {
-    if (Log(Located(u"XML FATAL ERROR: (line: ", line, column, publicId, systemId, message))) {
+    if (Log(Located(kFatalError, line, column, publicId, systemId, message))) {
         EndParse();
     }
 }
@@ -69,6 +77,23 @@ bool Serializer::Impl::Log(std::u16string text) {
     auto message = MakeHostString(std::move(text));
     target->LogMessage(&*message);
     return true;
+}
+
+/// The parser says nothing of a missing file, and of others that it cannot open not why.
+void Serializer::Impl::SayWhyTheFileCannotBeRead() noexcept {
+    try {
+        const auto obstacle = kelcore::FindReadObstacle(path_);
+        if (!obstacle) {
+            return;
+        }
+        const std::u16string file = path_.empty() ? path_ : kelcore::File(path_).FullPath();
+        const std::string reason = obstacle->what + ": " + obstacle->advice;
+        const std::string subject = file.empty() ? "" : kelcore::PathToBytes(file) + ": ";
+        kelcore::trace::Write(kelcore::trace::kReaderCategory, subject + reason);
+        Log(Located(kFatalError, 0, 0, {}, file, kelcore::UTF8to16(reason)));
+    } catch (...) {
+        // The result tells of the failure; there is no memory for the reason, or the host threw.
+    }
 }
 
 }  // namespace tses

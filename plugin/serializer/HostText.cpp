@@ -5,7 +5,6 @@
 
 #include "platform/kelcore/Trace.h"
 #include "plugin/xml/DocumentLimits.h"
-#include "plugin/xml/SessionXMLWriter.h"
 
 namespace tses {
 namespace {
@@ -42,7 +41,8 @@ std::u16string TextOf(IHostString* returned) {
     }
     const kelcore::uint32 length = string->GetLength();
     if (length > limits::kTextUnits) {
-        kelcore::trace::Write(kWriterTraceCategory, "a text is longer than 536870912 UTF-16 units");
+        kelcore::trace::Write(kelcore::trace::kWriterCategory,
+                              "a text is longer than 536870912 UTF-16 units");
         throw std::length_error("a text of the host is too long");
     }
     const kelcore::char16* const data = length > 0 ? string->GetData() : nullptr;

@@ -20,7 +20,8 @@ public:
     Serializer& operator=(const Serializer&) = delete;
 
     /// Reads the file at `path` into `session` and returns whether it is a session that was read to
-    /// its end. An empty path reads nothing and fails. What the host throws while the document is
+    /// its end. An empty path reads nothing and fails. Why a file cannot be read goes to the trace
+    /// and to the log target of `session`. What the host throws while the document is
     /// parsed fails the read; what its first report of progress throws passes through.
     bool Read(const std::u16string& path, HostReference<IEditSession> session);
 

@@ -38,11 +38,14 @@ bool Serializer::Impl::Read(const std::u16string& path, HostReference<IEditSessi
     ClearReadState();
     session_->SetProgress(0, kProgressTotal, 0, 0);
     progressStep_ = 0;
-    if (path_.empty()) {
-        return false;
+    documentBegan_ = false;
+    if (!path_.empty() && SessionXMLReader(this, this).Parse(path_)) {
+        return rootSeen_;
     }
-    SessionXMLReader reader(this, this);
-    return reader.Parse(path_) && rootSeen_;
+    if (!documentBegan_) {
+        SayWhyTheFileCannotBeRead();
+    }
+    return false;
 }
 
 // skipDepth_ stays: it is zero after a read, but for one that failed inside a skipped element, or
@@ -64,6 +67,7 @@ void Serializer::Impl::ClearReadState() {
 }
 
 void Serializer::Impl::StartDocument() {
+    documentBegan_ = true;
     Reset();
 }
 

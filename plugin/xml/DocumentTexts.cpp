@@ -7,7 +7,6 @@
 
 #include "platform/kelcore/Trace.h"
 #include "plugin/xml/DocumentLimits.h"
-#include "plugin/xml/SessionXMLWriter.h"
 
 namespace tses {
 namespace {
@@ -143,7 +142,7 @@ void DocumentTexts::Wait(xercesc::DOMNode& parent, std::u16string_view text, Tex
 void DocumentTexts::Settle(Waiting& waiting, XmlVersion version) {
     const CarriedText carried = Carry(waiting.text, waiting.place, version);
     if (!carried.isComplete) {
-        kelcore::trace::Write(kWriterTraceCategory,
+        kelcore::trace::Write(kelcore::trace::kWriterCategory,
                               "characters that XML cannot carry were replaced by U+FFFD");
     }
     std::vector<xercesc::DOMNode*> nodes = NodesOf(carried, waiting.place);

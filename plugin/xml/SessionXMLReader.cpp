@@ -17,10 +17,10 @@ namespace {
 /// What ends a parse may be a lack of memory; then there is none to tell of it either.
 void TraceLibraryMessage(const XMLCh* message) noexcept {
     try {
-        kelcore::trace::Write(kReaderTraceCategory,
+        kelcore::trace::Write(kelcore::trace::kReaderCategory,
                               "XMLReader exception message is: \n" + TranscodeMessage(message));
     } catch (...) {
-        kelcore::trace::Write(kReaderTraceCategory, "XMLReader exception");
+        kelcore::trace::Write(kelcore::trace::kReaderCategory, "XMLReader exception");
     }
 }
 
@@ -54,7 +54,7 @@ bool SessionXMLReader::Parse(const std::u16string& path) noexcept {
     } catch (const xercesc::SAXParseException& failure) {
         TraceLibraryMessage(failure.getMessage());
     } catch (...) {
-        kelcore::trace::Write(kReaderTraceCategory, "Unexpected XMLReader Exception");
+        kelcore::trace::Write(kelcore::trace::kReaderCategory, "Unexpected XMLReader Exception");
     }
     return false;
 }

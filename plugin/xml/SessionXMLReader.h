@@ -13,9 +13,6 @@ namespace tses {
 
 class SessionParser;
 
-/// The trace category of everything that goes wrong while a document is read.
-inline constexpr std::string_view kReaderTraceCategory = "app::XMLReader";
-
 /// Parses session files into the events of the handlers, which must outlive it. The XML library
 /// should have been started; if it was not, nothing parses.
 class SessionXMLReader {
@@ -26,8 +23,8 @@ public:
     SessionXMLReader& operator=(const SessionXMLReader&) = delete;
 
     /// Parses the file at `path` and returns whether it was read to its end. Nothing is thrown:
-    /// what the handlers or the parser throw ends the parse and is traced. Concurrent calls run one
-    /// after the other.
+    /// what the handlers or the parser throw ends the parse and is traced in the reader's category.
+    /// Concurrent calls run one after the other.
     bool Parse(const std::u16string& path) noexcept;
 
 private:

@@ -101,7 +101,8 @@ bool Attempt(Operation&& operation) {
         operation();
         return true;
     } catch (const xercesc::DOMException& refusal) {
-        kelcore::trace::Write(kWriterTraceCategory, TranscodeMessage(refusal.getMessage()));
+        kelcore::trace::Write(kelcore::trace::kWriterCategory,
+                              TranscodeMessage(refusal.getMessage()));
         return false;
     }
 }
@@ -124,7 +125,7 @@ bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& t
 bool IsReadable(const ContentTarget& content) {
     const bool readable = content.Bytes().size() <= limits::kFileBytes;
     if (!readable) {
-        kelcore::trace::Write(kWriterTraceCategory, "the session is larger than 2 GiB");
+        kelcore::trace::Write(kelcore::trace::kWriterCategory, "the session is larger than 2 GiB");
     }
     return readable;
 }
@@ -140,7 +141,7 @@ bool WriteFile(const std::u16string& path, const ContentTarget& content) {
         stream.Close();
         return !content.Bytes().empty();
     } catch (const kelcore::file_exception& failure) {
-        kelcore::trace::Write(kWriterTraceCategory, failure.MessageFor(file.FullPath()));
+        kelcore::trace::Write(kelcore::trace::kWriterCategory, failure.MessageFor(file.FullPath()));
         return false;
     }
 }
@@ -179,7 +180,7 @@ bool SessionXMLWriter::Step() {
 
 bool SessionXMLWriter::Refuse(std::string_view reason) {
     if (!state_->refused) {
-        kelcore::trace::Write(kWriterTraceCategory, reason);
+        kelcore::trace::Write(kelcore::trace::kWriterCategory, reason);
     }
     state_->refused = true;
     return false;

@@ -13,9 +13,6 @@
 
 namespace tses {
 
-/// The trace category of what goes wrong while a session is saved.
-inline constexpr std::string_view kWriterTraceCategory = "app::XMLWriter";
-
 /// Lets a writer fail where it otherwise fails only in need: how a save behaves then is beyond the
 /// reach of a test.
 struct WriterFault {

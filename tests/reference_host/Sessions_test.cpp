@@ -76,8 +76,9 @@ TEST_F(SessionsTest, AFailedReadSaysWhatTheParserSays) {
 }
 
 TEST_F(SessionsTest, AMessageOfLineEndsAloneIsEmpty) {
+    const std::filesystem::path path = folder_.Write("a.orvo", "<orvo/>");
     const ReadResult read =
-        ReadSession(plugin_, InFolder("none.orvo"), {.wrap = [](tses::IEditSession& session) {
+        ReadSession(plugin_, path.u16string(), {.wrap = [](tses::IEditSession& session) {
                         const auto text = Ref<HostString>::Adopt(new HostString(u"\n\n"));
                         session.GetLogTarget()->LogMessage(text.Get());
                         return Ref<tses::IEditSession>::Retain(&session);
@@ -99,13 +100,33 @@ TEST_F(SessionsTest, AFailedWriteSaysWhyAndWhere) {
     EXPECT_THAT(written.messages, ElementsAre(HasSubstr((folder_ / "none/a.orvo").string())));
 }
 
-TEST_F(SessionsTest, AWriteLeavesTracingAsItWas) {
-    WriteSession(plugin_, InFolder("a.orvo"), {});
-    EXPECT_FALSE(kelcore::trace::IsEnabled("app::XMLWriter"));
-    kelcore::trace::SetEnabled("app::XMLWriter", true);
-    WriteSession(plugin_, InFolder("a.orvo"), {});
-    EXPECT_TRUE(kelcore::trace::IsEnabled("app::XMLWriter"));
-    kelcore::trace::SetEnabled("app::XMLWriter", false);
+TEST_F(SessionsTest, AFileThatIsMissingSaysSoWithAndWithoutALogTarget) {
+    for (const bool logTarget : {true, false}) {
+        ::testing::internal::CaptureStderr();
+        const ReadResult read =
+            ReadSession(plugin_, InFolder("none.orvo"), {.logTarget = logTarget});
+        EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+        EXPECT_EQ(read.result, tses::SessionResult::ReadFailed);
+        EXPECT_THAT(read.messages, SizeIs(logTarget ? 1 : 0));
+        EXPECT_THAT(read.traced, ElementsAre((folder_ / "none.orvo").string() +
+                                             ": no such file: check the path"));
+    }
+}
+
+TEST_F(SessionsTest, ReadsAndWritesLeaveTracingAsItWas) {
+    for (const bool enabled : {true, false}) {
+        for (const char* const category : {"app::XMLReader", "app::XMLWriter"}) {
+            kelcore::trace::SetEnabled(category, enabled);
+        }
+        WriteSession(plugin_, InFolder("a.orvo"), {});
+        ReadSession(plugin_, InFolder("a.orvo"));
+        EXPECT_EQ(kelcore::trace::IsEnabled("app::XMLReader"), enabled);
+        EXPECT_EQ(kelcore::trace::IsEnabled("app::XMLWriter"), enabled);
+        EXPECT_THAT(ReadSession(plugin_, InFolder("none.orvo")).traced, SizeIs(1));
+    }
+    for (const char* const category : {"app::XMLReader", "app::XMLWriter"}) {
+        kelcore::trace::SetEnabled(category, true);
+    }
 }
 
 TEST_F(SessionsTest, LinesThatOthersTraceDuringAWriteGoToStandardError) {

@@ -152,6 +152,7 @@ std::vector<Request> Requests(refhost::Plugin& plugin, const Options& options,
     const auto malformed = folder.Write("malformed.orvo", "<orvo><session></orvo>");
     std::vector<Request> requests;
     requests.emplace_back(plugin, Request::Kind::Read, malformed);
+    requests.emplace_back(plugin, Request::Kind::Read, folder.Path() / "missing.orvo");
     for (const char* const name : {"everything.orvo", "read-only.orvo"}) {
         requests.emplace_back(plugin, Request::Kind::Read, options.goldenFolder / name);
         requests.emplace_back(plugin, Request::Kind::Write, options.goldenFolder / name);

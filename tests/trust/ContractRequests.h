@@ -75,7 +75,8 @@ private:
     std::vector<HostCall> calls_;
 };
 
-/// Reads and writes of the golden sessions, and the read of one that is malformed.
+/// Reads and writes of the golden sessions, and the reads of one that is malformed and of one that
+/// is missing.
 std::vector<Request> Requests(refhost::Plugin& plugin, const Options& options,
                               const TemporaryFolder& folder);
 

@@ -13,6 +13,7 @@
 #include <string>
 
 #include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Trace.h"
 #include "reference_host/LiveNodes.h"
 #include "reference_host/SessionNode.h"
 #include "reference_host/Sessions.h"
@@ -260,6 +261,12 @@ int main(int argc, char** argv) {
     TryFirstRequests(
         "read", [&](refhost::Plugin& first) { return Read(first, source, read); }, stride, tally);
     TryFirstRequests(
+        "read of a missing file",
+        [&](refhost::Plugin& first) {
+            return Read(first, kelcore::PathFromBytes(target.string()), read);
+        },
+        stride, tally);
+    TryFirstRequests(
         "write",
         [&](refhost::Plugin& first) {
             const auto empty = refhost::SessionNode::Make(refhost::model::Session());
@@ -267,6 +274,9 @@ int main(int argc, char** argv) {
         },
         stride, tally);
 
+    // A host that takes the lines: standard error's have the time, for which the C library keeps
+    // the time zone to the end.
+    kelcore::trace::SetOutput([](std::string_view /*category*/, std::string_view /*text*/) {});
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
     const refhost::model::Session expected = refhost::ReadSession(plugin, source).session;

@@ -1,5 +1,6 @@
 #include "plugin/elements/document/Document.h"
 
+#include "platform/kelcore/Trace.h"
 #include "plugin/elements/document/Files.h"
 #include "plugin/elements/document/Session.h"
 #include "plugin/elements/tracks/AudioDevice.h"
@@ -45,6 +46,7 @@ bool WriteDocument(SessionXMLWriter& writer, const HostReference<IQuerySession>&
 
 bool Serializer::Impl::Write(const std::u16string& path, HostReference<IQuerySession> session) {
     if (path.empty()) {
+        kelcore::trace::Write(kelcore::trace::kWriterCategory, "cannot write: the path is empty");
         return false;
     }
     path_ = path;

@@ -6,6 +6,7 @@
 
 #include "host/AudioTracks.h"
 #include "host/GlobalTrackInfo.h"
+#include "platform/kelcore/Trace.h"
 #include "plugin/elements/clips/GlobalTrackInfo.h"
 #include "plugin/elements/tracks/Tracks.h"
 #include "plugin/serializer/AttributeBinding.h"
@@ -144,6 +145,7 @@ bool WriteMetronome(SessionXMLWriter& writer, HostReference<IQuerySession> sessi
     if (!metronome) {
         // Closes the session's element. What follows lands beside it, the session's own end then
         // fails, and nothing is saved.
+        kelcore::trace::Write(kelcore::trace::kWriterCategory, "the host gave no metronome");
         writer.EndElement();
         return true;
     }

@@ -32,10 +32,25 @@ protected:
     std::vector<std::string> lines_;
 };
 
-TEST_F(TraceTest, ACategoryIsOffUntilItIsSwitchedOn) {
+TEST_F(TraceTest, AnotherCategoryIsOffUntilItIsSwitchedOn) {
     EXPECT_FALSE(IsEnabled("test::A"));
     Write("test::A", "lost");
     EXPECT_THAT(lines_, IsEmpty());
+}
+
+TEST_F(TraceTest, WhatSaysWhyAReadOrASaveFailedIsOnUntilItIsSwitchedOff) {
+    for (const std::string_view category : {"app::XMLReader", "app::XMLWriter"}) {
+        lines_.clear();
+        EXPECT_TRUE(IsEnabled(category));
+        Write(category, "kept");
+        SetEnabled(category, false);
+        EXPECT_FALSE(IsEnabled(category));
+        Write(category, "lost");
+        SetEnabled(category, true);
+        Write(category, "kept again");
+        EXPECT_THAT(lines_, ElementsAre(std::string(category) + "|kept",
+                                        std::string(category) + "|kept again"));
+    }
 }
 
 TEST_F(TraceTest, OnlyTheCategorySwitchedOnIsWritten) {

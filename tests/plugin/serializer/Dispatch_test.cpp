@@ -67,13 +67,6 @@ TEST_F(Dispatch, AnEmptyPathFailsBeforeAnythingIsParsed) {
     const auto outcome = ReadPath(u"");
     EXPECT_FALSE(outcome.ok);
     EXPECT_THAT(outcome.progress, ElementsAre(Progress{0, 7, 0, 0}));
-    EXPECT_THAT(outcome.log, IsEmpty());
-}
-
-TEST_F(Dispatch, AMissingFileFailsWithoutAMessage) {
-    const auto outcome = ReadPath(Path());
-    EXPECT_FALSE(outcome.ok);
-    EXPECT_THAT(outcome.log, IsEmpty());
 }
 
 TEST_F(Dispatch, WorkspaceSettingsAreSkippedWithTheirSubtreeLikeAnyUnknownElement) {

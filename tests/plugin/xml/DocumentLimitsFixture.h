@@ -54,8 +54,6 @@ inline std::string Declaring(const std::string& encoding) {
 
 class DocumentLimitsTest : public SessionXMLReaderTest {
 protected:
-    DocumentLimitsTest() { kelcore::trace::SetEnabled(kReaderTraceCategory, true); }
-
     /// Whether the document is refused with one fatal error that says `reason`, and told of no
     /// more.
     testing::AssertionResult IsRefused(std::string_view document, const std::string& reason) {

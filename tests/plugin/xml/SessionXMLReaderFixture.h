@@ -103,14 +103,13 @@ class SessionXMLReaderTest : public testing::Test {
 protected:
     SessionXMLReaderTest() {
         StartXerces();
-        kelcore::trace::SetEnabled(kReaderTraceCategory, true);
         kelcore::trace::SetOutput([this](std::string_view category, std::string_view text) {
             traced.push_back(std::string(category) + ": " + std::string(text));
         });
     }
     ~SessionXMLReaderTest() override {
         kelcore::trace::SetOutput({});
-        kelcore::trace::SetEnabled(kReaderTraceCategory, false);
+        kelcore::trace::SetEnabled(kelcore::trace::kReaderCategory, true);
         StopXerces();
     }
 

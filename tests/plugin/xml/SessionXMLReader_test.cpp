@@ -190,7 +190,7 @@ TEST_F(SessionXMLReaderTest, AParseWithinAParseFailsAndTheLibrarysMessageIsTrace
 }
 
 TEST_F(SessionXMLReaderTest, NothingIsTracedWhileTheCategoryIsOff) {
-    kelcore::trace::SetEnabled(kReaderTraceCategory, false);
+    kelcore::trace::SetEnabled(kelcore::trace::kReaderCategory, false);
     events.throwAtElement = "a";
     EXPECT_FALSE(ParseText("<a/>"));
     EXPECT_THAT(traced, IsEmpty());

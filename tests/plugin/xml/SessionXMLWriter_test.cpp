@@ -32,13 +32,11 @@ class SessionXMLWriterTest : public testing::Test {
 protected:
     SessionXMLWriterTest() {
         StartXerces();
-        kelcore::trace::SetEnabled(kWriterTraceCategory, true);
         kelcore::trace::SetOutput(
             [this](std::string_view, std::string_view text) { traced.emplace_back(text); });
     }
     ~SessionXMLWriterTest() override {
         kelcore::trace::SetOutput({});
-        kelcore::trace::SetEnabled(kWriterTraceCategory, false);
         StopXerces();
     }
 

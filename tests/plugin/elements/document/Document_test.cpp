@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Trace.h"
 #include "tests/support/SerializerFixture.h"
 
 // The write driver: order, progress, and that a failure leaves the file alone.
@@ -78,8 +79,22 @@ TEST_F(Document, ProgressTellsAVersionThatCouldNotBeSet) {
                                               Progress{3, 7, 0, 0}, Progress{4, 7, 0, 0}));
 }
 
-TEST_F(Document, AnEmptyPathFailsBeforeTheHostIsAskedAnything) {
+TEST_F(Document, ProgressIsToldOfEveryStepAlsoAfterOneThatFailed) {
+    constexpr std::size_t kStartOfSession = 1;
+    const auto outcome = WriteWithFault(Sample(), kStartOfSession);
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_THAT(outcome.progress, ElementsAre(Progress{1, 7, 0, 0}, Progress{2, 7, 0, 1},
+                                              Progress{3, 7, 0, 1}, Progress{4, 7, 0, 1}));
+}
+
+TEST_F(Document, AnEmptyPathFailsBeforeTheHostIsAskedAnythingAndIsTraced) {
+    std::vector<std::string> traced;
+    kelcore::trace::SetOutput([&](std::string_view category, std::string_view text) {
+        traced.push_back(std::string(category) + ": " + std::string(text));
+    });
     const auto outcome = WriteTo(u"", Sample());
+    kelcore::trace::SetOutput({});
+    EXPECT_THAT(traced, ElementsAre("app::XMLWriter: cannot write: the path is empty"));
     EXPECT_FALSE(outcome.ok);
     EXPECT_THAT(outcome.calls, IsEmpty());
     EXPECT_THAT(outcome.progress, IsEmpty());

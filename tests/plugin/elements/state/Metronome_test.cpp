@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/kelcore/Trace.h"
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/reference_host/recorder/HostStubs.h"
 
@@ -170,6 +171,16 @@ TEST_F(MetronomeElement, WithoutOneWhatFollowsIsStillAskedForAndThenTheSessionCa
     const test::WriteOutcome outcome = Write(session, Null("IQuerySession.GetMetronomeInfo"));
     EXPECT_THAT(CallsOf(outcome.calls, "GetTrackVisibilityPreset("), Not(IsEmpty()));
     EXPECT_THAT(CallsOf(outcome.calls, "GetFileCount"), IsEmpty());
+}
+
+TEST_F(MetronomeElement, WithoutOneTheTraceSaysWhyNothingWasSaved) {
+    std::vector<std::string> traced;
+    kelcore::trace::SetOutput([&](std::string_view category, std::string_view text) {
+        traced.push_back(std::string(category) + ": " + std::string(text));
+    });
+    EXPECT_FALSE(Write(Session{}, Null("IQuerySession.GetMetronomeInfo")).ok);
+    kelcore::trace::SetOutput({});
+    EXPECT_THAT(traced, ElementsAre("app::XMLWriter: the host gave no metronome"));
 }
 
 TEST_F(MetronomeElement, WithoutOneTheFileThatWasThereStays) {

@@ -1,0 +1,33 @@
+#include "reference_host/TraceCollector.h"
+
+#include <iostream>
+#include <string_view>
+
+#include "platform/kelcore/Trace.h"
+
+namespace refhost {
+
+using kelcore::trace::kReaderCategory;
+using kelcore::trace::kWriterCategory;
+
+TraceCollector::TraceCollector(std::vector<std::string>& lines)
+    : readerWasEnabled_(kelcore::trace::IsEnabled(kReaderCategory)),
+      writerWasEnabled_(kelcore::trace::IsEnabled(kWriterCategory)) {
+    kelcore::trace::SetOutput([&lines](std::string_view category, std::string_view text) {
+        if (category == kReaderCategory || category == kWriterCategory) {
+            lines.emplace_back(text);
+        } else {
+            std::cerr << category << ": " << text << '\n';
+        }
+    });
+    kelcore::trace::SetEnabled(kReaderCategory, true);
+    kelcore::trace::SetEnabled(kWriterCategory, true);
+}
+
+TraceCollector::~TraceCollector() {
+    kelcore::trace::SetEnabled(kReaderCategory, readerWasEnabled_);
+    kelcore::trace::SetEnabled(kWriterCategory, writerWasEnabled_);
+    kelcore::trace::SetOutput({});
+}
+
+}  // namespace refhost
