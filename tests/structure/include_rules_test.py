@@ -8,7 +8,7 @@ import re
 import sys
 from pathlib import Path
 
-FOLDERS = ("host", "platform", "plugin", "reference_host", "toolkit", "cli", "tests", "fuzz", "bench")
+FOLDERS = ("host", "platform", "plugin", "reference_host", "toolkit", "cli", "tests", "fuzz", "bench", "examples")
 
 # What the files of a folder may include of the project: patterns of the included path. The first row whose
 # folder fits holds; a folder may always include itself.
@@ -22,6 +22,7 @@ PROJECT_RULES = (
     ("reference_host", (r"host/.*", r"platform/.*")),
     ("toolkit", (r"reference_host/model/.*", r"platform/.*")),
     ("cli", (r"toolkit/.*", r"reference_host/.*", r"platform/.*")),
+    ("examples", (r"host/.*", r"platform/.*")),
     ("tests", (r".*",)),
     ("fuzz", (r".*",)),
     ("bench", (r"toolkit/.*", r"reference_host/.*", r"host/.*", r"platform/.*")),

@@ -1,0 +1,78 @@
+// Reads a session, gives a clip another name, and saves it as another file:
+//
+//     rename-clip LIBRARY IN OUT CLIP-ID NAME
+//
+// OUT has the audio format, the media, the metronome, the tracks of the audio side and the plain
+// values of their clips. All else that IN has is lost: among it video, MIDI, effects, automation,
+// sends, fades, groups, ports, the saved state and the metadata. Each null and each empty body in
+// Tracks.h and Session.h is such a loss.
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <stdexcept>
+#include <system_error>
+
+#include "examples/host/Session.h"
+#include "platform/kelcore/Strings.h"
+#include "platform/kelcore/Trace.h"
+
+namespace {
+
+/// How many clips have the id and got the name.
+int Rename(example::Session& session, const std::string& id, const std::u16string& name) {
+    int renamed = 0;
+    for (example::Track& track : session.values.tracks) {
+        for (example::Clip& clip : track.values.clips) {
+            if (std::to_string(clip.values.id) == id) {
+                clip.values.name.value = name;
+                ++renamed;
+            }
+        }
+    }
+    return renamed;
+}
+
+/// A session that was thinned out must not take the place of the whole one.
+void RequireOther(const char* in, const char* out) {
+    std::error_code missing;
+    if (std::filesystem::equivalent(in, out, missing)) {
+        throw std::runtime_error("OUT is IN: name another file, for much of IN is not kept");
+    }
+}
+
+int Run(const char* library, const char* in, const char* out, const char* id, const char* name) {
+    RequireOther(in, out);
+    example::Session session;
+    example::Plugin plugin(library);
+    if (!plugin.Read(in, session.edit)) {
+        return 1;
+    }
+    if (Rename(session, id, kelcore::UTF8to16(name)) == 0) {
+        std::fprintf(stderr, "%s: no clip has the id %s\n", in, id);
+        return 1;
+    }
+    return plugin.Write(out, session.query) ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (count != 6) {
+        std::fprintf(stderr, "usage: rename-clip LIBRARY IN OUT CLIP-ID NAME\n");
+        return 2;
+    }
+    // Why a read or a save failed. Without this the lines go to standard error, with the time.
+    kelcore::trace::SetOutput([](std::string_view /*category*/, std::string_view text) {
+        std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
+    });
+    try {
+        const int status =
+            Run(arguments[1], arguments[2], arguments[3], arguments[4], arguments[5]);
+        std::printf("references left: %d\n", example::references);
+        return status;
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return 2;
+    }
+}
