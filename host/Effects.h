@@ -110,8 +110,8 @@ struct IQueryComponent : IHostObject {
     virtual IHostString* GetParameterName(kelcore::uint32 index) = 0;
     /// The automation of a parameter. Null, or a lane without keyframes: not stored.
     virtual IQueryAutomationLane* GetParameterAutomation(kelcore::uint32 index) = 0;
-    /// The size of the effect's saved state in bytes. 0: not stored. Asked of the effects in slots
-    /// only.
+    /// The size of the effect's saved state in bytes. 0: not stored. More than 1 GiB: the save
+    /// fails. Asked of the effects in slots only.
     virtual kelcore::uint32 GetPresetChunkSize() = 0;
     /// Fills a buffer of exactly that size with the saved state. False: not stored.
     virtual bool GetPresetChunk(kelcore::byte* buffer) = 0;
@@ -145,12 +145,12 @@ struct IQueryEffectsSlot : IHostObject {
     virtual kelcore::uint32 GetSideChainChannels() = 0;
     /// The layout of the effect's busses. Null or empty: not stored.
     virtual IHostString* GetBusConfig() = 0;
-    /// How many entries the input map has.
+    /// How many entries the input map has. More than 1024: the save fails.
     virtual kelcore::uint32 GetInputChannelCount() = 0;
     /// An entry of the input map.
     virtual void GetInputChannel(kelcore::uint32 position, kelcore::int32& index,
                                  kelcore::int32& source) = 0;
-    /// How many entries the output map has.
+    /// How many entries the output map has. More than 1024: the save fails.
     virtual kelcore::uint32 GetOutputChannelCount() = 0;
     /// An entry of the output map.
     virtual void GetOutputChannel(kelcore::uint32 position, kelcore::int32& index,

@@ -26,8 +26,8 @@ protected:
 };
 
 /// The session's musical timeline. From `IQueryMetronomeInfoPrivate::GetGlobalTrackInfo`. Each
-/// block is asked for its size in bytes (0: not stored), then filled into a buffer of that size
-/// (false: not stored).
+/// block is asked for its size in bytes (0: not stored; more than 1 GiB: the save fails), then
+/// filled into a buffer of that size (false: not stored).
 struct IQueryGlobalTrackInfo : IHostObject {
     /// Whether the ruler of time signatures is shown.
     virtual bool GetTimeSigVisible() = 0;

@@ -20,6 +20,8 @@
 ///  - Positions and lengths on the timeline and in media are counts of samples at the session's
 ///    rate.
 ///  - The value 4294967295 of an id or slot index, -1 where it is signed, means none.
+///  - The objects are built with run-time type information: the plug-in casts them to the
+///    `...Private` interfaces, and crashes on one that has none.
 ///  - An exception thrown by an operation ends the request with its failure code, except by
 ///    `Release`, where it ends the process.
 namespace tses {

@@ -41,7 +41,7 @@ protected:
 struct IQueryMIDIClip : IHostObject {
     /// The id, unique among the session's clips.
     virtual kelcore::uint32 GetID() = 0;
-    /// The size of the events in bytes. 0: no events are stored.
+    /// The size of the events in bytes. 0: no events are stored. More than 1 GiB: the save fails.
     virtual kelcore::uint32 GetMIDIEventsSize() = 0;
     /// Fills a buffer of exactly that size with the events. False: no events are stored.
     virtual bool GetMIDIEvents(kelcore::byte* buffer) = 0;

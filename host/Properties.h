@@ -37,7 +37,9 @@ protected:
 
 /// What the host keeps with a clip, as one text. From `IQueryAudioClip::GetProperties`.
 struct IQueryClipProperties : IHostObject {
-    /// The text. Asked only when `IsEmpty` is false. Null: stored as empty.
+    /// The text. Asked only when `IsEmpty` is false. Null: stored as empty. It is stored as an
+    /// attribute: the save fails if it takes more than about 1 MiB there, in UTF-8 and with the
+    /// references that some characters need.
     virtual IHostString* GetPropertiesText() = 0;
     /// Whether there is nothing to store.
     virtual bool IsEmpty() = 0;

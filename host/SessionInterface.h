@@ -12,6 +12,9 @@
 /// the plug-in holds references to them only during the call, except for the context of a write
 /// (`IQuerySession::GetContext`), which it holds until the next call with any selector.
 ///
+/// Host and plug-in share `libkelplatform.so`, which lies beside the plug-in: the switches of
+/// features, and the trace that says why a read or a save failed (docs/host-interfaces.md).
+///
 /// Nothing is ever thrown across the call: what the host's own operations throw is caught inside
 /// and ends the request with its failure code. Only a throw out of `IHostObject::Release` ends the
 /// process.
@@ -20,6 +23,10 @@ namespace tses {
 /// What is asked of the plug-in.
 enum class SessionSelector : std::int32_t {
     /// Argument: `IPlugInRegistrar`. Registers the plug-in and its format, and makes it ready.
+    /// Asks,
+    /// here alone, whether the application's feature "Tembra.InstrumentTracks" is on, which it is
+    /// only after `kelappsupport::SetFeatureEnabled`; while it is off, reads pass over instrument
+    /// tracks.
     Initialize = 0,
     /// Argument: ignored. Does nothing; may come at any time.
     Reserved = 1,
@@ -46,19 +53,22 @@ enum class SessionSelector : std::int32_t {
 enum class SessionResult : std::int32_t {
     /// Done. Also a read or write, with nothing done, as long as no Initialize has made the plug-in
     /// ready: before the first, after one that failed, and after one that found no memory for the
-    /// plug-in's own objects, which does not show in its result.
+    /// plug-in's own objects, which does not show in its result. Nothing reports progress then.
     Ok = 0,
     /// The selector is none of the six, negative ones included.
     UnknownSelector = -2,
     /// The selector is not implemented. This plug-in implements all.
     NotImplemented = -3,
     /// The file was not read: no path, no such file, malformed, not a session, or refused by the
-    /// host. Also every read after Terminate, and a host that throws out of Initialize or
+    /// host. The session's log target and the trace say why. Also every read after Terminate, and a
+    /// host that throws out of Initialize or
     /// SetFilePath, which leaves no path.
     ReadFailed = -4,
     /// The argument is null where one is needed (all but Reserved and Terminate).
     NullArgument = -6,
-    /// The session was not written. Also every write after Terminate.
+    /// The session was not written: no path, the file cannot be written, the host has no metronome
+    /// or threw, or a count, a size or a text of it goes beyond what a file holds
+    /// (docs/host-interfaces.md lists where). The trace says why. Also every write after Terminate.
     WriteFailed = -10,
 };
 

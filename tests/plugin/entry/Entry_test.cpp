@@ -184,6 +184,39 @@ TEST_F(Entry, BeforeInitialisingReadAndWriteSucceedAndDoNothing) {
     Call(kReserved, nullptr);
 }
 
+TEST_F(Entry, AfterAnInitialiseThatFailedReadAndWriteSucceedAndReportNothing) {
+    const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
+    order->throws = true;
+    EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), kReadFailed);
+    SetPath(folder / "a.orvo");
+    const auto session = refhost::SessionNode::Make();
+    EXPECT_EQ(Call(kRead, &session->Edit()), 0);
+    EXPECT_EQ(Call(kWrite, &session->Query()), 0);
+    EXPECT_TRUE(session->Reports().empty());
+    EXPECT_FALSE(std::filesystem::exists(folder / "a.orvo"));
+    Call(kReserved, nullptr);
+}
+
+TEST_F(Entry, TheInstrumentTracksOfTheHostCountFromTheNextInitialise) {
+    SetPath(folder.Write("a.orvo",
+                         "<orvo><session><tracks><instrumentTrack id='3'/></tracks></session>"
+                         "</orvo>"));
+    const auto tracksRead = [&] {
+        const auto session = refhost::SessionNode::Make();
+        EXPECT_EQ(Call(kRead, &session->Edit()), 0);
+        return session->Value().audioTracks.size();
+    };
+    kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", false);
+    Initialize();
+    EXPECT_EQ(tracksRead(), 0u);
+    kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", true);
+    EXPECT_EQ(tracksRead(), 0u);
+    Call(kTerminate, nullptr);
+    Initialize();
+    EXPECT_EQ(tracksRead(), 1u);
+    kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", false);
+}
+
 TEST_F(Entry, AWrittenSessionIsRead) {
     Initialize();
     EXPECT_EQ(SetPath(folder / "a.orvo"), 0);

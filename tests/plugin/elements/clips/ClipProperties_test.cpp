@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/kelcore/Trace.h"
 #include "tests/plugin/elements/ElementFixture.h"
 
 namespace tses {
@@ -56,6 +57,19 @@ TEST_F(ClipProperties, HaveNoChildren) {
 TEST_F(ClipProperties, AreWrittenAsOneAttribute) {
     EXPECT_EQ(WrittenElement("properties", With(u"{\"a\"}")),
               "<properties properties=\"{&quot;a&quot;}\"/>");
+}
+
+TEST_F(ClipProperties, ThatMakeTheirTagTooLongFailTheSave) {
+    const auto isSaved = [&](std::u16string text) {
+        refhost::model::Session session;
+        session.audioTracks.push_back(With(std::move(text)));
+        return Write(session).ok;
+    };
+    kelcore::trace::SetEnabled(kelcore::trace::kWriterCategory, false);
+    EXPECT_TRUE(isSaved(std::u16string(1048000, u'a')));
+    EXPECT_FALSE(isSaved(std::u16string(1048576, u'a')));
+    EXPECT_FALSE(isSaved(std::u16string(1048000 / 3, u'&'))) << "each is written as a reference";
+    kelcore::trace::SetEnabled(kelcore::trace::kWriterCategory, true);
 }
 
 TEST_F(ClipProperties, AreNotWrittenWhenThereAreNoneOrTheyAreEmpty) {
