@@ -274,12 +274,12 @@ int main(int argc, char** argv) {
         },
         stride, tally);
 
-    // A host that takes the lines: standard error's have the time, for which the C library keeps
-    // the time zone to the end.
-    kelcore::trace::SetOutput([](std::string_view /*category*/, std::string_view /*text*/) {});
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
     const refhost::model::Session expected = refhost::ReadSession(plugin, source).session;
+    // A host that takes the lines: standard error's have the time, for which the C library keeps
+    // the time zone to the end.
+    kelcore::trace::SetOutput([](std::string_view /*category*/, std::string_view /*text*/) {});
     Experiment(
         {"read", [&] { return Read(plugin, source, read); }, SessionResult::ReadFailed,
          [&](SessionResult result) { return result != SessionResult::Ok || read == expected; },
