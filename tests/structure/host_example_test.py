@@ -16,13 +16,13 @@ KEPT_OF_SESSION = ("sampleRate", "channelCount", "duration", "bitDepth", "files"
 KEPT_OF_TRACK = ("id", "index", "kind", "name", "height", "outputTrackId", "visible")
 KEPT_OF_CLIP = ("id", "fileId", "sourceInPoint", "duration", "startPoint", "name", "looped", "zOrder")
 
-# What a host must take without falling over.
+# What a host must take without falling over, with the id of a clip.
 ODD_DOCUMENTS = (
-    "<orvo/>",
-    "<orvo><session><tracks><audioTrack/><audioTrack/><busTrack id='-1'/></tracks></session></orvo>",
-    "<orvo><session><tracks><audioTrack id='1'><clip/><clip id='1'/><clip id='1'><fadeIn/></clip>"
+    ("<orvo/>", None),
+    ("<orvo><session><tracks><audioTrack/><audioTrack/><busTrack id='-1'/></tracks></session></orvo>", None),
+    ("<orvo><session><tracks><audioTrack id='1'><clip/><clip id='1'/><clip id='1'><fadeIn/></clip>"
     "<effectsRack><slot/></effectsRack></audioTrack><videoTrack id='1'><videoClip/></videoTrack></tracks>"
-    "<metronome><metronomeTrack id='1'><sendList/></metronomeTrack></metronome></session></orvo>",
+    "<metronome><metronomeTrack id='1'><sendList/></metronomeTrack></metronome></session></orvo>", 1),
 )
 
 
@@ -60,16 +60,20 @@ class Checks:
         self.expect(kinds == [5], "the instrument track is lost")
 
     def takes_every_session(self):
-        sources = [*self.root.glob("examples/*/*.orvo"), *self.root.glob("tests/golden/*.orvo")]
-        for number, document in enumerate(ODD_DOCUMENTS):
-            sources.append(self.folder / f"odd-{number}.orvo")
-            sources[-1].write_text(document, "utf-8")
-        for source in sources:
-            clips = [clip["id"] for track in self.session(source)["audioTracks"] for clip in track["clips"]]
-            run = self.run(source, self.folder / "any.orvo", clip=clips[-1] if clips else 1)
-            expected = (0 if clips else 1, "references left: 0\n")
+        known = [*self.root.glob("examples/*/*.orvo"), *self.root.glob("tests/golden/*.orvo")]
+        sources = [(source, self.a_clip_of(source)) for source in known]
+        for number, (document, clip) in enumerate(ODD_DOCUMENTS):
+            sources.append((self.folder / f"odd-{number}.orvo", clip))
+            sources[-1][0].write_text(document, "utf-8")
+        for source, clip in sources:
+            run = self.run(source, self.folder / "any.orvo", clip=clip)
+            expected = (1 if clip is None else 0, "references left: 0\n")
             self.expect((run.returncode, run.stdout) == expected, f"{source}: {run}")
-        self.expect(len(sources) > 8, "too few sessions")
+        self.expect(len(known) >= 7, "too few sessions")
+
+    def a_clip_of(self, source):
+        clips = [clip["id"] for track in self.session(source)["audioTracks"] for clip in track["clips"]]
+        return clips[-1] if clips else None
 
     def says_why(self):
         source = self.root / RADIO_SPOT
