@@ -70,6 +70,10 @@ TEST_F(UnreadableFiles, AFolderAPipeAndADeviceAreSaidToBeThat) {
     ExpectReason(u"/dev/null", "this is a device: put its content into a file first");
 }
 
+TEST_F(UnreadableFiles, AFileThatGivesNotOneByteIsSaidInTheWordsOfTheSystem) {
+    ExpectReason(u"/proc/self/mem", "cannot be read: Input/output error");
+}
+
 TEST_F(UnreadableFiles, WithoutALogTargetTheTraceSaysIt) {
     test::HostSetup host;
     host.logTarget = false;
