@@ -38,11 +38,15 @@ bool Serializer::Impl::Read(const std::u16string& path, HostReference<IEditSessi
     ClearReadState();
     session_->SetProgress(0, kProgressTotal, 0, 0);
     progressStep_ = 0;
-    documentBegan_ = false;
-    if (!path_.empty() && SessionXMLReader(this, this).Parse(path_)) {
+    if (path_.empty()) {
+        SayWhyTheFileCannotBeRead();
+        return false;
+    }
+    SessionXMLReader reader(this, this);
+    if (reader.Parse(path_)) {
         return rootSeen_;
     }
-    if (!documentBegan_) {
+    if (!reader.HasOpenedFile()) {
         SayWhyTheFileCannotBeRead();
     }
     return false;
@@ -67,7 +71,6 @@ void Serializer::Impl::ClearReadState() {
 }
 
 void Serializer::Impl::StartDocument() {
-    documentBegan_ = true;
     Reset();
 }
 

@@ -160,8 +160,6 @@ private:
     // The stack's depth at which an unknown element was entered; 0: in none.
     std::size_t skipDepth_ = 0;
     bool rootSeen_ = false;
-    // Whether the parser got as far as the document in this read: it could open the file.
-    bool documentBegan_ = false;
     // Of the open elements; null where there is none.
     std::vector<const ElementEntry*> openEntries_;
     // The character data since the last start tag.

@@ -36,6 +36,7 @@ public:
 
     /// The regular file behind `descriptor` is what is parsed; it stays open until the end.
     void Opened(int descriptor, const struct stat& status);
+    bool HasOpenedFile() const noexcept { return descriptor_ >= 0; }
 
     /// The parser was handed the file's next bytes; none at the end.
     void Received(const unsigned char* bytes, std::size_t size);

@@ -60,6 +60,7 @@ public:
 
     /// What is told how the parse goes.
     DocumentWatch& Watch() noexcept { return watch_; }
+    const DocumentWatch& Watch() const noexcept { return watch_; }
 
 private:
     /// Its namespace, which the scanner forgets, and its name. The texts are the parser's, which

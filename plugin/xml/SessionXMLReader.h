@@ -27,6 +27,9 @@ public:
     /// Concurrent calls run one after the other.
     bool Parse(const std::u16string& path) noexcept;
 
+    /// Whether the parse has opened its file. Asked of a reader after its first parse.
+    bool HasOpenedFile() const noexcept { return handler_.Watch().HasOpenedFile(); }
+
 private:
     void ParseDocument(const std::u16string& path);
 

@@ -203,6 +203,19 @@ TEST_F(SessionXMLReaderTest, AMissingFileFailsWithoutAMessage) {
     EXPECT_THAT(traced, IsEmpty());
 }
 
+TEST_F(SessionXMLReaderTest, TellsWhetherItOpenedTheFile) {
+    const auto hasOpened = [&](const std::filesystem::path& path) {
+        SessionXMLReader reader(&events, &events);
+        reader.Parse(kelcore::PathFromBytes(path.string()));
+        return reader.HasOpenedFile();
+    };
+    EXPECT_TRUE(hasOpened(folder.Write("good.orvo", "<a/>")));
+    EXPECT_TRUE(hasOpened(folder.Write("refused.orvo", "<!DOCTYPE a><a/>")));
+    EXPECT_TRUE(hasOpened(folder.Write("empty.orvo", "")));
+    EXPECT_FALSE(hasOpened(folder / "missing.orvo"));
+    EXPECT_FALSE(hasOpened(folder.Path()));
+}
+
 TEST_F(SessionXMLReaderTest, AnEmptyFileFailsWithAMessage) {
     EXPECT_FALSE(ParseText(""));
     EXPECT_THAT(events.problems, SizeIs(1));
