@@ -10,6 +10,8 @@
 #include "cli/Messages.h"
 #include "cli/Output.h"
 #include "cli/ProgressBar.h"
+#include "cli/ReadProgress.h"
+#include "cli/Refusals.h"
 #include "cli/SaveSession.h"
 #include "cli/SessionFile.h"
 #include "cli/Stream.h"
@@ -93,13 +95,11 @@ private:
 
 std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const SessionFile& file,
                                 const toolkit::Conversion& conversion, const LossRule& rule) {
-    ProgressBar bar("reading " + file.Name());
-    refhost::ReadOptions reading;
-    reading.progress = [&](const refhost::Progress& progress) {
-        bar.Update(progress.done, progress.total);
-    };
+    Progress progress(file.Name(), {{"reading"}});
+    const Progress::Phase reading = progress.Begin("reading");
+    reading.Watch(ShareRead(file.Path()));
     std::optional<ScanBesideRead> scan(std::in_place, file.Path(), conversion, rule.Limit());
-    refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath(), reading);
+    refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath());
     if (read.result != tses::SessionResult::Ok) {
         scan.reset();
         for (const Message& message : ExplainRefusal(file, read.messages)) {

@@ -1,14 +1,21 @@
+#include <algorithm>
+#include <filesystem>
 #include <nlohmann/json.hpp>
+#include <system_error>
 
 #include "cli/InfoReport.h"
 #include "cli/Messages.h"
 #include "cli/ProgressBar.h"
+#include "cli/ReadProgress.h"
+#include "cli/Refusals.h"
 #include "cli/SessionFile.h"
 #include "cli/StandardStreams.h"
 #include "cli/Verb.h"
 #include "reference_host/Sessions.h"
+#include "toolkit/SessionFolder.h"
+#include "toolkit/scan/StoredPaths.h"
 
-// orvo info FILE... [--tracks] [--effects] [--clips] [--json]
+// orvo info FILE... [--tracks] [--effects] [--clips] [--missing] [--recursive] [--json | --ndjson]
 
 namespace cli {
 namespace {
@@ -18,8 +25,66 @@ using nlohmann::ordered_json;
 struct Options {
     std::vector<std::string> files;
     InfoDetail detail;
+    bool missing = false;
+    bool recursive = false;
     bool json = false;
+    bool lines = false;  // of JSON
 };
+
+// Which files
+
+bool IsFolder(const std::string& name) {
+    std::error_code error;
+    return name != kStream && std::filesystem::is_directory(name, error);
+}
+
+struct Named {
+    std::vector<std::string> files;
+    bool allKnown = true;
+};
+
+void AddFolder(const std::string& folder, Named& named) {
+    const toolkit::FolderContent content = toolkit::FindSessions(folder);
+    for (const toolkit::UnreadFolder& unread : content.unread) {
+        Complain(ToMessage(unread.path, unread.problem));
+    }
+    if (content.sessions.empty() && content.unread.empty()) {
+        Complain({.subject = folder,
+                  .what = "there is no session file in this folder",
+                  .advice = "their names end in .orvo"});
+    }
+    named.allKnown = named.allKnown && content.unread.empty() && !content.sessions.empty();
+    named.files.insert(named.files.end(), content.sessions.begin(), content.sessions.end());
+}
+
+Named FindFiles(const Options& options) {
+    Named named;
+    for (const std::string& name : options.files) {
+        if (options.recursive && IsFolder(name)) {
+            AddFolder(name, named);
+        } else {
+            named.files.push_back(name);
+        }
+    }
+    return named;
+}
+
+// What is in them
+
+constexpr const char* kReading = "reading";
+constexpr const char* kLookingForPaths = "looking for paths in";
+constexpr const char* kShowing = "showing";
+
+std::vector<ProgressPhase> PhasesOf(const std::vector<std::string>& files) {
+    std::vector<ProgressPhase> phases;
+    for (const std::string& file : files) {
+        const double size = SizeOrOne(file);
+        phases.push_back({kReading, size * 2});
+        phases.push_back({kLookingForPaths, size});
+        phases.push_back({kShowing, size});
+    }
+    return phases;
+}
 
 InfoContent Summarise(const refhost::model::Session& session) {
     InfoContent content;
@@ -30,50 +95,122 @@ InfoContent Summarise(const refhost::model::Session& session) {
     return content;
 }
 
-InfoReport Inspect(refhost::Plugin& plugin, const std::string& name) {
-    const SessionFile file(name);
-    ProgressBar bar("reading " + file.Name());
-    refhost::ReadOptions options;
-    options.progress = [&](const refhost::Progress& progress) {
-        bar.Update(progress.done, progress.total);
-    };
+refhost::ReadResult Read(refhost::Plugin& plugin, const SessionFile& file, Progress& progress) {
+    const Progress::Phase reading = progress.Begin(kReading, file.Name());
+    reading.Watch(ShareRead(file.Path()));
     plugin.Restart();  // a read that ended inside an unknown element would tell in the next one
-    const refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath(), options);
+    return refhost::ReadSession(plugin, file.FullPath());
+}
+
+/// To be asked for only where media are missing: it reads the file once more.
+std::map<kelcore::uint32, toolkit::StoredPaths> FindPaths(const SessionFile& file,
+                                                          Progress& progress) {
+    const Progress::Phase looking = progress.Begin(kLookingForPaths, file.Name());
+    looking.Watch(ShareRead(file.Path()));
+    return toolkit::FindStoredPaths(file.Path());
+}
+
+InfoReport Inspect(refhost::Plugin& plugin, const std::string& name, Progress& progress) {
+    if (IsFolder(name)) {
+        return {name,
+                std::nullopt,
+                {{.subject = name,
+                  .what = "this is a folder",
+                  .advice = "name a session file in it, or say --recursive"}}};
+    }
+    const SessionFile file(name);
+    const refhost::ReadResult read = Read(plugin, file, progress);
     if (read.result != tses::SessionResult::Ok) {
         return {file.Name(), std::nullopt, ExplainRefusal(file, read.messages)};
     }
-    return {file.Name(), Summarise(read.session), {}};
+    InfoReport report{file.Name(), Summarise(read.session), {}};
+    if (report.content->session.MissingCount() != 0) {
+        report.content->session.AddStoredPaths(FindPaths(file, progress));
+    }
+    return report;
 }
 
+// How it is shown
+
 /// What is no UTF-8 (an unpaired surrogate, a byte of a name) becomes U+FFFD.
-std::string Dump(const ordered_json& value) {
-    return value.dump(2, ' ', false, ordered_json::error_handler_t::replace) + "\n";
+std::string Dump(const ordered_json& value, int indent) {
+    return value.dump(indent, ' ', false, ordered_json::error_handler_t::replace);
 }
+
+/// An element of an array that is written as its elements come, as the whole would look.
+std::string Indented(const std::string& text) {
+    std::string indented = "  ";
+    for (const char character : text) {
+        indented += character;
+        indented += character == '\n' ? "  " : "";
+    }
+    return indented;
+}
+
+/// Prints each report as it comes.
+class Printer {
+public:
+    explicit Printer(const Options& options) : options_(options) {}
+
+    void Add(const InfoReport& report) {
+        if (options_.json || options_.lines) {
+            AddJson(options_.missing ? MissingToJson(report) : InfoToJson(report));
+        } else if (report.content) {
+            AddText(options_.missing ? ShowMissing(report) : ShowInfo(report, options_.detail));
+        }
+        FlushOutput();
+    }
+
+    void End() const {
+        if (options_.json) {
+            Print(isFirst_ ? "[]\n" : "\n]\n");
+        }
+    }
+
+private:
+    void AddText(const std::string& text) {
+        if (!text.empty()) {
+            Print((isFirst_ ? "" : "\n") + text);
+            isFirst_ = false;
+        }
+    }
+
+    void AddJson(const ordered_json& object) {
+        if (object.is_null()) {
+            return;
+        }
+        if (options_.lines) {
+            Print(Dump(object, -1) + "\n");
+        } else {
+            constexpr int kIndent = 2;
+            Print((isFirst_ ? "[\n" : ",\n") + Indented(Dump(object, kIndent)));
+        }
+        isFirst_ = false;
+    }
+
+    const Options& options_;
+    bool isFirst_ = true;
+};
 
 ExitCode RunInfo(const Options& options) {
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
-    ExitCode code = ExitCode::Good;
-    ordered_json all = ordered_json::array();
-    const char* separator = "";
-    for (const std::string& name : options.files) {
-        const InfoReport report = Inspect(plugin, name);
+    const Named named = FindFiles(options);
+    ExitCode code = named.allKnown ? ExitCode::Good : ExitCode::Failure;
+    Progress progress("sessions", PhasesOf(named.files));
+    Printer printer(options);
+    for (const std::string& name : named.files) {
+        const InfoReport report = Inspect(plugin, name, progress);
         for (const Message& message : report.messages) {
             Complain(message);
         }
         if (!report.content) {
             code = ExitCode::Failure;
         }
-        if (options.json) {
-            all.push_back(InfoToJson(report));
-        } else if (report.content) {
-            Print(separator + ShowInfo(report, options.detail));
-            separator = "\n";
-        }
+        const Progress::Phase showing = progress.Begin(kShowing, report.name);
+        printer.Add(report);
     }
-    if (options.json) {
-        Print(Dump(all));
-    }
+    printer.End();
     return code;
 }
 
@@ -84,15 +221,25 @@ void AddInfo(CLI::App& tool, Action& chosen) {
     CLI::App* const verb = tool.add_subcommand(
         "info", "Show what is in a session: format, length, devices, media, tracks, groups.");
     verb->add_option("FILE", options->files, "session files; - for standard input")->required();
+    verb->add_flag("--recursive", options->recursive,
+                   "FILE may be a folder: all *.orvo files in it and in its folders");
     verb->add_flag("--tracks", options->detail.tracks, "routing and switches of each track");
     verb->add_flag("--effects", options->detail.effects, "the effects of each track");
     verb->add_flag("--clips", options->detail.clips, "the clips of each track on the timeline");
+    CLI::Option* const missing = verb->add_flag("--missing", options->missing,
+                                                "missing media only; nothing where all are there");
+    for (const char* const detail : {"--tracks", "--effects", "--clips"}) {
+        missing->excludes(detail);
+    }
     verb->add_flag("--json", options->json,
                    "everything, as an array of JSON objects, one for each file");
+    verb->add_flag("--ndjson", options->lines, "the same objects without the array, one a line")
+        ->excludes("--json");
     verb->footer(
         "Examples:\n"
         "  orvo info song.orvo\n"
         "  orvo info --clips song.orvo\n"
+        "  orvo info --missing --recursive /archive\n"
         "  orvo info --json *.orvo | python3 -m json.tool\n\n"
         "Exit status: 0 if every file is a session, else 1. Missing media are no failure.");
     verb->callback([options, &chosen] { chosen = [options] { return RunInfo(*options); }; });

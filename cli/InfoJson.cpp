@@ -51,10 +51,17 @@ ordered_json ToJson(const refhost::model::VideoFormat& format) {
             {"pixelAspect", {format.parNumerator, format.parDenominator}}};
 }
 
+ordered_json OrNull(const std::optional<std::string>& text) {
+    return text ? ordered_json(*text) : ordered_json(nullptr);
+}
+
 ordered_json ToJson(const toolkit::MediaSummary& file) {
+    const auto& stored = file.stored;
     return {{"id", file.id},
             {"path", Utf8(file.path)},
             {"found", file.found},
+            {"absolutePath", stored ? ordered_json(Utf8(stored->absolute)) : ordered_json(nullptr)},
+            {"relativePath", stored ? ordered_json(Utf8(stored->relative)) : ordered_json(nullptr)},
             {"handler", Utf8(file.handlerName)},
             {"handlerId", Utf8(file.handlerId)}};
 }
@@ -111,6 +118,8 @@ ordered_json ToJson(const toolkit::ClipSummary& clip) {
             {"startSamples", clip.start},
             {"durationSamples", clip.duration},
             {"media", clip.fileId ? ordered_json(*clip.fileId) : ordered_json(nullptr)},
+            {"sourceInSamples",
+             clip.sourceInPoint ? ordered_json(*clip.sourceInPoint) : ordered_json(nullptr)},
             {"group", Utf8(clip.group)},
             {"notes", clip.marks}};
 }
@@ -139,14 +148,15 @@ void AddSession(const toolkit::SessionSummary& summary, ordered_json& object) {
     object["channelCount"] = summary.channelCount;
     object["bitDepth"] = summary.bitDepth;
     object["durationSamples"] = summary.duration;
-    const auto time = toolkit::FormatTime(summary.duration, summary.sampleRate);
-    object["duration"] = time ? ordered_json(*time) : ordered_json(nullptr);
+    object["duration"] = OrNull(toolkit::FormatTime(summary.duration, summary.sampleRate));
     object["input"] = Device(summary.audioDevice.inputDeviceId, summary.audioDevice.inputPorts);
     object["output"] = Device(summary.audioDevice.outputDeviceId, summary.audioDevice.outputPorts);
     object["beatsPerMinute"] = summary.beatsPerMinute;
     object["beatsPerBar"] = summary.beatsPerBar;
     object["noteLength"] = summary.noteLength;
     object["timeFormat"] = toolkit::TimeFormatName(summary.timeFormat);
+    object["smpteStartSamples"] = summary.smpteStart;
+    object["smpteStart"] = OrNull(summary.FormatSmpteStart());
     object["tempoChanges"] = summary.tempoChanges;
     object["timeSignatureChanges"] = summary.timeSignatureChanges;
     object["keySignatureChanges"] = summary.keySignatureChanges;
@@ -172,6 +182,19 @@ ordered_json InfoToJson(const InfoReport& report) {
     object["clips"] = ToArray(report.content->clips);
     object["groups"] = ToArray(report.content->groups);
     return object;
+}
+
+ordered_json MissingToJson(const InfoReport& report) {
+    if (!report.content) {
+        return InfoToJson(report);
+    }
+    const toolkit::SessionSummary& summary = report.content->session;
+    const std::size_t count = summary.MissingCount();
+    if (count == 0) {
+        return nullptr;
+    }
+    return {
+        {"file", report.name}, {"mediaMissing", count}, {"media", ToArray(summary.MissingMedia())}};
 }
 
 }  // namespace cli

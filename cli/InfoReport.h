@@ -38,7 +38,13 @@ struct InfoDetail {
 /// The report of a session as aligned text.
 std::string ShowInfo(const InfoReport& report, const InfoDetail& detail);
 
+/// Its missing media alone. Empty if it misses none.
+std::string ShowMissing(const InfoReport& report);
+
 /// The whole of it for programs.
 nlohmann::ordered_json InfoToJson(const InfoReport& report);
+
+/// Its missing media alone, for programs. Null if it misses none.
+nlohmann::ordered_json MissingToJson(const InfoReport& report);
 
 }  // namespace cli

@@ -50,11 +50,14 @@ std::string ShownPath(const std::u16string& path) {
     return Printable((below ? relative : full).string());
 }
 
-std::string ShownDuration(const SessionSummary& summary) {
-    const std::string samples =
-        fmt::format("{} sample{}", summary.duration, summary.duration == 1 ? "" : "s");
-    const auto time = toolkit::FormatTime(summary.duration, summary.sampleRate);
+/// A time, where it can be told, with its samples.
+std::string WithSamples(const std::optional<std::string>& time, kelcore::int64 count) {
+    const std::string samples = fmt::format("{} sample{}", count, count == 1 ? "" : "s");
     return time ? fmt::format("{} ({})", *time, samples) : samples;
+}
+
+std::string ShownDuration(const SessionSummary& summary) {
+    return WithSamples(toolkit::FormatTime(summary.duration, summary.sampleRate), summary.duration);
 }
 
 std::string ShownChannels(kelcore::int32 count) {
@@ -131,6 +134,9 @@ void AddNotes(const SessionSummary& summary, Rows& rows) {
     if (times != "decimal") {
         rows.push_back({"Times", times});
     }
+    if (summary.smpteStart != 0) {
+        rows.push_back({"Starts at", WithSamples(summary.FormatSmpteStart(), summary.smpteStart)});
+    }
     const char* label = "Properties";
     for (const model::Property& property : summary.properties) {
         rows.push_back({label, ShownProperty(property)});
@@ -159,11 +165,25 @@ std::string ShownSession(const SessionSummary& summary) {
     return FormatTable(rows, {Align::Left, Align::Left}, "  ");
 }
 
-std::string ShownMedia(const SessionSummary& summary) {
+/// What the document says of missing media beside the path that is shown.
+void AddStoredPaths(const toolkit::MediaSummary& file, Rows& rows) {
+    if (!file.stored) {
+        return;
+    }
+    if (!file.stored->absolute.empty() && file.stored->absolute != file.path) {
+        rows.push_back({"", "", "", "absolute: " + Text(file.stored->absolute)});
+    }
+    if (!file.stored->relative.empty()) {
+        rows.push_back({"", "", "", "relative: " + Text(file.stored->relative)});
+    }
+}
+
+std::string ShownMedia(const std::vector<toolkit::MediaSummary>& media) {
     Rows rows = {{"Id", "State", "Handler", "Path"}};
-    for (const toolkit::MediaSummary& file : summary.media) {
+    for (const toolkit::MediaSummary& file : media) {
         rows.push_back({std::to_string(file.id), file.found ? "found" : "missing",
                         Text(file.handlerName), ShownPath(file.path)});
+        AddStoredPaths(file, rows);
     }
     return FormatTable(rows, {Align::Right, Align::Left, Align::Left, Align::Left}, "  ");
 }
@@ -326,16 +346,18 @@ std::string ShownPosition(kelcore::int64 samples, kelcore::uint32 sampleRate) {
 
 std::string ShownClips(const InfoContent& content) {
     const kelcore::uint32 rate = content.session.sampleRate;
-    Rows rows = {{"Track", "Clip", "Name", "Start", "Length", "Media", "Group", "Notes"}};
+    Rows rows = {
+        {"Track", "Clip", "Name", "Start", "Length", "Media", "Source in", "Group", "Notes"}};
     for (const ClipSummary& clip : content.clips) {
         rows.push_back({Text(clip.trackName), std::to_string(clip.id), Text(clip.name),
                         ShownPosition(clip.start, rate), ShownPosition(clip.duration, rate),
-                        clip.fileId ? std::to_string(*clip.fileId) : "", Text(clip.group),
-                        fmt::format("{}", fmt::join(clip.marks, ", "))});
+                        clip.fileId ? std::to_string(*clip.fileId) : "",
+                        clip.sourceInPoint ? ShownPosition(*clip.sourceInPoint, rate) : "",
+                        Text(clip.group), fmt::format("{}", fmt::join(clip.marks, ", "))});
     }
     return FormatTable(rows,
                        {Align::Left, Align::Right, Align::Left, Align::Right, Align::Right,
-                        Align::Right, Align::Left, Align::Left},
+                        Align::Right, Align::Right, Align::Left, Align::Left},
                        "  ");
 }
 
@@ -348,13 +370,22 @@ std::string ShownGroups(const std::vector<GroupSummary>& groups) {
     return FormatTable(rows, {Align::Right, Align::Left, Align::Right, Align::Left}, "  ");
 }
 
+std::string Title(const InfoReport& report) {
+    return Printable(report.name) + "\n";
+}
+
 }  // namespace
+
+std::string ShowMissing(const InfoReport& report) {
+    const auto missing = report.content->session.MissingMedia();
+    return missing.empty() ? "" : Title(report) + ShownMedia(missing);
+}
 
 std::string ShowInfo(const InfoReport& report, const InfoDetail& detail) {
     const InfoContent& content = *report.content;
-    std::string text = Printable(report.name) + "\n" + ShownSession(content.session);
+    std::string text = Title(report) + ShownSession(content.session);
     if (!content.session.media.empty()) {
-        text += "\n" + ShownMedia(content.session);
+        text += "\n" + ShownMedia(content.session.media);
     }
     if (!content.tracks.empty()) {
         text += "\n" + ShownTracks(content.tracks);

@@ -8,6 +8,7 @@
 
 #include "cli/Messages.h"
 #include "cli/StandardStreams.h"
+#include "cli/Stream.h"
 #include "cli/Suggestions.h"
 #include "cli/Verb.h"
 
@@ -39,25 +40,55 @@ std::string ChosenName(const CLI::App& tool) {
     return verbs.empty() ? "orvo" : "orvo " + verbs.front()->get_name();
 }
 
+/// What is wrong, and what may have been meant.
+std::string WithSuggestion(const std::string& what, const std::string& name,
+                           const std::vector<std::string>& known) {
+    const std::vector<std::string> near = cli::NearMatches(name, known);
+    return near.empty() ? what : fmt::format("{}; did you mean {}?", what, fmt::join(near, " or "));
+}
+
 std::string UnknownVerb(const CLI::App& tool, const std::string& name) {
     std::vector<std::string> verbs;
     for (const CLI::App* const verb : tool.get_subcommands(nullptr)) {
         verbs.push_back(verb->get_name());
     }
-    const std::vector<std::string> near = cli::NearMatches(name, verbs);
-    const std::string what = "there is no verb \"" + name + "\"";
-    return near.empty() ? what : fmt::format("{}; did you mean {}?", what, fmt::join(near, " or "));
+    return WithSuggestion("there is no verb \"" + name + "\"", name, verbs);
+}
+
+/// @param argument  may have a value: "--tracks=4"
+std::string UnknownOption(const CLI::App& app, const std::string& argument) {
+    const std::string name = argument.substr(0, argument.find('='));
+    std::vector<std::string> options;
+    for (const CLI::Option* const option : app.get_options()) {
+        for (const std::string& known : option->get_lnames()) {
+            options.push_back("--" + known);
+        }
+    }
+    return WithSuggestion("there is no option \"" + name + "\"", name, options);
 }
 
 /// Where no verb was found.
 std::string WhatStandsForAVerb(const CLI::App& tool) {
     for (const std::string& argument : tool.remaining()) {
         if (argument != "--") {
-            return argument.starts_with('-') ? "there is no option \"" + argument + "\""
+            return argument.starts_with('-') ? UnknownOption(tool, argument)
                                              : UnknownVerb(tool, argument);
         }
     }
     return "there is no verb; say what to do";
+}
+
+/// What is wrong behind a verb. A slip in an option is told first: the rest may follow from it.
+std::string WhatIsWrong(const CLI::App& verb, const CLI::ParseError& outcome) {
+    for (const std::string& argument : verb.remaining()) {
+        if (argument == "--") {
+            break;
+        }
+        if (argument.starts_with('-') && argument != cli::kStream) {
+            return UnknownOption(verb, argument);
+        }
+    }
+    return outcome.what();
 }
 
 cli::ExitCode ReportParse(const CLI::App& tool, const CLI::ParseError& outcome) {
@@ -65,9 +96,10 @@ cli::ExitCode ReportParse(const CLI::App& tool, const CLI::ParseError& outcome) 
         tool.exit(outcome);  // the help or the version
         return cli::ExitCode::Good;
     }
+    const auto verbs = tool.get_subcommands();
     cli::Complain(
         {.subject = {},
-         .what = tool.get_subcommands().empty() ? WhatStandsForAVerb(tool) : outcome.what(),
+         .what = verbs.empty() ? WhatStandsForAVerb(tool) : WhatIsWrong(*verbs.front(), outcome),
          .advice = "try \"" + ChosenName(tool) + " --help\""});
     return cli::ExitCode::Usage;
 }

@@ -1,13 +1,11 @@
 #include "cli/Messages.h"
 
 #include <fmt/format.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
+#include "cli/ErrorTerminal.h"
 #include "toolkit/TextPlaces.h"
 
 namespace cli {
@@ -53,6 +51,7 @@ std::string FormatMessage(const Message& message) {
 }
 
 void Complain(const Message& message) {
+    const StatusLinePause pause;
     if (MayColourErrors()) {
         fmt::print(stderr, "{}{}{}{}\n", kBoldRed, kTool, kPlain, Body(message));
     } else {
@@ -69,22 +68,6 @@ std::string Printable(std::string_view text) {
         text.remove_prefix(character.size());
     }
     return shown;
-}
-
-bool HasErrorTerminal() {
-    return ::isatty(STDERR_FILENO) == 1;
-}
-
-std::size_t ErrorTerminalColumns() {
-    constexpr std::size_t kUsual = 80;
-    winsize size{};
-    const bool known = ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
-    return known ? size.ws_col : kUsual;
-}
-
-bool MayColourErrors() {
-    const char* const refused = std::getenv("NO_COLOR");
-    return HasErrorTerminal() && (refused == nullptr || *refused == '\0');
 }
 
 }  // namespace cli

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -26,14 +25,5 @@ void Complain(const Message& message);
 /// The text (UTF-8) on one line: the bytes of what a terminal would obey, and those that are part
 /// of no character, are shown as "\x1b".
 std::string Printable(std::string_view text);
-
-/// Whether standard error is a terminal.
-bool HasErrorTerminal();
-
-/// How many columns that terminal has; 80 if that is not known.
-std::size_t ErrorTerminalColumns();
-
-/// Whether standard error may be coloured: it is a terminal and NO_COLOR is not set.
-bool MayColourErrors();
 
 }  // namespace cli

@@ -3,19 +3,24 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <chrono>
+#include <condition_variable>
+#include <stdexcept>
+#include <system_error>
 #include <utility>
 
+#include "cli/Columns.h"
+#include "cli/ErrorTerminal.h"
 #include "cli/Messages.h"
-#include "toolkit/TextPlaces.h"
 
 namespace cli {
 namespace {
 
 constexpr std::chrono::milliseconds kQuickEnough{500};
+constexpr std::chrono::milliseconds kInterval{100};
+constexpr kelcore::uint32 kResolution = 10000;
 constexpr std::size_t kWidth = 28;
 constexpr std::size_t kFrame = 2;
-constexpr std::string_view kWipeLine = "\r\x1b[K";
 constexpr std::string_view kEllipsis = "...";
 
 std::size_t LessOrNone(std::size_t count, std::size_t taken) {
@@ -29,21 +34,16 @@ std::string Bar(kelcore::uint32 done, kelcore::uint32 total, std::size_t width) 
     return fmt::format("[{:#>{}}{:.>{}}]", "", filled, "", width - filled);
 }
 
-/// How many columns a character of so many bytes takes at the most.
-std::size_t ColumnsOf(std::size_t size) {
-    return size < 3 ? 1 : 2;
-}
-
 /// How many bytes at the begin of the text fit the columns.
 std::size_t FittingSize(std::string_view text, std::size_t columns) {
     std::size_t fitting = 0;
     for (std::size_t taken = 0; fitting < text.size();) {
-        const std::size_t size = toolkit::CharacterSize(text.substr(fitting));
-        taken += ColumnsOf(size);
+        const ShownCharacter next = FirstShownCharacter(text.substr(fitting));
+        taken += next.columns;
         if (taken > columns) {
             break;
         }
-        fitting += size;
+        fitting += next.size;
     }
     return fitting;
 }
@@ -59,24 +59,101 @@ std::string Cut(const std::string& label, std::size_t columns) {
 
 }  // namespace
 
-ProgressBar::ProgressBar(std::string label)
-    : label_(Printable(label)), start_(std::chrono::steady_clock::now()) {}
-
-ProgressBar::~ProgressBar() {
-    if (shown_) {
-        fmt::print(stderr, "{}", kWipeLine);
+Progress::Progress(std::string subject, std::vector<ProgressPhase> phases)
+    : subject_(Printable(subject)), label_(subject_), phases_(std::move(phases)) {
+    if (!HasErrorTerminal()) {
+        return;
+    }
+    try {
+        drawer_ = std::jthread([this](const std::stop_token& stop) { Draw(stop); });
+    } catch (const std::system_error&) {
+        // The work can be done without a bar.
     }
 }
 
-void ProgressBar::Update(kelcore::uint32 done, kelcore::uint32 total) {
-    const bool lasts = std::chrono::steady_clock::now() - start_ > kQuickEnough;
-    if (!lasts || !HasErrorTerminal()) {
-        return;
+Progress::~Progress() {
+    if (drawer_.joinable()) {
+        drawer_.request_stop();
+        drawer_.join();
+        const StatusLinePause wiped;
     }
-    shown_ = true;
-    fmt::print(stderr, "{}{}", kWipeLine,
-               FormatProgress(label_, done, total, ErrorTerminalColumns()));
-    std::fflush(stderr);
+}
+
+Progress::Phase Progress::Begin(const std::string& name, std::string subject) {
+    const std::scoped_lock lock(mutex_);
+    const auto phase =
+        std::find_if(phases_.begin() + static_cast<std::ptrdiff_t>(begun_), phases_.end(),
+                     [&name](const ProgressPhase& each) { return each.name == name; });
+    if (phase == phases_.end()) {
+        throw std::logic_error("no phase is left that is called " + name);
+    }
+    label_ = name + " " + (subject.empty() ? subject_ : Printable(subject));
+    begun_ = static_cast<std::size_t>(phase - phases_.begin()) + 1;
+    phaseShare_ = 0;
+    source_ = {};
+    return {*this, begun_};
+}
+
+double Progress::Share() {
+    const std::scoped_lock lock(mutex_);
+    return ShareLocked();
+}
+
+double Progress::ShareLocked() {
+    if (source_) {
+        phaseShare_ = source_().value_or(phaseShare_);
+    }
+    double done = 0;
+    double total = 0;
+    for (std::size_t i = 0; i < phases_.size(); ++i) {
+        const double share = i + 1 < begun_ ? 1 : i + 1 == begun_ ? phaseShare_ : 0;
+        done += phases_[i].weight * std::clamp(share, 0.0, 1.0);
+        total += phases_[i].weight;
+    }
+    share_ = std::max(share_, total > 0 ? done / total : 0);
+    return share_;
+}
+
+void Progress::Draw(const std::stop_token& stop) {
+    std::condition_variable_any wait;
+    std::unique_lock lock(mutex_);
+    auto next = std::chrono::steady_clock::now() + kQuickEnough;
+    while (!wait.wait_until(lock, stop, next, [] { return false; }) && !stop.stop_requested()) {
+        const auto done = static_cast<kelcore::uint32>(ShareLocked() * kResolution);
+        ShowStatusLine(FormatProgress(label_, done, kResolution, ErrorTerminalColumns()));
+        next = std::chrono::steady_clock::now() + kInterval;
+    }
+}
+
+void Progress::SetShare(std::size_t phase, double share) {
+    const std::scoped_lock lock(mutex_);
+    if (phase == begun_) {
+        phaseShare_ = share;
+    }
+}
+
+void Progress::SetSource(std::size_t phase, ShareSource source) {
+    const std::scoped_lock lock(mutex_);
+    if (phase == begun_) {
+        source_ = std::move(source);
+    }
+}
+
+Progress::Phase::~Phase() {
+    if (progress_ != nullptr) {
+        progress_->SetSource(number_, {});
+        progress_->SetShare(number_, 1);
+    }
+}
+
+void Progress::Phase::Update(kelcore::uint64 done, kelcore::uint64 total) const {
+    if (total != 0) {
+        progress_->SetShare(number_, static_cast<double>(done) / static_cast<double>(total));
+    }
+}
+
+void Progress::Phase::Watch(ShareSource source) const {
+    progress_->SetSource(number_, std::move(source));
 }
 
 std::string FormatProgress(const std::string& label, kelcore::uint32 done, kelcore::uint32 total,

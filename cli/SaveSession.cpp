@@ -31,10 +31,11 @@ std::unique_ptr<const StandInFile> MakeStandIn(const Output& out) {
 
 refhost::WriteResult Write(refhost::Plugin& plugin, Session session, const StandInFile& file,
                            const Output& out) {
-    ProgressBar bar("writing " + out.Name());
+    Progress progress(out.Name(), {{"writing"}});
+    const Progress::Phase writing = progress.Begin("writing");
     refhost::WriteOptions options;
-    options.progress = [&](const refhost::Progress& progress) {
-        bar.Update(progress.done, progress.total);
+    options.progress = [&writing](const refhost::Progress& report) {
+        writing.Update(report.done, report.total);
     };
     refhost::WriteResult written =
         refhost::WriteSession(plugin, file.PluginPath(), std::move(session), options);

@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <stdexcept>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -95,74 +93,6 @@ std::u16string FullPathOf(const std::string& name) {
 
 std::u16string FullPathOfStreams() {
     return FullPathOf("stream.orvo");
-}
-
-namespace {
-
-constexpr std::string_view kRefused = "refused: ";
-
-/// What the plug-in logged of a document, "XML ERROR: (line: 2, col: 7) [ /song.orvo] the text".
-Message FromLog(const std::string& subject, const std::string& logged) {
-    unsigned long long line = 0;
-    unsigned long long column = 0;
-    int end = 0;
-    if (std::sscanf(logged.c_str(), "XML %*[A-Z ]: (line: %llu, col: %llu) %n", &line, &column,
-                    &end) != 2 ||
-        end == 0) {
-        return {.subject = subject, .what = logged};
-    }
-    std::string text = logged.substr(static_cast<std::size_t>(end));
-    const std::size_t file = text.starts_with('[') ? text.find("] ") : std::string::npos;
-    if (file != std::string::npos) {
-        text.erase(0, file + 2);
-    }
-    return {.subject = subject, .place = {line, column}, .what = std::move(text)};
-}
-
-/// The one thing in a well-formed session that a host cannot take.
-std::vector<Message> TracksWithoutId(const SessionFile& file, const toolkit::DocumentScan& scan) {
-    std::vector<Message> messages;
-    for (const toolkit::NotCarried& track : scan.endTheRead) {
-        messages.push_back({.subject = file.Name(),
-                            .place = track.place,
-                            .what = track.what,
-                            .advice = "give it the attribute id with a number of its own"});
-    }
-    return messages;
-}
-
-bool IsOwnRefusal(const Message& message) {
-    return message.what.starts_with(kRefused);
-}
-
-}  // namespace
-
-std::vector<Message> ExplainRefusal(const SessionFile& file,
-                                    const std::vector<std::u16string>& parserMessages) {
-    if (file.EarlyProblem()) {
-        return {ToMessage(file.Name(), *file.EarlyProblem())};
-    }
-    std::vector<Message> messages;
-    for (const std::u16string& text : parserMessages) {
-        messages.push_back(FromLog(file.Name(), kelcore::UTF16to8(text)));
-    }
-    // A document that the plug-in takes for an attack is not parsed a second time.
-    if (std::any_of(messages.begin(), messages.end(), IsOwnRefusal)) {
-        return messages;
-    }
-    const toolkit::DocumentScan scan = toolkit::ScanDocument(file.Path());
-    if (scan.problem) {
-        return {ToMessage(file.Name(), *scan.problem)};
-    }
-    if (messages.empty()) {
-        messages = TracksWithoutId(file, scan);
-    }
-    if (messages.empty()) {
-        messages.push_back({.subject = file.Name(),
-                            .what = "the plug-in refused the file",
-                            .advice = "try again; if it happens again, report it with the file"});
-    }
-    return messages;
 }
 
 Message ToMessage(const std::string& subject, const toolkit::Problem& problem) {

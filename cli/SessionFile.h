@@ -3,7 +3,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "cli/Messages.h"
 #include "cli/StandInFile.h"
@@ -46,12 +45,6 @@ std::u16string FullPathOf(const std::string& name);
 /// A full path that no file need have, in the folder from which relative paths in streams count:
 /// the working directory.
 std::u16string FullPathOfStreams();
-
-/// Why the plug-in refused to read a file: what a look at the file tells, or else what the parser
-/// said.
-/// @param parserMessages  the lines of the log target
-std::vector<Message> ExplainRefusal(const SessionFile& file,
-                                    const std::vector<std::u16string>& parserMessages);
 
 /// A problem with a file, for the person at the terminal.
 Message ToMessage(const std::string& subject, const toolkit::Problem& problem);

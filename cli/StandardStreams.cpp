@@ -1,7 +1,11 @@
 #include "cli/StandardStreams.h"
 
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
+
+#include "cli/ErrorTerminal.h"
 
 namespace cli {
 namespace {
@@ -22,8 +26,17 @@ void CheckOutput(bool good) {
 }  // namespace
 
 void Print(std::string_view text) {
-    CheckOutput(outputFailure == 0 &&
-                std::fwrite(text.data(), 1, text.size(), stdout) == text.size());
+    const auto write = [text] {
+        return outputFailure == 0 &&
+               std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    };
+    static const bool toTerminal = ::isatty(STDOUT_FILENO) == 1;
+    if (toTerminal) {
+        const StatusLinePause pause;
+        CheckOutput(write() && std::fflush(stdout) == 0);
+    } else {
+        CheckOutput(write());
+    }
 }
 
 void FlushOutput() {

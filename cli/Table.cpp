@@ -2,21 +2,17 @@
 
 #include <algorithm>
 
+#include "cli/Columns.h"
+
 namespace cli {
 namespace {
-
-/// How many characters a UTF-8 text shows.
-std::size_t Width(const std::string& text) {
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
-}
 
 std::vector<std::size_t> ColumnWidths(const std::vector<std::vector<std::string>>& rows) {
     std::vector<std::size_t> widths;
     for (const auto& row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t column = 0; column < row.size(); ++column) {
-            widths[column] = std::max(widths[column], Width(row[column]));
+            widths[column] = std::max(widths[column], ColumnsOf(row[column]));
         }
     }
     return widths;
@@ -31,7 +27,7 @@ std::string FormatTable(const std::vector<std::vector<std::string>>& rows,
     for (const auto& row : rows) {
         std::string line = indent;
         for (std::size_t column = 0; column < row.size(); ++column) {
-            const std::string padding(widths[column] - Width(row[column]), ' ');
+            const std::string padding(widths[column] - ColumnsOf(row[column]), ' ');
             line += column == 0 ? "" : "  ";
             line += alignment.at(column) == Align::Right ? padding + row[column]
                                                          : row[column] + padding;

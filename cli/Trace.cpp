@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <utility>
@@ -9,6 +10,8 @@
 
 #include "cli/Messages.h"
 #include "cli/ProgressBar.h"
+#include "cli/ReadProgress.h"
+#include "cli/Refusals.h"
 #include "cli/SessionFile.h"
 #include "cli/StandardStreams.h"
 #include "cli/Suggestions.h"
@@ -85,6 +88,16 @@ std::string CheckFeature(const std::string& text) {
 
 // The work
 
+constexpr const char* kReading = "reading";
+
+std::vector<ProgressPhase> PhasesOf(const std::vector<std::string>& files) {
+    std::vector<ProgressPhase> phases;
+    for (const std::string& file : files) {
+        phases.push_back({kReading, SizeOrOne(file)});
+    }
+    return phases;
+}
+
 refhost::FaultPlan MakeFaultPlan(const Options& options) {
     refhost::FaultPlan plan;
     for (const std::string& operation : options.nulls) {
@@ -106,19 +119,18 @@ tses::SessionResult ReadQuietly(refhost::Plugin& plugin, const SessionFile& file
     return plugin.Read(file.FullPath(), session);
 }
 
+std::string FormatResult(const SessionFile& file, tses::SessionResult result) {
+    const std::string name =
+        nlohmann::json(file.Name()).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    return fmt::format(R"({{"file": {}, "result": {}}})", name, static_cast<std::int32_t>(result));
+}
+
 tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
-                              const std::string& name) {
-    const SessionFile file(name);
+                              const SessionFile& file) {
     const auto logTarget = refhost::Ref<refhost::LogTarget>::Adopt(new refhost::LogTarget());
     const auto session = refhost::SessionNode::Make();
     if (!options.noLogTarget) {
         session->SetLogTarget(logTarget);
-    }
-    std::optional<ProgressBar> bar;
-    if (::isatty(STDOUT_FILENO) == 0) {  // else the calls themselves show how far it is
-        bar.emplace("reading " + file.Name());
-        session->SetProgressListener(
-            [&](const refhost::Progress& progress) { bar->Update(progress.done, progress.total); });
     }
     refhost::Recorder recorder(
         {.sink =
@@ -127,7 +139,7 @@ tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
          .recordReferences = options.references});
     plugin.Restart();  // a read that ended inside an unknown element would tell in the next one
     const tses::SessionResult result = ReadQuietly(plugin, file, recorder.Wrap(session->Edit()));
-    PrintLine(fmt::format("{{\"result\": {}}}", static_cast<std::int32_t>(result)));
+    PrintLine(FormatResult(file, result));
     if (result != tses::SessionResult::Ok) {
         for (const Message& message : ExplainRefusal(file, logTarget->Messages())) {
             Complain(message);
@@ -144,8 +156,18 @@ ExitCode RunTrace(const Options& options) {
     }
     refhost::Plugin plugin;
     ExitCode code = ExitCode::Good;
+    std::optional<Progress> progress;
+    if (::isatty(STDOUT_FILENO) == 0) {  // else the calls themselves show how far it is
+        progress.emplace("sessions", PhasesOf(options.files));
+    }
     for (const std::string& name : options.files) {
-        if (TraceFile(plugin, options, name) != tses::SessionResult::Ok) {
+        const SessionFile file(name);
+        std::optional<Progress::Phase> reading;
+        if (progress) {
+            reading.emplace(progress->Begin(kReading, file.Name()));
+            reading->Watch(ShareRead(file.Path()));
+        }
+        if (TraceFile(plugin, options, file) != tses::SessionResult::Ok) {
             code = ExitCode::Failure;
         }
     }
@@ -180,7 +202,8 @@ void AddTrace(CLI::App& tool, Action& chosen) {
         "  orvo trace song.orvo\n"
         "  orvo trace --null IEditSession.GetFile song.orvo\n"
         "  orvo trace --feature Tembra.InstrumentTracks=off a.orvo b.orvo\n\n"
-        "After the calls of each file comes {\"result\": N} with the plug-in's result code.\n"
+        "After the calls of each file comes {\"file\": NAME, \"result\": N} with the plug-in's "
+        "result code.\n"
         "Exit status: 0 if all of them are 0, else 1.");
     verb->callback([options, &chosen] { chosen = [options] { return RunTrace(*options); }; });
 }

@@ -70,20 +70,32 @@ void MarkIf(ClipSummary& summary, bool holds, std::string mark) {
     }
 }
 
+bool Fades(const std::optional<model::Fade>& fade) {
+    return fade && fade->startPoint != fade->endPoint;
+}
+
+/// A channel that is fed by the one of its own number would be so without a map.
+bool MapsChannels(const model::AudioClip& clip) {
+    return std::any_of(
+        clip.channelSources.begin(), clip.channelSources.end(),
+        [](const auto& entry) { return static_cast<kelcore::int64>(entry.second) != entry.first; });
+}
+
 ClipSummary Summarise(const model::AudioTrack& track, const model::AudioClip& clip,
                       const Context& context) {
     ClipSummary summary = Begin(track, clip, context);
     summary.fileId = clip.fileId;
+    summary.sourceInPoint = clip.sourceInPoint;
     MarkIf(summary, !context.IsFound(clip.fileId), "missing");
     MarkIf(summary, clip.offline, "offline");
     MarkIf(summary, IsSwitchedOn(clip.mute), "muted");
     MarkIf(summary, clip.lockedInTime, "locked");
     MarkIf(summary, clip.looped, "looped");
     MarkIf(summary, clip.stretch && clip.stretch->stretchMode != 0, "stretched");
-    MarkIf(summary, clip.fadeIn || clip.fadeOut, "fades");
+    MarkIf(summary, Fades(clip.fadeIn) || Fades(clip.fadeOut), "fades");
     MarkIf(summary, clip.crossFadeHeadClipId != -1 || clip.crossFadeTailClipId != -1, "crossfades");
     MarkIf(summary, !clip.takes.empty(), "takes " + std::to_string(clip.takes.size()));
-    MarkIf(summary, !clip.channelSources.empty(), "channel map");
+    MarkIf(summary, MapsChannels(clip), "channel map");
     MarkIf(summary, clip.effectsRack && !clip.effectsRack->slots.empty(), "effects");
     MarkIf(summary, CountAutomation(clip).lanes != 0, "automation");
     return summary;
@@ -101,6 +113,7 @@ ClipSummary Summarise(const model::VideoTrack& track, const model::VideoClip& cl
                       const Context& context) {
     ClipSummary summary = Begin(track, clip, context);
     summary.fileId = clip.fileId;
+    summary.sourceInPoint = clip.sourceInPoint;
     MarkIf(summary, !context.IsFound(clip.fileId), "missing");
     MarkIf(summary, clip.offline, "offline");
     MarkIf(summary, clip.lockedInTime, "locked");

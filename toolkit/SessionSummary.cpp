@@ -3,9 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/kelcore/File.h"
 #include "platform/tbcore/MediaHandlers.h"
+#include "toolkit/Timecode.h"
 
 namespace toolkit {
 namespace {
@@ -47,9 +49,29 @@ std::string TimecodeName(const refhost::model::TimeFormat& format) {
 
 }  // namespace
 
+std::vector<MediaSummary> SessionSummary::MissingMedia() const {
+    std::vector<MediaSummary> missing;
+    std::copy_if(media.begin(), media.end(), std::back_inserter(missing),
+                 [](const MediaSummary& file) { return !file.found; });
+    return missing;
+}
+
 std::size_t SessionSummary::MissingCount() const {
-    return static_cast<std::size_t>(std::count_if(
-        media.begin(), media.end(), [](const MediaSummary& file) { return !file.found; }));
+    return MissingMedia().size();
+}
+
+std::optional<std::string> SessionSummary::FormatSmpteStart() const {
+    const auto timecode = FormatTimecode(smpteStart, sampleRate, timeFormat);
+    return timecode ? timecode : FormatTime(smpteStart, sampleRate);
+}
+
+void SessionSummary::AddStoredPaths(const std::map<kelcore::uint32, StoredPaths>& paths) {
+    for (MediaSummary& file : media) {
+        const auto stored = paths.find(file.id);
+        if (!file.found && stored != paths.end()) {
+            file.stored = stored->second;
+        }
+    }
 }
 
 bool IsMediaFile(const std::u16string& path) {
@@ -68,6 +90,7 @@ SessionSummary Summarise(const refhost::model::Session& session, const FileTest&
     summary.beatsPerBar = session.musicalTime.beatsPerBar;
     summary.noteLength = session.musicalTime.noteLength;
     summary.timeFormat = session.timeFormat;
+    summary.smpteStart = session.smpteStart;
     SummariseTimeline(session.metronome.globalTrackInfo, summary);
     summary.metronomeOn = session.metronome.enabled;
     summary.metronomeBeats = session.metronome.pattern.size();

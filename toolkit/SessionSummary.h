@@ -1,12 +1,14 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/kelcore/Types.h"
 #include "reference_host/model/Session.h"
+#include "toolkit/scan/StoredPaths.h"
 
 namespace toolkit {
 
@@ -18,6 +20,7 @@ struct MediaSummary {
     std::u16string
         handlerName;  ///< what people call the handler; its identifier where it has no name
     bool found = false;
+    std::optional<StoredPaths> stored;  ///< what the document says, of missing media
 
     friend bool operator==(const MediaSummary&, const MediaSummary&) = default;
 };
@@ -34,7 +37,8 @@ struct SessionSummary {
     kelcore::int32 beatsPerBar = 0;
     kelcore::int32 noteLength = 0;
     refhost::model::TimeFormat timeFormat;
-    bool tempoChanges = false;  ///< the musical timeline has tempo events, and the like
+    kelcore::int64 smpteStart = 0;  ///< the timecode of the first sample, taken as samples
+    bool tempoChanges = false;      ///< the musical timeline has tempo events, and the like
     bool timeSignatureChanges = false;
     bool keySignatureChanges = false;
     bool metronomeOn = false;
@@ -44,7 +48,14 @@ struct SessionSummary {
     std::size_t clipsOffline = 0;                      ///< on tracks of all kinds
     std::vector<MediaSummary> media;                   ///< in the session's order
 
+    std::vector<MediaSummary> MissingMedia() const;
     std::size_t MissingCount() const;
+
+    /// `smpteStart` as the session shows times: timecode where it does, else as `FormatTime`.
+    std::optional<std::string> FormatSmpteStart() const;
+
+    /// Gives missing media the paths that the document says of them.
+    void AddStoredPaths(const std::map<kelcore::uint32, StoredPaths>& paths);
 };
 
 /// Whether there is a file at a full path.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <string>
 
 namespace toolkit {
 namespace {
@@ -13,35 +12,33 @@ bool IsContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-/// The encoding that the XML declaration states, in lower case; empty if it states none.
-std::string StatedEncoding(std::string_view document) {
-    constexpr std::string_view kEncoding = "encoding";
-    if (document.starts_with(kByteOrderMark)) {
-        document.remove_prefix(kByteOrderMark.size());
-    }
-    const std::string_view declaration =
-        document.starts_with("<?xml") ? document.substr(0, document.find("?>")) : "";
-    const std::size_t name = declaration.find(kEncoding);
-    if (name == std::string_view::npos) {
-        return {};
-    }
-    const std::size_t begin = declaration.find_first_of("'\"", name);
-    const std::size_t end = declaration.find_first_of("'\"", begin + 1);
-    if (begin == std::string_view::npos || end == std::string_view::npos) {
-        return {};
-    }
-    std::string encoding(declaration.substr(begin + 1, end - begin - 1));
-    std::transform(encoding.begin(), encoding.end(), encoding.begin(), [](unsigned char character) {
-        return static_cast<char>(std::tolower(character));
-    });
-    return encoding;
-}
-
 }  // namespace
 
 bool HasByteSizedMarkup(std::string_view document) {
     return document.substr(0, 4).find('\0') == std::string_view::npos &&
            !document.starts_with("\xFE\xFF") && !document.starts_with("\xFF\xFE");
+}
+
+std::string StatedInDeclaration(std::string_view document, std::string_view name) {
+    if (document.starts_with(kByteOrderMark)) {
+        document.remove_prefix(kByteOrderMark.size());
+    }
+    const std::string_view declaration =
+        document.starts_with("<?xml") ? document.substr(0, document.find("?>")) : "";
+    const std::size_t place = declaration.find(name);
+    if (place == std::string_view::npos) {
+        return {};
+    }
+    const std::size_t begin = declaration.find_first_of("'\"", place);
+    const std::size_t end = declaration.find_first_of("'\"", begin + 1);
+    if (begin == std::string_view::npos || end == std::string_view::npos) {
+        return {};
+    }
+    std::string value(declaration.substr(begin + 1, end - begin - 1));
+    std::transform(value.begin(), value.end(), value.begin(), [](unsigned char character) {
+        return static_cast<char>(std::tolower(character));
+    });
+    return value;
 }
 
 kelcore::uint64 CountLineEnds(std::string_view text) {
@@ -87,7 +84,7 @@ std::size_t CharacterSize(std::string_view text) {
 }
 
 std::optional<std::size_t> FindMalformedUtf8(std::string_view document) {
-    const std::string encoding = StatedEncoding(document);
+    const std::string encoding = StatedInDeclaration(document, "encoding");
     if (!HasByteSizedMarkup(document) || (!encoding.empty() && encoding != "utf-8")) {
         return std::nullopt;
     }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "toolkit/DocumentScan.h"
@@ -11,6 +12,10 @@ namespace toolkit {
 /// Whether "<" is the byte of that value in this document, as it is in every encoding but the wide
 /// ones.
 bool HasByteSizedMarkup(std::string_view document);
+
+/// What the XML declaration of a document with byte-sized markup states as its "encoding" or
+/// "version", in lower case; empty if it does not.
+std::string StatedInDeclaration(std::string_view document, std::string_view name);
 
 /// How many line ends there are: CR LF is one, as CR and LF alone are.
 kelcore::uint64 CountLineEnds(std::string_view text);

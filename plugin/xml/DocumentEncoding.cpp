@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "platform/kelcore/Types.h"
+
 namespace tses {
 namespace {
 
@@ -22,13 +24,12 @@ constexpr Beginning kBeginnings[] = {
 };
 
 char MarkupUnit(const unsigned char* unit, DocumentEncoding encoding) {
-    const std::size_t lowest = encoding.littleEndian ? 0 : encoding.unitSize - 1;
+    kelcore::uint32 value = 0;
     for (std::size_t i = 0; i < encoding.unitSize; ++i) {
-        if (i != lowest && unit[i] != 0) {
-            return '\xFF';
-        }
+        const std::size_t place = encoding.littleEndian ? encoding.unitSize - 1 - i : i;
+        value = value << 8 | unit[place];
     }
-    return unit[lowest] < 0x80 ? static_cast<char>(unit[lowest]) : '\xFF';
+    return value < 0x80 ? static_cast<char>(value) : value <= 0xFFFF ? '\xE0' : '\xF0';
 }
 
 }  // namespace

@@ -15,8 +15,9 @@ struct DocumentEncoding {
 
 DocumentEncoding RecogniseEncoding(const unsigned char* bytes, std::size_t size);
 
-/// The bytes of whole units as one byte each: ASCII as it is, every other character as 0xFF. An
-/// incomplete unit at the end is left out.
+/// The bytes of whole units as one byte each: ASCII as it is, every other unit as 0xE0, but one of
+/// a character beyond U+FFFF as 0xF0, like the first byte of UTF-8. An incomplete unit at the end
+/// is left out.
 std::string MarkupOf(const unsigned char* bytes, std::size_t size, DocumentEncoding encoding);
 
 }  // namespace tses

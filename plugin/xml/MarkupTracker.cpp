@@ -40,12 +40,17 @@ bool ContinuesCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
+/// The columns of a character that begins with this byte. The parser counts UTF-16 units.
+unsigned ColumnsOf(char byte) {
+    return static_cast<unsigned char>(byte) >= 0xF0 ? 2 : 1;
+}
+
 void Pass(std::string_view text, DocumentPlace& place) {
     for (const char byte : text) {
         if (byte == '\n') {
             place = {place.line + 1, 1};
         } else if (!ContinuesCharacter(byte)) {
-            ++place.column;
+            place.column += ColumnsOf(byte);
         }
     }
 }

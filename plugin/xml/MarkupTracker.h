@@ -8,7 +8,7 @@
 
 namespace tses {
 
-/// A place in a document. Both count from 1.
+/// A place in a document. Both count from 1, columns in UTF-16 units as the parser does.
 struct DocumentPlace {
     kelcore::uint64 line = 1;
     kelcore::uint64 column = 1;

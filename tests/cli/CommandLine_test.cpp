@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <set>
+
 #include "tests/cli/Tool.h"
 
 using test::Outcome;
@@ -78,9 +81,27 @@ TEST_F(CommandLineTest, WhatStandsInPlaceOfAVerbIsNamed) {
     }
 }
 
-TEST_F(CommandLineTest, AnOptionThatAVerbDoesNotHaveIsNamed) {
-    const Outcome outcome = RunTool({"info", "--loud", "a.orvo"}, folder_);
-    EXPECT_THAT(outcome.errors, HasSubstr("not expected: --loud: try \"orvo info --help\""));
+TEST_F(CommandLineTest, AnOptionThatAVerbDoesNotHaveIsNamedWithThoseThatMayBeMeant) {
+    for (const auto& [arguments, errors] :
+         {std::pair(std::vector<std::string>{"info", "--loud", "a.orvo"},
+                    "there is no option \"--loud\": try \"orvo info --help\""),
+          {{"info", "--track", "a.orvo"},
+           "there is no option \"--track\"; did you mean --tracks?: try \"orvo info --help\""},
+          {{"info", "--track"},
+           "there is no option \"--track\"; did you mean --tracks?: try \"orvo info --help\""},
+          {{"generate", "--trakcs=4", "a.orvo"},
+           "there is no option \"--trakcs\"; did you mean --tracks?: try \"orvo generate "
+           "--help\""},
+          {{"convert", "--form", "json", "a", "b"},
+           "there is no option \"--form\"; did you mean --from or --to?: try \"orvo convert "
+           "--help\""},
+          {{"--verison"},
+           "there is no option \"--verison\"; did you mean --version?: try \"orvo --help\""}}) {
+        const Outcome outcome = RunTool(arguments, folder_);
+        EXPECT_EQ(outcome.errors, std::string("orvo: ") + errors + "\n");
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(outcome.exitCode, 2);
+    }
 }
 
 TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
@@ -111,6 +132,55 @@ TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) 
     EXPECT_THAT(outcome.errors, HasSubstr("] reading a.orvo"));
     EXPECT_TRUE(outcome.errors.ends_with("\r\x1b[K")) << outcome.errors;
     EXPECT_EQ(RunTool({"info", "a.orvo"}, folder_).errors, "") << "not into a file or a pipe";
+}
+
+/// How many of its signs the bar had filled, each time that it was drawn.
+std::vector<std::size_t> FillsOf(const std::string& errors) {
+    std::vector<std::size_t> fills;
+    for (std::size_t bar = errors.find('['); bar != std::string::npos;
+         bar = errors.find('[', bar + 1)) {
+        const std::size_t end = errors.find_first_not_of('#', bar + 1);
+        if (end != std::string::npos && (errors[end] == '.' || errors[end] == ']')) {
+            fills.push_back(end - bar - 1);
+        }
+    }
+    return fills;
+}
+
+TEST_F(CommandLineTest, TheProgressBarMovesThroughALongElementOfWhichNothingIsReported) {
+    folder_.Write("a.orvo",
+                  "<orvo><session/><files>\n" + std::string(60000000, '\n') + "</files></orvo>");
+    for (const char* const verb : {"info", "trace"}) {
+        const Outcome outcome = test::Run({.arguments = {ToolPath(), verb, "a.orvo"},
+                                           .folder = folder_.Path().string(),
+                                           .terminalErrors = true});
+        const std::vector<std::size_t> fills = FillsOf(outcome.errors);
+        EXPECT_TRUE(std::is_sorted(fills.begin(), fills.end())) << "it never goes back";
+        EXPECT_GE(std::set(fills.begin(), fills.end()).size(), 3u) << outcome.errors;
+    }
+}
+
+TEST_F(CommandLineTest, OneProgressBarGoesOverAllFiles) {
+    const std::string session = "<orvo><session/><files>\n" + std::string(12000000, '\n');
+    folder_.Write("a.orvo", session + "</files></orvo>");
+    std::vector<std::string> arguments = {ToolPath(), "info"};
+    arguments.insert(arguments.end(), 6, "a.orvo");
+    const Outcome outcome = test::Run(
+        {.arguments = arguments, .folder = folder_.Path().string(), .terminalErrors = true});
+    const std::vector<std::size_t> fills = FillsOf(outcome.errors);
+    EXPECT_TRUE(std::is_sorted(fills.begin(), fills.end())) << outcome.errors;
+    EXPECT_GE(std::set(fills.begin(), fills.end()).size(), 3u) << outcome.errors;
+}
+
+TEST_F(CommandLineTest, AMessageStandsByItselfWhileAProgressBarIsShown) {
+    folder_.Write("a.orvo",
+                  "<orvo><session/><files>\n" + std::string(60000000, '\n') + "</files></orvo>");
+    const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo", "none.orvo"},
+                                       .folder = folder_.Path().string(),
+                                       .environment = {{"NO_COLOR", "1"}},
+                                       .terminalErrors = true});
+    EXPECT_THAT(outcome.errors,
+                HasSubstr("\r\x1b[Korvo: none.orvo: no such file: check the path\r\n"));
 }
 
 TEST_F(CommandLineTest, TheProgressBarFitsTheTerminal) {

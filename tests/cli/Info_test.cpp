@@ -1,17 +1,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "tests/cli/Tool.h"
 
-using test::IdlePluginPath;
 using test::kSmallSession;
 using test::Outcome;
 using test::RunTool;
-using test::RunToolUnprivileged;
-using test::ToolPath;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
@@ -93,8 +90,10 @@ TEST_F(InfoTest, ShowsTheDetailsThatAreAskedFor) {
                           "       3  Reverb  bypassed  Hall             1  1 lane, 1 keyframe\n"));
     EXPECT_THAT(
         outcome.output,
-        HasSubstr("  Track  Clip  Name            Start       Length  Media  Group  Notes\n"
-                  "  Voice     5  Line one  0:00:01.500  0:00:00.250      9  Pair   missing\n"));
+        HasSubstr(
+            "  Track  Clip  Name            Start       Length  Media    Source in  Group  Notes\n"
+            "  Voice     5  Line one  0:00:01.500  0:00:00.250      9  0:00:00.000  Pair   "
+            "missing\n"));
 }
 
 constexpr const char* kSessionOfLittle = R"(<orvo><session sampleRate="0" duration="1"><tracks>
@@ -259,14 +258,17 @@ TEST_F(InfoTest, GivesJsonForPrograms) {
         "input": {"device": "Desk", "ports": [{"id": 1, "name": "Mic"}, {"id": 2, "name": "Line"}]},
         "output": {"device": "", "ports": []},
         "beatsPerMinute": 0.0, "beatsPerBar": 0, "noteLength": 0,
-        "timeFormat": "decimal", "tempoChanges": false, "timeSignatureChanges": false,
+        "timeFormat": "decimal", "smpteStartSamples": 0, "smpteStart": "0:00:00.000",
+        "tempoChanges": false, "timeSignatureChanges": false,
         "keySignatureChanges": false, "properties": [], "xmpLength": 0, "clipsOffline": 0,
         "metronomeOn": false, "metronomeBeats": 0, "tracks": [], "clips": [], "groups": [],
         "mediaMissing": 1,
         "media": [
           {"id": 1, "path": "here.wav", "found": true,
-           "handler": "Waveform Audio (WAV)", "handlerId": "kel.importer.wave"},
-          {"id": 20, "path": "/nowhere/gone.wav", "found": false, "handler": "", "handlerId": ""}]}])json");
+           "handler": "Waveform Audio (WAV)", "handlerId": "kel.importer.wave",
+           "absolutePath": null, "relativePath": null},
+          {"id": 20, "path": "/nowhere/gone.wav", "found": false, "handler": "", "handlerId": "",
+           "absolutePath": "/nowhere/gone.wav", "relativePath": ""}]}])json");
     expected[0]["media"][0]["path"] = folder_ / "here.wav";
     EXPECT_EQ(nlohmann::json::parse(outcome.output), expected);
     EXPECT_EQ(outcome.exitCode, 0);
@@ -297,145 +299,6 @@ TEST_F(InfoTest, ShowsWhatATerminalWouldObeyAsText) {
         "<?xml version='1.1'?><orvo><audioDevice inputID='&#x1b;[31m' outputID=''/></orvo>");
     const Outcome outcome = RunTool({"info", "a.orvo"}, folder_);
     EXPECT_THAT(outcome.output, HasSubstr("\\x1b[31m"));
-}
-
-// Bad input: a message with the place where there is one, status 1, and an end.
-
-struct BadFile {
-    const char* description;
-    const char* content;
-    const char* message;
-};
-
-void PrintTo(const BadFile& file, std::ostream* stream) {
-    *stream << file.description;
-}
-
-class BadContentTest : public testing::TestWithParam<BadFile> {};
-
-TEST_P(BadContentTest, IsRefusedWithAMessage) {
-    const test::TemporaryFolder folder;
-    folder.Write("a.orvo", GetParam().content);
-    const Outcome outcome = RunTool({"info", "a.orvo"}, folder);
-    EXPECT_THAT(outcome.errors, StartsWith(GetParam().message));
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_FALSE(outcome.timedOut);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    , BadContentTest,
-    testing::Values(
-        BadFile{"Empty", "", "orvo: a.orvo: the file is empty: not a session file\n"},
-        BadFile{"Truncated", "<orvo>\n<session sampleRate='48000'>\n<tra", "orvo: a.orvo:3:"},
-        BadFile{"WrongRoot", "<?xml version='1.0'?>\n<foo/>",
-                "orvo: a.orvo:2:1: the root element is <foo>, not <orvo>: not a session file\n"},
-        BadFile{"NotXml", "RIFF....WAVEfmt ", "orvo: a.orvo:1:1: not well-formed XML: "},
-        BadFile{"NotUtf8", "<orvo>\n<files><file id='1' absolutePath='\xFF\xFE'/></files></orvo>",
-                "orvo: a.orvo:2:35: not UTF-8: "},
-        BadFile{"DocumentType", "<?xml version='1.0'?>\n <!DOCTYPE orvo [<!ENTITY a 'b'>]><orvo/>",
-                "orvo: a.orvo:2:2: refused: a session has no document type declaration; remove it "
-                "to read the file\n"},
-        BadFile{"TrackWithoutId",
-                "<orvo><session>\n<tracks><audioTrack/></tracks></session></orvo>",
-                "orvo: a.orvo:2:9: <audioTrack> without an id: give it the attribute id"},
-        BadFile{"TrackWithoutIdBesideWhatIsNotCarried",
-                "<orvo><glow/><session>\n<tracks><busTrack/></tracks></session></orvo>",
-                "orvo: a.orvo:2:9: <busTrack> without an id: give it the attribute id"},
-        BadFile{"Unclosed", "<orvo>\n<session>\n</orvo>", "orvo: a.orvo:3:"}),
-    [](const auto& instance) { return std::string(instance.param.description); });
-
-TEST_F(InfoTest, FindsATrackWithoutAnIdBehindAnyNumberOfOtherLosses) {
-    std::string document = "<orvo>\n<session>\n<tracks><videoTrack/>";
-    for (int i = 0; i < 100; ++i) {
-        document += "<glow/>";
-    }
-    folder_.Write("a.orvo", document + "\n <busTrack id='-1'/></tracks></session></orvo>");
-    EXPECT_EQ(RunTool({"info", "a.orvo"}, folder_).errors,
-              "orvo: a.orvo:4:2: <busTrack> with the id \"-1\", which means none: give it the "
-              "attribute id with a number of its own\n");
-}
-
-TEST_F(InfoTest, RefusesAtOnceWhatIsNestedWithoutEnd) {
-    std::string document = "<orvo>";
-    for (int i = 0; i < 100000; ++i) {
-        document += "<a>";
-    }
-    folder_.Write("deep.orvo", document);
-    for (const char* const verb : {"info", "convert"}) {
-        const Outcome outcome = RunTool({verb, "deep.orvo", "out.json"}, folder_);
-        EXPECT_THAT(outcome.errors, HasSubstr("orvo: deep.orvo:1:775: refused: elements are nested "
-                                              "deeper than the 256 levels"));
-        EXPECT_FALSE(outcome.timedOut);
-    }
-}
-
-TEST_F(InfoTest, SaysWhatIsWrongWithAVeryLongName) {
-    const std::string name(900000, 'a');
-    folder_.Write("long.orvo", "<orvo><" + name + "></b></orvo>");
-    const Outcome outcome = RunTool({"info", "long.orvo"}, folder_);
-    EXPECT_EQ(outcome.errors,
-              "orvo: long.orvo:1:900009: refused: a name is longer than the 1024 characters that "
-              "one may have\n");
-    EXPECT_EQ(outcome.exitCode, 1);
-}
-
-TEST_F(InfoTest, SaysThatStandardInputCannotBeRead) {
-    const Outcome outcome =
-        test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " info - <."},
-                   .folder = folder_.Path().string()});
-    EXPECT_EQ(outcome.errors, "orvo: standard input: cannot be read: Is a directory\n");
-    EXPECT_EQ(outcome.exitCode, 1);
-}
-
-TEST_F(InfoTest, SaysThatThePluginRefusesAFileInWhichNothingIsWrong) {
-    folder_.Write("a.orvo", "<orvo/>");
-    const Outcome outcome = test::Run(
-        {.arguments = {ToolPath(), "info", "a.orvo"},
-         .folder = folder_.Path().string(),
-         .environment = {{"ORVO_PLUGIN", IdlePluginPath()}, {"ORVO_REFUSES", "ReadSession"}}});
-    EXPECT_EQ(outcome.errors,
-              "orvo: a.orvo: the plug-in refused the file: try again; if it happens again, report "
-              "it with the file\n");
-    EXPECT_EQ(outcome.exitCode, 1);
-}
-
-TEST_F(InfoTest, RefusesAFolder) {
-    const Outcome outcome = RunTool({"info", "."}, folder_);
-    EXPECT_EQ(outcome.errors, "orvo: .: this is a folder: name a session file in it\n");
-    EXPECT_EQ(outcome.exitCode, 1);
-}
-
-TEST_F(InfoTest, RefusesAPipeWithoutWaitingForAWriter) {
-    ASSERT_EQ(::mkfifo((folder_ / "pipe.orvo").c_str(), 0600), 0);
-    const Outcome outcome = RunTool({"info", "pipe.orvo"}, folder_);
-    EXPECT_FALSE(outcome.timedOut);
-    EXPECT_EQ(outcome.errors,
-              "orvo: pipe.orvo: this is a pipe: put its content into a file first\n");
-    EXPECT_EQ(outcome.exitCode, 1);
-}
-
-TEST_F(InfoTest, RefusesADevice) {
-    const Outcome outcome = RunTool({"info", "/dev/zero"}, folder_);
-    EXPECT_FALSE(outcome.timedOut);
-    EXPECT_THAT(outcome.errors, StartsWith("orvo: /dev/zero: this is a device"));
-    EXPECT_EQ(outcome.exitCode, 1);
-}
-
-TEST_F(InfoTest, SaysThatAFileMayNotBeRead) {
-    folder_.Write("a.orvo", kSmallSession);
-    ASSERT_EQ(::chmod((folder_ / "a.orvo").c_str(), 0), 0);
-    const Outcome outcome = RunToolUnprivileged({"info", "a.orvo"}, folder_);
-    EXPECT_EQ(outcome.errors,
-              "orvo: a.orvo: you may not read this file: check its permissions and its folder's\n");
-    EXPECT_EQ(outcome.exitCode, 1);
-}
-
-TEST_F(InfoTest, SaysThatAFileVanished) {
-    std::filesystem::create_symlink("gone.orvo", folder_ / "a.orvo");
-    const Outcome outcome = RunTool({"info", "a.orvo"}, folder_);
-    EXPECT_EQ(outcome.errors, "orvo: a.orvo: no such file: check the path\n");
-    EXPECT_EQ(outcome.exitCode, 1);
 }
 
 }  // namespace

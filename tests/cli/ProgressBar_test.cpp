@@ -1,8 +1,16 @@
 #include "cli/ProgressBar.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <stdexcept>
+
+#include "cli/ReadProgress.h"
+#include "tests/support/TemporaryFolder.h"
 
 using cli::FormatProgress;
+using cli::Progress;
 
 namespace {
 
@@ -36,12 +44,85 @@ TEST(FormatProgress, CutsTheLabelBehindAWholeCharacterAndTakesWideOnesForWide) {
               "[............................] \u97f3...");
 }
 
+TEST(FormatProgress, CutsNoLetterFromItsMarksAndNoPictureInParts) {
+    EXPECT_EQ(FormatProgress("e\u0301e\u0301e\u0301e\u0301", 0, 7, 36),
+              "[............................] e\u0301e\u0301e\u0301e\u0301");
+    EXPECT_EQ(FormatProgress("\U0001F44D\U0001F3FD\U0001F44D\U0001F3FDab", 0, 7, 37),
+              "[............................] \U0001F44D\U0001F3FD...");
+}
+
 TEST(FormatProgress, MakesTheBarShorterOnlyWhereThereIsNoRoomForIt) {
     EXPECT_EQ(FormatProgress("a", 1, 2, 31), "[##############..............]");
     EXPECT_EQ(FormatProgress("a", 1, 2, 11), "[####....]");
     EXPECT_EQ(FormatProgress("a", 1, 2, 3), "[]");
     EXPECT_EQ(FormatProgress("a", 1, 2, 2), "[");
     EXPECT_EQ(FormatProgress("a", 1, 2, 0), "");
+}
+
+TEST(Progress, GoesThroughItsPhasesByTheirWeights) {
+    Progress progress("a.orvo", {{"reading", 3}, {"writing", 1}});
+    EXPECT_EQ(progress.Share(), 0);
+    {
+        const Progress::Phase reading = progress.Begin("reading");
+        reading.Update(1, 3);
+        EXPECT_DOUBLE_EQ(progress.Share(), 0.25);
+    }
+    EXPECT_DOUBLE_EQ(progress.Share(), 0.75) << "a phase that has ended is whole";
+    const Progress::Phase writing = progress.Begin("writing");
+    EXPECT_DOUBLE_EQ(progress.Share(), 0.75);
+    writing.Update(1, 2);
+    EXPECT_DOUBLE_EQ(progress.Share(), 0.875);
+}
+
+TEST(Progress, NeverGoesBackNorBeyondAPhase) {
+    Progress progress("a.orvo", {{"reading", 1}, {"writing", 1}});
+    const Progress::Phase reading = progress.Begin("reading");
+    reading.Update(3, 4);
+    EXPECT_DOUBLE_EQ(progress.Share(), 0.375);
+    reading.Update(1, 4);
+    reading.Update(1, 0);
+    EXPECT_DOUBLE_EQ(progress.Share(), 0.375);
+    reading.Update(9, 4);
+    EXPECT_DOUBLE_EQ(progress.Share(), 0.5);
+}
+
+TEST(Progress, LeavesOutPhasesThatDoNotCome) {
+    Progress progress("a.orvo", {{"reading", 1}, {"scanning", 1}, {"reading", 2}});
+    const Progress::Phase first = progress.Begin("reading");
+    const Progress::Phase second = progress.Begin("reading", "b.orvo");
+    EXPECT_DOUBLE_EQ(progress.Share(), 0.5);
+    first.Update(1, 1);
+    EXPECT_DOUBLE_EQ(progress.Share(), 0.5) << "the first one is over";
+    second.Update(1, 2);
+    EXPECT_DOUBLE_EQ(progress.Share(), 0.75);
+    EXPECT_THROW(progress.Begin("scanning"), std::logic_error);
+}
+
+TEST(Progress, AsksAPhaseHowFarItIs) {
+    Progress progress("a.orvo", {{"reading", 1}, {"writing", 1}});
+    std::optional<double> share = 0.5;
+    {
+        const Progress::Phase reading = progress.Begin("reading");
+        reading.Watch([&share] { return share; });
+        EXPECT_DOUBLE_EQ(progress.Share(), 0.25);
+        share = std::nullopt;
+        EXPECT_DOUBLE_EQ(progress.Share(), 0.25) << "it cannot be told now";
+    }
+    share = 0;
+    EXPECT_DOUBLE_EQ(progress.Share(), 0.5) << "it is not asked any more";
+}
+
+TEST(ShareRead, TellsWhereTheFileIsRead) {
+    const test::TemporaryFolder folder;
+    const std::string path = folder.Write("a.orvo", std::string(1000, 'a'));
+    const cli::ShareSource share = cli::ShareRead(path);
+    EXPECT_EQ(share(), std::nullopt) << "nobody has it open";
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    char block[250];
+    ASSERT_EQ(::read(descriptor, block, sizeof block), 250);
+    EXPECT_EQ(share(), 0.25);
+    ::close(descriptor);
+    EXPECT_EQ(cli::ShareRead(folder / "none.orvo")(), std::nullopt);
 }
 
 }  // namespace

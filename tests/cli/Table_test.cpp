@@ -18,6 +18,15 @@ TEST(FormatTable, CountsCharactersAndNotBytes) {
               "\xC3\xA4   x\nab  y\n");
 }
 
+TEST(FormatTable, AlignsWideCharactersCombiningMarksAndEmoji) {
+    EXPECT_EQ(FormatTable({{"\u97f3\u697d", "x"},
+                           {"e\u0301t\u00e9", "y"},
+                           {"\U0001F468\u200D\U0001F469\u200D\U0001F467", "z"}},
+                          {Align::Right, Align::Left}, ""),
+              "\u97f3\u697d  x\n e\u0301t\u00e9  y\n"
+              "  \U0001F468\u200D\U0001F469\u200D\U0001F467  z\n");
+}
+
 TEST(FormatTable, LeavesNoBlanksAtLineEnds) {
     EXPECT_EQ(FormatTable({{"a", ""}, {"b"}, {"", "c"}}, {Align::Left, Align::Left}, ""),
               "a\nb\n   c\n");

@@ -71,13 +71,13 @@ TEST_F(TraceTest, EndsEachFileWithTheResultAndCountsAnewForTheNext) {
     EXPECT_EQ(outcome.output,
               "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": "
               "[0, 7, 0, 0]}\n"
-              "{\"result\": 0}\n"
+              "{\"file\": \"a.orvo\", \"result\": 0}\n"
               "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": "
               "[0, 7, 0, 0]}\n"
-              "{\"result\": -4}\n"
+              "{\"file\": \"b.orvo\", \"result\": -4}\n"
               "{\"seq\": 1, \"object\": \"IEditSession#1\", \"call\": \"SetProgress\", \"args\": "
               "[0, 7, 0, 0]}\n"
-              "{\"result\": 0}\n");
+              "{\"file\": \"a.orvo\", \"result\": 0}\n");
     EXPECT_THAT(outcome.errors, HasSubstr("b.orvo:1:1: the root element is <foo>"));
     EXPECT_EQ(outcome.exitCode, 1);
 }
@@ -92,9 +92,22 @@ TEST_F(TraceTest, AFileGivesTheSameCallsBehindOneThatEndsInsideAnUnknownElement)
     }
 }
 
+TEST_F(TraceTest, TheResultNamesAFileWhateverItIsCalled) {
+    folder_.Write("a\"\xFF.orvo", "<orvo/>");
+    const std::vector<json> lines = Lines(RunTool({"trace", "a\"\xFF.orvo"}, folder_));
+    EXPECT_EQ(lines.back().at("file"), "a\"\uFFFD.orvo");
+}
+
+TEST_F(TraceTest, ARefusalIsALine) {
+    folder_.Write("a.orvo", "<!DOCTYPE orvo><orvo/>");
+    EXPECT_EQ(RunTool({"trace", "a.orvo"}, folder_).errors,
+              "orvo: a.orvo:1:1: refused: a session has no document type declaration; remove it to "
+              "read the file\n");
+}
+
 TEST_F(TraceTest, AMissingFileIsAReadThatFails) {
     const Outcome outcome = RunTool({"trace", "none.orvo"}, folder_);
-    EXPECT_THAT(outcome.output, HasSubstr("{\"result\": -4}\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("{\"file\": \"none.orvo\", \"result\": -4}\n"));
     EXPECT_EQ(outcome.errors, "orvo: none.orvo: no such file: check the path\n");
     EXPECT_EQ(outcome.exitCode, 1);
 }
@@ -167,7 +180,7 @@ TEST_F(TraceTest, WhatTheParserSaysGoesToTheLogTarget) {
         Lines(RunTool({"trace", "--no-log-target", "a.orvo"}, folder_));
     EXPECT_THAT(Calls(without), Contains("GetLogTarget"));
     EXPECT_THAT(Calls(without), Not(Contains("LogMessage")));
-    EXPECT_EQ(without.back(), json::parse(R"({"result": -4})"));
+    EXPECT_EQ(without.back(), json::parse(R"({"file": "a.orvo", "result": -4})"));
 }
 
 TEST_F(TraceTest, ReferencesAreCountedOutInTheEnd) {
@@ -189,13 +202,13 @@ TEST_F(TraceTest, ShowsNoProgressWhereTheCallsGoToATerminal) {
         test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " trace a.orvo >&2"},
                    .folder = folder_.Path().string(),
                    .terminalErrors = true});
-    EXPECT_THAT(outcome.errors, HasSubstr("{\"result\": 0}"));
+    EXPECT_THAT(outcome.errors, HasSubstr("{\"file\": \"a.orvo\", \"result\": 0}"));
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
 TEST_F(TraceTest, ReadsStandardInput) {
     const Outcome outcome = RunTool({"trace", "-"}, folder_, "<orvo/>");
-    EXPECT_THAT(outcome.output, HasSubstr("{\"result\": 0}\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("{\"file\": \"standard input\", \"result\": 0}\n"));
 }
 
 TEST_F(TraceTest, NothingOfStandardInputIsLeftWhereNobodyTakesTheOutput) {

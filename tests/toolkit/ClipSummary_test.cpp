@@ -56,7 +56,7 @@ TEST(ClipSummary, TellsWhatIsMissingOfflineAndDone) {
     EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks, IsEmpty());
     clip.offline = true;
     clip.looped = true;
-    clip.fadeIn.emplace();
+    clip.fadeIn.emplace().endPoint = 480;
     clip.crossFadeHeadClipId = 2;
     clip.takes = {0, 1};
     clip.mute.emplace().parameters[0].value = 1.0F;
@@ -77,6 +77,34 @@ TEST(ClipSummary, AClipIsStretchedOrHasEffectsOnlyIfItHasSome) {
     clip.effectsRack->slots.emplace_back();
     EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks,
                 ElementsAre("stretched", "effects"));
+}
+
+TEST(ClipSummary, AFadeWithoutLengthAndAMapThatChangesNothingAreNotMarked) {
+    model::Session session = OneTrack();
+    session.audioTracks[0].clips = {Clip(1, 0)};
+    model::AudioClip& clip = session.audioTracks[0].clips[0];
+    clip.fadeIn.emplace() = {.startPoint = 480, .endPoint = 480};
+    clip.fadeOut.emplace();
+    clip.channelSources = {{0, 0}, {1, 1}};
+    EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks, IsEmpty());
+    clip.fadeOut->startPoint = 1;
+    clip.channelSources[4294967295] = -1;
+    EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks,
+                ElementsAre("fades", "channel map"));
+}
+
+TEST(ClipSummary, TellsTheFirstSampleInTheFileButOfMidi) {
+    model::Session session = OneTrack();
+    session.audioTracks[0].clips = {Clip(1, 0)};
+    session.audioTracks[0].clips[0].sourceInPoint = 77;
+    session.audioTracks[0].midiClips.resize(1);
+    session.videoTracks.resize(1);
+    session.videoTracks[0].clips.resize(1);
+    session.videoTracks[0].clips[0].sourceInPoint = 25;
+    const std::vector<ClipSummary> clips = SummariseClips(session, Media(true));
+    EXPECT_EQ(clips.at(0).sourceInPoint, 25);
+    EXPECT_EQ(clips.at(1).sourceInPoint, 77);
+    EXPECT_EQ(clips.at(2).sourceInPoint, std::nullopt);
 }
 
 TEST(ClipSummary, AClipNamesItsGroupsAndAGroupItsMissingMembers) {

@@ -11,30 +11,23 @@
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include "platform/kelcore/BinaryText.h"
 #include "platform/kelcore/Numbers.h"
 #include "platform/kelcore/Strings.h"
+#include "toolkit/CharacterPlaces.h"
 #include "toolkit/SessionContent.h"
 #include "toolkit/TextPlaces.h"
 #include "toolkit/scan/ContentSource.h"
 #include "toolkit/scan/JointLosses.h"
+#include "toolkit/scan/LibraryUse.h"
 #include "toolkit/scan/LossWords.h"
 #include "toolkit/scan/ScannedAttributes.h"
 
 namespace toolkit {
 namespace {
-
-class LibraryUse {
-public:
-    LibraryUse() { xercesc::XMLPlatformUtils::Initialize(); }
-    ~LibraryUse() { xercesc::XMLPlatformUtils::Terminate(); }
-    LibraryUse(const LibraryUse&) = delete;
-    LibraryUse& operator=(const LibraryUse&) = delete;
-};
 
 bool IsWhiteSpace(std::u16string_view text) {
     return text.find_first_not_of(u" \t\r\n\u0085\u2028") == std::u16string_view::npos;
@@ -56,7 +49,7 @@ Place BeginOf(const TagEnd& end, std::string_view document) {
                                   ? document.substr(0, end.offset).rfind('<')
                                   : std::string_view::npos;
     if (begin == std::string_view::npos) {
-        return end.place;
+        return InCharacters(document, end.place);
     }
     return {end.place.line - CountLineEnds(document.substr(begin, end.offset - begin)),
             ColumnOf(document, begin)};
@@ -269,7 +262,8 @@ private:
         if (place.line == 0) {
             place = {1, 1};
         }
-        result_.problem = Problem{place, "not well-formed XML", kelcore::UTF16to8(ViewOf(message))};
+        result_.problem = Problem{InCharacters(content_, place), "not well-formed XML",
+                                  kelcore::UTF16to8(ViewOf(message))};
     }
 
     void EndLost() {

@@ -1,0 +1,75 @@
+#include "toolkit/FileKind.h"
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+#include <system_error>
+
+namespace toolkit {
+namespace {
+
+using namespace std::string_view_literals;
+
+struct Kind {
+    std::string_view begin;
+    std::string_view form;  ///< eight bytes behind the begin of the file; empty: any
+    const char* what;
+    const char* advice;
+};
+
+constexpr const char* kIsSound = "name the session that uses it";
+
+constexpr Kind kKinds[] = {
+    {"\x1F\x8B"sv, "", "this is a gzip file", "unpack it first (gunzip)"},
+    {"BZh", "", "this is a bzip2 file", "unpack it first (bunzip2)"},
+    {"\xFD"
+     "7zXZ"sv,
+     "", "this is an xz file", "unpack it first (unxz)"},
+    {"\x28\xB5\x2F\xFD"sv, "", "this is a zstd file", "unpack it first (unzstd)"},
+    {"PK\x03\x04"sv, "", "this is a zip file", "unpack it first (unzip)"},
+    {"RIFF", "WAVE", "this is a WAV file", kIsSound},
+    {"RF64", "WAVE", "this is a WAV file", kIsSound},
+    {"FORM", "AIF", "this is an AIFF file", kIsSound},
+    {"fLaC", "", "this is a FLAC file", kIsSound},
+};
+
+constexpr std::size_t kFormOffset = 8;
+
+bool Fits(const Kind& kind, std::string_view content) {
+    return content.starts_with(kind.begin) &&
+           (kind.form.empty() ||
+            (content.size() > kFormOffset && content.substr(kFormOffset).starts_with(kind.form)));
+}
+
+/// A session as JSON is an object, and what info prints is a list.
+bool IsJson(std::string_view content) {
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    content.remove_prefix(content.starts_with(kMark) ? kMark.size() : 0);
+    const std::size_t first = content.find_first_not_of(" \t\r\n");
+    return first != std::string_view::npos && (content[first] == '{' || content[first] == '[');
+}
+
+}  // namespace
+
+std::optional<Problem> RecogniseOtherKind(const std::string& path) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {
+        return std::nullopt;
+    }
+    std::array<char, 4096> begin{};
+    std::ifstream file(path, std::ios::binary);
+    file.read(begin.data(), begin.size());
+    const std::string_view content(begin.data(), static_cast<std::size_t>(file.gcount()));
+    for (const Kind& kind : kKinds) {
+        if (Fits(kind, content)) {
+            return Problem{{}, kind.what, kind.advice};
+        }
+    }
+    if (IsJson(content)) {
+        return Problem{{}, "this is JSON", "make a session of it first (orvo convert --from json)"};
+    }
+    return std::nullopt;
+}
+
+}  // namespace toolkit

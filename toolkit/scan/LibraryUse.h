@@ -1,0 +1,16 @@
+#pragma once
+
+#include <xercesc/util/PlatformUtils.hpp>
+
+namespace toolkit {
+
+/// Starts the XML library, which counts its starts, and stops it.
+class LibraryUse {
+public:
+    LibraryUse() { xercesc::XMLPlatformUtils::Initialize(); }
+    ~LibraryUse() { xercesc::XMLPlatformUtils::Terminate(); }
+    LibraryUse(const LibraryUse&) = delete;
+    LibraryUse& operator=(const LibraryUse&) = delete;
+};
+
+}  // namespace toolkit
