@@ -3,7 +3,7 @@
 #include <stop_token>
 #include <string>
 #include <utility>
-#include <variant>
+#include <vector>
 
 #include "cli/Kind.h"
 #include "cli/Losses.h"
@@ -27,6 +27,8 @@ namespace cli {
 namespace {
 
 using refhost::model::Session;
+
+constexpr const char* kReading = "reading";
 
 struct Options {
     std::string in;
@@ -94,9 +96,9 @@ private:
 };
 
 std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const SessionFile& file,
-                                const toolkit::Conversion& conversion, const LossRule& rule) {
-    Progress progress(file.Name(), {{"reading"}});
-    const Progress::Phase reading = progress.Begin("reading");
+                                const toolkit::Conversion& conversion, const LossRule& rule,
+                                Progress& progress) {
+    const Progress::Phase reading = progress.Begin(kReading);
     reading.Watch(ShareRead(file.Path()));
     std::optional<ScanBesideRead> scan(std::in_place, file.Path(), conversion, rule.Limit());
     refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath());
@@ -125,60 +127,96 @@ std::string SubjectOf(const std::string& name) {
     return stream ? stream->name : name;
 }
 
-/// By this relative paths in the file are resolved.
+/// The folder of this path is the one from which relative paths in the file count.
 std::u16string LocationOf(const std::string& name) {
     return FindStream(name, Direction::In) ? FullPathOfStreams() : FullPathOf(name);
 }
 
-std::variant<std::string, toolkit::Problem> ReadContent(const std::string& name) {
-    const auto stream = FindStream(name, Direction::In);
-    return stream ? ReadStream(*stream) : toolkit::ReadFileContent(name);
+std::optional<toolkit::Problem> FindProblemOfStream(const std::optional<Stream>& stream) {
+    return stream ? FindProblem(*stream, Direction::In) : std::nullopt;
 }
 
-std::optional<Session> ReadJson(const std::string& name) {
-    const std::string subject = SubjectOf(name);
-    const auto content = ReadContent(name);
-    if (const auto* const problem = std::get_if<toolkit::Problem>(&content)) {
+/// What is read of the blocks. Malformed JSON is named only if the file could be read to its end.
+std::optional<Session> ReadJsonBlocks(toolkit::FileBlocks& blocks, const std::string& subject,
+                                      const Progress::Phase& reading) {
+    std::optional<Session> session;
+    std::optional<Message> wrong;
+    try {
+        session =
+            refhost::FromJson([&] { return blocks.Next(); },
+                              [&](kelcore::uint64 bytes) { reading.Update(bytes, blocks.Size()); });
+    } catch (const refhost::JsonError& failure) {
+        wrong = {.subject = subject, .place = PlaceOf(failure), .what = failure.what()};
+    }
+    if (const auto& problem = blocks.Failure()) {
         return Refuse(ToMessage(subject, *problem));
     }
-    try {
-        Session session = refhost::FromJson(std::get<std::string>(content));
-        if (const auto problem = toolkit::ResolveMediaPaths(session, LocationOf(name))) {
-            return Refuse(ToMessage(subject, *problem));
-        }
-        return session;
-    } catch (const refhost::JsonError& failure) {
-        return Refuse({.subject = subject, .place = PlaceOf(failure), .what = failure.what()});
-    }
+    return wrong ? Refuse(*wrong) : std::move(session);
 }
 
-std::optional<Session> Read(std::optional<refhost::Plugin>& plugin, const Options& options,
-                            Kind from, Kind to, const Output& out) {
-    if (from == Kind::Json) {
-        return ReadJson(options.in);
+std::optional<Session> ReadJson(const std::string& name, Progress& progress) {
+    const std::string subject = SubjectOf(name);
+    const auto stream = FindStream(name, Direction::In);
+    if (const auto problem = FindProblemOfStream(stream)) {
+        return Refuse(ToMessage(subject, *problem));
     }
+    const Progress::Phase reading = progress.Begin(kReading);
+    toolkit::FileBlocks blocks =
+        stream ? toolkit::FileBlocks(stream->descriptor) : toolkit::FileBlocks(name);
+    std::optional<Session> session = ReadJsonBlocks(blocks, subject, reading);
+    if (!session) {
+        return std::nullopt;
+    }
+    if (const auto problem = toolkit::ResolveMediaPaths(*session, LocationOf(name))) {
+        return Refuse(ToMessage(subject, *problem));
+    }
+    return session;
+}
+
+std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const Options& options, Kind to,
+                                const Output& out, Progress& progress) {
     const SessionFile file(options.in);
     const toolkit::Conversion conversion = {
         .target = to == Kind::Json ? toolkit::Target::Json : toolkit::Target::SessionFile,
         .from = file.FullPath(),
         .to = out.FullPath()};
-    return ReadOrvo(*plugin, file, conversion, options.rule);
+    return ReadOrvo(plugin, file, conversion, options.rule, progress);
+}
+
+// The whole
+
+std::vector<ProgressPhase> PhasesOf(Kind from, Kind to) {
+    constexpr double kWeightOfJson = 1.5;
+    std::vector<ProgressPhase> phases = {{kReading, from == Kind::Json ? kWeightOfJson : 1}};
+    const std::vector<ProgressPhase> saving = PhasesOfSaving(to);
+    phases.insert(phases.end(), saving.begin(), saving.end());
+    return phases;
+}
+
+/// For the progress only: of a large session, JSON takes about twice the bytes.
+kelcore::uint64 ExpectedSizeOfJson(const Options& options, Kind from) {
+    const auto size = static_cast<kelcore::uint64>(SizeOrOne(options.in));
+    return from == Kind::Json ? size : 2 * size;
 }
 
 ExitCode RunConvert(const Options& options, Kind from, Kind to) {
     const Output out(options.out);
+    const std::string source = SubjectOf(options.in);
+    Progress progress(source, PhasesOf(from, to));
     refhost::UseFeatureDefaults();
     std::optional<refhost::Plugin> plugin;
     if (from == Kind::Orvo || to == Kind::Orvo) {
         plugin.emplace();
     }
-    std::optional<Session> session = Read(plugin, options, from, to, out);
+    std::optional<Session> session = from == Kind::Json
+                                         ? ReadJson(options.in, progress)
+                                         : ReadOrvo(*plugin, options, to, out, progress);
     if (!session) {
         return ExitCode::Failure;
     }
     return to == Kind::Orvo
-               ? SaveSession(*plugin, *std::move(session), out, SubjectOf(options.in), options.rule)
-               : SaveJson(*session, out);
+               ? SaveSession(*plugin, *std::move(session), out, source, options.rule, progress)
+               : SaveJson(*session, out, progress, ExpectedSizeOfJson(options, from));
 }
 
 }  // namespace

@@ -28,12 +28,15 @@ struct Options {
 
 ExitCode RunGenerate(const Options& options) {
     const Output out(options.out);
-    if (FindKind(options.to, options.out) == Kind::Json) {
-        return SaveJson(toolkit::GenerateSession(options.size, options.seed), out);
+    const Kind kind = FindKind(options.to, options.out).value_or(Kind::Orvo);
+    Progress progress(out.Name(), PhasesOfSaving(kind));
+    if (kind == Kind::Json) {
+        return SaveJson(toolkit::GenerateSession(options.size, options.seed), out, progress, 0);
     }
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
-    return SaveWholeSession(plugin, toolkit::GenerateSession(options.size, options.seed), out);
+    return SaveWholeSession(plugin, toolkit::GenerateSession(options.size, options.seed), out,
+                            progress);
 }
 
 /// Each number may be as large as it likes to be, but not all of them together.

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "cli/Messages.h"
-#include "cli/ProgressBar.h"
+#include "cli/ReadProgress.h"
 #include "cli/StandInFile.h"
 #include "reference_host/Sessions.h"
 #include "reference_host/json/Differences.h"
@@ -18,6 +18,10 @@ namespace cli {
 namespace {
 
 using refhost::model::Session;
+
+constexpr const char* kWriting = "writing";
+constexpr const char* kChecking = "checking";
+constexpr const char* kSaving = "saving";
 
 /// Says why if it cannot be made.
 std::unique_ptr<const StandInFile> MakeStandIn(const Output& out) {
@@ -30,12 +34,13 @@ std::unique_ptr<const StandInFile> MakeStandIn(const Output& out) {
 }
 
 refhost::WriteResult Write(refhost::Plugin& plugin, Session session, const StandInFile& file,
-                           const Output& out) {
-    Progress progress(out.Name(), {{"writing"}});
-    const Progress::Phase writing = progress.Begin("writing");
+                           const Output& out, Progress& progress) {
+    // The plug-in asks for all tracks in the first half of the time, and does not say how far it
+    // is in the second.
+    const Progress::Phase writing = progress.Begin(kWriting, out.Name());
     refhost::WriteOptions options;
-    options.progress = [&writing](const refhost::Progress& report) {
-        writing.Update(report.done, report.total);
+    options.trackProgress = [&writing](kelcore::uint32 done, kelcore::uint32 total) {
+        writing.Update(done, kelcore::uint64{2} * total);
     };
     refhost::WriteResult written =
         refhost::WriteSession(plugin, file.PluginPath(), std::move(session), options);
@@ -48,8 +53,18 @@ refhost::WriteResult Write(refhost::Plugin& plugin, Session session, const Stand
     return written;
 }
 
+refhost::ReadResult ReadAgain(refhost::Plugin& plugin, const StandInFile& file, const Output& out,
+                              Progress& progress) {
+    const Progress::Phase checking = progress.Begin(kChecking, out.Name());
+    checking.Watch(ShareRead(file.Path()));
+    plugin.Restart();  // a read that ended inside an unknown element would tell in this one
+    return refhost::ReadSession(plugin, file.PluginPath());
+}
+
 /// The file becomes what was asked for.
-ExitCode Deliver(const StandInFile& file, const Output& out) {
+ExitCode Deliver(const StandInFile& file, const Output& out, Progress& progress) {
+    const Progress::Phase saving = progress.Begin(kSaving, out.Name());
+    saving.Watch(ShareRead(file.Path()));
     return out.Save([&](const Output::Sink& sink) {
         std::ifstream source(file.Path(), std::ios::binary);
         std::vector<char> block(1 << 20);
@@ -65,13 +80,23 @@ ExitCode Deliver(const StandInFile& file, const Output& out) {
     });
 }
 
+/// A session of version 4.0 hands its host the current time, a newer one the selection's start.
+/// The saved file is of a newer version and makes the value anew, so it differs only where the
+/// session still has the one of version 4.0.
+bool HoldsOwnPosition(const Session& session) {
+    const kelcore::int64 position = session.versionDependentValue;
+    return position != 0 && position == session.ctiPosition && position != session.selection.start;
+}
+
 /// Compares what was saved with what was to be: what a file says of its writer is not part of the
 /// session. Names what is otherwise; true if nothing is.
 bool HoldsEverything(refhost::WriteResult written, const Session& saved, const std::string& source,
                      const LossRule& rule) {
     written.session.formatVersion = saved.formatVersion;
     written.session.formatDescription = saved.formatDescription;
-    written.session.versionDependentValue = saved.versionDependentValue;
+    if (!HoldsOwnPosition(written.session)) {
+        written.session.versionDependentValue = saved.versionDependentValue;
+    }
     refhost::Differences differences =
         refhost::FindDifferences(written.session, saved, rule.Limit());
     if (differences.count == 0) {
@@ -89,28 +114,34 @@ bool HoldsEverything(refhost::WriteResult written, const Session& saved, const s
 
 }  // namespace
 
-ExitCode SaveWholeSession(refhost::Plugin& plugin, Session session, const Output& out) {
+std::vector<ProgressPhase> PhasesOfSaving(Kind kind) {
+    return kind == Kind::Json
+               ? std::vector<ProgressPhase>{{kWriting, 1.5}}
+               : std::vector<ProgressPhase>{{kWriting, 2}, {kChecking, 1}, {kSaving, 0.25}};
+}
+
+ExitCode SaveWholeSession(refhost::Plugin& plugin, Session session, const Output& out,
+                          Progress& progress) {
     const auto file = MakeStandIn(out);
     if (!file) {
         return ExitCode::Failure;
     }
-    const refhost::WriteResult written = Write(plugin, std::move(session), *file, out);
-    return written.result == tses::SessionResult::Ok ? Deliver(*file, out)
+    const refhost::WriteResult written = Write(plugin, std::move(session), *file, out, progress);
+    return written.result == tses::SessionResult::Ok ? Deliver(*file, out, progress)
                                                      : FailToSave(out, written.messages);
 }
 
 ExitCode SaveSession(refhost::Plugin& plugin, Session session, const Output& out,
-                     const std::string& source, const LossRule& rule) {
+                     const std::string& source, const LossRule& rule, Progress& progress) {
     const auto file = MakeStandIn(out);
     if (!file) {
         return ExitCode::Failure;
     }
-    refhost::WriteResult written = Write(plugin, std::move(session), *file, out);
+    refhost::WriteResult written = Write(plugin, std::move(session), *file, out, progress);
     if (written.result != tses::SessionResult::Ok) {
         return FailToSave(out, written.messages);
     }
-    plugin.Restart();  // a read that ended inside an unknown element would tell in this one
-    const refhost::ReadResult saved = refhost::ReadSession(plugin, file->PluginPath());
+    const refhost::ReadResult saved = ReadAgain(plugin, *file, out, progress);
     if (saved.result != tses::SessionResult::Ok) {
         return FailToSave(out, {"what the plug-in wrote cannot be read again"});
     }
@@ -118,12 +149,16 @@ ExitCode SaveSession(refhost::Plugin& plugin, Session session, const Output& out
         RefuseLosses(source);
         return ExitCode::Failure;
     }
-    return Deliver(*file, out);
+    return Deliver(*file, out, progress);
 }
 
-ExitCode SaveJson(const Session& session, const Output& out) {
-    const std::string text = refhost::ToJson(session);
-    return out.Save([&](const Output::Sink& sink) { sink(text); });
+ExitCode SaveJson(const Session& session, const Output& out, Progress& progress,
+                  kelcore::uint64 expectedSize) {
+    const Progress::Phase writing = progress.Begin(kWriting, out.Name());
+    return out.Save([&](const Output::Sink& sink) {
+        refhost::ToJson(session, sink,
+                        [&](kelcore::uint64 bytes) { writing.Update(bytes, expectedSize); });
+    });
 }
 
 }  // namespace cli

@@ -4,12 +4,12 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <charconv>
-#include <cstdint>
 #include <filesystem>
 #include <system_error>
+
+#include "toolkit/FileContent.h"
 
 namespace cli {
 namespace {
@@ -64,15 +64,11 @@ std::optional<Descriptor> FindDescriptor(const std::string& name) {
     return std::nullopt;
 }
 
-void Wait(int descriptor, short event) {
-    pollfd awaited{.fd = descriptor, .events = event, .revents = 0};
-    ::poll(&awaited, 1, -1);
-}
-
-/// Whether a call is to be made again: it was interrupted, or the stream does not wait by itself.
-bool TryAgain(int descriptor, short event) {
+/// Whether to write again: the call was interrupted, or the stream does not wait by itself.
+bool TryAgain(int descriptor) {
     if (errno == EAGAIN) {
-        Wait(descriptor, event);
+        pollfd awaited{.fd = descriptor, .events = POLLOUT, .revents = 0};
+        ::poll(&awaited, 1, -1);
         return true;
     }
     return errno == EINTR;
@@ -113,25 +109,11 @@ std::optional<toolkit::Problem> ReadBlocks(const Stream& stream,
     if (auto problem = FindProblem(stream, Direction::In)) {
         return problem;
     }
-    std::array<char, 1 << 16> block;
-    for (;;) {
-        const ssize_t got = ::read(stream.descriptor, block.data(), block.size());
-        if (got > 0) {
-            take({block.data(), static_cast<std::size_t>(got)});
-        } else if (got == 0) {
-            return std::nullopt;
-        } else if (!TryAgain(stream.descriptor, POLLIN)) {
-            return toolkit::Problem{{}, "cannot be read", std::generic_category().message(errno)};
-        }
+    toolkit::FileBlocks blocks(stream.descriptor);
+    for (std::string_view block = blocks.Next(); !block.empty(); block = blocks.Next()) {
+        take(block);
     }
-}
-
-std::variant<std::string, toolkit::Problem> ReadStream(const Stream& stream) {
-    std::string content;
-    if (auto problem = ReadBlocks(stream, [&](std::string_view block) { content.append(block); })) {
-        return *std::move(problem);
-    }
-    return content;
+    return blocks.Failure();
 }
 
 void WriteBlock(const Stream& stream, std::string_view block) {
@@ -139,7 +121,7 @@ void WriteBlock(const Stream& stream, std::string_view block) {
         const ssize_t put = ::write(stream.descriptor, block.data(), block.size());
         if (put >= 0) {
             block.remove_prefix(static_cast<std::size_t>(put));
-        } else if (!TryAgain(stream.descriptor, POLLOUT)) {
+        } else if (!TryAgain(stream.descriptor)) {
             throw StreamError(errno, std::generic_category());
         }
     }

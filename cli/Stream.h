@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <variant>
 
 #include "toolkit/DocumentScan.h"
 
@@ -39,9 +38,6 @@ bool IsStreamOfAnotherProcess(const std::string& name);
 /// @return why that failed, if it did
 std::optional<toolkit::Problem> ReadBlocks(const Stream& stream,
                                            const std::function<void(std::string_view)>& take);
-
-/// All that comes until the end.
-std::variant<std::string, toolkit::Problem> ReadStream(const Stream& stream);
 
 /// A stream took not all that went there.
 class StreamError : public std::system_error {

@@ -17,6 +17,9 @@ struct Progress {
     friend bool operator==(const Progress&, const Progress&) = default;
 };
 
+/// `done` of `total` audio tracks have been written.
+using TrackListener = std::function<void(kelcore::uint32 done, kelcore::uint32 total)>;
+
 using ProgressListener = std::function<void(const Progress&)>;
 
 }  // namespace refhost

@@ -32,6 +32,14 @@ public:
     void SetProgressListener(ProgressListener listener) { listener_ = std::move(listener); }
     void Report(const Progress& progress);
 
+    /// Hears of each audio track that is asked for in a write.
+    void SetTrackListener(TrackListener listener) { trackListener_ = std::move(listener); }
+    void ReportTrack(kelcore::uint32 done, kelcore::uint32 total) const {
+        if (trackListener_) {
+            trackListener_(done, total);
+        }
+    }
+
     /// All reports so far.
     const std::vector<Progress>& Reports() const { return reports_; }
 
@@ -44,6 +52,7 @@ private:
     std::unique_ptr<QuerySession> query_;
     Ref<LogTarget> logTarget_;
     ProgressListener listener_;
+    TrackListener trackListener_;
     std::vector<Progress> reports_;
 };
 

@@ -59,6 +59,7 @@ WriteResult WriteSession(Plugin& plugin, const std::u16string& path, model::Sess
                          const WriteOptions& options) {
     const Ref<SessionNode> node = SessionNode::Make(std::move(session));
     node->SetProgressListener(options.progress);
+    node->SetTrackListener(options.trackProgress);
     WriteResult written;
     {
         const TraceCollector collector(written.messages);

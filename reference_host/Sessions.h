@@ -47,13 +47,16 @@ struct WriteOptions {
     /// As in `ReadOptions`.
     std::function<Ref<tses::IQuerySession>(tses::IQuerySession& session)> wrap{};
     ProgressListener progress{};
+    /// Hears of each audio track that the plug-in begins to write; this moves between the reports
+    /// of progress.
+    TrackListener trackProgress{};
 };
 
 struct WriteResult {
     tses::SessionResult result = tses::SessionResult::Ok;
     /// Why the file could not be saved, in words for people (UTF-8), if the plug-in said why.
     std::vector<std::string> messages{};
-    /// What was to be written, for whoever wants it back.
+    /// The session that was to be written, unchanged: who needs it on needs no copy.
     model::Session session{};
 };
 

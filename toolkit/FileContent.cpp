@@ -1,10 +1,10 @@
 #include "toolkit/FileContent.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <new>
 #include <utility>
@@ -14,22 +14,7 @@
 namespace toolkit {
 namespace {
 
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0) {
-            ::close(number_);
-        }
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int Number() const { return number_; }
-
-private:
-    int number_;
-};
+constexpr std::size_t kBlockSize = 1 << 16;
 
 Problem ToProblem(kelcore::ReadObstacle obstacle) {
     return {{}, std::move(obstacle.what), std::move(obstacle.advice)};
@@ -55,21 +40,21 @@ bool IsFileNamedAsFolder(const std::string& path) {
     return slash != std::string::npos && IsRegular(path.substr(0, slash));
 }
 
-/// @param size  what to expect; the file may have grown or shrunk since
-std::variant<std::string, Problem> ReadAll(int descriptor, std::size_t size,
-                                           const std::stop_token& stop) {
+/// For a stream that somebody set up not to wait.
+void WaitForInput(int descriptor) {
+    pollfd awaited{.fd = descriptor, .events = POLLIN, .revents = 0};
+    ::poll(&awaited, 1, -1);
+}
+
+std::string ReadAll(FileBlocks& blocks, const std::stop_token& stop) {
     std::string content;
-    content.reserve(size);
-    std::array<char, 1 << 16> block;
+    content.reserve(blocks.Size());  // the file may have grown or shrunk since
     while (!stop.stop_requested()) {
-        const ssize_t got = ::read(descriptor, block.data(), block.size());
-        if (got > 0) {
-            content.append(block.data(), static_cast<std::size_t>(got));
-        } else if (got == 0) {
+        const std::string_view block = blocks.Next();
+        if (block.empty()) {
             break;
-        } else if (errno != EINTR) {
-            return SystemProblem(errno);
         }
+        content += block;
     }
     return content;
 }
@@ -100,21 +85,60 @@ std::optional<Problem> FindProblem(const std::string& path) {
     return S_ISREG(status.st_mode) ? std::nullopt : std::optional(NotRegular(status.st_mode));
 }
 
-std::variant<std::string, Problem> ReadFileContent(const std::string& path,
-                                                   const std::stop_token& stop) {
-    if (auto problem = FindProblem(path)) {
-        return *std::move(problem);
+FileBlocks::FileBlocks(const std::string& path)
+    : descriptor_(-1), isOwned_(true), failure_(FindProblem(path)) {
+    if (failure_) {
+        return;
     }
     struct stat status {};
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-    if (file.Number() < 0 || ::fstat(file.Number(), &status) != 0) {
-        return SystemProblem(errno);
+    descriptor_ = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) {
+        failure_ = SystemProblem(errno);
+    } else if (!S_ISREG(status.st_mode)) {
+        failure_ = NotRegular(status.st_mode);
+    } else {
+        size_ = static_cast<std::size_t>(status.st_size);
     }
-    if (!S_ISREG(status.st_mode)) {
-        return NotRegular(status.st_mode);
+}
+
+FileBlocks::FileBlocks(int descriptor) : descriptor_(descriptor), isOwned_(false) {
+    struct stat status {};
+    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
+        size_ = static_cast<std::size_t>(status.st_size);
     }
+}
+
+FileBlocks::~FileBlocks() {
+    if (isOwned_ && descriptor_ >= 0) {
+        ::close(descriptor_);
+    }
+}
+
+std::string_view FileBlocks::Next() {
+    block_.resize(kBlockSize);
+    while (!failure_) {
+        const ssize_t got = ::read(descriptor_, block_.data(), block_.size());
+        if (got >= 0) {
+            return {block_.data(), static_cast<std::size_t>(got)};
+        }
+        if (errno == EAGAIN) {
+            WaitForInput(descriptor_);
+        } else if (errno != EINTR) {
+            failure_ = SystemProblem(errno);
+        }
+    }
+    return {};
+}
+
+std::variant<std::string, Problem> ReadFileContent(const std::string& path,
+                                                   const std::stop_token& stop) {
     try {
-        return ReadAll(file.Number(), static_cast<std::size_t>(status.st_size), stop);
+        FileBlocks blocks(path);
+        std::string content = ReadAll(blocks, stop);
+        if (blocks.Failure()) {
+            return *blocks.Failure();
+        }
+        return content;
     } catch (const std::bad_alloc&) {
         return Problem{{}, "cannot be read", "it is larger than the memory that there is"};
     }

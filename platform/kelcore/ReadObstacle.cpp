@@ -14,7 +14,8 @@ namespace {
 
 /// The error number, 0 if there is none.
 int TryFirstByte(const std::string& systemPath) {
-    const int descriptor = ::open(systemPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    const int descriptor =
+        ::openat(AT_FDCWD, systemPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (descriptor < 0) {
         return errno;
     }

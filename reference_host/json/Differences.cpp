@@ -7,9 +7,8 @@
 #include <tuple>
 #include <type_traits>
 
-#include "reference_host/json/JsonText.h"
-#include "reference_host/json/LoneSurrogates.h"
-#include "reference_host/json/Values.h"
+#include "reference_host/json/Encode.h"
+#include "reference_host/json/MessageText.h"
 
 namespace refhost {
 namespace {
@@ -37,8 +36,29 @@ bool AreOneThing(const Value& one, const Value& other) {
 template <class Value>
 std::string Shown(const Value& value) {
     constexpr std::size_t kLongest = 60;
-    return Shortened(UnmarkedDocument(Encode(value).dump()), kLongest);
+    return Shortened(Encoded(value, JsonWriter::Layout::Compact), kLongest);
 }
+
+/// Where in a session's JSON a value is; only a difference spells it out.
+class JsonPlace {
+public:
+    JsonPlace() = default;
+    JsonPlace(const JsonPlace& parent, std::string_view key) : parent_(&parent), key_(key) {}
+    JsonPlace(const JsonPlace& parent, std::size_t index) : parent_(&parent), index_(index) {}
+
+    /// As a JSON pointer; empty for the whole document.
+    std::string Pointer() const {
+        if (parent_ == nullptr) {
+            return {};
+        }
+        return parent_->Pointer() + (key_ ? PointerStep(*key_) : "/" + std::to_string(index_));
+    }
+
+private:
+    const JsonPlace* parent_ = nullptr;
+    std::optional<std::string_view> key_;  // none: an element of a list
+    std::size_t index_ = 0;
+};
 
 class Comparison {
 public:

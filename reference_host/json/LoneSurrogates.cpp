@@ -19,6 +19,9 @@ constexpr std::size_t kDigits = 3;
 constexpr std::size_t kMarkSize = kMark.size() + kDigits;
 constexpr std::size_t kEscapeSize = 6;
 
+/// Of a pair of escapes.
+constexpr std::size_t kLongestReplaced = 2 * kEscapeSize;
+
 bool IsHigh(unsigned unit) {
     return unit >= kFirstSurrogate && unit < kFirstLowSurrogate;
 }
@@ -55,12 +58,6 @@ std::optional<unsigned> EscapedUnit(std::string_view json) {
     return ParseHexadecimal(json.substr(2, kEscapeSize - 2));
 }
 
-/// What a piece of a document becomes, and how long the piece was.
-struct Replacement {
-    std::string text;
-    std::size_t size;
-};
-
 /// For the escape that begins `json`.
 Replacement MarkEscape(std::string_view json) {
     const auto unit = EscapedUnit(json);
@@ -73,51 +70,25 @@ Replacement MarkEscape(std::string_view json) {
     if (unit && !isPair && (IsHigh(*unit) || IsLow(*unit))) {
         return {MarkOf(*unit - kFirstSurrogate), kEscapeSize};
     }
-    const std::size_t size = isPair ? 2 * kEscapeSize : 2;
-    return {std::string(json.substr(0, size)), size};
+    const std::size_t size = isPair ? kLongestReplaced : 2;
+    return {std::string(json.substr(0, size)), std::min(size, json.size())};
 }
 
-/// For the bytes that begin `text`: a surrogate's three, the mark's, or others.
-Replacement MarkBytes(std::string_view text) {
-    const auto byteAt = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    if (text.starts_with(kMark)) {
-        return {MarkOf(kMarkItself), kMark.size()};
-    }
-    if (text.size() >= 3 && byteAt(0) == 0xED && byteAt(1) >= 0xA0) {
-        return {MarkOf((byteAt(1) - 0xA0U) * 64U + (byteAt(2) - 0x80U)), 3};
-    }
-    return {std::string(1, text.front()), 1};
-}
-
-bool MayNeedMarks(std::u16string_view text) {
-    for (const char16_t unit : text) {
-        if (IsHigh(unit) || IsLow(unit) || unit == kMarkCharacter) {
-            return true;
-        }
-    }
-    return false;
+/// For the bytes that begin `json`: the mark's character, or another.
+Replacement MarkBytes(std::string_view json) {
+    return json.starts_with(kMark) ? Replacement{MarkOf(kMarkItself), kMark.size()}
+                                   : Replacement{std::string(1, json.front()), 1};
 }
 
 }  // namespace
 
-std::string MarkedText(std::u16string_view text) {
-    // Here a surrogate that stands alone is three bytes; one of a pair is not to be seen.
-    const std::string bytes = kelcore::UTF16to8(text);
-    if (!MayNeedMarks(text)) {
-        return bytes;
-    }
-    std::string marked;
-    for (std::size_t at = 0; at < bytes.size();) {
-        const Replacement replacement = MarkBytes(std::string_view(bytes).substr(at));
-        marked += replacement.text;
-        at += replacement.size;
-    }
-    return marked;
-}
-
 std::u16string UnmarkedText(std::string_view marked) {
+    std::size_t mark = marked.find(kMark);
+    if (mark == marked.npos) {
+        return kelcore::UTF8to16(marked);
+    }
     std::u16string text;
-    for (std::size_t mark = marked.find(kMark); mark != marked.npos; mark = marked.find(kMark)) {
+    for (; mark != marked.npos; mark = marked.find(kMark)) {
         text += kelcore::UTF8to16(marked.substr(0, mark));
         const unsigned number =
             ParseHexadecimal(marked.substr(mark + kMark.size(), kDigits)).value_or(kMarkItself);
@@ -128,38 +99,11 @@ std::u16string UnmarkedText(std::string_view marked) {
     return text + kelcore::UTF8to16(marked);
 }
 
-std::string MarkedDocument(std::string_view json) {
-    std::string marked;
-    marked.reserve(json.size());
-    while (!json.empty()) {
-        const std::size_t plain = std::min(json.find_first_of("\\\xEF"), json.size());
-        marked += json.substr(0, plain);
-        json.remove_prefix(plain);
-        if (json.empty()) {
-            break;
-        }
-        if (json.front() == '\\') {
-            const Replacement replacement = MarkEscape(json);
-            marked += replacement.text;
-            json.remove_prefix(std::min(replacement.size, json.size()));
-        } else if (json.starts_with(kMark)) {
-            marked += MarkOf(kMarkItself);
-            json.remove_prefix(kMark.size());
-        } else {
-            marked += json.front();
-            json.remove_prefix(1);
-        }
+std::optional<Replacement> ReplaceBegin(std::string_view json, bool isEnd) {
+    if (!isEnd && json.size() < kLongestReplaced) {
+        return std::nullopt;
     }
-    return marked;
-}
-
-// An escape is as long as its mark; only the mark's own character becomes longer.
-std::size_t UnmarkedOffset(std::string_view json, std::size_t offset) {
-    for (std::size_t mark = json.find(kMark); mark < offset; mark = json.find(kMark, mark + 1)) {
-        const std::size_t behind = mark + kMark.size();
-        offset = offset < behind + kDigits ? std::min(offset, behind) : offset - kDigits;
-    }
-    return offset;
+    return json.front() == '\\' ? MarkEscape(json) : MarkBytes(json);
 }
 
 std::string UnmarkedDocument(std::string_view marked) {

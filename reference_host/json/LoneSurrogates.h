@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,19 +11,27 @@
 /// mark "fff".
 namespace refhost {
 
-/// A text as the JSON library may hold it, and back.
-std::string MarkedText(std::u16string_view text);
+/// What a text means that the library read in a marked document.
 std::u16string UnmarkedText(std::string_view marked);
 
-/// A JSON document as the library can parse it: escapes of unpaired surrogates become marks. Every
-/// line keeps its number.
-std::string MarkedDocument(std::string_view json);
+/// What the begin of a piece of JSON becomes, and how many bytes of it that was.
+struct Replacement {
+    std::string text;
+    std::size_t size;
+};
 
-/// Where in a document that byte comes from that stands at `offset` of what `MarkedDocument` makes
-/// of it.
-std::size_t UnmarkedOffset(std::string_view json, std::size_t offset);
+/// Whether something in a text of JSON that begins with this byte may become a mark.
+inline bool MayBecomeMark(char byte) {
+    return byte == '\\' || byte == '\xEF';
+}
 
-/// A document that the library wrote, or a piece of one: marks become escapes.
+/// What becomes of the escape or character that begins a part of a text of JSON, with a byte that
+/// may become a mark: escapes of unpaired surrogates and the marks' own character do.
+/// @param isEnd  whether nothing follows
+/// @return none if more must be known of what follows
+std::optional<Replacement> ReplaceBegin(std::string_view json, bool isEnd);
+
+/// A piece of a marked document as it was: marks become escapes.
 std::string UnmarkedDocument(std::string_view marked);
 
 }  // namespace refhost

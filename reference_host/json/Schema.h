@@ -20,6 +20,11 @@ Row(const char*, Member Struct::*) -> Row<Struct, Member>;
 template <class Struct>
 struct Schema;
 
+template <class Struct>
+concept HasSchema = requires {
+    Schema<Struct>::kRows;
+};
+
 template <>
 struct Schema<model::Keyframe> {
     using T = model::Keyframe;

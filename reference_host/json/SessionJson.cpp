@@ -4,19 +4,22 @@
 #include <ostream>
 #include <set>
 
-#include "reference_host/json/JsonText.h"
-#include "reference_host/json/LoneSurrogates.h"
-#include "reference_host/json/Values.h"
+#include "reference_host/json/Encode.h"
+#include "reference_host/json/JsonReader.h"
 #include "reference_host/nodes/KeyIndex.h"
 
 namespace refhost {
 namespace {
 
-constexpr int kIndent = 2;
-
 template <class Value>
 std::string Dump(const Value& value) {
-    return UnmarkedDocument(Encode(value).dump(kIndent)) + "\n";
+    return Encoded(value, JsonWriter::Layout::Indented, "\n");
+}
+
+template <HasSchema Struct>
+std::vector<std::string> KeysOf() {
+    return std::apply([](const auto&... rows) { return std::vector<std::string>{rows.key...}; },
+                      Schema<Struct>::kRows);
 }
 
 /// A reader finds these things by their ids: those without one would end it, and of two with the
@@ -79,17 +82,25 @@ private:
 
 }  // namespace
 
+void ToJson(const model::Session& session, const JsonSink& sink, const ByteProgress& progress) {
+    WriteValue(session, JsonWriter::Layout::Indented, "\n", sink, progress);
+}
+
 std::string ToJson(const model::Session& session) {
     return Dump(session);
 }
 
-model::Session FromJson(std::string_view text) {
+model::Session FromJson(const JsonSource& source, const ByteProgress& progress) {
     model::Session session;
-    Decode(ParseJson(text), JsonPlace(), session);
+    ReadDocument(source, progress, TargetOf(session));
     RequireOwnIds(session.files, "files");
     RequireOwnIds(session.videoTracks, "videoTracks");
     RequireOwnIds(session.audioTracks, "audioTracks");
     return session;
+}
+
+model::Session FromJson(std::string_view text) {
+    return FromJson(TextSource(text));
 }
 
 std::vector<std::string> JsonKeys() {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/kelcore/Types.h"
 #include "reference_host/model/Session.h"
 
 /// Sessions as JSON (UTF-8), whole and in both directions. docs/json.md describes every key.
@@ -38,13 +40,29 @@ private:
     std::optional<TextPlace> place_;
 };
 
-/// The session, every key of it, indented by two blanks and ended by a line feed. `FromJson` gives
-/// the same session back.
+/// Takes the next block of a text. What it throws ends the writing.
+using JsonSink = std::function<void(std::string_view block)>;
+
+/// Gives the next block of a text, of any size, which stays until the next call; an empty one at
+/// the end. What it throws ends the reading.
+using JsonSource = std::function<std::string_view()>;
+
+/// Hears after each block how many bytes have been written or read.
+using ByteProgress = std::function<void(kelcore::uint64 bytes)>;
+
+/// Writes a session, every key of it, indented by two blanks and ended by a line feed, in blocks of
+/// about 64 KiB; no more than a block is held. `FromJson` gives the same session back.
+void ToJson(const model::Session& session, const JsonSink& sink, const ByteProgress& progress = {});
+
+/// The same as one text.
 std::string ToJson(const model::Session& session);
 
-/// @throws JsonError for malformed JSON, an unknown or repeated key, a value of the wrong type, a
-///         number that its field cannot hold, and a file or track that has no id of its own among
-///         the files, video tracks or audio tracks. An absent key takes the model's default.
+/// Reads a session, and holds no more of the text than a block and the value that is read.
+/// An absent key takes the model's default.
+/// @throws JsonError for malformed JSON; if there is none, for the first unknown or repeated key,
+///         value of the wrong type or number that its field cannot hold; then for a file or track
+///         that has no id of its own among the files, video tracks or audio tracks.
+model::Session FromJson(const JsonSource& source, const ByteProgress& progress = {});
 model::Session FromJson(std::string_view text);
 
 /// Every key of every object that `ToJson` writes, as "Object.key" ("File.id"), in order.

@@ -143,6 +143,7 @@ public:
     }
     kelcore::uint32 GetAudioTrackCount() override { return CountOf(Value().audioTracks); }
     tses::IQueryAudioTrack* GetAudioTrack(kelcore::uint32 index) override {
+        node_.ReportTrack(index, GetAudioTrackCount());
         return FoundAt<AudioTrackNode, &model::Session::audioTracks>(index);
     }
     kelcore::uint32 GetTrackVisibilityPresetCount() override {

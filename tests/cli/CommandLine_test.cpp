@@ -123,8 +123,13 @@ TEST_F(CommandLineTest, MessagesAreColouredOnATerminalWhereNobodySaysOtherwise) 
     EXPECT_THAT(outcome.errors, HasSubstr("\x1b["));
 }
 
+/// Takes longer to read than a progress bar takes to appear.
+std::string LongText() {
+    return std::string(150'000'000, '\n');
+}
+
 TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) {
-    const std::string session = "<orvo><session/><files>\n" + std::string(60000000, '\n');
+    const std::string session = "<orvo><session/><files>\n" + LongText();
     folder_.Write("a.orvo", session + "</files></orvo>");
     const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},
                                        .folder = folder_.Path().string(),
@@ -148,8 +153,7 @@ std::vector<std::size_t> FillsOf(const std::string& errors) {
 }
 
 TEST_F(CommandLineTest, TheProgressBarMovesThroughALongElementOfWhichNothingIsReported) {
-    folder_.Write("a.orvo",
-                  "<orvo><session/><files>\n" + std::string(60000000, '\n') + "</files></orvo>");
+    folder_.Write("a.orvo", "<orvo><session/><files>\n" + LongText() + "</files></orvo>");
     for (const char* const verb : {"info", "trace"}) {
         const Outcome outcome = test::Run({.arguments = {ToolPath(), verb, "a.orvo"},
                                            .folder = folder_.Path().string(),
@@ -172,9 +176,25 @@ TEST_F(CommandLineTest, OneProgressBarGoesOverAllFiles) {
     EXPECT_GE(std::set(fills.begin(), fills.end()).size(), 3u) << outcome.errors;
 }
 
+TEST_F(CommandLineTest, OneProgressBarGoesOverAllPhasesOfAConversion) {
+    ASSERT_EQ(RunTool({"generate", "--tracks", "640", "a.orvo"}, folder_).exitCode, 0);
+    const std::pair<const char*, std::vector<const char*>> phases[] = {
+        {"b.json", {"writing"}}, {"b.orvo", {"writing", "checking"}}};
+    for (const auto& [name, verbs] : phases) {
+        const Outcome outcome = test::Run({.arguments = {ToolPath(), "convert", "a.orvo", name},
+                                           .folder = folder_.Path().string(),
+                                           .terminalErrors = true});
+        const std::vector<std::size_t> fills = FillsOf(outcome.errors);
+        EXPECT_TRUE(std::is_sorted(fills.begin(), fills.end())) << outcome.errors;
+        EXPECT_GE(std::set(fills.begin(), fills.end()).size(), 3u) << outcome.errors;
+        for (const char* const verb : verbs) {
+            EXPECT_THAT(outcome.errors, HasSubstr(std::string("] ") + verb + " " + name));
+        }
+    }
+}
+
 TEST_F(CommandLineTest, AMessageStandsByItselfWhileAProgressBarIsShown) {
-    folder_.Write("a.orvo",
-                  "<orvo><session/><files>\n" + std::string(60000000, '\n') + "</files></orvo>");
+    folder_.Write("a.orvo", "<orvo><session/><files>\n" + LongText() + "</files></orvo>");
     const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo", "none.orvo"},
                                        .folder = folder_.Path().string(),
                                        .environment = {{"NO_COLOR", "1"}},
@@ -184,7 +204,7 @@ TEST_F(CommandLineTest, AMessageStandsByItselfWhileAProgressBarIsShown) {
 }
 
 TEST_F(CommandLineTest, TheProgressBarFitsTheTerminal) {
-    const std::string session = "<orvo><session/><files>\n" + std::string(60000000, '\n');
+    const std::string session = "<orvo><session/><files>\n" + LongText();
     const std::string name = std::string(60, 'a') + ".orvo";
     folder_.Write(name, session + "</files></orvo>");
     for (const auto& [columns, label] : {std::pair(40, std::string("] readi...")),

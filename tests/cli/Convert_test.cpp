@@ -92,6 +92,7 @@ TEST_F(ConvertTest, AKindIsOrvoOrJsonAndNothingElse) {
 
 TEST_F(ConvertTest, AnExtensionTellsTheKindInCapitalsToo) {
     folder_.Write("A.ORVO", kSmallSession);
+    folder_.Write("here.wav", "");
     for (const auto& [in, out] : {std::pair("A.ORVO", "B.JSON"), {"B.JSON", "C.Orvo"}}) {
         const Outcome outcome = RunTool({"convert", in, out}, folder_);
         EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;

@@ -111,6 +111,26 @@ TEST_F(LossesTest, WhatASessionFileCannotHoldIsNamedAndNothingIsWritten) {
     EXPECT_EQ(stream.output, ReadFile(folder_ / "a.orvo"));
 }
 
+TEST_F(LossesTest, ThePositionThatAHostGetsOfVersion40IsLostThroughJsonToo) {
+    folder_.Write("a.json", R"({"ctiPosition": 5, "selection": {"start": 9},
+                                "versionDependentValue": 5})");
+    const Outcome outcome = RunTool({"convert", "a.json", "a.orvo"}, folder_);
+    EXPECT_EQ(outcome.errors,
+              "orvo: a.json: cannot be carried over: /versionDependentValue: 5 became 9\n"
+              "orvo: a.json: " +
+                  std::string(kNotConverted));
+    EXPECT_FALSE(Exists("a.orvo"));
+}
+
+TEST_F(LossesTest, AValueThatTheSavedFileMakesAnewIsNoLoss) {
+    for (const char* const value : {"0", "9", "7"}) {
+        folder_.Write("a.json", R"({"ctiPosition": 5, "selection": {"start": 9},
+                                    "versionDependentValue": )" +
+                                    std::string(value) + "}");
+        EXPECT_EQ(RunTool({"convert", "a.json", "a.orvo"}, folder_).errors, "") << value;
+    }
+}
+
 TEST_F(LossesTest, WhatOnlySavingLosesOfASessionFileIsNamedAndNothingIsWritten) {
     folder_.Write("a.orvo",
                   "<orvo><session><tracks><videoTrack id='1' index='3'/><busTrack id='0'/>"

@@ -192,16 +192,6 @@ TEST_F(RefusalTest, SaysThatStandardInputCannotBeRead) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
-TEST_F(RefusalTest, SaysThatStandardInputFindsNoRoomInTheWorkingFolder) {
-    ASSERT_EQ(::chmod(folder_.Path().c_str(), 0555), 0);
-    const Outcome outcome = RunToolUnprivileged({"info", "-"}, folder_);
-    EXPECT_EQ(outcome.errors,
-              "orvo: a temporary file cannot be made in the working directory: Permission denied; "
-              "run it in a folder that may be written to\n");
-    EXPECT_EQ(outcome.exitCode, 1);
-    ASSERT_EQ(::chmod(folder_.Path().c_str(), 0755), 0);
-}
-
 TEST_F(RefusalTest, SaysThatThePluginRefusesAFileInWhichNothingIsWrong) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = test::Run(

@@ -25,6 +25,7 @@ protected:
     StreamsTest() {
         std::filesystem::create_directory(folder_ / "temporary");
         folder_.Write("a.orvo", kSmallSession);
+        folder_.Write("here.wav", "");
     }
     ~StreamsTest() override {
         EXPECT_TRUE(std::filesystem::is_empty(folder_ / "temporary")) << "something was left";
@@ -186,6 +187,7 @@ TEST_F(StreamsTest, PathsCountFromTheFolderBehindALinkAsForFiles) {
 
 TEST_F(StreamsTest, TheWorkingFolderNeedNotBeWritable) {
     std::filesystem::create_directory(folder_ / "locked");
+    folder_.Write("locked/here.wav", "");
     ASSERT_EQ(::chmod((folder_ / "locked").c_str(), 0555), 0);
     const Outcome outcome = Shell(
         "cd locked && cat ../a.orvo | setpriv --bounding-set=-dac_override "

@@ -55,6 +55,11 @@ TEST_F(SessionsTest, AWrittenSessionReadsBackTheSame) {
     EXPECT_EQ(read.session, session);
 }
 
+TEST_F(SessionsTest, AWriteGivesTheSessionBack) {
+    EXPECT_EQ(WriteSession(plugin_, InFolder("a.orvo"), SomeSession()).session, SomeSession());
+    EXPECT_EQ(WriteSession(plugin_, InFolder("none/a.orvo"), SomeSession()).session, SomeSession());
+}
+
 TEST_F(SessionsTest, AWriteLeavesNothingAlive) {
     WriteSession(plugin_, InFolder("a.orvo"), SomeSession());
     EXPECT_EQ(LiveNodes(), before_);

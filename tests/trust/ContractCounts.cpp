@@ -248,7 +248,7 @@ std::vector<StoredNumber> StoredNumbers() {
         return InClip("<channelMap><channel index='" + index + "'/></channelMap>");
     };
     return {
-        {"parameter 4294967295", parameter("4294967295"), SessionResult::Ok},
+        {"parameter 4294967295", parameter("4294967295"), SessionResult::WriteFailed},
         {"parameter 4294967294", parameter("4294967294"), SessionResult::WriteFailed},
         {"parameter 1000000", parameter("1000000"), SessionResult::Ok},
         {"channel 4294967295", channel("4294967295"), SessionResult::WriteFailed},

@@ -5,8 +5,10 @@
 #include <cmath>
 #include <ctime>
 #include <limits>
+#include <stdexcept>
 
-#include "reference_host/json/Values.h"
+#include "reference_host/json/Encode.h"
+#include "reference_host/json/JsonReader.h"
 
 namespace refhost {
 namespace {
@@ -16,29 +18,55 @@ using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-std::string ErrorOf(std::string_view text) {
+/// Gives a text byte by byte, so that a block ends everywhere.
+JsonSource ByteByByte(std::string_view text) {
+    return [text]() mutable {
+        const std::string_view block = text.substr(0, 1);
+        text.remove_prefix(block.size());
+        return block;
+    };
+}
+
+std::optional<JsonError> FailureOf(const JsonSource& source) {
     try {
-        FromJson(text);
+        FromJson(source);
     } catch (const JsonError& error) {
-        return error.what();
+        return error;
     }
     return {};
 }
 
-std::optional<TextPlace> PlaceOfError(std::string_view text) {
-    try {
-        FromJson(text);
-    } catch (const JsonError& error) {
-        return error.Place();
+std::string ErrorOf(std::string_view text) {
+    const auto failure = FailureOf(TextSource(text));
+    const auto byByte = FailureOf(ByteByByte(text));
+    EXPECT_EQ(failure.has_value(), byByte.has_value());
+    if (!failure || !byByte) {
+        return {};
     }
-    ADD_FAILURE() << "no error: " << text;
-    return {};
+    EXPECT_STREQ(failure->what(), byByte->what());
+    return failure->what();
+}
+
+std::optional<TextPlace> PlaceOfError(std::string_view text) {
+    const auto failure = FailureOf(TextSource(text));
+    const auto byByte = FailureOf(ByteByByte(text));
+    if (!failure || !byByte) {
+        ADD_FAILURE() << "no error: " << text;
+        return {};
+    }
+    EXPECT_EQ(failure->Place(), byByte->Place());
+    return failure->Place();
+}
+
+template <class Value>
+std::string Text(const Value& value) {
+    return Encoded(value, JsonWriter::Layout::Compact);
 }
 
 template <class Value>
 Value Again(const Value& value) {
     Value again{};
-    Decode(ParsedJson(Encode(value)), JsonPlace(), again);
+    ReadDocument(TextSource(Text(value)), {}, TargetOf(again));
     return again;
 }
 
@@ -72,9 +100,9 @@ TEST(SessionJsonTest, AnUnpairedSurrogateStandsAsItsEscape) {
 }
 
 TEST(SessionJsonTest, NumbersThatAreNoneComeBack) {
-    EXPECT_EQ(Encode(std::numeric_limits<double>::infinity()), "Infinity");
-    EXPECT_EQ(Encode(-std::numeric_limits<float>::infinity()), "-Infinity");
-    EXPECT_EQ(Encode(std::numeric_limits<double>::quiet_NaN()), "NaN");
+    EXPECT_EQ(Text(std::numeric_limits<double>::infinity()), R"("Infinity")");
+    EXPECT_EQ(Text(-std::numeric_limits<float>::infinity()), R"("-Infinity")");
+    EXPECT_EQ(Text(std::numeric_limits<double>::quiet_NaN()), R"("NaN")");
     EXPECT_TRUE(std::isnan(Again(std::numeric_limits<float>::quiet_NaN())));
     EXPECT_EQ(Again(-std::numeric_limits<double>::infinity()),
               -std::numeric_limits<double>::infinity());
@@ -93,18 +121,18 @@ TEST(SessionJsonTest, RealNumbersAreExact) {
 }
 
 TEST(SessionJsonTest, ARealOfSinglePrecisionIsWrittenShort) {
-    EXPECT_EQ(Encode(0.1F).dump(), "0.1");
+    EXPECT_EQ(Text(0.1F), "0.1");
 }
 
 TEST(SessionJsonTest, ARealOfSinglePrecisionIsWrittenInFullWhereTheShortFormWouldBecomeAnother) {
     const float value = 7.038531e-26F;
     EXPECT_EQ(Again(value), value);
-    EXPECT_EQ(Encode(value).get<double>(), static_cast<double>(value));
+    EXPECT_EQ(Text(value), Text(static_cast<double>(value)));
 }
 
 TEST(SessionJsonTest, ANumberBeyondSinglePrecisionIsAnError) {
     float value = 0;
-    EXPECT_THROW(Decode(ParsedJson(1e39), JsonPlace(), value), JsonError);
+    EXPECT_THROW(ReadDocument(TextSource("1e39"), {}, TargetOf(value)), JsonError);
 }
 
 TEST(SessionJsonTest, ANumberThatSinglePrecisionTakesForZeroIsAnErrorUnlessItIsZero) {
@@ -135,16 +163,16 @@ TEST(SessionJsonTest, BytesComeBack) {
         block.push_back(static_cast<kelcore::byte>(i));
     }
     EXPECT_EQ(Again(block), block);
-    EXPECT_THAT(Encode(block).dump(), Not(HasSubstr("\\n")));
+    EXPECT_THAT(Text(block), Not(HasSubstr("\\n")));
 }
 
 TEST(SessionJsonTest, BytesThatAreNotBase64AreAnError) {
     std::vector<kelcore::byte> block;
-    EXPECT_THROW(Decode(ParsedJson("!"), JsonPlace(), block), JsonError);
+    EXPECT_THROW(ReadDocument(TextSource(R"("!")"), {}, TargetOf(block)), JsonError);
 }
 
 TEST(SessionJsonTest, AThingThatIsMissingIsNull) {
-    EXPECT_EQ(Encode(std::optional<bool>()), Json());
+    EXPECT_EQ(Text(std::optional<bool>()), "null");
     EXPECT_EQ(Again(std::optional<bool>()), std::nullopt);
     EXPECT_EQ(Again(std::optional<bool>(false)), false);
 }
@@ -252,6 +280,11 @@ TEST(SessionJsonTest, ALineEndInATextIsNamedWhereItStands) {
     EXPECT_EQ(PlaceOfError("{\"formatDescription\": \"a\n\"}"), (TextPlace{1, 25}));
 }
 
+TEST(SessionJsonTest, AnEscapeThatIsNoneIsNamedWhereItStopsToBeOne) {
+    EXPECT_EQ(PlaceOfError(R"({"\i": 1})"), (TextPlace{1, 4}));
+    EXPECT_EQ(PlaceOfError(R"({"\u12x4": 1})"), (TextPlace{1, 7}));
+}
+
 TEST(SessionJsonTest, ColumnsOfMalformedJsonCountTheCharactersOfTheFile) {
     for (const std::string text : {"a", "\u00e9", "\U0001F3B5", "\uFDD0", "\uFDD1"}) {
         EXPECT_EQ(PlaceOfError("{\"" + text + text + "\": ]"), (TextPlace{1, 8})) << text;
@@ -270,8 +303,7 @@ TEST(SessionJsonTest, AWrongValueHasNoPlaceInTheText) {
 TEST(SessionJsonTest, AnErrorShowsAnUnpairedSurrogateAsItsEscape) {
     EXPECT_THAT(ErrorOf("{\"\\ud800\x01\"}"), HasSubstr("last read: '\"\\ud800<U+0001>'"));
     EXPECT_THAT(ErrorOf(R"({"\ud800": 1})"), StartsWith("/\\ud800: unknown key"));
-    EXPECT_THAT(ErrorOf(R"({"\udfff": 1, "\udfff": 1})"),
-                StartsWith("/\\udfff: this key stands twice"));
+    EXPECT_THAT(ErrorOf(R"({"\udfff": 1, "\udfff": 1})"), StartsWith("/\\udfff: unknown key"));
     EXPECT_THAT(ErrorOf(R"({"\ufdd0": 1})"), StartsWith("/\uFDD0: unknown key"));
 }
 
@@ -323,6 +355,123 @@ TEST(SessionJsonTest, AnErrorThatQuotesALongTextEndsBehindAWholeCharacter) {
 TEST(SessionJsonTest, ANumberTooLargeForAnyFieldIsAnError) {
     EXPECT_THAT(ErrorOf("{\n  \"duration\": 1e999}"), HasSubstr("1e999"));
     EXPECT_EQ(PlaceOfError("{\n  \"duration\": 1e999}"), (TextPlace{2, 19}));
+}
+
+TEST(SessionJsonTest, OfWrongValuesTheFirstIsNamed) {
+    EXPECT_THAT(ErrorOf(R"({"y": 1, "x": [2, {"": 3}], "sampleRate": -1})"),
+                StartsWith("/y: unknown key"));
+    EXPECT_THAT(ErrorOf(R"({"sampleRate": -1, "sampleRate": 1, "files": [7]})"),
+                StartsWith("/sampleRate: this is the number -1"));
+    EXPECT_THAT(ErrorOf(R"({"files": [{"id": 1}, {"id": 1}], "sampleRate": -1})"),
+                StartsWith("/sampleRate: "));
+}
+
+TEST(SessionJsonTest, MalformedJsonIsNamedRatherThanAWrongValue) {
+    EXPECT_THAT(ErrorOf(R"({"sampleRate": -1, "files": ])"), StartsWith("syntax error"));
+    EXPECT_THAT(ErrorOf(R"({"x": {"y": [1, }})"), StartsWith("syntax error"));
+    EXPECT_EQ(ErrorOf(std::string("{\"x\": 1}\0", 9)), "a NUL character; remove it");
+}
+
+TEST(SessionJsonTest, AnObjectOrListInPlaceOfAnotherValueIsNamed) {
+    EXPECT_EQ(ErrorOf(R"({"sampleRate": {}})"),
+              "/sampleRate: this is an object; give a whole number from 0 to 4294967295, without "
+              "point or exponent");
+    EXPECT_EQ(ErrorOf(R"({"files": [[]]})"), "/files/0: this is a list; give an object");
+    EXPECT_EQ(ErrorOf(R"({"files": {}})"), "/files: this is an object; give a list");
+    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"fader": []}]})"),
+              "/audioTracks/0/fader: this is a list; give an object");
+    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"clips": [{"properties": {}}]}]})"),
+              "/audioTracks/0/clips/0/properties: this is an object; give a text");
+    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"fader": {"parameters": []}}]})"),
+              "/audioTracks/0/fader/parameters: this is a list; give an object");
+}
+
+TEST(SessionJsonTest, AQuoteInAnErrorIsAsTheTextHasIt) {
+    EXPECT_EQ(ErrorOf("{\"files\":  \n  nul, \"sampleRate\": 1}"),
+              "syntax error while parsing value - invalid literal; last read: "
+              "'\"files\":  <U+000A>  nul,'; correct the text there");
+    EXPECT_EQ(ErrorOf("{\"files\": tru  \"\"}"),
+              "syntax error while parsing value - invalid literal; last read: '\"files\": tru '; "
+              "correct the text there");
+}
+
+TEST(SessionJsonTest, BlanksKeepNumbersAndWordsApart) {
+    EXPECT_THAT(ErrorOf("{\"sampleRate\": 1 \n 2}"),
+                HasSubstr("unexpected number literal; expected '}'"));
+    EXPECT_THAT(ErrorOf("{\"sampleRate\": 1  \n\n  \"x\"}"),
+                HasSubstr("unexpected string literal; expected '}'"));
+}
+
+TEST(SessionJsonTest, BlanksBetweenValuesAreCountedInPlaces) {
+    EXPECT_EQ(PlaceOfError("{\n \t \"sampleRate\" \n : \r\n  1  ,\n\n  \"duration\"  : 1 2}"),
+              (TextPlace{6, 19}));
+}
+
+TEST(SessionJsonTest, ATextComesBackAsItStoodWhereverABlockEnds) {
+    const model::Session session{.formatDescription = std::u16string{
+                                     u'a', 0xD800, 0xFDD0, 0xD83C, 0xDFB5, u'"', u'\\', u'\n',
+                                     0xDFFF, 0xD7FF, u' ', u' ', 0xE9, 0xFFFD, 1, 0x7F}};
+    EXPECT_EQ(FromJson(ByteByByte(ToJson(session))), session);
+    EXPECT_EQ(FromJson(ByteByByte("\xEF\xBB\xBF" + ToJson(session))), session);
+    EXPECT_EQ(
+        FromJson(ByteByByte(
+            R"({"formatDescription": "a\ud800\ufdd0\ud83c\udfb5\"\\\n\udfff\ud7ff  \u00e9\ufffd\u0001\u007f"})")),
+        session);
+}
+
+TEST(SessionJsonTest, EscapesAreTheShortOnesWhereThereAreSuch) {
+    EXPECT_EQ(Text(std::u16string(u"\"\\/\b\f\n\r\t\u001f\u007f\u00e9\uD7FF\U0001F3B5")),
+              "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u001f\x7F\u00e9\uD7FF\U0001F3B5\"");
+    EXPECT_EQ(Text(std::u16string{0xDBFF, 0xD800, 0xDFFF + 1}), "\"\\udbff\\ud800\uE000\"");
+}
+
+TEST(SessionJsonTest, LongTextsAndBlocksOfBytesAreWrittenInPieces) {
+    constexpr std::size_t kMany = 100'000;
+    std::u16string text;
+    while (text.size() < kMany) {
+        text += text.size() % 7 == 0 ? u"\U0001F3B5" : u"x";
+    }
+    EXPECT_EQ(Again(text), text);
+    std::vector<kelcore::byte> block(kMany);
+    for (std::size_t i = 0; i < kMany; ++i) {
+        block[i] = static_cast<kelcore::byte>(i * i);
+    }
+    EXPECT_EQ(Again(block), block);
+    const std::string base64 = Text(block);
+    EXPECT_EQ(base64.find('='), base64.size() - 3) << "padding inside";
+}
+
+TEST(SessionJsonTest, BothWaysTellHowManyBytesHaveGone) {
+    model::Session session;
+    session.files.resize(5'000);
+    for (std::size_t i = 0; i < session.files.size(); ++i) {
+        session.files[i].id = static_cast<kelcore::uint32>(i);
+    }
+    std::string text;
+    std::vector<kelcore::uint64> written;
+    ToJson(
+        session, [&](std::string_view block) { text += block; },
+        [&](kelcore::uint64 bytes) {
+            EXPECT_EQ(bytes, text.size());
+            written.push_back(bytes);
+        });
+    EXPECT_EQ(text, ToJson(session));
+    EXPECT_GT(written.size(), 4U);
+    EXPECT_EQ(written.back(), text.size());
+
+    std::vector<kelcore::uint64> read;
+    EXPECT_EQ(FromJson(TextSource(text), [&](kelcore::uint64 bytes) { read.push_back(bytes); }),
+              session);
+    EXPECT_GT(read.size(), 4U);
+    EXPECT_EQ(read.back(), text.size());
+}
+
+TEST(SessionJsonTest, WhatASinkOrSourceThrowsEndsTheWork) {
+    EXPECT_THROW(ToJson({}, [](std::string_view) { throw std::length_error("full"); }),
+                 std::length_error);
+    EXPECT_THROW(
+        FromJson(JsonSource([]() -> std::string_view { throw std::length_error("gone"); })),
+        std::length_error);
 }
 
 }  // namespace

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "platform/kelcore/Types.h"
+#include "reference_host/json/SessionJson.h"
+
+namespace refhost {
+
+/// Puts JSON together and hands it on in blocks, so that no more than one block of it is held.
+/// Whoever calls it keeps the order: a key before each value of an object, `Item` before each of a
+/// list.
+class JsonWriter {
+public:
+    enum class Layout {
+        Indented,  ///< by two blanks, a line each
+        Compact    ///< on one line, without blanks
+    };
+
+    JsonWriter(JsonSink sink, Layout layout, ByteProgress progress = {});
+
+    void BeginObject() { Begin('{'); }
+    void EndObject() { End('}'); }
+    void BeginList() { Begin('['); }
+    void EndList() { End(']'); }
+
+    /// @param key  has nothing that needs an escape
+    void Key(std::string_view key);
+    void Item();
+
+    /// A number, `true`, `false` or `null`, as it is to stand.
+    void Plain(std::string_view text) { Append(text); }
+
+    /// A text that needs no escapes.
+    void Quoted(std::string_view text);
+
+    /// An unpaired surrogate stands as its escape.
+    void Text(std::u16string_view text);
+
+    /// In Base64.
+    void Bytes(const kelcore::byte* data, std::size_t size);
+
+    /// Hands on what is left.
+    void Finish(std::string_view end = {});
+
+private:
+    void Begin(char bracket);
+    void End(char bracket);
+    void NewLine();
+    void Append(std::string_view text);
+    void AppendEscaped(std::string_view bytes);
+    void HandOn();
+
+    JsonSink sink_;
+    Layout layout_;
+    ByteProgress progress_;
+    std::string block_;
+    kelcore::uint64 handedOn_ = 0;
+    std::size_t depth_ = 0;
+    bool isFirst_ = true;  // of its object or list
+};
+
+}  // namespace refhost
