@@ -19,9 +19,7 @@ class Context {
 public:
     Context(const model::Session& session, const std::vector<MediaSummary>& media) {
         for (const MediaSummary& file : media) {
-            if (file.found) {
-                found_.insert(file.id);
-            }
+            isFound_.emplace(file.id, file.found);
         }
         for (const model::ClipGroup& group : session.clipGroups) {
             for (const model::ClipGroupItem& item : group.items) {
@@ -30,7 +28,14 @@ public:
         }
     }
 
-    bool IsFound(kelcore::uint32 fileId) const { return found_.contains(fileId); }
+    /// What a person should know of a clip's media; nothing if they are there.
+    const char* MarkOfMedia(kelcore::uint32 fileId) const {
+        const auto file = isFound_.find(fileId);
+        if (file == isFound_.end()) {
+            return "no media";
+        }
+        return file->second ? nullptr : "missing";
+    }
 
     std::u16string GroupsOf(const ClipKey& key) const {
         const auto groups = groups_.find(key);
@@ -47,7 +52,7 @@ private:
         list += list.empty() ? name : u", " + name;
     }
 
-    std::set<kelcore::uint32> found_;
+    std::map<kelcore::uint32, bool> isFound_;
     std::map<ClipKey, std::u16string> groups_;
 };
 
@@ -86,7 +91,9 @@ ClipSummary Summarise(const model::AudioTrack& track, const model::AudioClip& cl
     ClipSummary summary = Begin(track, clip, context);
     summary.fileId = clip.fileId;
     summary.sourceInPoint = clip.sourceInPoint;
-    MarkIf(summary, !context.IsFound(clip.fileId), "missing");
+    if (const char* const mark = context.MarkOfMedia(clip.fileId)) {
+        summary.marks.emplace_back(mark);
+    }
     MarkIf(summary, clip.offline, "offline");
     MarkIf(summary, IsSwitchedOn(clip.mute), "muted");
     MarkIf(summary, clip.lockedInTime, "locked");
@@ -114,7 +121,9 @@ ClipSummary Summarise(const model::VideoTrack& track, const model::VideoClip& cl
     ClipSummary summary = Begin(track, clip, context);
     summary.fileId = clip.fileId;
     summary.sourceInPoint = clip.sourceInPoint;
-    MarkIf(summary, !context.IsFound(clip.fileId), "missing");
+    if (const char* const mark = context.MarkOfMedia(clip.fileId)) {
+        summary.marks.emplace_back(mark);
+    }
     MarkIf(summary, clip.offline, "offline");
     MarkIf(summary, clip.lockedInTime, "locked");
     return summary;

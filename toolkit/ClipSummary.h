@@ -20,9 +20,10 @@ struct ClipSummary {
     kelcore::int64 duration = 0;
     std::optional<kelcore::uint32> fileId;        ///< none: a MIDI clip
     std::optional<kelcore::int64> sourceInPoint;  ///< its first sample in the file
-    /// What a person should know: "missing" (its media are not there), "offline", "muted",
-    /// "locked", "looped", "stretched", "fades" (of some length), "crossfades", "takes 3", "channel
-    /// map" (that changes something), "effects", "automation", "empty".
+    /// What a person should know: "missing" (its media are not there), "no media" (the session has
+    /// no file of that id), "offline", "muted", "locked", "looped", "stretched", "fades" (of some
+    /// length), "crossfades", "takes 3", "channel map" (that changes something), "effects",
+    /// "automation", "empty".
     std::vector<std::string> marks;
     std::u16string group;  ///< the groups that it belongs to, by name
 

@@ -114,7 +114,8 @@ std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sa
     kelcore::uint64 milliseconds = (magnitude % sampleRate * 1000 + sampleRate / 2) / sampleRate;
     seconds += milliseconds / 1000;
     milliseconds %= 1000;
-    return fmt::format("{}{}:{:02}:{:02}.{:03}", samples < 0 ? "-" : "", seconds / 3600,
+    const bool isNegative = samples < 0 && seconds + milliseconds != 0;
+    return fmt::format("{}{}:{:02}:{:02}.{:03}", isNegative ? "-" : "", seconds / 3600,
                        seconds / 60 % 60, seconds % 60, milliseconds);
 }
 

@@ -77,8 +77,8 @@ std::optional<std::string> FormatTimecode(kelcore::int64 samples, kelcore::uint3
         frames = WithDroppedNumbers(*frames, *rate);
     }
     const uint64 seconds = *frames / rate->count;
-    return fmt::format("{}{:02}:{:02}:{:02}{}{:02}", samples < 0 ? "-" : "", seconds / 3600,
-                       seconds / 60 % 60, seconds % 60, rate->drop ? ';' : ':',
+    return fmt::format("{}{:02}:{:02}:{:02}{}{:02}", samples < 0 && *frames != 0 ? "-" : "",
+                       seconds / 3600, seconds / 60 % 60, seconds % 60, rate->drop ? ';' : ':',
                        *frames % rate->count);
 }
 

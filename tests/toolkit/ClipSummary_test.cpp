@@ -66,6 +66,16 @@ TEST(ClipSummary, TellsWhatIsMissingOfflineAndDone) {
                             "takes 2", "channel map"));
 }
 
+TEST(ClipSummary, AClipOfAFileThatTheSessionDoesNotListHasNoMedia) {
+    model::Session session = OneTrack();
+    session.audioTracks[0].clips = {Clip(1, 0)};
+    session.videoTracks.resize(1);
+    session.videoTracks[0].clips.resize(1);
+    for (const ClipSummary& clip : SummariseClips(session, {})) {
+        EXPECT_THAT(clip.marks, ElementsAre("no media"));
+    }
+}
+
 TEST(ClipSummary, AClipIsStretchedOrHasEffectsOnlyIfItHasSome) {
     model::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};

@@ -135,6 +135,7 @@ TEST(FormatTime, RoundsToTheNearestMillisecondAcrossTheSecond) {
 
 TEST(FormatTime, KeepsTheSign) {
     EXPECT_EQ(FormatTime(-48000, 48000), "-0:00:01.000");
+    EXPECT_EQ(FormatTime(-1, 48000), "0:00:00.000");
 }
 
 TEST(FormatTime, HoldsForEveryCountOfSamples) {

@@ -32,6 +32,11 @@ TEST(Timecode, NtscLastsLonger) {
     EXPECT_EQ(FormatTimecode(kRate * 1001LL * 60 / 1000, kRate, {.format = 14}), "00:01:00:00");
 }
 
+TEST(Timecode, LessThanHalfAFrameHasNoSign) {
+    EXPECT_EQ(FormatTimecode(-1, kRate, {.format = 2, .frameRate = 25}), "00:00:00:00");
+    EXPECT_EQ(FormatTimecode(-48000, kRate, {.format = 2, .frameRate = 25}), "-00:00:01:00");
+}
+
 TEST(Timecode, DropFrameLeavesOutTwoNumbersAMinuteButEveryTenth) {
     const TimeFormat format{.format = 4, .frameRate = 30, .ntsc = true, .dropFrame = true};
     EXPECT_EQ(FormatTimecode(NtscFrames(1799), kRate, format), "00:00:59;29");
