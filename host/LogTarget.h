@@ -14,8 +14,8 @@ struct IHostLogTarget : IHostObject {
     virtual void UnusedSlot8() = 0;
     /// One warning or error with its line and column, ended by a line end; or, with 0 for both, why
     /// the file cannot be read: "XML FATAL ERROR: (line: 0, col: 0) [ /a.orvo] no such file: check
-    /// the path". The text is the
-    /// plug-in's object: a host that keeps it beyond the call adds a reference.
+    /// the path". The text is the plug-in's object: a host that keeps it beyond the call adds a
+    /// reference.
     virtual void LogMessage(IHostString* text) = 0;
 
 protected:

@@ -24,8 +24,8 @@ struct IQueryProperties;
 /// so that nothing is called for what the file does not contain.
 struct IEditSession : IHostObject {
     virtual void UnusedSlot3() = 0;
-    /// Where messages about the file go, also about one that cannot be opened. Null: they are
-    /// dropped, and reading goes on after an error that the parser can recover from.
+    /// Where messages about the file go, also about one that cannot be opened. Null: only the trace
+    /// says why a read failed, and reading goes on after an error that the parser can recover from.
     virtual IHostLogTarget* GetLogTarget() = 0;
     /// `done` of `total` steps are complete: 0 of 7 first, then up to 7 of 7. The last two are
     /// always 0.
@@ -112,10 +112,10 @@ struct IQuerySession : IHostObject {
     virtual IHostObject* GetContext() = 0;
     /// The format version for the document's root. The pointers are never null.
     virtual void GetFormatVersion(kelcore::int32* major, kelcore::int32* minor) = 0;
-    /// `done` of `total` steps are over: 1 of 7 first, then 2, 3 and 4, also those after one that
-    /// failed, unless the host throws. `flag` is 0 in the first and then 1 when the root's version
-    /// could be set, else 0. Whether the session was saved the result alone tells. `reserved` is
-    /// always 0.
+    /// `done` of `total` steps are over: 1 of 7, then 2, 3 and 4, also after a step that failed,
+    /// unless the host throws, a text is too long, or memory runs out. `flag` is 0 at first, then 1
+    /// if the root's version could be set. Only the result tells whether the session was saved.
+    /// `reserved` is always 0.
     virtual void SetProgress(kelcore::uint32 done, kelcore::uint32 total, kelcore::uint32 reserved,
                              kelcore::uint32 flag) = 0;
     /// Samples per second.

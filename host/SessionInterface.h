@@ -23,10 +23,9 @@ namespace tses {
 /// What is asked of the plug-in.
 enum class SessionSelector : std::int32_t {
     /// Argument: `IPlugInRegistrar`. Registers the plug-in and its format, and makes it ready.
-    /// Asks,
-    /// here alone, whether the application's feature "Tembra.InstrumentTracks" is on, which it is
-    /// only after `kelappsupport::SetFeatureEnabled`; while it is off, reads pass over instrument
-    /// tracks.
+    /// Reads
+    /// the feature "Tembra.InstrumentTracks", only here; it is off until the application calls
+    /// `kelappsupport::SetFeatureEnabled`, and while it is off reads skip instrument tracks.
     Initialize = 0,
     /// Argument: ignored. Does nothing; may come at any time.
     Reserved = 1,
@@ -51,24 +50,26 @@ enum class SessionSelector : std::int32_t {
 
 /// What the call returns.
 enum class SessionResult : std::int32_t {
-    /// Done. Also a read or write, with nothing done, as long as no Initialize has made the plug-in
-    /// ready: before the first, after one that failed, and after one that found no memory for the
-    /// plug-in's own objects, which does not show in its result. Nothing reports progress then.
+    /// Done. Also a read or write that does nothing and reports no progress: after an Initialize
+    /// that found no memory for the plug-in's own objects, whose own result is Ok too; and, unless
+    /// Terminate was called, before the first Initialize and after one that failed. An Initialize
+    /// that fails because the host throws leaves a plug-in that is ready as it was.
     Ok = 0,
     /// The selector is none of the six, negative ones included.
     UnknownSelector = -2,
     /// The selector is not implemented. This plug-in implements all.
     NotImplemented = -3,
     /// The file was not read: no path, no such file, malformed, not a session, or refused by the
-    /// host. The session's log target and the trace say why. Also every read after Terminate, and a
-    /// host that throws out of Initialize or
-    /// SetFilePath, which leaves no path.
+    /// host. The trace says why; of a malformed file, the session's log target if it has one. Also
+    /// every read after Terminate until an Initialize succeeds, and a host that throws out of
+    /// Initialize or SetFilePath, which leaves no path.
     ReadFailed = -4,
     /// The argument is null where one is needed (all but Reserved and Terminate).
     NullArgument = -6,
     /// The session was not written: no path, the file cannot be written, the host has no metronome
     /// or threw, or a count, a size or a text of it goes beyond what a file holds
-    /// (docs/host-interfaces.md lists where). The trace says why. Also every write after Terminate.
+    /// (docs/host-interfaces.md lists where). The trace says why. Also every write after Terminate
+    /// until an Initialize succeeds.
     WriteFailed = -10,
 };
 

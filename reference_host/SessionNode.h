@@ -28,11 +28,11 @@ public:
     void SetLogTarget(Ref<LogTarget> target) { logTarget_ = std::move(target); }
     LogTarget* GetLogTarget() const { return logTarget_.Get(); }
 
-    /// Hears each report of progress as it comes.
+    /// Called for each report of progress.
     void SetProgressListener(ProgressListener listener) { listener_ = std::move(listener); }
     void Report(const Progress& progress);
 
-    /// Hears of each audio track that is asked for in a write.
+    /// Called for each audio track that the plug-in asks for during a write.
     void SetTrackListener(TrackListener listener) { trackListener_ = std::move(listener); }
     void ReportTrack(kelcore::uint32 done, kelcore::uint32 total) const {
         if (trackListener_) {

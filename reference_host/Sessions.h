@@ -11,20 +11,21 @@
 #include "reference_host/Ref.h"
 #include "reference_host/model/Session.h"
 
-/// Session files through a plug-in, as values.
+/// Session files through a plug-in, as values. One read or write at a time in a process: each
+/// collects what is traced while it runs.
 namespace refhost {
 
 /// Switches on what the application switches on. Call before the plug-in is made: it asks once.
 void UseFeatureDefaults();
 
 struct ReadOptions {
-    /// Without a log target nothing is told of errors, and reading goes on after those that the
-    /// parser can recover from.
+    /// Without a log target only `traced` says why a read failed, and reading goes on after errors
+    /// that the parser can recover from.
     bool logTarget = true;
     /// Puts an object between plug-in and session: it is given the session and returns what the
     /// plug-in gets to see. Empty: the session itself.
     std::function<Ref<tses::IEditSession>(tses::IEditSession& session)> wrap{};
-    /// Hears each report of progress.
+    /// Called for each report of progress.
     ProgressListener progress{};
 };
 
@@ -35,20 +36,19 @@ struct ReadResult {
     /// What the parser said, or why it could not open the file, a line each, without line ends.
     std::vector<std::u16string> messages{};
     /// What the plug-in traced of a failure (UTF-8), also without a log target. Where the messages
-    /// say why, this says it once more, or only that something was thrown.
+    /// say what is malformed, this says only that something was thrown.
     std::vector<std::string> traced{};
 };
 
 /// Reads a session file into a new session. While it runs, the output of kelcore::trace is diverted
-/// to collect what is traced; afterwards it is standard error.
+/// to collect what is traced; afterwards it is what it was.
 ReadResult ReadSession(Plugin& plugin, const std::u16string& path, const ReadOptions& options = {});
 
 struct WriteOptions {
     /// As in `ReadOptions`.
     std::function<Ref<tses::IQuerySession>(tses::IQuerySession& session)> wrap{};
     ProgressListener progress{};
-    /// Hears of each audio track that the plug-in begins to write; this moves between the reports
-    /// of progress.
+    /// Called for each audio track that the plug-in asks for during a write.
     TrackListener trackProgress{};
 };
 

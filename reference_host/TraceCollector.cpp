@@ -2,8 +2,7 @@
 
 #include <iostream>
 #include <string_view>
-
-#include "platform/kelcore/Trace.h"
+#include <utility>
 
 namespace refhost {
 
@@ -13,21 +12,27 @@ using kelcore::trace::kWriterCategory;
 TraceCollector::TraceCollector(std::vector<std::string>& lines)
     : readerWasEnabled_(kelcore::trace::IsEnabled(kReaderCategory)),
       writerWasEnabled_(kelcore::trace::IsEnabled(kWriterCategory)) {
-    kelcore::trace::SetOutput([&lines](std::string_view category, std::string_view text) {
-        if (category == kReaderCategory || category == kWriterCategory) {
-            lines.emplace_back(text);
-        } else {
-            std::cerr << category << ": " << text << '\n';
-        }
-    });
+    formerOutput_ =
+        kelcore::trace::SetOutput([&lines](std::string_view category, std::string_view text) {
+            if (category == kReaderCategory || category == kWriterCategory) {
+                lines.emplace_back(text);
+            } else {
+                std::cerr << category << ": " << text << '\n';
+            }
+        });
     kelcore::trace::SetEnabled(kReaderCategory, true);
     kelcore::trace::SetEnabled(kWriterCategory, true);
 }
 
 TraceCollector::~TraceCollector() {
-    kelcore::trace::SetEnabled(kReaderCategory, readerWasEnabled_);
-    kelcore::trace::SetEnabled(kWriterCategory, writerWasEnabled_);
-    kelcore::trace::SetOutput({});
+    kelcore::trace::SetOutput({});  // takes no memory: no line may come for `lines` any more
+    try {
+        kelcore::trace::SetOutput(std::move(formerOutput_));
+        kelcore::trace::SetEnabled(kReaderCategory, readerWasEnabled_);
+        kelcore::trace::SetEnabled(kWriterCategory, writerWasEnabled_);
+    } catch (...) {
+        // Memory ran out: lines go to standard error, or a category stays on.
+    }
 }
 
 }  // namespace refhost

@@ -3,11 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "platform/kelcore/Trace.h"
+
 namespace refhost {
 
 /// While it lives, collects the trace lines in which the plug-in says why a read or a save failed,
 /// whether their categories are on or off; lines of others go to standard error. Afterwards the
-/// categories are as they were, and all lines go to standard error.
+/// categories and the output are as they were. One collector at a time in a process.
 class TraceCollector {
 public:
     /// `lines` must outlive the collector.
@@ -17,6 +19,7 @@ public:
     TraceCollector& operator=(const TraceCollector&) = delete;
 
 private:
+    kelcore::trace::Output formerOutput_;
     bool readerWasEnabled_;
     bool writerWasEnabled_;
 };

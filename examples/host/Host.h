@@ -2,22 +2,29 @@
 
 #include <dlfcn.h>
 
+#include <cstdio>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "host/HostObject.h"
+#include "host/LogTarget.h"
 #include "host/Registration.h"
 #include "host/Session.h"
 #include "host/SessionInterface.h"
 #include "platform/kelappsupport/Features.h"
 #include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Strings.h"
+#include "platform/kelcore/Types.h"
 
 // What every host has: objects that are counted, texts, a path, and the library.
 
 namespace example {
 
-using namespace kelcore;
+using kelcore::char16;
+using kelcore::int32;
+using kelcore::int64;
+using kelcore::uint32;
 
 /// How many references the plug-in holds to all objects together; 0 outside a call.
 inline int references = 0;
@@ -51,6 +58,20 @@ struct FileRef final : Counted<tses::IHostFileRef> {
     tses::IHostString* GetPath() override { return &path; }
 };
 
+/// Prints what is wrong in a document, with its place, and why a file cannot be read.
+struct LogTarget final : Counted<tses::IHostLogTarget> {
+    void UnusedSlot3() override {}
+    void UnusedSlot4() override {}
+    void UnusedSlot5() override {}
+    void UnusedSlot6() override {}
+    void UnusedSlot7() override {}
+    void UnusedSlot8() override {}
+    void LogMessage(tses::IHostString* text) override {
+        const std::string line = kelcore::UTF16to8({text->GetData(), text->GetLength()});
+        std::fprintf(stderr, "%s", line.c_str());
+    }
+};
+
 struct Registrar final : Counted<tses::IPlugInRegistrar> {
     void UnusedSlot3() override {}
     void DeclareInterfaceVersion(int32 /*a*/, int32 /*b*/) override {}
@@ -62,50 +83,74 @@ struct Registrar final : Counted<tses::IPlugInRegistrar> {
                             int32 /*count*/) override {}
 };
 
-/// The loaded plug-in. The arguments are passed as the interface that the selector asks for: the
-/// function takes the address alone.
-class Plugin {
+/// The loaded library.
+class Library {
 public:
     /// @throws std::runtime_error if there is no plug-in of that name
-    explicit Plugin(const char* library) : handle_(dlopen(library, RTLD_NOW | RTLD_LOCAL)) {
+    explicit Library(const char* name) : handle_(dlopen(name, RTLD_NOW | RTLD_LOCAL)) {
         void* const symbol =
             handle_ != nullptr ? dlsym(handle_, tses::kSessionInterfaceName) : nullptr;
         if (symbol == nullptr) {
-            throw std::runtime_error(dlerror());
+            const char* const reason = dlerror();
+            const std::string message = reason != nullptr ? reason : "this is no plug-in";
+            Close();
+            throw std::runtime_error(message);
         }
         function_ = reinterpret_cast<tses::SessionInterfaceFunction*>(symbol);
-        // Before Initialize, which asks once. Without it instrument tracks are passed over.
-        kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", true);
-        if (!Call(tses::SessionSelector::Initialize,
-                  static_cast<tses::IPlugInRegistrar*>(&registrar_))) {
-            throw std::runtime_error("the plug-in refuses to initialise");
-        }
     }
-    ~Plugin() {
-        Call(tses::SessionSelector::Terminate, nullptr);
-        dlclose(handle_);
-    }
-    Plugin(const Plugin&) = delete;
-    Plugin& operator=(const Plugin&) = delete;
+    ~Library() { Close(); }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
 
-    bool Read(std::string_view path, tses::IEditSession& session) {
-        return SetPath(path) && Call(tses::SessionSelector::ReadSession, &session);
-    }
-    bool Write(std::string_view path, tses::IQuerySession& session) {
-        return SetPath(path) && Call(tses::SessionSelector::WriteSession, &session);
-    }
-
-private:
-    bool SetPath(std::string_view path) {
-        file_.path.value = PathFromBytes(path);
-        return Call(tses::SessionSelector::SetFilePath, static_cast<tses::IHostFileRef*>(&file_));
-    }
     bool Call(tses::SessionSelector selector, void* argument) {
         return function_(static_cast<int32>(selector), argument) == 0;
     }
 
+private:
+    void Close() {
+        if (handle_ != nullptr) {
+            dlclose(handle_);
+        }
+    }
+
     void* handle_;
     tses::SessionInterfaceFunction* function_ = nullptr;
+};
+
+/// The plug-in, initialised. The arguments are passed as the interface that the selector asks for:
+/// the function takes the address alone.
+class Plugin {
+public:
+    /// @throws std::runtime_error as `Library`, or if the plug-in refuses to initialise
+    explicit Plugin(const char* library) : library_(library) {
+        // Before Initialize, which asks once. Without it instrument tracks are passed over.
+        kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", true);
+        if (!library_.Call(tses::SessionSelector::Initialize,
+                           static_cast<tses::IPlugInRegistrar*>(&registrar_))) {
+            Terminate();
+            throw std::runtime_error("the plug-in refuses to initialise");
+        }
+    }
+    ~Plugin() { Terminate(); }
+    Plugin(const Plugin&) = delete;
+    Plugin& operator=(const Plugin&) = delete;
+
+    bool Read(std::string_view path, tses::IEditSession& session) {
+        return SetPath(path) && library_.Call(tses::SessionSelector::ReadSession, &session);
+    }
+    bool Write(std::string_view path, tses::IQuerySession& session) {
+        return SetPath(path) && library_.Call(tses::SessionSelector::WriteSession, &session);
+    }
+
+private:
+    bool SetPath(std::string_view path) {
+        file_.path.value = kelcore::PathFromBytes(path);
+        return library_.Call(tses::SessionSelector::SetFilePath,
+                             static_cast<tses::IHostFileRef*>(&file_));
+    }
+    void Terminate() { library_.Call(tses::SessionSelector::Terminate, nullptr); }
+
+    Library library_;
     Registrar registrar_;
     FileRef file_;
 };

@@ -62,7 +62,8 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "usage: rename-clip LIBRARY IN OUT CLIP-ID NAME\n");
         return 2;
     }
-    // Why a read or a save failed. Without this the lines go to standard error, with the time.
+    // Why a read or a save failed, also where the log target gets nothing. Without this the lines
+    // go to standard error, with the time.
     kelcore::trace::SetOutput([](std::string_view /*category*/, std::string_view text) {
         std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
     });

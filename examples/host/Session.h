@@ -102,10 +102,11 @@ auto& ThingWithId(Things& things, uint32 id) {
 
 struct EditSession final : Counted<tses::IEditSession> {
     SessionValues& values;
+    LogTarget log;
     explicit EditSession(SessionValues& filled) : values(filled) {}
 
     void UnusedSlot3() override {}
-    tses::IHostLogTarget* GetLogTarget() override { return nullptr; }
+    tses::IHostLogTarget* GetLogTarget() override { return &log; }
     void SetProgress(uint32 /*done*/, uint32 /*total*/, uint32 /*reserved*/,
                      uint32 /*flag*/) override {}
     void SetFormatDescription(const char16* /*description*/) override {}

@@ -152,7 +152,7 @@ struct EditTrack final : Counted<tses::IEditAudioTrackPrivate> {
     void SetHue(double hue) override { values.hue = hue; }
     void SetMinimized(bool minimized) override { values.minimized = minimized; }
     void SetName(const char16* name) override { values.name.value = name; }
-    void SetHeight(int32 pixels) override { values.height = pixels; }
+    void SetHeight(int32 height) override { values.height = height; }
     void SetPhaseInverted(bool inverted) override { values.phaseInverted = inverted; }
     void SetPreRendered(bool preRendered) override { values.preRendered = preRendered; }
     void SetSumToMono(bool sumToMono) override { values.sumToMono = sumToMono; }

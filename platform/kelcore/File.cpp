@@ -32,7 +32,7 @@ std::string file_exception::MessageFor(std::u16string_view path) const {
     std::string message = what();
     const std::size_t place = message.find(kPathPlaceholder);
     if (place != std::string::npos) {
-        message.replace(place, kPathPlaceholder.size(), PathToBytes(path));
+        message.replace(place, kPathPlaceholder.size(), PathToBytes(PathForMessage(path)));
     }
     return message;
 }

@@ -40,8 +40,10 @@ public:
     /// @throws file_exception
     void Commit();
 
-    /// Where the new content stands until it is committed.
-    std::string TemporaryPath() const { return target_.folderPath + temporary_.Name(); }
+    /// Where the new content stands until it is committed; empty afterwards.
+    std::string TemporaryPath() const {
+        return temporary_.Name().empty() ? std::string() : target_.folderPath + temporary_.Name();
+    }
 
 private:
     void SyncFolder() const;

@@ -153,6 +153,14 @@ std::u16string PathFromBytes(std::string_view bytes) {
     return path;
 }
 
+std::u16string PathForMessage(std::u16string_view path) {
+    std::u16string shown;
+    for (const char16_t unit : path) {
+        unit == u'\0' ? shown.append(u"\\0") : shown.append(1, unit);
+    }
+    return shown;
+}
+
 std::u16string MakeFileFromPath(std::u16string_view path, std::u16string_view location) {
     if (path.empty()) {
         return {};

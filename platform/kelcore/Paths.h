@@ -14,6 +14,9 @@ namespace kelcore {
 std::string PathToBytes(std::u16string_view path);
 std::u16string PathFromBytes(std::string_view bytes);
 
+/// The path as a message shows it: "\0" stands for a zero, which would end the line for many.
+std::u16string PathForMessage(std::u16string_view path);
+
 /// The path of `path` as seen from the folder that holds the file `location`: an absolute path
 /// stays, a relative one is joined to that folder. "." and ".." and doubled separators are worked
 /// out by name, and

@@ -60,10 +60,12 @@ public:
         }
     }
 
-    void SetOutput(Output output) {
+    Output SetOutput(Output output) {
         auto shared = output ? std::make_shared<const Output>(std::move(output)) : nullptr;
         const std::lock_guard lock(mutex_);
+        Output former = output_ ? *output_ : Output();  // in front of the change: a copy may fail
         output_.swap(shared);
+        return former;
     }
 
     void Write(std::string_view category, std::string_view text) {
@@ -113,8 +115,8 @@ void Write(std::string_view category, std::string_view text) noexcept {
     }
 }
 
-void SetOutput(Output output) {
-    State::Instance().SetOutput(std::move(output));
+Output SetOutput(Output output) {
+    return State::Instance().SetOutput(std::move(output));
 }
 
 }  // namespace kelcore::trace

@@ -21,8 +21,12 @@ void SetEnabled(std::string_view category, bool enabled);
 void Write(std::string_view category, std::string_view text) noexcept;
 
 /// Who receives the lines, on the thread that writes them, and on several at a time if several
-/// write. It may itself call every function here. An empty function restores standard error.
+/// write. It may itself call every function here. An empty function restores standard error, which
+/// takes no memory.
 using Output = std::function<void(std::string_view category, std::string_view text)>;
-void SetOutput(Output output);
+
+/// Returns the former output, empty if the lines went to standard error. If it throws, because
+/// memory runs out, the former output stays.
+Output SetOutput(Output output);
 
 }  // namespace kelcore::trace

@@ -1,5 +1,8 @@
 #include "plugin/entry/SessionInterface.h"
 
+#include "platform/kelcore/Trace.h"
+#include "plugin/serializer/Serializer.h"
+
 namespace tses {
 namespace {
 
@@ -22,10 +25,8 @@ SessionResult WriteSession(SessionInterface& plugIn, IQuerySession* session) {
     return plugIn.WriteSession(session);
 }
 
-SessionResult FailureOf(std::int32_t selector) {
-    return selector == static_cast<std::int32_t>(SessionSelector::WriteSession)
-               ? SessionResult::WriteFailed
-               : SessionResult::ReadFailed;
+bool IsWrite(std::int32_t selector) {
+    return selector == static_cast<std::int32_t>(SessionSelector::WriteSession);
 }
 
 }  // namespace
@@ -61,7 +62,9 @@ SessionResult DispatchGuarded(SessionInterface& plugIn, std::int32_t selector,
     try {
         return Dispatch(plugIn, selector, argument);
     } catch (...) {
-        return FailureOf(selector);
+        Serializer::TraceFailure(IsWrite(selector) ? kelcore::trace::kWriterCategory
+                                                   : kelcore::trace::kReaderCategory);
+        return IsWrite(selector) ? SessionResult::WriteFailed : SessionResult::ReadFailed;
     }
 }
 

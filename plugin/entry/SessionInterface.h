@@ -47,8 +47,8 @@ private:
 /// passes the call on. Exceptions of the operations pass through.
 SessionResult Dispatch(SessionInterface& plugIn, std::int32_t selector, void* argument);
 
-/// The same, with nothing passing through: an exception is the selector's failure, -10 for a write
-/// and -4 for anything else.
+/// The same, with nothing passing through: an exception is traced and is the selector's failure,
+/// -10 for a write and -4 for anything else.
 SessionResult DispatchGuarded(SessionInterface& plugIn, std::int32_t selector,
                               void* argument) noexcept;
 

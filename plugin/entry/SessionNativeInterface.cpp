@@ -4,6 +4,7 @@
 
 #include "platform/kelcore/Localizer.h"
 #include "platform/kelcore/Strings.h"
+#include "platform/kelcore/Trace.h"
 #include "platform/kelui/ResourceManager.h"
 #include "plugin/serializer/HostText.h"
 
@@ -16,6 +17,7 @@ constexpr std::string_view kDisplayNameKey =
 constexpr std::string_view kFormatNameKey =
     "$$$/TembraSessionPlugIns/OrvoNative/FormatNameOrvoNative=Tembra Session";
 constexpr std::string_view kExtension = "orvo";
+constexpr std::string_view kTerminated = "the plug-in was terminated: initialise it first";
 
 void InstallResourceManager() {
     const void* const ownFunction = reinterpret_cast<const void*>(&ModuleHostService);
@@ -82,6 +84,7 @@ SessionResult SessionNativeInterface::SetFilePath(IHostFileRef* fileRef) {
 
 SessionResult SessionNativeInterface::ReadSession(IEditSession* session) {
     if (terminated_) {
+        kelcore::trace::Write(kelcore::trace::kReaderCategory, kTerminated);
         return SessionResult::ReadFailed;
     }
     if (!serializer_) {
@@ -93,6 +96,7 @@ SessionResult SessionNativeInterface::ReadSession(IEditSession* session) {
 
 SessionResult SessionNativeInterface::WriteSession(IQuerySession* session) {
     if (terminated_) {
+        kelcore::trace::Write(kelcore::trace::kWriterCategory, kTerminated);
         return SessionResult::WriteFailed;
     }
     if (!serializer_) {

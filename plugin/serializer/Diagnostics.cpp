@@ -1,5 +1,3 @@
-#include <stdexcept>
-
 #include "host/LogTarget.h"
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Paths.h"
@@ -8,6 +6,9 @@
 #include "platform/kelcore/Trace.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
+#include "plugin/xml/FailureTrace.h"
+#include "plugin/xml/SessionXMLReader.h"
+#include "plugin/xml/XercesPlatform.h"
 
 // What the parser reports, as the host's log shows it:
 //
@@ -38,7 +39,7 @@ std::u16string Located(std::u16string_view prefix, kelcore::uint64 line, kelcore
 constexpr std::u16string_view kFatalError = u"XML FATAL ERROR: (line: ";
 
 [[noreturn]] void EndParse() {
-    throw std::runtime_error("parsing error.");
+    throw ReportedFailure("parsing error.");
 }
 
 }  // namespace
@@ -60,9 +61,16 @@ void Serializer::Impl::Error(kelcore::uint64 line, kelcore::uint64 column,
 void Serializer::Impl::FatalError(kelcore::uint64 line, kelcore::uint64 column,
                                   std::u16string_view publicId, std::u16string_view systemId,
                                   std::u16string_view message) {
-    if (Log(Located(kFatalError, line, column, publicId, systemId, message))) {
+    if (reader_ != nullptr && !reader_->HasOpenedFile()) {
+        couldNotOpenFile_ = true;  // the read says why
+        return;
+    }
+    std::u16string text = Located(kFatalError, line, column, publicId, systemId, message);
+    if (Log(text)) {
         EndParse();
     }
+    text.pop_back();
+    kelcore::trace::Write(kelcore::trace::kReaderCategory, kelcore::UTF16to8(text));
 }
 
 /// Whether there was somebody to tell. An error that nobody hears of does not end the parse.
@@ -79,20 +87,33 @@ bool Serializer::Impl::Log(std::u16string text) {
     return true;
 }
 
-/// The parser says nothing of a missing file, and of others that it cannot open not why.
+/// The parser does not report a missing file, and does not say why it cannot open others.
+std::optional<kelcore::ReadObstacle> Serializer::Impl::FindObstacle() const {
+    if (!path_.empty() && !IsXercesStarted()) {
+        return kelcore::ReadObstacle{"the XML library did not start",
+                                     "initialise the plug-in again"};
+    }
+    auto obstacle = kelcore::FindReadObstacle(path_);
+    if (!obstacle && couldNotOpenFile_) {
+        return kelcore::ReadObstacle{"could not be opened", "try again"};
+    }
+    return obstacle;
+}
+
 void Serializer::Impl::SayWhyTheFileCannotBeRead() noexcept {
     try {
-        const auto obstacle = kelcore::FindReadObstacle(path_);
+        const auto obstacle = FindObstacle();
         if (!obstacle) {
             return;
         }
-        const std::u16string file = path_.empty() ? path_ : kelcore::File(path_).FullPath();
+        const std::u16string file =
+            path_.empty() ? path_ : kelcore::PathForMessage(kelcore::File(path_).FullPath());
         const std::string reason = obstacle->what + ": " + obstacle->advice;
         const std::string subject = file.empty() ? "" : kelcore::PathToBytes(file) + ": ";
         kelcore::trace::Write(kelcore::trace::kReaderCategory, subject + reason);
         Log(Located(kFatalError, 0, 0, {}, file, kelcore::UTF8to16(reason)));
     } catch (...) {
-        // The result tells of the failure; there is no memory for the reason, or the host threw.
+        // No memory for the reason, or the host threw. The result still reports the failure.
     }
 }
 

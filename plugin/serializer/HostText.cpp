@@ -3,7 +3,6 @@
 #include <atomic>
 #include <stdexcept>
 
-#include "platform/kelcore/Trace.h"
 #include "plugin/xml/DocumentLimits.h"
 
 namespace tses {
@@ -41,9 +40,7 @@ std::u16string TextOf(IHostString* returned) {
     }
     const kelcore::uint32 length = string->GetLength();
     if (length > limits::kTextUnits) {
-        kelcore::trace::Write(kelcore::trace::kWriterCategory,
-                              "a text is longer than 536870912 UTF-16 units");
-        throw std::length_error("a text of the host is too long");
+        throw std::length_error("a text is longer than 536870912 UTF-16 units");
     }
     const kelcore::char16* const data = length > 0 ? string->GetData() : nullptr;
     return data != nullptr ? std::u16string(data, length) : std::u16string();

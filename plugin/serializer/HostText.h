@@ -7,8 +7,8 @@
 namespace tses {
 
 /// The text of a host string that a call returned; empty for null, and for a string without data.
-/// One that claims to be longer than any text is not looked at: a trace line says so, and
-/// `std::length_error` fails the request.
+/// One that claims to be longer than any text is not looked at: a `std::length_error` that says so
+/// fails the request.
 std::u16string TextOf(IHostString* returned);
 
 /// A host string of the plug-in's own, for the host operations that take one.

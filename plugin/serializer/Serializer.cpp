@@ -1,6 +1,7 @@
 #include "plugin/serializer/Serializer.h"
 
 #include "plugin/serializer/SerializerImpl.h"
+#include "plugin/xml/FailureTrace.h"
 #include "plugin/xml/XercesPlatform.h"
 
 namespace tses {
@@ -24,6 +25,10 @@ void Serializer::StartXmlLibrary() {
 
 void Serializer::StopXmlLibrary() {
     StopXerces();
+}
+
+void Serializer::TraceFailure(std::string_view category) noexcept {
+    tses::TraceFailure(category);
 }
 
 }  // namespace tses

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "host/Session.h"
 #include "plugin/serializer/HostReference.h"
@@ -21,8 +22,8 @@ public:
 
     /// Reads the file at `path` into `session` and returns whether it is a session that was read to
     /// its end. An empty path reads nothing and fails. Why a file cannot be read goes to the trace
-    /// and to the log target of `session`. What the host throws while the document is
-    /// parsed fails the read; what its first report of progress throws passes through.
+    /// and to the log target of `session`. What the host throws while the document is parsed is
+    /// traced and fails the read; what its first report of progress throws passes through.
     bool Read(const std::u16string& path, HostReference<IEditSession> session);
 
     /// Writes `session` to the file at `path`, which stays as it was unless everything succeeds
@@ -33,6 +34,10 @@ public:
     /// between a stop and the next start every read and write fails. No serializer may be at work.
     static void StartXmlLibrary();
     static void StopXmlLibrary();
+
+    /// Traces the message of the exception that is being handled. Only to be called in a catch
+    /// clause.
+    static void TraceFailure(std::string_view category) noexcept;
 
     class Impl;
 

@@ -15,6 +15,7 @@ public:
     explicit ReadScope(Impl& impl) : impl_(impl) {}
     ~ReadScope() {
         impl_.session_.Reset();
+        impl_.reader_ = nullptr;
         impl_.ClearReadState();
         impl_.characterBuffer_ = {};
         impl_.block_ = {};
@@ -43,6 +44,8 @@ bool Serializer::Impl::Read(const std::u16string& path, HostReference<IEditSessi
         return false;
     }
     SessionXMLReader reader(this, this);
+    reader_ = &reader;
+    couldNotOpenFile_ = false;
     if (reader.Parse(path_)) {
         return rootSeen_;
     }

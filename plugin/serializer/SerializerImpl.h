@@ -2,10 +2,12 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/kelcore/ReadObstacle.h"
 #include "plugin/elements/clips/ReadState.h"
 #include "plugin/elements/document/ReadState.h"
 #include "plugin/elements/effects/ReadState.h"
@@ -19,6 +21,8 @@
 #include "plugin/xml/SessionXMLWriter.h"
 
 namespace tses {
+
+class SessionXMLReader;
 
 /// The elements whose end is a step of a read's progress.
 inline constexpr std::array progressMilestones = {
@@ -58,6 +62,7 @@ private:
     void FatalError(kelcore::uint64 line, kelcore::uint64 column, std::u16string_view publicId,
                     std::u16string_view systemId, std::u16string_view message) override;
     bool Log(std::u16string text);
+    std::optional<kelcore::ReadObstacle> FindObstacle() const;
     void SayWhyTheFileCannotBeRead() noexcept;
 
     // Common to all elements
@@ -175,6 +180,8 @@ private:
 
     std::u16string path_;
     HostReference<IEditSession> session_;
+    const SessionXMLReader* reader_ = nullptr;  // during a read
+    bool couldNotOpenFile_ = false;             // though it was there
     kelcore::uint32 progressStep_ = 0;
     WriterFault writerFault_;
     NodeMaker makeNodes_;

@@ -1,21 +1,21 @@
 #pragma once
 
 #include <array>
-#include <stdexcept>
 #include <vector>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
 
 #include "plugin/xml/DocumentWatch.h"
+#include "plugin/xml/FailureTrace.h"
 #include "plugin/xml/SAXHandlers.h"
 
 namespace tses {
 
 /// Ends the parse of a document that is no session's.
-class DocumentRefused : public std::runtime_error {
+class DocumentRefused : public ReportedFailure {
 public:
-    DocumentRefused() : std::runtime_error("document refused.") {}
+    DocumentRefused() : ReportedFailure("document refused.") {}
 };
 
 /// Turns the XML library's callbacks into the plug-in's own events. Either receiver may be null;

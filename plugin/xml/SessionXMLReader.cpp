@@ -7,6 +7,7 @@
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Trace.h"
+#include "plugin/xml/FailureTrace.h"
 #include "plugin/xml/SessionInputSource.h"
 #include "plugin/xml/SessionParser.h"
 #include "plugin/xml/XercesPlatform.h"
@@ -24,12 +25,6 @@ void TraceLibraryMessage(const XMLCh* message) noexcept {
     }
 }
 
-/// Whether nothing stands at the path. A folder is no file either, but the parser says so.
-bool IsMissing(const std::u16string& path) {
-    const kelcore::File file(path);
-    return !file.Exists() && !file.IsFolder();
-}
-
 }  // namespace
 
 SessionXMLReader::SessionXMLReader(SAXContentHandler* contentHandler, SAXErrorHandler* errorHandler)
@@ -44,7 +39,7 @@ SessionXMLReader::~SessionXMLReader() = default;
 bool SessionXMLReader::Parse(const std::u16string& path) noexcept {
     try {
         const boost::lock_guard<boost::recursive_mutex> guard(lock_);
-        if (!IsXercesStarted() || parser_ == nullptr || IsMissing(path)) {
+        if (!IsXercesStarted() || parser_ == nullptr || !kelcore::File(path).Exists()) {
             return false;
         }
         ParseDocument(OpenablePath(path));
@@ -55,6 +50,7 @@ bool SessionXMLReader::Parse(const std::u16string& path) noexcept {
         TraceLibraryMessage(failure.getMessage());
     } catch (...) {
         kelcore::trace::Write(kelcore::trace::kReaderCategory, "Unexpected XMLReader Exception");
+        TraceFailure(kelcore::trace::kReaderCategory);
     }
     return false;
 }

@@ -24,7 +24,8 @@ public:
 
     /// Parses the file at `path` and returns whether it was read to its end. Nothing is thrown:
     /// what the handlers or the parser throw ends the parse and is traced in the reader's category.
-    /// Concurrent calls run one after the other.
+    /// Nothing is reported of a missing file and of a folder. Concurrent calls run one after the
+    /// other.
     bool Parse(const std::u16string& path) noexcept;
 
     /// Whether the parse has opened its file. Asked of a reader after its first parse.

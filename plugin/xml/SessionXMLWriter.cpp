@@ -139,7 +139,12 @@ bool WriteFile(const std::u16string& path, const ContentTarget& content) {
             stream.WriteBlock(content.Bytes().data(), content.Bytes().size());
         }
         stream.Close();
-        return !content.Bytes().empty();
+        if (content.Bytes().empty()) {
+            kelcore::trace::Write(kelcore::trace::kWriterCategory,
+                                  "the XML library gave an empty document: the file is empty now");
+            return false;
+        }
+        return true;
     } catch (const kelcore::file_exception& failure) {
         kelcore::trace::Write(kelcore::trace::kWriterCategory, failure.MessageFor(file.FullPath()));
         return false;
@@ -174,8 +179,10 @@ SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault, NodeM
 SessionXMLWriter::~SessionXMLWriter() = default;
 
 bool SessionXMLWriter::Step() {
-    return state_->operations++ != state_->fault.atOperation && state_->document != nullptr &&
-           !state_->refused;
+    if (state_->document == nullptr) {
+        return Refuse("cannot write: the XML library did not start");
+    }
+    return state_->operations++ != state_->fault.atOperation && !state_->refused;
 }
 
 bool SessionXMLWriter::Refuse(std::string_view reason) {
@@ -273,7 +280,10 @@ bool SessionXMLWriter::Save() {
         serialised = state_->fault.serialiser == WriterFault::Serialiser::WritesNothing;
         content.Clear();
     }
-    return serialised && IsReadable(content) && WriteFile(state_->path, content);
+    if (!serialised) {
+        return Refuse("cannot write: the XML library could not put the session into XML");
+    }
+    return IsReadable(content) && WriteFile(state_->path, content);
 }
 
 }  // namespace tses

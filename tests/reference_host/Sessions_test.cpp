@@ -91,12 +91,13 @@ TEST_F(SessionsTest, AMessageOfLineEndsAloneIsEmpty) {
     EXPECT_THAT(read.messages, ElementsAre(std::u16string()));
 }
 
-TEST_F(SessionsTest, WithoutALogTargetAFailedReadSaysNothing) {
+TEST_F(SessionsTest, WithoutALogTargetTheTraceSaysWhatIsMalformed) {
     const std::filesystem::path path =
         folder_.Write("bad.orvo", "<orvo>\n<session></files></orvo>");
     const ReadResult read = ReadSession(plugin_, path.u16string(), {.logTarget = false});
     EXPECT_EQ(read.result, tses::SessionResult::ReadFailed);
     EXPECT_THAT(read.messages, IsEmpty());
+    EXPECT_THAT(read.traced, ElementsAre(HasSubstr("(line: 2, col: ")));
 }
 
 TEST_F(SessionsTest, AFailedWriteSaysWhyAndWhere) {
@@ -132,6 +133,18 @@ TEST_F(SessionsTest, ReadsAndWritesLeaveTracingAsItWas) {
     for (const char* const category : {"app::XMLReader", "app::XMLWriter"}) {
         kelcore::trace::SetEnabled(category, true);
     }
+}
+
+TEST_F(SessionsTest, ReadsAndWritesLeaveTheOutputOfTheTraceAsItWas) {
+    std::vector<std::string> lines;
+    kelcore::trace::SetOutput(
+        [&](std::string_view, std::string_view text) { lines.emplace_back(text); });
+    WriteSession(plugin_, InFolder("none/a.orvo"), {});
+    ReadSession(plugin_, InFolder("none.orvo"));
+    EXPECT_THAT(lines, IsEmpty());
+    kelcore::trace::Write(kelcore::trace::kReaderCategory, "of the host");
+    kelcore::trace::SetOutput({});
+    EXPECT_THAT(lines, ElementsAre("of the host"));
 }
 
 TEST_F(SessionsTest, LinesThatOthersTraceDuringAWriteGoToStandardError) {

@@ -36,9 +36,9 @@ class Checks:
             self.failures += 1
             print(what)
 
-    def run(self, source, target, clip=DOOR_BELL, name="Gong \u00e9"):
+    def run(self, source, target, clip=DOOR_BELL, name="Gong \u00e9", plugin=None):
         return subprocess.run(
-            [self.program, self.plugin, source, target, str(clip), name], capture_output=True, text=True, check=False
+            [self.program, plugin or self.plugin, source, target, str(clip), name], capture_output=True, text=True, check=False
         )
 
     def session(self, path):
@@ -79,7 +79,17 @@ class Checks:
         source = self.root / RADIO_SPOT
         missing, nowhere = self.folder / "missing.orvo", self.folder / "none" / "a.orvo"
         run = self.run(missing, self.folder / "b.orvo")
-        self.expect((run.returncode, run.stderr) == (1, f"{missing}: no such file: check the path\n"), run)
+        reason = "no such file: check the path\n"
+        logged = f"XML FATAL ERROR: (line: 0, col: 0) [ {missing}] {reason}"
+        self.expect((run.returncode, run.stderr) == (1, f"{missing}: {reason}{logged}"), run)
+        malformed = self.folder / "malformed.orvo"
+        malformed.write_text("<orvo>\n<session></orvo>", "utf-8")
+        run = self.run(malformed, self.folder / "b.orvo")
+        place = f"XML FATAL ERROR: (line: 2, col: 12) [ {malformed}] "
+        self.expect((run.returncode, run.stdout) == (1, "references left: 0\n"), run)
+        self.expect(run.stderr.startswith(place), run)
+        run = self.run(source, self.folder / "d.orvo", plugin="none.so")
+        self.expect(run.returncode == 2 and "none.so" in run.stderr, run)
         run = self.run(source, nowhere)
         self.expect(run.returncode == 1 and run.stderr.startswith(f'cannot write "{nowhere}": '), run)
         run = self.run(source, self.folder / "c.orvo", clip=999)

@@ -17,6 +17,7 @@ from pathlib import Path
 
 TOOL = "build/release/bin/orvo"
 SESSION = "examples/sound-library/sound-library.orvo"
+MALFORMED = "<orvo>\n<session></orvo>"
 INSTRUMENT = "<orvo><session><tracks><instrumentTrack id='1'/></tracks></session></orvo>"
 FIRST_MEDIA = "examples/radio-spot/media/door-bell.wav"
 
@@ -51,22 +52,26 @@ def check_program(root, plugin, platform, compiler, sanitizers, program):
             flags.append(sanitizers)
         links = [platform, f"-Wl,-rpath,{Path(platform).parent}"]
         subprocess.run([compiler, *flags, source, *links, "-o", host], check=True)
-        missing, instrument = Path(folder, "missing.orvo"), Path(folder, "instrument.orvo")
+        missing, malformed, instrument = (Path(folder, name) for name in ("missing.orvo", "bad.orvo", "track.orvo"))
+        malformed.write_text(MALFORMED, "utf-8")
         instrument.write_text(INSTRUMENT, "utf-8")
-        good, bad, track = (
+        good, bad, broken, track = (
             subprocess.run([host, plugin, session], capture_output=True, text=True, check=False)
-            for session in (root / SESSION, missing, instrument)
+            for session in (root / SESSION, missing, malformed, instrument)
         )
-    print(good, bad, track, sep="\n")
+    print(good, bad, broken, track, sep="\n")
     return (
         good.returncode == 0
         and "sample rate: 22050\n" in good.stdout
         and f"media: {root / FIRST_MEDIA}\n" in good.stdout
         and "references left: 0\n" in good.stdout
-        and f"why: {missing}: no such file: check the path\nresult: -4, references left: 0\n" in bad.stdout
+        and f"why: {missing}: no such file: check the path\nlog: " in bad.stdout
+        and f"[ {missing}] no such file: check the path\nresult: -4, references left: 0\n" in bad.stdout
+        and f"log: XML FATAL ERROR: (line: 2, col: 12) [ {malformed}] " in broken.stdout
+        and "result: -4, references left: 0\n" in broken.stdout
         # It has no track to give; with the feature off it would take the session for one without tracks.
-        and "result: -4," in track.stdout
-        and good.stderr + bad.stderr + track.stderr == ""
+        and "why: Invalid Track Id\nresult: -4," in track.stdout
+        and good.stderr + bad.stderr + broken.stderr + track.stderr == ""
     )
 
 

@@ -81,6 +81,14 @@ TEST_F(FileReplacementTest, TheNewContentStandsUnderATemporaryNameUntilTheStream
     EXPECT_THAT(folder_.Names(), ElementsAre(kName));
 }
 
+TEST_F(FileReplacementTest, ThereIsNoTemporaryPathOnceTheContentHasItsName) {
+    FileReplacement replacement(bytes_);
+    EXPECT_EQ(std::filesystem::path(replacement.TemporaryPath()).parent_path(),
+              std::filesystem::path(bytes_).parent_path());
+    replacement.Commit();
+    EXPECT_EQ(replacement.TemporaryPath(), "");
+}
+
 TEST_F(FileReplacementTest, WhoHasTheOldFileOpenGoesOnReadingIt) {
     MakeOld();
     std::ifstream reader(bytes_);

@@ -184,6 +184,7 @@ TEST(FileException, PutsThePathWhereItBelongs) {
 }
 
 TEST(FileException, AMessageWithoutPlaceholderStaysAsItIs) {
+    EXPECT_EQ(error.MessageFor(std::u16string(u"/a\0b", 4)), error.MessageFor(u"/a\\0b"));
     EXPECT_EQ(file_exception("no path here", 0).MessageFor(u"/x"), "no path here");
 }
 

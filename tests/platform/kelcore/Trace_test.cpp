@@ -97,6 +97,16 @@ TEST_F(TraceTest, AnOutputThatThrowsLosesTheLineAndNothingElse) {
     EXPECT_THAT(lines_, ElementsAre("kept"));
 }
 
+TEST_F(TraceTest, ANewOutputReturnsTheFormerOne) {
+    Output former = SetOutput([](std::string_view, std::string_view) {});
+    Write(kReaderCategory, "lost");
+    EXPECT_TRUE(SetOutput(std::move(former)));
+    Write(kReaderCategory, "kept");
+    EXPECT_THAT(lines_, ElementsAre("app::XMLReader|kept"));
+    SetOutput({});
+    EXPECT_FALSE(SetOutput({})) << "standard error is no output";
+}
+
 TEST_F(TraceTest, TheOutputMayTraceItself) {
     SetEnabled("test::A", true);
     SetEnabled("test::B", true);

@@ -4,13 +4,19 @@
 
 #include <exception>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <new>
+#include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/kelappsupport/Features.h"
 #include "platform/kelcore/Localizer.h"
 #include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Trace.h"
 #include "platform/kelui/ResourceManager.h"
 #include "reference_host/FileReference.h"
 #include "reference_host/LiveNodes.h"
@@ -124,6 +130,32 @@ protected:
 
     refhost::PluginLibrary library{refhost::DefaultPluginPath()};
     Ref<Registrar> registrar = Ref<Registrar>::Adopt(new Registrar);
+    /// What is traced while `call` runs, with its category.
+    static std::vector<std::string> TracedBy(const std::function<void()>& call) {
+        std::vector<std::string> lines;
+        kelcore::trace::SetOutput([&](std::string_view category, std::string_view text) {
+            lines.push_back(std::string(category) + ": " + std::string(text));
+        });
+        call();
+        kelcore::trace::SetOutput({});
+        return lines;
+    }
+    /// What is traced while the session is read or written and the host throws.
+    std::vector<std::string> TracedByThrowing(const char* operation, std::exception_ptr thrown) {
+        const auto session = refhost::SessionNode::Make();
+        refhost::FaultPlan faults;
+        faults.Throw(operation, std::move(thrown));
+        refhost::Recorder recorder({.sink = {}, .interceptor = faults});
+        return TracedBy([&] {
+            if (std::string_view(operation).starts_with("IEdit")) {
+                EXPECT_EQ(Call(kRead, &recorder.Wrap(session->Edit())), kReadFailed);
+            } else {
+                EXPECT_EQ(Call(kWrite, &recorder.Wrap(session->Query())), kWriteFailed);
+                Call(kReserved, nullptr);
+            }
+        });
+    }
+
     test::TemporaryFolder folder;
 };
 
@@ -345,6 +377,69 @@ TEST_F(Entry, WhatTheHostThrowsIsTheSelectorsFailure) {
         Call(kReserved, nullptr);
     }
     EXPECT_EQ(test::ReadFile(folder / "a.orvo"), "<orvo><session/></orvo>");
+}
+
+TEST_F(Entry, WhatTheHostThrowsIsTheReasonInTheTrace) {
+    Initialize();
+    SetPath(folder.Write("a.orvo", "<orvo><session/></orvo>"));
+    const auto message = std::make_exception_ptr(std::runtime_error("no room for tracks"));
+    EXPECT_THAT(TracedByThrowing("IEditSession.SetProgress", message),
+                ElementsAre("app::XMLReader: no room for tracks"));
+    EXPECT_THAT(TracedByThrowing("IEditSession.SetSampleRate", message),
+                ElementsAre("app::XMLReader: Unexpected XMLReader Exception",
+                            "app::XMLReader: no room for tracks"));
+    for (const char* const operation : {"IQuerySession.GetContext", "IQuerySession.GetBitDepth"}) {
+        EXPECT_THAT(TracedByThrowing(operation, message),
+                    ElementsAre("app::XMLWriter: no room for tracks"));
+        EXPECT_THAT(
+            TracedByThrowing(operation, std::make_exception_ptr(42)),
+            ElementsAre("app::XMLWriter: the host threw something that is no std::exception"));
+        EXPECT_THAT(TracedByThrowing(operation, std::make_exception_ptr(std::bad_alloc())),
+                    ElementsAre("app::XMLWriter: memory ran out"));
+    }
+}
+
+TEST_F(Entry, WhatTheHostThrowsForAPathIsTheReasonInTheTrace) {
+    Initialize();
+    const auto reference = Ref<ThrowingFileReference>::Adopt(new ThrowingFileReference);
+    EXPECT_THAT(TracedBy([&] { Call(kSetFilePath, static_cast<IHostFileRef*>(reference.Get())); }),
+                ElementsAre("app::XMLReader: the host threw something that is no std::exception"));
+}
+
+TEST_F(Entry, AfterTerminateTheTraceSaysWhyNothingIsReadOrWritten) {
+    Initialize();
+    SetPath(folder.Write("a.orvo", "<orvo/>"));
+    Call(kTerminate, nullptr);
+    EXPECT_THAT(TracedBy([&] { Read(); }),
+                ElementsAre("app::XMLReader: the plug-in was terminated: initialise it first"));
+    EXPECT_THAT(TracedBy([&] { Write(); }),
+                ElementsAre("app::XMLWriter: the plug-in was terminated: initialise it first"));
+    Call(kReserved, nullptr);
+}
+
+TEST_F(Entry, AfterTerminateAnInitialiseThatFailedClaimsNoReadOrWrite) {
+    Initialize();
+    SetPath(folder.Write("a.orvo", "<orvo/>"));
+    Call(kTerminate, nullptr);
+    const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
+    order->throws = true;
+    EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), kReadFailed);
+    EXPECT_EQ(Read(), kReadFailed);
+    EXPECT_EQ(Write(), kWriteFailed);
+    Call(kReserved, nullptr);
+    EXPECT_EQ(Initialize(), 0);
+    EXPECT_EQ(Read(), 0);
+}
+
+TEST_F(Entry, AnInitialiseThatFailedLeavesAPlugInThatIsReadyAsItWas) {
+    Initialize();
+    const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
+    order->throws = true;
+    EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), kReadFailed);
+    SetPath(folder.Write("a.orvo", "<orvo/>"));
+    EXPECT_EQ(Read(), 0);
+    SetPath(folder.Write("b.orvo", "<score/>"));
+    EXPECT_EQ(Read(), kReadFailed) << "it did read";
 }
 
 TEST_F(Entry, AfterTerminateNoReadOrWriteIsClaimed) {

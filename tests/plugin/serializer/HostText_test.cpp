@@ -1,5 +1,6 @@
 #include "plugin/serializer/HostText.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -44,7 +45,9 @@ TEST(HostText, IsEmptyWithoutAStringOrWithoutItsData) {
 TEST(HostText, LongerThanAnyTextIsRefusedUnread) {
     for (const kelcore::uint32 length : {536870913u, 4294967295u}) {
         HostString text(u"abc", length);
-        EXPECT_THROW(TextOf(&text), std::length_error) << length;
+        EXPECT_THAT([&] { TextOf(&text); }, testing::ThrowsMessage<std::length_error>(
+                                                "a text is longer than 536870912 UTF-16 units"))
+            << length;
         EXPECT_EQ(text.references, 0);
     }
 }

@@ -210,7 +210,17 @@ TEST_F(DocumentLengthsTest, ASectionOf32MiBIsReadAndOneOf128KiBMoreIsNot) {
     }
 }
 
-TEST_F(DocumentLengthsTest, ATextOutsideOfSectionsHasNoLimitOfItsOwn) {
+TEST_F(DocumentLengthsTest, WhiteSpaceOf32MiBBesideTheRootIsReadAndThatOf128KiBMoreIsNot) {
+    const std::string space(limits::kSectionBytes, '\n');
+    const std::string more(kReadBeyond, '\n');
+    const std::string reason = "text is longer than the 32 MiB";
+    EXPECT_TRUE(ParseText(space + "<a/>"));
+    EXPECT_TRUE(ParseText("<a/>" + space));
+    EXPECT_TRUE(IsRefused(space + more + "<a/>", reason));
+    EXPECT_TRUE(IsRefused("<a/>" + space + more, reason));
+}
+
+TEST_F(DocumentLengthsTest, ATextInsideTheRootHasNoLimitOfItsOwn) {
     EXPECT_TRUE(ParseText("<a>" + std::string(40 << 20, 'x') + "</a>"));
     EXPECT_TRUE(ParseText("<a>" + std::string(40 << 20, '\n') + "</a>"));
     EXPECT_THAT(events.problems, IsEmpty());

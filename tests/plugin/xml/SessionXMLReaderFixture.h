@@ -13,6 +13,7 @@
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
 #include "platform/kelcore/Trace.h"
+#include "plugin/xml/FailureTrace.h"
 #include "plugin/xml/SessionXMLReader.h"
 #include "plugin/xml/XercesPlatform.h"
 #include "tests/support/TemporaryFolder.h"
@@ -93,7 +94,7 @@ private:
     }
     void ThrowIfAsked() const {
         if (throwOnError) {
-            throw std::runtime_error("parsing error.");
+            throw ReportedFailure("parsing error.");
         }
     }
 };

@@ -292,6 +292,7 @@ TEST_F(SessionXMLWriterTest, WithoutTheXmlLibraryEveryOperationFailsAndNoFileApp
     EXPECT_FALSE(writer.EndElement());
     EXPECT_FALSE(writer.Save());
     EXPECT_FALSE(std::filesystem::exists(Target()));
+    EXPECT_THAT(traced, ElementsAre("cannot write: the XML library did not start"));
     StartXerces();
 }
 
@@ -310,6 +311,8 @@ TEST_F(SessionXMLWriterTest, ASerialiserThatReportsFailureLeavesTheOldFile) {
                             {WriterFault::kNever, WriterFault::Serialiser::ReportsFailure});
     EXPECT_FALSE(writer.Save());
     EXPECT_EQ(Saved(), "the old session");
+    EXPECT_THAT(traced, ElementsAre("cannot write: the XML library could not put the session into "
+                                    "XML"));
 }
 
 TEST_F(SessionXMLWriterTest, ASerialiserThatClaimsSuccessWithoutBytesLeavesAnEmptyFileAndFails) {
@@ -318,6 +321,8 @@ TEST_F(SessionXMLWriterTest, ASerialiserThatClaimsSuccessWithoutBytesLeavesAnEmp
     EXPECT_FALSE(writer.Save());
     EXPECT_TRUE(std::filesystem::exists(Target()));
     EXPECT_EQ(Saved(), "");
+    EXPECT_THAT(traced,
+                ElementsAre("the XML library gave an empty document: the file is empty now"));
 }
 
 TEST_F(SessionXMLWriterTest,

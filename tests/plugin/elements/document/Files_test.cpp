@@ -118,6 +118,16 @@ TEST_F(Files, ARelativePathToAFolderNeverReplacesTheAbsoluteOne) {
     }
 }
 
+TEST_F(Files, ARelativePathToAFolderIsThePathOfTheMediaWhereThereIsNoAbsoluteOne) {
+    std::filesystem::create_directory(folder / "media");
+    for (const std::string absolute : {"", " absolutePath=''"}) {
+        EXPECT_THAT(ReadFileElement("id='3' relativePath='.'" + absolute),
+                    testing::Contains("IEditFile#2.SetPath(\"" + folder.Path().string() + "\")"));
+        EXPECT_THAT(ReadFileElement("id='3' relativePath='media'" + absolute),
+                    testing::Contains("IEditFile#2.SetPath(\"" + Absolute("media") + "\")"));
+    }
+}
+
 TEST_F(Files, AFolderAtTheAbsolutePathIsNoMediaFile) {
     std::filesystem::create_directory(folder / "media");
     folder.Write("a.wav", "sound");

@@ -139,9 +139,11 @@ TEST_F(TrackWriterFaults, NoTrackIsAskedBehindATextThatIsTooLong) {
     PutOldFile();
     LongerThanAnyText text;
     std::size_t tracks = 0;
+    std::size_t reports = 0;
     test::HostSetup host;
     host.interceptor = [&](const refhost::CallRecord& call) {
         tracks += call.operation == "GetAudioTrack" ? 1u : 0u;
+        reports += call.operation == "SetProgress" ? 1u : 0u;
         return call.operation == "GetPreRenderedFile" ? refhost::CallDecision::ReturnText(text)
                                                       : refhost::CallDecision::Forward();
     };
@@ -149,6 +151,7 @@ TEST_F(TrackWriterFaults, NoTrackIsAskedBehindATextThatIsTooLong) {
     session.audioTracks.resize(3);
     EXPECT_THROW(Write(session, host), std::length_error);
     EXPECT_EQ(tracks, 1u);
+    EXPECT_EQ(reports, 1u) << "of progress";
     EXPECT_EQ(test::ReadFile(folder / "session.orvo"), "the old session");
 }
 

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <stdexcept>
+#include <string_view>
+
+namespace tses {
+
+/// Ends a parse whose reason has been reported.
+class ReportedFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Traces the message of the exception that is being handled; nothing for a `ReportedFailure`. Only
+/// to be called in a catch clause.
+void TraceFailure(std::string_view category) noexcept;
+
+}  // namespace tses
