@@ -386,12 +386,15 @@ TEST_F(FormatReading, TheLimitsAreThoseOfThePage) {
     expectRow("namespace prefixes in force at a place", std::to_string(limits::kPrefixes));
     expectRow("different names of elements, of prefixes, of namespaces",
               std::to_string(limits::kNames) + " each");
-    expectRow("one such name", std::to_string(limits::kNameUnits) +
-                                   " UTF-16 units, those of an element's prefix included");
+    expectRow("one such name",
+              std::to_string(limits::kNameUnits) +
+                  " UTF-16 units; an element's prefix and the colon behind it count");
     expectRow("one tag or processing instruction",
               std::to_string(limits::kTagBytes / kMiB) + " MiB");
     expectRow("one CDATA section or comment",
               std::to_string(limits::kSectionBytes / kMiB) + " MiB");
+    expectRow("white space in front of the root or behind it",
+              std::to_string(limits::kSectionBytes / kMiB) + " MiB in one piece");
     expectRow("the file", std::to_string(limits::kFileBytes / kMiB / 1024) + " GiB");
 }
 
