@@ -183,8 +183,11 @@ TEST(FileException, PutsThePathWhereItBelongs) {
               "cannot write \"/\xFF\": No space left on device");
 }
 
+TEST(FileException, ShowsAZeroInThePath) {
+    EXPECT_EQ(file_exception("\"@0\"", 0).MessageFor(std::u16string(u"/a\0b", 4)), "\"/a\\0b\"");
+}
+
 TEST(FileException, AMessageWithoutPlaceholderStaysAsItIs) {
-    EXPECT_EQ(error.MessageFor(std::u16string(u"/a\0b", 4)), error.MessageFor(u"/a\\0b"));
     EXPECT_EQ(file_exception("no path here", 0).MessageFor(u"/x"), "no path here");
 }
 
