@@ -113,7 +113,7 @@ kelcore::uint64 DecodeUnsigned(const ParsedJson& json, kelcore::uint64 highest) 
 kelcore::uint32 DecodeNumberKey(std::string_view key) {
     kelcore::uint32 number = 0;
     std::from_chars(key.data(), key.data() + key.size(), number);
-    // Only the one spelling, so that no two keys are one number.
+    // Only one spelling is accepted, so no two keys are the same number.
     if (std::to_string(number) != key) {
         throw WrongValue("this key is no number; give a whole number from 0 to 4294967295");
     }

@@ -32,11 +32,25 @@ bool AreOneThing(const Value& one, const Value& other) {
     }
 }
 
-/// A value as it stands in JSON.
+/// Ends the encoding of a value.
+struct Enough {};
+
+/// The begin of a value as it stands in JSON. Encodes little more than that of a large value.
 template <class Value>
 std::string Shown(const Value& value) {
     constexpr std::size_t kLongest = 60;
-    return Shortened(Encoded(value, JsonWriter::Layout::Compact), kLongest);
+    std::string begin;
+    try {
+        WriteValue(value, JsonWriter::Layout::Compact, {}, [&](std::string_view block) {
+            begin = block;
+            if (begin.size() > kLongest) {
+                throw Enough();
+            }
+        });
+    } catch (const Enough&) {
+        // The rest is not shown.
+    }
+    return Shortened(std::move(begin), kLongest);
 }
 
 /// Where in a session's JSON a value is; only a difference spells it out.

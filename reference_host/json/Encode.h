@@ -35,7 +35,7 @@ void Encode(JsonWriter& out, Integer value) {
     WithDigits(value, [&](std::string_view digits) { out.Plain(digits); });
 }
 
-// What is made of other values names itself here first, so that each may hold any other.
+// Declared first, so that composite values can nest in any order.
 
 template <HasSchema Struct>
 void Encode(JsonWriter& out, const Struct& value);

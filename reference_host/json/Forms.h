@@ -5,7 +5,6 @@
 #include <map>
 #include <optional>
 #include <span>
-#include <string>
 #include <string_view>
 #include <tuple>
 #include <type_traits>

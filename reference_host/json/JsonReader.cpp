@@ -55,7 +55,7 @@ public:
     }
 
 private:
-    /// Keys mostly come in the order of the members. None for one that was there already.
+    /// Keys mostly come in schema order. Returns no target for a key that was there before.
     Target FindMember() {
         std::size_t index = nextMember_;
         if (index == form_->members.size() || form_->members[index].key != key_) {
@@ -103,9 +103,9 @@ ParsedJson::value_t PartsOf(const Form& form) {
                                                              : ParsedJson::value_t::null;
 }
 
-/// Hears from the library's parser what there is, and fills the values. The library's own maker of
-/// values holds all of them. Behind a wrong value it only waits for the end: that the text is no
-/// JSON counts for more.
+/// Receives the parser's events and fills the values directly; the library's own builder would hold
+/// the whole document. After a wrong value it ignores everything else, because malformed JSON
+/// further on is the better error.
 class Filler final : public nlohmann::json_sax<ParsedJson> {
 public:
     Filler(const Target& root, const JsonInput& input) : root_(root), input_(input) {}

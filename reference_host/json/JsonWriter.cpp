@@ -5,6 +5,8 @@
 
 #include "platform/kelcore/BinaryText.h"
 #include "platform/kelcore/Strings.h"
+#include "platform/kelcore/Unicode.h"
+#include "reference_host/json/LoneSurrogates.h"
 
 namespace refhost {
 namespace {
@@ -17,28 +19,14 @@ constexpr std::size_t kIndent = 2;
 constexpr std::size_t kPieceSize = 24 * 1024;
 static_assert(kPieceSize % 3 == 0);
 
-constexpr char kHexadecimal[] = "0123456789abcdef";
-
 /// The first of the three bytes that `UTF16to8` writes of an unpaired surrogate. Other characters
 /// begin with it too.
 constexpr char kSurrogateLead = '\xED';
 constexpr std::size_t kSurrogateSize = 3;
 
-bool IsHighSurrogate(char16_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-
 bool BeginsWithSurrogate(std::string_view bytes) {
     return bytes.size() >= kSurrogateSize && bytes[0] == kSurrogateLead &&
            static_cast<unsigned char>(bytes[1]) >= 0xA0;
-}
-
-std::string UnicodeEscape(unsigned unit) {
-    std::string escape = "\\u";
-    for (const unsigned shift : {12U, 8U, 4U, 0U}) {
-        escape += kHexadecimal[(unit >> shift) % 16];
-    }
-    return escape;
 }
 
 /// What a special character becomes that begins no surrogate.
@@ -106,7 +94,7 @@ void JsonWriter::Text(std::u16string_view text) {
     Append("\"");
     while (!text.empty()) {
         std::size_t size = std::min(text.size(), kPieceSize);
-        if (size < text.size() && IsHighSurrogate(text[size - 1])) {
+        if (size < text.size() && kelcore::unicode::IsHighSurrogate(text[size - 1])) {
             --size;
         }
         AppendEscaped(kelcore::UTF16to8(text.substr(0, size)));

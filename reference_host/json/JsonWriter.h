@@ -9,9 +9,8 @@
 
 namespace refhost {
 
-/// Puts JSON together and hands it on in blocks, so that no more than one block of it is held.
-/// Whoever calls it keeps the order: a key before each value of an object, `Item` before each of a
-/// list.
+/// Writes JSON in blocks, holding only one. The caller keeps the order: `Key` before each value of
+/// an object, `Item` before each element of a list.
 class JsonWriter {
 public:
     enum class Layout {

@@ -5,30 +5,25 @@
 #include <optional>
 
 #include "platform/kelcore/Strings.h"
+#include "platform/kelcore/Unicode.h"
 
 namespace refhost {
 namespace {
+
+using kelcore::unicode::IsHighSurrogate;
+using kelcore::unicode::IsLowSurrogate;
+using kelcore::unicode::IsSurrogate;
 
 constexpr std::string_view kMark = "\xEF\xB7\x90";
 constexpr unsigned kMarkCharacter = 0xFDD0;
 constexpr unsigned kMarkItself = 0xFFF;
 constexpr unsigned kFirstSurrogate = 0xD800;
-constexpr unsigned kFirstLowSurrogate = 0xDC00;
-constexpr unsigned kLastSurrogate = 0xDFFF;
 constexpr std::size_t kDigits = 3;
 constexpr std::size_t kMarkSize = kMark.size() + kDigits;
 constexpr std::size_t kEscapeSize = 6;
 
 /// Of a pair of escapes.
 constexpr std::size_t kLongestReplaced = 2 * kEscapeSize;
-
-bool IsHigh(unsigned unit) {
-    return unit >= kFirstSurrogate && unit < kFirstLowSurrogate;
-}
-
-bool IsLow(unsigned unit) {
-    return unit >= kFirstLowSurrogate && unit <= kLastSurrogate;
-}
 
 std::string Hexadecimal(unsigned number, std::size_t digits) {
     std::string text(digits, '0');
@@ -62,12 +57,12 @@ std::optional<unsigned> EscapedUnit(std::string_view json) {
 Replacement MarkEscape(std::string_view json) {
     const auto unit = EscapedUnit(json);
     const bool isMark = unit == kMarkCharacter;
-    const bool isPair =
-        unit && IsHigh(*unit) && IsLow(EscapedUnit(json.substr(kEscapeSize)).value_or(0));
+    const bool isPair = unit && IsHighSurrogate(*unit) &&
+                        IsLowSurrogate(EscapedUnit(json.substr(kEscapeSize)).value_or(0));
     if (isMark) {
         return {MarkOf(kMarkItself), kEscapeSize};
     }
-    if (unit && !isPair && (IsHigh(*unit) || IsLow(*unit))) {
+    if (unit && !isPair && IsSurrogate(*unit)) {
         return {MarkOf(*unit - kFirstSurrogate), kEscapeSize};
     }
     const std::size_t size = isPair ? kLongestReplaced : 2;
@@ -81,6 +76,10 @@ Replacement MarkBytes(std::string_view json) {
 }
 
 }  // namespace
+
+std::string UnicodeEscape(unsigned unit) {
+    return "\\u" + Hexadecimal(unit, kEscapeSize - 2);
+}
 
 std::u16string UnmarkedText(std::string_view marked) {
     std::size_t mark = marked.find(kMark);
@@ -113,8 +112,8 @@ std::string UnmarkedDocument(std::string_view marked) {
         json += marked.substr(0, mark);
         const unsigned number =
             ParseHexadecimal(marked.substr(mark + kMark.size(), kDigits)).value_or(kMarkItself);
-        json += number == kMarkItself ? std::string(kMark)
-                                      : "\\u" + Hexadecimal(kFirstSurrogate + number, 4);
+        json +=
+            number == kMarkItself ? std::string(kMark) : UnicodeEscape(kFirstSurrogate + number);
         marked.remove_prefix(mark + kMarkSize);
     }
     json += marked;

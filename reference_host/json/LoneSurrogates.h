@@ -11,7 +11,10 @@
 /// mark "fff".
 namespace refhost {
 
-/// What a text means that the library read in a marked document.
+/// A code unit as JSON's escape: "\\ud800".
+std::string UnicodeEscape(unsigned unit);
+
+/// Turns the marks in a text that the library read back into surrogates.
 std::u16string UnmarkedText(std::string_view marked);
 
 /// What the begin of a piece of JSON becomes, and how many bytes of it that was.
@@ -25,10 +28,10 @@ inline bool MayBecomeMark(char byte) {
     return byte == '\\' || byte == '\xEF';
 }
 
-/// What becomes of the escape or character that begins a part of a text of JSON, with a byte that
-/// may become a mark: escapes of unpaired surrogates and the marks' own character do.
+/// Replaces the escape or character at the begin of `json`, whose first byte may become a mark.
+/// Escapes of unpaired surrogates and the marks' own character become marks; others stay.
 /// @param isEnd  whether nothing follows
-/// @return none if more must be known of what follows
+/// @return nothing if more of the text is needed
 std::optional<Replacement> ReplaceBegin(std::string_view json, bool isEnd);
 
 /// A piece of a marked document as it was: marks become escapes.

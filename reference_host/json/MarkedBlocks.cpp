@@ -40,7 +40,7 @@ inline Kind KindOf(char character) {
     return kKinds[static_cast<unsigned char>(character)];
 }
 
-/// Where the characters go that are made.
+/// Writes the characters of a block.
 struct Characters {
     char* next;
 
@@ -48,7 +48,7 @@ struct Characters {
     void Put(char character, const char* /*origin*/) { *next++ = character; }
 };
 
-/// Where it goes what they are made of.
+/// Writes where each character of a block comes from.
 struct Origins {
     const char** next;
 

@@ -6,10 +6,9 @@
 
 namespace refhost {
 
-/// Makes of JSON that comes in pieces what the library can parse: with marks in place of lone
-/// surrogates (LoneSurrogates.h), and without most of the blanks, over which the library would
-/// spend half of its time. Where a text or number comes next, no message quotes what is in front of
-/// it: there only a blank that may end a word or number stays.
+/// Prepares JSON that comes in pieces for the library: replaces lone surrogates with marks
+/// (LoneSurrogates.h) and drops most blanks, which would cost half of the parsing time. Keeps the
+/// blanks that an error message could quote.
 class MarkedBlocks {
 public:
     struct Block {

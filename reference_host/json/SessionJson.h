@@ -47,7 +47,7 @@ using JsonSink = std::function<void(std::string_view block)>;
 /// the end. What it throws ends the reading.
 using JsonSource = std::function<std::string_view()>;
 
-/// Hears after each block how many bytes have been written or read.
+/// Called after each block with the bytes written or read so far.
 using ByteProgress = std::function<void(kelcore::uint64 bytes)>;
 
 /// Writes a session, every key of it, indented by two blanks and ended by a line feed, in blocks of
@@ -59,9 +59,8 @@ std::string ToJson(const model::Session& session);
 
 /// Reads a session, and holds no more of the text than a block and the value that is read.
 /// An absent key takes the model's default.
-/// @throws JsonError for malformed JSON; if there is none, for the first unknown or repeated key,
-///         value of the wrong type or number that its field cannot hold; then for a file or track
-///         that has no id of its own among the files, video tracks or audio tracks.
+/// @throws JsonError for malformed JSON; otherwise for the first unknown or repeated key or wrong
+///         value; otherwise for a file or track without an id of its own.
 model::Session FromJson(const JsonSource& source, const ByteProgress& progress = {});
 model::Session FromJson(std::string_view text);
 

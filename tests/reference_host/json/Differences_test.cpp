@@ -2,7 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <ctime>
 #include <limits>
+
+#include "reference_host/json/SessionJson.h"
 
 namespace refhost {
 namespace {
@@ -120,6 +123,18 @@ TEST(DifferencesTest, AllAreCountedAndTheFirstNamed) {
         FindDifferences({.sampleRate = 1, .channelCount = 1, .duration = 3}, {}, 1);
     EXPECT_EQ(differences.count, 3U);
     EXPECT_THAT(differences.lines, ElementsAre(StartsWith("/sampleRate: ")));
+}
+
+TEST(DifferencesTest, OnlyWhatIsShownOfALargeValueIsEncoded) {
+    model::Session session;
+    session.metronome.track.emplace().clips.resize(10'000);
+    const std::clock_t begin = std::clock();
+    ToJson(session, [](std::string_view) {});
+    const std::clock_t encoded = std::clock();
+    const std::vector<std::string> lines = Lines(session, {});
+    const std::clock_t compared = std::clock();
+    EXPECT_THAT(lines, ElementsAre(testing::EndsWith("... became null")));
+    EXPECT_LT(4 * (compared - encoded), encoded - begin);
 }
 
 }  // namespace
