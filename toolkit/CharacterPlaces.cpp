@@ -48,12 +48,10 @@ std::optional<Encoding> EncodingOf(std::string_view document) {
             return beginning.encoding;
         }
     }
-    const std::string stated = StatedInDeclaration(document, "encoding");
-    const bool isUtf8 = stated.empty() || stated == "utf-8" || stated == "utf8";
-    if (!isUtf8 || document.starts_with(kForeignLess)) {
+    if (!StatesUtf8(document) || document.starts_with(kForeignLess)) {
         return std::nullopt;
     }
-    return Encoding{1, false, document.starts_with("\xEF\xBB\xBF") ? 3U : 0U};
+    return Encoding{1, false, document.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0};
 }
 
 /// The XML declaration in single bytes.
@@ -78,24 +76,33 @@ public:
                            "1.1"),
           toSkip_(encoding.markSize) {}
 
-    /// Whether the place is reached.
-    bool Pass(std::string_view block) {
-        const std::size_t skipped = std::min(std::exchange(toSkip_, 0), block.size());
-        for (const char byte : block.substr(skipped)) {
-            if (at_.line > target_.line ||
-                (at_.line == target_.line && at_.column >= target_.column)) {
-                return true;
-            }
+    /// Goes on towards the target, and returns how many bytes of the block were left over when it
+    /// was reached.
+    std::size_t Pass(std::string_view block) {
+        block.remove_prefix(std::min(std::exchange(toSkip_, 0), block.size()));
+        while (!block.empty() && !IsReached()) {
+            const auto byte = static_cast<unsigned char>(block.front());
+            block.remove_prefix(1);
             if (encoding_.unitSize == 1) {
-                PassByte(static_cast<unsigned char>(byte));
+                PassByte(byte);
             } else {
-                PassPartOfUnit(static_cast<unsigned char>(byte));
+                PassPartOfUnit(byte);
             }
         }
-        return false;
+        return block.size();
     }
 
-    Place Result() const { return {target_.line, target_.column - surplus_}; }
+    /// @param target  not in front of the one before
+    void SetTarget(Place target) { target_ = target; }
+
+    bool IsReached() const {
+        return at_.line > target_.line ||
+               (at_.line == target_.line && at_.column >= target_.column);
+    }
+
+    Place Result() const {
+        return {target_.line, target_.column - (at_.line == target_.line ? surplus_ : 0)};
+    }
 
 private:
     void PassByte(unsigned char byte) {
@@ -127,14 +134,13 @@ private:
             const bool isSecondOfPair =
                 behindReturn && (character == '\n' || character == kNextLine);
             at_ = {at_.line + (isSecondOfPair ? 0 : 1), 1};
+            surplus_ = 0;
             return;
         }
         const bool isLowHalf = encoding_.unitSize == 2 && (character & 0xFC00) == 0xDC00;
         const bool isBeyondUnit = character > 0xFFFF;
         at_.column += isBeyondUnit ? 2 : 1;
-        if (at_.line == target_.line && (isLowHalf || isBeyondUnit)) {
-            ++surplus_;
-        }
+        surplus_ += isLowHalf || isBeyondUnit ? 1 : 0;
     }
 
     bool EndsLine(kelcore::uint32 character) const {
@@ -150,7 +156,7 @@ private:
     bool hasManyLineEnds_;  // as XML 1.1 has
     std::size_t toSkip_;
     Place at_{1, 1};
-    kelcore::uint64 surplus_ = 0;  // in the line of the target
+    kelcore::uint64 surplus_ = 0;  // in the line so far
     bool afterReturn_ = false;
     kelcore::uint32 character_ = 0;  // that has begun
     std::size_t bytes_ = 0;  // of it: those to come in UTF-8, those that came in wide encodings
@@ -163,13 +169,23 @@ bool IsAtBegin(Place place) {
 }  // namespace
 
 Place InCharacters(std::string_view document, Place place) {
+    InCharacters(document, {&place, 1});
+    return place;
+}
+
+void InCharacters(std::string_view document, std::span<Place> places) {
     const auto encoding = EncodingOf(document);
-    if (IsAtBegin(place) || !encoding) {
-        return place;
+    if (!encoding) {
+        return;
     }
-    Walk walk(document, *encoding, place);
-    walk.Pass(document);
-    return walk.Result();
+    Walk walk(document, *encoding, {});
+    for (Place& place : places) {
+        if (!IsAtBegin(place)) {
+            walk.SetTarget(place);
+            document.remove_prefix(document.size() - walk.Pass(document));
+            place = walk.Result();
+        }
+    }
 }
 
 Place InCharactersOfFile(const std::string& path, Place place) {
@@ -189,7 +205,7 @@ Place InCharactersOfFile(const std::string& path, Place place) {
         return place;
     }
     Walk walk(text, *encoding, place);
-    while (!text.empty() && !walk.Pass(text)) {
+    while (!text.empty() && walk.Pass(text) == 0) {
         text = next();
     }
     return walk.Result();

@@ -1,12 +1,12 @@
 #include "toolkit/MediaPaths.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 #include <variant>
 
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
+#include "toolkit/FileNames.h"
 
 namespace toolkit {
 namespace {
@@ -33,17 +33,6 @@ bool IsSlash(char16_t unit) {
 /// "D:\Jobs" or "d:/jobs".
 bool HasDrive(std::u16string_view path) {
     return path.size() > 2 && IsLetter(path[0]) && path[1] == u':' && IsSlash(path[2]);
-}
-
-char ToLower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter | 0x20) : letter;
-}
-
-std::string ToLower(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char letter) { return ToLower(letter); });
-    return lower;
 }
 
 /// The scheme of a URL, in small letters; empty for a path. A name may have a colon in it.

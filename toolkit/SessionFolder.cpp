@@ -1,37 +1,41 @@
 #include "toolkit/SessionFolder.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
-#include <string_view>
 #include <system_error>
+
+#include "toolkit/FileNames.h"
 
 namespace toolkit {
 namespace {
 
-bool HasSessionExtension(const std::filesystem::path& name) {
-    constexpr std::string_view kExtension = ".orvo";
-    const std::string extension = name.extension().string();
-    return std::equal(extension.begin(), extension.end(), kExtension.begin(), kExtension.end(),
-                      [](unsigned char one, char other) { return std::tolower(one) == other; });
-}
-
-void Search(const std::filesystem::path& folder, FolderContent& content) {
+/// Adds what is in one folder, and returns the folders in it. It is closed again before those are
+/// opened, so that they may nest deeper than a process may have folders open.
+std::vector<std::filesystem::path> LookInto(const std::filesystem::path& folder,
+                                            FolderContent& content) {
+    std::vector<std::filesystem::path> below;
     std::error_code error;
     std::filesystem::directory_iterator entry(folder, error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         std::error_code ignored;
         if (!entry->is_directory(ignored)) {
-            if (HasSessionExtension(entry->path())) {
+            if (ExtensionOf(entry->path().native()) == "orvo") {
                 content.sessions.push_back(entry->path().string());
             }
         } else if (!entry->is_symlink(ignored)) {
-            Search(entry->path(), content);
+            below.push_back(entry->path());
         }
     }
     if (error) {
         content.unread.push_back(
             {folder.string(), {{}, "this folder cannot be read", error.message()}});
+    }
+    return below;
+}
+
+void Search(const std::filesystem::path& folder, FolderContent& content) {
+    for (const std::filesystem::path& below : LookInto(folder, content)) {
+        Search(below, content);
     }
 }
 

@@ -1,12 +1,11 @@
 #include "toolkit/TextPlaces.h"
 
 #include <algorithm>
-#include <cctype>
+
+#include "toolkit/FileNames.h"
 
 namespace toolkit {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
@@ -34,11 +33,12 @@ std::string StatedInDeclaration(std::string_view document, std::string_view name
     if (begin == std::string_view::npos || end == std::string_view::npos) {
         return {};
     }
-    std::string value(declaration.substr(begin + 1, end - begin - 1));
-    std::transform(value.begin(), value.end(), value.begin(), [](unsigned char character) {
-        return static_cast<char>(std::tolower(character));
-    });
-    return value;
+    return ToLower(declaration.substr(begin + 1, end - begin - 1));
+}
+
+bool StatesUtf8(std::string_view document) {
+    const std::string stated = StatedInDeclaration(document, "encoding");
+    return stated.empty() || stated == "utf-8" || stated == "utf8";
 }
 
 kelcore::uint64 CountLineEnds(std::string_view text) {
@@ -52,14 +52,18 @@ kelcore::uint64 CountLineEnds(std::string_view text) {
     return count;
 }
 
+kelcore::uint64 CountCharacters(std::string_view text) {
+    const auto inside = std::count_if(text.begin(), text.end(), IsContinuation);
+    return text.size() - static_cast<std::size_t>(inside);
+}
+
 kelcore::uint64 ColumnOf(std::string_view document, std::size_t offset) {
     std::string_view line = document.substr(0, offset);
     line.remove_prefix(line.find_last_of("\r\n") + 1);
     if (line.data() == document.data() && line.starts_with(kByteOrderMark)) {
         line.remove_prefix(kByteOrderMark.size());
     }
-    const auto inside = std::count_if(line.begin(), line.end(), IsContinuation);
-    return line.size() - static_cast<std::size_t>(inside) + 1;
+    return CountCharacters(line) + 1;
 }
 
 std::size_t CharacterSize(std::string_view text) {
@@ -84,8 +88,7 @@ std::size_t CharacterSize(std::string_view text) {
 }
 
 std::optional<std::size_t> FindMalformedUtf8(std::string_view document) {
-    const std::string encoding = StatedInDeclaration(document, "encoding");
-    if (!HasByteSizedMarkup(document) || (!encoding.empty() && encoding != "utf-8")) {
+    if (!HasByteSizedMarkup(document) || !StatesUtf8(document)) {
         return std::nullopt;
     }
     for (std::size_t offset = 0; offset < document.size();) {

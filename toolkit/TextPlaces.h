@@ -9,6 +9,9 @@
 
 namespace toolkit {
 
+/// In front of a text that is UTF-8; it may be left out.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 /// Whether "<" is the byte of that value in this document, as it is in every encoding but the wide
 /// ones.
 bool HasByteSizedMarkup(std::string_view document);
@@ -17,8 +20,15 @@ bool HasByteSizedMarkup(std::string_view document);
 /// "version", in lower case; empty if it does not.
 std::string StatedInDeclaration(std::string_view document, std::string_view name);
 
+/// Whether the characters of a document with byte-sized markup are UTF-8, as far as its XML
+/// declaration tells.
+bool StatesUtf8(std::string_view document);
+
 /// How many line ends there are: CR LF is one, as CR and LF alone are.
 kelcore::uint64 CountLineEnds(std::string_view text);
+
+/// How many characters of UTF-8 begin in the text.
+kelcore::uint64 CountCharacters(std::string_view text);
 
 /// The column of a byte of a document whose characters are UTF-8, a byte order mark not counted.
 kelcore::uint64 ColumnOf(std::string_view document, std::size_t offset);

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <ctime>
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "platform/kelcore/Strings.h"
@@ -444,6 +445,47 @@ TEST_F(DocumentScanTest, TheLibraryStaysStartedForItsOtherUsers) {
     Scan("<orvo/>");
     EXPECT_NE(xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
     xercesc::XMLPlatformUtils::Terminate();
+}
+
+TEST_F(DocumentScanTest, ADocumentThatStatesUtf8WithoutAHyphenIsUtf8) {
+    const DocumentScan scan =
+        Scan("<?xml version=\"1.0\" encoding=\"UTF8\"?>\n<orvo>\n<session/>\xFF</orvo>");
+    ASSERT_TRUE(scan.problem);
+    EXPECT_EQ(scan.problem->what, "not UTF-8");
+    EXPECT_EQ(scan.problem->place, (Place{3, 11}));
+}
+
+/// What the parent itself loses is found behind what its children lose.
+TEST_F(DocumentScanTest, LossesOfALineHaveTheirPlacesInWhateverOrderTheyAreFound) {
+    EXPECT_THAT(Losses("<orvo><session><a name='\u00e9\U0001F3A7'/><b/>text</session><c/></orvo>"),
+                ElementsAre("1:16: <a> in <session>", "1:30: <b> in <session>",
+                            "1:7: text in <session>", "1:48: <c> in <orvo>"));
+}
+
+/// Elements that are lost, all on one line.
+std::string ManyLosses(std::size_t count) {
+    std::string document = "<orvo>";
+    for (std::size_t i = 0; i < count; ++i) {
+        document += "<unknown text='" + std::string(100, 'a') + "'/>";
+    }
+    return document + "</orvo>";
+}
+
+TEST_F(DocumentScanTest, ManyLossesOnOneLineTakeTimeByTheirNumber) {
+    constexpr std::size_t kCount = 20'000;
+    const std::string narrow = ManyLosses(kCount);
+    std::string wide = "\xFF\xFE";
+    for (const char byte : narrow) {
+        wide += {byte, '\0'};
+    }
+    for (const auto& [document, lastColumn] :
+         {std::pair(narrow, 7 + (kCount - 1) * 118), {wide, 7 + kCount * 118}}) {
+        const std::clock_t before = std::clock();
+        const DocumentScan scan = Scan(document, kCount);
+        EXPECT_LT(std::clock() - before, 3 * CLOCKS_PER_SEC);
+        ASSERT_THAT(scan.notCarried, SizeIs(kCount));
+        EXPECT_EQ(scan.notCarried.back().place, (Place{1, lastColumn}));
+    }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "tests/support/TemporaryFolder.h"
 
@@ -45,6 +46,36 @@ TEST(SessionFolder, NamesAFolderThatCannotBeRead) {
     EXPECT_THAT(content.sessions, IsEmpty());
     ASSERT_EQ(content.unread.size(), 1u);
     EXPECT_EQ(content.unread[0].path, "/nowhere/at/all");
+}
+
+/// Lets this process open few files at a time.
+class FewDescriptors {
+public:
+    FewDescriptors() {
+        ::getrlimit(RLIMIT_NOFILE, &before_);
+        const rlimit few{.rlim_cur = 64, .rlim_max = before_.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &few);
+    }
+    ~FewDescriptors() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+    FewDescriptors(const FewDescriptors&) = delete;
+    FewDescriptors& operator=(const FewDescriptors&) = delete;
+
+private:
+    rlimit before_{};
+};
+
+TEST(SessionFolder, FoldersMayNestDeeperThanAProcessMayHaveFilesOpen) {
+    const test::TemporaryFolder folder;
+    std::string deep = "f";
+    for (int level = 0; level < 100; ++level) {
+        deep += "/f";
+    }
+    std::filesystem::create_directories(folder / deep);
+    const std::string session = folder.Write(deep + "/a.orvo", "");
+    const FewDescriptors few;
+    const auto content = FindSessions(folder.Path());
+    EXPECT_THAT(content.sessions, ElementsAre(session));
+    EXPECT_THAT(content.unread, IsEmpty());
 }
 
 }  // namespace

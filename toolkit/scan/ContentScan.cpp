@@ -19,12 +19,12 @@
 #include "platform/kelcore/Strings.h"
 #include "toolkit/CharacterPlaces.h"
 #include "toolkit/SessionContent.h"
-#include "toolkit/TextPlaces.h"
 #include "toolkit/scan/ContentSource.h"
 #include "toolkit/scan/JointLosses.h"
 #include "toolkit/scan/LibraryUse.h"
 #include "toolkit/scan/LossWords.h"
 #include "toolkit/scan/ScannedAttributes.h"
+#include "toolkit/scan/TagPlaces.h"
 
 namespace toolkit {
 namespace {
@@ -36,24 +36,6 @@ bool IsWhiteSpace(std::u16string_view text) {
 /// As deep, and tags as large, as the plug-in reads, with declarations of namespaces.
 constexpr std::size_t kDeepest = 256;
 constexpr XMLSize_t kMostAttributes = 512;
-
-/// Where a tag ends, which is what the parser tells.
-struct TagEnd {
-    Place place;         ///< behind the tag
-    std::size_t offset;  ///< the same in bytes
-};
-
-/// Where a tag begins. To be asked only for tags that are told of: it looks for the place.
-Place BeginOf(const TagEnd& end, std::string_view document) {
-    const std::size_t begin = HasByteSizedMarkup(document)
-                                  ? document.substr(0, end.offset).rfind('<')
-                                  : std::string_view::npos;
-    if (begin == std::string_view::npos) {
-        return InCharacters(document, end.place);
-    }
-    return {end.place.line - CountLineEnds(document.substr(begin, end.offset - begin)),
-            ColumnOf(document, begin)};
-}
 
 class Scanner final : public xercesc::DefaultHandler {
 public:
@@ -90,6 +72,14 @@ public:
             NotWellFormed({}, failure.getMessage());
         } catch (const xercesc::OutOfMemoryException&) {
             throw std::bad_alloc();
+        }
+    }
+
+    /// Says of what was found where it is.
+    void FindPlaces() {
+        if (places_ == Places::Known) {
+            FindPlaces(tags_, result_.notCarried);
+            FindPlaces(endingTags_, result_.endTheRead);
         }
     }
 
@@ -215,6 +205,13 @@ private:
         std::size_t elements = 0;
     };
 
+    void FindPlaces(const std::vector<TagEnd>& tags, std::vector<NotCarried>& found) const {
+        const std::vector<Place> places = BeginsOf(tags, content_);
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            found[i].place = places[i];
+        }
+    }
+
     TagEnd Here() const {
         if (places_ == Places::Unknown) {
             return {};
@@ -223,10 +220,9 @@ private:
                 static_cast<std::size_t>(parser_.getSrcOffset())};
     }
 
-    Place BeginOf(const TagEnd& tag) const {
-        return places_ == Places::Known ? toolkit::BeginOf(tag, content_) : Place{};
+    Place BeginOfTag() const {
+        return places_ == Places::Known ? BeginsOf({Here()}, content_).front() : Place{};
     }
-    Place BeginOfTag() const { return BeginOf(Here()); }
 
     /// Elements of one kind stand together, so that the kind of the one before is tried first.
     const CarriedElement* FindRow(std::u16string_view name) {
@@ -242,7 +238,8 @@ private:
 
     void Report(const TagEnd& tag, std::string what) {
         if (result_.notCarriedCount++ < limit_) {
-            result_.notCarried.push_back({BeginOf(tag), std::move(what)});
+            result_.notCarried.push_back({{}, std::move(what)});
+            tags_.push_back(tag);
         }
     }
 
@@ -344,7 +341,8 @@ private:
                  : Tag(row.name) + " without " + (key == "id" ? "an id" : key);
         if (row.occurrence.withoutKey == Occurrence::WithoutKey::EndsTheRead &&
             result_.endTheRead.size() < limit_) {
-            result_.endTheRead.push_back({BeginOfTag(), what});
+            result_.endTheRead.push_back({{}, what});
+            endingTags_.push_back(Here());
         }
         Report(Here(), std::move(what));
     }
@@ -388,6 +386,8 @@ private:
     JointLosses joint_;
     Parser parser_;
     const xercesc::Locator* locator_ = nullptr;
+    std::vector<TagEnd> tags_;        // of what is not carried
+    std::vector<TagEnd> endingTags_;  // of what ends the read
     std::vector<OpenElement> open_;
     LostElement lost_;
     std::set<std::pair<std::string_view, Key>> seenInSession_;
@@ -399,7 +399,9 @@ DocumentScan ScanContent(std::string_view content, const Conversion& conversion,
                          Places places, const std::stop_token& stop) {
     const LibraryUse library;
     DocumentScan result;
-    Scanner(content, conversion, limit, places, stop, result).Run();
+    Scanner scanner(content, conversion, limit, places, stop, result);
+    scanner.Run();
+    scanner.FindPlaces();
     return result;
 }
 

@@ -10,9 +10,8 @@
 
 namespace toolkit {
 
-/// What is lost of a session though each attribute by itself is carried: by what attributes say
-/// together, by what they say in this conversion, or by a value that a reader exchanges. It is
-/// shown the elements in the document's order, each in the place where it belongs.
+/// Finds losses that no single attribute shows: from attributes together, from the kind of
+/// conversion, or from values that a reader replaces. Call it for each element in document order.
 class JointLosses {
 public:
     explicit JointLosses(const Conversion& conversion) : conversion_(conversion) {}

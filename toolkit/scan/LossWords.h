@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// The words in which losses are told.
+/// The wording of losses.
 namespace toolkit {
 
 /// An element by its name.

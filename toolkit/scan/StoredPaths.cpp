@@ -1,9 +1,12 @@
 #include "toolkit/scan/StoredPaths.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <new>
 #include <system_error>
-#include <vector>
+#include <utility>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax/InputSource.hpp>
@@ -15,6 +18,7 @@
 #include <xercesc/util/XMLUni.hpp>
 
 #include "platform/kelcore/Numbers.h"
+#include "toolkit/SessionContent.h"
 #include "toolkit/scan/LibraryUse.h"
 #include "toolkit/scan/ScannedAttributes.h"
 
@@ -52,7 +56,7 @@ private:
 
 constexpr std::u16string_view kPlaceOfFiles[] = {u"orvo", u"files", u"file"};
 
-/// Hears of the elements alone.
+/// Handles only start and end tags.
 class Finder final : public xercesc::SAX2XMLReaderImpl {
 public:
     Finder() {
@@ -95,7 +99,7 @@ private:
     };
 
     void Add(const ScannedAttributes& attributes) {
-        kelcore::uint32 id = 4294967295;
+        kelcore::uint32 id = kNoId;
         kelcore::StringToNumber(attributes.Find(u"id").value_or(u""), id);
         found_[id] = {std::u16string(attributes.Find(u"absolutePath").value_or(u"")),
                       std::u16string(attributes.Find(u"relativePath").value_or(u""))};

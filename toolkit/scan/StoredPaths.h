@@ -15,8 +15,8 @@ struct StoredPaths {
     friend bool operator==(const StoredPaths&, const StoredPaths&) = default;
 };
 
-/// What a session file says of the paths of its media, by id: a host gets one path of each, and it
-/// does not hear of the other. As much as can be read of a file that cannot be read to its end.
+/// The media paths that a session file states, by id. A host gets only one path of each file. From
+/// a file that breaks off, as many as can be read.
 /// Starts and stops the XML library meanwhile.
 /// @param path  as the system's calls take it
 std::map<kelcore::uint32, StoredPaths> FindStoredPaths(const std::string& path);
