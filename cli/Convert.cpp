@@ -12,6 +12,7 @@
 #include "cli/ProgressBar.h"
 #include "cli/ReadProgress.h"
 #include "cli/Refusals.h"
+#include "cli/RemovalAtSignal.h"
 #include "cli/SaveSession.h"
 #include "cli/SessionFile.h"
 #include "cli/Stream.h"
@@ -28,14 +29,27 @@ namespace {
 
 using refhost::model::Session;
 
-constexpr const char* kReading = "reading";
-
 struct Options {
     std::string in;
     std::string out;
     std::string from;  // as written; empty: as its name says
     std::string to;
     LossRule rule;
+};
+
+/// IN, and the stream that its name stands for, if any.
+struct Input {
+    explicit Input(const std::string& inputName)
+        : name(inputName), stream(FindStream(inputName, Direction::In)) {}
+
+    /// What messages call it.
+    const std::string& Subject() const { return stream ? stream->name : name; }
+
+    /// The folder of this path is the one from which relative paths in the file count.
+    std::u16string Location() const { return stream ? FullPathOfStreams() : FullPathOf(name); }
+
+    std::string name;
+    std::optional<Stream> stream;
 };
 
 Kind ResolveKind(const std::string& stated, const std::string& name, const char* option) {
@@ -55,14 +69,19 @@ std::nullopt_t Refuse(const Message& message) {
     return std::nullopt;
 }
 
-/// Names what would be lost, or why that cannot be said. True if nothing would.
-bool CarriesEverything(const SessionFile& file, const toolkit::DocumentScan& scan) {
+/// Names what would be lost, or why that is unknown. Whether the session is to be converted.
+bool MayConvert(const SessionFile& file, const toolkit::DocumentScan& scan, const LossRule& rule) {
     if (scan.problem) {
         Complain(ToMessage(file.Name(), *scan.problem));
+        RefuseConversion(file.Name());
         return false;
     }
     NameLosses(file.Name(), scan.notCarried, scan.notCarriedCount);
-    return scan.notCarriedCount == 0;
+    if (scan.notCarriedCount != 0 && !rule.lossy) {
+        RefuseLosses(file.Name());
+        return false;
+    }
+    return true;
 }
 
 /// A scan beside the plug-in's read of the same file, so that both together take the time of one.
@@ -71,9 +90,7 @@ class ScanBesideRead {
 public:
     ScanBesideRead(const std::string& path, const toolkit::Conversion& conversion,
                    std::size_t limit)
-        : path_(path),
-          identity_(toolkit::IdentityOf(path)),
-          scan_(std::async(toolkit::ScanDocument, path, conversion, limit, stop_.get_token())) {}
+        : path_(path), identity_(toolkit::IdentityOf(path)), scan_(Start(conversion, limit)) {}
     ~ScanBesideRead() { stop_.request_stop(); }
     ScanBesideRead(const ScanBesideRead&) = delete;
     ScanBesideRead& operator=(const ScanBesideRead&) = delete;
@@ -89,6 +106,12 @@ public:
     }
 
 private:
+    std::future<toolkit::DocumentScan> Start(const toolkit::Conversion& conversion,
+                                             std::size_t limit) const {
+        const WithoutSignals inherited;
+        return std::async(toolkit::ScanDocument, path_, conversion, limit, stop_.get_token());
+    }
+
     std::string path_;
     std::optional<toolkit::FileIdentity> identity_;
     std::stop_source stop_;
@@ -109,11 +132,8 @@ std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const SessionFile& file
         }
         return std::nullopt;
     }
-    if (!CarriesEverything(file, scan->Result()) && !rule.lossy) {
-        RefuseLosses(file.Name());
-        return std::nullopt;
-    }
-    return std::move(read.session);
+    return MayConvert(file, scan->Result(), rule) ? std::optional(std::move(read.session))
+                                                  : std::nullopt;
 }
 
 toolkit::Place PlaceOf(const refhost::JsonError& failure) {
@@ -121,22 +141,11 @@ toolkit::Place PlaceOf(const refhost::JsonError& failure) {
     return place ? toolkit::Place{place->line, place->column} : toolkit::Place{};
 }
 
-/// What messages call the file.
-std::string SubjectOf(const std::string& name) {
-    const auto stream = FindStream(name, Direction::In);
-    return stream ? stream->name : name;
-}
-
-/// The folder of this path is the one from which relative paths in the file count.
-std::u16string LocationOf(const std::string& name) {
-    return FindStream(name, Direction::In) ? FullPathOfStreams() : FullPathOf(name);
-}
-
 std::optional<toolkit::Problem> FindProblemOfStream(const std::optional<Stream>& stream) {
     return stream ? FindProblem(*stream, Direction::In) : std::nullopt;
 }
 
-/// What is read of the blocks. Malformed JSON is named only if the file could be read to its end.
+/// The session in the blocks. If reading fails, names that rather than the malformed JSON.
 std::optional<Session> ReadJsonBlocks(toolkit::FileBlocks& blocks, const std::string& subject,
                                       const Progress::Phase& reading) {
     std::optional<Session> session;
@@ -154,33 +163,32 @@ std::optional<Session> ReadJsonBlocks(toolkit::FileBlocks& blocks, const std::st
     return wrong ? Refuse(*wrong) : std::move(session);
 }
 
-std::optional<Session> ReadJson(const std::string& name, Progress& progress) {
-    const std::string subject = SubjectOf(name);
-    const auto stream = FindStream(name, Direction::In);
-    if (const auto problem = FindProblemOfStream(stream)) {
+std::optional<Session> ReadJson(const Input& in, Progress& progress) {
+    const std::string& subject = in.Subject();
+    if (const auto problem = FindProblemOfStream(in.stream)) {
         return Refuse(ToMessage(subject, *problem));
     }
     const Progress::Phase reading = progress.Begin(kReading);
     toolkit::FileBlocks blocks =
-        stream ? toolkit::FileBlocks(stream->descriptor) : toolkit::FileBlocks(name);
+        in.stream ? toolkit::FileBlocks(in.stream->descriptor) : toolkit::FileBlocks(in.name);
     std::optional<Session> session = ReadJsonBlocks(blocks, subject, reading);
     if (!session) {
         return std::nullopt;
     }
-    if (const auto problem = toolkit::ResolveMediaPaths(*session, LocationOf(name))) {
+    if (const auto problem = toolkit::ResolveMediaPaths(*session, in.Location())) {
         return Refuse(ToMessage(subject, *problem));
     }
     return session;
 }
 
-std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const Options& options, Kind to,
-                                const Output& out, Progress& progress) {
-    const SessionFile file(options.in);
+std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const Input& in, Kind to,
+                                const Output& out, const LossRule& rule, Progress& progress) {
+    const SessionFile file(in.name, in.stream);
     const toolkit::Conversion conversion = {
         .target = to == Kind::Json ? toolkit::Target::Json : toolkit::Target::SessionFile,
         .from = file.FullPath(),
         .to = out.FullPath()};
-    return ReadOrvo(plugin, file, conversion, options.rule, progress);
+    return ReadOrvo(plugin, file, conversion, rule, progress);
 }
 
 // The whole
@@ -201,22 +209,22 @@ kelcore::uint64 ExpectedSizeOfJson(const Options& options, Kind from) {
 
 ExitCode RunConvert(const Options& options, Kind from, Kind to) {
     const Output out(options.out);
-    const std::string source = SubjectOf(options.in);
-    Progress progress(source, PhasesOf(from, to));
+    const Input in(options.in);
+    Progress progress(in.Subject(), PhasesOf(from, to));
     refhost::UseFeatureDefaults();
     std::optional<refhost::Plugin> plugin;
     if (from == Kind::Orvo || to == Kind::Orvo) {
         plugin.emplace();
     }
     std::optional<Session> session = from == Kind::Json
-                                         ? ReadJson(options.in, progress)
-                                         : ReadOrvo(*plugin, options, to, out, progress);
+                                         ? ReadJson(in, progress)
+                                         : ReadOrvo(*plugin, in, to, out, options.rule, progress);
     if (!session) {
         return ExitCode::Failure;
     }
-    return to == Kind::Orvo
-               ? SaveSession(*plugin, *std::move(session), out, source, options.rule, progress)
-               : SaveJson(*session, out, progress, ExpectedSizeOfJson(options, from));
+    return to == Kind::Orvo ? SaveSession(*plugin, *std::move(session), out, in.Subject(),
+                                          options.rule, progress)
+                            : SaveJson(*session, out, progress, ExpectedSizeOfJson(options, from));
 }
 
 }  // namespace

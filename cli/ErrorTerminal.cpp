@@ -1,6 +1,5 @@
 #include "cli/ErrorTerminal.h"
 
-#include <fmt/format.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -33,18 +32,22 @@ bool MayColourErrors() {
     return HasErrorTerminal() && (refused == nullptr || *refused == '\0');
 }
 
-void ShowStatusLine(std::string_view text) {
-    const std::scoped_lock lock(statusMutex);
-    statusShown = true;
-    fmt::print(stderr, "{}{}", kWipeLine, text);
+void WriteError(std::string_view text) noexcept {
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
     std::fflush(stderr);
 }
 
-StatusLinePause::StatusLinePause() : lock_(statusMutex) {
+void ShowStatusLine(std::string_view text) noexcept {
+    const std::scoped_lock lock(statusMutex);
+    statusShown = true;
+    WriteError(kWipeLine);
+    WriteError(text);
+}
+
+StatusLinePause::StatusLinePause() noexcept : lock_(statusMutex) {
     if (statusShown) {
         statusShown = false;
-        fmt::print(stderr, "{}", kWipeLine);
-        std::fflush(stderr);
+        WriteError(kWipeLine);
     }
 }
 

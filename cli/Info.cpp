@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <system_error>
@@ -71,7 +70,6 @@ Named FindFiles(const Options& options) {
 
 // What is in them
 
-constexpr const char* kReading = "reading";
 constexpr const char* kLookingForPaths = "looking for paths in";
 constexpr const char* kShowing = "showing";
 

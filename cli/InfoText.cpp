@@ -7,6 +7,7 @@
 #include "cli/Table.h"
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
+#include "toolkit/SessionContent.h"
 
 // `orvo info` for people.
 
@@ -200,8 +201,7 @@ std::string ShownLayout(kelcore::uint32 channelCount) {
 
 /// Files keep no id of the metronome's track, and a reader gives it the one of no track.
 std::string ShownId(const TrackSummary& track) {
-    constexpr kelcore::uint32 kNone = 4294967295;
-    return track.id == kNone ? "" : std::to_string(track.id);
+    return track.id == toolkit::kNoId ? "" : std::to_string(track.id);
 }
 
 std::string ShownTracks(const std::vector<TrackSummary>& tracks) {

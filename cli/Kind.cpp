@@ -1,8 +1,8 @@
 #include "cli/Kind.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <map>
+
+#include "toolkit/FileNames.h"
 
 namespace cli {
 namespace {
@@ -19,16 +19,6 @@ std::string CheckKind(const std::string& text) {
     return KindNamed(text) ? "" : "\"" + text + "\" is no kind; say orvo or json";
 }
 
-char ToLower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-std::optional<Kind> KindByExtension(const std::string& name) {
-    std::string extension = std::filesystem::path(name).extension().string();
-    std::ranges::transform(extension, extension.begin(), ToLower);
-    return extension.empty() ? std::nullopt : KindNamed(extension.substr(1));
-}
-
 }  // namespace
 
 void AddKindOption(CLI::App& verb, const std::string& option, std::string& stated,
@@ -37,7 +27,7 @@ void AddKindOption(CLI::App& verb, const std::string& option, std::string& state
 }
 
 std::optional<Kind> FindKind(const std::string& stated, const std::string& name) {
-    return stated.empty() ? KindByExtension(name) : KindNamed(stated);
+    return stated.empty() ? KindNamed(toolkit::ExtensionOf(name)) : KindNamed(stated);
 }
 
 }  // namespace cli

@@ -7,6 +7,12 @@
 #include "cli/Messages.h"
 
 namespace cli {
+namespace {
+
+constexpr const char* kNotConverted = "not converted";
+constexpr const char* kNothingWritten = "nothing was written, because of what is named above";
+
+}  // namespace
 
 std::size_t LossRule::Limit() const {
     return all ? std::numeric_limits<std::size_t>::max() : toolkit::kNotCarriedLimit;
@@ -28,11 +34,14 @@ void NameLosses(const std::string& subject, const std::vector<toolkit::NotCarrie
     }
 }
 
+void RefuseConversion(const std::string& subject) {
+    Complain({.subject = subject, .what = kNotConverted, .advice = kNothingWritten});
+}
+
 void RefuseLosses(const std::string& subject) {
     Complain({.subject = subject,
-              .what = "not converted",
-              .advice = "nothing was written, because of what is named above; --lossy converts all "
-                        "the same"});
+              .what = kNotConverted,
+              .advice = std::string(kNothingWritten) + "; --lossy converts all the same"});
 }
 
 }  // namespace cli

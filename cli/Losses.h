@@ -8,7 +8,7 @@
 
 namespace cli {
 
-/// What a conversion does about what the other file cannot hold. It is named in any case.
+/// Whether losses are allowed, and how many are named. Losses are always reported.
 struct LossRule {
     bool lossy = false;  ///< converts all the same
     bool all = false;    ///< names every loss, however many there are
@@ -24,6 +24,9 @@ void NameLosses(const std::string& subject, const std::vector<toolkit::NotCarrie
                 std::size_t count);
 
 /// Says that nothing was written, because of what is named above.
+void RefuseConversion(const std::string& subject);
+
+/// The same where --lossy would convert.
 void RefuseLosses(const std::string& subject);
 
 }  // namespace cli

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdio>
 
 #include "cli/ErrorTerminal.h"
 #include "toolkit/TextPlaces.h"
@@ -53,9 +52,9 @@ std::string FormatMessage(const Message& message) {
 void Complain(const Message& message) {
     const StatusLinePause pause;
     if (MayColourErrors()) {
-        fmt::print(stderr, "{}{}{}{}\n", kBoldRed, kTool, kPlain, Body(message));
+        WriteError(fmt::format("{}{}{}{}\n", kBoldRed, kTool, kPlain, Body(message)));
     } else {
-        fmt::print(stderr, "{}\n", FormatMessage(message));
+        WriteError(FormatMessage(message) + "\n");
     }
 }
 

@@ -21,18 +21,16 @@ public:
     /// For messages: the name, or "standard output".
     const std::string& Name() const;
 
-    bool IsStream() const { return stream_.has_value(); }
-
-    /// By this the plug-in works out what paths in a session are relative to: the full path of the
-    /// file, or for a stream that of some file in the working directory.
+    /// The path against which the plug-in makes media paths relative: the file's full path, or for
+    /// a stream some path in the working directory.
     std::u16string FullPath() const;
 
     /// Takes what is to be saved, piece by piece.
     using Sink = std::function<void(std::string_view)>;
 
-    /// Replaces the file by what `produce` hands over, once it is whole and on the disk, or writes
-    /// that to the stream. Says why if it cannot; what stood in the file then stays. What `produce`
-    /// throws itself goes on, and the file stays too.
+    /// Replaces the file with what `produce` hands over, once all of it is on the disk, or writes
+    /// it to the stream. On failure says why and leaves the file alone; so does an exception from
+    /// `produce`, which passes through.
     ExitCode Save(const std::function<void(const Sink&)>& produce) const;
 
 private:
@@ -43,7 +41,7 @@ private:
     std::optional<Stream> stream_;
 };
 
-/// Says that something was not saved, once for each reason, and what the tool ends with then.
+/// Reports each reason why something was not saved; returns `ExitCode::Failure`.
 ExitCode FailToSave(const Output& out, const std::vector<std::string>& reasons);
 
 }  // namespace cli

@@ -7,11 +7,11 @@
 #include <condition_variable>
 #include <stdexcept>
 #include <system_error>
-#include <utility>
 
 #include "cli/Columns.h"
 #include "cli/ErrorTerminal.h"
 #include "cli/Messages.h"
+#include "cli/RemovalAtSignal.h"
 
 namespace cli {
 namespace {
@@ -64,6 +64,7 @@ Progress::Progress(std::string subject, std::vector<ProgressPhase> phases)
     if (!HasErrorTerminal()) {
         return;
     }
+    const WithoutSignals inherited;
     try {
         drawer_ = std::jthread([this](const std::stop_token& stop) { Draw(stop); });
     } catch (const std::system_error&) {
@@ -114,7 +115,15 @@ double Progress::ShareLocked() {
     return share_;
 }
 
-void Progress::Draw(const std::stop_token& stop) {
+void Progress::Draw(const std::stop_token& stop) noexcept {
+    try {
+        DrawUntil(stop);
+    } catch (...) {
+        // The work goes on without a bar.
+    }
+}
+
+void Progress::DrawUntil(const std::stop_token& stop) {
     std::condition_variable_any wait;
     std::unique_lock lock(mutex_);
     auto next = std::chrono::steady_clock::now() + kQuickEnough;

@@ -14,13 +14,16 @@
 
 namespace cli {
 
+/// The phase in which a verb reads its input.
+inline constexpr const char* kReading = "reading";
+
 /// A part of some work. Weights say how long the parts take, compared with each other.
 struct ProgressPhase {
     std::string name;  ///< what is being done: "reading"
     double weight = 1;
 };
 
-/// Tells how far a phase is, from 0 to 1; nothing if that cannot be told now.
+/// Returns how far a phase is, from 0 to 1; nothing if unknown.
 using ShareSource = std::function<std::optional<double>()>;
 
 /// One bar over all phases of some work, on standard error: only on a terminal, and from half a
@@ -54,7 +57,8 @@ public:
     double Share();
 
 private:
-    void Draw(const std::stop_token& stop);
+    void Draw(const std::stop_token& stop) noexcept;
+    void DrawUntil(const std::stop_token& stop);
     void SetShare(std::size_t phase, double share);
     void SetSource(std::size_t phase, ShareSource source);
     double ShareLocked();
@@ -81,7 +85,7 @@ public:
     /// `done` of `total` bytes, objects or steps are complete.
     void Update(kelcore::uint64 done, kelcore::uint64 total) const;
 
-    /// Asks this whenever the bar is drawn, from another thread, until the phase ends.
+    /// Polls `source` from the drawing thread until the phase ends.
     void Watch(ShareSource source) const;
 
 private:

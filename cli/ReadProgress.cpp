@@ -24,7 +24,7 @@ bool IsSameFile(const struct stat& one, const struct stat& other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-/// The least of all descriptors of the file: another may be read for a quick look.
+/// The smallest position of all descriptors of the file: a second reader may be ahead.
 std::optional<double> PositionIn(const struct stat& file) {
     std::optional<double> least;
     std::error_code error;

@@ -14,7 +14,8 @@
 namespace cli {
 namespace {
 
-constexpr std::array kEndingSignals = {SIGHUP, SIGINT, SIGPIPE, SIGQUIT, SIGTERM, SIGXCPU};
+constexpr std::array kEndingSignals = {SIGHUP,  SIGINT,  SIGPIPE, SIGQUIT,   SIGTERM, SIGXCPU,
+                                       SIGUSR1, SIGUSR2, SIGALRM, SIGVTALRM, SIGPROF};
 
 /// What a signal removes, from the newest on.
 std::atomic<const RemovalAtSignal*> newest = nullptr;
@@ -39,7 +40,7 @@ bool IsStep(const char* name) {
     return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
 }
 
-// What follows is called by a signal, where memory may not be asked for.
+// Called from a signal handler: no allocation from here on.
 
 /// Room for any path that the system takes, and a name more.
 using PathBuffer = std::array<char, PATH_MAX + NAME_MAX + 2>;

@@ -5,8 +5,11 @@
 
 namespace cli {
 
-/// Removes a temporary file, or a folder with everything in it, if one of the signals that ask a
-/// program to end comes; then they end it as ever. The one made last is to go first.
+/// If a signal such as SIGINT or SIGTERM ends the program, removes a temporary file or a whole
+/// folder first. Destroy the newest object first.
+///
+/// The handler must run on the main thread, which makes and destroys these objects: start every
+/// other thread while a `WithoutSignals` lives, for it inherits the blocked signals.
 class RemovalAtSignal {
 public:
     explicit RemovalAtSignal(std::string path);
@@ -22,7 +25,7 @@ private:
     const RemovalAtSignal* former_;
 };
 
-/// Lets those signals wait while something exists that they do not know yet.
+/// Holds those signals back while a file exists that no `RemovalAtSignal` knows yet.
 class WithoutSignals {
 public:
     WithoutSignals();

@@ -61,7 +61,7 @@ refhost::ReadResult ReadAgain(refhost::Plugin& plugin, const StandInFile& file, 
     return refhost::ReadSession(plugin, file.PluginPath());
 }
 
-/// The file becomes what was asked for.
+/// Copies the temporary file to `out`.
 ExitCode Deliver(const StandInFile& file, const Output& out, Progress& progress) {
     const Progress::Phase saving = progress.Begin(kSaving, out.Name());
     saving.Watch(ShareRead(file.Path()));
@@ -88,8 +88,8 @@ bool HoldsOwnPosition(const Session& session) {
     return position != 0 && position == session.ctiPosition && position != session.selection.start;
 }
 
-/// Compares what was saved with what was to be: what a file says of its writer is not part of the
-/// session. Names what is otherwise; true if nothing is.
+/// Compares what was saved with what should have been, leaving out what a file says of its writer.
+/// Names each difference; true if there is none.
 bool HoldsEverything(refhost::WriteResult written, const Session& saved, const std::string& source,
                      const LossRule& rule) {
     written.session.formatVersion = saved.formatVersion;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -11,6 +13,7 @@
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
 #include "toolkit/FileContent.h"
+#include "toolkit/FileNames.h"
 
 namespace cli {
 namespace {
@@ -36,18 +39,16 @@ std::optional<toolkit::Problem> Copy(const Stream& stream, const StandInFile& fi
     return problem;
 }
 
-/// Whether the name says that it is a folder. The plug-in passes over that, as over all of a path
-/// that names nothing.
-bool IsNamedAsFolder(const std::string& name) {
-    return name.ends_with('/') || name.ends_with("/.");
-}
-
 }  // namespace
 
-SessionFile::SessionFile(const std::string& name) : name_(name) {
-    if (const auto stream = FindStream(name, Direction::In)) {
+SessionFile::SessionFile(const std::string& name)
+    : SessionFile(name, FindStream(name, Direction::In)) {}
+
+SessionFile::SessionFile(const std::string& name, const std::optional<Stream>& stream)
+    : name_(name) {
+    if (stream) {
         Spool(*stream);
-    } else if (IsNamedAsFolder(name)) {
+    } else if (toolkit::IsNamedAsFolder(name)) {
         problem_ = toolkit::FindProblem(name);
     }
     if (!problem_ && !spooled_) {

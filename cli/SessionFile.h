@@ -17,6 +17,9 @@ public:
     /// Reads the stream to its end if the name stands for one.
     explicit SessionFile(const std::string& name);
 
+    /// @param stream  the one that the name stands for, if any
+    SessionFile(const std::string& name, const std::optional<Stream>& stream);
+
     /// For messages: the name, or "standard input".
     const std::string& Name() const { return name_; }
 
@@ -26,7 +29,7 @@ public:
     /// The full path, as the plug-in takes it.
     const std::u16string& FullPath() const { return fullPath_; }
 
-    /// What was wrong already before the file was read. The paths are empty then, and name nothing.
+    /// Why the file could not even be opened. The paths are then empty.
     const std::optional<toolkit::Problem>& EarlyProblem() const { return problem_; }
 
 private:

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "cli/TemporaryFolder.h"
 
@@ -34,8 +33,8 @@ public:
     /// What the plug-in is to be given.
     const std::u16string& PluginPath() const { return pluginPath_; }
 
-    /// A message about a failed write for people: where it names the file, which is not the one
-    /// that could not be written, the folder for temporary files stands, and what to do.
+    /// Makes a write error fit for people: names the folder for temporary files in place of the
+    /// path that was not written, and says what to do.
     std::string Explain(std::string message) const;
 
     /// @throws std::runtime_error with the system's reason and what to do

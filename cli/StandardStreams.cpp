@@ -25,13 +25,17 @@ void CheckOutput(bool good) {
 
 }  // namespace
 
+bool HasOutputTerminal() {
+    static const bool isTerminal = ::isatty(STDOUT_FILENO) == 1;
+    return isTerminal;
+}
+
 void Print(std::string_view text) {
     const auto write = [text] {
         return outputFailure == 0 &&
                std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
     };
-    static const bool toTerminal = ::isatty(STDOUT_FILENO) == 1;
-    if (toTerminal) {
+    if (HasOutputTerminal()) {
         const StatusLinePause pause;
         CheckOutput(write() && std::fflush(stdout) == 0);
     } else {

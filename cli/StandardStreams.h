@@ -5,11 +5,14 @@
 
 namespace cli {
 
-/// Standard output took not all that went there; the code is that of the first failure.
+/// A write to a stream failed. The code is that of the first failure.
 class OutputError : public std::system_error {
 public:
     using std::system_error::system_error;
 };
+
+/// Whether standard output is a terminal.
+bool HasOutputTerminal();
 
 /// Writes to standard output.
 /// @throws OutputError if that fails, or has failed before

@@ -22,9 +22,8 @@ struct Stream {
     std::string name;  ///< for messages: as it was named, or "standard input"
 };
 
-/// What a name of the command line stands for: a stream for "-" and for what leads, also by links,
-/// to an open descriptor, such as /dev/stdout, /dev/fd/3 and /proc/self/fd/3. Nothing for the name
-/// of a file.
+/// The stream that a name stands for: "-", or a name that leads, also through links, to an open
+/// descriptor (/dev/stdout, /dev/fd/3, /proc/self/fd/3). Nothing for a file.
 std::optional<Stream> FindStream(const std::string& name, Direction direction);
 
 /// Why a stream cannot be used: it is not open, or only for the other direction.
@@ -39,7 +38,7 @@ bool IsStreamOfAnotherProcess(const std::string& name);
 std::optional<toolkit::Problem> ReadBlocks(const Stream& stream,
                                            const std::function<void(std::string_view)>& take);
 
-/// A stream took not all that went there.
+/// A write to a stream failed.
 class StreamError : public std::system_error {
 public:
     using std::system_error::system_error;

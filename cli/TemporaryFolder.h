@@ -7,9 +7,8 @@
 
 namespace cli {
 
-/// A folder of the tool's own in the place for temporary files, which TMPDIR names (else /tmp). It
-/// is removed with everything in it at the end, also when the end is a signal that asks a program
-/// to end. The one made last goes first.
+/// A folder of the tool's own in TMPDIR, or else in /tmp. Removed with its contents at the end,
+/// also when a signal ends the tool. Destroy the newest first.
 class TemporaryFolder {
 public:
     /// @throws std::runtime_error if it cannot be made, with what to do about it

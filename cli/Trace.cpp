@@ -1,5 +1,4 @@
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -88,8 +87,6 @@ std::string CheckFeature(const std::string& text) {
 
 // The work
 
-constexpr const char* kReading = "reading";
-
 std::vector<ProgressPhase> PhasesOf(const std::vector<std::string>& files) {
     std::vector<ProgressPhase> phases;
     for (const std::string& file : files) {
@@ -157,7 +154,7 @@ ExitCode RunTrace(const Options& options) {
     refhost::Plugin plugin;
     ExitCode code = ExitCode::Good;
     std::optional<Progress> progress;
-    if (::isatty(STDOUT_FILENO) == 0) {  // else the calls themselves show how far it is
+    if (!HasOutputTerminal()) {  // else the calls themselves show how far it is
         progress.emplace("sessions", PhasesOf(options.files));
     }
     for (const std::string& name : options.files) {

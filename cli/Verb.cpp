@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "toolkit/FileNames.h"
+
 namespace cli {
 namespace {
 
@@ -24,9 +26,8 @@ CLI::Validator FileName() {
         if (name.empty()) {
             return "the name is empty; name a file";
         }
-        return name.ends_with('/') || name.ends_with("/.")
-                   ? "\"" + name + "\" names a folder; name a file in it"
-                   : "";
+        return toolkit::IsNamedAsFolder(name) ? "\"" + name + "\" names a folder; name a file in it"
+                                              : "";
     };
     return {problemOf, ""};
 }

@@ -235,6 +235,17 @@ TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
+TEST_F(CommandLineTest, MessagesThatCannotBeWrittenChangeNoExitStatus) {
+    for (const char* const where : {"2>/dev/full", "2>&-"}) {
+        const auto run = [&](const std::string& arguments) {
+            return test::Run(
+                {.arguments = {"sh", "-c", "exec " + ToolPath() + " " + arguments + " " + where}});
+        };
+        EXPECT_EQ(run("info /nowhere/a.orvo").exitCode, 1) << where;
+        EXPECT_EQ(run("inf").exitCode, 2) << where;
+    }
+}
+
 TEST_F(CommandLineTest, OfOutputThatCannotBeWrittenOnlyTheReasonIsSaid) {
     ASSERT_EQ(RunTool({"generate", "--tracks", "40", "a.orvo"}, folder_).exitCode, 0);
     for (const char* const verb :

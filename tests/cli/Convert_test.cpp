@@ -14,6 +14,7 @@ using test::ReadFile;
 using test::RunTool;
 using test::RunToolUnprivileged;
 using test::ToolPath;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -22,6 +23,16 @@ namespace {
 class ConvertTest : public testing::Test {
 protected:
     bool Exists(const char* name) const { return std::filesystem::exists(folder_ / name); }
+
+    /// Converts "a.orvo" to "a.json" with a plug-in that reads nothing.
+    Outcome ConvertIdly(std::vector<std::string> options,
+                        std::vector<std::pair<std::string, std::string>> environment = {}) const {
+        options.insert(options.begin(), {ToolPath(), "convert", "a.orvo", "a.json"});
+        environment.emplace_back("ORVO_PLUGIN", IdlePluginPath());
+        return test::Run({.arguments = std::move(options),
+                          .folder = folder_.Path().string(),
+                          .environment = std::move(environment)});
+    }
 
     test::TemporaryFolder folder_;
 };
@@ -132,11 +143,20 @@ TEST_F(ConvertTest, ANameThatNoFileCanHaveIsAUsageErrorThatSaysWhatToDo) {
 
 TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConverted) {
     folder_.Write("a.orvo", "<orvo><session/>");
-    const Outcome outcome = test::Run({.arguments = {ToolPath(), "convert", "a.orvo", "a.json"},
-                                       .folder = folder_.Path().string(),
-                                       .environment = {{"ORVO_PLUGIN", IdlePluginPath()}}});
+    const Outcome outcome = ConvertIdly({});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: a.orvo:1:"));
     EXPECT_THAT(outcome.errors, HasSubstr("not converted"));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_FALSE(Exists("a.json"));
+}
+
+TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConvertedWithLossyEither) {
+    folder_.Write("a.orvo", "<orvo><session/>");
+    const Outcome outcome = ConvertIdly({"--lossy"});
+    EXPECT_THAT(outcome.errors, StartsWith("orvo: a.orvo:1:"));
+    EXPECT_THAT(outcome.errors,
+                EndsWith("orvo: a.orvo: not converted: nothing was written, because of what is "
+                         "named above\n"));
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_FALSE(Exists("a.json"));
 }
@@ -144,14 +164,23 @@ TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConverted) {
 TEST_F(ConvertTest, AFileThatIsReplacedWhileItIsReadIsNotConverted) {
     folder_.Write("a.orvo", "<orvo><session/></orvo>");
     folder_.Write("next.orvo", "<orvo><session/></orvo>");
-    const Outcome outcome = test::Run({.arguments = {ToolPath(), "convert", "a.orvo", "a.json"},
-                                       .folder = folder_.Path().string(),
-                                       .environment = {{"ORVO_PLUGIN", IdlePluginPath()},
-                                                       {"ORVO_MOVES", "next.orvo"},
-                                                       {"ORVO_MOVES_TO", "a.orvo"}}});
+    const Outcome outcome =
+        ConvertIdly({}, {{"ORVO_MOVES", "next.orvo"}, {"ORVO_MOVES_TO", "a.orvo"}});
     EXPECT_THAT(outcome.errors,
                 StartsWith("orvo: a.orvo: was changed while it was read: try again\n"));
     EXPECT_THAT(outcome.errors, HasSubstr("not converted"));
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_FALSE(Exists("a.json"));
+}
+
+TEST_F(ConvertTest, AFileThatIsReplacedWhileItIsReadIsNotConvertedWithLossyEither) {
+    folder_.Write("a.orvo", "<orvo><session/></orvo>");
+    folder_.Write("next.orvo", "<orvo><session/></orvo>");
+    const Outcome outcome =
+        ConvertIdly({"--lossy"}, {{"ORVO_MOVES", "next.orvo"}, {"ORVO_MOVES_TO", "a.orvo"}});
+    EXPECT_EQ(outcome.errors,
+              "orvo: a.orvo: was changed while it was read: try again\n"
+              "orvo: a.orvo: not converted: nothing was written, because of what is named above\n");
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_FALSE(Exists("a.json"));
 }

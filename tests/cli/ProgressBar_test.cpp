@@ -2,9 +2,14 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <csignal>
+#include <new>
 #include <stdexcept>
+#include <thread>
 
 #include "cli/ReadProgress.h"
 #include "tests/support/TemporaryFolder.h"
@@ -110,6 +115,42 @@ TEST(Progress, AsksAPhaseHowFarItIs) {
     }
     share = 0;
     EXPECT_DOUBLE_EQ(progress.Share(), 0.5) << "it is not asked any more";
+}
+
+TEST(Progress, GoesOnWithoutABarWhenTheTerminalGoesAway) {
+    EXPECT_EXIT(
+        {
+            int controlling = -1;
+            int terminal = -1;
+            ::signal(SIGHUP, SIG_IGN);
+            ::openpty(&controlling, &terminal, nullptr, nullptr, nullptr);
+            ::dup2(terminal, STDERR_FILENO);
+            {
+                Progress progress("a.orvo", {{"reading", 1}});
+                ::close(controlling);
+                std::this_thread::sleep_for(std::chrono::seconds(1));
+            }
+            ::_exit(7);
+        },
+        testing::ExitedWithCode(7), "");
+}
+
+TEST(Progress, GoesOnWithoutABarThatCannotBeDrawn) {
+    EXPECT_EXIT(
+        {
+            int controlling = -1;
+            int terminal = -1;
+            ::openpty(&controlling, &terminal, nullptr, nullptr, nullptr);
+            ::dup2(terminal, STDERR_FILENO);
+            {
+                Progress progress("a.orvo", {{"reading", 1}});
+                const Progress::Phase reading = progress.Begin("reading");
+                reading.Watch([]() -> std::optional<double> { throw std::bad_alloc(); });
+                std::this_thread::sleep_for(std::chrono::seconds(1));
+            }
+            ::_exit(7);
+        },
+        testing::ExitedWithCode(7), "");
 }
 
 TEST(ShareRead, TellsWhereTheFileIsRead) {

@@ -116,7 +116,8 @@ TEST_F(StandInFileTest, ATooLongPathIsAFailureThatSaysWhatToDo) {
 }
 
 TEST_F(StandInFileTest, ASignalThatEndsTheProgramRemovesAllOfThem) {
-    for (const int signal : {SIGHUP, SIGINT, SIGPIPE, SIGQUIT, SIGTERM, SIGXCPU}) {
+    for (const int signal : {SIGHUP, SIGINT, SIGPIPE, SIGQUIT, SIGTERM, SIGXCPU, SIGUSR1, SIGUSR2,
+                             SIGALRM, SIGVTALRM, SIGPROF}) {
         EXPECT_EXIT(
             {
                 ::signal(signal, SIG_DFL);

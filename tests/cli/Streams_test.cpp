@@ -237,6 +237,23 @@ TEST_F(StreamsTest, ASignalLeavesNothingOfWhatCameFromAStreamOrWasToBeSaved) {
     }
 }
 
+TEST_F(StreamsTest, ASignalIsTakenByTheMainThreadWhateverOthersThereAre) {
+    ASSERT_EQ(RunTool({"generate", "--tracks", "160", "large.orvo"}, folder_).exitCode, 0);
+    const auto run = [&](std::vector<std::string> arguments, bool terminalErrors) {
+        arguments.insert(arguments.begin(), ToolPath());
+        return test::Run({.arguments = std::move(arguments),
+                          .folder = folder_.Path().string(),
+                          .environment = {{"ORVO_PLUGIN", IdlePluginPath()}, {"ORVO_ENDS", "yes"}},
+                          .terminalErrors = terminalErrors});
+    };
+    const Outcome besideTheScan = run({"convert", "large.orvo", "b.json"}, false);
+    EXPECT_EQ(besideTheScan.output, "the main thread takes the signal\n");
+    EXPECT_EQ(besideTheScan.exitCode, -1);
+    const Outcome besideTheBar = run({"info", "large.orvo"}, true);
+    EXPECT_EQ(besideTheBar.output, "the main thread takes the signal\n");
+    EXPECT_EQ(besideTheBar.exitCode, -1);
+}
+
 TEST_F(StreamsTest, NothingIsLeftWhereNobodyTakesTheOutput) {
     folder_.Write("a.json",
                   R"({"audioTracks":[{"id":1,"name":")" + std::string(200'000, 'n') + R"("}]})");

@@ -1,8 +1,13 @@
+#include <unistd.h>
+
+#include <chrono>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <string_view>
+#include <thread>
 
 #include "host/SessionInterface.h"
 
@@ -26,17 +31,29 @@ void MoveFile() {
     }
 }
 
+/// As a user would, but first says so after some time in which a thread that does not block the
+/// signal takes it.
 void EndIfAsked() {
-    if (std::getenv("ORVO_ENDS") != nullptr) {
-        std::raise(SIGTERM);
+    if (std::getenv("ORVO_ENDS") == nullptr) {
+        return;
     }
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    ::kill(::getpid(), SIGTERM);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    std::puts("the main thread takes the signal");
+    std::fflush(stdout);
+    ::pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 }  // namespace
 
 /// Reads and writes nothing. Refuses the one request that the environment variable ORVO_REFUSES
 /// names. When it is to read, moves the file that ORVO_MOVES names to where ORVO_MOVES_TO says, and
-/// ends the process as a user would if ORVO_ENDS is set.
+/// ends the process as a user would if ORVO_ENDS is set, with a line on standard output if it is
+/// the thread that reads which takes the signal.
 extern "C" std::int32_t SessionInterface(std::int32_t selector, void* /*argument*/) {
     if (selector == static_cast<std::int32_t>(tses::SessionSelector::ReadSession)) {
         MoveFile();
