@@ -101,7 +101,8 @@ public:
     }
 
     Place Result() const {
-        return {target_.line, target_.column - (at_.line == target_.line ? surplus_ : 0)};
+        return {target_.line,
+                target_.column - (at_.line == target_.line ? surplus_ : formerSurplus_)};
     }
 
 private:
@@ -134,7 +135,7 @@ private:
             const bool isSecondOfPair =
                 behindReturn && (character == '\n' || character == kNextLine);
             at_ = {at_.line + (isSecondOfPair ? 0 : 1), 1};
-            surplus_ = 0;
+            formerSurplus_ = std::exchange(surplus_, 0);
             return;
         }
         const bool isLowHalf = encoding_.unitSize == 2 && (character & 0xFC00) == 0xDC00;
@@ -157,6 +158,8 @@ private:
     std::size_t toSkip_;
     Place at_{1, 1};
     kelcore::uint64 surplus_ = 0;  // in the line so far
+    kelcore::uint64 formerSurplus_ =
+        0;  // in the line before, where a target may lie behind its end
     bool afterReturn_ = false;
     kelcore::uint32 character_ = 0;  // that has begun
     std::size_t bytes_ = 0;  // of it: those to come in UTF-8, those that came in wide encodings
