@@ -100,12 +100,14 @@ public:
                (at_.line == target_.line && at_.column >= target_.column);
     }
 
-    Place Result() const {
-        return {target_.line,
-                target_.column - (at_.line == target_.line ? surplus_ : formerSurplus_)};
-    }
+    Place Result() const { return {target_.line, target_.column - SurplusOfTarget()}; }
 
 private:
+    /// The target may lie behind the end of its line, or of the document.
+    kelcore::uint64 SurplusOfTarget() const {
+        return at_.line == target_.line ? surplus_ : at_.line > target_.line ? formerSurplus_ : 0;
+    }
+
     void PassByte(unsigned char byte) {
         if (byte < 0x80) {
             PassCharacter(byte);
@@ -157,9 +159,8 @@ private:
     bool hasManyLineEnds_;  // as XML 1.1 has
     std::size_t toSkip_;
     Place at_{1, 1};
-    kelcore::uint64 surplus_ = 0;  // in the line so far
-    kelcore::uint64 formerSurplus_ =
-        0;  // in the line before, where a target may lie behind its end
+    kelcore::uint64 surplus_ = 0;        // in the line so far
+    kelcore::uint64 formerSurplus_ = 0;  // in the line before
     bool afterReturn_ = false;
     kelcore::uint32 character_ = 0;  // that has begun
     std::size_t bytes_ = 0;  // of it: those to come in UTF-8, those that came in wide encodings
