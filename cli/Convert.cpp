@@ -118,9 +118,15 @@ private:
     std::future<toolkit::DocumentScan> scan_;  // waits in its destructor
 };
 
-std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const SessionFile& file,
-                                const toolkit::Conversion& conversion, const LossRule& rule,
-                                Progress& progress) {
+/// A session, and how many bytes it was read from.
+struct ReadInput {
+    Session session;
+    kelcore::uint64 size = 0;
+};
+
+std::optional<ReadInput> ReadOrvo(refhost::Plugin& plugin, const SessionFile& file,
+                                  const toolkit::Conversion& conversion, const LossRule& rule,
+                                  Progress& progress) {
     const Progress::Phase reading = progress.Begin(kReading);
     reading.Watch(ShareRead(file.Path()));
     std::optional<ScanBesideRead> scan(std::in_place, file.Path(), conversion, rule.Limit());
@@ -132,8 +138,10 @@ std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const SessionFile& file
         }
         return std::nullopt;
     }
-    return MayConvert(file, scan->Result(), rule) ? std::optional(std::move(read.session))
-                                                  : std::nullopt;
+    if (!MayConvert(file, scan->Result(), rule)) {
+        return std::nullopt;
+    }
+    return ReadInput{std::move(read.session), static_cast<kelcore::uint64>(SizeOrOne(file.Path()))};
 }
 
 toolkit::Place PlaceOf(const refhost::JsonError& failure) {
@@ -146,24 +154,29 @@ std::optional<toolkit::Problem> FindProblemOfStream(const std::optional<Stream>&
 }
 
 /// The session in the blocks. If reading fails, names that rather than the malformed JSON.
-std::optional<Session> ReadJsonBlocks(toolkit::FileBlocks& blocks, const std::string& subject,
-                                      const Progress::Phase& reading) {
-    std::optional<Session> session;
+std::optional<ReadInput> ReadJsonBlocks(toolkit::FileBlocks& blocks, const std::string& subject,
+                                        const Progress::Phase& reading) {
+    ReadInput input;
     std::optional<Message> wrong;
     try {
-        session =
-            refhost::FromJson([&] { return blocks.Next(); },
-                              [&](kelcore::uint64 bytes) { reading.Update(bytes, blocks.Size()); });
+        input.session = refhost::FromJson([&] { return blocks.Next(); },
+                                          [&](kelcore::uint64 bytes) {
+                                              input.size = bytes;
+                                              reading.Update(bytes, blocks.Size());
+                                          });
     } catch (const refhost::JsonError& failure) {
         wrong = {.subject = subject, .place = PlaceOf(failure), .what = failure.what()};
     }
     if (const auto& problem = blocks.Failure()) {
         return Refuse(ToMessage(subject, *problem));
     }
-    return wrong ? Refuse(*wrong) : std::move(session);
+    if (wrong) {
+        return Refuse(*wrong);
+    }
+    return input;
 }
 
-std::optional<Session> ReadJson(const Input& in, Progress& progress) {
+std::optional<ReadInput> ReadJson(const Input& in, Progress& progress) {
     const std::string& subject = in.Subject();
     if (const auto problem = FindProblemOfStream(in.stream)) {
         return Refuse(ToMessage(subject, *problem));
@@ -171,18 +184,18 @@ std::optional<Session> ReadJson(const Input& in, Progress& progress) {
     const Progress::Phase reading = progress.Begin(kReading);
     toolkit::FileBlocks blocks =
         in.stream ? toolkit::FileBlocks(in.stream->descriptor) : toolkit::FileBlocks(in.name);
-    std::optional<Session> session = ReadJsonBlocks(blocks, subject, reading);
-    if (!session) {
+    std::optional<ReadInput> input = ReadJsonBlocks(blocks, subject, reading);
+    if (!input) {
         return std::nullopt;
     }
-    if (const auto problem = toolkit::ResolveMediaPaths(*session, in.Location())) {
+    if (const auto problem = toolkit::ResolveMediaPaths(input->session, in.Location())) {
         return Refuse(ToMessage(subject, *problem));
     }
-    return session;
+    return input;
 }
 
-std::optional<Session> ReadOrvo(refhost::Plugin& plugin, const Input& in, Kind to,
-                                const Output& out, const LossRule& rule, Progress& progress) {
+std::optional<ReadInput> ReadOrvo(refhost::Plugin& plugin, const Input& in, Kind to,
+                                  const Output& out, const LossRule& rule, Progress& progress) {
     const SessionFile file(in.name, in.stream);
     const toolkit::Conversion conversion = {
         .target = to == Kind::Json ? toolkit::Target::Json : toolkit::Target::SessionFile,
@@ -202,9 +215,8 @@ std::vector<ProgressPhase> PhasesOf(Kind from, Kind to) {
 }
 
 /// For the progress only: of a large session, JSON takes about twice the bytes.
-kelcore::uint64 ExpectedSizeOfJson(const Options& options, Kind from) {
-    const auto size = static_cast<kelcore::uint64>(SizeOrOne(options.in));
-    return from == Kind::Json ? size : 2 * size;
+kelcore::uint64 ExpectedSizeOfJson(const ReadInput& input, Kind from) {
+    return from == Kind::Json ? input.size : 2 * input.size;
 }
 
 ExitCode RunConvert(const Options& options, Kind from, Kind to) {
@@ -216,15 +228,16 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
     if (from == Kind::Orvo || to == Kind::Orvo) {
         plugin.emplace();
     }
-    std::optional<Session> session = from == Kind::Json
+    std::optional<ReadInput> input = from == Kind::Json
                                          ? ReadJson(in, progress)
                                          : ReadOrvo(*plugin, in, to, out, options.rule, progress);
-    if (!session) {
+    if (!input) {
         return ExitCode::Failure;
     }
-    return to == Kind::Orvo ? SaveSession(*plugin, *std::move(session), out, in.Subject(),
-                                          options.rule, progress)
-                            : SaveJson(*session, out, progress, ExpectedSizeOfJson(options, from));
+    return to == Kind::Orvo
+               ? SaveSession(*plugin, std::move(input->session), out, in.Subject(), options.rule,
+                             progress)
+               : SaveJson(input->session, out, progress, ExpectedSizeOfJson(*input, from));
 }
 
 }  // namespace

@@ -26,12 +26,19 @@ struct Options {
     kelcore::uint64 seed = 1;
 };
 
+/// For the progress only: a keyframe takes less, a clip more.
+kelcore::uint64 ExpectedSizeOfJson(const toolkit::GeneratedSize& size) {
+    constexpr kelcore::uint64 kBytesOfAnItem = 400;
+    return kBytesOfAnItem * toolkit::CountItems(size);
+}
+
 ExitCode RunGenerate(const Options& options) {
     const Output out(options.out);
     const Kind kind = FindKind(options.to, options.out).value_or(Kind::Orvo);
     Progress progress(out.Name(), PhasesOfSaving(kind));
     if (kind == Kind::Json) {
-        return SaveJson(toolkit::GenerateSession(options.size, options.seed), out, progress, 0);
+        return SaveJson(toolkit::GenerateSession(options.size, options.seed), out, progress,
+                        ExpectedSizeOfJson(options.size));
     }
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;

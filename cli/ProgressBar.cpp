@@ -20,6 +20,7 @@ constexpr std::chrono::milliseconds kQuickEnough{500};
 constexpr std::chrono::milliseconds kInterval{100};
 constexpr kelcore::uint32 kResolution = 10000;
 constexpr std::size_t kWidth = 28;
+constexpr std::size_t kShortest = 8;
 constexpr std::size_t kFrame = 2;
 constexpr std::string_view kEllipsis = "...";
 
@@ -168,7 +169,10 @@ void Progress::Phase::Watch(ShareSource source) const {
 std::string FormatProgress(const std::string& label, kelcore::uint32 done, kelcore::uint32 total,
                            std::size_t columns) {
     const std::size_t room = LessOrNone(columns, 1);
-    const std::string bar = Bar(done, total, std::min(kWidth, LessOrNone(room, kFrame)));
+    const std::size_t besideLabel = LessOrNone(room, kFrame + 1 + ColumnsOf(label));
+    const std::size_t width =
+        std::min(std::clamp(besideLabel, kShortest, kWidth), LessOrNone(room, kFrame));
+    const std::string bar = Bar(done, total, width);
     const std::string shownLabel = Cut(label, LessOrNone(room, bar.size() + 1));
     return shownLabel.empty() ? bar.substr(0, room) : bar + " " + shownLabel;
 }

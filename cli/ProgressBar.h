@@ -97,8 +97,9 @@ private:
 };
 
 /// "[####......] reading a.orvo", without colour or cursor movement. It fits a line of so many
-/// columns, the last of which stays free, as some terminals go to the next line behind it: what is
-/// too long of the label becomes "...", and only where there is no room for one the bar is shorter.
+/// columns, the last of which stays free, as some terminals go to the next line behind it. The bar
+/// shrinks to eight signs before the end of the label becomes "...", and further only without a
+/// label.
 /// @param label  UTF-8 without controls
 std::string FormatProgress(const std::string& label, kelcore::uint32 done, kelcore::uint32 total,
                            std::size_t columns);

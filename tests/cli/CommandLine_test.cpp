@@ -193,6 +193,27 @@ TEST_F(CommandLineTest, OneProgressBarGoesOverAllPhasesOfAConversion) {
     }
 }
 
+/// Of the bars that are shown, the ones with that label.
+std::string BarsLabelled(const std::string& label, const std::string& errors) {
+    std::string bars;
+    for (std::size_t end = errors.find("] " + label); end != std::string::npos;
+         end = errors.find("] " + label, end + 1)) {
+        const std::size_t begin = errors.rfind('[', end);
+        bars += errors.substr(begin, end + 1 - begin);
+    }
+    return bars;
+}
+
+TEST_F(CommandLineTest, TheProgressBarMovesWhileJsonIsWrittenWhoseSizeNoFileTells) {
+    ASSERT_EQ(RunTool({"generate", "--tracks", "640", "a.orvo"}, folder_).exitCode, 0);
+    const Outcome outcome = test::Run(
+        {.arguments = {"sh", "-c", "exec " + ToolPath() + " convert --from orvo - b.json <a.orvo"},
+         .folder = folder_.Path().string(),
+         .terminalErrors = true});
+    const std::vector<std::size_t> fills = FillsOf(BarsLabelled("writing b.json", outcome.errors));
+    EXPECT_GE(std::set(fills.begin(), fills.end()).size(), 2u) << outcome.errors;
+}
+
 TEST_F(CommandLineTest, AMessageStandsByItselfWhileAProgressBarIsShown) {
     folder_.Write("a.orvo", "<orvo><session/><files>\n" + LongText() + "</files></orvo>");
     const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo", "none.orvo"},
@@ -207,8 +228,8 @@ TEST_F(CommandLineTest, TheProgressBarFitsTheTerminal) {
     const std::string session = "<orvo><session/><files>\n" + LongText();
     const std::string name = std::string(60, 'a') + ".orvo";
     folder_.Write(name, session + "</files></orvo>");
-    for (const auto& [columns, label] : {std::pair(40, std::string("] readi...")),
-                                         {0, "] reading " + std::string(37, 'a') + "..."}}) {
+    for (const auto& [columns, label] : {std::pair(40, "] reading " + std::string(17, 'a') + "..."),
+                                         {0, "] reading " + std::string(57, 'a') + "..."}}) {
         const Outcome outcome =
             test::Run({.arguments = {ToolPath(), "info", name},
                        .folder = folder_.Path().string(),

@@ -31,34 +31,33 @@ TEST(FormatProgress, StaysWithinTheBarForAbsurdCounts) {
     EXPECT_EQ(FormatProgress("a", 4294967295, 4294967295, 80), "[############################] a");
 }
 
-TEST(FormatProgress, LeavesTheLastColumnFreeAndCutsTheLabel) {
+TEST(FormatProgress, LeavesTheLastColumnFreeAndShrinksTheBarBeforeItCutsTheLabel) {
     EXPECT_EQ(FormatProgress("reading a.orvo", 1, 7, 46),
               "[####........................] reading a.orvo");
-    EXPECT_EQ(FormatProgress("reading a.orvo", 1, 7, 45),
-              "[####........................] reading a....");
-    EXPECT_EQ(FormatProgress("reading a.orvo", 1, 7, 36), "[####........................] r...");
-    EXPECT_EQ(FormatProgress("reading a.orvo", 1, 7, 35), "[####........................]");
+    EXPECT_EQ(FormatProgress("reading a.orvo", 1, 2, 45),
+              "[#############..............] reading a.orvo");
+    EXPECT_EQ(FormatProgress("reading a.orvo", 1, 2, 26), "[####....] reading a.orvo");
+    EXPECT_EQ(FormatProgress("reading a.orvo", 1, 2, 25), "[####....] reading a....");
+    EXPECT_EQ(FormatProgress("reading a.orvo", 1, 2, 16), "[####....] r...");
+    EXPECT_EQ(FormatProgress("reading a.orvo", 1, 2, 15), "[####....]");
 }
 
 TEST(FormatProgress, CutsTheLabelBehindAWholeCharacterAndTakesWideOnesForWide) {
-    EXPECT_EQ(FormatProgress("\u00e9\u00e9\u00e9\u00e9\u00e9", 0, 7, 36),
-              "[............................] \u00e9...");
-    EXPECT_EQ(FormatProgress("\u97f3\u97f3\u97f3", 0, 7, 38),
-              "[............................] \u97f3\u97f3\u97f3");
-    EXPECT_EQ(FormatProgress("\u97f3\u97f3\u97f3", 0, 7, 37),
-              "[............................] \u97f3...");
+    EXPECT_EQ(FormatProgress("\u00e9\u00e9\u00e9\u00e9\u00e9", 0, 7, 16), "[........] \u00e9...");
+    EXPECT_EQ(FormatProgress("\u97f3\u97f3\u97f3", 0, 7, 18), "[........] \u97f3\u97f3\u97f3");
+    EXPECT_EQ(FormatProgress("\u97f3\u97f3\u97f3", 0, 7, 17), "[........] \u97f3...");
 }
 
 TEST(FormatProgress, CutsNoLetterFromItsMarksAndNoPictureInParts) {
-    EXPECT_EQ(FormatProgress("e\u0301e\u0301e\u0301e\u0301", 0, 7, 36),
-              "[............................] e\u0301e\u0301e\u0301e\u0301");
-    EXPECT_EQ(FormatProgress("\U0001F44D\U0001F3FD\U0001F44D\U0001F3FDab", 0, 7, 37),
-              "[............................] \U0001F44D\U0001F3FD...");
+    EXPECT_EQ(FormatProgress("e\u0301e\u0301e\u0301e\u0301", 0, 7, 16),
+              "[........] e\u0301e\u0301e\u0301e\u0301");
+    EXPECT_EQ(FormatProgress("\U0001F44D\U0001F3FD\U0001F44D\U0001F3FDab", 0, 7, 17),
+              "[........] \U0001F44D\U0001F3FD...");
 }
 
-TEST(FormatProgress, MakesTheBarShorterOnlyWhereThereIsNoRoomForIt) {
-    EXPECT_EQ(FormatProgress("a", 1, 2, 31), "[##############..............]");
+TEST(FormatProgress, MakesTheBarShorterThanItsLeastOnlyWhereThereIsNoRoomForIt) {
     EXPECT_EQ(FormatProgress("a", 1, 2, 11), "[####....]");
+    EXPECT_EQ(FormatProgress("a", 1, 2, 8), "[##...]");
     EXPECT_EQ(FormatProgress("a", 1, 2, 3), "[]");
     EXPECT_EQ(FormatProgress("a", 1, 2, 2), "[");
     EXPECT_EQ(FormatProgress("a", 1, 2, 0), "");
