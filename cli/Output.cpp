@@ -1,6 +1,8 @@
 #include "cli/Output.h"
 
+#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 
 #include "cli/Messages.h"
 #include "cli/RemovalAtSignal.h"
@@ -11,6 +13,8 @@
 namespace cli {
 namespace {
 
+namespace fs = std::filesystem;
+
 std::string RefusalOf(const std::string& name, const std::optional<Stream>& stream) {
     if (stream) {
         const auto problem = FindProblem(*stream, Direction::Out);
@@ -19,6 +23,17 @@ std::string RefusalOf(const std::string& name, const std::optional<Stream>& stre
     return IsStreamOfAnotherProcess(name)
                ? name + ": is an open file of another process: name the file itself"
                : "";
+}
+
+/// The file that a save really replaces, also where nothing stands yet.
+fs::path BehindLinks(fs::path path) {
+    constexpr int kMostLinks = 40;
+    std::error_code error;
+    for (int links = 0; links < kMostLinks && fs::is_symlink(path, error); ++links) {
+        path = path.parent_path() / fs::read_symlink(path, error);
+    }
+    const fs::path folder = fs::canonical(path.has_parent_path() ? path.parent_path() : ".", error);
+    return error ? path : folder / path.filename();
 }
 
 /// The replacement of a file, of which a signal leaves nothing behind.
@@ -52,7 +67,7 @@ const std::string& Output::Name() const {
 }
 
 std::u16string Output::FullPath() const {
-    return stream_ ? FullPathOfStreams() : FullPathOf(name_);
+    return stream_ ? FullPathOfStreams() : FullPathOf(BehindLinks(name_).string());
 }
 
 ExitCode Output::Save(const std::function<void(const Sink&)>& produce) const {

@@ -10,9 +10,12 @@
 #include "cli/Messages.h"
 #include "cli/ReadProgress.h"
 #include "cli/StandInFile.h"
+#include "platform/kelcore/ClientVersion.h"
+#include "platform/kelcore/Strings.h"
 #include "reference_host/Sessions.h"
 #include "reference_host/json/Differences.h"
 #include "reference_host/json/SessionJson.h"
+#include "toolkit/Conversion.h"
 
 namespace cli {
 namespace {
@@ -80,23 +83,26 @@ ExitCode Deliver(const StandInFile& file, const Output& out, Progress& progress)
     });
 }
 
-/// A session of version 4.0 hands its host the current time, a newer one the selection's start.
-/// The saved file is of a newer version and makes the value anew, so it differs only where the
-/// session still has the one of version 4.0.
-bool HoldsOwnPosition(const Session& session) {
-    const kelcore::int64 position = session.versionDependentValue;
-    return position != 0 && position == session.ctiPosition && position != session.selection.start;
+/// A session of the first version ends with a position of its own. Only its description still names
+/// the version: it is the one of the saved file, but for the version in it.
+bool IsOfFirstVersion(const Session& session, const Session& saved) {
+    std::u16string description = saved.formatDescription;
+    const std::u16string version = kelcore::UTF8to16(kelcore::GetClientVersion());
+    const std::size_t place = description.find(version);
+    return place != description.npos &&
+           session.formatDescription ==
+               description.replace(place, version.size(), toolkit::kFirstVersion);
 }
 
-/// Compares what was saved with what should have been, leaving out what a file says of its writer.
-/// Names each difference; true if there is none.
+/// Compares what was saved with what should have been, leaving out what a file says of its writer
+/// and the position that it makes anew. Names each difference; true if there is none.
 bool HoldsEverything(refhost::WriteResult written, const Session& saved, const std::string& source,
                      const LossRule& rule) {
-    written.session.formatVersion = saved.formatVersion;
-    written.session.formatDescription = saved.formatDescription;
-    if (!HoldsOwnPosition(written.session)) {
+    if (!IsOfFirstVersion(written.session, saved)) {
         written.session.versionDependentValue = saved.versionDependentValue;
     }
+    written.session.formatVersion = saved.formatVersion;
+    written.session.formatDescription = saved.formatDescription;
     refhost::Differences differences =
         refhost::FindDifferences(written.session, saved, rule.Limit());
     if (differences.count == 0) {

@@ -1,8 +1,13 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace toolkit {
+
+/// What a session without a version counts as. A reader ends a session of this version with another
+/// position than one of any other version.
+inline constexpr std::u16string_view kFirstVersion = u"4.0";
 
 /// What a session file becomes.
 enum class Target { SessionFile, Json };

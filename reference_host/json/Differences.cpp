@@ -127,12 +127,12 @@ public:
             const auto found = other.find(number);
             if (found != other.end()) {
                 Compare(value, found->second, JsonPlace(place, key));
-            } else {
+            } else if (!IsImplied(other, number, value)) {
                 Report(value, nullptr, JsonPlace(place, key));
             }
         }
         for (const auto& [number, value] : other) {
-            if (!one.contains(number)) {
+            if (!one.contains(number) && !IsImplied(one, number, value)) {
                 const std::string key = std::to_string(number);
                 Report(nullptr, value, JsonPlace(place, key));
             }
@@ -140,6 +140,18 @@ public:
     }
 
 private:
+    /// Whether a table means an entry that it leaves out. A channel below the highest is fed by the
+    /// channel of its own number.
+    static bool IsImplied(const std::map<kelcore::uint32, kelcore::int32>& channelSources,
+                          kelcore::uint32 channel, kelcore::int32 source) {
+        return !channelSources.empty() && channel < channelSources.rbegin()->first &&
+               source == static_cast<kelcore::int32>(channel);
+    }
+    template <class Held>
+    static bool IsImplied(const std::map<kelcore::uint32, Held>&, kelcore::uint32, const Held&) {
+        return false;
+    }
+
     /// What stands in a list, in order.
     template <class Element>
     class Entries {

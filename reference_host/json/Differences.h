@@ -17,7 +17,8 @@ struct Differences {
 };
 
 /// Reals are the same if their bits mean the same: a NaN is a NaN. A null in a list is nothing, so
-/// that a list without it is the same.
+/// that a list without it is the same. A channel that a clip leaves out below the highest is fed by
+/// the channel of its own number.
 /// @param limit  how many lines are wanted
 Differences FindDifferences(const model::Session& session, const model::Session& other,
                             std::size_t limit);

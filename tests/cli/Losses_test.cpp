@@ -112,22 +112,29 @@ TEST_F(LossesTest, WhatASessionFileCannotHoldIsNamedAndNothingIsWritten) {
 }
 
 TEST_F(LossesTest, ThePositionThatAHostGetsOfVersion40IsLostThroughJsonToo) {
-    folder_.Write("a.json", R"({"ctiPosition": 5, "selection": {"start": 9},
-                                "versionDependentValue": 5})");
-    const Outcome outcome = RunTool({"convert", "a.json", "a.orvo"}, folder_);
-    EXPECT_EQ(outcome.errors,
-              "orvo: a.json: cannot be carried over: /versionDependentValue: 5 became 9\n"
-              "orvo: a.json: " +
-                  std::string(kNotConverted));
-    EXPECT_FALSE(Exists("a.orvo"));
+    for (const std::string position : {"5", "0"}) {
+        folder_.Write("a.orvo",
+                      "<orvo><session appVersion='4.0'><sessionState ctiPosition='" + position +
+                          "'><selectionState selectionStart='9'/></sessionState></session></orvo>");
+        ASSERT_EQ(RunTool({"convert", "a.orvo", "a.json"}, folder_).errors, "");
+        const Outcome outcome = RunTool({"convert", "a.json", "b.orvo"}, folder_);
+        EXPECT_EQ(outcome.errors, "orvo: a.json: cannot be carried over: /versionDependentValue: " +
+                                      position + " became 9\norvo: a.json: " + kNotConverted);
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_FALSE(Exists("b.orvo"));
+    }
 }
 
-TEST_F(LossesTest, AValueThatTheSavedFileMakesAnewIsNoLoss) {
-    for (const char* const value : {"0", "9", "7"}) {
-        folder_.Write("a.json", R"({"ctiPosition": 5, "selection": {"start": 9},
-                                    "versionDependentValue": )" +
-                                    std::string(value) + "}");
-        EXPECT_EQ(RunTool({"convert", "a.json", "a.orvo"}, folder_).errors, "") << value;
+TEST_F(LossesTest, APositionThatTheSavedFileMakesAnewIsNoLoss) {
+    for (const char* const version : {"0.1.0", "4.0.1", "14.0"}) {
+        for (const char* const value : {"0", "5", "9", "7"}) {
+            folder_.Write("a.json", R"({"ctiPosition": 5, "selection": {"start": 9},
+                                        "formatDescription": "Vantor Tembra )" +
+                                        std::string(version) +
+                                        R"( Multitrack Session", "versionDependentValue": )" +
+                                        value + "}");
+            EXPECT_EQ(RunTool({"convert", "a.json", "a.orvo"}, folder_).errors, "") << value;
+        }
     }
 }
 
@@ -227,6 +234,25 @@ TEST_F(LossesTest, NothingIsNamedWhereASessionFileHoldsEverything) {
     const Outcome outcome = RunTool({"convert", "a.json", "b.orvo"}, folder_);
     EXPECT_EQ(outcome.errors, "");
     EXPECT_EQ(ReadFile(folder_ / "b.orvo"), ReadFile(folder_ / "a.orvo"));
+}
+
+TEST_F(LossesTest, RelativePathsCountFromTheFolderBehindTheLinksOfTheNewFile) {
+    const auto& top = folder_.Path();
+    std::filesystem::create_directories(top / "far/away");
+    folder_.Write("far/away/old.orvo", "old");
+    std::filesystem::create_symlink("far/away/old.orvo", top / "link.orvo");
+    std::filesystem::create_symlink("far/away/none.orvo", top / "dangling.orvo");
+    std::filesystem::create_symlink(top / "link.orvo", top / "far/twice.orvo");
+    std::filesystem::create_directory_symlink("far/away", top / "folder");
+    folder_.Write("a.orvo",
+                  "<orvo><files><file id='1' absolutePath='" + (top / "media/a.wav").string() +
+                      "' relativePath='media/a.wav'/></files></orvo>");
+    for (const char* const name :
+         {"link.orvo", "dangling.orvo", "far/twice.orvo", "folder/new.orvo"}) {
+        EXPECT_EQ(RunTool({"convert", "a.orvo", name}, folder_).errors, "") << name;
+        EXPECT_THAT(ReadFile(top / name), HasSubstr("relativePath=\"../../media/a.wav\"")) << name;
+        std::filesystem::remove(top / "far/away/old.orvo");
+    }
 }
 
 TEST_F(LossesTest, TheFileThatIsReplacedKeepsItsPermissionsAndTheLinkToIt) {

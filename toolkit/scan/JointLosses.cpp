@@ -15,9 +15,6 @@
 namespace toolkit {
 namespace {
 
-/// What a session without a version counts as.
-constexpr std::u16string_view kFirstVersion = u"4.0";
-
 template <class Number>
 Number NumberOf(const ScannedAttributes& attributes, std::u16string_view name) {
     Number number = 0;

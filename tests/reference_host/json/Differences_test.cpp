@@ -93,6 +93,24 @@ TEST(DifferencesTest, EntriesOfTablesGoByTheirNumbers) {
                             StartsWith("/audioTracks/0/fader/parameters/2: nothing became {")));
 }
 
+TEST(DifferencesTest, AChannelThatIsLeftOutBelowTheHighestIsFedByItsOwnNumber) {
+    const auto find = [](std::map<kelcore::uint32, kelcore::int32> one,
+                         std::map<kelcore::uint32, kelcore::int32> other) {
+        model::Session session;
+        model::Session changed;
+        session.audioTracks.emplace_back().clips.emplace_back().channelSources = std::move(one);
+        changed.audioTracks.emplace_back().clips.emplace_back().channelSources = std::move(other);
+        return Lines(session, changed);
+    };
+    EXPECT_THAT(find({{2, 0}}, {{0, 0}, {1, 1}, {2, 0}}), IsEmpty());
+    EXPECT_THAT(find({{0, 0}, {1, 1}, {2, 0}}, {{2, 0}}), IsEmpty());
+    const std::string sources = "/audioTracks/0/clips/0/channelSources";
+    EXPECT_THAT(find({{2, 0}}, {{0, 1}, {1, 1}, {2, 0}}),
+                ElementsAre(sources + "/0: nothing became 1"));
+    EXPECT_THAT(find({{0, 0}, {1, 1}}, {{0, 0}}), ElementsAre(sources + "/1: 1 became nothing"));
+    EXPECT_THAT(find({}, {{0, 0}}), ElementsAre(sources + "/0: nothing became 0"));
+}
+
 TEST(DifferencesTest, ANumberThatIsNoneIsItself) {
     const double none = std::numeric_limits<double>::quiet_NaN();
     EXPECT_THAT(Lines({.audioTracks = {{.hue = none}}}, {.audioTracks = {{.hue = none}}}),
