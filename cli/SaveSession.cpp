@@ -7,8 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "cli/ListLimits.h"
 #include "cli/Messages.h"
 #include "cli/ReadProgress.h"
+#include "cli/SessionFile.h"
 #include "cli/StandInFile.h"
 #include "platform/kelcore/ClientVersion.h"
 #include "platform/kelcore/Strings.h"
@@ -145,7 +147,11 @@ ExitCode SaveSession(refhost::Plugin& plugin, Session session, const Output& out
     }
     refhost::WriteResult written = Write(plugin, std::move(session), *file, out, progress);
     if (written.result != tses::SessionResult::Ok) {
-        return FailToSave(out, written.messages);
+        FailToSave(out, written.messages);
+        if (const auto problem = FindListBeyondLimits(written.session)) {
+            Complain(ToMessage(source, *problem));
+        }
+        return ExitCode::Failure;
     }
     const refhost::ReadResult saved = ReadAgain(plugin, *file, out, progress);
     if (saved.result != tses::SessionResult::Ok) {
