@@ -2,6 +2,7 @@
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,7 @@
 #include "reference_host/Sessions.h"
 #include "reference_host/json/SessionJson.h"
 #include "toolkit/FileContent.h"
+#include "toolkit/FileKind.h"
 #include "toolkit/MediaPaths.h"
 
 // orvo convert IN OUT [--from KIND] [--to KIND] [--lossy] [--all]
@@ -59,6 +61,11 @@ Kind ResolveKind(const std::string& stated, const std::string& name, const char*
     const std::string what = name == kStream ? "the kind of a standard stream is not known"
                                              : "\"" + name + "\" does not end in .orvo or .json";
     throw CLI::ValidationError(what + "; say " + option + " orvo or " + option + " json");
+}
+
+/// A file under the name of a folder is refused as such when it is read.
+std::string WithoutSlash(const std::string& name) {
+    return name.ends_with('/') && name.size() > 1 ? name.substr(0, name.size() - 1) : name;
 }
 
 // Reading
@@ -153,19 +160,35 @@ std::optional<toolkit::Problem> FindProblemOfStream(const std::optional<Stream>&
     return stream ? FindProblem(*stream, Direction::In) : std::nullopt;
 }
 
+/// What stands there instead of JSON, if it is known, or where it is malformed.
+Message Explain(const refhost::JsonError& failure, const std::string& subject,
+                std::string_view begin) {
+    const auto otherKind =
+        failure.Place() ? toolkit::RecogniseOtherKindThanJson(begin) : std::nullopt;
+    return otherKind
+               ? ToMessage(subject, *otherKind)
+               : Message{.subject = subject, .place = PlaceOf(failure), .what = failure.what()};
+}
+
 /// The session in the blocks. If reading fails, names that rather than the malformed JSON.
 std::optional<ReadInput> ReadJsonBlocks(toolkit::FileBlocks& blocks, const std::string& subject,
                                         const Progress::Phase& reading) {
     ReadInput input;
     std::optional<Message> wrong;
+    std::string begin;
+    const auto next = [&] {
+        constexpr std::size_t kTelling = 64;
+        const std::string_view block = blocks.Next();
+        begin += block.substr(0, kTelling - begin.size());
+        return block;
+    };
     try {
-        input.session = refhost::FromJson([&] { return blocks.Next(); },
-                                          [&](kelcore::uint64 bytes) {
-                                              input.size = bytes;
-                                              reading.Update(bytes, blocks.Size());
-                                          });
+        input.session = refhost::FromJson(next, [&](kelcore::uint64 bytes) {
+            input.size = bytes;
+            reading.Update(bytes, blocks.Size());
+        });
     } catch (const refhost::JsonError& failure) {
-        wrong = {.subject = subject, .place = PlaceOf(failure), .what = failure.what()};
+        wrong = Explain(failure, subject, begin);
     }
     if (const auto& problem = blocks.Failure()) {
         return Refuse(ToMessage(subject, *problem));
@@ -246,7 +269,10 @@ void AddConvert(CLI::App& tool, Action& chosen) {
     auto options = std::make_shared<Options>();
     CLI::App* const verb = tool.add_subcommand(
         "convert", "Turn a session file into another kind, or into a fresh one.");
-    verb->add_option("IN", options->in, "what to read; - for standard input")->required();
+    verb->add_option("IN", options->in, "what to read; - for standard input")
+        ->required()
+        ->check([](std::string name) { return name.empty() ? FileName()(name) : std::string(); },
+                "");
     verb->add_option("OUT", options->out, "what to write; - for standard output")
         ->required()
         ->check(FileName());
@@ -268,7 +294,7 @@ void AddConvert(CLI::App& tool, Action& chosen) {
         "/dev/stdout or /dev/fd/3, are streams. Relative paths in a session from or to a stream\n"
         "count from the working directory.");
     verb->callback([options, &chosen] {
-        const Kind from = ResolveKind(options->from, options->in, "--from");
+        const Kind from = ResolveKind(options->from, WithoutSlash(options->in), "--from");
         const Kind to = ResolveKind(options->to, options->out, "--to");
         chosen = [options, from, to] { return RunConvert(*options, from, to); };
     });

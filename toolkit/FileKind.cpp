@@ -42,12 +42,32 @@ bool Fits(const Kind& kind, std::string_view content) {
             (content.size() > kFormOffset && content.substr(kFormOffset).starts_with(kind.form)));
 }
 
-/// A session as JSON is an object, and what info prints is a list.
-bool IsJson(std::string_view content) {
+/// The first character of a text of UTF-8 that is no blank; 0 if there is none.
+char FirstOf(std::string_view content) {
     constexpr std::string_view kMark = "\xEF\xBB\xBF";
     content.remove_prefix(content.starts_with(kMark) ? kMark.size() : 0);
     const std::size_t first = content.find_first_not_of(" \t\r\n");
-    return first != std::string_view::npos && (content[first] == '{' || content[first] == '[');
+    return first != std::string_view::npos ? content[first] : '\0';
+}
+
+/// A session as JSON is an object, and what info prints is a list.
+bool IsJson(std::string_view content) {
+    return FirstOf(content) == '{' || FirstOf(content) == '[';
+}
+
+/// Without a byte order mark, a zero tells it: JSON and XML begin with a character of ASCII.
+bool IsUtf16(std::string_view content) {
+    return content.starts_with("\xFF\xFE"sv) || content.starts_with("\xFE\xFF"sv) ||
+           content.substr(0, 2).find('\0') != content.npos;
+}
+
+std::optional<Problem> RecogniseKind(std::string_view content) {
+    for (const Kind& kind : kKinds) {
+        if (Fits(kind, content)) {
+            return Problem{{}, kind.what, kind.advice};
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -61,13 +81,24 @@ std::optional<Problem> RecogniseOtherKind(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     file.read(begin.data(), begin.size());
     const std::string_view content(begin.data(), static_cast<std::size_t>(file.gcount()));
-    for (const Kind& kind : kKinds) {
-        if (Fits(kind, content)) {
-            return Problem{{}, kind.what, kind.advice};
-        }
+    if (auto kind = RecogniseKind(content)) {
+        return kind;
     }
     if (IsJson(content)) {
         return Problem{{}, "this is JSON", "make a session of it first (orvo convert --from json)"};
+    }
+    return std::nullopt;
+}
+
+std::optional<Problem> RecogniseOtherKindThanJson(std::string_view begin) {
+    if (auto kind = RecogniseKind(begin)) {
+        return kind;
+    }
+    if (IsUtf16(begin)) {
+        return Problem{{}, "this is a text in UTF-16", "save it as UTF-8"};
+    }
+    if (FirstOf(begin) == '<') {
+        return Problem{{}, "this is XML, perhaps a session", "say --from orvo"};
     }
     return std::nullopt;
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "toolkit/DocumentScan.h"
 
@@ -11,5 +12,9 @@ namespace toolkit {
 /// nothing if they tell nothing.
 /// @param path  as the system's calls take it
 std::optional<Problem> RecogniseOtherKind(const std::string& path);
+
+/// The same of what was taken for JSON.
+/// @param begin  its first bytes; a few dozen are enough
+std::optional<Problem> RecogniseOtherKindThanJson(std::string_view begin);
 
 }  // namespace toolkit

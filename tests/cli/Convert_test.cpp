@@ -221,6 +221,57 @@ TEST_F(ConvertTest, BadInputLeavesTheOutputAlone) {
     EXPECT_EQ(ReadFile(folder_ / "b.orvo"), "old");
 }
 
+TEST_F(ConvertTest, WhatIsNoJsonIsToldWhatItIs) {
+    const auto refusal = [&](const std::string& content) {
+        folder_.Write("a.json", content);
+        const Outcome outcome = RunTool({"convert", "a.json", "b.orvo"}, folder_);
+        const Outcome stream =
+            RunTool({"convert", "--from", "json", "-", "b.orvo"}, folder_, content);
+        EXPECT_EQ(stream.errors, "orvo: standard input" + outcome.errors.substr(12));
+        EXPECT_EQ(outcome.exitCode, 1);
+        return outcome.errors;
+    };
+    EXPECT_EQ(refusal("\x1F\x8B\x08 and so on"),
+              "orvo: a.json: this is a gzip file: unpack it first (gunzip)\n");
+    EXPECT_EQ(refusal("RIFF....WAVEfmt "),
+              "orvo: a.json: this is a WAV file: name the session that uses it\n");
+    for (const char* const xml : {"<orvo/>", "\xEF\xBB\xBF\n <?xml version='1.0'?>"}) {
+        EXPECT_EQ(refusal(xml), "orvo: a.json: this is XML, perhaps a session: say --from orvo\n");
+    }
+    for (const std::string& text : {std::string("\xFF\xFE{\0}\0", 6), std::string("\xFE\xFF\0{", 4),
+                                    std::string("{\0}\0", 4), std::string("\0{\0}", 4)}) {
+        EXPECT_EQ(refusal(text), "orvo: a.json: this is a text in UTF-16: save it as UTF-8\n");
+    }
+    EXPECT_THAT(refusal("once upon a time"), StartsWith("orvo: a.json:1:1: syntax error"));
+}
+
+TEST_F(ConvertTest, AFileUnderTheNameOfAFolderIsNoSourceOfEitherKind) {
+    folder_.Write("a.orvo", kSmallSession);
+    folder_.Write("a.json", "{}");
+    for (const std::string name : {"a.orvo/", "a.json/"}) {
+        const Outcome outcome = RunTool({"convert", name, "b.json"}, folder_);
+        EXPECT_EQ(outcome.errors, "orvo: " + name +
+                                      ": this is a file, not a folder: leave out the slash at "
+                                      "the end\n");
+        EXPECT_EQ(outcome.exitCode, 1);
+    }
+}
+
+TEST_F(ConvertTest, AnEmptyNameIsNoSource) {
+    const Outcome outcome = RunTool({"convert", "", "b.json", "--from", "orvo"}, folder_);
+    EXPECT_THAT(outcome.errors, HasSubstr("the name is empty; name a file"));
+    EXPECT_EQ(outcome.exitCode, 2);
+}
+
+TEST_F(ConvertTest, ANameThatIsTooLongIsNotBlamedOnThePlaceForTemporaryFiles) {
+    folder_.Write("a.json", "{}");
+    const std::string name = std::string(251, 'n') + ".orvo";
+    const Outcome outcome = RunTool({"convert", "a.json", name}, folder_);
+    EXPECT_THAT(outcome.errors,
+                AllOf(HasSubstr(name + "\": File name too long\n"), Not(HasSubstr("TMPDIR"))));
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
 TEST_F(ConvertTest, AWrongValueInJsonIsNamedWithItsPath) {
     folder_.Write("a.json", "{\"sampleRate\": true}");
     EXPECT_THAT(RunTool({"convert", "a.json", "b.orvo"}, folder_).errors,
