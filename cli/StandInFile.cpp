@@ -1,6 +1,7 @@
 #include "cli/StandInFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <stdexcept>
 #include <string_view>
@@ -12,6 +13,15 @@ namespace cli {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// What another folder for temporary files may help against.
+constexpr int kErrorsOfPlace[] = {ENOSPC, EDQUOT, EACCES, EROFS, EFBIG, EPERM};
+
+bool NamesErrorOfPlace(const std::string& message) {
+    return std::ranges::any_of(kErrorsOfPlace, [&](int error) {
+        return message.find(std::generic_category().message(error)) != message.npos;
+    });
+}
 
 constexpr const char* kAdvice = "make room there, or set TMPDIR to another folder";
 
@@ -67,15 +77,16 @@ std::string StandInFile::Place() const {
 
 std::string StandInFile::Explain(std::string message) const {
     const std::size_t named = message.find(place_);
-    if (named == std::string::npos) {
+    if (named == std::string::npos || !NamesErrorOfPlace(message.substr(named + place_.size()))) {
         return message;
     }
     return message.replace(named, place_.size(), Place()) + "; " + kAdvice;
 }
 
 void StandInFile::FailToWrite(int systemError) const {
-    throw std::runtime_error("cannot write \"" + Place() + "\": " +
-                             std::generic_category().message(systemError) + "; " + kAdvice);
+    const std::string reason = std::generic_category().message(systemError);
+    throw std::runtime_error("cannot write \"" + Place() + "\": " + reason +
+                             (NamesErrorOfPlace(reason) ? std::string("; ") + kAdvice : ""));
 }
 
 }  // namespace cli

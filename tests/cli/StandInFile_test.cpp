@@ -148,6 +148,8 @@ TEST_F(StandInFileTest, AMessageNamesThePlaceForTemporaryFilesAndNotTheOtherFile
     EXPECT_EQ(file.Explain("cannot write \"/home/ann/song.orvo\": No space left on device"),
               "cannot write \"" + folder_.Path().string() +
                   "\": No space left on device; make room there, or set TMPDIR to another folder");
+    EXPECT_EQ(file.Explain("cannot write \"/home/ann/song.orvo\": File name too long"),
+              "cannot write \"/home/ann/song.orvo\": File name too long");
     EXPECT_EQ(file.Explain("the session is larger than 2 GiB"), "the session is larger than 2 GiB");
 }
 
