@@ -47,7 +47,7 @@ std::string SchemeOf(std::u16string_view path) {
         scheme += ToLower(static_cast<char>(unit));
     }
     const std::u16string_view rest = path.substr(scheme.size());
-    const bool isUrl = rest.starts_with(scheme == kFileScheme ? u":/" : u"://");
+    const bool isUrl = rest.starts_with(scheme == kFileScheme ? u":" : u"://");
     return isUrl ? scheme : std::string();
 }
 
@@ -59,8 +59,7 @@ unsigned ByteOf(std::string_view text) {
     return high == kDigits.npos || low == kDigits.npos ? 0 : static_cast<unsigned>(high * 16 + low);
 }
 
-/// The bytes that a part of a URL stands for; none if it is malformed, or has a zero in it, which
-/// no path has.
+/// The bytes that a part of a URL without %00 stands for; none if it is malformed.
 std::optional<std::string> DecodePercents(std::string_view text) {
     std::string bytes;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -89,12 +88,15 @@ Resolved PathOfFileUrl(std::string_view rest) {
         }
         rest.remove_prefix(host.size());
     }
-    if (!rest.starts_with('/')) {
+    if (!rest.starts_with('/') || rest.ends_with('/')) {
         return Refusal{"this URL names no file", "give it a full path, as in file:///media/a.wav"};
     }
     if (rest.find_first_of("?#") != std::string_view::npos) {
         return Refusal{"this URL of a file has a query or a fragment",
                        "write ? as %3F and # as %23 in a name"};
+    }
+    if (rest.find("%00") != std::string_view::npos) {
+        return Refusal{"%00 in this URL stands for a zero, which no path has", "leave it out"};
     }
     const auto bytes = DecodePercents(rest);
     if (!bytes) {
