@@ -1,6 +1,7 @@
 #include "toolkit/ValueKind.h"
 
 #include <algorithm>
+#include <concepts>
 #include <string>
 
 #include "platform/kelcore/Numbers.h"
@@ -16,6 +17,15 @@ template <class Number>
 bool IsNumber(std::u16string_view text) {
     Number ignored{};
     return kelcore::StringToNumber(text, ignored);
+}
+
+/// Of a number that is too small for its type, only 0 is left.
+template <std::floating_point Real>
+bool IsNumber(std::u16string_view text) {
+    const std::u16string_view digits = text.substr(0, text.find_first_of(u"eE"));
+    Real value{};
+    return kelcore::StringToNumber(text, value) &&
+           (value != 0 || digits.find_first_of(u"123456789") == digits.npos);
 }
 
 template <class Number>

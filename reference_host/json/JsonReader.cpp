@@ -121,7 +121,9 @@ public:
     bool boolean(bool value) override { return Take(value); }
     bool number_integer(number_integer_t value) override { return Take(value); }
     bool number_unsigned(number_unsigned_t value) override { return Take(value); }
-    bool number_float(number_float_t value, const string_t&) override { return Take(value); }
+    bool number_float(number_float_t value, const string_t& text) override {
+        return value == 0 && !MeansZero(text) ? RefuseNearZero(text) : Take(value);
+    }
     bool binary(binary_t& value) override { return Take(std::move(value)); }
 
     bool string(string_t& value) override {
@@ -152,6 +154,20 @@ private:
         return AtPlace([&] {
             const Target target = Next();
             target.form->take(target.value, json);
+        });
+    }
+
+    static bool MeansZero(std::string_view number) {
+        const std::string_view digits = number.substr(0, number.find_first_of("eE"));
+        return digits.find_first_of("123456789") == digits.npos;
+    }
+
+    bool RefuseNearZero(const std::string& number) {
+        constexpr std::size_t kLongest = 40;
+        return AtPlace([&] {
+            Next();
+            throw WrongValue("this is the number " + Shortened(number, kLongest) +
+                             "; give 0 or a number that is at least 2.5e-324 away from it");
         });
     }
 

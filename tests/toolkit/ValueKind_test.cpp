@@ -47,6 +47,20 @@ TEST(IsValue, TakesAnExactRealNumberAlone) {
     EXPECT_FALSE(Is(ValueKind::ExactReal32, u" 3"));
 }
 
+TEST(IsValue, TakesNoNumberOfWhichOnlyZeroIsLeft) {
+    for (const ValueKind kind : {ValueKind::Real32, ValueKind::ExactReal32}) {
+        EXPECT_FALSE(Is(kind, u"1e-60"));
+        EXPECT_FALSE(Is(kind, u"-0.1E-60"));
+        EXPECT_TRUE(Is(kind, u"1e-45"));
+    }
+    EXPECT_TRUE(Is(ValueKind::Real, u"1e-60"));
+    EXPECT_FALSE(Is(ValueKind::Real, u"1e-400"));
+    for (const auto* const zero : {u"0", u"-0.00", u"0e5"}) {
+        EXPECT_TRUE(Is(ValueKind::Real, zero));
+        EXPECT_TRUE(Is(ValueKind::ExactReal32, zero));
+    }
+}
+
 TEST(IsValue, TakesTheWordsOfABooleanAndWhatMeansTheSame) {
     for (const ValueKind kind : {ValueKind::Boolean, ValueKind::BooleanOr1}) {
         for (const auto* const boolean : {u"true", u"false", u"0"}) {

@@ -156,6 +156,19 @@ TEST(SessionJsonTest, ANumberThatSinglePrecisionTakesForZeroIsAnErrorUnlessItIsZ
     }
 }
 
+TEST(SessionJsonTest, ANumberThatDoublePrecisionTakesForZeroIsAnErrorUnlessItIsZero) {
+    const auto withTempo = [](const char* number) {
+        return std::string(R"({"musicalTime": {"beatsPerMinute": )") + number + "}}";
+    };
+    for (const char* const number : {"1e-400", "-1e-400", "0.1E-399"}) {
+        EXPECT_EQ(ErrorOf(withTempo(number)),
+                  "/musicalTime/beatsPerMinute: this is the number " + std::string(number) +
+                      "; give 0 or a number that is at least 2.5e-324 away from it");
+    }
+    EXPECT_NE(FromJson(withTempo("5e-324")).musicalTime.beatsPerMinute, 0);
+    EXPECT_EQ(FromJson(withTempo("0.0e-400")).musicalTime.beatsPerMinute, 0);
+}
+
 TEST(SessionJsonTest, BytesComeBack) {
     std::vector<kelcore::byte> block;
     EXPECT_EQ(Again(block), block);
