@@ -236,6 +236,61 @@ TEST_F(LossesTest, NothingIsNamedWhereASessionFileHoldsEverything) {
     EXPECT_EQ(ReadFile(folder_ / "b.orvo"), ReadFile(folder_ / "a.orvo"));
 }
 
+TEST_F(LossesTest, AListForWhichASessionFileHasNoRoomIsNamedWithItsPlace) {
+    const auto refusal = [&](const std::string& track) {
+        folder_.Write("a.json", R"({"audioTracks": [{"id": 1, )" + track + "}]}");
+        const Outcome outcome = RunTool({"convert", "a.json", "a.orvo"}, folder_);
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_FALSE(Exists("a.orvo"));
+        return outcome.errors;
+    };
+    EXPECT_EQ(
+        refusal(R"("fader": {"parameters": {"4294967295": {"value": 1}}})"),
+        "orvo: a.orvo: was not saved: the lists of the session have more than 16777216 "
+        "entries\norvo: a.json: /audioTracks/0/fader/parameters/4294967295: this makes "
+        "4294967296 entries, and a session file has room for 16777216: give lower numbers, or "
+        "fewer of them\n");
+    EXPECT_THAT(
+        refusal(R"("clips": [{}, {"channelSources": {"0": 1, "1024": 0}}])"),
+        EndsWith("/audioTracks/0/clips/1/channelSources/1024: this makes 1025 channels, and "
+                 "a session file has room for 1024: give lower numbers, or fewer of "
+                 "them\n"));
+    std::string routes = "{}";
+    for (int i = 0; i < 1024; ++i) {
+        routes += ",{}";
+    }
+    EXPECT_THAT(refusal(R"("effectsRack": {"slots": [{"component": {}, "inputChannels": [)" +
+                        routes + "]}]}"),
+                HasSubstr("/audioTracks/0/effectsRack/slots/0/inputChannels: this makes 1025 "));
+}
+
+TEST_F(LossesTest, NoListIsBlamedForASaveThatFailsOtherwise) {
+    folder_.Write("a.json", R"({"audioTracks": [{"clips": [{"channelSources": {"1023": 0}}]}]})");
+    EXPECT_THAT(RunTool({"convert", "a.json", std::string(256, 'n') + ".orvo"}, folder_).errors,
+                Not(HasSubstr("a.json")));
+}
+
+TEST_F(LossesTest, AChannelThatAMapLeavesOutIsNoLossIfItIsFedByItsOwnNumber) {
+    folder_.Write("a.orvo",
+                  "<orvo><session><tracks><audioTrack id='1'><audioClip id='2'><channelMap>"
+                  "<channel index='1' sourceIndex='0'/></channelMap></audioClip></audioTrack>"
+                  "</tracks></session></orvo>");
+    EXPECT_EQ(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).errors, "");
+    EXPECT_THAT(ReadFile(folder_ / "b.orvo"),
+                AllOf(HasSubstr(R"(<channel index="0" sourceIndex="0"/>)"),
+                      HasSubstr(R"(<channel index="1" sourceIndex="0"/>)")));
+}
+
+TEST_F(LossesTest, ALongValueIsCutInItsMiddleUnlessAllIsAsked) {
+    folder_.Write("a.orvo",
+                  "<orvo><files><file id='1' mediaHandler='/a/folder/with/a/long/name/and/media/"
+                  "one.wav'/></files></orvo>");
+    EXPECT_THAT(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).errors,
+                HasSubstr("the value \"/a/folder/...a/long/name/and/media/one.wav\" of"));
+    EXPECT_THAT(RunTool({"convert", "--all", "a.orvo", "b.orvo"}, folder_).errors,
+                HasSubstr("\"/a/folder/with/a/long/name/and/media/one.wav\" of"));
+}
+
 TEST_F(LossesTest, RelativePathsCountFromTheFolderBehindTheLinksOfTheNewFile) {
     const auto& top = folder_.Path();
     std::filesystem::create_directories(top / "far/away");
@@ -244,9 +299,9 @@ TEST_F(LossesTest, RelativePathsCountFromTheFolderBehindTheLinksOfTheNewFile) {
     std::filesystem::create_symlink("far/away/none.orvo", top / "dangling.orvo");
     std::filesystem::create_symlink(top / "link.orvo", top / "far/twice.orvo");
     std::filesystem::create_directory_symlink("far/away", top / "folder");
-    folder_.Write("a.orvo",
-                  "<orvo><files><file id='1' absolutePath='" + (top / "media/a.wav").string() +
-                      "' relativePath='media/a.wav'/></files></orvo>");
+    folder_.Write("a.orvo", "<orvo><files><file id='1' absolutePath='" +
+                                (top / "media/a.wav").string() +
+                                "' relativePath='media/a.wav'/></files></orvo>");
     for (const char* const name :
          {"link.orvo", "dangling.orvo", "far/twice.orvo", "folder/new.orvo"}) {
         EXPECT_EQ(RunTool({"convert", "a.orvo", name}, folder_).errors, "") << name;

@@ -1,6 +1,7 @@
 #include "toolkit/scan/ContentScan.h"
 
 #include <algorithm>
+#include <limits>
 #include <new>
 #include <optional>
 #include <set>
@@ -47,7 +48,8 @@ public:
           stop_(stop),
           result_(result),
           target_(conversion.target),
-          joint_(conversion),
+          length_(limit == std::numeric_limits<std::size_t>::max() ? Length::Whole : Length::Short),
+          joint_(conversion, length_),
           parser_(*this) {
         // The same events for a document without a document type, in less time.
         parser_.setProperty(xercesc::XMLUni::fgXercesScannerName,
@@ -316,9 +318,10 @@ private:
         return number;
     }
 
-    static std::string Shown(const Key& key) {
+    std::string Shown(const Key& key) const {
         const auto* const number = std::get_if<kelcore::uint32>(&key);
-        return number != nullptr ? std::to_string(*number) : Quoted(std::get<std::u16string>(key));
+        return number != nullptr ? std::to_string(*number)
+                                 : Quoted(std::get<std::u16string>(key), length_);
     }
 
     /// Whether it is, of those that must have different keys, the first one with that key.
@@ -336,9 +339,9 @@ private:
 
     void ReportWithoutKey(const CarriedElement& row, std::optional<std::u16string_view> text) {
         const std::string key = kelcore::UTF16to8(row.occurrence.key);
-        std::string what =
-            text ? Tag(row.name) + " with the " + key + " " + Quoted(*text) + ", which means none"
-                 : Tag(row.name) + " without " + (key == "id" ? "an id" : key);
+        std::string what = text ? Tag(row.name) + " with the " + key + " " +
+                                      Quoted(*text, length_) + ", which means none"
+                                : Tag(row.name) + " without " + (key == "id" ? "an id" : key);
         if (row.occurrence.withoutKey == Occurrence::WithoutKey::EndsTheRead &&
             result_.endTheRead.size() < limit_) {
             result_.endTheRead.push_back({{}, what});
@@ -372,7 +375,7 @@ private:
                                    kelcore::UTF16to8(ScannedAttributes::QualifiedName(attribute)) +
                                    " of " + Tag(row.name));
             } else if (!IsValue(carried->kind, carried->words, value, target_)) {
-                Report(Here(), ValueOf(name, row.name, value));
+                Report(Here(), ValueOf(name, row.name, value, length_));
             }
         }
     }
@@ -383,6 +386,7 @@ private:
     const std::stop_token& stop_;
     DocumentScan& result_;
     Target target_;
+    Length length_;
     JointLosses joint_;
     Parser parser_;
     const xercesc::Locator* locator_ = nullptr;

@@ -10,7 +10,6 @@
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
 #include "toolkit/MediaPaths.h"
-#include "toolkit/scan/LossWords.h"
 
 namespace toolkit {
 namespace {
@@ -127,7 +126,7 @@ std::vector<std::string> JointLosses::OfFile(const ScannedAttributes& attributes
         return {};
     }
     const auto lost = [&](std::u16string_view name, std::u16string_view value) {
-        return ValueOf(name, u"file", value) + " with id " +
+        return ValueOf(name, u"file", value, length_) + " with id " +
                std::to_string(NumberOf<kelcore::uint32>(attributes, u"id"));
     };
     std::vector<std::string> losses;

@@ -6,6 +6,7 @@
 
 #include "platform/kelcore/Types.h"
 #include "toolkit/Conversion.h"
+#include "toolkit/scan/LossWords.h"
 #include "toolkit/scan/ScannedAttributes.h"
 
 namespace toolkit {
@@ -14,7 +15,8 @@ namespace toolkit {
 /// conversion, or from values that a reader replaces. Call it for each element in document order.
 class JointLosses {
 public:
-    explicit JointLosses(const Conversion& conversion) : conversion_(conversion) {}
+    explicit JointLosses(const Conversion& conversion, Length length = Length::Short)
+        : conversion_(conversion), length_(length) {}
 
     /// What the element loses, in words.
     std::vector<std::string> AtStart(std::u16string_view name, const ScannedAttributes& attributes);
@@ -24,6 +26,7 @@ private:
     std::vector<std::string> OfFile(const ScannedAttributes& attributes) const;
 
     const Conversion& conversion_;
+    Length length_;
 
     /// What the position depends on that reading a session ends with.
     std::u16string version_;

@@ -9,11 +9,15 @@ namespace toolkit {
 /// An element by its name.
 std::string Tag(std::u16string_view name);
 
-/// A text in quotes, on one line and short enough for a message.
-std::string Quoted(std::u16string_view text);
+/// How much of a long text is shown.
+enum class Length { Short, Whole };
+
+/// A text in quotes, on one line. A short one has "..." for its middle, because it is the end of a
+/// path that tells it from others.
+std::string Quoted(std::u16string_view text, Length length = Length::Short);
 
 /// The value of an attribute of an element.
 std::string ValueOf(std::u16string_view attribute, std::u16string_view element,
-                    std::u16string_view value);
+                    std::u16string_view value, Length length = Length::Short);
 
 }  // namespace toolkit
