@@ -286,7 +286,7 @@ TEST_F(LossesTest, ALongValueIsCutInItsMiddleUnlessAllIsAsked) {
                   "<orvo><files><file id='1' mediaHandler='/a/folder/with/a/long/name/and/media/"
                   "one.wav'/></files></orvo>");
     EXPECT_THAT(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).errors,
-                HasSubstr("the value \"/a/folder/...a/long/name/and/media/one.wav\" of"));
+                HasSubstr("the value \"/a/folder/.../a/long/name/and/media/one.wav\" of"));
     EXPECT_THAT(RunTool({"convert", "--all", "a.orvo", "b.orvo"}, folder_).errors,
                 HasSubstr("\"/a/folder/with/a/long/name/and/media/one.wav\" of"));
 }
