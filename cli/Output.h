@@ -21,8 +21,8 @@ public:
     /// For messages: the name, or "standard output".
     const std::string& Name() const;
 
-    /// The path against which the plug-in makes media paths relative: the full path of the file that
-    /// is written, behind all links, or for a stream some path in the working directory.
+    /// The path against which the plug-in makes media paths relative: the full path of the file
+    /// that is written, behind all links, or for a stream some path in the working directory.
     std::u16string FullPath() const;
 
     /// Takes what is to be saved, piece by piece.

@@ -34,8 +34,8 @@ public:
     const std::u16string& PluginPath() const { return pluginPath_; }
 
     /// Makes a write error fit for people: names the folder for temporary files in place of the
-    /// path that was not written, and says what to do. A reason that would be the same in any folder
-    /// stays as it is.
+    /// path that was not written, and says what to do. A reason that would be the same in any
+    /// folder stays as it is.
     std::string Explain(std::string message) const;
 
     /// @throws std::runtime_error with the system's reason and what to do
