@@ -76,7 +76,8 @@ TEST_F(UnreadableFiles, AFolderAPipeADeviceAndASocketAreSaidToBeThat) {
 TEST_F(UnreadableFiles, AFileThatThisUserMayNotReadIsSaidToBeThat) {
     const std::string file = folder.Write("locked.orvo", "<orvo/>").string();
     ASSERT_EQ(::chmod(file.c_str(), 0), 0);
-    std::filesystem::permissions(folder.Path(), std::filesystem::perms::others_exec,
+    using std::filesystem::perms;
+    std::filesystem::permissions(folder.Path(), perms::group_exec | perms::others_exec,
                                  std::filesystem::perm_options::add);
     const uid_t user = ::geteuid();
     if (user == 0) {
