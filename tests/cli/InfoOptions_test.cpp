@@ -55,7 +55,7 @@ TEST_F(InfoOptionsTest, ShowsWhereInItsFileAClipBegins) {
         RunTool({"info", "--clips", "a.orvo"}, folder_).output,
         HasSubstr("Media    Source in  Group  Notes\n"
                   "            5        0:00:00.000  0:00:00.250      9  0:00:02.500         "
-                  "missing\n"));
+                  "no media\n"));
     const auto json = nlohmann::json::parse(RunTool({"info", "--json", "a.orvo"}, folder_).output);
     EXPECT_EQ(json.at(0).at("clips").at(0).at("sourceInSamples"), 2500);
     EXPECT_EQ(json.at(0).at("clips").at(1).at("sourceInSamples"), nullptr);

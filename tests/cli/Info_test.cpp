@@ -93,7 +93,7 @@ TEST_F(InfoTest, ShowsTheDetailsThatAreAskedFor) {
         HasSubstr(
             "  Track  Clip  Name            Start       Length  Media    Source in  Group  Notes\n"
             "  Voice     5  Line one  0:00:01.500  0:00:00.250      9  0:00:00.000  Pair   "
-            "missing\n"));
+            "no media\n"));
 }
 
 constexpr const char* kSessionOfLittle = R"(<orvo><session sampleRate="0" duration="1"><tracks>
