@@ -6,6 +6,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "toolkit/TextPlaces.h"
+
 namespace toolkit {
 namespace {
 
@@ -44,8 +46,7 @@ bool Fits(const Kind& kind, std::string_view content) {
 
 /// The first character of a text of UTF-8 that is no blank; 0 if there is none.
 char FirstOf(std::string_view content) {
-    constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    content.remove_prefix(content.starts_with(kMark) ? kMark.size() : 0);
+    content.remove_prefix(content.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
     const std::size_t first = content.find_first_not_of(" \t\r\n");
     return first != std::string_view::npos ? content[first] : '\0';
 }
