@@ -5,9 +5,9 @@
 
 #include "cli/InfoReport.h"
 #include "cli/Table.h"
+#include "format/Ids.h"
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
-#include "toolkit/SessionContent.h"
 
 // `orvo info` for people.
 
@@ -201,7 +201,7 @@ std::string ShownLayout(kelcore::uint32 channelCount) {
 
 /// Files keep no id of the metronome's track, and a reader gives it the one of no track.
 std::string ShownId(const TrackSummary& track) {
-    return track.id == toolkit::kNoId ? "" : std::to_string(track.id);
+    return track.id == tses::kNoId ? "" : std::to_string(track.id);
 }
 
 std::string ShownTracks(const std::vector<TrackSummary>& tracks) {

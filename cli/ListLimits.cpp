@@ -7,6 +7,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "format/Limits.h"
 #include "reference_host/json/MessageText.h"
 #include "reference_host/json/Schema.h"
 
@@ -14,10 +15,6 @@ namespace cli {
 namespace {
 
 namespace model = refhost::model;
-
-// What docs/format.md says that a session file has room for.
-constexpr kelcore::uint64 kMostEntries = 16777216;
-constexpr kelcore::uint64 kMostChannels = 1024;
 
 struct List {
     std::string place;
@@ -92,7 +89,7 @@ private:
         }
     }
     void TakeChannels(const List& map) {
-        if (map.length > kMostChannels && !channelMap_) {
+        if (map.length > tses::limits::kChannels && !channelMap_) {
             channelMap_ = map;
         }
     }
@@ -115,10 +112,10 @@ std::optional<toolkit::Problem> FindListBeyondLimits(const model::Session& sessi
     ListMeasure measure;
     measure.Visit(session, {});
     if (measure.ChannelMap()) {
-        return BeyondLimit(*measure.ChannelMap(), kMostChannels, "channels");
+        return BeyondLimit(*measure.ChannelMap(), tses::limits::kChannels, "channels");
     }
-    if (measure.Entries() > kMostEntries) {
-        return BeyondLimit(measure.Longest(), kMostEntries, "entries");
+    if (measure.Entries() > tses::limits::kItems) {
+        return BeyondLimit(measure.Longest(), tses::limits::kItems, "entries");
     }
     return std::nullopt;
 }

@@ -12,6 +12,7 @@
 #include "cli/ReadProgress.h"
 #include "cli/SessionFile.h"
 #include "cli/StandInFile.h"
+#include "format/document/Document.h"
 #include "platform/kelcore/ClientVersion.h"
 #include "platform/kelcore/Strings.h"
 #include "reference_host/Sessions.h"
@@ -93,7 +94,7 @@ bool IsOfFirstVersion(const Session& session, const Session& saved) {
     const std::size_t place = description.find(version);
     return place != description.npos &&
            session.formatDescription ==
-               description.replace(place, version.size(), toolkit::kFirstVersion);
+               description.replace(place, version.size(), tses::kFirstVersion);
 }
 
 /// Compares what was saved with what should have been, leaving out what a file says of its writer

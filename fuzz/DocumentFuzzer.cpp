@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
+#include "format/Names.h"
 #include "fuzz/ByteSource.h"
 #include "fuzz/PluginUnderTest.h"
 #include "platform/kelcore/Strings.h"
-#include "plugin/xml/Names.h"
 
 // Well-formed documents of the names that a session has, in any place and with any value. They are
 // read without a word of the parser, or refused by what the host makes of them.

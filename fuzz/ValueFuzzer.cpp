@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "format/ValueEncoding.h"
 #include "fuzz/ByteSource.h"
 #include "fuzz/PluginUnderTest.h"
 #include "platform/kelcore/BinaryText.h"
 #include "platform/kelcore/Numbers.h"
 #include "platform/kelcore/Strings.h"
-#include "plugin/serializer/ValueEncoding.h"
 #include "plugin/xml/Text.h"
 
 // Values to text and back, and any text as a value.
@@ -29,28 +29,28 @@ bool IsSame(double left, double right) {
 void NumbersComeBack(fuzz::ByteSource source) {
     const auto unsignedNumber = source.Take<kelcore::uint32>();
     kelcore::uint32 readUnsigned = ~unsignedNumber;
-    tses::ParseUnsigned(tses::FormatUnsigned(unsignedNumber), readUnsigned);
+    tses::ParseNumber(tses::FormatNumber(unsignedNumber), readUnsigned);
     Expect(readUnsigned == unsignedNumber, "an unsigned number changed");
 
     const auto signedNumber = source.Take<kelcore::int32>();
     kelcore::int32 readSigned = ~signedNumber;
-    tses::ParseSigned(tses::FormatSigned(signedNumber), readSigned);
+    tses::ParseNumber(tses::FormatNumber(signedNumber), readSigned);
     Expect(readSigned == signedNumber, "a signed number changed");
 
     const auto longNumber = source.Take<kelcore::int64>();
     kelcore::int64 readLong = ~longNumber;
-    tses::ParseInt64(tses::FormatInt64(longNumber), readLong);
+    tses::ParseNumber(tses::FormatNumber(longNumber), readLong);
     Expect(readLong == longNumber, "a long number changed");
 
     const auto real = source.Take<double>();
     if (std::isfinite(real)) {
-        Expect(IsSame(tses::ParseDoubleLenient(tses::FormatDouble(real)), real),
+        Expect(IsSame(tses::ParseDoubleLenient(tses::FormatNumber(real)), real),
                "a double number changed");
     }
     const auto shortReal = source.Take<float>();
     if (std::isfinite(shortReal)) {
         float readReal = shortReal + 1;
-        tses::ParseFloat(tses::FormatFloat(shortReal), readReal);
+        tses::ParseNumber(tses::FormatNumber(shortReal), readReal);
         Expect(IsSame(readReal, shortReal), "a float number changed");
     }
 }

@@ -5,10 +5,6 @@
 
 namespace toolkit {
 
-/// What a session without a version counts as. A reader ends a session of this version with another
-/// position than one of any other version.
-inline constexpr std::u16string_view kFirstVersion = u"4.0";
-
 /// What a session file becomes.
 enum class Target { SessionFile, Json };
 

@@ -1,44 +1,47 @@
 #include "plugin/serializer/ElementTable.h"
 
+#include <algorithm>
 #include <bit>
 #include <boost/bind/bind.hpp>
-#include <initializer_list>
+#include <span>
 
+#include "format/Elements.h"
 #include "platform/kelappsupport/Features.h"
 #include "plugin/serializer/SerializerImpl.h"
-#include "plugin/xml/Names.h"
 #include "plugin/xml/Text.h"
 
 namespace tses {
 namespace {
 
 using Impl = Serializer::Impl;
-using Parents = std::initializer_list<State>;
 
 constexpr std::string_view kInstrumentTracksFeature = "Tembra.InstrumentTracks";
 
-enum class Condition { Always, InstrumentTracks };
-
-struct ElementRow {
-    std::u16string_view name;
-    Parents parents;
-    State state;
+/// What the start and the end of an element do. A row names the element by its name and one of the
+/// places where it stands; which element that is, is looked up when the row is compiled.
+struct HandlerRow {
+    const Element& element;
     void (Impl::*onStart)(State state, const TagAttributes& attributes);
-    void (Impl::*onEnd)() = nullptr;
-    Condition condition = Condition::Always;
+    void (Impl::*onEnd)();
+
+    consteval HandlerRow(std::u16string_view name, State parent,
+                         void (Impl::*start)(State, const TagAttributes&),
+                         void (Impl::*end)() = nullptr)
+        : element(*FindElement(name, parent)), onStart(start), onEnd(end) {}
 };
 
-std::vector<ElementEntry> Bind(std::initializer_list<ElementRow> rows, Impl& impl) {
+std::vector<ElementEntry> Bind(std::span<const HandlerRow> rows, Impl& impl) {
     using namespace boost::placeholders;
     const bool instrumentTracks = kelappsupport::IsFeatureEnabled(kInstrumentTracksFeature);
     std::vector<ElementEntry> entries;
-    for (const ElementRow& row : rows) {
-        if (row.condition == Condition::InstrumentTracks && !instrumentTracks) {
+    for (const HandlerRow& row : rows) {
+        const Element& element = row.element;
+        if (element.needsInstrumentTracks && !instrumentTracks) {
             continue;
         }
-        for (const State parent : row.parents) {
+        for (const State parent : element.parents) {
             ElementEntry entry{
-                row.name, parent, boost::bind(row.onStart, &impl, row.state, _2), {}};
+                element.name, parent, boost::bind(row.onStart, &impl, element.state, _2), {}};
             if (row.onEnd != nullptr) {
                 entry.onEnd = boost::bind(row.onEnd, &impl);
             }
@@ -46,6 +49,16 @@ std::vector<ElementEntry> Bind(std::initializer_list<ElementRow> rows, Impl& imp
         }
     }
     return entries;
+}
+
+/// Whether every element but the root, which dispatch itself accepts, has exactly one row.
+consteval bool AreAllHandled(std::span<const HandlerRow> rows) {
+    return std::ranges::all_of(kElements, [rows](const Element& element) {
+        const auto isOfElement = [&element](const HandlerRow& row) {
+            return &row.element == &element;
+        };
+        return std::ranges::count_if(rows, isOfElement) == (&element == &kRootElement ? 0 : 1);
+    });
 }
 
 /// How many places there are for an entry, so that it is mostly found in its own.
@@ -86,106 +99,96 @@ const ElementEntry* ElementTable::Find(std::u16string_view name, State parentSta
     }
 }
 
-// The whole tree of elements that the reader accepts: an element, the parents under which it
-// stands, the State that it pushes, what its start and its end do, and whether it is there at all.
-// The root is not in it: dispatch itself accepts it.
 ElementTable Serializer::Impl::BuildElementTable() {
     using namespace states;
-    const Parents soundingTrack = {masterTrack, busTrack, audioTrack, instrumentTrack,
-                                   metronomeTrack};
-    const Parents sendingTrack = {busTrack, audioTrack, instrumentTrack, metronomeTrack};
-    constexpr auto withInstruments = Condition::InstrumentTracks;
-    constexpr auto push = &Impl::OnlyPush;
-    constexpr auto progress = &Impl::AdvanceProgress;
+    constexpr auto kPush = &Impl::OnlyPush;
+    constexpr auto kProgress = &Impl::AdvanceProgress;
 
     // clang-format off
-    return ElementTable(Bind({
-        {names::session, {orvo}, session, &Impl::StartSession, &Impl::EndSession},
-        {names::files, {orvo}, files, push, progress},
-        {names::file, {files}, file, &Impl::StartFile},
-        {names::audioDevice, {orvo}, audioDevice, &Impl::StartAudioDevice, progress},
-        {names::inputPort, {audioDevice}, audioPort, &Impl::StartInputPort},
-        {names::outputPort, {audioDevice}, audioPort, &Impl::StartOutputPort},
-        {names::name, {session}, name, push},
-
-        {names::tracks, {session}, tracks, push, progress},
-        {names::masterTrack, {tracks}, masterTrack, &Impl::StartTrack},
-        {names::audioTrack, {tracks}, audioTrack, &Impl::StartTrack},
-        {names::instrumentTrack, {tracks}, instrumentTrack, &Impl::StartTrack, nullptr, withInstruments},
-        {names::busTrack, {tracks}, busTrack, &Impl::StartTrack},
-        {names::videoTrack, {tracks}, videoTrack, &Impl::StartVideoTrack},
-        {names::trackParameters, soundingTrack, trackParameters, &Impl::StartTrackParameters, &Impl::EndTrackParameters},
-        {names::trackParameters, {videoTrack}, trackParameters, &Impl::StartTrackParameters, &Impl::EndVideoTrackParameters},
-        {names::name, {trackParameters}, name, push, &Impl::EndTrackName},
-        {names::trackAudioParameters, soundingTrack, trackAudioParameters, &Impl::StartTrackAudioParameters, &Impl::EndTrackAudioParameters},
-        {names::trackInput, {trackAudioParameters}, trackInput, &Impl::StartTrackInput},
-        {names::trackOutput, {trackAudioParameters}, trackOutput, &Impl::StartTrackOutput},
-        {names::trackPanner, {trackAudioParameters}, trackPanner, &Impl::StartTrackPanner},
-        {names::fivePointOneLeft, {trackPanner}, fivePointOneLeft, push},
-        {names::fivePointOneRight, {trackPanner}, fivePointOneRight, push},
-        {names::fivePointOneCenter, {trackPanner}, fivePointOneCenter, push},
-        {names::fivePointOneLeftSurround, {trackPanner}, fivePointOneLeftSurround, push},
-        {names::fivePointOneRightSurround, {trackPanner}, fivePointOneRightSurround, push},
-        {names::fivePointOneLFE, {trackPanner}, fivePointOneLFE, push},
-        {names::component, {trackAudioParameters}, component, &Impl::StartTrackComponent, &Impl::EndTrackComponent},
-        {names::sendList, sendingTrack, sendList, &Impl::StartSendList},
-        {names::sendSlot, {sendList}, sendSlot, &Impl::StartSendSlot},
-        {names::component, {sendSlot}, component, &Impl::StartSendComponent, &Impl::EndComponent},
-
-        {names::effectsRack, soundingTrack, effectsRack, &Impl::StartTrackEffectsRack},
-        {names::effectsRack, {audioClip}, effectsRack, &Impl::StartClipEffectsRack},
-        {names::component, {effectsRack}, component, &Impl::StartRackComponent, &Impl::EndComponent},
-        {names::slot, {effectsRack}, slot, &Impl::StartSlot},
-        {names::component, {slot}, slotComponent, &Impl::StartSlotComponent, &Impl::EndComponent},
-        {names::presetChunkData, {slotComponent}, presetChunkData, push, &Impl::EndPresetChunkData},
-        {names::parameter, {component}, parameter, &Impl::StartParameter},
-        {names::parameter, {slotComponent}, parameter, &Impl::StartParameter},
-        {names::parameterKeyframes, {parameter}, parameterKeyframes, &Impl::StartParameterKeyframes},
-        {names::parameterKeyframe, {parameterKeyframes}, parameterKeyframe, &Impl::StartParameterKeyframe},
-        {names::channelMap, {slotComponent}, slotChannelMap, &Impl::StartSlotChannelMap},
-        {names::channel, {slotChannelMap}, slotChannel, &Impl::StartSlotChannel},
-        {names::busConfig, {slotComponent}, busConfig, push, &Impl::EndBusConfig},
-        {names::editParameter, soundingTrack, editParameter, &Impl::StartTrackEditParameter},
-
-        {names::clip, {audioTrack}, audioClip, &Impl::StartAudioClip, &Impl::EndAudioClip},
-        {names::audioClip, {audioTrack}, audioClip, &Impl::StartAudioClip, &Impl::EndAudioClip},
-        {names::midiClip, {instrumentTrack}, midiClip, &Impl::StartMidiClip, &Impl::EndMidiClip, withInstruments},
-        {names::midiEvents, {midiClip}, midiEvents, push, &Impl::EndMidiEvents, withInstruments},
-        {names::channelMap, {audioClip}, clipChannelMap, push},
-        {names::channel, {clipChannelMap}, clipChannel, &Impl::StartClipChannel},
-        {names::fadeIn, {audioClip}, fadeIn, &Impl::StartFade},
-        {names::fadeOut, {audioClip}, fadeOut, &Impl::StartFade},
-        {names::clipStretch, {audioClip}, clipStretch, &Impl::StartClipStretch},
-        {names::take, {audioClip}, take, &Impl::StartTake},
-        {names::editParameter, {audioClip}, editParameter, &Impl::StartClipEditParameter},
-        {names::component, {audioClip}, component, &Impl::StartClipComponent, &Impl::EndComponent},
-        {names::properties, {audioClip}, clipProperties, &Impl::StartClipProperties},
-        {names::videoClip, {videoTrack}, videoClip, &Impl::StartVideoClip, &Impl::EndVideoClip},
-        {names::videoFormat, {videoClip}, videoFormat, &Impl::StartVideoFormat},
-
-        {names::metronome, {session}, metronome, &Impl::StartMetronome},
-        {names::metronomeTrack, {metronome}, metronomeTrack, &Impl::StartTrack},
-        {names::globalTrackInfo, {metronome}, globalTrackInfo, &Impl::StartGlobalTrackInfo, nullptr, withInstruments},
-        {names::tempoEvents, {globalTrackInfo}, tempoEvents, push, &Impl::EndTempoEvents, withInstruments},
-        {names::timeSignatureEvents, {globalTrackInfo}, timeSignatureEvents, push, &Impl::EndTimeSignatureEvents, withInstruments},
-        {names::keySignatureEvents, {globalTrackInfo}, keySignatureEvents, push, &Impl::EndKeySignatureEvents, withInstruments},
-        {names::xmpMetadata, {session}, xmpMetadata, push, &Impl::EndXmpMetadata},
-        {names::sessionState, {session}, sessionState, &Impl::StartSessionState, progress},
-        {names::selectionState, {sessionState}, selectionState, &Impl::StartSelectionState},
-        {names::viewState, {sessionState}, viewState, &Impl::StartViewState},
-        {names::timeFormatState, {sessionState}, timeFormatState, &Impl::StartTimeFormatState},
-        {names::mixingOptionState, {sessionState}, mixingOptionState, &Impl::StartMixingOptionState},
-        {names::clipGroups, {session}, clipGroups, push, progress},
-        {names::clipGroup, {clipGroups}, clipGroup, &Impl::StartClipGroup, &Impl::EndClipGroup},
-        {names::name, {clipGroup}, name, push, &Impl::EndClipGroupName},
-        {names::item, {clipGroup}, clipGroupItem, &Impl::StartClipGroupItem},
-        {names::properties, {session}, sessionProperties, &Impl::StartSessionProperties},
-        {names::property, {sessionProperties}, property, &Impl::StartProperty, &Impl::EndProperty},
-        {names::trackVisibilityPresets, {session}, trackVisibilityPresets, &Impl::StartTrackVisibilityPresets, &Impl::EndTrackVisibilityPresets},
-        {names::trackVisibilityPreset, {trackVisibilityPresets}, trackVisibilityPreset, &Impl::StartTrackVisibilityPreset},
-        {names::trackVisibility, {trackVisibilityPreset}, trackVisibility, &Impl::StartTrackVisibility},
-    }, *this));
+    static constexpr HandlerRow kRows[] = {
+        {names::session, orvo, &Impl::StartSession, &Impl::EndSession},
+        {names::files, orvo, kPush, kProgress},
+        {names::file, files, &Impl::StartFile},
+        {names::audioDevice, orvo, &Impl::StartAudioDevice, kProgress},
+        {names::inputPort, audioDevice, &Impl::StartInputPort},
+        {names::outputPort, audioDevice, &Impl::StartOutputPort},
+        {names::name, session, kPush},
+        {names::tracks, session, kPush, kProgress},
+        {names::masterTrack, tracks, &Impl::StartTrack},
+        {names::audioTrack, tracks, &Impl::StartTrack},
+        {names::instrumentTrack, tracks, &Impl::StartTrack},
+        {names::busTrack, tracks, &Impl::StartTrack},
+        {names::videoTrack, tracks, &Impl::StartVideoTrack},
+        {names::trackParameters, masterTrack, &Impl::StartTrackParameters, &Impl::EndTrackParameters},
+        {names::trackParameters, videoTrack, &Impl::StartTrackParameters, &Impl::EndVideoTrackParameters},
+        {names::name, trackParameters, kPush, &Impl::EndTrackName},
+        {names::trackAudioParameters, masterTrack, &Impl::StartTrackAudioParameters, &Impl::EndTrackAudioParameters},
+        {names::trackInput, trackAudioParameters, &Impl::StartTrackInput},
+        {names::trackOutput, trackAudioParameters, &Impl::StartTrackOutput},
+        {names::trackPanner, trackAudioParameters, &Impl::StartTrackPanner},
+        {names::fivePointOneLeft, trackPanner, kPush},
+        {names::fivePointOneRight, trackPanner, kPush},
+        {names::fivePointOneCenter, trackPanner, kPush},
+        {names::fivePointOneLeftSurround, trackPanner, kPush},
+        {names::fivePointOneRightSurround, trackPanner, kPush},
+        {names::fivePointOneLFE, trackPanner, kPush},
+        {names::component, trackAudioParameters, &Impl::StartTrackComponent, &Impl::EndTrackComponent},
+        {names::sendList, busTrack, &Impl::StartSendList},
+        {names::sendSlot, sendList, &Impl::StartSendSlot},
+        {names::component, sendSlot, &Impl::StartSendComponent, &Impl::EndComponent},
+        {names::effectsRack, masterTrack, &Impl::StartTrackEffectsRack},
+        {names::effectsRack, audioClip, &Impl::StartClipEffectsRack},
+        {names::component, effectsRack, &Impl::StartRackComponent, &Impl::EndComponent},
+        {names::slot, effectsRack, &Impl::StartSlot},
+        {names::component, slot, &Impl::StartSlotComponent, &Impl::EndComponent},
+        {names::presetChunkData, slotComponent, kPush, &Impl::EndPresetChunkData},
+        {names::parameter, component, &Impl::StartParameter},
+        {names::parameterKeyframes, parameter, &Impl::StartParameterKeyframes},
+        {names::parameterKeyframe, parameterKeyframes, &Impl::StartParameterKeyframe},
+        {names::channelMap, slotComponent, &Impl::StartSlotChannelMap},
+        {names::channel, slotChannelMap, &Impl::StartSlotChannel},
+        {names::busConfig, slotComponent, kPush, &Impl::EndBusConfig},
+        {names::editParameter, masterTrack, &Impl::StartTrackEditParameter},
+        {names::clip, audioTrack, &Impl::StartAudioClip, &Impl::EndAudioClip},
+        {names::audioClip, audioTrack, &Impl::StartAudioClip, &Impl::EndAudioClip},
+        {names::midiClip, instrumentTrack, &Impl::StartMidiClip, &Impl::EndMidiClip},
+        {names::midiEvents, midiClip, kPush, &Impl::EndMidiEvents},
+        {names::channelMap, audioClip, kPush},
+        {names::channel, clipChannelMap, &Impl::StartClipChannel},
+        {names::fadeIn, audioClip, &Impl::StartFade},
+        {names::fadeOut, audioClip, &Impl::StartFade},
+        {names::clipStretch, audioClip, &Impl::StartClipStretch},
+        {names::take, audioClip, &Impl::StartTake},
+        {names::editParameter, audioClip, &Impl::StartClipEditParameter},
+        {names::component, audioClip, &Impl::StartClipComponent, &Impl::EndComponent},
+        {names::properties, audioClip, &Impl::StartClipProperties},
+        {names::videoClip, videoTrack, &Impl::StartVideoClip, &Impl::EndVideoClip},
+        {names::videoFormat, videoClip, &Impl::StartVideoFormat},
+        {names::metronome, session, &Impl::StartMetronome},
+        {names::metronomeTrack, metronome, &Impl::StartTrack},
+        {names::globalTrackInfo, metronome, &Impl::StartGlobalTrackInfo},
+        {names::tempoEvents, globalTrackInfo, kPush, &Impl::EndTempoEvents},
+        {names::timeSignatureEvents, globalTrackInfo, kPush, &Impl::EndTimeSignatureEvents},
+        {names::keySignatureEvents, globalTrackInfo, kPush, &Impl::EndKeySignatureEvents},
+        {names::xmpMetadata, session, kPush, &Impl::EndXmpMetadata},
+        {names::sessionState, session, &Impl::StartSessionState, kProgress},
+        {names::selectionState, sessionState, &Impl::StartSelectionState},
+        {names::viewState, sessionState, &Impl::StartViewState},
+        {names::timeFormatState, sessionState, &Impl::StartTimeFormatState},
+        {names::mixingOptionState, sessionState, &Impl::StartMixingOptionState},
+        {names::clipGroups, session, kPush, kProgress},
+        {names::clipGroup, clipGroups, &Impl::StartClipGroup, &Impl::EndClipGroup},
+        {names::name, clipGroup, kPush, &Impl::EndClipGroupName},
+        {names::item, clipGroup, &Impl::StartClipGroupItem},
+        {names::properties, session, &Impl::StartSessionProperties},
+        {names::property, sessionProperties, &Impl::StartProperty, &Impl::EndProperty},
+        {names::trackVisibilityPresets, session, &Impl::StartTrackVisibilityPresets, &Impl::EndTrackVisibilityPresets},
+        {names::trackVisibilityPreset, trackVisibilityPresets, &Impl::StartTrackVisibilityPreset},
+        {names::trackVisibility, trackVisibilityPreset, &Impl::StartTrackVisibility},
+    };
     // clang-format on
+    static_assert(AreAllHandled(kRows));
+    return ElementTable(Bind(kRows, *this));
 }
 
 }  // namespace tses

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "plugin/serializer/States.h"
+#include "format/States.h"
 #include "plugin/xml/TagAttributes.h"
 
 namespace tses {

@@ -3,7 +3,7 @@
 #include <atomic>
 #include <stdexcept>
 
-#include "plugin/xml/DocumentLimits.h"
+#include "format/Limits.h"
 
 namespace tses {
 namespace {

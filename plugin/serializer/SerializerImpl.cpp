@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "plugin/serializer/ValueEncoding.h"
+#include "format/ValueEncoding.h"
 #include "plugin/xml/SessionXMLReader.h"
 #include "plugin/xml/Text.h"
 

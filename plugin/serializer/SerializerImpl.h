@@ -7,6 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "format/Names.h"
+#include "format/States.h"
+#include "format/effects/Component.h"
 #include "platform/kelcore/ReadObstacle.h"
 #include "plugin/elements/clips/ReadState.h"
 #include "plugin/elements/document/ReadState.h"
@@ -15,8 +18,6 @@
 #include "plugin/elements/tracks/ReadState.h"
 #include "plugin/serializer/ElementTable.h"
 #include "plugin/serializer/Serializer.h"
-#include "plugin/serializer/States.h"
-#include "plugin/xml/Names.h"
 #include "plugin/xml/SAXHandlers.h"
 #include "plugin/xml/SessionXMLWriter.h"
 
@@ -112,7 +113,7 @@ private:
     void StartRackComponent(State state, const TagAttributes& attributes);
     void StartSlot(State state, const TagAttributes& attributes);
     void StartSlotComponent(State state, const TagAttributes& attributes);
-    void ApplyComponentAttributes(const TagAttributes& attributes);
+    void ApplyComponent(const ComponentRecord& record);
     void EndComponent();
     void EndPresetChunkData();
     void StartParameter(State state, const TagAttributes& attributes);

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string_view>
 
-#include "plugin/xml/DocumentLimits.h"
+#include "format/Limits.h"
 
 namespace tses {
 

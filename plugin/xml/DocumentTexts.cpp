@@ -5,8 +5,8 @@
 #include <xercesc/dom/impl/DOMEntityReferenceImpl.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include "format/Limits.h"
 #include "platform/kelcore/Trace.h"
-#include "plugin/xml/DocumentLimits.h"
 
 namespace tses {
 namespace {

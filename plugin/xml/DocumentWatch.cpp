@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "plugin/xml/DocumentLimits.h"
+#include "format/Limits.h"
 #include "plugin/xml/ParserEncoding.h"
 #include "plugin/xml/XmlDeclaration.h"
 

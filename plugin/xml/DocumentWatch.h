@@ -15,7 +15,7 @@
 namespace tses {
 
 /// Watches what a parse takes from its file and is told of, and refuses a document that goes beyond
-/// the limits of `DocumentLimits.h`, is malformed or damaged in a way that the parser lets pass, or
+/// the limits of `format/Limits.h`, is malformed or damaged in a way that the parser lets pass, or
 /// changes while it is read.
 ///
 /// The parser tells of a thing when all of it is built, so lengths are watched where its bytes are

@@ -9,12 +9,12 @@
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include "format/Limits.h"
+#include "format/Names.h"
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Trace.h"
 #include "plugin/xml/ContentTarget.h"
-#include "plugin/xml/DocumentLimits.h"
 #include "plugin/xml/DocumentTexts.h"
-#include "plugin/xml/Names.h"
 #include "plugin/xml/SerialiserSettings.h"
 #include "plugin/xml/XercesPlatform.h"
 

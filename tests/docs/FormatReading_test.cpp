@@ -7,9 +7,9 @@
 #include <optional>
 #include <set>
 
+#include "format/Limits.h"
+#include "format/Names.h"
 #include "platform/kelcore/Strings.h"
-#include "plugin/xml/DocumentLimits.h"
-#include "plugin/xml/Names.h"
 #include "reference_host/SessionNode.h"
 #include "reference_host/recorder/CallJson.h"
 #include "reference_host/recorder/Recorder.h"

@@ -14,8 +14,8 @@
 #include <xercesc/util/XMLUni.hpp>
 #include <xercesc/validators/common/Grammar.hpp>
 
+#include "format/Names.h"
 #include "platform/kelcore/Strings.h"
-#include "plugin/xml/Names.h"
 #include "tests/docs/FormatPage.h"
 #include "tests/docs/WrittenDocuments.h"
 #include "tests/docs/XmlElement.h"

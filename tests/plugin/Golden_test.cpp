@@ -6,10 +6,10 @@
 #include <regex>
 #include <set>
 
+#include "format/Names.h"
 #include "platform/kelcore/ClientVersion.h"
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
-#include "plugin/xml/Names.h"
 #include "reference_host/SessionNode.h"
 #include "reference_host/recorder/CallJson.h"
 #include "reference_host/recorder/Recorder.h"

@@ -8,20 +8,21 @@ import re
 import sys
 from pathlib import Path
 
-FOLDERS = ("host", "platform", "plugin", "reference_host", "toolkit", "cli", "tests", "fuzz", "bench", "examples")
+FOLDERS = ("host", "platform", "format", "plugin", "reference_host", "toolkit", "cli", "tests", "fuzz", "bench", "examples")
 
 # What the files of a folder may include of the project: patterns of the included path. The first row whose
 # folder fits holds; a folder may always include itself.
 PROJECT_RULES = (
     ("host", (r"platform/kelcore/Types\.h",)),
     ("platform", ()),
-    ("plugin/xml", (r"platform/.*",)),
-    ("plugin/serializer", (r"plugin/xml/.*", r"host/.*", r"platform/.*", r"plugin/elements/\w+/ReadState\.h")),
-    ("plugin/elements", (r"plugin/serializer/.*", r"plugin/xml/.*", r"host/.*", r"platform/.*")),
+    ("format", (r"platform/kelcore/.*", r"platform/kelmediatypes/.*", r"platform/tbcore/.*")),
+    ("plugin/xml", (r"format/.*", r"platform/.*")),
+    ("plugin/serializer", (r"format/.*", r"plugin/xml/.*", r"host/.*", r"platform/.*", r"plugin/elements/\w+/ReadState\.h")),
+    ("plugin/elements", (r"format/.*", r"plugin/serializer/.*", r"plugin/xml/.*", r"host/.*", r"platform/.*")),
     ("plugin/entry", (r"plugin/serializer/.*", r"host/.*", r"platform/.*")),
     ("reference_host", (r"host/.*", r"platform/.*")),
-    ("toolkit", (r"reference_host/model/.*", r"platform/.*")),
-    ("cli", (r"toolkit/.*", r"reference_host/.*", r"platform/.*")),
+    ("toolkit", (r"format/.*", r"reference_host/model/.*", r"platform/.*")),
+    ("cli", (r"format/.*", r"toolkit/.*", r"reference_host/.*", r"platform/.*")),
     ("examples", (r"host/.*", r"platform/.*")),
     ("tests", (r".*",)),
     ("fuzz", (r".*",)),
@@ -33,7 +34,7 @@ PROJECT_RULES = (
 LIBRARY_RULES = (
     (r"xercesc/", (r"platform/kelcore/BinaryText\.cpp", r"plugin/xml/.*", r"toolkit/scan/.*", r"tests/.*", r"bench/.*")),
     (r"boost/", (r"plugin/.*", r"reference_host/.*", r"tests/.*")),
-    (r"nlohmann/", (r"reference_host/.*", r"toolkit/.*", r"cli/.*", r"tests/.*", r"bench/.*")),
+    (r"nlohmann/", (r"format/PrintFormat\.cpp", r"reference_host/.*", r"toolkit/.*", r"cli/.*", r"tests/.*", r"bench/.*")),
     (r"CLI/", (r"cli/.*", r"bench/.*")),
     (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),
     (r"(expat|libxml|pugixml)", (r"tests/.*", r"bench/.*")),

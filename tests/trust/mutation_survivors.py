@@ -21,9 +21,6 @@ SURVIVORS = {
      "bool eqComponentPending = false;  // while the current component is the track's EQ -> "
      "bool eqComponentPending = true;  // while the current component is the track's EQ"):
         "Whatever sets the current component sets this too, and without a component it is not looked at.",
-    ("plugin/elements/tracks/ReadState.h", "PendingTrack",
-     "float radius = 0; -> float radius = 1;"):
-        "What the panner of an old file says is accepted and dropped.",
     ("platform/kelcore/Numbers.cpp", "IsVanishinglySmall",
      "return magnitude + value < 0; -> return magnitude + value <= 0;"):
         "It is asked of numbers that no type can hold alone, whose magnitudes are far from 0.",
@@ -46,22 +43,22 @@ SURVIVORS = {
      "return (ends ^ std::uint64_t{parentState} << 32 ^ name.size() << 48) * kSpread >> 32; -> "
      "return (ends ^ std::uint64_t{parentState} << 31 ^ name.size() << 48) * kSpread >> 32;"):
         "Entries are looked for where they were put, wherever that is.",
-    ("plugin/serializer/ValueEncoding.cpp", "ParsePlain",
+    ("format/ValueEncoding.cpp", "ParsePlain",
      "if (!IsDigit(unit) && unit != u'.' && unit != u'-') { -> if (!IsDigit(unit) || unit != u'.' && unit != u'-') {"):
         "What the quick way leaves, the slow one reads, as the same number.",
-    ("plugin/serializer/ValueEncoding.cpp", "ParsePlain",
+    ("format/ValueEncoding.cpp", "ParsePlain",
      "return read.ec == std::errc() && read.ptr == end ? std::optional(value) : std::nullopt; -> "
      "return read.ec != std::errc() && read.ptr == end ? std::optional(value) : std::nullopt;"):
         "What the quick way leaves, the slow one reads, as the same number; an empty text is zero in both.",
-    ("plugin/serializer/ValueEncoding.cpp", "ParsePlain",
+    ("format/ValueEncoding.cpp", "ParsePlain",
      "return read.ec == std::errc() && read.ptr == end ? std::optional(value) : std::nullopt; -> "
      "return read.ec == std::errc() && read.ptr != end ? std::optional(value) : std::nullopt;"):
         "The slow way, too, takes a text as far as it is a number.",
-    ("plugin/serializer/ValueEncoding.cpp", "ParsePlain",
+    ("format/ValueEncoding.cpp", "ParsePlain",
      "return read.ec == std::errc() && read.ptr == end ? std::optional(value) : std::nullopt; -> "
      "return read.ec == std::errc() && read.ptr == end ? std::nullopt : std::optional(value);"):
         "The slow way, too, takes a text as far as it is a number, and one that is none for zero.",
-    ("plugin/serializer/ValueEncoding.cpp", "kFloatPrecision",
+    ("format/ValueEncoding.cpp", "kFloatPrecision",
      "constexpr int kFloatPrecision = 100; -> constexpr int kFloatPrecision = 101;"):
         "The shortest text of a number has 17 digits at most.",
     ("plugin/xml/SessionXMLDefaultHandler.cpp", "SessionXMLDefaultHandler::IsRecent",

@@ -1,5 +1,7 @@
 #include "toolkit/scan/ContentScan.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <limits>
 #include <new>
@@ -15,11 +17,14 @@
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include "format/Elements.h"
+#include "format/Ids.h"
+#include "format/Limits.h"
 #include "platform/kelcore/BinaryText.h"
 #include "platform/kelcore/Numbers.h"
 #include "platform/kelcore/Strings.h"
 #include "toolkit/CharacterPlaces.h"
-#include "toolkit/SessionContent.h"
+#include "toolkit/ValueCheck.h"
 #include "toolkit/scan/ContentSource.h"
 #include "toolkit/scan/JointLosses.h"
 #include "toolkit/scan/LibraryUse.h"
@@ -30,13 +35,31 @@
 namespace toolkit {
 namespace {
 
+using tses::Attribute;
+using tses::Element;
+using tses::kNoId;
+using tses::Occurrence;
+using tses::TextKind;
+using tses::ValueKind;
+
+/// The element of that name in a parent of that State; null if what it says is lost.
+const Element* FindCarried(std::u16string_view name, tses::State parent) {
+    const Element* const element = tses::FindElement(name, parent);
+    return element != nullptr && !element->isDropped ? element : nullptr;
+}
+
+/// The attribute of that name; null if what it says is lost.
+const Attribute* FindCarried(const Element& element, std::u16string_view name) {
+    const Attribute* const attribute = element.FindAttribute(name);
+    return attribute != nullptr && !attribute->isDropped ? attribute : nullptr;
+}
+
 bool IsWhiteSpace(std::u16string_view text) {
     return text.find_first_not_of(u" \t\r\n\u0085\u2028") == std::u16string_view::npos;
 }
 
-/// As deep, and tags as large, as the plug-in reads, with declarations of namespaces.
-constexpr std::size_t kDeepest = 256;
-constexpr XMLSize_t kMostAttributes = 512;
+/// Attributes, and declarations of namespaces.
+constexpr XMLSize_t kMostAttributes = tses::limits::kAttributes + tses::limits::kPrefixes;
 
 class Scanner final : public xercesc::DefaultHandler {
 public:
@@ -92,12 +115,14 @@ public:
     }
 
     void StartElement(std::u16string_view name, const ScannedAttributes& attributes) {
-        if (open_.empty() && name != kRootElement) {
-            End({BeginOfTag(), "the root element is " + Tag(name) + ", not " + Tag(kRootElement),
+        if (open_.empty() && name != tses::kRootElement.name) {
+            End({BeginOfTag(),
+                 "the root element is " + Tag(name) + ", not " + Tag(tses::kRootElement.name),
                  "not a session file"});
         }
-        if (open_.size() + lost_.depth >= kDeepest) {
-            End({BeginOfTag(), "elements nested too deep", "a session nests at most 256 levels"});
+        if (open_.size() + lost_.depth >= tses::limits::kDepth) {
+            End({BeginOfTag(), "elements nested too deep",
+                 fmt::format("a session nests at most {} levels", tses::limits::kDepth)});
         }
         if (attributes.Count() > kMostAttributes) {
             End({BeginOfTag(), "too many attributes in one tag", "a session has a few"});
@@ -110,7 +135,7 @@ public:
             ++lost_.elements;
             return;
         }
-        const CarriedElement* const row = FindRow(name);
+        const Element* const row = FindRow(name);
         if (row == nullptr) {
             lost_ = {std::u16string(name), Here(), 1, 0};
             return;
@@ -190,11 +215,11 @@ private:
     using Key = std::variant<kelcore::uint32, std::u16string>;
 
     struct OpenElement {
-        const CarriedElement* row;
+        const Element* row;
         TagEnd tag;
-        const CarriedElement* latest = nullptr;                            // of its children
-        std::vector<const CarriedElement*> seenOnce = {};                  // of its children
-        std::set<std::pair<const CarriedElement*, Key>> seenWithKey = {};  // of its children
+        const Element* latest = nullptr;                            // of its children
+        std::vector<const Element*> seenOnce = {};                  // of its children
+        std::set<std::pair<const Element*, Key>> seenWithKey = {};  // of its children
         bool textReported = false;
         std::u16string base64 = {};
     };
@@ -227,13 +252,13 @@ private:
     }
 
     /// Elements of one kind stand together, so that the kind of the one before is tried first.
-    const CarriedElement* FindRow(std::u16string_view name) {
+    const Element* FindRow(std::u16string_view name) {
         if (open_.empty()) {
-            return FindCarriedElement(name, u"");
+            return name == tses::kRootElement.name ? &tses::kRootElement : nullptr;
         }
         OpenElement& parent = open_.back();
         if (parent.latest == nullptr || parent.latest->name != name) {
-            parent.latest = FindCarriedElement(name, parent.row->scope);
+            parent.latest = FindCarried(name, parent.row->state);
         }
         return parent.latest;
     }
@@ -274,7 +299,7 @@ private:
         Report(lost_.tag, std::move(what));
     }
 
-    void CheckOccurrence(const CarriedElement& row) {
+    void CheckOccurrence(const Element& row) {
         if (!row.occurrence.once) {
             return;
         }
@@ -285,7 +310,7 @@ private:
         seen.push_back(&row);
     }
 
-    void CheckKey(const CarriedElement& row, const ScannedAttributes& attributes) {
+    void CheckKey(const Element& row, const ScannedAttributes& attributes) {
         const Occurrence& occurrence = row.occurrence;
         if (occurrence.key.empty()) {
             return;
@@ -309,8 +334,12 @@ private:
                (occurrence.withoutKey != IsNotSaved || target_ == Target::SessionFile);
     }
 
-    static Key KeyOf(const CarriedElement& row, std::optional<std::u16string_view> text) {
-        if (FindCarriedAttribute(row, row.occurrence.key)->kind != ValueKind::Number) {
+    static bool IsWhole(ValueKind kind) {
+        return kind == ValueKind::Unsigned || kind == ValueKind::Signed;
+    }
+
+    static Key KeyOf(const Element& row, std::optional<std::u16string_view> text) {
+        if (!IsWhole(FindCarried(row, row.occurrence.key)->kind)) {
             return std::u16string(text.value_or(u""));
         }
         kelcore::uint32 number = row.occurrence.mayNameNone ? kNoId : 0;
@@ -325,7 +354,7 @@ private:
     }
 
     /// Whether it is, of those that must have different keys, the first one with that key.
-    bool IsFirst(const CarriedElement& row, const Key& key) {
+    bool IsFirst(const Element& row, const Key& key) {
         switch (row.occurrence.unique) {
             case Occurrence::Unique::Nowhere:
                 return true;
@@ -337,7 +366,7 @@ private:
         return true;
     }
 
-    void ReportWithoutKey(const CarriedElement& row, std::optional<std::u16string_view> text) {
+    void ReportWithoutKey(const Element& row, std::optional<std::u16string_view> text) {
         const std::string key = kelcore::UTF16to8(row.occurrence.key);
         std::string what = text ? Tag(row.name) + " with the " + key + " " +
                                       Quoted(*text, length_) + ", which means none"
@@ -360,14 +389,14 @@ private:
         }
     }
 
-    void CheckAttributes(const CarriedElement& row, const ScannedAttributes& attributes) {
+    void CheckAttributes(const Element& row, const ScannedAttributes& attributes) {
         for (XMLSize_t i = 0; i < attributes.Count(); ++i) {
             const xercesc::XMLAttr& attribute = attributes.At(i);
             if (ScannedAttributes::DeclaresNamespace(attribute)) {
                 continue;
             }
             const std::u16string_view name = ScannedAttributes::LocalName(attribute);
-            const CarriedAttribute* const carried = FindCarriedAttribute(row, name);
+            const Attribute* const carried = FindCarried(row, name);
             const std::u16string_view value = ViewOf(attribute.getValue());
             if (carried == nullptr || attributes.HidesBehindAnother(i) ||
                 attributes.Find(carried->yieldsTo)) {

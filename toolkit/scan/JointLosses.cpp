@@ -4,6 +4,9 @@
 #include <array>
 #include <optional>
 
+#include "format/Names.h"
+#include "format/document/Document.h"
+#include "format/state/TimeFormat.h"
 #include "platform/kelcore/ClientVersion.h"
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Numbers.h"
@@ -13,6 +16,9 @@
 
 namespace toolkit {
 namespace {
+
+namespace names = tses::names;
+using tses::kFirstVersion;
 
 template <class Number>
 Number NumberOf(const ScannedAttributes& attributes, std::u16string_view name) {
@@ -29,25 +35,26 @@ bool IsTrue(std::optional<std::u16string_view> text) {
 std::vector<std::string> OfTimeFormat(const ScannedAttributes& attributes) {
     constexpr std::array kRates = {24, 30, 60};
     kelcore::int32 rate = 0;
-    const auto text = attributes.Find(u"timeCodeFrameRate");
-    if (attributes.Find(u"timeFormat") != u"timeFormatTimeCode" ||
-        !IsTrue(attributes.Find(u"timeCodeNTSC")) || !text ||
+    const auto text = attributes.Find(names::timeCodeFrameRate);
+    if (attributes.Find(names::timeFormat) !=
+            FindKeyword(tses::kTimeFormats, tses::timeFormats::timeCode, u"") ||
+        !IsTrue(attributes.Find(names::timeCodeNTSC)) || !text ||
         !kelcore::StringToNumber(*text, rate) ||
         std::find(kRates.begin(), kRates.end(), rate) != kRates.end()) {
         return {};
     }
-    return {ValueOf(u"timeCodeFrameRate", u"timeFormatState", *text) +
+    return {ValueOf(names::timeCodeFrameRate, names::timeFormatState, *text) +
             ", which NTSC timecode does not have"};
 }
 
 /// A reader takes the pixel type 0 for 1.
 std::vector<std::string> OfVideoFormat(const ScannedAttributes& attributes) {
     kelcore::int32 type = 1;
-    const auto text = attributes.Find(u"pixelType");
+    const auto text = attributes.Find(names::pixelType);
     if (!text || !kelcore::StringToNumber(*text, type) || type != 0) {
         return {};
     }
-    return {ValueOf(u"pixelType", u"videoFormat", *text)};
+    return {ValueOf(names::pixelType, names::videoFormat, *text)};
 }
 
 bool Exists(std::u16string_view path) {
@@ -65,21 +72,21 @@ bool StatesRelatively(std::u16string_view path, std::u16string_view place,
 
 std::vector<std::string> JointLosses::AtStart(std::u16string_view name,
                                               const ScannedAttributes& attributes) {
-    if (name == u"file") {
+    if (name == names::file) {
         return OfFile(attributes);
     }
-    if (name == u"videoFormat") {
+    if (name == names::videoFormat) {
         return OfVideoFormat(attributes);
     }
-    if (name == u"timeFormatState") {
+    if (name == names::timeFormatState) {
         return OfTimeFormat(attributes);
     }
-    if (name == u"session") {
-        version_ = attributes.Find(u"appVersion").value_or(kFirstVersion);
-    } else if (name == u"sessionState") {
-        ctiPosition_ = NumberOf<kelcore::int64>(attributes, u"ctiPosition");
-    } else if (name == u"selectionState") {
-        selectionStart_ = NumberOf<kelcore::int64>(attributes, u"selectionStart");
+    if (name == names::session) {
+        version_ = attributes.Find(names::appVersion).value_or(kFirstVersion);
+    } else if (name == names::sessionState) {
+        ctiPosition_ = NumberOf<kelcore::int64>(attributes, names::ctiPosition);
+    } else if (name == names::selectionState) {
+        selectionStart_ = NumberOf<kelcore::int64>(attributes, names::selectionStart);
     }
     return {};
 }
@@ -87,7 +94,7 @@ std::vector<std::string> JointLosses::AtStart(std::u16string_view name,
 /// A reader ends a session of the first version with the one position, and every other with the
 /// other. JSON has what a reader ended with.
 std::vector<std::string> JointLosses::AtEnd(std::u16string_view name) const {
-    if (name != u"session" || conversion_.target == Target::Json ||
+    if (name != names::session || conversion_.target == Target::Json ||
         ctiPosition_ == selectionStart_) {
         return {};
     }
@@ -109,8 +116,8 @@ std::vector<std::string> JointLosses::AtEnd(std::u16string_view name) const {
 /// seen from itself, too, and from JSON such a file can be made.
 std::vector<std::string> JointLosses::OfFile(const ScannedAttributes& attributes) const {
     const std::u16string& from = conversion_.from;
-    const std::u16string_view absolute = attributes.Find(u"absolutePath").value_or(u"");
-    const std::u16string_view relative = attributes.Find(u"relativePath").value_or(u"");
+    const std::u16string_view absolute = attributes.Find(names::absolutePath).value_or(u"");
+    const std::u16string_view relative = attributes.Find(names::relativePath).value_or(u"");
     // Mostly both are one path, and the system is not asked then.
     if (from.empty() || absolute.empty() || kelcore::LeadsPlainlyTo(absolute, relative, from)) {
         return {};
@@ -126,16 +133,16 @@ std::vector<std::string> JointLosses::OfFile(const ScannedAttributes& attributes
         return {};
     }
     const auto lost = [&](std::u16string_view name, std::u16string_view value) {
-        return ValueOf(name, u"file", value, length_) + " with id " +
-               std::to_string(NumberOf<kelcore::uint32>(attributes, u"id"));
+        return ValueOf(name, names::file, value, length_) + " with id " +
+               std::to_string(NumberOf<kelcore::uint32>(attributes, names::id));
     };
     std::vector<std::string> losses;
     if (!keepsRelative) {
-        losses.push_back(lost(u"relativePath", relative) +
+        losses.push_back(lost(names::relativePath, relative) +
                          ": the new file names the place of its absolutePath alone");
     }
     if (!keepsAbsolute) {
-        losses.push_back(lost(u"absolutePath", absolute) +
+        losses.push_back(lost(names::absolutePath, absolute) +
                          ": it is no full path, and JSON counts such from its own folder");
     }
     return losses;

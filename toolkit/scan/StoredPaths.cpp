@@ -17,13 +17,16 @@
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include "format/Ids.h"
+#include "format/Names.h"
 #include "platform/kelcore/Numbers.h"
-#include "toolkit/SessionContent.h"
 #include "toolkit/scan/LibraryUse.h"
 #include "toolkit/scan/ScannedAttributes.h"
 
 namespace toolkit {
 namespace {
+
+namespace names = tses::names;
 
 /// A file as a stream, so that how far it is read can be seen from outside.
 class FileSource final : public xercesc::InputSource {
@@ -54,7 +57,7 @@ private:
     const std::string& path_;
 };
 
-constexpr std::u16string_view kPlaceOfFiles[] = {u"orvo", u"files", u"file"};
+constexpr std::u16string_view kPlaceOfFiles[] = {names::orvo, names::files, names::file};
 
 /// Handles only start and end tags.
 class Finder final : public xercesc::SAX2XMLReaderImpl {
@@ -99,10 +102,10 @@ private:
     };
 
     void Add(const ScannedAttributes& attributes) {
-        kelcore::uint32 id = kNoId;
-        kelcore::StringToNumber(attributes.Find(u"id").value_or(u""), id);
-        found_[id] = {std::u16string(attributes.Find(u"absolutePath").value_or(u"")),
-                      std::u16string(attributes.Find(u"relativePath").value_or(u""))};
+        kelcore::uint32 id = tses::kNoId;
+        kelcore::StringToNumber(attributes.Find(names::id).value_or(u""), id);
+        found_[id] = {std::u16string(attributes.Find(names::absolutePath).value_or(u"")),
+                      std::u16string(attributes.Find(names::relativePath).value_or(u""))};
     }
 
     Errors errors_;

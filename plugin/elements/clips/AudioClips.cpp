@@ -10,43 +10,27 @@
 #include "plugin/elements/effects/EditParameter.h"
 #include "plugin/elements/effects/EffectsRack.h"
 #include "plugin/serializer/HostItems.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// A region of a media file on an audio track:
-//
-//     <audioClip id="12" fileID="3" sourceInPoint="0" sourceOutPoint="48000" startPoint="48000"
-//                endPoint="96000" hue="-1" name="Take 2" select="false" lockedInTime="false"
-//                looped="false" offline="false" zOrder="0" crossFadeHeadClipID="-1"
-//                crossFadeTailClipID="-1" clipAutoCrossfade="true">
-//       <properties/> <effectsRack/>
-//       <component id="clipGain"/> <component id="clipMute"/> <component id="clipPan"/>
-//       <fadeIn/> <fadeOut/> <clipStretch/> <take/> ... <editParameter/> ... <channelMap/>
-//     </audioClip>
-//
 // Older documents say "clip"; that is read as the same element and never written.
 
 namespace tses {
 namespace {
-
-constexpr kelcore::uint32 kNoSlot = 4294967295;
-
-constexpr std::u16string_view kGain = u"clipGain";
-constexpr std::u16string_view kMute = u"clipMute";
-constexpr std::u16string_view kPan = u"clipPan";
 
 struct ComponentRow {
     std::u16string_view keyword;
     IEditComponent* (IEditAudioClip::*get)();
 };
 constexpr ComponentRow kComponents[] = {
-    {kGain, &IEditAudioClip::GetClipGainComponent},
-    {kMute, &IEditAudioClip::GetClipMuteComponent},
-    {kPan, &IEditAudioClip::GetClipPanComponent},
+    {kClipGain, &IEditAudioClip::GetClipGainComponent},
+    {kClipMute, &IEditAudioClip::GetClipMuteComponent},
+    {kClipPan, &IEditAudioClip::GetClipPanComponent},
 };
 
 // Reading
 
-void Apply(const PendingClipRecord& record, IEditAudioClip& clip) {
+void Apply(const ClipRecord& record, IEditAudioClip& clip) {
     clip.SetFileID(record.fileId);
     clip.SetLooped(record.looped);
     clip.SetOffline(record.offline);
@@ -62,7 +46,7 @@ void Apply(const PendingClipRecord& record, IEditAudioClip& clip) {
 void Serializer::Impl::StartAudioClip(State state, const TagAttributes& attributes) {
     PushState(state);
     clips_.pending.Reset();
-    ReadAudioClipAttributes(attributes, clips_.pending);
+    ReadAttributes<kClipRows, kAudioClipRows>(attributes, clips_.pending);
     clips_.audioClip = tracks_.track ? Retain(tracks_.track->CreateAudioClip(clips_.pending.id))
                                      : HostReference<IEditAudioClip>();
     if (clips_.audioClip) {
@@ -82,22 +66,22 @@ void Serializer::Impl::EndAudioClip() {
 
 void Serializer::Impl::StartClipComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto id = attributes.Find(names::id);
+    const auto record = ReadControl<kClipComponents>(attributes);
     for (const ComponentRow& row : kComponents) {
-        if (id && *id == row.keyword) {
+        if (record.keyword == row.keyword) {
             effects_.component = clips_.audioClip ? Retain(((*clips_.audioClip).*row.get)())
                                                   : HostReference<IEditComponent>();
         }
     }
-    ApplyComponentAttributes(attributes);
+    ApplyComponent(record);
 }
 
 // Writing
 
 namespace {
 
-PendingClipRecord QueryClip(IQueryAudioClip& clip) {
-    PendingClipRecord record;
+ClipRecord QueryClip(IQueryAudioClip& clip) {
+    ClipRecord record;
     record.id = clip.GetID();
     record.fileId = clip.GetFileID();
     record.looped = clip.GetLooped();
@@ -110,42 +94,17 @@ PendingClipRecord QueryClip(IQueryAudioClip& clip) {
     return record;
 }
 
-AttributeMap ToAttributes(const PendingClipRecord& record) {
-    AttributeMap attributes;
-    SetCommonClipAttributes(record, attributes);
-    attributes.Set(names::fileID, FormatUnsigned(record.fileId));
-    attributes.Set(names::looped, FormatBool(record.looped));
-    attributes.Set(names::offline, FormatBool(record.offline));
-    attributes.Set(names::zOrder, FormatSigned(record.zOrder));
-    attributes.Set(names::crossFadeHeadClipID, FormatSigned(record.crossFadeHeadClipId));
-    attributes.Set(names::crossFadeTailClipID, FormatSigned(record.crossFadeTailClipId));
-    attributes.Set(names::clipAutoCrossfade, FormatBool(record.clipAutoCrossfade));
-    return attributes;
-}
-
-bool WriteRack(SessionXMLWriter& writer, IQueryAudioClip& clip) {
-    const auto rack = Retain(clip.GetEffectsRack());
-    return !rack || WriteEffectsRack(writer, *rack);
-}
-
 bool WriteComponents(SessionXMLWriter& writer, IQueryAudioClip& clip) {
-    return WriteKeywordComponent(writer, kGain, Retain(clip.GetClipGainComponent())) &&
-           WriteKeywordComponent(writer, kMute, Retain(clip.GetClipMuteComponent())) &&
-           WriteKeywordComponent(writer, kPan, Retain(clip.GetClipPanComponent()));
-}
-
-bool WriteEditParameters(SessionXMLWriter& writer, IQueryAudioClip& clip) {
-    return ForEachItem(writer, clip.GetEditParameterCount(), [&](kelcore::uint32 index) {
-        kelcore::uint32 slotIndex = kNoSlot;
-        kelcore::uint32 parameterIndex = 0;
-        clip.GetEditParameter(index, slotIndex, parameterIndex);
-        return slotIndex == kNoSlot || WriteEditParameter(writer, slotIndex, parameterIndex);
-    });
+    return WriteKeywordComponent(writer, kClipGain, Retain(clip.GetClipGainComponent())) &&
+           WriteKeywordComponent(writer, kClipMute, Retain(clip.GetClipMuteComponent())) &&
+           WriteKeywordComponent(writer, kClipPan, Retain(clip.GetClipPanComponent()));
 }
 
 bool WriteAudioClip(SessionXMLWriter& writer, IQueryAudioClip& clip) {
-    return writer.StartElement(names::audioClip, ToAttributes(QueryClip(clip))) &&
-           WriteClipProperties(writer, Retain(clip.GetProperties())) && WriteRack(writer, clip) &&
+    return writer.StartElement(names::audioClip,
+                               ToAttributes<kClipRows, kAudioClipRows>(QueryClip(clip))) &&
+           WriteClipProperties(writer, Retain(clip.GetProperties())) &&
+           WriteEffectsRack(writer, Retain(clip.GetEffectsRack())) &&
            WriteComponents(writer, clip) && WriteFades(writer, clip) &&
            WriteClipStretch(writer, Retain(clip.GetClipStretch())) && WriteTakes(writer, clip) &&
            WriteEditParameters(writer, clip) && WriteClipChannelMap(writer, clip) &&

@@ -1,22 +1,20 @@
 #include "plugin/elements/clips/ClipProperties.h"
 
+#include "format/clips/ClipParts.h"
 #include "plugin/serializer/HostText.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
-
-// A text that the host keeps with a clip. Element and attribute have the same name:
-//
-//     <properties properties="..."/>
 
 namespace tses {
 
 void Serializer::Impl::StartClipProperties(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto text = attributes.Find(names::properties);
-    if (!text || !clips_.audioClip) {
+    const auto record = ReadRecord<ClipPropertiesRecord, kClipPropertiesRows>(attributes);
+    if (!record.properties || !clips_.audioClip) {
         return;
     }
     if (const auto properties = Retain(clips_.audioClip->GetProperties())) {
-        properties->SetProperties(text->data());
+        properties->SetProperties(record.properties->data());
     }
 }
 
@@ -24,8 +22,10 @@ bool WriteClipProperties(SessionXMLWriter& writer, HostReference<IQueryClipPrope
     if (!properties || properties->IsEmpty()) {
         return true;
     }
-    const AttributeMap attributes = {{names::properties, TextOf(properties->GetPropertiesText())}};
-    return writer.StartElement(names::properties, attributes) && writer.EndElement();
+    const std::u16string text = TextOf(properties->GetPropertiesText());
+    const ClipPropertiesRecord record{text};
+    return writer.StartElement(names::properties, ToAttributes<kClipPropertiesRows>(record)) &&
+           writer.EndElement();
 }
 
 }  // namespace tses

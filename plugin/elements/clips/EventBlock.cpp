@@ -1,6 +1,6 @@
 #include "plugin/elements/clips/EventBlock.h"
 
-#include "plugin/serializer/ValueEncoding.h"
+#include "format/ValueEncoding.h"
 
 namespace tses {
 

@@ -1,33 +1,31 @@
 #include "plugin/elements/clips/GlobalTrackInfo.h"
 
 #include <boost/bind/bind.hpp>
+#include <optional>
 
+#include "format/clips/GlobalTrackInfo.h"
 #include "host/Metronome.h"
 #include "plugin/elements/clips/EventBlock.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
-#include "plugin/serializer/ValueEncoding.h"
 
-// The musical timeline, inside "metronome":
-//
-//     <globalTrackInfo keySigVisible="false" tempoVisible="true" timeSigVisible="true">
-//       <tempoEvents/> <timeSignatureEvents/> <keySignatureEvents/>
-//     </globalTrackInfo>
-//
-// Each block is the host's own bytes as text. A visibility that the element does not state stays as
-// the host has it.
+// Each block of the musical timeline is the host's own bytes as text.
 
 namespace tses {
 namespace {
 
-struct VisibilityRow {
-    std::u16string_view name;
-    void (IEditGlobalTrackInfo::*set)(bool visible);
-};
-constexpr VisibilityRow kVisibilities[] = {
-    {names::timeSigVisible, &IEditGlobalTrackInfo::SetTimeSigVisible},
-    {names::keySigVisible, &IEditGlobalTrackInfo::SetKeySigVisible},
-    {names::tempoVisible, &IEditGlobalTrackInfo::SetTempoVisible},
-};
+void ApplyIfStated(std::optional<bool> visible, IEditGlobalTrackInfo& info,
+                   void (IEditGlobalTrackInfo::*set)(bool)) {
+    if (visible) {
+        (info.*set)(*visible);
+    }
+}
+
+void Apply(const GlobalTrackInfoRecord& record, IEditGlobalTrackInfo& info) {
+    ApplyIfStated(record.timeSigVisible, info, &IEditGlobalTrackInfo::SetTimeSigVisible);
+    ApplyIfStated(record.keySigVisible, info, &IEditGlobalTrackInfo::SetKeySigVisible);
+    ApplyIfStated(record.tempoVisible, info, &IEditGlobalTrackInfo::SetTempoVisible);
+}
 
 using SetEvents = void (IEditGlobalTrackInfo::*)(const kelcore::byte* data, kelcore::uint32 size);
 
@@ -46,13 +44,9 @@ void Serializer::Impl::StartGlobalTrackInfo(State state, const TagAttributes& at
     // Without one the events inside find no info either, also not that of an earlier metronome.
     clips_.globalTrackInfo =
         metronome ? Retain(metronome->GetGlobalTrackInfo()) : HostReference<IEditGlobalTrackInfo>();
-    if (!clips_.globalTrackInfo) {
-        return;
-    }
-    for (const VisibilityRow& row : kVisibilities) {
-        if (const auto text = attributes.Find(row.name)) {
-            ((*clips_.globalTrackInfo).*row.set)(ParseBoolStrict(*text));
-        }
+    if (clips_.globalTrackInfo) {
+        Apply(ReadRecord<GlobalTrackInfoRecord, kGlobalTrackInfoRows>(attributes),
+              *clips_.globalTrackInfo);
     }
 }
 
@@ -74,6 +68,14 @@ void Serializer::Impl::EndKeySignatureEvents() {
 
 namespace {
 
+GlobalTrackInfoRecord QueryVisibilities(IQueryGlobalTrackInfo& info) {
+    GlobalTrackInfoRecord record;
+    record.timeSigVisible = info.GetTimeSigVisible();
+    record.keySigVisible = info.GetKeySigVisible();
+    record.tempoVisible = info.GetTempoVisible();
+    return record;
+}
+
 struct BlockRow {
     std::u16string_view element;
     kelcore::uint32 (IQueryGlobalTrackInfo::*size)();
@@ -92,10 +94,8 @@ constexpr BlockRow kBlocks[] = {
 
 bool WriteGlobalTrackInfo(SessionXMLWriter& writer, IQueryGlobalTrackInfo& info) {
     using namespace boost::placeholders;
-    const AttributeMap attributes = {{names::timeSigVisible, FormatBool(info.GetTimeSigVisible())},
-                                     {names::keySigVisible, FormatBool(info.GetKeySigVisible())},
-                                     {names::tempoVisible, FormatBool(info.GetTempoVisible())}};
-    if (!writer.StartElement(names::globalTrackInfo, attributes)) {
+    if (!writer.StartElement(names::globalTrackInfo,
+                             ToAttributes<kGlobalTrackInfoRows>(QueryVisibilities(info)))) {
         return false;
     }
     for (const BlockRow& row : kBlocks) {

@@ -5,15 +5,9 @@
 #include "plugin/elements/clips/CommonClipAttributes.h"
 #include "plugin/elements/clips/EventBlock.h"
 #include "plugin/serializer/HostItems.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// A clip of an instrument track:
-//
-//     <midiClip endPoint="96000" hue="-1" id="12" lockedInTime="false" name="Bass" select="false"
-//               sourceInPoint="0" sourceOutPoint="96000" startPoint="0">
-//       <midiEvents><![CDATA[...]]></midiEvents>
-//     </midiClip>
-//
 // The events are the host's own bytes. Text that does not decode changes nothing, without a
 // word. The clip lists are borrowed from the track for the call, not counted.
 
@@ -22,7 +16,7 @@ namespace tses {
 void Serializer::Impl::StartMidiClip(State state, const TagAttributes& attributes) {
     PushState(state);
     clips_.pending.Reset();
-    ReadCommonClipAttributes(attributes, clips_.pending);
+    ReadAttributes<kClipRows>(attributes, clips_.pending);
     IEditMIDIClipList* const list = tracks_.track ? tracks_.track->GetMIDIClipList() : nullptr;
     clips_.midiClip = list != nullptr ? Retain(list->CreateMIDIClip(clips_.pending.id))
                                       : HostReference<IEditMIDIClip>();
@@ -48,12 +42,10 @@ namespace {
 
 bool WriteMidiClip(SessionXMLWriter& writer, IQueryMIDIClip& clip) {
     using namespace boost::placeholders;
-    PendingClipRecord record;
+    ClipRecord record;
     record.id = clip.GetID();
     QueryCommonClipAttributes(clip, record);
-    AttributeMap attributes;
-    SetCommonClipAttributes(record, attributes);
-    if (!writer.StartElement(names::midiClip, attributes)) {
+    if (!writer.StartElement(names::midiClip, ToAttributes<kClipRows>(record))) {
         return false;
     }
     WriteEventBlock(writer, names::midiEvents,

@@ -1,18 +1,14 @@
 #include "plugin/elements/document/Document.h"
 
+#include "format/document/Document.h"
 #include "platform/kelcore/Trace.h"
 #include "plugin/elements/document/Files.h"
 #include "plugin/elements/document/Session.h"
 #include "plugin/elements/tracks/AudioDevice.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
-#include "plugin/serializer/ValueEncoding.h"
 
-// The root:
-//
-//     <orvo version="1.5"> <session/> <files/> <audioDevice/> </orvo>
-//
-// "version" is written and never read: what a file means is told by its elements alone. Reading
-// accepts the root in the dispatch itself.
+// Reading accepts the root in the dispatch itself.
 
 namespace tses {
 namespace {
@@ -21,8 +17,8 @@ constexpr kelcore::uint32 kSessionDone = 2;
 constexpr kelcore::uint32 kFilesDone = 3;
 constexpr kelcore::uint32 kAudioDeviceDone = 4;
 
-AttributeMap ToAttributes(const DocumentVersion& version) {
-    return {{names::version, FormatSigned(version.major) + u"." + FormatSigned(version.minor)}};
+DocumentRecord ToRecord(const DocumentVersion& version) {
+    return {FormatNumber(version.major) + u"." + FormatNumber(version.minor)};
 }
 
 }  // namespace
@@ -31,7 +27,8 @@ bool WriteDocument(SessionXMLWriter& writer, const HostReference<IQuerySession>&
                    const std::u16string& path) {
     DocumentVersion version;
     session->GetFormatVersion(&version.major, &version.minor);
-    const bool versionSet = writer.SetRootAttributes(ToAttributes(version));
+    const bool versionSet =
+        writer.SetRootAttributes(ToAttributes<kDocumentRows>(ToRecord(version)));
     const auto report = [&](kelcore::uint32 done) {
         session->SetProgress(done, kProgressTotal, 0, versionSet ? 1 : 0);
     };

@@ -1,45 +1,18 @@
 #include "plugin/elements/document/Files.h"
 
+#include "format/document/File.h"
 #include "host/Files.h"
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Paths.h"
-#include "platform/tbcore/MediaHandlers.h"
-#include "plugin/serializer/AttributeBinding.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
-
-// The media that clips refer to by id:
-//
-//     <files>
-//       <file absolutePath="/music/voice.wav" id="3" importerPrivateSettings="..."
-//             mediaHandler="..." recoveryID="..." relativePath="voice.wav"/>
-//     </files>
-//
-// A place is stored twice, absolute and as seen from the session file, so that a folder that was
-// moved together with its media still finds them. A handler without a readable name stands as
-// "mediaHandlerID".
 
 namespace tses {
 namespace {
 
 // Reading
-
-/// A name that stands for no handler is passed over.
-void ReadHandlerName(std::u16string_view text, FileRecord& record) {
-    tbcore::TranslateFromHumanReadableMediaHandler(text, record.mediaHandler);
-}
-
-/// In the order of their names, so that "mediaHandlerID" overrides a translated "mediaHandler".
-constexpr Binding<FileRecord> kBindings[] = {
-    {names::absolutePath, read::Text<&FileRecord::absolutePath>},
-    {names::id, read::Number<&FileRecord::id>},
-    {names::importerPrivateSettings, read::Text<&FileRecord::importerPrivateSettings>},
-    {names::mediaHandler, ReadHandlerName},
-    {names::mediaHandlerID, read::Text<&FileRecord::mediaHandler>},
-    {names::recoveryID, read::Text<&FileRecord::recoveryId>},
-    {names::relativePath, read::Text<&FileRecord::relativePath>},
-};
 
 bool Exists(const std::u16string& path) {
     return kelcore::File(path).Exists();
@@ -50,10 +23,10 @@ bool Exists(const std::u16string& path) {
 void ChoosePath(FileRecord& record, const std::u16string& sessionPath) {
     // Mostly both are one path, and it makes no difference then whether there is a file: two calls
     // of the system are spared.
-    if (kelcore::LeadsPlainlyTo(record.absolutePath, record.relativePath, sessionPath)) {
+    if (kelcore::LeadsPlainlyTo(record.absolutePath, *record.relativePath, sessionPath)) {
         return;
     }
-    const kelcore::File resolved(kelcore::MakeFileFromPath(record.relativePath, sessionPath));
+    const kelcore::File resolved(kelcore::MakeFileFromPath(*record.relativePath, sessionPath));
     if (record.absolutePath.empty() || (!Exists(record.absolutePath) && resolved.Exists())) {
         record.absolutePath = resolved.FullPath();
     }
@@ -76,10 +49,10 @@ void Apply(const FileRecord& record, IEditFile& file) {
 
 void Serializer::Impl::StartFile(State state, const TagAttributes& attributes) {
     PushState(state);
-    FileRecord& record = document_.file;
+    PendingFile& record = document_.file;
     record.Reset();
-    ReadAttributes<kBindings>(attributes, record);
-    if (attributes.Find(names::relativePath)) {
+    ReadAttributes<kFileRows>(attributes, record);
+    if (record.relativePath) {
         ChoosePath(record, path_);
     }
     if (const auto file = Retain(session_->GetFile(record.id))) {
@@ -104,24 +77,9 @@ FileRecord QueryFile(IQueryFile& file, const std::u16string& sessionPath) {
     return record;
 }
 
-AttributeMap ToAttributes(const FileRecord& record) {
-    AttributeMap attributes;
-    attributes.Set(names::id, FormatUnsigned(record.id));
-    attributes.SetUnlessEmpty(names::absolutePath, record.absolutePath);
-    attributes.SetUnlessEmpty(names::relativePath, record.relativePath);
-    std::u16string handlerName;
-    if (tbcore::TranslateToHumanReadableMediaHandler(record.mediaHandler, handlerName)) {
-        attributes.Set(names::mediaHandler, handlerName);
-    } else {
-        attributes.Set(names::mediaHandlerID, record.mediaHandler);
-    }
-    attributes.SetUnlessEmpty(names::recoveryID, record.recoveryId);
-    attributes.SetUnlessEmpty(names::importerPrivateSettings, record.importerPrivateSettings);
-    return attributes;
-}
-
 bool WriteFile(SessionXMLWriter& writer, IQueryFile& file, const std::u16string& sessionPath) {
-    return writer.StartElement(names::file, ToAttributes(QueryFile(file, sessionPath))) &&
+    return writer.StartElement(names::file,
+                               ToAttributes<kFileRows>(QueryFile(file, sessionPath))) &&
            writer.EndElement();
 }
 

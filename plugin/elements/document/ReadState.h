@@ -2,33 +2,27 @@
 
 #include <string>
 
-#include "platform/kelcore/Types.h"
+#include "format/document/File.h"
 
 namespace tses {
 
-/// What a file element says.
-struct FileRecord {
-    kelcore::uint32 id = 4294967295;
-    std::u16string absolutePath;
-    std::u16string relativePath;
-    std::u16string mediaHandler;  // the identifier, not the readable name
-    std::u16string recoveryId;
-    std::u16string importerPrivateSettings;
-
+/// What a file element says. The session's files share one, whose texts keep their room.
+struct PendingFile : FileRecord {
     /// As it was at first, but that the texts keep their room.
     void Reset() {
         id = FileRecord().id;
         for (std::u16string* const text :
-             {&absolutePath, &relativePath, &mediaHandler, &recoveryId, &importerPrivateSettings}) {
+             {&absolutePath, &mediaHandler, &recoveryId, &importerPrivateSettings}) {
             text->clear();
         }
+        relativePath.reset();
     }
 };
 
 /// What the document's elements remember during a read.
 struct DocumentReadState {
     std::u16string appVersion;  // of the last "session" start tag
-    FileRecord file;
+    PendingFile file;
 
     void Clear() { *this = {}; }
 };

@@ -1,35 +1,22 @@
 #include "plugin/elements/effects/EffectsRack.h"
 
+#include "format/effects/EffectsRack.h"
 #include "plugin/elements/effects/Component.h"
 #include "plugin/elements/effects/Slot.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
-#include "plugin/serializer/ValueEncoding.h"
-
-// The effects of a track or clip:
-//
-//     <effectsRack preFader="true">
-//       <component id="rackMix"/> <component id="rackInput"/> <component id="rackOutput"/>
-//       <slot/> ...
-//     </effectsRack>
-//
-// A rack that does not say so is pre-fader, on purpose; the writer always says.
 
 namespace tses {
 namespace {
-
-constexpr std::u16string_view kMix = u"rackMix";
-constexpr std::u16string_view kInput = u"rackInput";
-constexpr std::u16string_view kOutput = u"rackOutput";
 
 struct ComponentRow {
     std::u16string_view keyword;
     IEditComponent* (IEditEffectsRack::*get)();
 };
 constexpr ComponentRow kComponents[] = {
-    {kMix, &IEditEffectsRack::GetMixComponent},
-    {kInput, &IEditEffectsRack::GetInputComponent},
-    {kOutput, &IEditEffectsRack::GetOutputComponent},
+    {kRackMix, &IEditEffectsRack::GetMixComponent},
+    {kRackInput, &IEditEffectsRack::GetInputComponent},
+    {kRackOutput, &IEditEffectsRack::GetOutputComponent},
 };
 
 }  // namespace
@@ -50,21 +37,20 @@ void Serializer::Impl::StartClipEffectsRack(State state, const TagAttributes& at
 
 void Serializer::Impl::ApplyRackAttributes(const TagAttributes& attributes) {
     if (effects_.rack) {
-        const auto preFader = attributes.Find(names::preFader);
-        effects_.rack->SetPreFader(!preFader || ParseBoolStrict(*preFader));
+        effects_.rack->SetPreFader(ReadRecord<RackRecord, kRackRows>(attributes).preFader);
     }
 }
 
 void Serializer::Impl::StartRackComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto id = attributes.Find(names::id);
+    const auto record = ReadControl<kRackComponents>(attributes);
     for (const ComponentRow& row : kComponents) {
-        if (id && *id == row.keyword) {
+        if (record.keyword == row.keyword) {
             effects_.component = effects_.rack ? Retain(((*effects_.rack).*row.get)())
                                                : HostReference<IEditComponent>();
         }
     }
-    ApplyComponentAttributes(attributes);
+    ApplyComponent(record);
 }
 
 // Writing
@@ -78,13 +64,16 @@ bool WriteSlots(SessionXMLWriter& writer, IQueryEffectsRack& rack) {
 
 }  // namespace
 
-bool WriteEffectsRack(SessionXMLWriter& writer, IQueryEffectsRack& rack) {
-    return writer.StartElement(names::effectsRack,
-                               {{names::preFader, FormatBool(rack.IsPreFader())}}) &&
-           WriteKeywordComponent(writer, kMix, Retain(rack.GetMixComponent())) &&
-           WriteKeywordComponent(writer, kInput, Retain(rack.GetInputComponent())) &&
-           WriteKeywordComponent(writer, kOutput, Retain(rack.GetOutputComponent())) &&
-           WriteSlots(writer, rack) && writer.EndElement();
+bool WriteEffectsRack(SessionXMLWriter& writer, HostReference<IQueryEffectsRack> rack) {
+    if (!rack) {
+        return true;
+    }
+    const RackRecord record{rack->IsPreFader()};
+    return writer.StartElement(names::effectsRack, ToAttributes<kRackRows>(record)) &&
+           WriteKeywordComponent(writer, kRackMix, Retain(rack->GetMixComponent())) &&
+           WriteKeywordComponent(writer, kRackInput, Retain(rack->GetInputComponent())) &&
+           WriteKeywordComponent(writer, kRackOutput, Retain(rack->GetOutputComponent())) &&
+           WriteSlots(writer, *rack) && writer.EndElement();
 }
 
 }  // namespace tses

@@ -1,7 +1,7 @@
 #include "plugin/elements/effects/PresetChunkData.h"
 
+#include "format/ValueEncoding.h"
 #include "plugin/serializer/SerializerImpl.h"
-#include "plugin/serializer/ValueEncoding.h"
 
 // The state of an effect, which only the effect understands:
 //

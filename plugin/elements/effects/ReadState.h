@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "format/effects/EffectsRack.h"
 #include "host/Automation.h"
 #include "host/Effects.h"
 #include "plugin/serializer/HostReference.h"
@@ -20,8 +21,8 @@ struct EffectsReadState {
     kelcore::uint32 parameterIndex = 0;             // of the last "parameter"
     float parameterValue = 0;                       // of the last "parameter"
     std::vector<kelcore::uint32> parameterIndices;  // of the "parameter" elements of this component
-    bool poweredApplied = false;      // this component's "powered" was there and applied
-    bool readsInputChannels = false;  // direction of the slot's channel map
+    bool poweredApplied = false;  // this component's "powered" was there and applied
+    ChannelMapRecord channelMap;  // of the slot, whose channels follow
 
     void Clear() { *this = {}; }
 };

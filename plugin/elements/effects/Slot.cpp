@@ -1,40 +1,20 @@
 #include "plugin/elements/effects/Slot.h"
 
+#include "format/effects/EffectsRack.h"
 #include "plugin/elements/effects/Component.h"
 #include "plugin/elements/effects/Parameter.h"
 #include "plugin/elements/effects/PresetChunkData.h"
 #include "plugin/elements/effects/SlotRouting.h"
-#include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
-#include "plugin/serializer/ValueEncoding.h"
-
-// One effect in a rack:
-//
-//     <slot powered="true" sideChainChannels="2" slotIndex="0">
-//       <component componentGuid="..." componentID="..." name="...">
-//         <busConfig/> <channelMap/> <presetChunkData/> <parameter/> ...
-//       </component>
-//     </slot>
-//
-// Only the exact text "true" means powered, but a slot that does not say is.
 
 namespace tses {
 namespace {
 
-constexpr kelcore::uint32 kNoIndex = 4294967295;
-
-void Apply(const TagAttributes& attributes, IEditEffectsSlot& slot) {
-    kelcore::uint32 slotIndex = kNoIndex;
-    if (const auto text = attributes.Find(names::slotIndex)) {
-        ParseUnsigned(*text, slotIndex);
-    }
-    slot.SetSlotIndex(slotIndex);
-    const auto powered = attributes.Find(names::powered);
-    slot.SetBypassed(powered && !ParseBoolStrict(*powered));
-    if (const auto text = attributes.Find(names::sideChainChannels)) {
-        kelcore::uint32 channels = 0;
-        ParseUnsigned(*text, channels);
-        slot.SetSideChainChannels(channels);
+void Apply(const SlotRecord& record, IEditEffectsSlot& slot) {
+    slot.SetSlotIndex(record.slotIndex);
+    slot.SetBypassed(!record.powered);
+    if (record.sideChainChannels) {
+        slot.SetSideChainChannels(*record.sideChainChannels);
     }
 }
 
@@ -45,7 +25,7 @@ void Serializer::Impl::StartSlot(State state, const TagAttributes& attributes) {
     effects_.slot =
         effects_.rack ? Retain(effects_.rack->AddSlot()) : HostReference<IEditEffectsSlot>();
     if (effects_.slot) {
-        Apply(attributes, *effects_.slot);
+        Apply(ReadRecord<SlotRecord, kSlotRows>(attributes), *effects_.slot);
     }
 }
 
@@ -54,36 +34,32 @@ void Serializer::Impl::StartSlotComponent(State state, const TagAttributes& attr
     if (effects_.slot) {
         effects_.component = Retain(effects_.slot->GetComponent());
     }
-    ApplyComponentAttributes(attributes);
+    ApplyComponent(ReadRecord<ComponentRecord, kEffectComponentRows, kEditorRectRows>(attributes));
 }
 
 // Writing
 
 namespace {
 
-AttributeMap QuerySlot(kelcore::uint32 slotIndex, IQueryEffectsSlot& slot) {
-    AttributeMap attributes = {{names::slotIndex, FormatUnsigned(slotIndex)},
-                               {names::powered, FormatBool(!slot.IsBypassed())}};
-    const kelcore::uint32 sideChainChannels = slot.GetSideChainChannels();
-    if (sideChainChannels != 0) {
-        attributes.Set(names::sideChainChannels, FormatUnsigned(sideChainChannels));
+SlotRecord QuerySlot(kelcore::uint32 slotIndex, IQueryEffectsSlot& slot) {
+    SlotRecord record;
+    record.slotIndex = slotIndex;
+    record.powered = !slot.IsBypassed();
+    if (const kelcore::uint32 channels = slot.GetSideChainChannels(); channels != 0) {
+        record.sideChainChannels = channels;
     }
-    return attributes;
+    return record;
 }
 
-/// Unlike a component with a keyword, an effect's always tells what it is, also by an empty text.
-AttributeMap QueryComponent(IQueryComponent& component) {
-    AttributeMap attributes;
-    attributes.Set(names::componentGuid, TextOf(component.GetComponentGuid()));
-    attributes.Set(names::componentID, TextOf(component.GetComponentID()));
-    attributes.Set(names::name, TextOf(component.GetName()));
-    QueryPresetAndVisibility(component, attributes);
+AttributeMap QueryAttributes(IQueryComponent& component) {
+    ComponentTexts texts;
+    AttributeMap attributes = ToAttributes<kEffectComponentRows>(QueryComponent(component, texts));
     QueryEditorRect(component, attributes);
     return attributes;
 }
 
 bool WriteComponent(SessionXMLWriter& writer, IQueryEffectsSlot& slot, IQueryComponent& component) {
-    return writer.StartElement(names::component, QueryComponent(component)) &&
+    return writer.StartElement(names::component, QueryAttributes(component)) &&
            WriteSlotRouting(writer, slot) && WritePresetChunkData(writer, component) &&
            WriteParameters(writer, component) && writer.EndElement();
 }
@@ -96,7 +72,8 @@ bool WriteSlot(SessionXMLWriter& writer, IQueryEffectsRack& rack, kelcore::uint3
         return true;
     }
     const auto component = Retain(slot->GetComponent());
-    return writer.StartElement(names::slot, QuerySlot(rack.GetSlotIndex(position), *slot)) &&
+    const SlotRecord record = QuerySlot(rack.GetSlotIndex(position), *slot);
+    return writer.StartElement(names::slot, ToAttributes<kSlotRows>(record)) &&
            (!component || WriteComponent(writer, *slot, *component)) && writer.EndElement();
 }
 

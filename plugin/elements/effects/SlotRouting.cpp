@@ -1,38 +1,16 @@
 #include "plugin/elements/effects/SlotRouting.h"
 
-#include "plugin/serializer/AttributeBinding.h"
+#include "format/effects/EffectsRack.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
 
-// How an effect is wired, inside its component:
-//
-//     <busConfig><![CDATA[...]]></busConfig>
-//     <channelMap direction="input"> <channel index="0" sourceIndex="1"/> ... </channelMap>
-//     <channelMap direction="output"> ... </channelMap>
-//
-// The bus configuration is the host's own text and passes through unchanged, its blanks included;
-// one of nothing but blanks is none. A map is an output map unless "direction" is exactly "input".
+// The bus configuration of an effect is the host's own text and passes through unchanged, its
+// blanks included; one of nothing but blanks is none.
 
 namespace tses {
-namespace {
-
-constexpr std::u16string_view kInput = u"input";
-constexpr std::u16string_view kOutput = u"output";
-
-struct ChannelRecord {
-    kelcore::int32 index = 0;
-    kelcore::int32 sourceIndex = 0;
-};
-
-constexpr Binding<ChannelRecord> kChannelBindings[] = {
-    {names::index, read::Number<&ChannelRecord::index>},
-    {names::sourceIndex, read::Number<&ChannelRecord::sourceIndex>},
-};
-
-}  // namespace
-
 void Serializer::Impl::EndBusConfig() {
     if (effects_.slot && !TrimWhitespace(characterBuffer_).empty()) {
         effects_.slot->SetBusConfig(characterBuffer_.c_str());
@@ -41,21 +19,19 @@ void Serializer::Impl::EndBusConfig() {
 
 void Serializer::Impl::StartSlotChannelMap(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto direction = attributes.Find(names::direction);
-    effects_.readsInputChannels = direction && *direction == kInput;
+    effects_.channelMap = ReadRecord<ChannelMapRecord, kChannelMapRows>(attributes);
 }
 
 void Serializer::Impl::StartSlotChannel(State state, const TagAttributes& attributes) {
     PushState(state);
-    if (!effects_.slot || !attributes.Find(names::index)) {
+    const auto record = ReadRecord<SlotChannelRecord, kSlotChannelRows>(attributes);
+    if (!effects_.slot || !record.index) {
         return;
     }
-    ChannelRecord record;
-    ReadAttributes<kChannelBindings>(attributes, record);
-    if (effects_.readsInputChannels) {
-        effects_.slot->AddInputChannel(record.index, record.sourceIndex);
+    if (effects_.channelMap.isInput) {
+        effects_.slot->AddInputChannel(*record.index, record.sourceIndex);
     } else {
-        effects_.slot->AddOutputChannel(record.index, record.sourceIndex);
+        effects_.slot->AddOutputChannel(*record.index, record.sourceIndex);
     }
 }
 
@@ -70,23 +46,24 @@ bool WriteBusConfig(SessionXMLWriter& writer, IQueryEffectsSlot& slot) {
 }
 
 struct Direction {
-    std::u16string_view keyword;
+    ChannelMapRecord record;
     kelcore::uint32 (IQueryEffectsSlot::*count)();
     void (IQueryEffectsSlot::*get)(kelcore::uint32 position, kelcore::int32& index,
                                    kelcore::int32& sourceIndex);
 };
-constexpr Direction kInputMap = {kInput, &IQueryEffectsSlot::GetInputChannelCount,
+constexpr Direction kInputMap = {{.isInput = true},
+                                 &IQueryEffectsSlot::GetInputChannelCount,
                                  &IQueryEffectsSlot::GetInputChannel};
-constexpr Direction kOutputMap = {kOutput, &IQueryEffectsSlot::GetOutputChannelCount,
+constexpr Direction kOutputMap = {{.isInput = false},
+                                  &IQueryEffectsSlot::GetOutputChannelCount,
                                   &IQueryEffectsSlot::GetOutputChannel};
 
 bool WriteChannel(SessionXMLWriter& writer, IQueryEffectsSlot& slot, const Direction& direction,
                   kelcore::uint32 position) {
-    ChannelRecord channel;
-    (slot.*direction.get)(position, channel.index, channel.sourceIndex);
-    const AttributeMap attributes = {{names::index, FormatSigned(channel.index)},
-                                     {names::sourceIndex, FormatSigned(channel.sourceIndex)}};
-    return writer.StartElement(names::channel, attributes) && writer.EndElement();
+    SlotChannelRecord channel{.index = 0};
+    (slot.*direction.get)(position, *channel.index, channel.sourceIndex);
+    return writer.StartElement(names::channel, ToAttributes<kSlotChannelRows>(channel)) &&
+           writer.EndElement();
 }
 
 bool WriteChannelMap(SessionXMLWriter& writer, IQueryEffectsSlot& slot,
@@ -97,7 +74,7 @@ bool WriteChannelMap(SessionXMLWriter& writer, IQueryEffectsSlot& slot,
     }
     return writer.TakesChannels(count) &&
            writer.StartElement(names::channelMap,
-                               {{names::direction, std::u16string(direction.keyword)}}) &&
+                               ToAttributes<kChannelMapRows>(direction.record)) &&
            ForEachItem(writer, count,
                        [&](kelcore::uint32 position) {
                            return WriteChannel(writer, slot, direction, position);

@@ -1,34 +1,14 @@
 #include "plugin/elements/state/MixingOptionState.h"
 
-#include "plugin/serializer/AttributeBinding.h"
+#include "format/state/SessionState.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// How the session mixes by default:
-//
-//     <mixingOptionState defaultPanModeLogarithmic="false" panPower="-3"
-//                        playOverlappingClips="false"/>
-
 namespace tses {
-namespace {
-
-struct MixingRecord {
-    bool panModeLogarithmic = false;
-    double panPower = -3.0;
-    bool playOverlappingClips = false;
-};
-
-constexpr Binding<MixingRecord> kBindings[] = {
-    {names::defaultPanModeLogarithmic, read::LenientBool<&MixingRecord::panModeLogarithmic>},
-    {names::panPower, read::LenientDouble<&MixingRecord::panPower>},
-    {names::playOverlappingClips, read::LenientBool<&MixingRecord::playOverlappingClips>},
-};
-
-}  // namespace
 
 void Serializer::Impl::StartMixingOptionState(State state, const TagAttributes& attributes) {
     PushState(state);
-    MixingRecord record;
-    ReadAttributes<kBindings>(attributes, record);
+    const auto record = ReadRecord<MixingRecord, kMixingRows>(attributes);
     session_->SetPanMode(record.panModeLogarithmic, record.panPower);
     session_->SetPlayOverlappingClips(record.playOverlappingClips);
 }
@@ -44,18 +24,11 @@ MixingRecord QueryMixing(IQuerySession& session) {
     return record;
 }
 
-AttributeMap ToAttributes(const MixingRecord& record) {
-    return {
-        {names::defaultPanModeLogarithmic, FormatBool(record.panModeLogarithmic)},
-        {names::panPower, FormatDouble(record.panPower)},
-        {names::playOverlappingClips, FormatBool(record.playOverlappingClips)},
-    };
-}
-
 }  // namespace
 
 bool WriteMixingOptionState(SessionXMLWriter& writer, IQuerySession& session) {
-    return writer.StartElement(names::mixingOptionState, ToAttributes(QueryMixing(session))) &&
+    return writer.StartElement(names::mixingOptionState,
+                               ToAttributes<kMixingRows>(QueryMixing(session))) &&
            writer.EndElement();
 }
 

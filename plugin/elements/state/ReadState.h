@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "format/state/Property.h"
 #include "host/Metronome.h"
 #include "host/Properties.h"
 #include "plugin/serializer/HostReference.h"
@@ -14,7 +15,7 @@ struct SavedStateReadState {
     kelcore::int64 selectionStart = 0;  // in samples
     HostReference<IEditMetronomeInfo> metronome;
     HostReference<IEditProperties> properties;
-    std::u16string propertyKey;
+    PropertyRecord property;
 
     void Clear() { *this = {}; }
 };

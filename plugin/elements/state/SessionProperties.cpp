@@ -1,15 +1,13 @@
 #include "plugin/elements/state/SessionProperties.h"
 
+#include "format/state/Property.h"
 #include "host/Properties.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
 
-// Texts that the host keeps with the session, by key:
-//
-//     <properties> <property key="artist">...</property> ... </properties>
-//
 // A value loses its blanks and line ends at both ends on the way back.
 
 namespace tses {
@@ -21,23 +19,22 @@ void Serializer::Impl::StartSessionProperties(State state, const TagAttributes& 
 
 void Serializer::Impl::StartProperty(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto key = attributes.Find(names::key);
-    savedState_.propertyKey = key.value_or(u"");
+    savedState_.property = ReadRecord<PropertyRecord, kPropertyRows>(attributes);
 }
 
 void Serializer::Impl::EndProperty() {
     if (savedState_.properties) {
         const std::u16string value(TrimWhitespace(characterBuffer_));
-        savedState_.properties->SetProperty(savedState_.propertyKey.c_str(), value.c_str());
+        savedState_.properties->SetProperty(savedState_.property.key.c_str(), value.c_str());
     }
 }
 
 namespace {
 
 bool WriteProperty(SessionXMLWriter& writer, IQueryProperties& properties, kelcore::uint32 index) {
-    const std::u16string key = TextOf(properties.GetKey(index));
-    const std::u16string value = TextOf(properties.GetValue(key.c_str()));
-    return writer.StartElement(names::property, {{names::key, key}}) &&
+    const PropertyRecord record{TextOf(properties.GetKey(index))};
+    const std::u16string value = TextOf(properties.GetValue(record.key.c_str()));
+    return writer.StartElement(names::property, ToAttributes<kPropertyRows>(record)) &&
            (value.empty() || writer.Text(value)) && writer.EndElement();
 }
 

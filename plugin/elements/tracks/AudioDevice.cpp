@@ -1,51 +1,12 @@
 #include "plugin/elements/tracks/AudioDevice.h"
 
-#include "plugin/serializer/AttributeBinding.h"
+#include "format/tracks/AudioDevice.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// The audio device that the session was made with, and the ports that track inputs and outputs
-// name:
-//
-//     <audioDevice inputID="..." outputID="...">
-//       <inputPort id="1" name="Mic"/> <outputPort id="1" name="Main L/R"/>
-//     </audioDevice>
-//
-// Both identifiers are always written, also empty.
-
 namespace tses {
-namespace {
-
-struct DeviceRecord {
-    std::u16string inputId;
-    std::u16string outputId;
-};
-
-struct PortRecord {
-    kelcore::int32 id = 0;
-    std::u16string name;
-};
-
-// Reading
-
-constexpr Binding<DeviceRecord> kDeviceBindings[] = {
-    {names::inputID, read::Text<&DeviceRecord::inputId>},
-    {names::outputID, read::Text<&DeviceRecord::outputId>},
-};
-
-constexpr Binding<PortRecord> kPortBindings[] = {
-    {names::id, read::Number<&PortRecord::id>},
-    {names::name, read::Text<&PortRecord::name>},
-};
-
-PortRecord ReadPort(const TagAttributes& attributes) {
-    PortRecord port;
-    ReadAttributes<kPortBindings>(attributes, port);
-    return port;
-}
-
-}  // namespace
 
 /// Without any attribute, the host keeps both of its identifiers; with one, the other becomes
 /// empty.
@@ -54,21 +15,20 @@ void Serializer::Impl::StartAudioDevice(State state, const TagAttributes& attrib
     if (attributes.empty()) {
         return;
     }
-    DeviceRecord device;
-    ReadAttributes<kDeviceBindings>(attributes, device);
+    const auto device = ReadRecord<AudioDeviceRecord, kAudioDeviceRows>(attributes);
     session_->SetInputDeviceId(device.inputId.c_str());
     session_->SetOutputDeviceId(device.outputId.c_str());
 }
 
 void Serializer::Impl::StartInputPort(State state, const TagAttributes& attributes) {
     PushState(state);
-    const PortRecord port = ReadPort(attributes);
+    const auto port = ReadRecord<PortRecord, kPortRows>(attributes);
     session_->AddInputPort(port.id, port.name.c_str());
 }
 
 void Serializer::Impl::StartOutputPort(State state, const TagAttributes& attributes) {
     PushState(state);
-    const PortRecord port = ReadPort(attributes);
+    const auto port = ReadRecord<PortRecord, kPortRows>(attributes);
     session_->AddOutputPort(port.id, port.name.c_str());
 }
 
@@ -77,8 +37,7 @@ void Serializer::Impl::StartOutputPort(State state, const TagAttributes& attribu
 namespace {
 
 bool WritePort(SessionXMLWriter& writer, std::u16string_view element, const PortRecord& port) {
-    const AttributeMap attributes = {{names::id, FormatSigned(port.id)}, {names::name, port.name}};
-    return writer.StartElement(element, attributes) && writer.EndElement();
+    return writer.StartElement(element, ToAttributes<kPortRows>(port)) && writer.EndElement();
 }
 
 bool WriteInputPorts(SessionXMLWriter& writer, IQuerySession& session) {
@@ -99,11 +58,9 @@ bool WriteOutputPorts(SessionXMLWriter& writer, IQuerySession& session) {
 }  // namespace
 
 bool WriteAudioDevice(SessionXMLWriter& writer, const HostReference<IQuerySession>& session) {
-    const DeviceRecord device{TextOf(session->GetInputDeviceId()),
-                              TextOf(session->GetOutputDeviceId())};
-    const AttributeMap attributes = {{names::inputID, device.inputId},
-                                     {names::outputID, device.outputId}};
-    return writer.StartElement(names::audioDevice, attributes) &&
+    const AudioDeviceRecord device{TextOf(session->GetInputDeviceId()),
+                                   TextOf(session->GetOutputDeviceId())};
+    return writer.StartElement(names::audioDevice, ToAttributes<kAudioDeviceRows>(device)) &&
            WriteInputPorts(writer, *session) && WriteOutputPorts(writer, *session) &&
            writer.EndElement();
 }

@@ -1,41 +1,24 @@
 #include "plugin/elements/tracks/Sends.h"
 
+#include "format/tracks/Sends.h"
 #include "plugin/elements/effects/Component.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
-#include "plugin/serializer/ValueEncoding.h"
-
-// Where a track also goes:
-//
-//     <sendList>
-//       <sendSlot destCompIndex="1" preFader="false" sendOutputID="4" slotIndex="0">
-//         <component id="sendComponent"/> <component id="sendPan"/>
-//       </sendSlot>
-//     </sendList>
-//
-// A slot without "slotIndex" makes no slot, and what stands in it goes to the slot before.
 
 namespace tses {
 namespace {
 
-constexpr std::u16string_view kLevel = u"sendComponent";
-constexpr std::u16string_view kPan = u"sendPan";
-
-// Reading: each attribute that is there is applied at once, each that is not causes no call.
-
-void Apply(const TagAttributes& attributes, IEditSendSlot& slot) {
-    if (const auto text = attributes.Find(names::sendOutputID)) {
-        kelcore::int32 outputId = 0;
-        ParseSigned(*text, outputId);
-        slot.SetSendOutputId(outputId);
+// Each attribute that is there is applied at once, each that is not causes no call.
+void Apply(const SendSlotRecord& record, IEditSendSlot& slot) {
+    slot.SetSlotIndex(*record.slotIndex);
+    if (record.sendOutputId) {
+        slot.SetSendOutputId(*record.sendOutputId);
     }
-    if (const auto text = attributes.Find(names::preFader)) {
-        slot.SetPreFader(ParseBoolStrict(*text));
+    if (record.preFader) {
+        slot.SetPreFader(*record.preFader);
     }
-    if (const auto text = attributes.Find(names::destCompIndex)) {
-        kelcore::int32 index = 0;
-        ParseSigned(*text, index);
-        slot.SetDestCompIndex(index);
+    if (record.destCompIndex) {
+        slot.SetDestCompIndex(*record.destCompIndex);
     }
 }
 
@@ -49,57 +32,49 @@ void Serializer::Impl::StartSendList(State state, const TagAttributes& /*attribu
 
 void Serializer::Impl::StartSendSlot(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto slotIndex = attributes.Find(names::slotIndex);
-    if (!slotIndex) {
+    const auto record = ReadRecord<SendSlotRecord, kSendSlotRows>(attributes);
+    if (!record.slotIndex) {
         return;
     }
-    if (!tracks_.sendList) {
-        tracks_.sendSlot.Reset();
-        return;
+    tracks_.sendSlot =
+        tracks_.sendList ? Retain(tracks_.sendList->AddSlot()) : HostReference<IEditSendSlot>();
+    if (tracks_.sendSlot) {
+        Apply(record, *tracks_.sendSlot);
     }
-    tracks_.sendSlot = Retain(tracks_.sendList->AddSlot());
-    if (!tracks_.sendSlot) {
-        return;
-    }
-    kelcore::uint32 index = 0;
-    ParseUnsigned(*slotIndex, index);
-    tracks_.sendSlot->SetSlotIndex(index);
-    Apply(attributes, *tracks_.sendSlot);
 }
 
 void Serializer::Impl::StartSendComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto id = attributes.Find(names::id);
-    if (id && tracks_.sendSlot) {
-        if (*id == kLevel) {
-            effects_.component = Retain(tracks_.sendSlot->GetSendComponent(id->data()));
-        } else if (*id == kPan) {
-            effects_.component = Retain(tracks_.sendSlot->GetPanComponent(id->data()));
+    const auto record = ReadControl<kSendComponents>(attributes);
+    if (tracks_.sendSlot) {
+        if (record.keyword == kSendLevel) {
+            effects_.component = Retain(tracks_.sendSlot->GetSendComponent(kSendLevel.data()));
+        } else if (record.keyword == kSendPan) {
+            effects_.component = Retain(tracks_.sendSlot->GetPanComponent(kSendPan.data()));
         }
     }
-    ApplyComponentAttributes(attributes);
+    ApplyComponent(record);
 }
 
 // Writing
 
 namespace {
 
-AttributeMap QueryAttributes(IQuerySendSlot& slot) {
-    AttributeMap attributes;
-    attributes.Set(names::slotIndex, FormatUnsigned(slot.GetSlotIndex()));
-    attributes.Set(names::sendOutputID, FormatSigned(slot.GetSendOutputId()));
-    const kelcore::int32 destCompIndex = slot.GetDestCompIndex();
-    if (destCompIndex >= 0) {
-        attributes.Set(names::destCompIndex, FormatSigned(destCompIndex));
+SendSlotRecord QuerySlot(IQuerySendSlot& slot) {
+    SendSlotRecord record;
+    record.slotIndex = slot.GetSlotIndex();
+    record.sendOutputId = slot.GetSendOutputId();
+    if (const kelcore::int32 destCompIndex = slot.GetDestCompIndex(); destCompIndex >= 0) {
+        record.destCompIndex = destCompIndex;
     }
-    attributes.Set(names::preFader, FormatBool(slot.IsPreFader()));
-    return attributes;
+    record.preFader = slot.IsPreFader();
+    return record;
 }
 
 bool WriteSendSlot(SessionXMLWriter& writer, IQuerySendSlot& slot) {
-    return writer.StartElement(names::sendSlot, QueryAttributes(slot)) &&
-           WriteKeywordComponent(writer, kLevel, Retain(slot.GetSendComponent())) &&
-           WriteKeywordComponent(writer, kPan, Retain(slot.GetPanComponent())) &&
+    return writer.StartElement(names::sendSlot, ToAttributes<kSendSlotRows>(QuerySlot(slot))) &&
+           WriteKeywordComponent(writer, kSendLevel, Retain(slot.GetSendComponent())) &&
+           WriteKeywordComponent(writer, kSendPan, Retain(slot.GetPanComponent())) &&
            writer.EndElement();
 }
 

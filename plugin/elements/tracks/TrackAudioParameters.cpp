@@ -1,64 +1,28 @@
 #include "plugin/elements/tracks/TrackAudioParameters.h"
 
+#include "format/tracks/TrackAudioParameters.h"
 #include "plugin/elements/effects/Component.h"
-#include "plugin/serializer/AttributeBinding.h"
-#include "plugin/serializer/Keywords.h"
 #include "plugin/serializer/SerializerImpl.h"
-
-// How a track sounds and where it goes:
-//
-//     <trackAudioParameters audioChannelType="stereo" automationMode="1" monitoring="false"
-//                           recordArmed="false" solo="false" soloSafe="true">
-//       <trackOutput outputID="2" type="trackID"/>
-//       <trackInput inputID="1"/>
-//       <component id="trackFader"/> <component id="trackMute"/>
-//       <component id="trackPan"/> <component id="trackEQ"/>
-//     </trackAudioParameters>
-//
-// Its switches are on for "true" and for "1", where a track's own are on for "true" alone. "volume"
-// and "mute" of old files are accepted and dropped: the fader and mute components carry them.
 
 namespace tses {
 namespace {
 
-constexpr std::u16string_view kFader = u"trackFader";
-constexpr std::u16string_view kMute = u"trackMute";
-constexpr std::u16string_view kPan = u"trackPan";
-constexpr std::u16string_view kEq = u"trackEQ";
-
-constexpr std::u16string_view kToTrack = u"trackID";
-constexpr std::u16string_view kToHardware = u"hardwareOutput";
-
 constexpr float kPoweredFrom = 0.5F;
+constexpr kelcore::int32 kNoOutput = TrackOutputRecord().id;
 
 // Reading
 
-/// An unknown keyword changes nothing.
-void ReadChannelType(std::u16string_view text, PendingTrack& record) {
-    record.audioChannelType = FindValue(kChannelLayouts, text).value_or(record.audioChannelType);
-}
-
-constexpr Binding<PendingTrack> kBindings[] = {
-    {names::audioChannelType, ReadChannelType},
-    {names::automationMode, read::Number<&PendingTrack::automationMode>},
-    {names::monitoring, read::LenientBool<&PendingTrack::monitoring>},
-    {names::mute, read::LenientBool<&PendingTrack::mute>},
-    {names::recordArmed, read::LenientBool<&PendingTrack::recordArmed>},
-    {names::solo, read::LenientBool<&PendingTrack::solo>},
-    {names::soloSafe, read::LenientBool<&PendingTrack::soloSafe>},
-    {names::volume, read::LenientFloat<&PendingTrack::volume>},
-};
-
 void Apply(const PendingTrack& pending, IEditAudioTrackPrivate& track) {
-    track.SetAudioChannelType(pending.audioChannelType);
-    track.SetSolo(pending.solo);
-    track.SetRecordArmed(pending.recordArmed);
-    track.SetMonitoring(pending.monitoring);
-    track.SetSoloSafe(pending.soloSafe);
-    track.SetOutputTrack(pending.outputTrackId);
-    track.SetInput(pending.inputId);
-    track.SetHardwareOutput(pending.hardwareOutputId);
-    track.SetAutomationMode(pending.automationMode);
+    const TrackOutputRecord& output = pending.output;
+    track.SetAudioChannelType(pending.audio.audioChannelType);
+    track.SetSolo(pending.audio.solo);
+    track.SetRecordArmed(pending.audio.recordArmed);
+    track.SetMonitoring(pending.audio.monitoring);
+    track.SetSoloSafe(pending.audio.soloSafe);
+    track.SetOutputTrack(output.toTrack ? output.id : kNoOutput);
+    track.SetInput(pending.input.id);
+    track.SetHardwareOutput(output.toTrack ? kNoOutput : output.id);
+    track.SetAutomationMode(pending.audio.automationMode);
 }
 
 struct ComponentRow {
@@ -66,17 +30,17 @@ struct ComponentRow {
     IEditComponent* (IEditAudioTrackPrivate::*get)(const kelcore::char16* id);
 };
 constexpr ComponentRow kComponents[] = {
-    {kFader, &IEditAudioTrackPrivate::GetFaderComponent},
-    {kMute, &IEditAudioTrackPrivate::GetMuteComponent},
-    {kPan, &IEditAudioTrackPrivate::GetPanComponent},
-    {kEq, &IEditAudioTrackPrivate::GetEQComponent},
+    {kTrackFader, &IEditAudioTrackPrivate::GetFaderComponent},
+    {kTrackMute, &IEditAudioTrackPrivate::GetMuteComponent},
+    {kTrackPan, &IEditAudioTrackPrivate::GetPanComponent},
+    {kTrackEq, &IEditAudioTrackPrivate::GetEQComponent},
 };
 
 }  // namespace
 
 void Serializer::Impl::StartTrackAudioParameters(State state, const TagAttributes& attributes) {
     PushState(state);
-    ReadAttributes<kBindings>(attributes, tracks_.pending);
+    ReadAttributes<kTrackAudioRows>(attributes, tracks_.pending.audio);
 }
 
 void Serializer::Impl::EndTrackAudioParameters() {
@@ -85,39 +49,28 @@ void Serializer::Impl::EndTrackAudioParameters() {
     }
 }
 
-/// The id goes to a track only for the one keyword, and to the hardware for any other or none.
 void Serializer::Impl::StartTrackOutput(State state, const TagAttributes& attributes) {
     PushState(state);
-    PendingTrack& pending = tracks_.pending;
-    pending.outputTrackId = -1;
-    pending.hardwareOutputId = -1;
-    const auto type = attributes.Find(names::type);
-    const auto id = attributes.Find(names::outputID);
-    if (id) {
-        const bool toTrack = type && *type == kToTrack;
-        ParseSigned(*id, toTrack ? pending.outputTrackId : pending.hardwareOutputId);
-    }
+    tracks_.pending.output = ReadRecord<TrackOutputRecord, kTrackOutputRows>(attributes);
 }
 
 void Serializer::Impl::StartTrackInput(State state, const TagAttributes& attributes) {
     PushState(state);
-    tracks_.pending.inputId = -1;
-    if (const auto id = attributes.Find(names::inputID)) {
-        ParseSigned(*id, tracks_.pending.inputId);
-    }
+    tracks_.pending.input = ReadRecord<TrackInputRecord, kTrackInputRows>(attributes);
 }
 
 void Serializer::Impl::StartTrackComponent(State state, const TagAttributes& attributes) {
     PushState(state);
-    const auto id = attributes.Find(names::id);
+    const auto record = ReadControl<kTrackComponents>(attributes);
     for (const ComponentRow& row : kComponents) {
-        if (id && *id == row.keyword) {
-            effects_.component = tracks_.track ? Retain(((*tracks_.track).*row.get)(id->data()))
-                                               : HostReference<IEditComponent>();
-            tracks_.pending.eqComponentPending = row.keyword == kEq;
+        if (record.keyword == row.keyword) {
+            effects_.component = tracks_.track
+                                     ? Retain(((*tracks_.track).*row.get)(row.keyword.data()))
+                                     : HostReference<IEditComponent>();
+            tracks_.pending.eqComponentPending = row.keyword == kTrackEq;
         }
     }
-    ApplyComponentAttributes(attributes);
+    ApplyComponent(record);
 }
 
 /// Old files say whether the EQ is on by its last parameter alone.
@@ -135,38 +88,24 @@ void Serializer::Impl::EndTrackComponent() {
 
 namespace {
 
+/// Only an id above 0 names a track; anything else is written as an output of the hardware.
+TrackOutputRecord ChooseOutput(kelcore::int32 trackId, kelcore::int32 hardwareId) {
+    const bool toTrack = trackId > 0;
+    return {toTrack, toTrack ? trackId : hardwareId};
+}
+
 PendingTrack QueryAudioParameters(IQueryAudioTrackPrivate& track) {
     PendingTrack record;
-    record.audioChannelType = track.GetAudioChannelType();
-    record.solo = track.IsSolo();
-    record.recordArmed = track.IsRecordArmed();
-    record.monitoring = track.IsMonitoring();
-    record.soloSafe = track.IsSoloSafe();
-    record.outputTrackId = track.GetOutputTrackId();
-    record.inputId = track.GetInputId();
-    record.hardwareOutputId = track.GetHardwareOutputId();
-    record.automationMode = track.GetAutomationMode();
+    record.audio.audioChannelType = track.GetAudioChannelType();
+    record.audio.solo = track.IsSolo();
+    record.audio.recordArmed = track.IsRecordArmed();
+    record.audio.monitoring = track.IsMonitoring();
+    record.audio.soloSafe = track.IsSoloSafe();
+    const kelcore::int32 outputTrackId = track.GetOutputTrackId();
+    record.input.id = track.GetInputId();
+    record.output = ChooseOutput(outputTrackId, track.GetHardwareOutputId());
+    record.audio.automationMode = track.GetAutomationMode();
     return record;
-}
-
-AttributeMap ToAttributes(const PendingTrack& record) {
-    AttributeMap attributes;
-    attributes.SetUnlessEmpty(names::audioChannelType,
-                              FindKeyword(kChannelLayouts, record.audioChannelType, u""));
-    attributes.Set(names::solo, FormatBool(record.solo));
-    attributes.Set(names::recordArmed, FormatBool(record.recordArmed));
-    attributes.Set(names::monitoring, FormatBool(record.monitoring));
-    attributes.Set(names::soloSafe, FormatBool(record.soloSafe));
-    attributes.Set(names::automationMode, FormatSigned(record.automationMode));
-    return attributes;
-}
-
-/// Only an id above 0 names a track; anything else is written as an output of the hardware.
-AttributeMap OutputAttributes(const PendingTrack& record) {
-    const bool toTrack = record.outputTrackId > 0;
-    return {
-        {names::type, std::u16string(toTrack ? kToTrack : kToHardware)},
-        {names::outputID, FormatSigned(toTrack ? record.outputTrackId : record.hardwareOutputId)}};
 }
 
 bool WriteEmpty(SessionXMLWriter& writer, std::u16string_view element,
@@ -175,20 +114,20 @@ bool WriteEmpty(SessionXMLWriter& writer, std::u16string_view element,
 }
 
 bool WriteComponents(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track) {
-    return WriteKeywordComponent(writer, kFader, Retain(track.GetFaderComponent())) &&
-           WriteKeywordComponent(writer, kMute, Retain(track.GetMuteComponent())) &&
-           WriteKeywordComponent(writer, kPan, Retain(track.GetPanComponent())) &&
-           WriteKeywordComponent(writer, kEq, Retain(track.GetEQComponent()));
+    return WriteKeywordComponent(writer, kTrackFader, Retain(track.GetFaderComponent())) &&
+           WriteKeywordComponent(writer, kTrackMute, Retain(track.GetMuteComponent())) &&
+           WriteKeywordComponent(writer, kTrackPan, Retain(track.GetPanComponent())) &&
+           WriteKeywordComponent(writer, kTrackEq, Retain(track.GetEQComponent()));
 }
 
 }  // namespace
 
 bool WriteTrackAudioParameters(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track) {
     const PendingTrack record = QueryAudioParameters(track);
-    return writer.StartElement(names::trackAudioParameters, ToAttributes(record)) &&
-           WriteEmpty(writer, names::trackOutput, OutputAttributes(record)) &&
-           WriteEmpty(writer, names::trackInput,
-                      {{names::inputID, FormatSigned(record.inputId)}}) &&
+    return writer.StartElement(names::trackAudioParameters,
+                               ToAttributes<kTrackAudioRows>(record.audio)) &&
+           WriteEmpty(writer, names::trackOutput, ToAttributes<kTrackOutputRows>(record.output)) &&
+           WriteEmpty(writer, names::trackInput, ToAttributes<kTrackInputRows>(record.input)) &&
            WriteComponents(writer, track) && writer.EndElement();
 }
 

@@ -1,41 +1,31 @@
 #include "plugin/elements/tracks/TrackParameters.h"
 
-#include "plugin/serializer/AttributeBinding.h"
+#include "format/tracks/Track.h"
 #include "plugin/serializer/HostText.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
 
-// How a track is shown, for both families of tracks:
-//
-//     <trackParameters trackHeight="64" trackHue="212.5" trackMinimized="false">
-//       <name>Voice</name>
-//     </trackParameters>
-//
-// The name's element is written even when the name is empty. Reading applies everything at the end
-// tag, from a record that only track elements reset.
+// How a track is shown, for both families of tracks. The name's element is written even when the
+// name is empty. Reading applies everything at the end tag, from a record that only track elements
+// reset.
 
 namespace tses {
 namespace {
 
-constexpr Binding<PendingTrack> kBindings[] = {
-    {names::trackHeight, read::Number<&PendingTrack::height>},
-    {names::trackHue, read::LenientDouble<&PendingTrack::hue>},
-    {names::trackMinimized, read::StrictBool<&PendingTrack::minimized>},
-};
-
 template <class Track>
 void Apply(const PendingTrack& pending, Track& track) {
     track.SetName(pending.name.c_str());
-    track.SetHeight(pending.height);
-    track.SetHue(pending.hue);
-    track.SetMinimized(pending.minimized);
+    track.SetHeight(pending.parameters.height);
+    track.SetHue(pending.parameters.hue);
+    track.SetMinimized(pending.parameters.minimized);
 }
 
 }  // namespace
 
 void Serializer::Impl::StartTrackParameters(State state, const TagAttributes& attributes) {
     PushState(state);
-    ReadAttributes<kBindings>(attributes, tracks_.pending);
+    ReadAttributes<kTrackParametersRows>(attributes, tracks_.pending.parameters);
 }
 
 void Serializer::Impl::EndTrackName() {
@@ -59,10 +49,8 @@ void Serializer::Impl::EndVideoTrackParameters() {
 namespace {
 
 template <class Track>
-AttributeMap QueryAttributes(Track& track) {
-    return {{names::trackHeight, FormatSigned(track.GetHeight())},
-            {names::trackHue, FormatDouble(track.GetHue())},
-            {names::trackMinimized, FormatBool(track.IsMinimized())}};
+TrackParametersRecord QueryParameters(Track& track) {
+    return {track.GetHeight(), track.GetHue(), track.IsMinimized()};
 }
 
 bool WriteName(SessionXMLWriter& writer, const std::u16string& name) {
@@ -72,7 +60,9 @@ bool WriteName(SessionXMLWriter& writer, const std::u16string& name) {
 
 template <class Track>
 bool Write(SessionXMLWriter& writer, Track& track) {
-    return writer.StartElement(names::trackParameters, QueryAttributes(track)) &&
+    const TrackParametersRecord record = QueryParameters(track);
+    return writer.StartElement(names::trackParameters,
+                               ToAttributes<kTrackParametersRows>(record)) &&
            WriteName(writer, TextOf(track.GetName())) && writer.EndElement();
 }
 

@@ -1,43 +1,23 @@
 #include "plugin/elements/tracks/TrackVisibility.h"
 
+#include "format/tracks/TrackVisibility.h"
 #include "host/TrackVisibility.h"
-#include "plugin/serializer/AttributeBinding.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// Presets of which tracks are shown how high:
-//
-//     <trackVisibilityPresets>
-//       <trackVisibilityPreset id="1" name="Voices only">
-//         <trackVisibility id="7" trackHeight="64" trackMinimized="true"/>
-//       </trackVisibilityPreset>
-//     </trackVisibilityPresets>
-//
 // Both directions go through a list of records: the host sees a preset when all of them have been
 // read.
 
 namespace tses {
 namespace {
 
-using Entry = PendingVisibilityPreset::Entry;
-
-constexpr Binding<PendingVisibilityPreset> kPresetBindings[] = {
-    {names::id, read::Number<&PendingVisibilityPreset::id>},
-    {names::name, read::Text<&PendingVisibilityPreset::name>},
-};
-
-constexpr Binding<Entry> kEntryBindings[] = {
-    {names::id, read::Number<&Entry::trackId>},
-    {names::trackHeight, read::Number<&Entry::height>},
-    {names::trackMinimized, read::StrictBool<&Entry::minimized>},
-};
-
-void Apply(const PendingVisibilityPreset& pending, IEditTrackVisibilityPreset& preset) {
-    preset.SetId(pending.id);
-    preset.SetName(pending.name.c_str());
-    for (const Entry& entry : pending.entries) {
-        preset.AddTrack(entry.trackId, entry.height, entry.minimized);
+void Apply(const TrackVisibilityPreset& pending, IEditTrackVisibilityPreset& preset) {
+    preset.SetId(pending.record.id);
+    preset.SetName(pending.record.name.c_str());
+    for (const TrackVisibilityRecord& track : pending.tracks) {
+        preset.AddTrack(track.trackId, track.height, track.minimized);
     }
 }
 
@@ -51,19 +31,20 @@ void Serializer::Impl::StartTrackVisibilityPresets(State state,
 
 void Serializer::Impl::StartTrackVisibilityPreset(State state, const TagAttributes& attributes) {
     PushState(state);
-    ReadAttributes<kPresetBindings>(attributes, tracks_.visibilityPresets.emplace_back());
+    ReadAttributes<kTrackVisibilityPresetRows>(attributes,
+                                               tracks_.visibilityPresets.emplace_back().record);
 }
 
 void Serializer::Impl::StartTrackVisibility(State state, const TagAttributes& attributes) {
     PushState(state);
     if (!tracks_.visibilityPresets.empty()) {
-        ReadAttributes<kEntryBindings>(attributes,
-                                       tracks_.visibilityPresets.back().entries.emplace_back());
+        tracks_.visibilityPresets.back().tracks.push_back(
+            ReadRecord<TrackVisibilityRecord, kTrackVisibilityRows>(attributes));
     }
 }
 
 void Serializer::Impl::EndTrackVisibilityPresets() {
-    for (const PendingVisibilityPreset& pending : tracks_.visibilityPresets) {
+    for (const TrackVisibilityPreset& pending : tracks_.visibilityPresets) {
         if (const auto preset = Retain(session_->CreateTrackVisibilityPreset())) {
             Apply(pending, *preset);
         }
@@ -76,45 +57,32 @@ void Serializer::Impl::EndTrackVisibilityPresets() {
 namespace {
 
 bool QueryPreset(SessionXMLWriter& writer, IQueryTrackVisibilityPreset& preset,
-                 PendingVisibilityPreset& record) {
-    record.id = preset.GetId();
-    record.name = TextOf(preset.GetName());
+                 TrackVisibilityPreset& result) {
+    result.record.id = preset.GetId();
+    result.record.name = TextOf(preset.GetName());
     return ForEachItem(writer, preset.GetTrackCount(), [&](kelcore::uint32 index) {
-        Entry& entry = record.entries.emplace_back();
-        preset.GetTrack(index, entry.trackId, entry.height, entry.minimized);
+        TrackVisibilityRecord& track = result.tracks.emplace_back();
+        preset.GetTrack(index, track.trackId, track.height, track.minimized);
         return true;
     });
 }
 
 bool QueryPresets(SessionXMLWriter& writer, IQuerySession& session,
-                  std::vector<PendingVisibilityPreset>& records) {
+                  std::vector<TrackVisibilityPreset>& records) {
     return ForEachItem(writer, session.GetTrackVisibilityPresetCount(), [&](kelcore::uint32 index) {
         const auto preset = Retain(session.GetTrackVisibilityPreset(index));
         return !preset || QueryPreset(writer, *preset, records.emplace_back());
     });
 }
 
-AttributeMap ToAttributes(const PendingVisibilityPreset& preset) {
-    AttributeMap attributes = {{names::id, FormatUnsigned(preset.id)}};
-    attributes.SetUnlessEmpty(names::name, preset.name);
-    return attributes;
-}
-
-AttributeMap ToAttributes(const Entry& entry) {
-    AttributeMap attributes = {{names::id, FormatUnsigned(entry.trackId)},
-                               {names::trackHeight, FormatFloat(entry.height)}};
-    if (entry.minimized) {
-        attributes.Set(names::trackMinimized, FormatBool(true));
-    }
-    return attributes;
-}
-
-bool WritePreset(SessionXMLWriter& writer, const PendingVisibilityPreset& preset) {
-    if (!writer.StartElement(names::trackVisibilityPreset, ToAttributes(preset))) {
+bool WritePreset(SessionXMLWriter& writer, const TrackVisibilityPreset& preset) {
+    if (!writer.StartElement(names::trackVisibilityPreset,
+                             ToAttributes<kTrackVisibilityPresetRows>(preset.record))) {
         return false;
     }
-    for (const Entry& entry : preset.entries) {
-        if (!writer.StartElement(names::trackVisibility, ToAttributes(entry)) ||
+    for (const TrackVisibilityRecord& track : preset.tracks) {
+        if (!writer.StartElement(names::trackVisibility,
+                                 ToAttributes<kTrackVisibilityRows>(track)) ||
             !writer.EndElement()) {
             return false;
         }
@@ -125,7 +93,7 @@ bool WritePreset(SessionXMLWriter& writer, const PendingVisibilityPreset& preset
 }  // namespace
 
 bool WriteTrackVisibilityPresets(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
-    std::vector<PendingVisibilityPreset> presets;
+    std::vector<TrackVisibilityPreset> presets;
     if (!QueryPresets(writer, *session, presets)) {
         return false;
     }
@@ -135,7 +103,7 @@ bool WriteTrackVisibilityPresets(SessionXMLWriter& writer, HostReference<IQueryS
     if (!writer.StartElement(names::trackVisibilityPresets)) {
         return false;
     }
-    for (const PendingVisibilityPreset& preset : presets) {
+    for (const TrackVisibilityPreset& preset : presets) {
         if (!WritePreset(writer, preset)) {
             return false;
         }

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "format/tracks/Track.h"
 #include "host/Metronome.h"
 #include "plugin/elements/clips/AudioClips.h"
 #include "plugin/elements/clips/MidiClips.h"
@@ -11,27 +12,16 @@
 #include "plugin/elements/tracks/TrackAudioParameters.h"
 #include "plugin/elements/tracks/TrackParameters.h"
 #include "plugin/elements/tracks/VideoTracks.h"
-#include "plugin/serializer/AttributeBinding.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
+#include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// The tracks of a session:
-//
-//     <tracks>
-//       <videoTrack/> ...
-//       <audioTrack automationLaneOpenState="false" id="7" index="0" select="true" visible="true">
-//       ...
-//     </tracks>
-//
-// "audioTrack", "busTrack", "masterTrack" and "instrumentTrack" differ in name alone, and so does
-// the "metronomeTrack" that stands inside "metronome". The host owns or makes the tracks; reading
+// The host owns or makes the tracks; reading
 // finds each by its id, but for the metronome's, which the host's metronome has.
 
 namespace tses {
 namespace {
-
-constexpr kelcore::uint32 kNoSlot = 4294967295;
 
 struct KindRow {
     TrackKind kind;
@@ -57,49 +47,35 @@ TrackKind KindOf(State state) {
     return TrackKind::Audio;
 }
 
-constexpr Binding<PendingTrack> kBindings[] = {
-    {names::automationLaneOpenState, read::StrictBool<&PendingTrack::automationLaneOpenState>},
-    {names::id, read::Number<&PendingTrack::id>},
-    {names::index, read::Number<&PendingTrack::index>},
-    {names::midiAll, read::StrictBool<&PendingTrack::midiAll>},
-    {names::midiIn, read::Text<&PendingTrack::midiIn>},
-    {names::phaseInverted, read::StrictBool<&PendingTrack::phaseInverted>},
-    {names::preRendered, read::StrictBool<&PendingTrack::preRendered>},
-    {names::preRenderedFile, read::Text<&PendingTrack::preRenderedFile>},
-    {names::select, read::StrictBool<&PendingTrack::select>},
-    {names::sumtomono, read::StrictBool<&PendingTrack::sumToMono>},
-    {names::visible, read::StrictBool<&PendingTrack::visible>},
-};
-
 HostReference<IEditAudioTrack> FindTrack(IEditSession& session, const PendingTrack& pending) {
     if (pending.kind != TrackKind::Metronome) {
-        return Retain(session.GetAudioTrack(pending.id));
+        return Retain(session.GetAudioTrack(pending.track.id));
     }
     const auto metronome = Retain(session.GetMetronomeInfo());
     return metronome ? Retain(metronome->GetTrack()) : HostReference<IEditAudioTrack>();
 }
 
-void ApplyInstrument(const PendingTrack& pending, IEditAudioTrackPrivate& track) {
+void ApplyInstrument(const TrackRecord& record, IEditAudioTrackPrivate& track) {
     if (const auto instrument = Retain(track.GetInstrument())) {
-        instrument->SetMidiIn(pending.midiIn.c_str());
-        instrument->SetMidiAll(pending.midiAll);
+        instrument->SetMidiIn(record.midiIn.c_str());
+        instrument->SetMidiAll(record.midiAll);
     }
 }
 
-void Apply(const PendingTrack& pending, IEditAudioTrackPrivate& track) {
-    track.SetIndex(pending.index);
-    track.SetKind(static_cast<kelcore::uint32>(pending.kind));
-    track.SetSelected(pending.select);
-    track.SetAutomationLaneOpenState(pending.automationLaneOpenState);
-    track.SetVisible(pending.visible);
-    track.SetPhaseInverted(pending.phaseInverted);
-    track.SetPreRendered(pending.preRendered);
-    track.SetSumToMono(pending.sumToMono);
-    if (!pending.preRenderedFile.empty()) {
-        track.SetPreRenderedFile(pending.preRenderedFile.c_str());
+void Apply(TrackKind kind, const TrackRecord& record, IEditAudioTrackPrivate& track) {
+    track.SetIndex(record.index);
+    track.SetKind(static_cast<kelcore::uint32>(kind));
+    track.SetSelected(record.select);
+    track.SetAutomationLaneOpenState(record.automationLaneOpenState);
+    track.SetVisible(record.visible);
+    track.SetPhaseInverted(record.phaseInverted);
+    track.SetPreRendered(record.preRendered);
+    track.SetSumToMono(record.sumToMono);
+    if (!record.preRenderedFile.empty()) {
+        track.SetPreRenderedFile(record.preRenderedFile.c_str());
     }
-    if (pending.kind == TrackKind::Instrument) {
-        ApplyInstrument(pending, track);
+    if (kind == TrackKind::Instrument) {
+        ApplyInstrument(record, track);
     }
 }
 
@@ -107,23 +83,23 @@ void Apply(const PendingTrack& pending, IEditAudioTrackPrivate& track) {
 
 void Serializer::Impl::StartTrack(State state, const TagAttributes& attributes) {
     PushState(state);
-    tracks_.pending = {};
-    tracks_.pending.kind = KindOf(state);
-    ReadAttributes<kBindings>(attributes, tracks_.pending);
-    tracks_.track = FindTrack(*session_, tracks_.pending).As<IEditAudioTrackPrivate>();
+    PendingTrack& pending = tracks_.pending;
+    pending = {};
+    pending.kind = KindOf(state);
+    ReadAttributes<kTrackIdRows, kTrackRows, kInstrumentRows>(attributes, pending.track);
+    tracks_.track = FindTrack(*session_, pending).As<IEditAudioTrackPrivate>();
     if (!tracks_.track) {
         throw std::runtime_error("Invalid Track Id");
     }
-    Apply(tracks_.pending, *tracks_.track);
+    Apply(pending.kind, pending.track, *tracks_.track);
 }
 
 // Writing
 
 namespace {
 
-/// What of a track is written: a kind that has no element of its own is an audio track's.
-PendingTrack QueryTrack(IQueryAudioTrackPrivate& track) {
-    PendingTrack record;
+TrackRecord QueryTrack(IQueryAudioTrackPrivate& track) {
+    TrackRecord record;
     record.id = track.GetId();
     record.index = track.GetIndex();
     record.select = track.IsSelected();
@@ -133,38 +109,17 @@ PendingTrack QueryTrack(IQueryAudioTrackPrivate& track) {
     record.preRendered = track.IsPreRendered();
     record.sumToMono = track.IsSumToMono();
     record.preRenderedFile = TextOf(track.GetPreRenderedFile());
-    record.kind = static_cast<TrackKind>(track.GetKind());
-    if (record.kind == TrackKind::Instrument) {
-        if (const auto instrument = Retain(track.GetInstrument())) {
-            record.midiAll = instrument->IsMidiAll();
-            record.midiIn = TextOf(instrument->GetMidiIn());
-        }
-    }
     return record;
 }
 
-void SetIfTrue(AttributeMap& attributes, std::u16string_view name, bool value) {
-    if (value) {
-        attributes.Set(name, FormatBool(true));
+void QueryInstrument(IQueryAudioTrackPrivate& track, TrackRecord& record) {
+    if (const auto instrument = Retain(track.GetInstrument())) {
+        record.midiAll = instrument->IsMidiAll();
+        record.midiIn = TextOf(instrument->GetMidiIn());
     }
 }
 
-AttributeMap ToAttributes(const PendingTrack& record) {
-    AttributeMap attributes;
-    attributes.Set(names::id, FormatUnsigned(record.id));
-    attributes.Set(names::index, FormatUnsigned(record.index));
-    attributes.Set(names::select, FormatBool(record.select));
-    attributes.Set(names::automationLaneOpenState, FormatBool(record.automationLaneOpenState));
-    attributes.Set(names::visible, FormatBool(record.visible));
-    SetIfTrue(attributes, names::phaseInverted, record.phaseInverted);
-    SetIfTrue(attributes, names::preRendered, record.preRendered);
-    SetIfTrue(attributes, names::sumtomono, record.sumToMono);
-    attributes.SetUnlessEmpty(names::preRenderedFile, record.preRenderedFile);
-    SetIfTrue(attributes, names::midiAll, record.midiAll);
-    attributes.SetUnlessEmpty(names::midiIn, record.midiIn);
-    return attributes;
-}
-
+/// A kind that has no element of its own is an audio track's.
 std::u16string_view ElementFor(TrackKind kind) {
     for (const KindRow& row : kKinds) {
         if (row.kind == kind) {
@@ -172,20 +127,6 @@ std::u16string_view ElementFor(TrackKind kind) {
         }
     }
     return names::audioTrack;
-}
-
-bool WriteEditParameters(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track) {
-    return ForEachItem(writer, track.GetEditParameterCount(), [&](kelcore::uint32 index) {
-        kelcore::uint32 slotIndex = kNoSlot;
-        kelcore::uint32 parameterIndex = 0;
-        track.GetEditParameter(index, slotIndex, parameterIndex);
-        return slotIndex == kNoSlot || WriteEditParameter(writer, slotIndex, parameterIndex);
-    });
-}
-
-bool WriteRack(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track) {
-    const auto rack = Retain(track.GetEffectsRack());
-    return !rack || WriteEffectsRack(writer, *rack);
 }
 
 bool WriteSends(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track) {
@@ -207,12 +148,17 @@ bool WriteClips(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track, TrackK
 }  // namespace
 
 bool WriteTrack(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track) {
-    const PendingTrack record = QueryTrack(track);
-    return writer.StartElement(ElementFor(record.kind), ToAttributes(record)) &&
+    TrackRecord record = QueryTrack(track);
+    const auto kind = static_cast<TrackKind>(track.GetKind());
+    if (kind == TrackKind::Instrument) {
+        QueryInstrument(track, record);
+    }
+    return writer.StartElement(ElementFor(kind),
+                               ToAttributes<kTrackIdRows, kTrackRows, kInstrumentRows>(record)) &&
            WriteTrackParameters(writer, track) && WriteTrackAudioParameters(writer, track) &&
-           WriteRack(writer, track) && WriteEditParameters(writer, track) &&
-           WriteSends(writer, track) && WriteClips(writer, track, record.kind) &&
-           writer.EndElement();
+           WriteEffectsRack(writer, Retain(track.GetEffectsRack())) &&
+           WriteEditParameters(writer, track) && WriteSends(writer, track) &&
+           WriteClips(writer, track, kind) && writer.EndElement();
 }
 
 // Every track is attempted, and the last one alone decides: a track that fails has always cost

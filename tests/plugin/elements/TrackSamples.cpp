@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "plugin/serializer/Keywords.h"
+#include "format/Keywords.h"
 #include "plugin/xml/Text.h"
 
 namespace test {

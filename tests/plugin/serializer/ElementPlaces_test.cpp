@@ -5,9 +5,9 @@
 #include <map>
 #include <stdexcept>
 
+#include "format/States.h"
 #include "platform/kelappsupport/Features.h"
 #include "platform/kelcore/Strings.h"
-#include "plugin/serializer/States.h"
 #include "reference_host/SessionNode.h"
 #include "tests/support/SerializerFixture.h"
 #include "tests/support/SerializerTestAccess.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "plugin/xml/DocumentLimits.h"
+#include "format/Limits.h"
 #include "tests/plugin/xml/SessionXMLReaderFixture.h"
 
 namespace tses {

@@ -1,4 +1,4 @@
-#include "plugin/xml/DocumentLimits.h"
+#include "format/Limits.h"
 
 #include <gmock/gmock.h>
 

@@ -8,10 +8,10 @@
 #include <filesystem>
 #include <thread>
 
+#include "format/Limits.h"
+#include "format/Names.h"
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Trace.h"
-#include "plugin/xml/DocumentLimits.h"
-#include "plugin/xml/Names.h"
 #include "plugin/xml/SessionXMLReader.h"
 #include "plugin/xml/XercesPlatform.h"
 #include "tests/support/TemporaryFolder.h"

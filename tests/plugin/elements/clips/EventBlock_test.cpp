@@ -5,8 +5,8 @@
 
 #include <optional>
 
+#include "format/Names.h"
 #include "platform/kelcore/Paths.h"
-#include "plugin/xml/Names.h"
 #include "plugin/xml/XercesPlatform.h"
 #include "tests/support/TemporaryFolder.h"
 

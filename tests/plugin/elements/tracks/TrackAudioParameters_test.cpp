@@ -127,7 +127,7 @@ TEST_F(TrackAudioParameters, VolumeAndMuteAreReadIntoTheTracksRecord) {
     events.StartElementEvent(u"", u"session", u"session", {});
     events.StartElementEvent(u"", u"tracks", u"tracks", {});
     events.StartElementEvent(u"", u"audioTrack", u"audioTrack", {{u"id", u"1"}});
-    const PendingTrack& record = SerializerTestAccess::Tracks(impl).pending;
+    const TrackAudioRecord& record = SerializerTestAccess::Tracks(impl).pending.audio;
     EXPECT_EQ(record.volume, 0.0F);
     EXPECT_FALSE(record.mute);
     events.StartElementEvent(u"", u"trackAudioParameters", u"trackAudioParameters",

@@ -26,8 +26,8 @@ TEST_F(TrackPanner, IsNeverWritten) {
     EXPECT_THAT(*Write(WithTrack({})).file, Not(HasSubstr("trackPanner")));
 }
 
-/// The track's record after a panner with these attributes.
-PendingTrack RecordAfter(TagAttributes attributes) {
+/// What the track remembers of a panner with these attributes.
+TrackPannerRecord RecordAfter(TagAttributes attributes) {
     Serializer::Impl impl{WriterFault{}};
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
     const auto session = refhost::SessionNode::Make();
@@ -38,14 +38,14 @@ PendingTrack RecordAfter(TagAttributes attributes) {
     events.StartElementEvent(u"", u"audioTrack", u"audioTrack", {{u"id", u"1"}});
     events.StartElementEvent(u"", u"trackAudioParameters", u"trackAudioParameters", {});
     events.StartElementEvent(u"", u"trackPanner", u"trackPanner", attributes);
-    return SerializerTestAccess::Tracks(impl).pending;
+    return SerializerTestAccess::Tracks(impl).pending.panner;
 }
 
 TEST_F(TrackPanner, IsReadIntoTheTracksRecord) {
-    const PendingTrack record = RecordAfter({{u"angle", u"1.5"},
-                                             {u"panLeftRight", u"-0,5"},
-                                             {u"radius", u"2"},
-                                             {u"stereoSpread", u"x"}});
+    const TrackPannerRecord record = RecordAfter({{u"angle", u"1.5"},
+                                                  {u"panLeftRight", u"-0,5"},
+                                                  {u"radius", u"2"},
+                                                  {u"stereoSpread", u"x"}});
     EXPECT_EQ(record.angle, 1.5F);
     EXPECT_EQ(record.panLeftRight, -0.5F);
     EXPECT_EQ(record.radius, 2.0F);

@@ -1,11 +1,11 @@
-#include "toolkit/ValueKind.h"
+#include "toolkit/ValueCheck.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using toolkit::IsValue;
-using toolkit::ValueKind;
+using tses::ValueKind;
 
 constexpr std::u16string_view kWords[] = {u"low", u"high"};
 
@@ -19,13 +19,16 @@ TEST(IsValue, TakesAnyText) {
 }
 
 TEST(IsValue, TakesWholeNumbersAsLargeAsTheirTypes) {
-    EXPECT_TRUE(Is(ValueKind::Number, u"-2147483648"));
-    EXPECT_TRUE(Is(ValueKind::Number, u"4294967295"));
-    EXPECT_TRUE(Is(ValueKind::LongNumber, u"4294967296"));
-    for (const auto* const none : {u"", u" 1", u"1.0", u"4294967296"}) {
-        EXPECT_FALSE(Is(ValueKind::Number, none));
+    for (const ValueKind kind : {ValueKind::Unsigned, ValueKind::Signed}) {
+        EXPECT_TRUE(Is(kind, u"-2147483648"));
+        EXPECT_TRUE(Is(kind, u"4294967295"));
     }
-    EXPECT_FALSE(Is(ValueKind::LongNumber, u"9223372036854775808"));
+    EXPECT_TRUE(Is(ValueKind::Long, u"4294967296"));
+    for (const auto* const none : {u"", u" 1", u"1.0", u"4294967296"}) {
+        EXPECT_FALSE(Is(ValueKind::Unsigned, none));
+        EXPECT_FALSE(Is(ValueKind::Signed, none));
+    }
+    EXPECT_FALSE(Is(ValueKind::Long, u"9223372036854775808"));
 }
 
 TEST(IsValue, TakesARealNumberWithWhateverAReaderPassesOverAroundIt) {

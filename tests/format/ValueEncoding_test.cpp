@@ -1,4 +1,4 @@
-#include "plugin/serializer/ValueEncoding.h"
+#include "format/ValueEncoding.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
@@ -16,17 +16,17 @@ namespace tses {
 namespace {
 
 TEST(Format, IntegersAreDecimal) {
-    EXPECT_EQ(FormatUnsigned(0), u"0");
-    EXPECT_EQ(FormatUnsigned(4294967295), u"4294967295");
-    EXPECT_EQ(FormatSigned(-1), u"-1");
-    EXPECT_EQ(FormatSigned(std::numeric_limits<kelcore::int32>::min()), u"-2147483648");
-    EXPECT_EQ(FormatInt64(std::numeric_limits<kelcore::int64>::min()), u"-9223372036854775808");
+    EXPECT_EQ(FormatNumber(kelcore::uint32{0}), u"0");
+    EXPECT_EQ(FormatNumber(kelcore::uint32{4294967295}), u"4294967295");
+    EXPECT_EQ(FormatNumber(-1), u"-1");
+    EXPECT_EQ(FormatNumber(std::numeric_limits<kelcore::int32>::min()), u"-2147483648");
+    EXPECT_EQ(FormatNumber(std::numeric_limits<kelcore::int64>::min()), u"-9223372036854775808");
 }
 
 TEST(Format, RealsAreTheShortestText) {
-    EXPECT_EQ(FormatFloat(0.1f), u"0.1");
-    EXPECT_EQ(FormatDouble(0.1), u"0.1");
-    EXPECT_EQ(FormatDouble(-3.0), u"-3");
+    EXPECT_EQ(FormatNumber(0.1f), u"0.1");
+    EXPECT_EQ(FormatNumber(0.1), u"0.1");
+    EXPECT_EQ(FormatNumber(-3.0), u"-3");
 }
 
 TEST(Format, BooleansAreTrueAndFalse) {
@@ -38,20 +38,20 @@ TEST(ParseInteger, TextThatIsNoNumberLeavesTheDefault) {
     for (const char16_t* const text : {u"", u" 5", u"5 ", u"+5", u"5x", u"0x5", u"5.0", u"-",
                                        u"4294967296", u"-2147483649", u"\u0665"}) {
         kelcore::int32 number = 77;
-        ParseSigned(text, number);
+        ParseNumber(text, number);
         EXPECT_EQ(number, 77) << kelcore::UTF16to8(text);
         kelcore::uint32 unsignedNumber = 77;
-        ParseUnsigned(text, unsignedNumber);
+        ParseNumber(text, unsignedNumber);
         EXPECT_EQ(unsignedNumber, 77u) << kelcore::UTF16to8(text);
     }
 }
 
 TEST(ParseInteger, AnIdWrittenUnsignedIsReadSignedWithItsBits) {
     kelcore::int32 number = 0;
-    ParseSigned(u"4294967295", number);
+    ParseNumber(u"4294967295", number);
     EXPECT_EQ(number, -1);
     kelcore::uint32 unsignedNumber = 0;
-    ParseUnsigned(u"-1", unsignedNumber);
+    ParseNumber(u"-1", unsignedNumber);
     EXPECT_EQ(unsignedNumber, 4294967295u);
 }
 
@@ -59,7 +59,7 @@ TEST(ParseInteger, APositionBeyond32BitsSurvivesWriteAndRead) {
     for (const kelcore::int64 position :
          {2147483648LL, 5000000000LL, -5000000000LL, std::numeric_limits<long long>::max()}) {
         kelcore::int64 number = 0;
-        ParseInt64(FormatInt64(position), number);
+        ParseNumber(FormatNumber(position), number);
         EXPECT_EQ(number, position);
     }
 }
@@ -135,8 +135,8 @@ RC_GTEST_PROP(ParseLenient, AgreesWithAStreamOnEveryText, ()) {
 
 RC_GTEST_PROP(ParseLenient, ReadsEveryFiniteValueBackExactly, (double value, float small)) {
     RC_PRE(std::isfinite(value) && std::isfinite(small));
-    RC_ASSERT(SameBits(ParseDoubleLenient(FormatDouble(value)), value));
-    RC_ASSERT(SameBits(ParseFloatLenient(FormatFloat(small)), small));
+    RC_ASSERT(SameBits(ParseDoubleLenient(FormatNumber(value)), value));
+    RC_ASSERT(SameBits(ParseFloatLenient(FormatNumber(small)), small));
 }
 
 std::vector<kelcore::byte> Decoded(std::u16string_view text) {

@@ -12,23 +12,22 @@
 /// fit gives is stated at each.
 namespace tses {
 
-std::u16string FormatUnsigned(kelcore::uint32 value);
-std::u16string FormatSigned(kelcore::int32 value);
-std::u16string FormatInt64(kelcore::int64 value);
-
-/// The shortest text that reads back to the same value.
-std::u16string FormatFloat(float value);
-std::u16string FormatDouble(double value);
+/// Reals as the shortest text that reads back to the same value.
+std::u16string FormatNumber(kelcore::uint32 value);
+std::u16string FormatNumber(kelcore::int32 value);
+std::u16string FormatNumber(kelcore::int64 value);
+std::u16string FormatNumber(float value);
+std::u16string FormatNumber(double value);
 
 /// "true" or "false".
 std::u16string FormatBool(bool value);
 
 /// The whole text must be a number, else `target` keeps what it holds: callers put the default
 /// there.
-void ParseUnsigned(std::u16string_view text, kelcore::uint32& target);
-void ParseSigned(std::u16string_view text, kelcore::int32& target);
-void ParseInt64(std::u16string_view text, kelcore::int64& target);
-void ParseFloat(std::u16string_view text, float& target);
+void ParseNumber(std::u16string_view text, kelcore::uint32& target);
+void ParseNumber(std::u16string_view text, kelcore::int32& target);
+void ParseNumber(std::u16string_view text, kelcore::int64& target);
+void ParseNumber(std::u16string_view text, float& target);
 
 /// Reads as a stream of the "C" locale does, after turning every "," into ".": leading blanks and a
 /// tail that is no number are passed over. 0 if there is no number or it is too large.

@@ -1,4 +1,4 @@
-#include "toolkit/ValueKind.h"
+#include "toolkit/ValueCheck.h"
 
 #include <algorithm>
 #include <concepts>
@@ -11,6 +11,7 @@
 namespace toolkit {
 namespace {
 
+using tses::ValueKind;
 using Words = std::span<const std::u16string_view>;
 
 template <class Number>
@@ -73,9 +74,10 @@ bool IsValue(ValueKind kind, Words words, std::u16string_view text, Target targe
     switch (kind) {
         case ValueKind::Text:
             return true;
-        case ValueKind::Number:
+        case ValueKind::Unsigned:
+        case ValueKind::Signed:
             return IsNumber<kelcore::int32>(text);
-        case ValueKind::LongNumber:
+        case ValueKind::Long:
             return IsNumber<kelcore::int64>(text);
         case ValueKind::Real:
             return IsReal<double>(text);

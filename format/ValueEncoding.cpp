@@ -1,4 +1,4 @@
-#include "plugin/serializer/ValueEncoding.h"
+#include "format/ValueEncoding.h"
 
 #include <array>
 #include <charconv>
@@ -153,38 +153,38 @@ Real ParseLenient(std::u16string_view text) {
 
 }  // namespace
 
-std::u16string FormatUnsigned(kelcore::uint32 value) {
+std::u16string FormatNumber(kelcore::uint32 value) {
     return FormatInteger(value);
 }
-std::u16string FormatSigned(kelcore::int32 value) {
+std::u16string FormatNumber(kelcore::int32 value) {
     return FormatInteger(value);
 }
-std::u16string FormatInt64(kelcore::int64 value) {
+std::u16string FormatNumber(kelcore::int64 value) {
     return FormatInteger(value);
 }
-std::u16string FormatFloat(float value) {
+std::u16string FormatNumber(float value) {
     return FormatReal(value);
 }
-std::u16string FormatDouble(double value) {
+std::u16string FormatNumber(double value) {
     return FormatReal(value);
 }
 std::u16string FormatBool(bool value) {
     return value ? u"true" : u"false";
 }
 
-void ParseUnsigned(std::u16string_view text, kelcore::uint32& target) {
+void ParseNumber(std::u16string_view text, kelcore::uint32& target) {
     kelcore::StringToNumber(text, target);
 }
 
-void ParseSigned(std::u16string_view text, kelcore::int32& target) {
+void ParseNumber(std::u16string_view text, kelcore::int32& target) {
     kelcore::StringToNumber(text, target);
 }
 
-void ParseInt64(std::u16string_view text, kelcore::int64& target) {
+void ParseNumber(std::u16string_view text, kelcore::int64& target) {
     kelcore::StringToNumber(text, target);
 }
 
-void ParseFloat(std::u16string_view text, float& target) {
+void ParseNumber(std::u16string_view text, float& target) {
     kelcore::StringToNumber(text, target);
 }
 

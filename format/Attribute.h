@@ -1,0 +1,53 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tses {
+
+/// What text an attribute's value is.
+enum class ValueKind {
+    Text,
+    Unsigned,     ///< whole, of 32 bits; -1 is 4294967295
+    Signed,       ///< whole, of 32 bits; 4294967295 is -1
+    Long,         ///< whole, of 64 bits
+    Real,         ///< of double precision; blanks around it, and a comma for the point, are fine
+    Real32,       ///< of single precision; likewise
+    ExactReal32,  ///< of single precision, and nothing but the number
+    Boolean,      ///< "true"; anything else is false
+    BooleanOr1,   ///< "true" or "1"; anything else is false
+    Keyword,      ///< one of some words
+    KeywordOrNumber,  ///< one of some words, or the number that a word stands for
+    Keywords,         ///< any number of some words, with a space behind each
+    HandlerName,      ///< a media handler's name for people
+};
+
+/// When an attribute is written.
+enum class Written {
+    Always,
+    UnlessEmpty,
+    IfTrue,
+    IfKnown,    ///< if the value is there and has a text
+    Sometimes,  ///< the element's writer decides
+    Never,
+};
+
+/// What the format says of an attribute, without the record that holds it.
+struct Attribute {
+    std::u16string_view name;
+    ValueKind kind;
+    std::span<const std::u16string_view> words;  ///< of a kind that has some
+    bool isRead;                                 ///< or it is written for people, like "appBuild"
+    Written written;
+    bool isDropped;   ///< accepted in old files, and it means nothing
+    bool isAsBefore;  ///< absent, it is that of the element of its kind before it
+    /// The attribute beside which this one does not count; empty if there is none.
+    std::u16string_view yieldsTo;
+    /// The text that means the same as an absent attribute. No value if absence means something of
+    /// its own. Null for an attribute that is not read, or means nothing.
+    std::optional<std::u16string> (*defaultText)();
+};
+
+}  // namespace tses

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <algorithm>
+#include <span>
+#include <string_view>
+
+#include "format/Attribute.h"
+#include "format/States.h"
+
+namespace tses {
+
+/// What the character data in an element is.
+enum class TextKind {
+    None,  ///< layout
+    Plain,
+    Base64,  ///< bytes
+};
+
+/// How often an element counts.
+struct Occurrence {
+    /// Where two must not have the same key.
+    enum class Unique { Nowhere, InParent, InSession };
+    /// What becomes of an element without the key, or whose key is `kNoId`.
+    enum class WithoutKey {
+        IsCarried,
+        IsNotSaved,  ///< the host gets it, and it is not written
+        IsLost,
+        EndsTheRead,
+    };
+
+    /// Of several under one parent the last one's attributes hold.
+    bool once = false;
+    /// The attribute that tells the elements apart; empty if there is none.
+    std::u16string_view key = {};
+    bool mayNameNone = false;  ///< whether the number `kNoId` is no key
+    WithoutKey withoutKey = WithoutKey::IsCarried;
+    Unique unique = Unique::Nowhere;
+    /// What the elements of all names are, for people, that share their keys in the session.
+    std::string_view among = {};
+};
+
+/// One kind of element, at the places where it stands. An element whose start or end means
+/// something else in another place is another one there.
+struct Element {
+    std::u16string_view name;
+    std::span<const State> parents;  ///< the root alone has none
+    State state;                     ///< that it pushes
+    Occurrence occurrence = {};
+    std::span<const Attribute> attributes = {};
+    TextKind text = TextKind::None;
+    /// Whether it is accepted in old files and means nothing, as all that stands in it.
+    bool isDropped = false;
+    /// Whether it is there only with the application's feature of instrument tracks.
+    bool needsInstrumentTracks = false;
+
+    constexpr bool StandsIn(State parent) const {
+        return std::ranges::find(parents, parent) != parents.end();
+    }
+
+    /// The attribute of that name; null if the element has none.
+    constexpr const Attribute* FindAttribute(std::u16string_view attributeName) const {
+        const auto found = std::ranges::find(attributes, attributeName, &Attribute::name);
+        return found != attributes.end() ? &*found : nullptr;
+    }
+};
+
+}  // namespace tses

@@ -1,0 +1,204 @@
+#pragma once
+
+#include <algorithm>
+#include <concepts>
+#include <span>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include "format/Attribute.h"
+#include "format/Keywords.h"
+#include "format/ValueEncoding.h"
+
+/// How the values of attributes stand in a document, one type an encoding:
+///
+///     kKind, Words()      what a text of it is
+///     Read(text, value)   sets the value. A `bool` result tells whether the text means one at all.
+///     Write(value)        the text. An optional result is empty for a value that is not written.
+///
+/// What an encoding makes of a text or a value outside its range is said at each.
+namespace tses::encoding {
+
+struct Plain {
+    static constexpr std::span<const std::u16string_view> Words() { return {}; }
+};
+
+struct Text : Plain {
+    static constexpr ValueKind kKind = ValueKind::Text;
+
+    static void Read(std::u16string_view text, std::u16string& value) { value = text; }
+    /// A view of the tag's own text, which a zero follows.
+    static void Read(std::u16string_view text, std::u16string_view& value) { value = text; }
+    static std::u16string Write(std::u16string_view value) { return std::u16string(value); }
+};
+
+/// The whole text must be a number; any other leaves the default.
+template <class Value>
+struct Number : Plain {
+    static constexpr ValueKind kKind = std::same_as<Value, kelcore::uint32>  ? ValueKind::Unsigned
+                                       : std::same_as<Value, kelcore::int32> ? ValueKind::Signed
+                                       : std::same_as<Value, kelcore::int64>
+                                           ? ValueKind::Long
+                                           : ValueKind::ExactReal32;
+
+    static void Read(std::u16string_view text, Value& value) { ParseNumber(text, value); }
+    static std::u16string Write(Value value) { return FormatNumber(value); }
+};
+
+/// A number of which 0 reads as another.
+template <class Value, Value InsteadOf0>
+struct NumberExcept0 : Number<Value> {
+    static void Read(std::u16string_view text, Value& value) {
+        ParseNumber(text, value);
+        if (value == 0) {
+            value = InsteadOf0;
+        }
+    }
+};
+
+/// Read as a stream reads: blanks in front, a tail, and a comma for the point do no harm. A text
+/// that begins with no number is 0.
+template <class Value>
+struct LenientReal : Plain {
+    static constexpr ValueKind kKind =
+        std::same_as<Value, double> ? ValueKind::Real : ValueKind::Real32;
+
+    static void Read(std::u16string_view text, float& value) { value = ParseFloatLenient(text); }
+    static void Read(std::u16string_view text, double& value) { value = ParseDoubleLenient(text); }
+    static std::u16string Write(Value value) { return FormatNumber(value); }
+};
+
+/// True for "true" alone.
+struct StrictBool : Plain {
+    static constexpr ValueKind kKind = ValueKind::Boolean;
+
+    static void Read(std::u16string_view text, bool& value) { value = ParseBoolStrict(text); }
+    static std::u16string Write(bool value) { return FormatBool(value); }
+};
+
+/// True for "true" and "1".
+struct LenientBool : Plain {
+    static constexpr ValueKind kKind = ValueKind::BooleanOr1;
+
+    static void Read(std::u16string_view text, bool& value) { value = ParseBoolLenient(text); }
+    static std::u16string Write(bool value) { return FormatBool(value); }
+};
+
+template <const auto& Table>
+struct Worded {
+    static constexpr ValueKind kKind = ValueKind::Keyword;
+    static constexpr std::span<const std::u16string_view> Words() { return kWordsOf<Table>; }
+};
+
+/// The first word for its exact text or value alone; whatever else there is, is the second.
+template <const auto& Table>
+struct FirstOfTwo : Worded<Table> {
+    static_assert(std::size(Table) == 2);
+
+    template <class Value>
+    static void Read(std::u16string_view text, Value& value) {
+        value = Table[text == Table[0].text ? 0 : 1].value;
+    }
+    template <class Value>
+    static std::u16string Write(Value value) {
+        return std::u16string(Table[value == Table[0].value ? 0 : 1].text);
+    }
+};
+
+/// Another text leaves the default. A value without a word is not written.
+template <const auto& Table>
+struct KnownWord : Worded<Table> {
+    template <class Value>
+    static bool Read(std::u16string_view text, Value& value) {
+        const auto found = FindValue(Table, text);
+        if (found) {
+            value = static_cast<Value>(*found);
+        }
+        return found.has_value();
+    }
+    template <class Value>
+    static std::optional<std::u16string> Write(Value value) {
+        using Known = std::remove_cvref_t<decltype(Table[0].value)>;
+        const auto word = FindKeyword(Table, static_cast<Known>(value), u"");
+        return word.empty() ? std::nullopt : std::optional<std::u16string>(word);
+    }
+};
+
+/// Another text leaves the default. A value without a word is written as the word of `Otherwise`.
+template <const auto& Table, auto Otherwise>
+struct KnownWordOr : KnownWord<Table> {
+    template <class Value>
+    static std::u16string Write(Value value) {
+        return KnownWord<Table>::Write(value).value_or(
+            std::u16string(FindKeyword(Table, Otherwise, u"")));
+    }
+};
+
+/// Another text leaves the default. A value without a word is written as its number, which reading
+/// does not take back.
+template <const auto& Table>
+struct KnownWordElseNumber : KnownWord<Table> {
+    template <class Value>
+    static std::u16string Write(Value value) {
+        return KnownWord<Table>::Write(value).value_or(FormatNumber(value));
+    }
+};
+
+/// A word or its number. Numbers without a word are read as they are and written as the last word.
+template <const auto& Table>
+struct WordOrNumber : Worded<Table> {
+    static constexpr ValueKind kKind = ValueKind::KeywordOrNumber;
+
+    template <class Value>
+    static void Read(std::u16string_view text, Value& value) {
+        if (const auto known = FindValue(Table, text)) {
+            value = *known;
+        } else {
+            ParseNumber(text, value);
+        }
+    }
+    template <class Value>
+    static std::u16string Write(Value value) {
+        return std::u16string(FindKeyword(Table, value, std::end(Table)[-1].text));
+    }
+};
+
+/// A word that is kept as it stands, whether the table has it or not.
+template <const auto& Table>
+struct WordAsText : Text {
+    static constexpr ValueKind kKind = ValueKind::Keyword;
+    static constexpr std::span<const std::u16string_view> Words() { return Table; }
+};
+
+/// Words with a space behind each, the last one too. What is no word, the empty piece between two
+/// spaces included, is passed over; a value without a word is not written.
+template <const auto& Table>
+struct WordList : Worded<Table> {
+    static constexpr ValueKind kKind = ValueKind::Keywords;
+
+    template <class Value>
+    static void Read(std::u16string_view text, std::vector<Value>& values) {
+        while (!text.empty()) {
+            const std::u16string_view piece = text.substr(0, text.find(u' '));
+            if (const auto value = FindValue(Table, piece)) {
+                values.push_back(*value);
+            }
+            text.remove_prefix(std::min(piece.size() + 1, text.size()));
+        }
+    }
+    template <class Value>
+    static std::u16string Write(const std::vector<Value>& values) {
+        std::u16string text;
+        for (const Value value : values) {
+            const auto word = FindKeyword(Table, value, u"");
+            if (!word.empty()) {
+                text.append(word).append(u" ");
+            }
+        }
+        return text;
+    }
+};
+
+}  // namespace tses::encoding

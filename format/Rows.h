@@ -1,0 +1,239 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "format/Encodings.h"
+
+/// An element's attributes, as one table of rows that serves both directions:
+///
+///     inline constexpr auto kFadeRows = Rows(
+///         FirstOfTwo<&FadeRecord::crossFadeLinkType, kLinkTypes>(names::crossFadeLinkType),
+///         Number<&FadeRecord::endPoint>(names::endPoint), ...
+///
+/// A row is named for its encoding (Encodings.h), which says the attribute's oddities. The member's
+/// initialiser is its default. A member that is `std::optional` tells an absent attribute from
+/// every value, and is not written without one. Rows stand in the order of their names: where two
+/// fill one member, the later name wins.
+namespace tses {
+
+template <class Member>
+struct MemberTraits;
+template <class OwnerType, class ValueType>
+struct MemberTraits<ValueType OwnerType::*> {
+    using Owner = OwnerType;
+    using Value = ValueType;
+};
+
+template <class Value>
+inline constexpr bool kIsOptional = false;
+template <class Value>
+inline constexpr bool kIsOptional<std::optional<Value>> = true;
+
+template <class Value>
+struct WithoutOptionalOf {
+    using type = Value;
+};
+template <class Value>
+struct WithoutOptionalOf<std::optional<Value>> {
+    using type = Value;
+};
+
+/// The type of a member's value, when it has one.
+template <auto Member>
+using ValueOf = typename WithoutOptionalOf<typename MemberTraits<decltype(Member)>::Value>::type;
+
+template <auto Member, class EncodingType>
+struct Row {
+    using Encoding = EncodingType;
+    using Record = typename MemberTraits<decltype(Member)>::Owner;
+    using Value = typename MemberTraits<decltype(Member)>::Value;
+
+    std::u16string_view name;
+    Written written = kIsOptional<Value> ? Written::IfKnown : Written::Always;
+    bool isRead = true;
+    bool isDropped = false;
+    bool isAsBefore = false;
+    std::u16string_view yieldsTo = {};
+
+    static void Read(std::u16string_view text, Record& record) {
+        Value& member = record.*Member;
+        if constexpr (!kIsOptional<Value>) {
+            Encoding::Read(text, member);
+        } else if constexpr (typename Value::value_type value{};
+                             std::is_same_v<decltype(Encoding::Read(text, value)), bool>) {
+            member = Encoding::Read(text, value) ? Value(value) : std::move(member);
+        } else {
+            Encoding::Read(text, member.emplace());
+        }
+    }
+
+    /// The text of the record's value; no text for one that is not written.
+    std::optional<std::u16string> Write(const Record& record) const {
+        std::optional<std::u16string> text = TextOfValue(record.*Member);
+        return written == Written::UnlessEmpty && text && text->empty() ? std::nullopt
+                                                                        : std::move(text);
+    }
+
+    static std::optional<std::u16string> DefaultText() { return Row{}.Write(Record{}); }
+
+    constexpr Attribute Describe() const {
+        return {.name = name,
+                .kind = Encoding::kKind,
+                .words = Encoding::Words(),
+                .isRead = isRead,
+                .written = written,
+                .isDropped = isDropped,
+                .isAsBefore = isAsBefore,
+                .yieldsTo = yieldsTo,
+                .defaultText = isRead && !isDropped ? &DefaultText : nullptr};
+    }
+
+private:
+    std::optional<std::u16string> TextOfValue(const Value& value) const {
+        if constexpr (kIsOptional<Value>) {
+            return value ? std::optional<std::u16string>(Encoding::Write(*value)) : std::nullopt;
+        } else if constexpr (std::is_same_v<Value, bool>) {
+            return written == Written::IfTrue && !value
+                       ? std::nullopt
+                       : std::optional<std::u16string>(Encoding::Write(value));
+        } else {
+            return Encoding::Write(value);
+        }
+    }
+};
+
+template <auto Member>
+consteval auto Text(std::u16string_view name) {
+    return Row<Member, encoding::Text>{name};
+}
+template <auto Member>
+consteval auto Number(std::u16string_view name) {
+    return Row<Member, encoding::Number<ValueOf<Member>>>{name};
+}
+template <auto Member, auto InsteadOf0>
+consteval auto NumberExcept0(std::u16string_view name) {
+    return Row<Member, encoding::NumberExcept0<ValueOf<Member>, InsteadOf0>>{name};
+}
+template <auto Member>
+consteval auto LenientReal(std::u16string_view name) {
+    return Row<Member, encoding::LenientReal<ValueOf<Member>>>{name};
+}
+template <auto Member>
+consteval auto StrictBool(std::u16string_view name) {
+    return Row<Member, encoding::StrictBool>{name};
+}
+template <auto Member>
+consteval auto LenientBool(std::u16string_view name) {
+    return Row<Member, encoding::LenientBool>{name};
+}
+template <auto Member, const auto& Table>
+consteval auto FirstOfTwo(std::u16string_view name) {
+    return Row<Member, encoding::FirstOfTwo<Table>>{name};
+}
+template <auto Member, const auto& Table>
+consteval auto KnownWord(std::u16string_view name) {
+    return Row<Member, encoding::KnownWord<Table>>{name, Written::IfKnown};
+}
+template <auto Member, const auto& Table, auto Otherwise>
+consteval auto KnownWordOr(std::u16string_view name) {
+    return Row<Member, encoding::KnownWordOr<Table, Otherwise>>{name, Written::Always};
+}
+template <auto Member, const auto& Table>
+consteval auto KnownWordElseNumber(std::u16string_view name) {
+    return Row<Member, encoding::KnownWordElseNumber<Table>>{name};
+}
+template <auto Member, const auto& Table>
+consteval auto WordOrNumber(std::u16string_view name) {
+    return Row<Member, encoding::WordOrNumber<Table>>{name};
+}
+template <auto Member, const auto& Words>
+consteval auto WordAsText(std::u16string_view name) {
+    return Row<Member, encoding::WordAsText<Words>>{name};
+}
+template <auto Member, const auto& Table>
+consteval auto WordList(std::u16string_view name) {
+    return Row<Member, encoding::WordList<Table>>{name};
+}
+
+template <auto Member, class Encoding>
+consteval auto UnlessEmpty(Row<Member, Encoding> row) {
+    row.written = Written::UnlessEmpty;
+    return row;
+}
+template <auto Member, class Encoding>
+consteval auto IfTrue(Row<Member, Encoding> row) {
+    row.written = Written::IfTrue;
+    return row;
+}
+template <auto Member, class Encoding>
+consteval auto ReadOnly(Row<Member, Encoding> row) {
+    row.written = Written::Never;
+    return row;
+}
+template <auto Member, class Encoding>
+consteval auto WriteOnly(Row<Member, Encoding> row) {
+    row.isRead = false;
+    return row;
+}
+/// Written if the encoding has a text for the value.
+template <auto Member, class Encoding>
+consteval auto IfKnown(Row<Member, Encoding> row) {
+    row.written = Written::IfKnown;
+    return row;
+}
+/// Written when the element's writer says so.
+template <auto Member, class Encoding>
+consteval auto Sometimes(Row<Member, Encoding> row) {
+    row.written = Written::Sometimes;
+    return row;
+}
+/// Accepted in old files: it is read into the record and goes no further.
+template <auto Member, class Encoding>
+consteval auto Dropped(Row<Member, Encoding> row) {
+    row.written = Written::Never;
+    row.isDropped = true;
+    return row;
+}
+/// Absent, it is that of the element of its kind before it.
+template <auto Member, class Encoding>
+consteval auto OrAsBefore(Row<Member, Encoding> row) {
+    row.isAsBefore = true;
+    return row;
+}
+/// Does not count where the attribute `other` stands.
+template <auto Member, class Encoding>
+consteval auto YieldsTo(std::u16string_view other, Row<Member, Encoding> row) {
+    row.yieldsTo = other;
+    return row;
+}
+
+template <class... RowTypes>
+consteval bool AreInOrder(const RowTypes&... rows) {
+    const std::array<std::u16string_view, sizeof...(rows)> names = {rows.name...};
+    return std::ranges::adjacent_find(names, std::ranges::greater_equal()) == names.end();
+}
+
+/// A table of rows; does not compile unless they stand in the order of their names.
+template <class... RowTypes>
+consteval auto Rows(RowTypes... rows) {
+    if (!AreInOrder(rows...)) {
+        throw "the rows of a table stand in the order of their names";
+    }
+    return std::tuple(rows...);
+}
+
+/// The attributes of some tables, without their records.
+template <const auto&... Tables>
+inline constexpr auto kAttributesOf = std::apply(
+    [](const auto&... rows) { return std::array{rows.Describe()...}; }, std::tuple_cat(Tables...));
+
+}  // namespace tses

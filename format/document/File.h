@@ -1,0 +1,71 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "format/Ids.h"
+#include "format/Names.h"
+#include "format/Rows.h"
+#include "platform/tbcore/MediaHandlers.h"
+
+// The media that clips refer to by id:
+//
+//     <files>
+//       <file absolutePath="/music/voice.wav" id="3" importerPrivateSettings="..."
+//             mediaHandler="..." recoveryID="..." relativePath="voice.wav"/>
+//     </files>
+//
+// A place is stored twice, absolute and as seen from the session file, so that a folder that was
+// moved together with its media still finds them. A handler without a name for people stands as
+// "mediaHandlerID".
+
+namespace tses {
+
+namespace encoding {
+
+/// A media handler's identifier as its name for people. A text that names no handler leaves the
+/// default.
+struct HandlerName : Plain {
+    static constexpr ValueKind kKind = ValueKind::HandlerName;
+
+    static void Read(std::u16string_view text, std::u16string& handler) {
+        tbcore::TranslateFromHumanReadableMediaHandler(text, handler);
+    }
+    static std::optional<std::u16string> Write(const std::u16string& handler) {
+        std::u16string name;
+        return tbcore::TranslateToHumanReadableMediaHandler(handler, name) ? std::optional(name)
+                                                                           : std::nullopt;
+    }
+};
+
+/// The identifier of a handler that has no name for people.
+struct NamelessHandler : Text {
+    static std::optional<std::u16string> Write(const std::u16string& handler) {
+        return HandlerName::Write(handler) ? std::nullopt : std::optional(handler);
+    }
+};
+
+}  // namespace encoding
+
+struct FileRecord {
+    kelcore::uint32 id = kNoId;
+    std::u16string absolutePath{};
+    std::optional<std::u16string> relativePath{};
+    std::u16string mediaHandler{};  // the identifier
+    std::u16string recoveryId{};
+    std::u16string importerPrivateSettings{};
+};
+
+/// "mediaHandlerID" overrides a translated "mediaHandler".
+inline constexpr auto kFileRows = Rows(
+    UnlessEmpty(Text<&FileRecord::absolutePath>(names::absolutePath)),
+    Number<&FileRecord::id>(names::id),
+    UnlessEmpty(Text<&FileRecord::importerPrivateSettings>(names::importerPrivateSettings)),
+    YieldsTo(names::mediaHandlerID,
+             IfKnown(Row<&FileRecord::mediaHandler, encoding::HandlerName>{names::mediaHandler})),
+    IfKnown(Row<&FileRecord::mediaHandler, encoding::NamelessHandler>{names::mediaHandlerID}),
+    UnlessEmpty(Text<&FileRecord::recoveryId>(names::recoveryID)),
+    UnlessEmpty(Text<&FileRecord::relativePath>(names::relativePath)));
+
+}  // namespace tses

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "format/Names.h"
+#include "format/Rows.h"
+
+// Where a track also goes:
+//
+//     <sendList>
+//       <sendSlot destCompIndex="1" preFader="false" sendOutputID="4" slotIndex="0">
+//         <component id="sendComponent"/> <component id="sendPan"/>
+//       </sendSlot>
+//     </sendList>
+//
+// A slot without "slotIndex" makes no slot, and what stands in it goes to the slot before. An
+// attribute that is not there leaves the slot as the host has it; one that is no number is 0.
+
+namespace tses {
+
+struct SendSlotRecord {
+    std::optional<kelcore::uint32> slotIndex;
+    std::optional<kelcore::int32> sendOutputId;
+    std::optional<bool> preFader;
+    std::optional<kelcore::int32> destCompIndex;  // written unless it is negative
+};
+
+inline constexpr auto kSendSlotRows =
+    Rows(Number<&SendSlotRecord::destCompIndex>(names::destCompIndex),
+         StrictBool<&SendSlotRecord::preFader>(names::preFader),
+         Number<&SendSlotRecord::sendOutputId>(names::sendOutputID),
+         Number<&SendSlotRecord::slotIndex>(names::slotIndex));
+
+inline constexpr std::u16string_view kSendLevel = u"sendComponent";
+inline constexpr std::u16string_view kSendPan = u"sendPan";
+inline constexpr std::u16string_view kSendComponents[] = {kSendLevel, kSendPan};
+
+}  // namespace tses
