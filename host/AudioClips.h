@@ -38,7 +38,7 @@ struct IEditAudioClip : IHostObject {
     virtual void SetSelected(bool selected) = 0;
     /// The order among clips that overlap, the host's number.
     virtual void SetZOrder(kelcore::int32 order) = 0;
-    /// Which channel of the file feeds this channel of the clip; called in ascending order of
+    /// Which channel of the file feeds a channel of the clip. Called in ascending order of
     /// `channel`, after everything else. A clip without such calls takes the file's channels as
     /// they are.
     virtual void SetChannelSource(kelcore::uint32 channel, kelcore::int32 source) = 0;
@@ -67,8 +67,8 @@ struct IEditAudioClip : IHostObject {
     virtual IEditComponent* GetClipPanComponent() = 0;
     /// The clip's effects.
     virtual IEditEffectsRack* GetEffectsRack() = 0;
-    /// One more parameter that the editor shows for this clip: of the effect in a slot of the rack,
-    /// by the slot's and the parameter's index.
+    /// One more parameter that the editor shows for this clip. `slotIndex` is the effect's slot in
+    /// the rack, `parameterIndex` the effect's parameter.
     virtual void SetEditParameter(kelcore::uint32 slotIndex, kelcore::uint32 parameterIndex) = 0;
     /// What the host keeps with the clip.
     virtual IEditClipProperties* GetProperties() = 0;
@@ -137,10 +137,10 @@ struct IQueryAudioClip : IHostObject {
     virtual IQueryComponent* GetClipPanComponent() = 0;
     /// What the host keeps with the clip.
     virtual IQueryClipProperties* GetProperties() = 0;
-    /// One more than the highest channel of the clip that has a source; 0: no map is stored.
+    /// One more than the highest channel of the clip that has a source. 0: no map is stored.
     virtual kelcore::uint32 GetChannelCount() = 0;
-    /// The channel of the file that feeds this channel of the clip. Asked for every channel below
-    /// the count in ascending order, also for one that has no source; each answer is stored.
+    /// The channel of the file that feeds a channel of the clip. Asked for every channel below the
+    /// count in ascending order, even for one without a source; each answer is stored.
     virtual kelcore::int32 GetChannelSource(kelcore::uint32 channel) = 0;
 
 protected:

@@ -111,8 +111,8 @@ struct IEditAudioTrackPrivate : IEditAudioTrack {
     virtual IEditSendList* GetSendList() = 0;
     /// The track's effects.
     virtual IEditEffectsRack* GetEffectsRack() = 0;
-    /// One more parameter that the editor shows for this track: of the effect in a slot of the
-    /// rack, by the slot's and the parameter's index.
+    /// One more parameter that the editor shows for this track. `slotIndex` is the effect's slot in
+    /// the rack, `parameterIndex` the effect's parameter.
     virtual void SetEditParameter(kelcore::uint32 slotIndex, kelcore::uint32 parameterIndex) = 0;
 
 protected:

@@ -8,7 +8,7 @@ namespace tses {
 /// `IEditAudioClip::GetClipStretch`; all eight operations are called, in this order. Values are as
 /// the file has them, unchecked.
 struct IEditClipStretch : IHostObject {
-    /// 0 off, 1 during playback, 2 rendered.
+    /// When the stretch is computed: 0 off, 1 during playback, 2 rendered.
     virtual void SetStretchMode(kelcore::uint32 mode) = 0;
     /// The family of the algorithm: 0 normal, 1 solo, 2 varispeed.
     virtual void SetStretchType(kelcore::uint32 type) = 0;
@@ -16,7 +16,7 @@ struct IEditClipStretch : IHostObject {
     virtual void SetStretchRatio(double ratio) = 0;
     /// The shift of the pitch. 0 when the file does not say; in the host's unit.
     virtual void SetPitchAdjustment(double adjustment) = 0;
-    /// 0 high, 1 medium, 2 low.
+    /// The quality: 0 high, 1 medium, 2 low.
     virtual void SetStretchQuality(kelcore::uint32 quality) = 0;
     /// How sensitive the algorithm is to transients. 40 when the file does not say.
     virtual void SetTransientSensitivity(kelcore::int32 sensitivity) = 0;

@@ -10,13 +10,13 @@ struct IQueryAutomationLane;
 /// An effect, or a control such as a fader, which is an effect of one or a few parameters. From the
 /// operations named Get...Component. Parameters are known by their index.
 struct IEditComponent : IHostObject {
-    /// Which effect it is; possibly empty.
+    /// Which effect it is. May be empty.
     virtual void SetComponentID(const kelcore::char16* componentId) = 0;
     /// The component's name.
     virtual void SetName(const kelcore::char16* name) = 0;
     /// The value of a parameter. In the parameter's own unit.
     virtual void SetParameterValue(kelcore::uint32 index, float value) = 0;
-    /// Follows the value; possibly empty.
+    /// The name of a parameter. Follows its value; may be empty.
     virtual void SetParameterName(kelcore::uint32 index, const kelcore::char16* name) = 0;
     /// The automation of a parameter. Null: what the file says of the parameter's automation is
     /// dropped.
@@ -35,9 +35,9 @@ struct IEditComponent : IHostObject {
     /// Whether the parameter may be moved by hand while its automation is being written. Called
     /// only with true.
     virtual void SetParameterSafeDuringWrite(kelcore::uint32 index, bool safe) = 0;
-    /// Which effect it is, in a form that lasts; possibly empty.
+    /// Which effect it is, in a form that lasts. May be empty.
     virtual void SetComponentGuid(const kelcore::char16* guid) = 0;
-    /// The preset that was chosen; empty: none.
+    /// The preset that was chosen. Empty: none.
     virtual void SetPresetName(const kelcore::char16* name) = 0;
 
 protected:
@@ -59,7 +59,7 @@ struct IEditEffectsSlot : IHostObject {
     /// One more entry of the input map: which channel of the rack (`source`) feeds this input of
     /// the effect.
     virtual void AddInputChannel(kelcore::int32 index, kelcore::int32 source) = 0;
-    /// One more entry of the output map, likewise.
+    /// One more entry of the output map. As `AddInputChannel`.
     virtual void AddOutputChannel(kelcore::int32 index, kelcore::int32 source) = 0;
     /// The layout of the effect's busses, as the host gave it. Called only when it is more than
     /// white space.
@@ -172,7 +172,7 @@ struct IQueryEffectsRack : IHostObject {
     virtual bool IsPreFader() = 0;
     /// How many slots there are.
     virtual kelcore::uint32 GetSlotCount() = 0;
-    /// The index of the slot at a position of the list; it need not be the position.
+    /// The index of the slot at a position of the list. It need not be the position.
     virtual kelcore::uint32 GetSlotIndex(kelcore::uint32 position) = 0;
     /// The slot at a position of the list. Null: skipped.
     virtual IQueryEffectsSlot* GetSlot(kelcore::uint32 position) = 0;

@@ -24,11 +24,13 @@ protected:
 struct IQueryFile : IHostObject {
     /// The id that clips refer to, unique among the session's files.
     virtual kelcore::uint32 GetId() = 0;
-    /// The full path; stored as it is and once more relative to the session file. Empty: neither.
+    /// The full path. It is stored as it is and once more relative to the session file. Empty:
+    /// neither.
     virtual IHostString* GetPath() = 0;
     /// The id that crash recovery knows the file by. Empty: not stored.
     virtual IHostString* GetRecoveryId() = 0;
-    /// The handler's identifier; stored as its readable name where it has one.
+    /// The identifier of the handler that imported the file. Stored as its readable name where it
+    /// has one.
     virtual IHostString* GetMediaHandler() = 0;
     /// What the importer wants back. Empty: not stored.
     virtual IHostString* GetImporterPrivateSettings() = 0;

@@ -12,10 +12,10 @@ struct IHostLogTarget : IHostObject {
     virtual void UnusedSlot6() = 0;
     virtual void UnusedSlot7() = 0;
     virtual void UnusedSlot8() = 0;
-    /// One warning or error with its line and column, ended by a line end; or, with 0 for both, why
-    /// the file cannot be read: "XML FATAL ERROR: (line: 0, col: 0) [ /a.orvo] no such file: check
-    /// the path". The text is the plug-in's object: a host that keeps it beyond the call adds a
-    /// reference.
+    /// One warning or error with its line and column, ended by a line end. With 0 for both, it says
+    /// why the file cannot be read: "XML FATAL ERROR: (line: 0, col: 0) [ /a.orvo] no such file:
+    /// check the path". The text is the plug-in's object: a host that keeps it beyond the call adds
+    /// a reference.
     virtual void LogMessage(IHostString* text) = 0;
 
 protected:

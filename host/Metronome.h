@@ -13,8 +13,8 @@ struct IQueryGlobalTrackInfo;
 struct IEditMetronomeInfo : IHostObject {
     /// Whether the metronome is on. False when the file does not say.
     virtual void SetEnabled(bool enabled) = 0;
-    /// 0 and 1 african, 2 beeps, 3 cymbals, 4 kit, 5 to 7 latin, 8 sticks, 9 tabla. 8 when the file
-    /// does not say.
+    /// The sounds: 0 and 1 african, 2 beeps, 3 cymbals, 4 kit, 5 to 7 latin, 8 sticks, 9 tabla. 8
+    /// when the file does not say.
     virtual void SetSoundSet(kelcore::uint32 soundSet) = 0;
     /// The `count` beats of a bar: 0 silent, 1 down beat, 2 up beat, 3 subdivision. Called only
     /// with at least one; the count need not fit the time signature.

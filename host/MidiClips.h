@@ -29,7 +29,7 @@ protected:
 
 /// The MIDI clips of an instrument track. From `IEditAudioTrack::GetMIDIClipList`.
 struct IEditMIDIClipList : IHostObject {
-    /// A new clip. Null: what the file says of the clip is dropped.
+    /// A new MIDI clip. Null: what the file says of the clip is dropped.
     virtual IEditMIDIClip* CreateMIDIClip(kelcore::uint32 id) = 0;
 
 protected:

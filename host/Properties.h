@@ -6,7 +6,8 @@ namespace tses {
 
 /// The session's properties, texts under a key. From `IEditSession::GetProperties`.
 struct IEditProperties : IHostObject {
-    /// `value` has no white space at its ends. Either may be empty.
+    /// One property: its key and its value. `value` has no white space at its ends. Either may be
+    /// empty.
     virtual void SetProperty(const kelcore::char16* key, const kelcore::char16* value) = 0;
 
 protected:

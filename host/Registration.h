@@ -11,10 +11,11 @@ struct IPlugInRegistrar : IHostObject {
     /// pair, before and after the identity.
     virtual void DeclareInterfaceVersion(kelcore::int32 a, kelcore::int32 b) = 0;
     virtual void UnusedSlot5() = 0;
-    /// `guid`: 36 ASCII characters and a zero, without braces. `displayName`: localised.
+    /// Who the plug-in is. `guid`: 36 ASCII characters and a zero, without braces. `displayName`:
+    /// localised.
     virtual void SetPlugInIdentity(const char* guid, const kelcore::char16* displayName) = 0;
-    /// A format that sessions can be read from: its localised name and the `extensionCount` file
-    /// name extensions, without a dot.
+    /// A format that sessions can be read from. `formatName`: localised. `extensions`: the
+    /// `extensionCount` file name extensions, without a dot.
     virtual void RegisterOpenFormat(const kelcore::char16* formatName,
                                     const kelcore::char16* const* extensions,
                                     kelcore::int32 extensionCount) = 0;
@@ -30,7 +31,8 @@ protected:
 /// Names the file of the reads and writes that follow. Passed with selector 3.
 struct IHostFileRef : IHostObject {
     virtual void UnusedSlot3() = 0;
-    /// The full path. Null or empty clears the stored path, so that a read or write fails.
+    /// The full path of the session file. Null or empty clears the stored path, so that a read or
+    /// write fails.
     virtual IHostString* GetPath() = 0;
 
 protected:

@@ -47,7 +47,7 @@ struct IQuerySendSlot : IHostObject {
     virtual IQueryComponent* GetSendComponent() = 0;
     /// The component of the send's panner.
     virtual IQueryComponent* GetPanComponent() = 0;
-    /// Negative: not stored.
+    /// Which component of the destination is fed. Negative: not stored.
     virtual kelcore::int32 GetDestCompIndex() = 0;
 
 protected:

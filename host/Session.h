@@ -27,15 +27,16 @@ struct IEditSession : IHostObject {
     /// Where messages about the file go, also about one that cannot be opened. Null: only the trace
     /// says why a read failed, and reading goes on after an error that the parser can recover from.
     virtual IHostLogTarget* GetLogTarget() = 0;
-    /// `done` of `total` steps are complete: 0 of 7 first, then up to 7 of 7. The last two are
-    /// always 0.
+    /// How many steps of the read are complete. `done` of `total`: 0 of 7 first, then up to 7 of 7.
+    /// `reserved` and `flag` are always 0.
     virtual void SetProgress(kelcore::uint32 done, kelcore::uint32 total, kelcore::uint32 reserved,
                              kelcore::uint32 flag) = 0;
     /// A localised sentence that names the application version that wrote the file.
     virtual void SetFormatDescription(const kelcore::char16* description) = 0;
     /// Samples per second. 48000 when the file does not say.
     virtual void SetSampleRate(kelcore::uint32 samplesPerSecond) = 0;
-    /// 1 (mono), 2 (stereo) or 6 (5.1). Not called when the file does not say.
+    /// The number of channels: 1 (mono), 2 (stereo) or 6 (5.1). Not called when the file does not
+    /// say.
     virtual void SetChannelCount(kelcore::int32 channels) = 0;
     /// Length in samples. 0 when the file does not say.
     virtual void SetDuration(kelcore::int64 samples) = 0;
@@ -49,8 +50,8 @@ struct IEditSession : IHostObject {
     /// The audio-side track with this id, made if need be. Null, or an object that does not cast to
     /// `IEditAudioTrackPrivate`: the read fails.
     virtual IEditAudioTrack* GetAudioTrack(kelcore::uint32 id) = 0;
-    /// The metronome's settings. Null: what the file says of them is dropped, but that the read
-    /// fails if it has the metronome's track.
+    /// The metronome's settings. Null: what the file says of them is dropped, and the read fails if
+    /// the file has a metronome track.
     virtual IEditMetronomeInfo* GetMetronomeInfo() = 0;
     /// A new, empty preset, after the existing ones.
     virtual IEditTrackVisibilityPreset* CreateTrackVisibilityPreset() = 0;
@@ -58,7 +59,7 @@ struct IEditSession : IHostObject {
     virtual void SetInputDeviceId(const kelcore::char16* deviceId) = 0;
     /// One more named input port. `id` is what tracks give as their input.
     virtual void AddInputPort(kelcore::int32 id, const kelcore::char16* name) = 0;
-    /// As `SetInputDeviceId`, for output.
+    /// The identifier of the audio device for output. As `SetInputDeviceId`.
     virtual void SetOutputDeviceId(const kelcore::char16* deviceId) = 0;
     /// One more named output port. `id` is what tracks give as their hardware output.
     virtual void AddOutputPort(kelcore::int32 id, const kelcore::char16* name) = 0;
@@ -92,8 +93,9 @@ struct IEditSession : IHostObject {
     virtual IEditProperties* GetProperties() = 0;
     /// The XMP packet, without white space at its ends; possibly empty.
     virtual void SetXmpMetadata(const kelcore::char16* packet) = 0;
-    /// At the session's end: the current-time position for files of application version "4.0"
-    /// exactly, the start of the selection for all others; 0 if the file has no such value.
+    /// A position whose meaning depends on the application version that wrote the file. Called at
+    /// the session's end: the current-time position for version "4.0" exactly, the start of the
+    /// selection for all others; 0 if the file has no such value.
     virtual void SetVersionDependentValue(kelcore::int64 position) = 0;
     /// The timecode of the session's first sample, in the host's unit.
     virtual void SetSmpteStart(kelcore::int64 start) = 0;
@@ -112,15 +114,15 @@ struct IQuerySession : IHostObject {
     virtual IHostObject* GetContext() = 0;
     /// The format version for the document's root. The pointers are never null.
     virtual void GetFormatVersion(kelcore::int32* major, kelcore::int32* minor) = 0;
-    /// `done` of `total` steps are over: 1 of 7, then 2, 3 and 4, also after a step that failed,
-    /// unless the host throws, a text is too long, or memory runs out. `flag` is 0 at first, then 1
-    /// if the root's version could be set. Only the result tells whether the session was saved.
-    /// `reserved` is always 0.
+    /// How many steps of the write are over. `done` of `total`: 1 of 7 first, then 2, 3 and 4, even
+    /// after a step that failed, unless the host throws, a text is too long, or memory runs out.
+    /// `flag` is 0 at first, then 1 if the root's version could be set. Only the result tells
+    /// whether the session was saved. `reserved` is always 0.
     virtual void SetProgress(kelcore::uint32 done, kelcore::uint32 total, kelcore::uint32 reserved,
                              kelcore::uint32 flag) = 0;
     /// Samples per second.
     virtual kelcore::uint32 GetSampleRate() = 0;
-    /// 1 is stored as mono, 6 as 5.1, everything else as stereo.
+    /// The number of channels. 1 is stored as mono, 6 as 5.1, everything else as stereo.
     virtual kelcore::int32 GetChannelCount() = 0;
     /// Length in samples.
     virtual kelcore::int64 GetDuration() = 0;

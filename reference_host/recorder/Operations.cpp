@@ -3,24 +3,7 @@
 #include <concepts>
 #include <type_traits>
 
-#include "host/AudioClips.h"
-#include "host/AudioTracks.h"
-#include "host/Automation.h"
-#include "host/ClipGroups.h"
-#include "host/ClipStretch.h"
-#include "host/Effects.h"
-#include "host/Fades.h"
-#include "host/Files.h"
-#include "host/GlobalTrackInfo.h"
-#include "host/LogTarget.h"
-#include "host/Metronome.h"
-#include "host/MidiClips.h"
-#include "host/Properties.h"
-#include "host/Sends.h"
-#include "host/Session.h"
-#include "host/TrackVisibility.h"
-#include "host/VideoClips.h"
-#include "host/VideoTracks.h"
+#include "host/Dispatch.h"
 
 namespace refhost {
 namespace {
@@ -36,8 +19,7 @@ consteval HostOperation Describe(std::string_view interfaceName, std::string_vie
 
 constexpr HostOperation kOperations[] = {
 #define OPERATION(interface, name) Describe(#interface, #name, &interface::name),
-#include "reference_host/recorder/Operations.def"
-#undef OPERATION
+#include "host/SessionOperations.def"
 };
 
 }  // namespace

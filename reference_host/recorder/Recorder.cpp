@@ -11,11 +11,11 @@ Recorder::Recorder(Options options) : recording_(std::make_unique<Recording>(std
 Recorder::~Recorder() = default;
 
 tses::IEditSession& Recorder::Wrap(tses::IEditSession& session) {
-    return StandInForSession(*recording_, session);
+    return *recording_->StandInFor(&session);
 }
 
 tses::IQuerySession& Recorder::Wrap(tses::IQuerySession& session) {
-    return StandInForSession(*recording_, session);
+    return *recording_->StandInFor(&session);
 }
 
 }  // namespace refhost

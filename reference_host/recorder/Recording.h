@@ -14,8 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/HostObject.h"
-#include "host/Session.h"
+#include "host/Dispatch.h"
 #include "reference_host/recorder/CallRecord.h"
 #include "reference_host/recorder/Recorder.h"
 
@@ -27,16 +26,6 @@ class AnyStandIn {
 public:
     virtual ~AnyStandIn() = default;
     virtual tses::IHostObject& Face() = 0;
-};
-
-/// The stand-in for an interface; specialised for each, next to each other.
-template <class Interface>
-class StandIn;
-
-/// The private interface that objects of a public one may cast to, where there is one.
-template <class Interface>
-struct PrivateInterface {
-    using type = void;
 };
 
 /// The state that all stand-ins of one recorder share.
@@ -71,10 +60,6 @@ private:
     std::map<Key, std::unique_ptr<AnyStandIn>> standIns_;
 };
 
-/// The ways into the graph of stand-ins.
-tses::IEditSession& StandInForSession(Recording& recording, tses::IEditSession& session);
-tses::IQuerySession& StandInForSession(Recording& recording, tses::IQuerySession& session);
-
 /// "IEditFile" for `tses::IEditFile`.
 template <class Interface>
 const std::string& InterfaceName() {
@@ -87,13 +72,6 @@ const std::string& InterfaceName() {
 
 /// An argument that the operation only writes to.
 struct OutputArgument {};
-
-template <class Parameter>
-inline constexpr bool kIsOutput = (std::is_lvalue_reference_v<Parameter> &&
-                                   !std::is_const_v<std::remove_reference_t<Parameter>>) ||
-                                  (std::is_pointer_v<Parameter> &&
-                                   !std::is_const_v<std::remove_pointer_t<Parameter>> &&
-                                   std::is_arithmetic_v<std::remove_pointer_t<Parameter>>);
 
 template <class Number>
 requires std::is_arithmetic_v<Number> TraceValue ToTraceValue(Number value) {
@@ -140,36 +118,35 @@ struct OutputList {
             record.outputs.push_back(ToTraceValue(argument));
         } else if constexpr (std::same_as<Parameter, kelcore::byte*>) {
             record.buffer = argument;
-        } else if constexpr (kIsOutput<Parameter>) {
+        } else if constexpr (tses::kIsOutput<Parameter>) {
             record.outputs.push_back(ToTraceValue(*argument));
         }
     }
 };
 
-/// Forwards the calls of one interface to the host's object, and holds a reference to it.
+/// Stands in for one object of the host: forwards every call to it, and holds a reference to it.
 template <class Interface>
-class Forwarder : public Interface, public AnyStandIn {
+class StandIn final : public tses::Dispatch<Interface, StandIn<Interface>>, public AnyStandIn {
 public:
-    Forwarder(Recording& recording, Interface& real)
+    StandIn(Recording& recording, Interface& real)
         : recording_(recording), real_(real), number_(recording.NumberOf(real)) {
         real_.AddReference();
     }
-    ~Forwarder() override { real_.Release(); }
+    ~StandIn() override { real_.Release(); }
 
-    void AddReference() final {
+    void AddReference() override {
         ReportCounting("AddReference");
         real_.AddReference();
     }
-    void Release() final {
+    void Release() override {
         ReportCounting("Release");
         real_.Release();
     }
-    tses::IHostObject& Face() final { return *this; }
+    tses::IHostObject& Face() override { return *this; }
 
-protected:
     template <class Declaring, class Result, class... Parameters>
-    Result Call(std::string_view operation, Result (Declaring::*member)(Parameters...),
-                std::type_identity_t<Parameters>... arguments) {
+    Result Answer(std::string_view operation, Result (Declaring::*member)(Parameters...),
+                  std::type_identity_t<Parameters>... arguments) {
         CallRecord record = recording_.Begin(InterfaceName<Declaring>(), number_, operation);
         ArgumentList{record.arguments}.Add(Input<Parameters>(arguments)...);
         const CallDecision decision = recording_.Decide(record);
@@ -220,7 +197,7 @@ private:
 
     template <class Parameter>
     static auto Input(const std::remove_reference_t<Parameter>& argument) {
-        if constexpr (kIsOutput<Parameter>) {
+        if constexpr (tses::kIsOutput<Parameter>) {
             return OutputArgument{};
         } else {
             return argument;
@@ -270,10 +247,10 @@ Interface* Recording::StandInFor(Interface* real) {
 
 template <class Interface>
 std::unique_ptr<AnyStandIn> Recording::Make(Interface& real) {
-    using Private = typename PrivateInterface<Interface>::type;
-    if constexpr (!std::is_void_v<Private>) {
-        if (auto* whole = dynamic_cast<Private*>(&real)) {
-            return std::make_unique<StandIn<Private>>(*this, *whole);
+    using Whole = typename tses::WholeInterface<Interface>::type;
+    if constexpr (!std::same_as<Whole, Interface>) {
+        if (auto* whole = dynamic_cast<Whole*>(&real)) {
+            return std::make_unique<StandIn<Whole>>(*this, *whole);
         }
     }
     return std::make_unique<StandIn<Interface>>(*this, real);

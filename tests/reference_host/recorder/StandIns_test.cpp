@@ -19,24 +19,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/AudioClips.h"
-#include "host/AudioTracks.h"
-#include "host/Automation.h"
-#include "host/ClipGroups.h"
-#include "host/ClipStretch.h"
-#include "host/Effects.h"
-#include "host/Fades.h"
-#include "host/Files.h"
-#include "host/GlobalTrackInfo.h"
-#include "host/LogTarget.h"
-#include "host/Metronome.h"
-#include "host/MidiClips.h"
-#include "host/Properties.h"
-#include "host/Sends.h"
-#include "host/Session.h"
-#include "host/TrackVisibility.h"
-#include "host/VideoClips.h"
-#include "host/VideoTracks.h"
+#include "host/Dispatch.h"
 #include "reference_host/recorder/Recorder.h"
 
 namespace refhost {
@@ -74,31 +57,10 @@ Table MakeTable(const std::type_info& type, std::index_sequence<Indices...>) {
     return {0, &type, {&NoteSlot<Indices>...}};
 }
 
-template <class Interface>
-struct WholeOf {
-    using type = Interface;
-};
-template <>
-struct WholeOf<IEditAudioTrack> {
-    using type = IEditAudioTrackPrivate;
-};
-template <>
-struct WholeOf<IQueryAudioTrack> {
-    using type = IQueryAudioTrackPrivate;
-};
-template <>
-struct WholeOf<IEditMetronomeInfo> {
-    using type = IEditMetronomeInfoPrivate;
-};
-template <>
-struct WholeOf<IQueryMetronomeInfo> {
-    using type = IQueryMetronomeInfoPrivate;
-};
-
 // The one host object of an interface; of the private one where there is one.
 template <class Interface>
 Interface* HostObject() {
-    static const Table table = MakeTable(typeid(typename WholeOf<Interface>::type),
+    static const Table table = MakeTable(typeid(typename WholeInterface<Interface>::type),
                                          std::make_index_sequence<kMostSlots>{});
     static const SlotFunction* pointerToTable = table.slots.data();
     // Volatile, so that the compiler cannot know what it points to and has to go through the table.
@@ -246,7 +208,7 @@ private:
     template <class Object>
     void Remember(Object* object) {
         reached_[typeid(Object)] = object;
-        using Whole = typename WholeOf<Object>::type;
+        using Whole = typename WholeInterface<Object>::type;
         if constexpr (!std::same_as<Whole, Object>) {
             reached_[typeid(Whole)] = dynamic_cast<Whole*>(object);
         }
@@ -272,8 +234,7 @@ TEST_F(StandIns, EveryOperationIsForwardedAndReportedAsItself) {
 #define OPERATION(interface, name)              \
     Drive(#interface, #name, &interface::name); \
     ++known_;
-#include "reference_host/recorder/Operations.def"
-#undef OPERATION
+#include "host/SessionOperations.def"
     } while (driven_.size() > drivenBefore);
     EXPECT_EQ(driven_.size(), known_);
 }
