@@ -3,59 +3,74 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <string>
 
 #include "reference_host/Plugin.h"
-#include "reference_host/Sessions.h"
+#include "reference_host/recorder/Recorder.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace bench {
 namespace {
 
-class NullHostTest : public testing::Test {
-protected:
-    NullHostTest() { TakeNullHostTally(); }
+using tses::SessionResult;
 
-    tses::SessionResult Read(const std::filesystem::path& path) {
-        return plugin_.Read(path.u16string(), NullHost());
+struct Calls {
+    SessionResult result = SessionResult::Ok;
+    int all = 0;         // but the counting of references
+    int references = 0;  // taken and not given back
+    int messages = 0;
+    int nulls = 0;  // in place of an object
+
+    void Count(const refhost::CallRecord& call) {
+        if (call.operation == "AddReference") {
+            ++references;
+        } else if (call.operation == "Release") {
+            --references;
+        } else {
+            ++all;
+            messages += call.operation == "LogMessage" ? 1 : 0;
+            nulls += call.returned && call.returned->IsNull() ? 1 : 0;
+        }
     }
-
-private:
-    refhost::Plugin plugin_;
 };
 
-TEST_F(NullHostTest, TakesTheGoldenFilesWhole) {
+Calls CallsOfReading(const std::filesystem::path& path) {
+    Calls calls;
+    refhost::Recorder recorder({.sink = [&](const refhost::CallRecord& call) { calls.Count(call); },
+                                .interceptor = {},
+                                .recordReferences = true});
+    refhost::Plugin plugin;
+    calls.result = plugin.Read(path.u16string(), recorder.Wrap(NullHost()));
+    return calls;
+}
+
+TEST(NullHost, TakesTheGoldenFilesWhole) {
     for (const char* const name : {"everything.orvo", "read-only.orvo"}) {
-        EXPECT_EQ(Read(std::filesystem::path(ORVO_SOURCE_DIR) / "tests/golden" / name),
-                  tses::SessionResult::Ok);
-        const NullHostTally tally = TakeNullHostTally();
-        EXPECT_GT(tally.calls, 50u) << name;
-        EXPECT_EQ(tally.references, 0) << name;
-        EXPECT_EQ(tally.messages, 0u) << name;
+        const Calls calls =
+            CallsOfReading(std::filesystem::path(ORVO_SOURCE_DIR) / "tests/golden" / name);
+        EXPECT_EQ(calls.result, SessionResult::Ok) << name;
+        EXPECT_GT(calls.all, 50) << name;
+        EXPECT_EQ(calls.references, 0) << name;
+        EXPECT_EQ(calls.messages, 0) << name;
+        EXPECT_EQ(calls.nulls, 0) << name;
     }
 }
 
-TEST_F(NullHostTest, CountsEachCallOnce) {
+TEST(NullHost, GetsEachCallOnce) {
     const test::TemporaryFolder folder;
-    ASSERT_EQ(Read(folder.Write("a.orvo", "<orvo><files/></orvo>")), tses::SessionResult::Ok);
-    const std::uint64_t empty = TakeNullHostTally().calls;
-    const auto file = folder.Write("b.orvo",
-                                   "<orvo><files><file id='1' absolutePath='/a.wav'/>"
-                                   "<file id='2' absolutePath='/b.wav'/></files></orvo>");
-    ASSERT_EQ(Read(file), tses::SessionResult::Ok);
-    EXPECT_EQ(TakeNullHostTally().calls, empty + 4);  // for each file GetFile and SetPath
+    const Calls empty = CallsOfReading(folder.Write("a.orvo", "<orvo><files/></orvo>"));
+    const Calls two =
+        CallsOfReading(folder.Write("b.orvo",
+                                    "<orvo><files><file id='1' absolutePath='/a.wav'/>"
+                                    "<file id='2' absolutePath='/b.wav'/></files></orvo>"));
+    EXPECT_EQ(two.result, SessionResult::Ok);
+    EXPECT_EQ(two.all, empty.all + 4);  // for each file GetFile and SetPath
 }
 
-TEST_F(NullHostTest, CountsWhatTheParserSays) {
+TEST(NullHost, TakesWhatTheParserSays) {
     const test::TemporaryFolder folder;
-    EXPECT_EQ(Read(folder.Write("a.orvo", "<orvo>")), tses::SessionResult::ReadFailed);
-    EXPECT_EQ(TakeNullHostTally().messages, 1u);
-}
-
-TEST_F(NullHostTest, ATallyThatWasTakenBeginsAnew) {
-    Read(std::filesystem::path(ORVO_SOURCE_DIR) / "tests/golden/everything.orvo");
-    EXPECT_GT(TakeNullHostTally().calls, 0u);
-    EXPECT_EQ(TakeNullHostTally().calls, 0u);
+    const Calls calls = CallsOfReading(folder.Write("a.orvo", "<orvo>"));
+    EXPECT_EQ(calls.result, SessionResult::ReadFailed);
+    EXPECT_EQ(calls.messages, 1);
 }
 
 }  // namespace
