@@ -2,7 +2,7 @@
 
 #include <type_traits>
 
-#include "host/Dispatch.h"
+#include "host/Implementation.h"
 
 namespace bench {
 namespace {
@@ -14,7 +14,7 @@ template <class Object>
 constinit Object the;
 
 template <class Interface>
-struct Null final : Dispatch<Interface, Null<Interface>> {
+struct Null final : Implementation<Interface, Null<Interface>> {
     void AddReference() override {}
     void Release() override {}
 

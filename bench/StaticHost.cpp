@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <type_traits>
 
-#include "host/Dispatch.h"
+#include "host/Implementation.h"
 #include "reference_host/Sessions.h"
 #include "reference_host/recorder/Recorder.h"
 
@@ -70,7 +70,7 @@ template <class Object>
 constinit Object the;
 
 template <class Interface>
-struct Static final : Dispatch<Interface, Static<Interface>> {
+struct Static final : Implementation<Interface, Static<Interface>> {
     void AddReference() override {}
     void Release() override {}
 

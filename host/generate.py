@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes what restates the host interfaces, from their headers.
 
-    generate.py dispatch|bases|operations|session-operations FILE
+    generate.py implementation|bases|operations|session-operations FILE
     generate.py slots PAGE            writes the tables of slots anew, into docs/host-interfaces.md
     generate.py slots --check PAGE    only says whether they are up to date, and fails if not
 
@@ -18,7 +18,7 @@ from generator.declarations import Refusal, read_headers
 FOLDER = Path(__file__).resolve().parent
 ENTRY = "SessionInterface.h"  # the exported function, and no interface
 OUTPUTS = {
-    "dispatch": cpp.dispatch,
+    "implementation": cpp.implementation,
     "bases": cpp.bases,
     "operations": cpp.operations,
     "session-operations": cpp.session_operations,

@@ -9,14 +9,14 @@ WIDTH = 100
 _NOTE = "// Made by host/generate.py from the headers of the host interfaces.\n"
 
 
-def dispatch(interfaces):
-    """host/Dispatch.h: each operation hands its arguments to one function template of the object."""
+def implementation(interfaces):
+    """host/Implementation.h: each operation hands its arguments to one function template of the object."""
     return (
         _header(interfaces, "<type_traits>")
-        + _DISPATCH_START
+        + _IMPLEMENTATION_START
         + "".join(_whole(interfaces, each) for each in interfaces)
-        + _DISPATCH_TEMPLATE
-        + "".join(_dispatch_of(interfaces, each) for each in interfaces)
+        + _IMPLEMENTATION_TEMPLATE
+        + "".join(_implementation_of(interfaces, each) for each in interfaces)
         + "\n}  // namespace tses\n"
     )
 
@@ -84,7 +84,7 @@ def _comment(text, indent=""):
     return "".join(f"{indent}/// {line}\n" for line in textwrap.wrap(text, WIDTH - len(indent) - 4))
 
 
-_DISPATCH_START = """\
+_IMPLEMENTATION_START = """\
 namespace tses {
 
 /// The interface that objects of `Interface` cast to: the private one that continues it, where there is one.
@@ -94,7 +94,7 @@ struct WholeInterface {
 };
 """
 
-_DISPATCH_TEMPLATE = """
+_IMPLEMENTATION_TEMPLATE = """
 /// Whether an operation writes to an argument of this type: a reference, a pointer to a number, a buffer.
 template <class Parameter>
 inline constexpr bool kIsOutput =
@@ -111,7 +111,7 @@ inline constexpr bool kIsOutput =
 ///
 /// `Declaring` is the interface that declares the operation, which `Interface` may only inherit.
 template <class Interface, class Object>
-class Dispatch;
+class Implementation;
 """
 
 
@@ -122,30 +122,31 @@ def _whole(interfaces, interface):
     return f"template <>\nstruct WholeInterface<{interface.name}> {{\n    using type = {whole.name};\n}};\n"
 
 
-def _dispatch_of(interfaces, interface):
+def _implementation_of(interfaces, interface):
     lines = [
-        f"\ntemplate <class Object>\nclass Dispatch<{interface.name}, Object> : public {interface.name} {{\npublic:\n"
+        f"\ntemplate <class Object>\nclass Implementation<{interface.name}, Object> : public {interface.name} {{\npublic:\n"
     ]
     for declaring, operation in interfaces.operations(interface):
         names = [parameter.name for parameter in operation.parameters]
         arguments = ", ".join([f'"{operation.name}"', f"&{declaring.name}::{operation.name}", *names])
         lines.append(_function(operation, [str(each) for each in operation.parameters], " final {"))
         lines.append(f"        return static_cast<Object*>(this)->Answer({arguments});\n    }}\n")
-    lines.append("\nprotected:\n    ~Dispatch() = default;\n};\n")
+    lines.append("\nprotected:\n    ~Implementation() = default;\n};\n")
     return "".join(lines)
 
 
 _BASES_START = '''\
-/// What a host derives its objects from: for every interface a class whose operations take nothing and
-/// give nothing, that is null, 0 or false, and leave their outputs as they are. A host overrides what it
-/// wants to have.
+/// What a host derives its objects from: for every interface a class whose operations take nothing
+/// and give nothing, that is null, 0 or false, and leave their outputs as they are. A host overrides
+/// what it wants to have.
 ///
-/// Each base counts its references: see `Counted` for who owns an object and when it is deleted. Where
-/// giving nothing has a consequence beyond the thing itself, the operation says so. An object whose
-/// interface has a private one implements both, for the plug-in needs both.
+/// The bases count references: `Counted` says who owns an object and how long it lives. An object
+/// whose interface has a private one implements both, because the plug-in needs both. Where null
+/// means more than that the thing is not there, the operation says so; some nulls make a read or a
+/// save fail.
 ///
-/// Calls come as host/HostObject.h says, on the thread that called `SessionInterface`; the bases add
-/// no state but the count, which may change on any thread.
+/// The plug-in calls on the thread that called `SessionInterface`, one call at a time. The bases
+/// have no state but the count, so they are as safe to share between threads as what a host adds.
 namespace tses {
 
 '''

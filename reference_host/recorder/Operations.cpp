@@ -3,7 +3,7 @@
 #include <concepts>
 #include <type_traits>
 
-#include "host/Dispatch.h"
+#include "host/Implementation.h"
 
 namespace refhost {
 namespace {

@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/Dispatch.h"
+#include "host/Implementation.h"
 #include "reference_host/recorder/CallRecord.h"
 #include "reference_host/recorder/Recorder.h"
 
@@ -126,7 +126,8 @@ struct OutputList {
 
 /// Stands in for one object of the host: forwards every call to it, and holds a reference to it.
 template <class Interface>
-class StandIn final : public tses::Dispatch<Interface, StandIn<Interface>>, public AnyStandIn {
+class StandIn final : public tses::Implementation<Interface, StandIn<Interface>>,
+                      public AnyStandIn {
 public:
     StandIn(Recording& recording, Interface& real)
         : recording_(recording), real_(real), number_(recording.NumberOf(real)) {

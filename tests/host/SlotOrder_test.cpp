@@ -21,7 +21,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/Dispatch.h"
+#include "host/Implementation.h"
 
 namespace tses {
 namespace {

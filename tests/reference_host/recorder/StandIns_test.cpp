@@ -19,7 +19,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/Dispatch.h"
+#include "host/Implementation.h"
 #include "reference_host/recorder/Recorder.h"
 
 namespace refhost {
