@@ -16,7 +16,7 @@ from generator import cpp, page
 from generator.declarations import Refusal, read_headers
 
 FOLDER = Path(__file__).resolve().parent
-ENTRY = "SessionInterface.h"  # the exported function, and no interface
+WITHOUT_INTERFACES = ("Counted.h", "SessionInterface.h", "Text.h")
 OUTPUTS = {
     "implementation": cpp.implementation,
     "bases": cpp.bases,
@@ -34,21 +34,28 @@ def parse_arguments():
     return parser.parse_args()
 
 
+def make(output, written, headers):
+    paths = sorted(path for path in headers.glob("*.h") if path.name not in WITHOUT_INTERFACES)
+    interfaces = read_headers(paths, headers.parent)
+    return page.with_slots(written, interfaces) if output == "slots" else OUTPUTS[output](interfaces)
+
+
 def main():
     arguments = parse_arguments()
-    paths = sorted(path for path in arguments.headers.glob("*.h") if path.name != ENTRY)
-    written = arguments.file.read_text("utf-8") if arguments.file.exists() else None
+    file = arguments.file
+    written = file.read_text("utf-8") if file.exists() else None
+    if arguments.output == "slots" and written is None:
+        sys.exit(f"{file}: no such page")
     try:
-        interfaces = read_headers(paths, arguments.headers.resolve().parent)
+        text = make(arguments.output, written, arguments.headers.resolve())
     except Refusal as refusal:
         sys.exit(str(refusal))
-    text = page.with_slots(written, interfaces) if arguments.output == "slots" else OUTPUTS[arguments.output](interfaces)
     if text == written:
         return
     if arguments.check:
-        sys.exit(f"{arguments.file} is not what the headers say: run host/generate.py {arguments.output} {arguments.file}")
-    arguments.file.parent.mkdir(parents=True, exist_ok=True)
-    arguments.file.write_text(text, "utf-8")
+        sys.exit(f"{file} is not what the headers say: run host/generate.py {arguments.output} {file}")
+    file.parent.mkdir(parents=True, exist_ok=True)
+    file.write_text(text, "utf-8")
 
 
 if __name__ == "__main__":

@@ -32,11 +32,18 @@ def bases(interfaces):
 
 
 def operations(interfaces):
-    """host/Operations.def: every interface with its operations and unused slots."""
-    macros = ("INTERFACE(name, base)", "OPERATION(interface, name)", "UNUSED_SLOT(interface, name)")
+    """host/Operations.def: every interface with its operations, its unused slots and its base."""
+    macros = (
+        "INTERFACE(name, base)",
+        "OPERATION(interface, name)",
+        "UNUSED_SLOT(interface, name)",
+        "BASE(name, interface)",
+    )
     rows = []
     for interface in interfaces:
         rows.append(f"\nINTERFACE({interface.name}, {interface.base or 'void'})")
+        if _has_base(interfaces, interface):
+            rows.append(f"BASE({_base_name(interface)}, {interface.name})")
         for each in interface.operations:
             macro = "UNUSED_SLOT" if each.is_unused else "OPERATION"
             rows.append(f"{macro}({interface.name}, {each.name})")
@@ -156,14 +163,14 @@ def _has_base(interfaces, interface):
     return interface.name != ROOT and interfaces.whole(interface) is interface
 
 
-def base_name(interface):
+def _base_name(interface):
     return interface.name.removeprefix("I").removesuffix(PRIVATE) + "Base"
 
 
 def _base_of(interfaces, interface):
     lines = [
-        _comment(interface_comment(interfaces, interface)),
-        f"class {base_name(interface)} : public Counted<{interface.name}> {{\npublic:\n",
+        _comment(_interface_comment(interfaces, interface)),
+        f"class {_base_name(interface)} : public Counted<{interface.name}> {{\npublic:\n",
     ]
     for _, operation in interfaces.operations(interface):
         lines.append(_comment(_what_null_means(operation), "    "))
@@ -173,7 +180,7 @@ def _base_of(interfaces, interface):
     return "".join(lines)
 
 
-def interface_comment(interfaces, interface):
+def _interface_comment(interfaces, interface):
     """Of a private interface, the comment of the one that it continues: that one says what the object is."""
     if interface.name.endswith(PRIVATE):
         return interfaces[interface.base].comment
@@ -197,8 +204,8 @@ def _nothing(result):
 
 _OPERATIONS_NOTE = """\
 //
-// Every interface, each with its operations and unused slots in slot order. Whoever includes this defines
-// the macros that it wants, and finds all undefined afterwards.
+// Every interface, with its operations and unused slots in slot order and the class of host/Bases.h that
+// implements it. Whoever includes this defines the macros that it wants, and finds all undefined afterwards.
 """
 
 _SESSION_OPERATIONS_NOTE = """\

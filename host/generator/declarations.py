@@ -24,7 +24,7 @@ _UNUSED = re.compile(r"UnusedSlot(\d+)")
 
 
 class Refusal(Exception):
-    """A header says something that it should not."""
+    """A header, or the page, is not as it has to be; the message says where and why."""
 
 
 @dataclass(frozen=True)

@@ -2,6 +2,8 @@
 
 import re
 
+from .declarations import Refusal
+
 START = "<!-- From here on host/generate.py writes this page. -->\n"
 
 
@@ -9,7 +11,7 @@ def with_slots(page, interfaces):
     """The page with its tables made anew; what stands before them is kept."""
     prose, start, _ = page.partition(START)
     if not start:
-        raise ValueError(f"the page has no line {START.strip()}")
+        raise Refusal(f"the page has no line {START.strip()}")
     headers = "".join(_header(interfaces, header) for header in interfaces.headers())
     return prose + start + headers
 
