@@ -7,17 +7,15 @@
 #include <string>
 #include <string_view>
 
-#include "host/HostObject.h"
-#include "host/LogTarget.h"
-#include "host/Registration.h"
-#include "host/Session.h"
+#include "host/Bases.h"
 #include "host/SessionInterface.h"
+#include "host/Text.h"
 #include "platform/kelappsupport/Features.h"
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
 #include "platform/kelcore/Types.h"
 
-// What every host has: objects that are counted, texts, a path, and the library.
+// What every host has: a path, a log target, and the library.
 
 namespace example {
 
@@ -26,61 +24,18 @@ using kelcore::int32;
 using kelcore::int64;
 using kelcore::uint32;
 
-/// How many references the plug-in holds to all objects together; 0 outside a call.
-inline int references = 0;
+struct FileRef final : tses::HostFileRefBase {
+    tses::HostText path;
 
-/// The plug-in counts references to what it is given. Here everything lives longer than the calls,
-/// so the count only proves that all references came back.
-template <class Interface>
-struct Counted : Interface {
-    Counted() = default;
-    Counted(const Counted&) = delete;
-    Counted& operator=(const Counted&) = delete;
-    void AddReference() override { ++references; }
-    void Release() override { --references; }
-
-protected:
-    ~Counted() = default;
-};
-
-struct Text final : Counted<tses::IHostString> {
-    std::u16string value;
-
-    void UnusedSlot3() override {}
-    const char16* GetData() override { return value.data(); }
-    uint32 GetLength() override { return static_cast<uint32>(value.size()); }
-};
-
-struct FileRef final : Counted<tses::IHostFileRef> {
-    Text path;
-
-    void UnusedSlot3() override {}
     tses::IHostString* GetPath() override { return &path; }
 };
 
 /// Prints what is wrong in a document, with its place, and why a file cannot be read.
-struct LogTarget final : Counted<tses::IHostLogTarget> {
-    void UnusedSlot3() override {}
-    void UnusedSlot4() override {}
-    void UnusedSlot5() override {}
-    void UnusedSlot6() override {}
-    void UnusedSlot7() override {}
-    void UnusedSlot8() override {}
+struct LogTarget final : tses::HostLogTargetBase {
     void LogMessage(tses::IHostString* text) override {
         const std::string line = kelcore::UTF16to8({text->GetData(), text->GetLength()});
         std::fprintf(stderr, "%s", line.c_str());
     }
-};
-
-struct Registrar final : Counted<tses::IPlugInRegistrar> {
-    void UnusedSlot3() override {}
-    void DeclareInterfaceVersion(int32 /*a*/, int32 /*b*/) override {}
-    void UnusedSlot5() override {}
-    void SetPlugInIdentity(const char* /*guid*/, const char16* /*name*/) override {}
-    void RegisterOpenFormat(const char16* /*name*/, const char16* const* /*extensions*/,
-                            int32 /*count*/) override {}
-    void RegisterSaveFormat(const char16* /*name*/, const char16* const* /*extensions*/,
-                            int32 /*count*/) override {}
 };
 
 /// The loaded library.
@@ -151,7 +106,7 @@ private:
     void Terminate() { library_.Call(tses::SessionSelector::Terminate, nullptr); }
 
     Library library_;
-    Registrar registrar_;
+    tses::PlugInRegistrarBase registrar_;
     FileRef file_;
 };
 

@@ -4,8 +4,8 @@
 //
 // OUT has the audio format, the media, the metronome, the tracks of the audio side and the plain
 // values of their clips. All else that IN has is lost: among it video, MIDI, effects, automation,
-// sends, fades, groups, ports, the saved state and the metadata. Each null and each empty body in
-// Tracks.h and Session.h is such a loss.
+// sends, fades, groups, ports, the saved state and the metadata. Each operation that Tracks.h and
+// Session.h do not override is such a loss.
 
 #include <cstdio>
 #include <exception>
@@ -68,10 +68,7 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
     });
     try {
-        const int status =
-            Run(arguments[1], arguments[2], arguments[3], arguments[4], arguments[5]);
-        std::printf("references left: %d\n", example::references);
-        return status;
+        return Run(arguments[1], arguments[2], arguments[3], arguments[4], arguments[5]);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return 2;

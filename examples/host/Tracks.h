@@ -3,11 +3,9 @@
 #include <deque>
 
 #include "examples/host/Host.h"
-#include "host/AudioClips.h"
-#include "host/AudioTracks.h"
 
 // Tracks and clips: the values that this host keeps, and the two faces that the plug-in sees of
-// them, one to fill and one to ask. What is answered with null or zero here is not kept.
+// them, one to fill and one to ask. What they do not override is not kept.
 
 namespace example {
 
@@ -31,10 +29,10 @@ struct ClipValues {
     int32 order = 0;
     int32 head = -1;
     int32 tail = -1;
-    Text name;
+    tses::HostText name;
 };
 
-struct EditClip final : Counted<tses::IEditAudioClip> {
+struct EditClip final : tses::EditAudioClipBase {
     ClipValues& values;
     explicit EditClip(ClipValues& filled) : values(filled) {}
 
@@ -48,24 +46,13 @@ struct EditClip final : Counted<tses::IEditAudioClip> {
     void SetOffline(bool offline) override { values.offline = offline; }
     void SetSelected(bool selected) override { values.selected = selected; }
     void SetZOrder(int32 order) override { values.order = order; }
-    void SetChannelSource(uint32 /*channel*/, int32 /*source*/) override {}
     void SetLockedInTime(bool locked) override { values.locked = locked; }
-    tses::IEditClipFade* GetFadeIn() override { return nullptr; }
-    tses::IEditClipFade* GetFadeOut() override { return nullptr; }
-    tses::IEditClipStretch* GetClipStretch() override { return nullptr; }
     void SetClipAutoCrossfade(bool automatic) override { values.autoCrossfade = automatic; }
     void SetCrossFadeHeadClipID(int32 clip) override { values.head = clip; }
     void SetCrossFadeTailClipID(int32 clip) override { values.tail = clip; }
-    void AddTake(int64 /*inPoint*/) override {}
-    tses::IEditComponent* GetClipGainComponent() override { return nullptr; }
-    tses::IEditComponent* GetClipMuteComponent() override { return nullptr; }
-    tses::IEditComponent* GetClipPanComponent() override { return nullptr; }
-    tses::IEditEffectsRack* GetEffectsRack() override { return nullptr; }
-    void SetEditParameter(uint32 /*slot*/, uint32 /*parameter*/) override {}
-    tses::IEditClipProperties* GetProperties() override { return nullptr; }
 };
 
-struct QueryClip final : Counted<tses::IQueryAudioClip> {
+struct QueryClip final : tses::QueryAudioClipBase {
     ClipValues& values;
     explicit QueryClip(ClipValues& asked) : values(asked) {}
 
@@ -81,23 +68,9 @@ struct QueryClip final : Counted<tses::IQueryAudioClip> {
     bool GetSelected() override { return values.selected; }
     int32 GetZOrder() override { return values.order; }
     bool GetLockedInTime() override { return values.locked; }
-    tses::IQueryClipFade* GetFadeIn() override { return nullptr; }
-    tses::IQueryClipFade* GetFadeOut() override { return nullptr; }
-    tses::IQueryClipStretch* GetClipStretch() override { return nullptr; }
     int32 GetCrossFadeHeadClipID() override { return values.head; }
     int32 GetCrossFadeTailClipID() override { return values.tail; }
     bool GetClipAutoCrossfade() override { return values.autoCrossfade; }
-    int64 GetTakeSourceInPoint(uint32 /*index*/) override { return 0; }
-    uint32 GetTakeCount() override { return 0; }
-    uint32 GetEditParameterCount() override { return 0; }
-    void GetEditParameter(uint32 /*index*/, uint32& /*slot*/, uint32& /*parameter*/) override {}
-    tses::IQueryEffectsRack* GetEffectsRack() override { return nullptr; }
-    tses::IQueryComponent* GetClipGainComponent() override { return nullptr; }
-    tses::IQueryComponent* GetClipMuteComponent() override { return nullptr; }
-    tses::IQueryComponent* GetClipPanComponent() override { return nullptr; }
-    tses::IQueryClipProperties* GetProperties() override { return nullptr; }
-    uint32 GetChannelCount() override { return 0; }
-    int32 GetChannelSource(uint32 /*channel*/) override { return 0; }
 };
 
 /// A thing of the session: its values with both faces. It stays where it is.
@@ -131,12 +104,12 @@ struct TrackValues {
     bool armed = false;
     bool monitoring = false;
     bool soloSafe = false;
-    Text name;
-    Text preRenderedFile;
+    tses::HostText name;
+    tses::HostText preRenderedFile;
     std::deque<Clip> clips;
 };
 
-struct EditTrack final : Counted<tses::IEditAudioTrackPrivate> {
+struct EditTrack final : tses::EditAudioTrackBase {
     TrackValues& values;
     explicit EditTrack(TrackValues& filled) : values(filled) {}
 
@@ -145,7 +118,6 @@ struct EditTrack final : Counted<tses::IEditAudioTrackPrivate> {
         clip.values.id = id;
         return &clip.edit;
     }
-    tses::IEditMIDIClipList* GetMIDIClipList() override { return nullptr; }
     void SetIndex(uint32 index) override { values.index = index; }
     void SetKind(uint32 kind) override { values.kind = kind; }
     void SetSelected(bool selected) override { values.selected = selected; }
@@ -159,7 +131,6 @@ struct EditTrack final : Counted<tses::IEditAudioTrackPrivate> {
     void SetPreRenderedFile(const char16* path) override { values.preRenderedFile.value = path; }
     void SetAutomationLaneOpenState(bool open) override { values.lanesOpen = open; }
     void SetVisible(bool visible) override { values.visible = visible; }
-    tses::IEditInstrumentTrack* GetInstrument() override { return nullptr; }
     void SetAudioChannelType(uint32 channels) override { values.channels = channels; }
     void SetSolo(bool solo) override { values.solo = solo; }
     void SetRecordArmed(bool armed) override { values.armed = armed; }
@@ -168,23 +139,15 @@ struct EditTrack final : Counted<tses::IEditAudioTrackPrivate> {
     void SetOutputTrack(int32 track) override { values.outputTrack = track; }
     void SetInput(int32 port) override { values.input = port; }
     void SetHardwareOutput(int32 port) override { values.hardwareOutput = port; }
-    tses::IEditComponent* GetFaderComponent(const char16* /*id*/) override { return nullptr; }
-    tses::IEditComponent* GetMuteComponent(const char16* /*id*/) override { return nullptr; }
-    tses::IEditComponent* GetPanComponent(const char16* /*id*/) override { return nullptr; }
-    tses::IEditComponent* GetEQComponent(const char16* /*id*/) override { return nullptr; }
     void SetAutomationMode(int32 mode) override { values.automationMode = mode; }
-    tses::IEditSendList* GetSendList() override { return nullptr; }
-    tses::IEditEffectsRack* GetEffectsRack() override { return nullptr; }
-    void SetEditParameter(uint32 /*slot*/, uint32 /*parameter*/) override {}
 };
 
-struct QueryTrack final : Counted<tses::IQueryAudioTrackPrivate> {
+struct QueryTrack final : tses::QueryAudioTrackBase {
     TrackValues& values;
     explicit QueryTrack(TrackValues& asked) : values(asked) {}
 
     uint32 GetClipCount() override { return CountOf(values.clips); }
     tses::IQueryAudioClip* GetClip(uint32 index) override { return &values.clips[index].query; }
-    tses::IQueryMIDIClipList* GetMIDIClipList() override { return nullptr; }
     uint32 GetId() override { return values.id; }
     uint32 GetIndex() override { return values.index; }
     uint32 GetKind() override { return values.kind; }
@@ -197,13 +160,8 @@ struct QueryTrack final : Counted<tses::IQueryAudioTrackPrivate> {
     bool IsPreRendered() override { return values.preRendered; }
     bool IsSumToMono() override { return values.sumToMono; }
     tses::IHostString* GetPreRenderedFile() override { return &values.preRenderedFile; }
-    tses::IQueryEffectsRack* GetEffectsRack() override { return nullptr; }
-    uint32 GetEditParameterCount() override { return 0; }
-    void GetEditParameter(uint32 /*index*/, uint32& /*slot*/, uint32& /*parameter*/) override {}
     bool IsAutomationLaneOpen() override { return values.lanesOpen; }
-    tses::IQuerySendList* GetSendList() override { return nullptr; }
     bool IsVisible() override { return values.visible; }
-    tses::IQueryInstrumentTrack* GetInstrument() override { return nullptr; }
     uint32 GetAudioChannelType() override { return values.channels; }
     bool IsSolo() override { return values.solo; }
     bool IsRecordArmed() override { return values.armed; }
@@ -212,10 +170,6 @@ struct QueryTrack final : Counted<tses::IQueryAudioTrackPrivate> {
     int32 GetOutputTrackId() override { return values.outputTrack; }
     int32 GetInputId() override { return values.input; }
     int32 GetHardwareOutputId() override { return values.hardwareOutput; }
-    tses::IQueryComponent* GetFaderComponent() override { return nullptr; }
-    tses::IQueryComponent* GetMuteComponent() override { return nullptr; }
-    tses::IQueryComponent* GetPanComponent() override { return nullptr; }
-    tses::IQueryComponent* GetEQComponent() override { return nullptr; }
     int32 GetAutomationMode() override { return values.automationMode; }
 };
 
