@@ -12,16 +12,19 @@ import argparse
 import sys
 from pathlib import Path
 
-from generator import cpp, page
+from generator.bases import bases
 from generator.declarations import Refusal, read_headers
+from generator.implementation import implementation
+from generator.operations import operations, session_operations
+from generator.page import with_slots
 
 FOLDER = Path(__file__).resolve().parent
 WITHOUT_INTERFACES = ("Counted.h", "SessionInterface.h", "Text.h")
 OUTPUTS = {
-    "implementation": cpp.implementation,
-    "bases": cpp.bases,
-    "operations": cpp.operations,
-    "session-operations": cpp.session_operations,
+    "implementation": implementation,
+    "bases": bases,
+    "operations": operations,
+    "session-operations": session_operations,
 }
 
 
@@ -37,7 +40,7 @@ def parse_arguments():
 def make(output, written, headers):
     paths = sorted(path for path in headers.glob("*.h") if path.name not in WITHOUT_INTERFACES)
     interfaces = read_headers(paths, headers.parent)
-    return page.with_slots(written, interfaces) if output == "slots" else OUTPUTS[output](interfaces)
+    return with_slots(written, interfaces) if output == "slots" else OUTPUTS[output](interfaces)
 
 
 def main():

@@ -55,7 +55,9 @@ SESSION = interface(
     "virtual IEditTrack* GetTrack(kelcore::uint32 id,",
     "                             const kelcore::char16* const* trackNames) = 0;",
 )
-TRACK = interface("IEditTrack", "/// How loud; 0 to 1.5. The rest does not show.", "virtual void SetGain(double gain) = 0;")
+TRACK = interface(
+    "IEditTrack", "/// How loud; 0 to 1.5. The rest does not show.", "virtual void SetGain(double gain) = 0;"
+)
 PRIVATE = interface(
     "IEditTrackPrivate", "/// Its size.", "virtual bool GetSize(kelcore::int32& width) = 0;", base="IEditTrack"
 )
