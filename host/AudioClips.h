@@ -19,18 +19,17 @@ struct IQueryClipProperties;
 struct IEditAudioClip : IHostObject {
     /// The id of the media file that is played.
     virtual void SetFileID(kelcore::uint32 fileId) = 0;
-    /// The first sample of the region in the file. -1 when the session file does not say.
+    /// The first sample of the region in the file. -1 if the file does not say.
     virtual void SetSourceInPoint(kelcore::int64 sample) = 0;
     /// Length of the region in samples.
     virtual void SetDuration(kelcore::int64 samples) = 0;
-    /// Where the region starts on the timeline. -1 when the session file does not say.
+    /// Where the region starts on the timeline. -1 if the file does not say.
     virtual void SetStartPoint(kelcore::int64 sample) = 0;
-    /// The colour's hue, the host's number. That of the clip before when the session file does not
-    /// say.
+    /// The colour's hue, the host's number. That of the previous clip if the file does not say.
     virtual void SetHue(double hue) = 0;
     /// Whether the region repeats.
     virtual void SetLooped(bool looped) = 0;
-    /// The clip's name. That of the clip before when the session file does not say.
+    /// The clip's name. That of the previous clip if the file does not say.
     virtual void SetName(const kelcore::char16* name) = 0;
     /// Whether the media is offline.
     virtual void SetOffline(bool offline) = 0;
@@ -50,12 +49,12 @@ struct IEditAudioClip : IHostObject {
     virtual IEditClipFade* GetFadeOut() = 0;
     /// How the clip is stretched in time.
     virtual IEditClipStretch* GetClipStretch() = 0;
-    /// Whether the host makes crossfades where the clip overlaps others. True when the session file
-    /// does not say.
+    /// Whether the host makes crossfades where the clip overlaps others. True if the file does not
+    /// say.
     virtual void SetClipAutoCrossfade(bool automatic) = 0;
-    /// The clip that this one crossfades with at its start; -1: none.
+    /// The clip that this one crossfades with at its start, or -1.
     virtual void SetCrossFadeHeadClipID(kelcore::int32 clipId) = 0;
-    /// The clip that this one crossfades with at its end; -1: none.
+    /// The clip that this one crossfades with at its end, or -1.
     virtual void SetCrossFadeTailClipID(kelcore::int32 clipId) = 0;
     /// One more take: its first sample in the file.
     virtual void AddTake(kelcore::int64 sourceInPoint) = 0;

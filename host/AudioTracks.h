@@ -17,7 +17,7 @@ struct IQueryEffectsRack;
 
 /// What only instrument tracks have. From `IEditAudioTrackPrivate::GetInstrument`.
 struct IEditInstrumentTrack : IHostObject {
-    /// The MIDI input by name; empty: none.
+    /// The MIDI input by name, or empty.
     virtual void SetMidiIn(const kelcore::char16* name) = 0;
     /// Whether all MIDI inputs are heard.
     virtual void SetMidiAll(bool all) = 0;
@@ -39,12 +39,12 @@ protected:
 
 /// A track of the audio side: audio, bus, master, metronome or instrument.
 struct IEditAudioTrack : IHostObject {
-    /// A new audio clip on this track. Null: what the file says of the clip is dropped. Ids are
-    /// meant to be unique in a session; they come as the file has them, also twice, and as
-    /// 4294967295 where it has none.
+    /// A new audio clip on this track. Null: what the file says about the clip is dropped. Ids
+    /// should be unique in a session, but they come as the file has them: possibly twice, and
+    /// 4294967295 where the file has no id.
     virtual IEditAudioClip* CreateAudioClip(kelcore::uint32 id) = 0;
     /// The MIDI clips of an instrument track. Used during the call and not counted. Null: what the
-    /// file says of MIDI clips is dropped.
+    /// file says about MIDI clips is dropped.
     virtual IEditMIDIClipList* GetMIDIClipList() = 0;
 
 protected:
@@ -59,13 +59,13 @@ struct IEditAudioTrackPrivate : IEditAudioTrack {
     virtual void SetKind(kelcore::uint32 kind) = 0;
     /// Whether the track is selected.
     virtual void SetSelected(bool selected) = 0;
-    /// The colour's hue, the host's number. -1 when the file does not say.
+    /// The colour's hue, the host's number. -1 if the file does not say.
     virtual void SetHue(double hue) = 0;
     /// Whether the track is folded to its smallest height.
     virtual void SetMinimized(bool minimized) = 0;
     /// The track's name.
     virtual void SetName(const kelcore::char16* name) = 0;
-    /// The track's height, the host's number. 0 when the file does not say.
+    /// The track's height, the host's number. 0 if the file does not say.
     virtual void SetHeight(kelcore::int32 height) = 0;
     /// Whether the track's phase is inverted.
     virtual void SetPhaseInverted(bool inverted) = 0;
@@ -77,11 +77,11 @@ struct IEditAudioTrackPrivate : IEditAudioTrack {
     virtual void SetPreRenderedFile(const kelcore::char16* path) = 0;
     /// Whether the automation lanes are unfolded.
     virtual void SetAutomationLaneOpenState(bool open) = 0;
-    /// Whether the track is shown. True when the file does not say.
+    /// Whether the track is shown. True if the file does not say.
     virtual void SetVisible(bool visible) = 0;
-    /// What only instrument tracks have. Asked of instrument tracks only.
+    /// What only instrument tracks have. Asked only of instrument tracks.
     virtual IEditInstrumentTrack* GetInstrument() = 0;
-    /// The number of channels: 1 mono, 2 stereo, 6 for 5.1; 0 when the file does not say.
+    /// The number of channels: 1 mono, 2 stereo, 6 for 5.1; 0 if the file does not say.
     virtual void SetAudioChannelType(kelcore::uint32 type) = 0;
     /// Whether the track is solo.
     virtual void SetSolo(bool solo) = 0;
@@ -91,11 +91,11 @@ struct IEditAudioTrackPrivate : IEditAudioTrack {
     virtual void SetMonitoring(bool monitoring) = 0;
     /// Whether the track is heard while another one is solo.
     virtual void SetSoloSafe(bool soloSafe) = 0;
-    /// The id of the track that this one feeds; -1: none.
+    /// The id of the track that this one feeds, or -1.
     virtual void SetOutputTrack(kelcore::int32 trackId) = 0;
-    /// The id of the input port; -1: none.
+    /// The id of the input port, or -1.
     virtual void SetInput(kelcore::int32 portId) = 0;
-    /// The id of the output port; -1: none.
+    /// The id of the output port, or -1.
     virtual void SetHardwareOutput(kelcore::int32 portId) = 0;
     /// The component of the fader. `id`: "trackFader".
     virtual IEditComponent* GetFaderComponent(const kelcore::char16* id) = 0;
@@ -105,7 +105,7 @@ struct IEditAudioTrackPrivate : IEditAudioTrack {
     virtual IEditComponent* GetPanComponent(const kelcore::char16* id) = 0;
     /// The component of the equaliser. `id`: "trackEQ".
     virtual IEditComponent* GetEQComponent(const kelcore::char16* id) = 0;
-    /// The host's code of the automation mode. 1 when the file does not say.
+    /// The host's code of the automation mode. 1 if the file does not say.
     virtual void SetAutomationMode(kelcore::int32 mode) = 0;
     /// The track's sends.
     virtual IEditSendList* GetSendList() = 0;
@@ -175,7 +175,7 @@ struct IQueryAudioTrackPrivate : IQueryAudioTrack {
     virtual IQuerySendList* GetSendList() = 0;
     /// Whether the track is shown.
     virtual bool IsVisible() = 0;
-    /// What only instrument tracks have. Asked of instrument tracks only.
+    /// What only instrument tracks have. Asked only of instrument tracks.
     virtual IQueryInstrumentTrack* GetInstrument() = 0;
     /// The number of channels: 1 mono, 2 stereo, 6 for 5.1. A value other than 1, 2 and 6 is not
     /// stored.

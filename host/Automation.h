@@ -6,15 +6,15 @@ namespace tses {
 
 /// The automation of one parameter. From `IEditComponent::GetParameterAutomation`.
 struct IEditAutomationLane : IHostObject {
-    /// Whether curves run smoothly through the keyframes. Not called when the lane's element has no
-    /// attribute at all; with any other attribute, known or not, false when the file does not say.
+    /// Whether curves run smoothly through the keyframes. Not called if the lane's element has no
+    /// attributes at all; false if it has attributes, known or not, but not this one.
     virtual void SetEnableSplines(bool enable) = 0;
     /// One more keyframe. Keyframes come in the order of the file, which need not be that of time.
     /// `value`: in the parameter's own unit. `sampleOffset`: samples on the timeline of the lane's
     /// owner. `hold`: the value stays until the next keyframe instead of moving there evenly.
     virtual void AddKeyframe(float value, kelcore::int64 sampleOffset, bool hold,
                              bool selected) = 0;
-    /// Whether the lane is protected from editing. Not called, or false, as above.
+    /// Whether the lane is protected from editing. As `SetEnableSplines` if the file does not say.
     virtual void SetReadOnly(bool readOnly) = 0;
 
 protected:

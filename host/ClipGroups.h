@@ -6,12 +6,12 @@ namespace tses {
 
 /// Clips that are edited as one. From `IEditSession::CreateClipGroup`.
 struct IEditClipGroup : IHostObject {
-    /// One more member, by the ids of its track and of the clip. Either need not exist; 0 when the
+    /// One more member, by the ids of its track and of the clip. Either need not exist; 0 if the
     /// file does not say.
     virtual void AddItem(kelcore::uint32 trackId, kelcore::uint32 clipId) = 0;
-    /// The colour's hue, the host's number. 0 when the file does not say.
+    /// The colour's hue, the host's number. 0 if the file does not say.
     virtual void SetHue(double hue) = 0;
-    /// The group's name. Called last; empty when the file does not say.
+    /// The group's name. Called last; empty if the file does not say.
     virtual void SetName(const kelcore::char16* name) = 0;
 
 protected:

@@ -12,17 +12,17 @@ struct IEditClipStretch : IHostObject {
     virtual void SetStretchMode(kelcore::uint32 mode) = 0;
     /// The family of the algorithm: 0 normal, 1 solo, 2 varispeed.
     virtual void SetStretchType(kelcore::uint32 type) = 0;
-    /// The stretch ratio. 1 when the file does not say.
+    /// The stretch ratio. 1 if the file does not say.
     virtual void SetStretchRatio(double ratio) = 0;
-    /// The shift of the pitch. 0 when the file does not say; in the host's unit.
+    /// The shift of the pitch. 0 if the file does not say; in the host's unit.
     virtual void SetPitchAdjustment(double adjustment) = 0;
     /// The quality: 0 high, 1 medium, 2 low.
     virtual void SetStretchQuality(kelcore::uint32 quality) = 0;
-    /// How sensitive the algorithm is to transients. 40 when the file does not say.
+    /// How sensitive the algorithm is to transients. 40 if the file does not say.
     virtual void SetTransientSensitivity(kelcore::int32 sensitivity) = 0;
-    /// The algorithm's window of analysis. 37 when the file does not say.
+    /// The algorithm's window of analysis. 37 if the file does not say.
     virtual void SetAdaptiveWindowSize(kelcore::int32 size) = 0;
-    /// Whether formants stay when the pitch changes. True when the file does not say.
+    /// Whether formants stay when the pitch changes. True if the file does not say.
     virtual void SetPreserveFormants(bool preserve) = 0;
 
 protected:

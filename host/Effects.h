@@ -18,26 +18,26 @@ struct IEditComponent : IHostObject {
     virtual void SetParameterValue(kelcore::uint32 index, float value) = 0;
     /// The name of a parameter. Follows its value; may be empty.
     virtual void SetParameterName(kelcore::uint32 index, const kelcore::char16* name) = 0;
-    /// The automation of a parameter. Null: what the file says of the parameter's automation is
+    /// The automation of a parameter. Null: what the file says about the parameter's automation is
     /// dropped.
     virtual IEditAutomationLane* GetParameterAutomation(kelcore::uint32 index) = 0;
     /// The state that the effect saved, in its own layout. Called only with at least one byte.
     virtual void SetPresetChunk(const kelcore::byte* data, kelcore::uint32 size) = 0;
     /// Whether the effect's window is open.
     virtual void SetEditorVisible(bool visible) = 0;
-    /// Where the effect's window is, in the host's numbers. All are 0 when the file does not say.
+    /// Where the effect's window is, in the host's numbers. All are 0 if the file does not say.
     virtual void SetEditorRect(kelcore::int32 left, kelcore::int32 top, kelcore::int32 width,
                                kelcore::int32 height) = 0;
-    /// Whether the effect is on. Not called when the file does not say, but that a track's EQ with
-    /// parameters is then on if its last value is 0.5 or more, as in old files. An effect in a
-    /// rack's slot has its power at the slot.
+    /// Whether the effect is on. Not called if the file does not say, except for a track's EQ with
+    /// parameters, which is on if its last value is 0.5 or more, as in old files. An effect in a
+    /// rack's slot is switched at the slot.
     virtual void SetPowered(bool powered) = 0;
     /// Whether the parameter may be moved by hand while its automation is being written. Called
     /// only with true.
     virtual void SetParameterSafeDuringWrite(kelcore::uint32 index, bool safe) = 0;
     /// Which effect it is, in a form that lasts. May be empty.
     virtual void SetComponentGuid(const kelcore::char16* guid) = 0;
-    /// The preset that was chosen. Empty: none.
+    /// The preset that was chosen. Empty if there is none.
     virtual void SetPresetName(const kelcore::char16* name) = 0;
 
 protected:
@@ -46,7 +46,7 @@ protected:
 
 /// A place for one effect in a rack. From `IEditEffectsRack::AddSlot`.
 struct IEditEffectsSlot : IHostObject {
-    /// The slot's place in the rack, from 0. 4294967295 when the file does not say.
+    /// The slot's place in the rack, from 0. 4294967295 if the file does not say.
     virtual void SetSlotIndex(kelcore::uint32 slotIndex) = 0;
     /// Whether the signal passes by the effect.
     virtual void SetBypassed(bool bypassed) = 0;
@@ -54,7 +54,7 @@ struct IEditEffectsSlot : IHostObject {
     virtual IEditComponent* GetComponent() = 0;
     virtual void UnusedSlot6() = 0;
     virtual void UnusedSlot7() = 0;
-    /// How many channels the side chain has. Not called when the file does not say.
+    /// How many channels the side chain has. Not called if the file does not say.
     virtual void SetSideChainChannels(kelcore::uint32 channels) = 0;
     /// One more entry of the input map: which channel of the rack (`source`) feeds this input of
     /// the effect.
@@ -77,7 +77,7 @@ struct IEditEffectsRack : IHostObject {
     virtual IEditComponent* GetInputComponent() = 0;
     /// The control of the gain after the effects.
     virtual IEditComponent* GetOutputComponent() = 0;
-    /// Whether the rack lies before the fader. True when the file does not say.
+    /// Whether the rack lies before the fader. True if the file does not say.
     virtual void SetPreFader(bool preFader) = 0;
     /// A new slot, after the existing ones.
     virtual IEditEffectsSlot* AddSlot() = 0;
@@ -111,7 +111,7 @@ struct IQueryComponent : IHostObject {
     /// The automation of a parameter. Null, or a lane without keyframes: not stored.
     virtual IQueryAutomationLane* GetParameterAutomation(kelcore::uint32 index) = 0;
     /// The size of the effect's saved state in bytes. 0: not stored. More than 1 GiB: the save
-    /// fails. Asked of the effects in slots only.
+    /// fails. Asked only of effects in slots.
     virtual kelcore::uint32 GetPresetChunkSize() = 0;
     /// Fills a buffer of exactly that size with the saved state. False: not stored.
     virtual bool GetPresetChunk(kelcore::byte* buffer) = 0;
@@ -121,13 +121,13 @@ struct IQueryComponent : IHostObject {
     /// width or height of 0: not stored.
     virtual void GetEditorRect(kelcore::int32& left, kelcore::int32& top, kelcore::int32& width,
                                kelcore::int32& height) = 0;
-    /// Whether the effect is on. Not asked of the effects in slots.
+    /// Whether the effect is on. Not asked of effects in slots.
     virtual bool IsPowered() = 0;
     /// Whether the parameter may be moved by hand while its automation is being written.
     virtual bool IsParameterSafeDuringWrite(kelcore::uint32 index) = 0;
     /// Which effect it is, in a form that lasts.
     virtual IHostString* GetComponentGuid() = 0;
-    /// The preset that was chosen. Null: none was chosen.
+    /// The preset that was chosen. Null if none was chosen.
     virtual IQueryComponentPreset* GetPreset() = 0;
 
 protected:
@@ -162,7 +162,8 @@ protected:
 
 /// The effects of a track or clip. From `GetEffectsRack` of the track or clip.
 struct IQueryEffectsRack : IHostObject {
-    /// The control of how much of the effects is heard. Null: not stored, so for the next two.
+    /// The control of how much of the effects is heard. Null: not stored. The same holds for the
+    /// next two operations.
     virtual IQueryComponent* GetMixComponent() = 0;
     /// The control of the gain before the effects.
     virtual IQueryComponent* GetInputComponent() = 0;

@@ -10,23 +10,23 @@
 /// says otherwise:
 ///  - Calls come on the thread that called `SessionInterface`, one at a time, and only during that
 ///    call.
-///  - A returned object carries no reference for the caller, who adds one for as long as the object
-///    is needed. It stays alive at least until the caller had the chance to do so.
-///  - A returned object may be null: the thing does not exist, and the caller does without.
+///  - A returned object carries no reference for the caller. The caller adds its own at once; the
+///    host keeps the object alive at least until then.
+///  - A returned object may be null: the thing does not exist, and the caller goes on without it.
 ///  - A text argument is UTF-16, ends with a zero, is never null, and belongs to the caller; a host
-///    that keeps it copies it during the call. So do arrays and byte blocks, whose pointer may be
-///    null only when their count is zero.
-///  - An index runs from 0 to the matching count less 1; the plug-in asks for no other.
+///    that keeps it copies it during the call. The same holds for arrays and byte blocks, whose
+///    pointer may be null only when their count is zero.
+///  - An index runs from 0 to the matching count less 1.
 ///  - Positions and lengths on the timeline and in media are counts of samples at the session's
 ///    rate.
-///  - The value 4294967295 of an id or slot index, -1 where it is signed, means none.
-///  - The objects are built with run-time type information: the plug-in casts them to the
-///    `...Private` interfaces, and crashes on one that has none.
+///  - An id or slot index of 4294967295, or -1 where it is signed, names nothing.
+///  - The objects have run-time type information: the plug-in casts them to the `...Private`
+///    interfaces, and crashes on an object without it.
 ///  - An exception thrown by an operation ends the request with its failure code, except by
 ///    `Release`, where it ends the process.
 namespace tses {
 
-/// What every host object can do: live as long as somebody holds a reference.
+/// A host object lives as long as somebody holds a reference to it.
 struct IHostObject {
     /// Adds one reference.
     virtual void AddReference() = 0;

@@ -4,7 +4,7 @@
 
 namespace tses {
 
-/// Takes what the parser of session files has to say.
+/// Takes the messages of the parser of session files.
 struct IHostLogTarget : IHostObject {
     virtual void UnusedSlot3() = 0;
     virtual void UnusedSlot4() = 0;

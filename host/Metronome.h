@@ -11,10 +11,10 @@ struct IQueryGlobalTrackInfo;
 
 /// The metronome's settings. From `IEditSession::GetMetronomeInfo`.
 struct IEditMetronomeInfo : IHostObject {
-    /// Whether the metronome is on. False when the file does not say.
+    /// Whether the metronome is on. False if the file does not say.
     virtual void SetEnabled(bool enabled) = 0;
     /// The sounds: 0 and 1 african, 2 beeps, 3 cymbals, 4 kit, 5 to 7 latin, 8 sticks, 9 tabla. 8
-    /// when the file does not say.
+    /// if the file does not say.
     virtual void SetSoundSet(kelcore::uint32 soundSet) = 0;
     /// The `count` beats of a bar: 0 silent, 1 down beat, 2 up beat, 3 subdivision. Called only
     /// with at least one; the count need not fit the time signature.
@@ -27,9 +27,9 @@ protected:
     ~IEditMetronomeInfo() = default;
 };
 
-/// What else hangs on the metronome. The plug-in casts `IEditMetronomeInfo` to it.
+/// The rest of the metronome. The plug-in casts `IEditMetronomeInfo` to it.
 struct IEditMetronomeInfoPrivate : IEditMetronomeInfo {
-    /// The session's musical timeline. Null, as when the cast fails: what the file says of it is
+    /// The session's musical timeline. Null, as when the cast fails: what the file says about it is
     /// dropped.
     virtual IEditGlobalTrackInfo* GetGlobalTrackInfo() = 0;
 
@@ -56,7 +56,7 @@ protected:
     ~IQueryMetronomeInfo() = default;
 };
 
-/// What else hangs on the metronome. The plug-in casts `IQueryMetronomeInfo` to it.
+/// The rest of the metronome. The plug-in casts `IQueryMetronomeInfo` to it.
 struct IQueryMetronomeInfoPrivate : IQueryMetronomeInfo {
     /// The session's musical timeline. Null, as when the cast fails: not stored.
     virtual IQueryGlobalTrackInfo* GetGlobalTrackInfo() = 0;

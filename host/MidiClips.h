@@ -8,15 +8,15 @@ namespace tses {
 struct IEditMIDIClip : IHostObject {
     /// The events in the host's own layout. Called only with at least one byte, after the rest.
     virtual void SetMIDIEvents(const kelcore::byte* data, kelcore::uint32 size) = 0;
-    /// The first sample of the region in the events. -1 when the file does not say.
+    /// The first sample of the region in the events. -1 if the file does not say.
     virtual void SetSourceInPoint(kelcore::int64 sample) = 0;
     /// Length of the region in samples.
     virtual void SetDuration(kelcore::int64 samples) = 0;
-    /// Where the clip starts on the timeline. -1 when the file does not say.
+    /// Where the clip starts on the timeline. -1 if the file does not say.
     virtual void SetStartPoint(kelcore::int64 sample) = 0;
-    /// The colour's hue, the host's number. That of the clip before when the file does not say.
+    /// The colour's hue, the host's number. That of the previous clip if the file does not say.
     virtual void SetHue(double hue) = 0;
-    /// The clip's name. That of the clip before when the file does not say.
+    /// The clip's name. That of the previous clip if the file does not say.
     virtual void SetName(const kelcore::char16* name) = 0;
     /// Whether the clip is selected.
     virtual void SetSelected(bool selected) = 0;
@@ -29,7 +29,7 @@ protected:
 
 /// The MIDI clips of an instrument track. From `IEditAudioTrack::GetMIDIClipList`.
 struct IEditMIDIClipList : IHostObject {
-    /// A new MIDI clip. Null: what the file says of the clip is dropped.
+    /// A new MIDI clip. Null: what the file says about the clip is dropped.
     virtual IEditMIDIClip* CreateMIDIClip(kelcore::uint32 id) = 0;
 
 protected:

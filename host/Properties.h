@@ -29,7 +29,7 @@ protected:
 
 /// What the host keeps with a clip, as one text. From `IEditAudioClip::GetProperties`.
 struct IEditClipProperties : IHostObject {
-    /// The text, as the host gave it. Not called when the file does not say.
+    /// The text, as the host gave it. Not called if the file does not say.
     virtual void SetProperties(const kelcore::char16* text) = 0;
 
 protected:

@@ -11,15 +11,15 @@ struct IQueryComponent;
 struct IEditSendSlot : IHostObject {
     /// The send's place among the track's sends, from 0. Called first.
     virtual void SetSlotIndex(kelcore::uint32 slotIndex) = 0;
-    /// The id of the track that is fed; -1: none. Not called when the file does not say.
+    /// The id of the track that is fed, or -1. Not called if the file does not say.
     virtual void SetSendOutputId(kelcore::int32 trackId) = 0;
-    /// Whether the signal is taken before the fader. Not called when the file does not say.
+    /// Whether the signal is taken before the fader. Not called if the file does not say.
     virtual void SetPreFader(bool preFader) = 0;
     /// The component of the send's level. `id`: "sendComponent".
     virtual IEditComponent* GetSendComponent(const kelcore::char16* id) = 0;
     /// The component of the send's panner. `id`: "sendPan".
     virtual IEditComponent* GetPanComponent(const kelcore::char16* id) = 0;
-    /// Which component of the destination is fed. Not called when the file does not say.
+    /// Which component of the destination is fed. Not called if the file does not say.
     virtual void SetDestCompIndex(kelcore::int32 index) = 0;
 
 protected:

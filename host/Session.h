@@ -20,11 +20,11 @@ struct IQueryClipGroup;
 struct IEditProperties;
 struct IQueryProperties;
 
-/// A session under construction. Passed with selector 4; calls come as the file's elements are met,
-/// so that nothing is called for what the file does not contain.
+/// A session under construction. Passed with selector 4; calls come as the reader meets the file's
+/// elements. What the file does not contain causes no call.
 struct IEditSession : IHostObject {
     virtual void UnusedSlot3() = 0;
-    /// Where messages about the file go, also about one that cannot be opened. Null: only the trace
+    /// Where messages about the file go, even about one that cannot be opened. Null: only the trace
     /// says why a read failed, and reading goes on after an error that the parser can recover from.
     virtual IHostLogTarget* GetLogTarget() = 0;
     /// How many steps of the read are complete. `done` of `total`: 0 of 7 first, then up to 7 of 7.
@@ -33,27 +33,27 @@ struct IEditSession : IHostObject {
                              kelcore::uint32 flag) = 0;
     /// A localised sentence that names the application version that wrote the file.
     virtual void SetFormatDescription(const kelcore::char16* description) = 0;
-    /// Samples per second. 48000 when the file does not say.
+    /// Samples per second. 48000 if the file does not say.
     virtual void SetSampleRate(kelcore::uint32 samplesPerSecond) = 0;
-    /// The number of channels: 1 (mono), 2 (stereo) or 6 (5.1). Not called when the file does not
+    /// The number of channels: 1 (mono), 2 (stereo) or 6 (5.1). Not called if the file does not
     /// say.
     virtual void SetChannelCount(kelcore::int32 channels) = 0;
-    /// Length in samples. 0 when the file does not say.
+    /// Length in samples. 0 if the file does not say.
     virtual void SetDuration(kelcore::int64 samples) = 0;
-    /// Bits per sample. 32 when the file does not say.
+    /// Bits per sample. 32 if the file does not say.
     virtual void SetBitDepth(kelcore::uint32 bits) = 0;
     /// The entry of the media file with this id, made if need be. Null: the file is left out.
     virtual IEditFile* GetFile(kelcore::uint32 id) = 0;
-    /// The video track with this id, made if need be. Null: what the file says of the track is
+    /// The video track with this id, made if need be. Null: what the file says about the track is
     /// dropped.
     virtual IEditVideoTrack* GetVideoTrack(kelcore::uint32 id) = 0;
     /// The audio-side track with this id, made if need be. Null, or an object that does not cast to
     /// `IEditAudioTrackPrivate`: the read fails.
     virtual IEditAudioTrack* GetAudioTrack(kelcore::uint32 id) = 0;
-    /// The metronome's settings. Null: what the file says of them is dropped, and the read fails if
-    /// the file has a metronome track.
+    /// The metronome's settings. Null: what the file says about them is dropped, and the read fails
+    /// if the file has a metronome track.
     virtual IEditMetronomeInfo* GetMetronomeInfo() = 0;
-    /// A new, empty preset, after the existing ones.
+    /// A new, empty preset after the existing ones.
     virtual IEditTrackVisibilityPreset* CreateTrackVisibilityPreset() = 0;
     /// The identifier of the audio device for input; the host's own text, possibly empty.
     virtual void SetInputDeviceId(const kelcore::char16* deviceId) = 0;
@@ -80,13 +80,13 @@ struct IEditSession : IHostObject {
     /// `frameRate`: frames per second. `customFrameRate`: the host's own.
     virtual void SetTimeFormat(kelcore::int32 format, kelcore::int32 frameRate, bool ntsc,
                                bool dropFrame, kelcore::int32 customFrameRate) = 0;
-    /// The default pan law. `panPower`: the host's number; -3 when the file does not say.
+    /// The default pan law. `panPower`: the host's number; -3 if the file does not say.
     virtual void SetPanMode(bool logarithmic, double panPower) = 0;
-    /// Whether the time format follows the application's preferences. True when the file does not
+    /// Whether the time format follows the application's preferences. True if the file does not
     /// say.
     virtual void SetLinkToDefaultTimeSettings(bool linked) = 0;
     /// The grid of bars and beats. `noteLength`: the beat's note, the host's number.
-    /// `subdivisions`: of a beat. All are 0 when the file does not say.
+    /// `subdivisions`: of a beat. All are 0 if the file does not say.
     virtual void SetMusicalTime(double beatsPerMinute, kelcore::int32 beatsPerBar,
                                 kelcore::int32 noteLength, kelcore::int32 subdivisions) = 0;
     /// The session's key/value properties.
@@ -99,7 +99,7 @@ struct IEditSession : IHostObject {
     virtual void SetVersionDependentValue(kelcore::int64 position) = 0;
     /// The timecode of the session's first sample, in the host's unit.
     virtual void SetSmpteStart(kelcore::int64 start) = 0;
-    /// Whether overlapping clips play. False when the file does not say.
+    /// Whether overlapping clips play. False if the file does not say.
     virtual void SetPlayOverlappingClips(bool play) = 0;
 
 protected:
@@ -168,8 +168,8 @@ struct IQuerySession : IHostObject {
     virtual IQueryClipGroup* GetClipGroup(kelcore::uint32 index) = 0;
     /// The metronome's settings. Must not be null: without them the write fails.
     virtual IQueryMetronomeInfo* GetMetronomeInfo() = 0;
-    /// The selected time range, in samples. This and every other output is set to 0 (false; pan
-    /// power: -3) before the call, so that one which the host leaves alone has that value.
+    /// The selected time range, in samples. Like every output, these are 0 before the call (false;
+    /// pan power: -3), and keep that value if the host leaves them alone.
     virtual void GetSelection(kelcore::int64& start, kelcore::int64& duration) = 0;
     /// The position of the current-time indicator, in samples.
     virtual void GetCtiPosition(kelcore::int64& position) = 0;
@@ -191,7 +191,7 @@ struct IQuerySession : IHostObject {
                                 kelcore::int32& noteLength, kelcore::int32& subdivisions) = 0;
     /// The session's key/value properties.
     virtual IQueryProperties* GetProperties() = 0;
-    /// The XMP packet. Null or empty: none is stored.
+    /// The XMP packet. Null or empty: not stored.
     virtual IHostString* GetXmpMetadata() = 0;
     /// The timecode of the session's first sample, in the host's unit.
     virtual void GetSmpteStart(kelcore::int64& start) = 0;

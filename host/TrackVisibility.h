@@ -6,7 +6,7 @@ namespace tses {
 
 /// A named choice of visible tracks. From `IEditSession::CreateTrackVisibilityPreset`.
 struct IEditTrackVisibilityPreset : IHostObject {
-    /// The preset's id. 0 when the file does not say.
+    /// The preset's id. 0 if the file does not say.
     virtual void SetId(kelcore::uint32 id) = 0;
     /// The preset's name.
     virtual void SetName(const kelcore::char16* name) = 0;

@@ -7,16 +7,16 @@ namespace tses {
 /// The format of a clip's video. From `IEditVideoClip::GetVideoFormat`; all five operations are
 /// called, in this order.
 struct IEditVideoFormat : IHostObject {
-    /// A frame lasts `sampleSize` units, of which a second has `timeScale`. Both are 0 when the
-    /// file does not say.
+    /// A frame lasts `sampleSize` units; a second has `timeScale` of them. Both are 0 if the file
+    /// does not say.
     virtual void SetFrameTiming(kelcore::int64 timeScale, kelcore::int64 sampleSize) = 0;
-    /// The host's code of the pixel format, never 0. 1 when the file does not say.
+    /// The host's code of the pixel format, never 0. 1 if the file does not say.
     virtual void SetPixelType(kelcore::int32 type) = 0;
-    /// The frame's size in pixels. 0 when the file does not say.
+    /// The frame's size in pixels. 0 if the file does not say.
     virtual void SetDimensions(kelcore::int32 width, kelcore::int32 height) = 0;
-    /// How wide a pixel is in relation to its height. 0 to 1 when the file does not say.
+    /// How wide a pixel is in relation to its height. 0 and 1 if the file does not say.
     virtual void SetPixelAspectRatio(kelcore::uint32 numerator, kelcore::uint32 denominator) = 0;
-    /// The host's code for progressive frames or the order of fields. 0 when the file does not say.
+    /// The host's code for progressive frames or the order of fields. 0 if the file does not say.
     virtual void SetFieldType(kelcore::uint32 type) = 0;
 
 protected:
@@ -51,16 +51,15 @@ protected:
 struct IEditVideoClip : IHostObject {
     /// The id of the media file that is shown.
     virtual void SetFileID(kelcore::uint32 fileId) = 0;
-    /// The first sample of the region in the file. -1 when the session file does not say.
+    /// The first sample of the region in the file. -1 if the file does not say.
     virtual void SetSourceInPoint(kelcore::int64 sample) = 0;
     /// Length of the region in samples.
     virtual void SetDuration(kelcore::int64 samples) = 0;
-    /// Where the region starts on the timeline. -1 when the session file does not say.
+    /// Where the region starts on the timeline. -1 if the file does not say.
     virtual void SetStartPoint(kelcore::int64 sample) = 0;
-    /// The colour's hue, the host's number. That of the clip before when the session file does not
-    /// say.
+    /// The colour's hue, the host's number. That of the previous clip if the file does not say.
     virtual void SetHue(double hue) = 0;
-    /// The clip's name. That of the clip before when the session file does not say.
+    /// The clip's name. That of the previous clip if the file does not say.
     virtual void SetName(const kelcore::char16* name) = 0;
     /// Whether the media is offline.
     virtual void SetOffline(bool offline) = 0;

@@ -9,20 +9,20 @@ struct IQueryVideoClip;
 
 /// A video track. From `IEditSession::GetVideoTrack`.
 struct IEditVideoTrack : IHostObject {
-    /// The track's place in the list of tracks, from 0; 0 when the file does not say, as the files
-    /// that this plug-in writes never do.
+    /// The track's place in the list of tracks, from 0. 0 if the file does not say; the files that
+    /// this plug-in writes never do.
     virtual void SetIndex(kelcore::uint32 index) = 0;
     /// Whether the track is selected.
     virtual void SetSelected(bool selected) = 0;
-    /// The colour's hue, the host's number. -1 when the file does not say.
+    /// The colour's hue, the host's number. -1 if the file does not say.
     virtual void SetHue(double hue) = 0;
     /// Whether the track is folded to its smallest height.
     virtual void SetMinimized(bool minimized) = 0;
     /// The track's name.
     virtual void SetName(const kelcore::char16* name) = 0;
-    /// The track's height, the host's number. 0 when the file does not say.
+    /// The track's height, the host's number. 0 if the file does not say.
     virtual void SetHeight(kelcore::int32 height) = 0;
-    /// A new clip on this track. Null: what the file says of the clip is dropped.
+    /// A new clip on this track. Null: what the file says about the clip is dropped.
     virtual IEditVideoClip* CreateVideoClip(kelcore::uint32 id) = 0;
 
 protected:
