@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cstddef>
 
-// The system's own allocation, behind the functions that are taken over here.
+// The C library's own allocation, which the functions below replace and call.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -13,7 +13,7 @@ void* __libc_memalign(std::size_t alignment, std::size_t size);
 
 namespace {
 
-// One thread measures at a time, so that this is no atomic, which would be felt.
+// Not atomic, which would slow down what is measured: only one thread runs then.
 constinit std::uint64_t allocations = 0;
 
 }  // namespace

@@ -4,8 +4,8 @@
 
 namespace bench {
 
-/// How many blocks of memory the program has asked for since it began, by whatever function, in all
-/// of its libraries. A block that is made larger or smaller counts as another one.
+/// How many blocks of memory the program and all of its libraries have allocated since the start,
+/// by any function. Resizing a block counts as an allocation.
 std::uint64_t AllocationCount();
 
 }  // namespace bench

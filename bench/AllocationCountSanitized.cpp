@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-// The sanitizers have taken over the memory functions; they tell of each block that they give. Not
-// every compiler comes with the header that declares this function of theirs.
+// The sanitizers have replaced the memory functions and report each block that they allocate. Not
+// every compiler ships the header that declares this function.
 extern "C" int __sanitizer_install_malloc_and_free_hooks(
     void (*allocated)(const volatile void* block, std::size_t size),
     void (*freed)(const volatile void* block));

@@ -61,7 +61,7 @@ void AnswerTape::AppendText(const std::u16string& text) {
     entries_.push_back(EntryOf(held));
 }
 
-/// An operation that fills a buffer has another beside it that told of the size.
+/// The size comes from the operation of the same name plus "Size", called before.
 void AnswerTape::AppendBuffer(const refhost::CallRecord& call) {
     const std::string sizeOperation = std::string(call.operation) + std::string(kSizeSuffix);
     const std::size_t size = sizes_.at({call.objectNumber, sizeOperation});

@@ -15,7 +15,7 @@
 
 namespace bench {
 
-/// A text that was made beforehand. Its references are not counted: it belongs to its tape.
+/// A text of a tape. It counts no references, because the tape owns it.
 class TapeText final : public tses::IHostString {
 public:
     explicit TapeText(std::u16string text) : text_(std::move(text)) {}
@@ -30,15 +30,15 @@ private:
     std::u16string text_;
 };
 
-/// The answers that a host gave in one write, in the order of the calls, so that they can be given
-/// again without a host. Each is one entry: the bits of a number, the address of a text, whether
-/// there was an object; after an operation's result come its outputs, and the place and size of
-/// what it put into a buffer.
+/// The answers of a host in one write, in the order of the calls, to be given again without the
+/// host. An answer is one entry: the bits of a number, the address of a text, or whether there was
+/// an object. An operation's result comes first, then its outputs, then the address and size of the
+/// bytes that it put into a buffer.
 class AnswerTape {
 public:
     using Entry = std::uint64_t;
 
-    /// Appends what a call answered; for a recorder's sink.
+    /// Appends the answers of a call. A recorder's sink calls it.
     void Append(const refhost::CallRecord& call);
 
     const std::vector<Entry>& Entries() const { return entries_; }
@@ -48,11 +48,11 @@ private:
     void AppendText(const std::u16string& text);
     void AppendBuffer(const refhost::CallRecord& call);
 
-    using SizeKey = std::pair<std::uint64_t, std::string>;  // the object, the operation
+    using SizeKey = std::pair<std::uint64_t, std::string>;  // object, operation
 
     std::vector<Entry> entries_;
     std::map<std::u16string, TapeText> texts_;
-    std::map<SizeKey, std::size_t> sizes_;  // of the blocks that objects told of last
+    std::map<SizeKey, std::size_t> sizes_;  // of each object's blocks, as it last said
     std::deque<std::vector<kelcore::byte>> blocks_;
 };
 

@@ -3,7 +3,7 @@
 #include "host/Registration.h"
 #include "host/SessionInterface.h"
 
-// The floor of loading: a plug-in that starts the XML library and does nothing else.
+// The floor of loading: a plug-in that only starts the XML library.
 
 extern "C" __attribute__((visibility("default"))) kelcore::int32 SessionInterface(
     kelcore::int32 selector, void* argument) {

@@ -3,12 +3,12 @@
 #include <cstdint>
 #include <string>
 
-// The parsers by themselves: each reads a file to its end with handlers that do nothing, and says
-// whether the file is well-formed. Paths are as the system's calls take them.
+// The bare parsers. Each reads a whole file with handlers that do nothing, and returns whether the
+// file is well-formed. Paths are in the form of the system calls.
 
 namespace bench {
 
-/// Starts the library of the bare parser, and stops it at the end.
+/// Starts the bare parser's library, and stops it in the destructor.
 class XercesLibrary {
 public:
     XercesLibrary();
@@ -17,15 +17,14 @@ public:
     XercesLibrary& operator=(const XercesLibrary&) = delete;
 };
 
-/// The floor of all reading: the parser that the plug-in uses, a fresh one in its default
-/// configuration, with namespaces and without validation, as the plug-in has it. Wants a
-/// `XercesLibrary`.
+/// The floor of all reading: a fresh parser of the plug-in's kind in its default configuration,
+/// with namespaces and without validation, like the plug-in's. Needs a `XercesLibrary`.
 bool ParseWithXerces(const std::string& path);
 
-/// How many elements there are, up to where the file is malformed. Wants a `XercesLibrary`.
+/// How many elements the file has before its end or its first error. Needs a `XercesLibrary`.
 std::uint64_t CountElements(const std::string& path);
 
-/// Others, for scale. pugixml alone builds a tree, of the whole file at once.
+/// Other parsers, for scale. Only pugixml builds a tree, of the whole file.
 bool ParseWithExpat(const std::string& path);
 bool ParseWithLibXml2(const std::string& path);
 bool ParseWithPugixml(const std::string& path);

@@ -117,7 +117,7 @@ private:
         }
     }
 
-    // The document element stands already.
+    // The document element exists already.
     void Start(const DocumentParts::Part& part) {
         xercesc::DOMElement* const element = current_ == &document_
                                                  ? document_.getDocumentElement()

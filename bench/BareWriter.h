@@ -10,7 +10,7 @@
 
 namespace bench {
 
-/// What a document is made of, as a flat list with every text ready for the DOM.
+/// The parts of a document as a flat list, with every text ready for the DOM.
 struct DocumentParts {
     enum class Kind { Start, Text, Section, End };
     struct Attribute {
@@ -19,25 +19,25 @@ struct DocumentParts {
     };
     struct Part {
         Kind kind = Kind::End;
-        const XMLCh* text = nullptr;     ///< the name of an element that starts, or the characters
-        std::size_t firstAttribute = 0;  ///< of an element that starts
+        const XMLCh* text = nullptr;     ///< the name of the element, or the characters
+        std::size_t firstAttribute = 0;  ///< of a start tag
         std::size_t attributeCount = 0;
     };
 
-    std::vector<Part> parts;  ///< those of the document element among them
+    std::vector<Part> parts;  ///< the document element included
     std::vector<Attribute> attributes;
     bool isXml11 = false;
 
-    /// A text that lives as long as this.
+    /// A copy of the text that lives as long as this object.
     const XMLCh* Keep(std::u16string_view text);
 
 private:
-    std::deque<std::u16string> blocks_;  // each with room that is never exceeded, so that it stays
-    std::unordered_map<std::u16string, const XMLCh*> short_;  // what is often the same: names
+    std::deque<std::u16string> blocks_;  // never grow beyond their capacity, so texts stay put
+    std::unordered_map<std::u16string, const XMLCh*> short_;  // names and the like, kept once
 };
 
-/// Takes a document apart. Blanks between elements are layout and left out. Wants a
-/// `XercesLibrary`, as the other function does.
+/// Takes a document apart. Leaves out blanks between elements, which are layout. Both functions
+/// need a `XercesLibrary`.
 /// @throws std::runtime_error if the file is not well-formed
 DocumentParts TakeApart(const std::string& path);
 

@@ -10,21 +10,21 @@ inline constexpr const char* kFloor = "floor";
 inline constexpr const char* kNullHost = "plugin_null_host";
 inline constexpr const char* kReferenceHost = "plugin_reference_host";
 
-/// One of those that do the same piece of work, to be measured beside the others.
+/// One way to do a piece of work, measured beside other ways to do the same.
 struct Contender {
-    std::string name;  ///< its key in reports
-    /// Does the work; false if it could not be done.
+    std::string name;  ///< the key in reports
+    /// Does the work. False: it failed.
     std::function<bool()> run;
-    /// Before and after each run, not measured.
+    /// Run before and after each `run`, and not measured.
     std::function<void()> prepare = [] {};
     std::function<void()> finish = [] {};
 };
 
-/// The first is what the others are compared with.
+/// The others are compared with the first.
 using Contenders = std::vector<Contender>;
 
-/// Runs it once with what comes before and after.
-/// @throws std::runtime_error if the work could not be done
+/// Prepares, runs and finishes once.
+/// @throws std::runtime_error if the work failed
 void RunOnce(const Contender& contender);
 
 }  // namespace bench

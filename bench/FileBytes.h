@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// All of a file; nothing of one that cannot be opened.
+/// The bytes of a file; empty if it cannot be opened.
 inline std::string BytesOf(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};

@@ -34,15 +34,15 @@ constexpr std::size_t kLoads = 21;
 
 struct LoadTimes {
     double plugin = 0;
-    double floor = 0;  // of a plug-in that does nothing but to start the XML library
+    double floor = 0;  // of a plug-in that only starts the XML library
 };
 
-/// Milliseconds, in a program that has loaded nothing of it before.
+/// In milliseconds, in a process that has loaded none of it before.
 double MillisecondsToLoad(const std::filesystem::path& library) {
     return std::stod(OutputOfProgram({NeighbourPath("orvo-bench-load"), library.string()}));
 }
 
-/// The medians of both, loaded in turn.
+/// The medians of both libraries, loaded in turn.
 LoadTimes MeasureLoads() {
     const std::filesystem::path plugin = refhost::DefaultPluginPath();
     const std::filesystem::path floor =
@@ -58,7 +58,7 @@ LoadTimes MeasureLoads() {
 
 // Small sessions
 
-/// About 2 KB: a track and little else.
+/// About 2 KB: one track and little else.
 refhost::model::Session MakeSmallSession(kelcore::uint64 seed) {
     refhost::model::Session session =
         toolkit::GenerateSession({.tracks = 1, .clips = 0, .slots = 0, .keyframes = 0}, seed);
@@ -100,7 +100,7 @@ Contender ReadAll(const char* name, const std::vector<std::string>& paths, ReadO
             }};
 }
 
-/// The paths and the plug-in must outlive them.
+/// The paths and the plug-in must outlive the contenders.
 Contenders MakeContenders(refhost::Plugin& plugin, const std::vector<std::string>& paths) {
     return {ReadAll(kFloor, paths, ParseWithXerces),
             ReadAll(kNullHost, paths,
@@ -152,11 +152,11 @@ void AddLife(CLI::App& program, Action& chosen) {
     verb->add_option("--sessions", options->sessions, "how many small sessions")
         ->check(CLI::PositiveNumber.description(""))
         ->capture_default_str();
-    verb->add_option("--rounds", options->rounds, "how often all of them take their turn")
+    verb->add_option("--rounds", options->rounds, "how many rounds")
         ->check(CLI::PositiveNumber.description(""))
         ->capture_default_str();
     verb->add_option("--folder", options->folder, "where to put the sessions");
-    verb->add_flag("--json", options->json, "one object for programs");
+    verb->add_flag("--json", options->json, "print a JSON object");
     verb->callback([options, &chosen] { chosen = [options] { Run(*options); }; });
 }
 

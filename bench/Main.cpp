@@ -30,7 +30,7 @@ int RunProgram(int argumentCount, const char* const* arguments) {
     } catch (const CLI::ParseError& outcome) {
         return program.exit(outcome) == 0 ? 0 : 2;
     }
-    // Reading a file that ends early is part of the measuring, not a failure to report.
+    // Some measured reads end early on purpose; their failures are not worth a message.
     kelcore::trace::SetEnabled(kelcore::trace::kReaderCategory, false);
     action();
     return 0;

@@ -8,22 +8,22 @@
 
 namespace bench {
 
-/// What one run needs of memory.
+/// The memory that one run uses.
 struct MemoryUse {
-    std::uint64_t peakKib = 0;  ///< beyond what was in use before
+    std::uint64_t peakKib = 0;  ///< above what was in use before
     std::uint64_t allocations = 0;
-    /// Of a read: those between two places in the file, its begin and end left out.
+    /// Of a read: allocations between two places in the file, away from its start and end.
     std::optional<std::uint64_t> steadyAllocations{};
 };
 
-/// Measures a second run: the first one warms up. Wants a program that does nothing else.
-/// @throws std::runtime_error if the work could not be done
+/// Measures the second of two runs. The process must do nothing else.
+/// @throws std::runtime_error if the work failed
 MemoryUse MeasureMemory(const Contender& contender);
 
-/// What a run allocates, of work that may come to nothing.
+/// How often one run allocates, even if the work fails.
 std::uint64_t CountAllocations(const Contender& contender);
 
-/// The form in which one run of this program tells another of it.
+/// The form in which one process of this program reports to another.
 std::string ToText(const MemoryUse& use);
 MemoryUse MemoryUseFromText(const std::string& text);
 

@@ -9,7 +9,7 @@
 namespace bench {
 namespace {
 
-/// A line of what the system says of this program: "VmRSS:     1234 kB".
+/// The number in a line of the system's status of this process, "VmRSS:     1234 kB".
 std::uint64_t StatusKib(const std::string& key) {
     std::ifstream status("/proc/self/status");
     for (std::string word; status >> word;) {
@@ -18,10 +18,10 @@ std::uint64_t StatusKib(const std::string& key) {
             return kib;
         }
     }
-    throw std::runtime_error("/proc/self/status does not tell " + key);
+    throw std::runtime_error("/proc/self/status has no line " + key);
 }
 
-/// Makes the peak what is in use now.
+/// Resets the system's record of the peak to what is in use now.
 void ForgetPeak() {
     std::ofstream references("/proc/self/clear_refs");
     if (!(references << '5' << std::flush)) {

@@ -4,14 +4,14 @@
 
 namespace bench {
 
-/// The memory that a piece of work needs at its peak, beyond what the program had in use when the
-/// work began. Made anew for each piece.
+/// The peak of a piece of work's memory, above what the process used when the work began. Make a
+/// new one for each piece.
 class PeakMemory {
 public:
-    /// Gives what is free back to the system, so that it is not taken from there unseen.
+    /// Returns free memory to the system first, so that the work cannot reuse it unseen.
     PeakMemory();
 
-    /// KiB, from the making of this on.
+    /// The peak since construction, in KiB.
     std::uint64_t Kib() const;
 
 private:

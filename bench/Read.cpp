@@ -26,34 +26,34 @@ struct Options {
     std::string folder;
     std::size_t rounds = 9;
     bool json = false;
-    std::string alone;              // one contender, whose memory is to be measured
-    std::vector<std::string> cuts;  // then: the two beginnings of the file
+    std::string alone;              // the one contender whose memory to measure
+    std::vector<std::string> cuts;  // with `alone`: the two cut copies of the file
 };
 
 // What is allocated in the steady state is the difference between two beginnings of the file: what
 // a parser needs for itself, and for its report that the file ends too early, is the same in both.
 
-constexpr std::size_t kFirstCut = 10;  // hundredths of the file
+constexpr std::size_t kFirstCut = 10;  // percent of the file
 constexpr std::size_t kSecondCut = 90;
 
 std::string WriteCut(const std::string& content, std::size_t hundredths, const std::string& path) {
     const std::size_t wanted = content.size() * hundredths / 100;
-    const std::size_t end = content.rfind('>', wanted) + 1;  // none: nothing of it
+    const std::size_t end = content.rfind('>', wanted) + 1;  // 0 if there is none
     std::ofstream(path, std::ios::binary) << std::string_view(content).substr(0, end);
     return path;
 }
 
-/// Any contender by its name.
+/// The contender of that name.
 Contender Choose(const Contenders& contenders, const std::string& name) {
     const auto chosen = std::find_if(contenders.begin(), contenders.end(),
                                      [&](const Contender& each) { return each.name == name; });
     if (chosen == contenders.end()) {
-        throw std::runtime_error("no reader is called " + name);
+        throw std::runtime_error("there is no reader named " + name);
     }
     return *chosen;
 }
 
-/// In a program of its own.
+/// Measured in a process of its own.
 void PrintMemory(refhost::Plugin& plugin, const Options& options) {
     const auto choose = [&](const std::string& path) {
         return Choose(MakeReadContenders(plugin, path), options.alone);
@@ -105,11 +105,11 @@ void AddRead(CLI::App& program, Action& chosen) {
     CLI::App* const verb = program.add_subcommand(
         "read", "Read a session with the bare parser, with the plug-in and with other parsers.");
     verb->add_option("FILE", options->file, "the session")->required();
-    verb->add_option("--rounds", options->rounds, "how often all of them take their turn")
+    verb->add_option("--rounds", options->rounds, "how many rounds")
         ->check(CLI::PositiveNumber.description(""))
         ->capture_default_str();
-    verb->add_option("--folder", options->folder, "where to put what is made meanwhile");
-    verb->add_flag("--json", options->json, "one object for programs");
+    verb->add_option("--folder", options->folder, "where to put temporary files");
+    verb->add_flag("--json", options->json, "print a JSON object");
     verb->add_option("--alone", options->alone)->group("");
     verb->add_option("--cuts", options->cuts)->group("")->expected(2);
     verb->callback([options, &chosen] { chosen = [options] { Run(*options); }; });

@@ -12,7 +12,7 @@
 namespace bench {
 namespace {
 
-/// The session that was read is the host's to keep: to destroy it is no part of the read.
+/// Destroys the session outside the measured run: a host keeps what it reads.
 Contender MakeReferenceHost(refhost::Plugin& plugin, const std::u16string& path) {
     const auto read = std::make_shared<std::optional<refhost::ReadResult>>();
     return {.name = kReferenceHost,

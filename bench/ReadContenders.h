@@ -7,10 +7,9 @@
 
 namespace bench {
 
-/// All that read the file: the bare parser, the plug-in with the host that does nothing and with
-/// the reference host, and other parsers for scale. The plug-in must outlive them, and a
-/// `XercesLibrary` as well.
-/// @param path  as the system's calls take it
+/// The readers of a file: the bare parser, the plug-in with the null host and with the reference
+/// host, and other parsers for scale. The plug-in and a `XercesLibrary` must outlive them.
+/// @param path  in the form of the system calls
 Contenders MakeReadContenders(refhost::Plugin& plugin, const std::string& path);
 
 }  // namespace bench

@@ -17,7 +17,7 @@ namespace {
 using namespace kelcore;
 using namespace tses;
 
-/// Where in the tape the write is.
+/// Plays a tape: knows how far the write has got.
 class Reel {
 public:
     void Wind(const AnswerTape& recorded) {

@@ -10,7 +10,7 @@
 namespace bench {
 namespace {
 
-/// What is shorter is too near to what the system's clock of processor time can tell apart.
+/// Shorter times are too close to the resolution of the clock of processor time.
 constexpr double kShortestRoundMs = 60;
 constexpr double kMostRuns = 2000;
 
@@ -31,7 +31,7 @@ double WallMs() {
     return std::chrono::duration<double, std::milli>(now).count();
 }
 
-/// The mean of some runs.
+/// The mean over several runs.
 Sample Take(const Contender& contender, std::size_t runs) {
     Sample sum;
     for (std::size_t i = 0; i < runs; ++i) {
@@ -50,7 +50,7 @@ Sample Take(const Contender& contender, std::size_t runs) {
     return {sum.wallMs / count, sum.userMs / count};
 }
 
-/// A sample of each contender, in their order, taken from the `first` one on.
+/// One sample of each contender, in the contenders' order; measures the `first` one first.
 std::vector<Sample> TakeRound(const Contenders& contenders, std::size_t first, std::size_t runs) {
     std::vector<Sample> samples(contenders.size());
     for (std::size_t i = 0; i < contenders.size(); ++i) {

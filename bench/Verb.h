@@ -8,8 +8,8 @@ namespace bench {
 /// What the chosen verb does once the command line has been read.
 using Action = std::function<void()>;
 
-/// Each adds its verb. When the verb is chosen, `chosen` becomes its action, which throws a
-/// `std::exception` if something cannot be measured.
+/// Each adds its verb. If the user chooses it, `chosen` becomes its action, which throws a
+/// `std::exception` if it cannot measure something.
 void AddRead(CLI::App& program, Action& chosen);
 void AddWrite(CLI::App& program, Action& chosen);
 void AddLife(CLI::App& program, Action& chosen);

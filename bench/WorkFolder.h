@@ -4,11 +4,11 @@
 
 namespace bench {
 
-/// A folder of this program's own for what it writes, removed at the end with everything in it.
+/// A temporary folder, removed in the destructor with everything in it.
 class WorkFolder {
 public:
-    /// @param parent  empty: one in memory if the system has it, else the place for temporary files
-    /// @throws std::runtime_error if it cannot be made
+    /// @param parent  empty: a folder in memory if there is one, else the system's temporary folder
+    /// @throws std::runtime_error if the folder cannot be made
     explicit WorkFolder(const std::string& parent = {});
     ~WorkFolder();
     WorkFolder(const WorkFolder&) = delete;

@@ -23,10 +23,10 @@ struct Options {
     std::string folder;
     std::size_t rounds = 9;
     bool json = false;
-    std::string alone;  // one contender, whose memory is to be measured
+    std::string alone;  // the one contender whose memory to measure
 };
 
-/// In a program of its own.
+/// Measured in a process of its own.
 void PrintMemory(WriteContenders& writers, const std::string& name) {
     fmt::print("{}\n", ToText(MeasureMemory(writers.Make(name))));
 }
@@ -41,7 +41,7 @@ void AddMemory(const Options& options, Report& report) {
     }
 }
 
-/// All have written by now.
+/// Compares the files after all contenders have written.
 void CompareFiles(const WriteContenders& writers, Report& report) {
     const std::string shown = BytesOf(writers.OutputOf(kReferenceHost));
     for (const char* const name : {kFloor, kNullHost}) {
@@ -84,12 +84,12 @@ void AddWrite(CLI::App& program, Action& chosen) {
     CLI::App* const verb =
         program.add_subcommand("write", "Write a session with the bare DOM and with the plug-in.");
     verb->add_option("FILE", options->file, "the session")->required();
-    verb->add_option("--rounds", options->rounds, "how often all of them take their turn")
+    verb->add_option("--rounds", options->rounds, "how many rounds")
         ->check(CLI::PositiveNumber.description(""))
         ->capture_default_str();
     verb->add_option("--folder", options->folder,
-                     "where to write; one in memory if there is one, so that no disk is measured");
-    verb->add_flag("--json", options->json, "one object for programs");
+                     "where to write; by default a folder in memory, so that no disk is measured");
+    verb->add_flag("--json", options->json, "print a JSON object");
     verb->add_option("--alone", options->alone)->group("");
     verb->callback([options, &chosen] { chosen = [options] { Run(*options); }; });
 }

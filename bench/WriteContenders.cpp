@@ -43,10 +43,10 @@ Contender WriteContenders::Make(const std::string& name) {
     if (name == kReferenceHost) {
         return MakeReferenceHost();
     }
-    throw std::runtime_error("no writer is called " + name);
+    throw std::runtime_error("there is no writer named " + name);
 }
 
-/// The parts are those of the file that the plug-in writes into the same folder.
+/// Takes the parts from the file that the plug-in writes into the same folder.
 Contender WriteContenders::MakeFloor() {
     RunOnce(MakeReferenceHost());
     parts_ = TakeApart(OutputOf(kReferenceHost));

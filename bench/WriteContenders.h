@@ -11,23 +11,23 @@
 
 namespace bench {
 
-/// The writers of one session, and what each of them has ready before it writes: the bare one the
-/// parts of the document, the static host its answers, the reference host the session. The paths in
-/// a session file depend on its folder, so all write to one folder, each its own file. The plug-in
-/// and a `XercesLibrary` must outlive this.
+/// The writers of one session, with what each needs before it writes: the document's parts for the
+/// bare writer, the answers for the static host, the session for the reference host. Each writes
+/// its own file in the same folder, because the paths in a session file depend on the folder. The
+/// plug-in and a `XercesLibrary` must outlive this object.
 class WriteContenders {
 public:
-    /// @param file  the session, as the system's calls take it
-    /// @param folder  where they write; it must be there
+    /// @param file  the session, in the form of the system calls
+    /// @param folder  where they write; it must exist
     /// @throws std::runtime_error if the session cannot be read or written
     WriteContenders(refhost::Plugin& plugin, const std::string& file, const std::string& folder);
     WriteContenders(const WriteContenders&) = delete;
     WriteContenders& operator=(const WriteContenders&) = delete;
 
-    /// Makes ready what the contender of that name needs. It must not outlive this.
+    /// Prepares what the contender of that name needs. It must not outlive this object.
     Contender Make(const std::string& name);
 
-    /// Where it writes to.
+    /// The file that the contender of that name writes.
     std::string OutputOf(const std::string& name) const;
 
 private:

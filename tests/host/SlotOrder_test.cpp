@@ -1,7 +1,7 @@
 // Proves that every operation of every host interface lands in the slot that
-// docs/host-interfaces.md states, with the result and the parameters stated there. Each is called,
-// through its declaration, on an object that is nothing but a table of functions, each of which
-// notes its own place.
+// docs/host-interfaces.md states, with the result and the parameters stated there. The tests call
+// each operation through its declaration, on an object that is only a table of functions. Each
+// function notes its own place in the table.
 
 #include <gtest/gtest.h>
 
@@ -31,8 +31,8 @@ namespace {
 
 std::size_t calledSlot = 0;
 
-// One function of the table. It ignores its arguments, whatever they are; the result serves every
-// operation that returns a number, a truth value or an object.
+// A function of the table. It ignores its arguments. Its result works for operations that return a
+// number, a truth value or an object.
 using SlotFunction = std::uint64_t (*)(void*);
 
 template <std::size_t Index>
@@ -55,11 +55,11 @@ struct TableOnly {
     const SlotFunction* table = kRecordingTable.data();
 };
 
-// Volatile, so that the compiler cannot know what it points to and has to go through the table.
+// Volatile: the compiler must not know what it points to, and must call through the table.
 TableOnly tableOnly;
 TableOnly* volatile recordingObject = &tableOnly;
 
-// An argument of any type; references refer to something that can be written to.
+// An argument of any type. References refer to something writable.
 template <class T>
 struct Argument {
     std::remove_reference_t<T> value{};
@@ -114,8 +114,8 @@ std::string Signature(const std::string& name, Result (Interface::*)(Parameters.
     return TypeName<Result>() + " " + name + "(" + list + ")";
 }
 
-// "void SetFile(const char16* path, uint32 id)" without the names of the parameters: those are the
-// words, after a blank, that a comma or the end of the list follows.
+// "void SetFile(const char16* path, uint32 id)" without the names of the parameters, which are the
+// words after a blank and before a comma or the end of the list.
 std::string WithoutParameterNames(std::string_view signature) {
     std::string text;
     for (const char next : signature) {
@@ -230,7 +230,7 @@ TEST(SlotOrder, ThePageStatesExactlyTheInterfacesThatAreDeclared) {
     EXPECT_EQ(Names(Stated().interfaces), Names(Declared()));
 }
 
-// Counts the declarations by itself: the list of operations and the page have one origin.
+// Counts the declarations by itself, because the page and the list of operations have one origin.
 TEST(SlotOrder, ThePageHasARowForEveryOperationOfTheHeaders) {
     std::size_t declared = 0;
     for (const auto& header : std::filesystem::directory_iterator(ORVO_SOURCE_DIR "/host")) {
