@@ -14,7 +14,7 @@ struct Features {
     std::set<std::string, std::less<>> enabled;
 };
 
-/// Never destroyed: a plug-in may ask while the process ends.
+/// Never destroyed: a plug-in may ask during process exit.
 Features& TheFeatures() {
     static Features& features = *new Features;
     return features;

@@ -2,13 +2,13 @@
 
 #include <string_view>
 
-/// Switches of the application that plug-ins ask for by name.
+/// Switches of the application, by name.
 namespace kelappsupport {
 
-/// Whether the application's feature is on. A feature that nobody set is off.
+/// Returns whether the application has turned the feature on. Features are off by default.
 bool IsFeatureEnabled(std::string_view name);
 
-/// Called by the application; seen by every plug-in in the process at its next question.
+/// For the application. Takes effect at the next query of any plug-in in the process.
 void SetFeatureEnabled(std::string_view name, bool enabled);
 
 }  // namespace kelappsupport

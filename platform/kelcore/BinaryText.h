@@ -7,17 +7,17 @@
 
 #include "platform/kelcore/Types.h"
 
-/// Binary blocks as text: Base64 as the codec of Xerces-C writes and reads it (lines ended by a
-/// line feed). Works whether or not the XML library has been started. Decoding takes no memory but
-/// for the bytes, and none for those if there is room for them.
+/// Binary blocks as Base64 text, in the form of Xerces-C's codec (each line ends with a line feed).
+/// Works even when the XML library has not been started. Decoding allocates nothing if `bytes` has
+/// enough capacity.
 namespace kelcore {
 
-/// The text of `size` bytes at `data`. No bytes give an empty text.
+/// Encodes `size` bytes at `data`. No bytes give an empty text.
 std::string EncodeBinaryDataToUTF8String(const byte* data, std::size_t size);
 
-/// Decodes `text` into `bytes`, replacing what they held. White space is ignored wherever it
-/// stands; a text of nothing else is that of no bytes. Returns false, and leaves `bytes` empty,
-/// when the text is no such encoding.
+/// Decodes `text` into `bytes`, replacing their content. Ignores white space anywhere; a text of
+/// only white space decodes to no bytes. If the text is malformed, returns false and leaves `bytes`
+/// empty.
 bool DecodeBinaryDataFromUTF8String(std::string_view text, std::vector<byte>& bytes);
 bool DecodeBinaryDataFromUTF16String(std::u16string_view text, std::vector<byte>& bytes);
 

@@ -12,7 +12,7 @@ struct Client {
     uint32 buildNumber = 0;
 };
 
-/// Never destroyed: a plug-in may ask while the process ends.
+/// Never destroyed: a plug-in may ask during process exit.
 Client& TheClient() {
     static Client& client = *new Client;
     return client;

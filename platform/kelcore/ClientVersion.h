@@ -7,14 +7,13 @@
 /// The version of the application that runs the plug-in.
 namespace kelcore {
 
-/// Its version as UTF-8 text, for example "25.1". Until the application sets one: that of this
-/// library.
+/// The version as UTF-8 text, for example "25.1". Defaults to the version of this library.
 std::string GetClientVersion();
 
-/// Its build number; 0 until the application sets one.
+/// The build number. Defaults to 0.
 uint32 GetClientBuildNumber();
 
-/// Called by the application once, before it loads plug-ins.
+/// For the application. Call it once, before loading plug-ins.
 void SetClientVersion(std::string version, uint32 buildNumber);
 
 }  // namespace kelcore

@@ -17,8 +17,8 @@ std::string CannotWrite(std::string_view reason) {
     return message;
 }
 
-/// The path for the system, empty (which the system knows as the name of nothing) for one that it
-/// would cut at a zero.
+/// The path for system calls. Empty, which every system call rejects, if the path contains a zero:
+/// the system would cut it there.
 std::string SystemPath(std::u16string_view path) {
     return path.find(u'\0') == std::u16string_view::npos ? PathToBytes(path) : std::string();
 }
@@ -94,7 +94,7 @@ void OPlatformByteStream::WriteBlock(const void* data, std::size_t size) {
     try {
         Replacement().Write(data, size);
     } catch (...) {
-        // What was written only in part must never be closed into place.
+        // A partly written file must never replace the old one.
         replacement_.reset();
         throw;
     }
@@ -102,8 +102,8 @@ void OPlatformByteStream::WriteBlock(const void* data, std::size_t size) {
 
 void OPlatformByteStream::Close() {
     Replacement();
-    // Given up if it fails: the system reports a write that was lost only once, so trying again
-    // proves nothing.
+    // A failed close is final: the system reports a lost write only once, so a second attempt would
+    // prove nothing.
     const std::unique_ptr<FileReplacement> last = std::move(replacement_);
     last->Commit();
 }

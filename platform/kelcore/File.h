@@ -8,22 +8,22 @@
 
 #include "platform/kelcore/Types.h"
 
-/// Files by their UTF-16 path, and the replacement of a file that a crash cannot leave half done.
+/// Files by UTF-16 path, and a way to replace a file that a crash cannot leave half done.
 namespace kelcore {
 
-/// What went wrong with a file. The message holds `kPathPlaceholder` where the file's path belongs,
-/// so that whoever reports it decides how paths are shown.
+/// A file error. The message contains `kPathPlaceholder` where the path belongs, so that the code
+/// that reports it decides how to show paths.
 class file_exception : public std::runtime_error {
 public:
     static constexpr std::string_view kPathPlaceholder = "@0";
 
     file_exception(std::string message, int systemError);
 
-    /// The system's error number (`errno`), 0 if the system was not asked.
+    /// The system's error number (`errno`), or 0 if no system call failed.
     int SystemError() const noexcept { return systemError_; }
 
-    /// The message with `path` in place of the placeholder, in the bytes that the system knows it
-    /// by (UTF-8 for every usual name).
+    /// The message with `path` in place of the placeholder. The path appears as the bytes that the
+    /// system uses for it (UTF-8 for ordinary names).
     std::string MessageFor(std::u16string_view path) const;
 
 private:
@@ -32,8 +32,8 @@ private:
 
 class FileReplacement;
 
-/// A file's name, not an open file. The path is resolved against the working directory on
-/// construction. An empty path, or one with a zero in it, names nothing: the file does not exist
+/// The name of a file, not an open file. The constructor resolves the path against the working
+/// directory. An empty path, or one that contains a zero, names nothing: such a file does not exist
 /// and cannot be created.
 class File {
 public:
@@ -44,30 +44,28 @@ public:
     File(const File&) = delete;
     File& operator=(const File&) = delete;
 
-    /// The absolute path, with "." and ".." worked out by name (links are not followed). What is
-    /// asked and done of the file below goes where the system leads, which is another place if ".."
-    /// stands behind a link.
+    /// The absolute path, with "." and ".." resolved by name, without following links. The other
+    /// operations use the path as the system resolves it, which differs if ".." follows a link.
     const std::u16string& FullPath() const noexcept { return fullPath_; }
 
-    /// Whether, behind links, a file of any kind stands there: a regular one, a device, a pipe or a
-    /// socket, but no folder.
+    /// Returns whether the path leads to a file of any kind: regular, device, pipe or socket, but
+    /// not a folder. Follows links.
     bool Exists() const noexcept;
 
-    /// Whether, behind links, a folder stands there.
+    /// Returns whether the path leads to a folder. Follows links.
     bool IsFolder() const noexcept;
 
-    /// Whether it is, behind links, a regular file: not a folder, device, pipe or socket.
+    /// Returns whether the path leads to a regular file. Follows links.
     bool IsRegularFile() const noexcept;
 
-    /// Begins to replace the file, or to make it. What stands there now stays whole until an
-    /// `OPlatformByteStream` on this object is closed; if that never happens it just stays.
-    /// A link is followed to the real file, also to one that does not exist yet; permissions,
-    /// owner, access list and extended attributes are taken over from it. Of a file with several
-    /// names (hard links) only this name gets the new content, the others keep the old. Called
-    /// again, it gives up what it began before.
-    /// @throws file_exception if a file cannot be made there, or what stands there is not a regular
-    /// file
-    ///         or may not be written.
+    /// Begins to create or replace the file. The old file stays whole until an
+    /// `OPlatformByteStream` on this object is closed, and for good if that never happens.
+    ///
+    /// Follows a link to its target, even if the target does not exist yet. The new file takes over
+    /// permissions, owner, access list and extended attributes. Other hard links to the file keep
+    /// the old content. Calling this again abandons the replacement that was begun before.
+    /// @throws file_exception  if the file cannot be created or may not be written, or if the path
+    ///         leads to something other than a regular file
     void Create();
 
 private:
@@ -78,31 +76,30 @@ private:
     std::unique_ptr<FileReplacement> replacement_;
 };
 
-/// Writes the new content of a file on which `Create` was called.
+/// Writes the new content of a file after `File::Create`.
 class OPlatformByteStream {
 public:
-    /// @throws file_exception if `file` was not created.
+    /// @throws file_exception  if `file` was not created
     explicit OPlatformByteStream(File& file);
 
-    /// Without a `Close` before, the replacement is given up and the old file stays.
+    /// Abandons the replacement and keeps the old file, unless `Close` succeeded.
     ~OPlatformByteStream();
     OPlatformByteStream(const OPlatformByteStream&) = delete;
     OPlatformByteStream& operator=(const OPlatformByteStream&) = delete;
 
-    /// Where the new content stands, as the system knows it, until it gets the file's name: for a
-    /// program that clears up when a signal ends it. Not to be asked after `Close` or a failure.
+    /// The path of the new content before `Close` renames it, for programs that clean up when a
+    /// signal ends them. Do not call this after `Close` or after a failure.
     std::string TemporaryPath() const;
 
-    /// Appends `size` bytes, all of them.
-    /// @throws file_exception; the replacement is then given up.
+    /// Appends all `size` bytes.
+    /// @throws file_exception  and abandons the replacement
     void WriteBlock(const void* data, std::size_t size);
 
-    /// Puts the content on the disk and then gives it the file's name. From here on the new file
-    /// stands there, whole, also after a loss of power. It can be called once.
-    /// @throws file_exception; the old file then stays. Only when the very last step fails, which
-    /// makes the
-    ///         new name outlast a loss of power, the new file stands there already; the message
-    ///         says so.
+    /// Flushes the content to disk and then renames it into place. After that the new file survives
+    /// a power loss. Call it once.
+    /// @throws file_exception  and keeps the old file. One exception: if only the last step fails,
+    ///         which makes the new name survive a power loss, the new file is already in place; the
+    ///         message says so
     void Close();
 
 private:

@@ -19,8 +19,8 @@ using replacement::Uninterrupted;
 
 namespace {
 
-/// Keeps the signal of a limit on the size of files, which would end the process, from this thread
-/// for as long as it lives: the write fails then.
+/// Blocks SIGXFSZ in this thread during its lifetime: exceeding the limit on file sizes then fails
+/// the write instead of ending the process.
 class WithoutSizeSignal {
 public:
     WithoutSizeSignal() {
@@ -86,10 +86,10 @@ void FileReplacement::SyncFolder() const {
         return target_.folderCanBeSynced ? fsync(target_.folder.Number())
                                          : syncfs(temporary_.Number());
     });
-    // Some file systems keep folders in a way that needs no such call, and say so.
+    // File systems that need no such call report one of these errors.
     if (result != 0 && errno != EINVAL && errno != ENOTSUP) {
         const int systemError = errno;
-        Fail("the new content is in place, but may not outlast a loss of power: " +
+        Fail("the new content is in place, but may not survive a power loss: " +
                  Describe(systemError),
              systemError);
     }

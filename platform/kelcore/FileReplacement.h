@@ -8,39 +8,38 @@
 
 namespace kelcore {
 
-/// The replacement of one file, from the first check to the rename.
+/// Replaces one file, from the first check to the rename.
 ///
-/// Choices where a file has more to it than its bytes:
-/// - A link stays and its target is replaced; a dangling link's target is made, if its folder is
-///   there.
-/// - Only this name gets the new file: further hard links keep the old content.
-/// - Folders, devices, pipes and sockets are refused, and so is a file that may not be written: by
-///   this user, or, whatever this user may, by anybody.
-/// - Permissions, access list, extended attributes, owner and group are taken over. Where the owner
-///   may not be kept, the file belongs to whoever saves; where the group or the access list may not
-///   be kept, the group gets no more rights than everybody has. Attributes that this user may not
-///   read or set, or that vouch for the old content, are left behind; where there is no room for
-///   one, or the disk fails, the replacement fails.
-/// - Where the folder does not let a file be made or renamed (not writable, or sticky and the file
-///   is somebody else's), the replacement fails: the file is never overwritten in place.
+/// What happens to everything but the bytes:
+/// - A link stays, and its target is replaced. The target of a dangling link is created if its
+///   folder exists.
+/// - Other hard links to the file keep the old content.
+/// - Folders, devices, pipes and sockets are refused, and so are files that the user may not write
+///   and files that have no write permission at all, even if the user could write them.
+/// - The new file takes over permissions, access list, extended attributes, owner and group. If the
+///   owner cannot be kept, the file belongs to the user who saves. If the group or the access list
+///   cannot be kept, the group gets no more rights than everybody has. Attributes that the user may
+///   not read or set are dropped, and so are those that certify the old content. If the disk is
+///   full or fails, the replacement fails.
+/// - If the folder does not allow creating or renaming the file (not writable, or sticky and the
+///   file belongs to somebody else), the replacement fails. It never overwrites a file in place.
 ///
-/// After a failure the old file is as it was, but for one case: if the new file has the name and
-/// the folder cannot be brought to the disk, the message says that the new content is in place.
-/// What a failure or the end of the program leaves beside the file, the next replacement of the
-/// same file removes, where the folder may be read.
+/// After a failure the old file is unchanged, with one exception: if syncing the folder fails after
+/// the rename, the message says that the new content is in place. Leftovers of a failure or a crash
+/// are removed by the next replacement of the same file, if the folder is readable.
 class FileReplacement {
 public:
-    /// @param path of the file; absolute, as the system takes it.
+    /// @param path  the file; absolute, in the system's bytes
     /// @throws file_exception
     explicit FileReplacement(const std::string& path);
 
-    /// @throws file_exception, after which only destruction makes sense.
+    /// @throws file_exception  after which the object can only be destroyed
     void Write(const void* data, std::size_t size);
 
     /// @throws file_exception
     void Commit();
 
-    /// Where the new content stands until it is committed; empty afterwards.
+    /// The path of the new content until `Commit`; empty afterwards.
     std::string TemporaryPath() const {
         return temporary_.Name().empty() ? std::string() : target_.folderPath + temporary_.Name();
     }

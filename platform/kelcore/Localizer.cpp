@@ -15,7 +15,7 @@ struct Translations {
     std::map<std::string, std::u16string, std::less<>> byName;
 };
 
-/// Never destroyed: a plug-in may ask while the process ends.
+/// Never destroyed: a plug-in may ask during process exit.
 Translations& Installed() {
     static Translations& translations = *new Translations;
     return translations;

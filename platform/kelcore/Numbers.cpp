@@ -12,8 +12,8 @@
 namespace kelcore {
 namespace {
 
-/// A number's text in ASCII; empty, which is no number, if it holds any other character. Numbers of
-/// ordinary length need no allocation.
+/// A number's text as ASCII. Empty, and so not a number, if it contains any other character. Short
+/// numbers need no allocation.
 class NarrowText {
 public:
     explicit NarrowText(std::u16string_view text) {
@@ -42,7 +42,8 @@ private:
     std::string_view view_;
 };
 
-/// The value of decimal digits, at least one; none if it is over `highest`.
+/// The value of one or more decimal digits; nothing if the text is malformed or the value exceeds
+/// `highest`.
 std::optional<uint64> ReadDigits(std::u16string_view text, uint64 highest) {
     constexpr std::size_t kAlwaysFit = std::numeric_limits<uint64>::digits10;
     uint64 value = 0;
@@ -72,8 +73,8 @@ bool ReadInteger32(std::u16string_view text, int64& target) {
                        target);
 }
 
-/// Whether a number that does not fit its type is too small for it rather than too large. So far
-/// out it suffices to look where the first digit stands that is not zero.
+/// Whether an out-of-range number is too small rather than too large. That far out, the position of
+/// the first non-zero digit decides.
 bool IsVanishinglySmall(std::string_view number) {
     const std::size_t exponentMark = std::min(number.find_first_of("eE"), number.size());
     const std::string_view mantissa = number.substr(0, exponentMark);
@@ -100,7 +101,7 @@ template <typename Real>
 bool ReadReal(std::u16string_view text, Real& target) {
     const NarrowText narrow(text);
     const std::string_view number = narrow.View();
-    // from_chars also knows "inf" and "nan", which are no numbers here.
+    // Unlike this function, from_chars accepts "inf" and "nan".
     if (number.find_first_not_of("0123456789.eE+-") != std::string_view::npos) {
         return false;
     }

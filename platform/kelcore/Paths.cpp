@@ -16,7 +16,7 @@ constexpr char16_t kForeignSeparator = u'\\';
 constexpr std::u16string_view kThisFolder = u".";
 constexpr std::u16string_view kParentFolder = u"..";
 
-/// Where the bytes 0x80 to 0xFF that are no UTF-8 are kept: U+DC80 to U+DCFF.
+/// Bytes 0x80 to 0xFF that are not UTF-8 become U+DC80 to U+DCFF.
 constexpr char32_t kByteEscapes = 0xDC00;
 
 bool IsEscapedByte(char32_t codePoint) {
@@ -27,11 +27,11 @@ bool IsAbsolute(std::u16string_view path) {
     return path.starts_with(kSeparator);
 }
 
-/// What becomes of "..".
+/// Whether ".." is resolved or kept.
 enum class StepsBack { WorkedOut, Kept };
 
-/// A path's names in order, with "." worked out, and ".." if it is not to be kept. That stays
-/// anyway where nothing is known of what lies before it: at the front of a relative path.
+/// The names of a path, with "." removed and, unless kept, ".." resolved. Leading ".." of a
+/// relative path always stay, because the names before them are unknown.
 class Names {
 public:
     explicit Names(std::u16string_view path, StepsBack stepsBack = StepsBack::WorkedOut)
@@ -47,7 +47,7 @@ public:
         }
     }
 
-    /// Leaves the folder that holds what was named; the root has none.
+    /// Moves to the parent folder. The root has none and stays.
     void RemoveLast() {
         if (!names_.empty()) {
             names_.pop_back();
@@ -89,15 +89,15 @@ private:
     std::vector<std::u16string_view> names_;
 };
 
-/// The folder that holds the file `location`.
+/// The folder that contains the file `location`.
 Names FolderOf(std::u16string_view location) {
     Names names(location);
     names.RemoveLast();
     return names;
 }
 
-/// Whether a path has nothing to be worked out: it is absolute, and no name in it is empty or
-/// begins with a dot.
+/// Whether a path needs no resolving: it is absolute, contains no "\", and no name in it is empty
+/// or begins with a dot.
 bool IsPlain(std::u16string_view path) {
     for (std::size_t i = 0; i < path.size(); ++i) {
         const char16_t next = i + 1 < path.size() ? path[i + 1] : kSeparator;
@@ -109,7 +109,7 @@ bool IsPlain(std::u16string_view path) {
     return IsAbsolute(path);
 }
 
-/// Cuts the last name off a plain path.
+/// A plain path without its last name.
 std::u16string_view Parent(std::u16string_view path) {
     return path.substr(0, path.rfind(kSeparator));
 }
@@ -138,8 +138,7 @@ std::u16string PathFromBytes(std::string_view bytes) {
     path.reserve(bytes.size());
     while (!bytes.empty()) {
         const unicode::Utf8Part part = unicode::FirstPart(bytes);
-        // Three bytes that would be a surrogate are no UTF-8 either: a surrogate stands for a byte
-        // here.
+        // A surrogate encoded as three bytes is not UTF-8, and surrogates stand for bytes here.
         if (part.wellFormed && !unicode::IsSurrogate(part.codePoint)) {
             unicode::AppendUtf16(path, part.codePoint);
         } else {

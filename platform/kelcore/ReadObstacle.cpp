@@ -12,7 +12,7 @@
 namespace kelcore {
 namespace {
 
-/// The error number, 0 if there is none.
+/// Returns the error number, or 0 on success.
 int TryFirstByte(const std::string& systemPath) {
     const int descriptor =
         ::openat(AT_FDCWD, systemPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);

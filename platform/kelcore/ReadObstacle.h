@@ -8,20 +8,20 @@
 
 namespace kelcore {
 
-/// Why a file cannot be read, in words for people (UTF-8): "no such file", "check the path".
+/// Why a file cannot be read, for people (UTF-8), for example "no such file" and "check the path".
 struct ReadObstacle {
     std::string what;
     std::string advice;
 };
 
-/// What one of the system's error numbers means to somebody who wants to read a file.
+/// What a system error number means for somebody who wants to read a file.
 ReadObstacle ObstacleOfError(int systemError);
 
-/// Of something that is not a regular file, by its mode (`st_mode`).
+/// Describes something that is not a regular file, by its mode (`st_mode`).
 ReadObstacle ObstacleOfKind(mode_t mode);
 
-/// What keeps the file at `path` from being read; nothing if it is a regular file that opens and
-/// gives its first byte. Never waits.
+/// Finds what prevents reading the file at `path`. Nothing, if it is a regular file that opens and
+/// whose first byte can be read. Never blocks.
 std::optional<ReadObstacle> FindReadObstacle(std::u16string_view path);
 
 }  // namespace kelcore

@@ -50,7 +50,7 @@ void ReplaceInString(std::u16string& text, std::u16string_view from, std::u16str
     if (found == std::u16string_view::npos) {
         return;
     }
-    // A new string, because `from` and `to` may be parts of `text`.
+    // Builds a new string because `from` and `to` may be views into `text`.
     std::u16string result;
     std::size_t done = 0;
     for (; found != std::u16string_view::npos; found = source.find(from, done)) {

@@ -38,8 +38,8 @@ std::string StandardErrorLine(std::string_view category, std::string_view text) 
 
 class State {
 public:
-    /// Never destroyed: a plug-in may trace while the process ends. In memory of its own: the first
-    /// line may be about there being none.
+    /// Never destroyed: a plug-in may trace during process exit. Static storage: the first line may
+    /// report that memory has run out.
     static State& Instance() noexcept {
         alignas(State) static std::byte room[sizeof(State)];
         static State& state = *new (room) State;
@@ -63,13 +63,13 @@ public:
     Output SetOutput(Output output) {
         auto shared = output ? std::make_shared<const Output>(std::move(output)) : nullptr;
         const std::lock_guard lock(mutex_);
-        Output former = output_ ? *output_ : Output();  // in front of the change: a copy may fail
+        Output former = output_ ? *output_ : Output();  // before the change: a copy may throw
         output_.swap(shared);
         return former;
     }
 
     void Write(std::string_view category, std::string_view text) {
-        // The output runs without the lock, so that it may itself trace or switch categories.
+        // Runs the output without the lock, so that the output may trace and switch categories.
         std::shared_ptr<const Output> output;
         {
             const std::lock_guard lock(mutex_);
@@ -81,7 +81,7 @@ public:
         if (output) {
             (*output)(category, text);
         } else {
-            // In one piece, so that lines of several threads do not mix.
+            // One write, so that lines of several threads do not mix.
             std::cerr << StandardErrorLine(category, text);
         }
     }
@@ -92,7 +92,7 @@ private:
     }
 
     std::mutex mutex_;
-    // The categories that are not as they are by default: what is on by default needs no memory.
+    // The categories that differ from their default, so that the defaults need no memory.
     std::set<std::string, std::less<>> switched_;
     std::shared_ptr<const Output> output_;
 };
@@ -111,7 +111,7 @@ void Write(std::string_view category, std::string_view text) noexcept {
     try {
         State::Instance().Write(category, text);
     } catch (...) {
-        // The line is lost.
+        // Drop the line.
     }
 }
 

@@ -5,8 +5,8 @@
 namespace kelcore::unicode {
 namespace {
 
-/// A lead byte's promise: how many bytes follow, and within which bounds the first of them lies.
-/// The bounds exclude overlong forms and code points beyond U+10FFFF.
+/// What a lead byte demands: how many bytes follow, and the bounds of the first of them. The bounds
+/// exclude overlong forms and code points above U+10FFFF.
 struct Lead {
     std::size_t following;
     unsigned payload;

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// The steps that the conversions between UTF-8 and UTF-16 share. For use inside this library.
+/// Steps that the conversions between UTF-8 and UTF-16 share. Internal to this library.
 namespace kelcore::unicode {
 
 constexpr bool IsSurrogate(char32_t codePoint) {
@@ -17,23 +17,23 @@ constexpr bool IsLowSurrogate(char32_t unit) {
     return (unit & 0xFFFFFC00U) == 0xDC00U;
 }
 
-/// What stands at the start of a UTF-8 text.
+/// The first code point of a UTF-8 text, or its first malformed sequence.
 struct Utf8Part {
     char32_t codePoint;  ///< meaningless if not `wellFormed`
-    std::size_t length;  ///< bytes; of a malformed sequence those of its maximal part
-    bool wellFormed;     ///< surrogates as three bytes count as well formed
+    std::size_t length;  ///< in bytes; for a malformed sequence, its maximal subpart
+    bool wellFormed;     ///< true for a surrogate encoded as three bytes
 };
 
-/// Takes the first part of `text`, which must not be empty.
+/// Decodes the start of `text`, which must not be empty.
 Utf8Part FirstPart(std::string_view text);
 
-/// Takes the code point at `position`, which must be inside `text`, and moves past it. An unpaired
-/// surrogate is a code point of its own.
+/// Decodes the code point at `position`, which must be inside `text`, and advances past it. An
+/// unpaired surrogate counts as a code point.
 char32_t NextCodePoint(std::u16string_view text, std::size_t& position);
 
 void AppendUtf8(std::string& text, char32_t codePoint);
 
-/// Appends the ASCII characters that `source` begins with, and returns how many there are.
+/// Appends the leading ASCII characters of `source` and returns how many there are.
 std::size_t AppendAscii(std::string& text, std::u16string_view source);
 void AppendUtf16(std::u16string& text, char32_t codePoint);
 

@@ -4,7 +4,7 @@
 
 namespace kelmediatypes {
 
-/// How wide a pixel is in relation to its height.
+/// The width of a pixel divided by its height.
 struct PixelAspectRatio {
     kelcore::uint32 numerator;
     kelcore::uint32 denominator;
@@ -12,7 +12,7 @@ struct PixelAspectRatio {
     friend bool operator==(const PixelAspectRatio&, const PixelAspectRatio&) = default;
 };
 
-/// The ratio of media that states none. Its denominator is 1, so that dividing by it is safe.
+/// For media that state no ratio. The denominator is 1, so that dividing by it is safe.
 inline constexpr PixelAspectRatio kPixelAspectRatio_Unknown{0, 1};
 
 }  // namespace kelmediatypes

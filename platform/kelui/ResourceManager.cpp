@@ -15,7 +15,8 @@ namespace {
 
 constexpr std::u16string_view kResourceExtension = u".resources";
 
-/// The loader knows a library by the path it was loaded with, and the program itself by no path.
+/// The loader knows a library by the path it was loaded from, and the program itself by an empty
+/// path.
 std::u16string PathOf(ModuleHandle module) {
     link_map* entry = nullptr;
     if (module == nullptr || dlinfo(module, RTLD_DI_LINKMAP, &entry) != 0) {
@@ -48,7 +49,7 @@ std::atomic<OS_ResourceManager*> installed{nullptr};
 ModuleHandle ModuleOfAddress(const void* address) noexcept {
     Dl_info info;
     void* entry = nullptr;
-    // The loader's entry of a module is its handle; dlopen would give the same and count a
+    // The loader's entry of a module is its handle. dlopen would return the same but add a
     // reference.
     return dladdr1(address, &info, &entry, RTLD_DL_LINKMAP) != 0 ? entry : nullptr;
 }

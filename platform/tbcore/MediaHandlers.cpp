@@ -11,7 +11,7 @@ struct MediaHandler {
     std::u16string_view name;
 };
 
-/// Session files hold the names, so a name must not change once files with it exist.
+/// Session files store the names, so a name must never change.
 constexpr auto kMediaHandlers = std::to_array<MediaHandler>({
     {u"kel.importer.wave", u"Waveform Audio (WAV)"},
     {u"kel.importer.rf64", u"Broadcast Wave (BWF, RF64)"},
@@ -28,7 +28,7 @@ constexpr auto kMediaHandlers = std::to_array<MediaHandler>({
     {u"kel.importer.midi", u"Standard MIDI File (MID)"},
 });
 
-/// Puts what the row has under `wanted` into `result`, for the row that has `key` under `known`.
+/// Finds the row whose `known` column equals `key` and copies its `wanted` column to `result`.
 bool Translate(std::u16string_view key, std::u16string_view MediaHandler::*known,
                std::u16string_view MediaHandler::*wanted, std::u16string& result) {
     const auto row = std::ranges::find(kMediaHandlers, key, known);

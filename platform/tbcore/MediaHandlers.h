@@ -3,15 +3,15 @@
 #include <string>
 #include <string_view>
 
-/// The modules that import media: each has an identifier that never changes and a name that people
-/// read.
+/// The modules that import media. Each has a permanent identifier and a readable name.
 namespace tbcore {
 
-/// The readable name of a handler's identifier. False, and `name` untouched, when it is not known.
+/// Looks up the readable name of an identifier. If unknown, returns false and leaves `name`
+/// unchanged.
 bool TranslateToHumanReadableMediaHandler(std::u16string_view identifier, std::u16string& name);
 
-/// The identifier behind a readable name, compared exactly. False, and `identifier` untouched, when
-/// it is not known.
+/// Looks up the identifier of a readable name (exact match). If unknown, returns false and leaves
+/// `identifier` unchanged.
 bool TranslateFromHumanReadableMediaHandler(std::u16string_view name, std::u16string& identifier);
 
 }  // namespace tbcore

@@ -17,8 +17,8 @@ namespace {
 
 constexpr const char* kAccessList = "system.posix_acl_access";
 
-/// A want of room or a broken disk fails the replacement; a property that this user or this file
-/// system does not take is left behind.
+/// A full or broken disk fails the replacement. A property that this user or this file system
+/// rejects is dropped.
 bool MustFail(int systemError) {
     return systemError == ENOSPC || systemError == EDQUOT || systemError == EIO ||
            systemError == ENOMEM;
@@ -49,14 +49,14 @@ Kept TakeOverOwner(int file, const struct stat& old) {
     return {fstat(file, &now) == 0 && now.st_uid == old.st_uid, group};
 }
 
-/// Whether the attribute vouches for the content, and so must not go over to another content.
+/// Whether the attribute certifies the content and so must not move to new content.
 bool BelongsToContent(std::string_view attribute) {
     return attribute == "security.capability" || attribute == "security.ima" ||
            attribute == "security.evm";
 }
 
-/// Calls `read(buffer, size)` as the calls for attributes want it: first for the size, then for the
-/// bytes, again if it has grown in between. Nothing if there is nothing to be had.
+/// Runs the two-step protocol of the attribute calls: `read(nullptr, 0)` for the size, then the
+/// bytes, again if the size has grown in between. Nothing if the system refuses.
 template <typename Read>
 std::optional<std::vector<char>> ReadAll(Read read) {
     std::vector<char> bytes;
@@ -81,7 +81,7 @@ std::optional<std::vector<char>> ReadAll(Read read) {
     }
 }
 
-/// @returns whether the new file has it too.
+/// Returns whether the new file has the attribute too.
 bool CopyAttribute(int from, int to, const char* name) {
     const auto value = ReadAll(
         [=](char* buffer, std::size_t size) { return fgetxattr(from, name, buffer, size); });
@@ -99,9 +99,9 @@ bool CopyAttribute(int from, int to, const char* name) {
     return false;
 }
 
-/// @returns false if the old file has an access list that the new one could not be given.
+/// Returns false if the old file has an access list that the new one could not get.
 bool TakeOverAttributes(int from, int to) {
-    // The folder may have given the new file a list of its own.
+    // The folder may have given the new file a default access list.
     if (Uninterrupted([to] { return fremovexattr(to, kAccessList); }) != 0 && MustFail(errno)) {
         FailWith(errno);
     }
@@ -123,7 +123,7 @@ bool TakeOverAttributes(int from, int to) {
     return accessListKept;
 }
 
-/// The mode of the old file, less what it would grant to people it did not mean.
+/// The mode of the old file, minus what it would grant to the wrong people.
 mode_t ModeFor(const struct stat& old, bool ownerKept, bool groupMeantIsKept) {
     mode_t mode = old.st_mode & (ownerKept && groupMeantIsKept ? 07777U : 0777U);
     if (!groupMeantIsKept) {

@@ -4,9 +4,9 @@
 
 namespace kelcore::replacement {
 
-/// Gives the new file the owner, group, permissions and attributes of the old one, which must be
-/// there; `FileReplacement` says what becomes of those that cannot be had.
-/// @throws file_exception  where there is no room for one, or the disk fails
+/// Gives the new file the owner, group, permissions and attributes of the old one, which must
+/// exist. `FileReplacement` says what happens to properties that cannot be kept.
+/// @throws file_exception  if the disk is full or fails
 void TakeOverProperties(const Target& target, int file);
 
 }  // namespace kelcore::replacement

@@ -5,10 +5,10 @@
 #include <cerrno>
 #include <string>
 
-/// What the steps of a replacement share: calls of the system, and how they fail.
+/// System calls and their errors, for the steps of a replacement.
 namespace kelcore::replacement {
 
-/// A descriptor of the system that is closed with its owner.
+/// Owns a file descriptor and closes it on destruction.
 class Descriptor {
 public:
     Descriptor() = default;
@@ -22,14 +22,14 @@ public:
     bool IsOpen() const noexcept { return number_ >= 0; }
     int Number() const noexcept { return number_; }
 
-    /// Gives the descriptor away unclosed.
+    /// Gives up ownership without closing.
     int Release() noexcept;
 
 private:
     int number_ = -1;
 };
 
-/// Repeats a call of the system for as long as a signal interrupts it.
+/// Repeats a system call as long as a signal interrupts it.
 template <typename Call>
 auto Uninterrupted(Call call) {
     auto result = call();
@@ -39,17 +39,17 @@ auto Uninterrupted(Call call) {
     return result;
 }
 
-/// Opens a file of a folder, but not what a link there leads to.
-/// @returns a closed descriptor, with the reason in `errno`, if the system refuses.
+/// Opens a file in a folder without following links. If the system refuses, returns a closed
+/// descriptor and leaves the reason in `errno`.
 Descriptor OpenAt(int folder, const char* name, int flags, mode_t mode = 0);
 
-/// The system's words for an error.
+/// The system's text for an error.
 std::string Describe(int systemError);
 
-/// @throws file_exception that says the target cannot be written, and why
+/// @throws file_exception  which says that the target cannot be written, and why
 [[noreturn]] void Fail(const std::string& reason, int systemError);
 
-/// The same in the system's words.
+/// Throws with the system's text for the error.
 [[noreturn]] void FailWith(int systemError);
 
 }  // namespace kelcore::replacement

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kMaxLinks = 40;
 
-/// A path cut before its last name.
+/// A path split before its last name.
 struct SplitPath {
     std::string folder;
     std::string name;
@@ -27,7 +27,7 @@ SplitPath Split(std::string path) {
     return {path.substr(0, cut), path.substr(cut)};
 }
 
-/// What the link at `path` says, or nothing if no link stands there.
+/// The target of the link at `path`; nothing if there is no link.
 std::optional<std::string> ReadLink(const std::string& path) {
     std::array<char, PATH_MAX> text;
     const ssize_t length =
@@ -41,7 +41,7 @@ std::optional<std::string> ReadLink(const std::string& path) {
     return std::nullopt;
 }
 
-/// Follows links as the last name of `path`, also to where nothing stands yet.
+/// Follows links in the last name of `path`, even to a target that does not exist.
 SplitPath FollowLinks(const std::string& path) {
     SplitPath place = Split(path);
     for (int links = 0; links < kMaxLinks; ++links) {
@@ -54,8 +54,7 @@ SplitPath FollowLinks(const std::string& path) {
     FailWith(ELOOP);
 }
 
-/// Lets the system look first: it refuses links that somebody planted in a folder that all may
-/// write.
+/// Asks the system first: it refuses links that somebody else planted in a world-writable folder.
 void CheckPath(const std::string& path) {
     struct stat status;
     if (Uninterrupted([&] { return stat(path.c_str(), &status); }) == 0) {
@@ -85,8 +84,7 @@ void OpenFolder(const std::string& path, Target& target) {
     }
 }
 
-/// A new file would take the place of one that may not be written just as well, so this has to be
-/// asked.
+/// Renaming a new file over a read-only one would succeed, so this check has to refuse it.
 void CheckReplaceable(const Target& target) {
     if (!S_ISREG(target.old->st_mode)) {
         Fail("it is not a regular file", EINVAL);

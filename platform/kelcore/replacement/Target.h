@@ -9,18 +9,18 @@
 
 namespace kelcore::replacement {
 
-/// The file that a replacement is for: behind links, in the folder that really holds it. The folder
-/// is held open, so that renaming it meanwhile does not lead astray.
+/// The file to replace, after following links, in its real folder. The open descriptor keeps
+/// pointing at the right folder even if that is renamed.
 struct Target {
     Descriptor folder;
-    bool folderCanBeSynced = false;  ///< false for a folder that may be written but not read
-    std::string folderPath;          ///< with "/" behind it
+    bool folderCanBeSynced = false;  ///< false if the folder is writable but not readable
+    std::string folderPath;          ///< ends with "/"
     std::string name;
-    std::optional<struct stat> old;  ///< what stands there now
+    std::optional<struct stat> old;  ///< the existing file
 };
 
-/// Follows links and looks whether what stands there may be replaced.
-/// @param path  absolute, as the system takes it
+/// Follows links and checks whether the file may be replaced.
+/// @param path  absolute, in the system's bytes
 /// @throws file_exception
 Target FindTarget(const std::string& path);
 

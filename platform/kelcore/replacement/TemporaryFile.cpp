@@ -24,13 +24,13 @@ constexpr std::size_t kTemporaryDigits = 12;
 
 // ---- Names
 
-/// How long a name may be in this folder.
+/// The maximum length of a name in this folder.
 std::size_t NameLimit(int folder) {
     const long limit = fpathconf(folder, _PC_NAME_MAX);
     return limit > 0 ? static_cast<std::size_t>(limit) : NAME_MAX;
 }
 
-/// `name` cut to `size` bytes, not inside a UTF-8 sequence: some file systems take nothing else.
+/// Cuts `name` to `size` bytes, never inside a UTF-8 sequence: some file systems accept only UTF-8.
 std::string_view CutName(std::string_view name, std::size_t size) {
     if (name.size() <= size) {
         return name;
@@ -49,7 +49,8 @@ std::string TemporaryPrefix(const Target& target) {
     return prefix += kTemporaryMark;
 }
 
-/// Digits that hardly any other file has. They need not be secret: no file is opened that exists.
+/// Digits that are almost certainly unique. They need not be secret, because no existing file is
+/// ever opened.
 std::string TemporaryDigits() {
     static std::atomic<uint64> counter{0};
     const auto now = std::chrono::system_clock::now().time_since_epoch().count();
@@ -70,10 +71,10 @@ bool IsTemporaryName(std::string_view name, std::string_view prefix) {
            name.find_first_not_of(kHexDigits, prefix.size()) == std::string_view::npos;
 }
 
-// ---- Those left behind
+// ---- Leftovers
 
-/// Marks a temporary file as held by a running program; false if another holds it, or if the file
-/// system has no locks.
+/// Marks a temporary file as in use. Returns false if another program holds it or the file system
+/// has no locks.
 bool Lock(const Descriptor& file) {
     return Uninterrupted([&file] { return flock(file.Number(), LOCK_EX | LOCK_NB); }) == 0;
 }
@@ -82,7 +83,7 @@ void Remove(int folder, const char* name) {
     Uninterrupted([=] { return unlinkat(folder, name, 0); });
 }
 
-/// Removes a temporary file unless a running program holds it. In doubt it stays.
+/// Removes a temporary file unless a running program holds it. When in doubt, keeps it.
 void RemoveIfAbandoned(int folder, const char* name) {
     const Descriptor stray = OpenAt(folder, name, O_WRONLY | O_NONBLOCK);
     struct stat status;
@@ -118,8 +119,8 @@ void RemoveStrays(int folder, std::string_view prefix) {
 TemporaryFile::TemporaryFile(const Target& target) : folder_(target.folder.Number()) {
     const std::string prefix = TemporaryPrefix(target);
     RemoveStrays(folder_, prefix);
-    // A file that is new as a whole gets the usual permissions from the system; one that replaces
-    // another is nobody's business until it has that one's.
+    // A new file gets the default permissions. A replacement stays private until it has the
+    // permissions of the old file.
     const mode_t mode = target.old ? 0600 : 0666;
     for (int attempt = 0; attempt < kMaxTemporaryNames; ++attempt) {
         name_ = prefix + TemporaryDigits();
@@ -130,8 +131,8 @@ TemporaryFile::TemporaryFile(const Target& target) : folder_(target.folder.Numbe
     FailWith(EEXIST);
 }
 
-/// False if the name is taken, or if a replacement that runs elsewhere took the file for a stray
-/// before it was locked.
+/// Returns false if the name is taken, or if a replacement in another process removed the file as a
+/// leftover before it was locked.
 bool TemporaryFile::TryName(mode_t mode) {
     file_ = OpenAt(folder_, name_.c_str(), O_WRONLY | O_CREAT | O_EXCL, mode);
     if (!file_.IsOpen()) {
@@ -141,7 +142,8 @@ bool TemporaryFile::TryName(mode_t mode) {
         const int systemError = errno;
         Fail("no new file can be made in its folder: " + Describe(systemError), systemError);
     }
-    // A file system without locks has no use for them: nothing there is ever taken for a stray.
+    // Without locks the file system is no danger either: nothing there is ever taken for a
+    // leftover.
     const bool lockedElsewhere = !Lock(file_) && errno == EWOULDBLOCK;
     struct stat status;
     const bool removed = fstat(file_.Number(), &status) == 0 && status.st_nlink == 0;
@@ -164,8 +166,8 @@ void TemporaryFile::RenameTo(const std::string& name) {
         Uninterrupted([&] { return renameat(folder_, name_.c_str(), folder_, name.c_str()); });
     if (result != 0) {
         const int systemError = errno;
-        // Over a network the answer may get lost, and asked again, the system has nothing left to
-        // rename. What counts is who has the name.
+        // On a network file system the answer may get lost; a repeated request then finds nothing
+        // to rename. What counts is which file has the name.
         if (!HasName(name)) {
             FailWith(systemError);
         }

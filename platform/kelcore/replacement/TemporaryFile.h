@@ -8,27 +8,26 @@
 
 namespace kelcore::replacement {
 
-/// A new file under a passing name (".NAME.orvo-tmp-" and 12 hexadecimal digits) beside the file it
-/// is going to replace. It is locked for as long as it is held, so that a later replacement can
-/// tell it from one that a crash left behind.
+/// A new file with a temporary name (".NAME.orvo-tmp-" and 12 hexadecimal digits) next to the file
+/// it will replace. It stays locked while in use, so that a later replacement can tell it from one
+/// that a crash left behind.
 class TemporaryFile {
 public:
-    /// Also removes what earlier replacements of the same file left behind, where the folder may be
-    /// read.
+    /// Also removes leftovers of earlier replacements of the same file, if the folder is readable.
     /// @throws file_exception
     explicit TemporaryFile(const Target& target);
 
-    /// Removes the file, unless it was renamed.
+    /// Removes the file unless it was renamed.
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     int Number() const noexcept { return file_.Number(); }
 
-    /// In the target's folder; empty once it was renamed.
+    /// The name in the target's folder; empty after the rename.
     const std::string& Name() const noexcept { return name_; }
 
-    /// Gives it the target's name.
+    /// Renames the file to the target's name.
     /// @throws file_exception
     void RenameTo(const std::string& name);
 
