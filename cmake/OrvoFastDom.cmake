@@ -1,6 +1,6 @@
-# Whether documents are built by the calls of the XML library's own parser, which are in headers that a
-# program should not use but that are installed beside the others. Without them, or where they are not as
-# they were, the public calls are used; the documents are the same.
+# Decides whether to build documents with the calls that the XML library's own parser uses. Their headers are
+# internal but installed. If they are missing or have changed, we use the public calls, which build the same
+# documents more slowly.
 
 if(NOT DEFINED ORVO_HAS_INTERNAL_DOM)
   file(WRITE ${PROJECT_BINARY_DIR}/fast-dom/Main.cpp "int main() {}\n")
@@ -15,7 +15,7 @@ if(NOT DEFINED ORVO_HAS_INTERNAL_DOM)
     CXX_STANDARD 20
     CXX_STANDARD_REQUIRED ON)
   if(NOT ORVO_HAS_INTERNAL_DOM)
-    message(STATUS "The XML library's internal headers are not as known: documents take longer to build")
+    message(STATUS "The XML library's internal headers are missing or have changed; using the slower public calls")
   endif()
 endif()
 

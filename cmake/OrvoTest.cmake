@@ -1,5 +1,5 @@
-# orvo_compile_as_test(TARGET): what is tested is optimised, or checked by the sanitizers; the tests
-# themselves are not, so that they compile in half the time, and once for both.
+# orvo_compile_as_test(TARGET): compiles without optimisation and sanitizers, which the code under test needs
+# but the tests do not. Tests then compile in half the time, and once for all presets.
 function(orvo_compile_as_test target)
   set_target_properties(${target} PROPERTIES ORVO_IS_TEST ON)
   if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR ORVO_SANITIZE)
@@ -7,10 +7,10 @@ function(orvo_compile_as_test target)
   endif()
 endfunction()
 
-# orvo_add_test(NAME SOURCES... LIBRARIES... [HEADERS...] [SHARDS N]): one test program. CTest runs it in N
-# processes, one unless stated, which share its tests: a process for each test would spend more time on
-# starting than on testing. To run one test: bin/NAME --gtest_filter=TEST. HEADERS are those that most of
-# its sources include; they are compiled once, which halves the time of the build.
+# orvo_add_test(NAME SOURCES... LIBRARIES... [HEADERS...] [SHARDS N]): adds a test program. CTest splits its
+# tests among N processes (default 1); a process for each test would mostly measure process start-up. To run a
+# single test: bin/NAME --gtest_filter=TEST. HEADERS are precompiled, which halves the build time if most
+# sources include them.
 function(orvo_add_test name)
   cmake_parse_arguments(ARG "" "SHARDS" "SOURCES;LIBRARIES;HEADERS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})

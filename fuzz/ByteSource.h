@@ -10,7 +10,8 @@
 
 namespace fuzz {
 
-/// The bytes of one execution as decisions. When they are used up, every decision is the first one.
+/// Turns the bytes of one input into decisions. Once the bytes are used up, every decision takes
+/// the first choice.
 class ByteSource {
 public:
     ByteSource(const std::uint8_t* data, std::size_t size) : rest_(data, size) {}
@@ -28,7 +29,7 @@ public:
         return number;
     }
 
-    /// 0 to `count` - 1.
+    /// A number from 0 to `count` - 1.
     std::size_t Choose(std::size_t count) { return Take<std::uint8_t>() % count; }
 
     template <class Items>
@@ -36,11 +37,11 @@ public:
         return items[Choose(std::size(items))];
     }
 
-    /// A short text of any units.
+    /// A short text of arbitrary code units.
     std::u16string Text() {
         std::u16string text;
         for (std::size_t length = Choose(12); length > 0; --length) {
-            // Mostly letters, else what makes trouble.
+            // Mostly letters; the rest looks for trouble.
             const auto unit = Take<std::uint16_t>();
             text += static_cast<char16_t>((unit & 1) != 0 ? u'a' + unit % 26 : unit);
         }

@@ -8,8 +8,9 @@
 #include "fuzz/PluginUnderTest.h"
 #include "platform/kelcore/Strings.h"
 
-// Well-formed documents of the names that a session has, in any place and with any value. They are
-// read without a word of the parser, or refused by what the host makes of them.
+// Feeds the plug-in well-formed documents that use the names of the format anywhere, with arbitrary
+// values. It must read each one without a message from the parser, or refuse it because of
+// something the host reports.
 
 namespace {
 
@@ -19,7 +20,7 @@ constexpr std::u16string_view kNames[] = {
 #undef FUZZ_NAME
 };
 
-// Elements that hold others, so that a document finds its way down.
+// Elements with children, so that documents become deep.
 constexpr std::u16string_view kWayDown[] = {
     u"session",   u"tracks",       u"audioTrack", u"instrumentTrack", u"busTrack",
     u"audioClip", u"effectsRack",  u"slot",       u"component",       u"parameter",
@@ -100,7 +101,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::ByteSource source(data, size);
     const refhost::ReadResult read = fuzz::ReadDocument(Document(source).Make());
     if (!read.messages.empty()) {
-        fuzz::Fail("a well-formed document was taken for none");
+        fuzz::Fail("a well-formed document was refused as malformed");
     }
     return 0;
 }

@@ -5,8 +5,8 @@
 #include "fuzz/PluginUnderTest.h"
 #include "reference_host/json/SessionJson.h"
 
-// Any bytes as the JSON of a session: they are refused in words, or are a session whose own JSON
-// gives it back.
+// Feeds arbitrary bytes to the JSON reader. It must refuse them with a message, or produce a
+// session that survives a round trip through its own JSON.
 
 namespace {
 
@@ -15,7 +15,7 @@ std::optional<refhost::model::Session> SessionOf(std::string_view text) {
         return refhost::FromJson(text);
     } catch (const refhost::JsonError& error) {
         if (std::string_view(error.what()).empty()) {
-            fuzz::Fail("refused without a word");
+            fuzz::Fail("refused without a message");
         }
         return std::nullopt;
     }
@@ -27,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (const auto session = SessionOf({reinterpret_cast<const char*>(data), size})) {
         const std::string json = refhost::ToJson(*session);
         if (refhost::ToJson(refhost::FromJson(json)) != json) {
-            fuzz::Fail("a session changed in its JSON");
+            fuzz::Fail("a session changed on its way through JSON");
         }
     }
     return 0;

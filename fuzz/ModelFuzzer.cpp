@@ -11,14 +11,14 @@
 #include "reference_host/json/Schema.h"
 #include "reference_host/nodes/KeyIndex.h"
 
-// Sessions with any value in any field. They can be saved and read; and what was read, saved and
-// read once more, is the same session in the same bytes.
+// Saves and reads sessions with arbitrary values in every field. Saving and reading once more must
+// give the same session in the same bytes.
 
 namespace {
 
 using refhost::Schema;
 
-/// Fills every field of a model by the tables that its JSON is made by.
+/// Fills every field of a model, driven by the same tables as the JSON.
 class Filler {
 public:
     explicit Filler(fuzz::ByteSource& source) : source_(source) {}
@@ -62,7 +62,7 @@ private:
     fuzz::ByteSource& source_;
 };
 
-/// A reader makes nothing of a thing whose id means none.
+/// A reader creates nothing for the id that means "no id".
 template <class Thing>
 void GiveIds(std::vector<Thing>& things) {
     for (Thing& thing : things) {
@@ -90,7 +90,7 @@ fuzz::Saved Save(const refhost::model::Session& session) {
 refhost::model::Session Read(const fuzz::Saved& saved) {
     refhost::ReadResult read = fuzz::ReadDocument(saved.document);
     if (read.result != tses::SessionResult::Ok) {
-        fuzz::Fail("what was saved could not be read");
+        fuzz::Fail("a saved session could not be read");
     }
     return std::move(read.session);
 }
@@ -101,13 +101,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const fuzz::Saved first = Save(AnySession(fuzz::ByteSource(data, size)));
     const refhost::model::Session session = Read(first);
     const fuzz::Saved second = Save(session);
-    // What comes out as it went in, document or session, would do so for ever.
+    // Once a session or a document comes back unchanged, further rounds cannot change it.
     if (second.document == first.document) {
         return 0;
     }
     const refhost::model::Session again = Read(second);
     if (!(again == session) && Save(again).document != second.document) {
-        fuzz::Fail("a session that was read is not saved as it was");
+        fuzz::Fail("a session that was read changed when saved");
     }
     return 0;
 }

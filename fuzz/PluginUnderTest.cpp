@@ -18,14 +18,14 @@
 namespace fuzz {
 namespace {
 
-/// In memory where there is such a folder: what is fuzzed is not the disk.
+/// Uses memory instead of a disk if possible: the disk is not under test.
 class SessionFolder {
 public:
     SessionFolder() {
         std::string pattern = (std::filesystem::is_directory("/dev/shm") ? "/dev/shm" : "/tmp") +
                               std::string("/orvo-fuzz-XXXXXX");
         if (::mkdtemp(pattern.data()) == nullptr) {
-            Fail("no folder for sessions");
+            Fail("cannot create a folder for sessions");
         }
         path_ = pattern;
     }
@@ -39,7 +39,7 @@ private:
     std::filesystem::path path_;
 };
 
-/// Nothing if there is no such file.
+/// Returns an empty string if the file does not exist.
 std::string ContentOf(const std::filesystem::path& path) {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(path, error);
@@ -51,7 +51,7 @@ std::string ContentOf(const std::filesystem::path& path) {
 
 void CheckNothingIsHeld(std::size_t before) {
     if (refhost::LiveNodes() != before) {
-        Fail(std::to_string(refhost::LiveNodes() - before) + " host objects are held");
+        Fail(std::to_string(refhost::LiveNodes() - before) + " host objects leaked");
     }
 }
 
@@ -75,7 +75,7 @@ MemoryFile::MemoryFile(std::string_view content)
     while (!content.empty()) {
         const ssize_t count = ::write(descriptor_, content.data(), content.size());
         if (count <= 0) {
-            Fail("no file in memory");
+            Fail("cannot create a file in memory");
         }
         content.remove_prefix(static_cast<std::size_t>(count));
     }
@@ -95,7 +95,7 @@ refhost::ReadResult ReadDocument(std::string_view document) {
     const MemoryFile file(document);
     refhost::ReadResult read = refhost::ReadSession(plugin, file.Path());
     if (read.result != tses::SessionResult::Ok && read.result != tses::SessionResult::ReadFailed) {
-        Fail("a read gave " + std::to_string(static_cast<int>(read.result)));
+        Fail("unexpected result of a read: " + std::to_string(static_cast<int>(read.result)));
     }
     CheckNothingIsHeld(before);
     return read;

@@ -9,7 +9,7 @@
 
 namespace fuzz {
 
-/// The plug-in, loaded once.
+/// The plug-in, loaded on first use.
 refhost::Plugin& LoadedPlugin();
 
 /// A file in memory that has a path.
@@ -26,18 +26,18 @@ private:
     int descriptor_;
 };
 
-/// Reads a document; ends the process if the plug-in's result is none of a read's, or if anything
-/// of the host is alive afterwards that was not before.
+/// Reads a document. Ends the process if the result is not a valid result of a read, or if host
+/// objects leak.
 refhost::ReadResult ReadDocument(std::string_view document);
 
-/// A session as the plug-in saves it, in a folder of the process's own.
+/// A session as the plug-in saves it, in a folder that belongs to this process.
 struct Saved {
     tses::SessionResult result;
     std::string document;
 };
 Saved SaveSession(refhost::model::Session session);
 
-/// Ends the process with a message.
+/// Prints a message and ends the process.
 [[noreturn]] void Fail(const std::string& what);
 
 }  // namespace fuzz

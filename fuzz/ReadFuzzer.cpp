@@ -3,8 +3,8 @@
 
 #include "fuzz/PluginUnderTest.h"
 
-// Any bytes as a session file: whatever they are, the plug-in returns, and gives back all it was
-// given.
+// Feeds arbitrary bytes to the plug-in as a session file. The read must return and must release
+// every host object.
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::ReadDocument({reinterpret_cast<const char*>(data), size});

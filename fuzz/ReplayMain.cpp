@@ -19,10 +19,10 @@
 #include <system_error>
 #include <vector>
 
-// Runs a fuzzer without a fuzzing engine: FUZZER -runs=N [-seed=S] FOLDER. The files of the folder,
-// once each, then N inputs made of them by chance, the same ones for the same seed. What was
-// running when the process ends unexpectedly is in "crash-input". No input may take over a second
-// of processor time, nor the process over a gibibyte.
+// Runs a fuzzer without a fuzzing engine: FUZZER -runs=N [-seed=S] FOLDER. Runs each file in the
+// folder once, then N random mutations of them; the same seed gives the same inputs. If the process
+// dies, "crash-input" contains the input that was running. Each input may take one second of
+// processor time, the process one gibibyte of memory.
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -73,25 +73,25 @@ private:
         const std::size_t place = Below(input.size());
         const std::size_t length = std::min(1 + Below(16), input.size() - place);
         switch (Below(5)) {
-            case 0:  // another byte
+            case 0:  // change a byte
                 if (!input.empty()) {
                     input[place] = Byte();
                 }
                 break;
-            case 1:  // another bit
+            case 1:  // flip a bit
                 if (!input.empty()) {
                     input[place] ^= static_cast<std::uint8_t>(1U << Below(8));
                 }
                 break;
-            case 2:  // fewer bytes
+            case 2:  // remove bytes
                 input.erase(input.begin() + At(place), input.begin() + At(place + length));
                 break;
-            case 3:  // more bytes
+            case 3:  // add bytes
                 for (std::size_t count = 1 + Below(16); count > 0; --count) {
                     input.insert(input.begin() + At(place), Byte());
                 }
                 break;
-            default:  // a part of another input
+            default:  // splice in part of another input
                 Splice(input, place);
         }
     }
@@ -108,7 +108,7 @@ private:
     std::mt19937_64 random_;
 };
 
-/// Keeps the input that runs in a file, for when it ends the process.
+/// Stores the running input in a file until it has finished, in case it kills the process.
 class InputOnDisk {
 public:
     InputOnDisk() : descriptor_(::open(kPath, O_CREAT | O_RDWR | O_CLOEXEC, 0644)) {}
@@ -146,12 +146,12 @@ void Run(const Input& input, const InputOnDisk& onDisk) {
     const double before = ProcessorSeconds();
     LLVMFuzzerTestOneInput(input.data(), input.size());
     if (ProcessorSeconds() - before > kMostSeconds) {
-        std::fprintf(stderr, "fuzz: an input took over a second\n");
+        std::fprintf(stderr, "fuzz: an input took more than a second\n");
         std::abort();
     }
 }
 
-/// Of the process at its largest, in KiB.
+/// The peak memory use of the process in KiB.
 long MostMemory() {
     rusage usage{};
     ::getrusage(RUSAGE_SELF, &usage);
@@ -164,7 +164,7 @@ struct Arguments {
     std::filesystem::path folder;
 };
 
-/// Takes "-NAME=NUMBER".
+/// Parses "-NAME=NUMBER".
 bool TakeNumber(std::string_view argument, std::string_view name, unsigned long long& number) {
     if (!argument.starts_with(name)) {
         return false;
@@ -202,7 +202,7 @@ int main(int count, char** texts) {
     }
     const std::vector<Input> corpus = Corpus(arguments->folder);
     if (corpus.empty()) {
-        std::fprintf(stderr, "%s: nothing in %s\n", texts[0], arguments->folder.c_str());
+        std::fprintf(stderr, "%s: no inputs in %s\n", texts[0], arguments->folder.c_str());
         return 1;
     }
     const InputOnDisk onDisk;
@@ -214,7 +214,7 @@ int main(int count, char** texts) {
         Run(mutator.Next(), onDisk);
     }
     constexpr long kMostMemory = 1 << 20;
-    std::printf("%zu inputs of the corpus, %llu made of them; %ld MiB at most\n", corpus.size(),
+    std::printf("%zu corpus inputs, %llu mutations; peak memory %ld MiB\n", corpus.size(),
                 arguments->runs, MostMemory() >> 10);
     return MostMemory() > kMostMemory ? 1 : 0;
 }

@@ -12,7 +12,7 @@
 #include "platform/kelcore/Strings.h"
 #include "plugin/xml/Text.h"
 
-// Values to text and back, and any text as a value.
+// Converts values to text and back, and reads arbitrary text as values.
 
 namespace {
 
@@ -55,16 +55,17 @@ void NumbersComeBack(fuzz::ByteSource source) {
     }
 }
 
-/// What is accepted as a number is the number of its own text; what is not leaves the target.
+/// An accepted text must denote the number that was read; a rejected one must leave the target
+/// unchanged.
 template <class Number>
 void AnyTextIsANumberOrNone(std::u16string_view text) {
     Number number = 42;
     if (!kelcore::StringToNumber(text, number)) {
-        Expect(number == 42, "a text that is no number changed the target");
+        Expect(number == 42, "a rejected number changed the target");
         return;
     }
     Expect(text.find_first_of(u" \t\n,") == std::u16string_view::npos && !text.starts_with(u'+'),
-           "what is no number passed for one");
+           "a malformed number was accepted");
 }
 
 void BlocksComeBack(const std::uint8_t* data, std::size_t size) {
@@ -79,7 +80,7 @@ void TextsComeBack(std::string_view bytes, std::u16string_view text) {
     const std::u16string wide = kelcore::UTF8to16(bytes);
     Expect(kelcore::UTF8to16(kelcore::UTF16to8(wide)) == wide, "a text changed");
     const std::u16string_view trimmed = tses::TrimWhitespace(text);
-    Expect(tses::TrimWhitespace(trimmed) == trimmed, "trimming is not done at once");
+    Expect(tses::TrimWhitespace(trimmed) == trimmed, "trimming twice changes the text again");
     std::vector<kelcore::byte> block;
     tses::DecodeBlock(text, block);
     tses::ParseFloatLenient(text);

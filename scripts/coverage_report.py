@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Prints how many of the lines and branches of the project's own code a profile has reached, and the rest.
+"""Prints how much of the project's own code a profile has reached, and every branch that it has not.
 
     coverage_report.py ROOT PROFILE BINARY...
 
-A condition (of an if, a loop, a ternary operator, each side of && and ||) and a case is one place with two
-branches: taken and not taken. A place counts once, however often a template or an inline function was
-compiled, and is reached by whichever copy ran. Conditions that the compiler knows do not count, nor do the
-comparisons that it writes itself: it gives them places but no counters.
+Every condition (of an if, a loop, a ternary operator, each side of && and ||) and every case has two
+branches: taken and not taken. A condition in a template or an inline function counts once, and any copy of
+it may reach it. Conditions that the compiler evaluates do not count, nor do defaulted comparisons: the
+compiler reports them without counters.
 """
 
 import os
@@ -26,7 +26,7 @@ class File:
     def __init__(self):
         self.lines = {}
         self.branches = defaultdict(lambda: [False, False])
-        self.is_generated = False  # what the line at hand states
+        self.is_generated = False  # whether the current line ends with "= default;"
 
     def add(self, text):
         if match := LINE.match(text):
@@ -44,7 +44,7 @@ def shown(root, profile, binaries):
     first, *more = binaries
     command = ["llvm-cov", "show", first, *(f"-object={other}" for other in more)]
     command += [f"-instr-profile={profile}", "-show-branches=count", "-show-instantiations=false"]
-    # By what is not wanted: the compiler may know a file by a way through the build folder.
+    # Excludes instead of including: the compiler may name a file by a path through the build folder.
     others = rf"^/usr/(include|lib)/|^{re.escape(str(root))}/(build/[a-z]+/\.\./\.\./)?(tests|fuzz|bench)/"
     command += [f"-ignore-filename-regex={others}"]
     run = subprocess.run(command, capture_output=True, check=False, text=True)
@@ -65,7 +65,7 @@ def files_of(root, output):
     return files
 
 
-# Of the branches; docs/reliability.md gives the reasons for what is left.
+# The minimum share of branches; docs/reliability.md explains what remains.
 LEAST_SHARE = 0.95
 
 
@@ -95,7 +95,7 @@ def main():
     print(f"{'all':16}{figures(files.values())}")
     branches = [taken for file in files.values() for place in file.branches.values() for taken in place]
     if sum(branches) < LEAST_SHARE * len(branches):
-        sys.exit(f"less than {100 * LEAST_SHARE:.0f} % of the branches are taken")
+        sys.exit(f"less than {100 * LEAST_SHARE:.0f} % of the branches were taken")
 
 
 if __name__ == "__main__":
