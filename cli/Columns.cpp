@@ -9,7 +9,7 @@ namespace {
 
 struct CodePoint {
     utf8proc_int32_t value = 0;
-    std::size_t size = 0;  // in bytes; 0: the text does not begin with a character
+    std::size_t size = 0;  // in bytes; 0 if the text does not begin with a character
 };
 
 CodePoint FirstCodePoint(std::string_view text) {
@@ -21,10 +21,10 @@ CodePoint FirstCodePoint(std::string_view text) {
     return point;
 }
 
-/// Asks for the character in front to be shown as an emoji.
+/// Selects the emoji form of the preceding character.
 constexpr utf8proc_int32_t kEmojiStyle = 0xFE0F;
 
-/// The most that one character takes, however many code points it is made of.
+/// The maximum width of a character, no matter how many code points it has.
 constexpr std::size_t kWidest = 2;
 
 }  // namespace

@@ -34,20 +34,20 @@ using refhost::model::Session;
 struct Options {
     std::string in;
     std::string out;
-    std::string from;  // as written; empty: as its name says
+    std::string from;  // as typed; if empty, the name decides
     std::string to;
     LossRule rule;
 };
 
-/// IN, and the stream that its name stands for, if any.
+/// IN, and its stream if the name denotes one.
 struct Input {
     explicit Input(const std::string& inputName)
         : name(inputName), stream(FindStream(inputName, Direction::In)) {}
 
-    /// What messages call it.
+    /// The name for messages.
     const std::string& Subject() const { return stream ? stream->name : name; }
 
-    /// The folder of this path is the one from which relative paths in the file count.
+    /// A path whose folder is the base of relative paths in the file.
     std::u16string Location() const { return stream ? FullPathOfStreams() : FullPathOf(name); }
 
     std::string name;
@@ -58,25 +58,25 @@ Kind ResolveKind(const std::string& stated, const std::string& name, const char*
     if (const auto kind = FindKind(stated, name)) {
         return *kind;
     }
-    const std::string what = name == kStream ? "the kind of a standard stream is not known"
+    const std::string what = name == kStream ? "the kind of a standard stream is unknown"
                                              : "\"" + name + "\" does not end in .orvo or .json";
     throw CLI::ValidationError(what + "; say " + option + " orvo or " + option + " json");
 }
 
-/// A file under the name of a folder is refused as such when it is read.
+/// The read refuses a file named like a folder with a message of its own.
 std::string WithoutSlash(const std::string& name) {
     return name.ends_with('/') && name.size() > 1 ? name.substr(0, name.size() - 1) : name;
 }
 
 // Reading
 
-/// Says why there is no session.
+/// Reports why there is no session.
 std::nullopt_t Refuse(const Message& message) {
     Complain(message);
     return std::nullopt;
 }
 
-/// Names what would be lost, or why that is unknown. Whether the session is to be converted.
+/// Reports losses, or why they are unknown, and returns whether to convert.
 bool MayConvert(const SessionFile& file, const toolkit::DocumentScan& scan, const LossRule& rule) {
     if (scan.problem) {
         Complain(ToMessage(file.Name(), *scan.problem));
@@ -91,8 +91,8 @@ bool MayConvert(const SessionFile& file, const toolkit::DocumentScan& scan, cons
     return true;
 }
 
-/// A scan beside the plug-in's read of the same file, so that both together take the time of one.
-/// It ends soon after the read if that fails: what the plug-in refuses is not parsed to its end.
+/// Scans the file in parallel with the plug-in's read, so that both take as long as one. If the
+/// read fails, the scan stops soon after: the plug-in refused the file anyway.
 class ScanBesideRead {
 public:
     ScanBesideRead(const std::string& path, const toolkit::Conversion& conversion,
@@ -102,8 +102,8 @@ public:
     ScanBesideRead(const ScanBesideRead&) = delete;
     ScanBesideRead& operator=(const ScanBesideRead&) = delete;
 
-    /// Waits for its end; to be called once, after the read. A file that is another one by now may
-    /// have been so to one of the two already, which is a problem.
+    /// Waits for the scan. Call it once, after the read. If the file has been replaced by now, the
+    /// two may have seen different files, which is a problem.
     toolkit::DocumentScan Result() {
         toolkit::DocumentScan scan = scan_.get();
         if (!scan.problem && toolkit::IdentityOf(path_) != identity_) {
@@ -125,7 +125,7 @@ private:
     std::future<toolkit::DocumentScan> scan_;  // waits in its destructor
 };
 
-/// A session, and how many bytes it was read from.
+/// A session and the number of bytes that it was read from.
 struct ReadInput {
     Session session;
     kelcore::uint64 size = 0;
@@ -160,7 +160,8 @@ std::optional<toolkit::Problem> FindProblemOfStream(const std::optional<Stream>&
     return stream ? FindProblem(*stream, Direction::In) : std::nullopt;
 }
 
-/// What stands there instead of JSON, if it is known, or where it is malformed.
+/// Says what the file is instead of JSON, if that can be recognised, or where the JSON is
+/// malformed.
 Message Explain(const refhost::JsonError& failure, const std::string& subject,
                 std::string_view begin) {
     const auto otherKind =
@@ -170,7 +171,8 @@ Message Explain(const refhost::JsonError& failure, const std::string& subject,
                : Message{.subject = subject, .place = PlaceOf(failure), .what = failure.what()};
 }
 
-/// The session in the blocks. If reading fails, names that rather than the malformed JSON.
+/// Parses the session in the blocks. Reports a failed read rather than the malformed JSON that
+/// results from it.
 std::optional<ReadInput> ReadJsonBlocks(toolkit::FileBlocks& blocks, const std::string& subject,
                                         const Progress::Phase& reading) {
     ReadInput input;
@@ -237,7 +239,7 @@ std::vector<ProgressPhase> PhasesOf(Kind from, Kind to) {
     return phases;
 }
 
-/// For the progress only: of a large session, JSON takes about twice the bytes.
+/// An estimate for the progress bar: the JSON of a large session is about twice as long.
 kelcore::uint64 ExpectedSizeOfJson(const ReadInput& input, Kind from) {
     return from == Kind::Json ? input.size : 2 * input.size;
 }
@@ -267,30 +269,29 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
 
 void AddConvert(CLI::App& tool, Action& chosen) {
     auto options = std::make_shared<Options>();
-    CLI::App* const verb = tool.add_subcommand(
-        "convert", "Turn a session file into another kind, or into a fresh one.");
-    verb->add_option("IN", options->in, "what to read; - for standard input")
+    CLI::App* const verb =
+        tool.add_subcommand("convert", "Convert a session file to another kind, or rewrite it.");
+    verb->add_option("IN", options->in, "the input; - for standard input")
         ->required()
         ->check([](std::string name) { return name.empty() ? FileName()(name) : std::string(); },
                 "");
-    verb->add_option("OUT", options->out, "what to write; - for standard output")
+    verb->add_option("OUT", options->out, "the output; - for standard output")
         ->required()
         ->check(FileName());
     AddKindOption(*verb, "--from", options->from,
-                  "its kind, orvo or json, if its name does not tell");
-    AddKindOption(*verb, "--to", options->to, "its kind, orvo or json, if its name does not tell");
-    verb->add_flag("--lossy", options->rule.lossy,
-                   "convert also what cannot be carried over whole; what is lost is named");
-    verb->add_flag("--all", options->rule.all,
-                   "name everything that would be lost, not only the first");
+                  "its kind, orvo or json, if the name does not imply it");
+    AddKindOption(*verb, "--to", options->to,
+                  "its kind, orvo or json, if the name does not imply it");
+    verb->add_flag("--lossy", options->rule.lossy, "convert despite losses, and list them");
+    verb->add_flag("--all", options->rule.all, "list all losses, not only the first");
     verb->footer(
         "Examples:\n"
         "  orvo convert song.orvo song.json\n"
         "  orvo convert song.json song.orvo\n"
         "  orvo convert --from orvo --to json - - <song.orvo\n"
         "  orvo convert song.orvo >(gzip >song.json.gz) --to json\n\n"
-        "A session that holds something that would be lost is refused, and nothing is written.\n"
-        "OUT is replaced only once the new file is whole. Names of open descriptors, such as\n"
+        "If something would be lost, the session is refused and nothing is written.\n"
+        "OUT is replaced only when the new file is complete. Names of open descriptors, such as\n"
         "/dev/stdout or /dev/fd/3, are streams. Relative paths in a session from or to a stream\n"
         "count from the working directory.");
     verb->callback([options, &chosen] {

@@ -2,11 +2,11 @@
 
 namespace cli {
 
-/// What the tool ends with.
+/// The exit status of the tool.
 enum class ExitCode : int {
     Good = 0,
-    Failure = 1,  ///< something was found wrong, or could not be done
-    Usage = 2,    ///< the command line makes no sense
+    Failure = 1,  ///< a problem was found, or something failed
+    Usage = 2,    ///< the command line is invalid
 };
 
 }  // namespace cli

@@ -27,7 +27,7 @@ struct Options {
     bool missing = false;
     bool recursive = false;
     bool json = false;
-    bool lines = false;  // of JSON
+    bool lines = false;  // one JSON object per line
 };
 
 // Which files
@@ -49,7 +49,7 @@ void AddFolder(const std::string& folder, Named& named) {
     }
     if (content.sessions.empty() && content.unread.empty()) {
         Complain({.subject = folder,
-                  .what = "there is no session file in this folder",
+                  .what = "this folder contains no session files",
                   .advice = "their names end in .orvo"});
     }
     named.allKnown = named.allKnown && content.unread.empty() && !content.sessions.empty();
@@ -96,11 +96,11 @@ InfoContent Summarise(const refhost::model::Session& session) {
 refhost::ReadResult Read(refhost::Plugin& plugin, const SessionFile& file, Progress& progress) {
     const Progress::Phase reading = progress.Begin(kReading, file.Name());
     reading.Watch(ShareRead(file.Path()));
-    plugin.Restart();  // a read that ended inside an unknown element would tell in the next one
+    plugin.Restart();  // a read that ended inside an unknown element would affect the next one
     return refhost::ReadSession(plugin, file.FullPath());
 }
 
-/// To be asked for only where media are missing: it reads the file once more.
+/// Reads the file a second time, so call it only if media are missing.
 std::map<kelcore::uint32, toolkit::StoredPaths> FindPaths(const SessionFile& file,
                                                           Progress& progress) {
     const Progress::Phase looking = progress.Begin(kLookingForPaths, file.Name());
@@ -114,7 +114,7 @@ InfoReport Inspect(refhost::Plugin& plugin, const std::string& name, Progress& p
                 std::nullopt,
                 {{.subject = name,
                   .what = "this is a folder",
-                  .advice = "name a session file in it, or say --recursive"}}};
+                  .advice = "name a session file in it, or add --recursive"}}};
     }
     const SessionFile file(name);
     const refhost::ReadResult read = Read(plugin, file, progress);
@@ -130,12 +130,13 @@ InfoReport Inspect(refhost::Plugin& plugin, const std::string& name, Progress& p
 
 // How it is shown
 
-/// What is no UTF-8 (an unpaired surrogate, a byte of a name) becomes U+FFFD.
+/// Replaces everything that is not UTF-8 (an unpaired surrogate, a byte of a name) by U+FFFD.
 std::string Dump(const ordered_json& value, int indent) {
     return value.dump(indent, ' ', false, ordered_json::error_handler_t::replace);
 }
 
-/// An element of an array that is written as its elements come, as the whole would look.
+/// Indents an element of an array that is printed element by element, so that the output looks like
+/// the whole array printed at once.
 std::string Indented(const std::string& text) {
     std::string indented = "  ";
     for (const char character : text) {
@@ -145,7 +146,7 @@ std::string Indented(const std::string& text) {
     return indented;
 }
 
-/// Prints each report as it comes.
+/// Prints the reports one by one.
 class Printer {
 public:
     explicit Printer(const Options& options) : options_(options) {}
@@ -220,18 +221,17 @@ void AddInfo(CLI::App& tool, Action& chosen) {
         "info", "Show what is in a session: format, length, devices, media, tracks, groups.");
     verb->add_option("FILE", options->files, "session files; - for standard input")->required();
     verb->add_flag("--recursive", options->recursive,
-                   "FILE may be a folder: all *.orvo files in it and in its folders");
+                   "FILE may be a folder: all *.orvo files in it and below");
     verb->add_flag("--tracks", options->detail.tracks, "routing and switches of each track");
     verb->add_flag("--effects", options->detail.effects, "the effects of each track");
     verb->add_flag("--clips", options->detail.clips, "the clips of each track on the timeline");
-    CLI::Option* const missing = verb->add_flag("--missing", options->missing,
-                                                "missing media only; nothing where all are there");
+    CLI::Option* const missing = verb->add_flag(
+        "--missing", options->missing, "only missing media, and only sessions that miss some");
     for (const char* const detail : {"--tracks", "--effects", "--clips"}) {
         missing->excludes(detail);
     }
-    verb->add_flag("--json", options->json,
-                   "everything, as an array of JSON objects, one for each file");
-    verb->add_flag("--ndjson", options->lines, "the same objects without the array, one a line")
+    verb->add_flag("--json", options->json, "everything as a JSON array, one object for each file");
+    verb->add_flag("--ndjson", options->lines, "the same objects, one per line, without the array")
         ->excludes("--json");
     verb->footer(
         "Examples:\n"
@@ -239,7 +239,7 @@ void AddInfo(CLI::App& tool, Action& chosen) {
         "  orvo info --clips song.orvo\n"
         "  orvo info --missing --recursive /archive\n"
         "  orvo info --json *.orvo | python3 -m json.tool\n\n"
-        "Exit status: 0 if every file is a session, else 1. Missing media are no failure.");
+        "Exit status: 0 if every file is a session, else 1. Missing media are not a failure.");
     verb->callback([options, &chosen] { chosen = [options] { return RunInfo(*options); }; });
 }
 

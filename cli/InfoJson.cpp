@@ -25,7 +25,7 @@ ordered_json ToJson(const toolkit::ClipSummary& clip);
 ordered_json ToJson(const toolkit::GroupSummary& group);
 ordered_json ToJson(const Message& message);
 
-/// One object for each element of a list.
+/// Converts each element of a list to an object.
 template <class List>
 ordered_json ToArray(const List& list) {
     ordered_json array = ordered_json::array();

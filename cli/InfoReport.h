@@ -10,7 +10,7 @@
 #include "toolkit/SessionSummary.h"
 #include "toolkit/TrackSummary.h"
 
-// What `orvo info` found in one file, and how it is shown.
+// The findings of `orvo info` for one file, and their presentation.
 
 namespace cli {
 
@@ -21,30 +21,30 @@ struct InfoContent {
     std::vector<toolkit::GroupSummary> groups;
 };
 
-/// What one file gave: its content, or why there is none.
+/// The content of one file, or the reason why it could not be read.
 struct InfoReport {
     std::string name;
     std::optional<InfoContent> content;
     std::vector<Message> messages;
 };
 
-/// Which details a person asked for.
+/// The details to show.
 struct InfoDetail {
     bool tracks = false;
     bool effects = false;
     bool clips = false;
 };
 
-/// The report of a session as aligned text.
+/// Formats the report as aligned text.
 std::string ShowInfo(const InfoReport& report, const InfoDetail& detail);
 
-/// Its missing media alone. Empty if it misses none.
+/// Formats only the missing media. Empty if none are missing.
 std::string ShowMissing(const InfoReport& report);
 
-/// The whole of it for programs.
+/// Formats the whole report for programs.
 nlohmann::ordered_json InfoToJson(const InfoReport& report);
 
-/// Its missing media alone, for programs. Null if it misses none.
+/// Formats only the missing media for programs. Null if none are missing.
 nlohmann::ordered_json MissingToJson(const InfoReport& report);
 
 }  // namespace cli

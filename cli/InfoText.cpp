@@ -34,7 +34,7 @@ std::string Plural(std::size_t count, const char* one) {
     return fmt::format("{} {}{}", count, one, count == 1 ? "" : "s");
 }
 
-/// A number of which none is better said by nothing.
+/// Shows zero as an empty cell.
 std::string Unless0(std::size_t count) {
     return count == 0 ? "" : std::to_string(count);
 }
@@ -43,7 +43,7 @@ std::string Unless0(std::size_t count) {
 
 constexpr std::size_t kLongestShownValue = 72;
 
-/// A path as it is shortest to name from the working directory.
+/// The path relative to the working directory if the file is below it, otherwise the full path.
 std::string ShownPath(const std::u16string& path) {
     const std::filesystem::path full(kelcore::PathToBytes(path));
     const std::filesystem::path relative = full.lexically_relative(std::filesystem::current_path());
@@ -51,7 +51,7 @@ std::string ShownPath(const std::u16string& path) {
     return Printable((below ? relative : full).string());
 }
 
-/// A time, where it can be told, with its samples.
+/// A time, if known, followed by its samples.
 std::string WithSamples(const std::optional<std::string>& time, kelcore::int64 count) {
     const std::string samples = fmt::format("{} sample{}", count, count == 1 ? "" : "s");
     return time ? fmt::format("{} ({})", *time, samples) : samples;
@@ -108,14 +108,14 @@ std::string ShownTimeline(const SessionSummary& summary) {
     return fmt::format("{}", fmt::join(events, ", "));
 }
 
-/// A value that a line cannot hold is told by its length.
+/// Shows only the length of a value that does not fit on a line.
 std::string ShownProperty(const model::Property& property) {
     const std::size_t length = property.value.size();
     return Text(property.key) + ": " +
            (length <= kLongestShownValue ? Text(property.value) : Plural(length, "character"));
 }
 
-/// What only some sessions say of their music.
+/// Musical facts that only some sessions contain.
 void AddMusic(const SessionSummary& summary, Rows& rows) {
     if (summary.beatsPerMinute > 0) {
         rows.push_back({"Tempo", ShownTempo(summary)});
@@ -129,7 +129,7 @@ void AddMusic(const SessionSummary& summary, Rows& rows) {
     }
 }
 
-/// What only some sessions say of themselves.
+/// Other facts that only some sessions contain.
 void AddNotes(const SessionSummary& summary, Rows& rows) {
     const std::string times = toolkit::TimeFormatName(summary.timeFormat);
     if (times != "decimal") {
@@ -166,7 +166,7 @@ std::string ShownSession(const SessionSummary& summary) {
     return FormatTable(rows, {Align::Left, Align::Left}, "  ");
 }
 
-/// What the document says of missing media beside the path that is shown.
+/// Shows the stored paths of missing media if they differ from the path in the table.
 void AddStoredPaths(const toolkit::MediaSummary& file, Rows& rows) {
     if (!file.stored) {
         return;
@@ -199,7 +199,7 @@ std::string ShownLayout(kelcore::uint32 channelCount) {
     return layout ? *layout : std::to_string(channelCount);
 }
 
-/// Files keep no id of the metronome's track, and a reader gives it the one of no track.
+/// Files store no id for the metronome's track; a reader assigns it the "no track" id.
 std::string ShownId(const TrackSummary& track) {
     return track.id == tses::kNoId ? "" : std::to_string(track.id);
 }
@@ -321,7 +321,7 @@ std::string ShownEffects(const TrackSummary& track) {
         "    ");
 }
 
-/// What was asked for of one track, under one title.
+/// The requested details of one track under a common title.
 std::string ShownTrack(const TrackSummary& track, const InfoDetail& detail) {
     const bool effects = detail.effects && !track.effects.empty();
     if (!detail.tracks && !effects) {

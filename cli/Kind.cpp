@@ -14,9 +14,9 @@ std::optional<Kind> KindNamed(const std::string& text) {
     return kind != kKinds.end() ? std::optional(kind->second) : std::nullopt;
 }
 
-/// As CLI11 wants a check: empty if the text is a kind, else what is wrong with it.
+/// A CLI11 check: empty if the text names a kind, otherwise an error message.
 std::string CheckKind(const std::string& text) {
-    return KindNamed(text) ? "" : "\"" + text + "\" is no kind; say orvo or json";
+    return KindNamed(text) ? "" : "\"" + text + "\" is not a kind; use orvo or json";
 }
 
 }  // namespace

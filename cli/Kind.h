@@ -6,15 +6,15 @@
 
 namespace cli {
 
-/// What a session can be saved as.
+/// The kinds of files that hold a session.
 enum class Kind { Orvo, Json };
 
-/// An option that states a kind: "orvo" or "json", and anything else is a usage error.
-/// @param stated  empty as long as it is not stated
+/// Adds an option for a kind: "orvo" or "json"; anything else is a usage error.
+/// @param stated  stays empty if the option is absent
 void AddKindOption(CLI::App& verb, const std::string& option, std::string& stated,
                    const std::string& description);
 
-/// The kind as it is stated, or else as the extension of the name tells, in either case.
+/// The stated kind, or else the kind that the name's extension implies, in either case.
 std::optional<Kind> FindKind(const std::string& stated, const std::string& name);
 
 }  // namespace cli

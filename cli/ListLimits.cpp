@@ -21,14 +21,14 @@ struct List {
     kelcore::uint64 length = 0;
 };
 
-/// Walks over a session and measures its lists.
+/// Walks a session and measures its lists.
 class ListMeasure {
 public:
-    /// Of all lists together.
+    /// The total of all lists.
     kelcore::uint64 Entries() const { return entries_; }
-    /// The first of them.
+    /// The longest list; the first one of several.
     const List& Longest() const { return longest_; }
-    /// The first channel map that is too long, if there is one.
+    /// The first channel map that is too long, if any.
     const std::optional<List>& ChannelMap() const { return channelMap_; }
 
     template <refhost::HasSchema Struct>
@@ -101,9 +101,9 @@ private:
 
 toolkit::Problem BeyondLimit(const List& list, kelcore::uint64 most, const char* what) {
     return {{},
-            fmt::format("{}: this makes {} {}, and a session file has room for {}", list.place,
+            fmt::format("{}: this makes {} {}, but a session file has room for {}", list.place,
                         list.length, what, most),
-            "give lower numbers, or fewer of them"};
+            "use lower numbers, or fewer of them"};
 }
 
 }  // namespace

@@ -8,9 +8,9 @@
 
 namespace cli {
 
-/// The list for which a session file has no room, with its place as in the session's JSON and what
-/// to do: the longest one of a session that has too many entries, or the first map of too many
-/// channels. A table is as long as its highest number says.
+/// Finds a list that does not fit into a session file: the longest list if the session has too many
+/// entries in total, or the first channel map with too many channels. The problem contains its JSON
+/// path and advice. A table is as long as its highest number requires.
 std::optional<toolkit::Problem> FindListBeyondLimits(const refhost::model::Session& session);
 
 }  // namespace cli

@@ -10,7 +10,7 @@ namespace cli {
 namespace {
 
 constexpr const char* kNotConverted = "not converted";
-constexpr const char* kNothingWritten = "nothing was written, because of what is named above";
+constexpr const char* kNothingWritten = "nothing was written, because of the problems above";
 
 }  // namespace
 
@@ -27,10 +27,9 @@ void NameLosses(const std::string& subject, const std::vector<toolkit::NotCarrie
                   .advice = loss.what});
     }
     if (count > losses.size()) {
-        Complain(
-            {.subject = subject,
-             .what = fmt::format("and {} more that cannot be carried over", count - losses.size()),
-             .advice = "--all names every one"});
+        Complain({.subject = subject,
+                  .what = fmt::format("and {} more", count - losses.size()),
+                  .advice = "--all lists all of them"});
     }
 }
 
@@ -41,7 +40,7 @@ void RefuseConversion(const std::string& subject) {
 void RefuseLosses(const std::string& subject) {
     Complain({.subject = subject,
               .what = kNotConverted,
-              .advice = std::string(kNothingWritten) + "; --lossy converts all the same"});
+              .advice = std::string(kNothingWritten) + "; --lossy converts anyway"});
 }
 
 }  // namespace cli

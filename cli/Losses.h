@@ -8,25 +8,25 @@
 
 namespace cli {
 
-/// Whether losses are allowed, and how many are named. Losses are always reported.
+/// Whether to accept losses, and how many to list. Losses are always reported.
 struct LossRule {
-    bool lossy = false;  ///< converts all the same
-    bool all = false;    ///< names every loss, however many there are
+    bool lossy = false;  ///< convert despite losses
+    bool all = false;    ///< list all losses
 
-    /// How many losses are named one by one.
+    /// The maximum number of losses to list.
     std::size_t Limit() const;
 };
 
-/// Names what cannot be carried over.
-/// @param subject  the file that has it
-/// @param count    how many there are, those that are not among `losses` included
+/// Lists what cannot be carried over.
+/// @param subject  the file that contains it
+/// @param count    the total, including losses that are not in `losses`
 void NameLosses(const std::string& subject, const std::vector<toolkit::NotCarried>& losses,
                 std::size_t count);
 
-/// Says that nothing was written, because of what is named above.
+/// Reports that nothing was written because of the problems listed before.
 void RefuseConversion(const std::string& subject);
 
-/// The same where --lossy would convert.
+/// Likewise, and points to --lossy.
 void RefuseLosses(const std::string& subject);
 
 }  // namespace cli

@@ -14,7 +14,8 @@
 
 namespace {
 
-constexpr const char* kDescription = "Looks into session files of the multitrack editor Tembra.";
+constexpr const char* kDescription =
+    "Inspects, converts and generates session files of the multitrack editor Tembra.";
 
 constexpr const char* kExamples =
     R"(Examples:
@@ -34,13 +35,13 @@ void DescribeTool(CLI::App& tool) {
     tool.get_formatter()->column_width(36);
 }
 
-/// The verb that the command line got as far as, for the hint: "orvo info".
+/// The verb that was recognised, for the hint: "orvo info".
 std::string ChosenName(const CLI::App& tool) {
     const auto verbs = tool.get_subcommands();
     return verbs.empty() ? "orvo" : "orvo " + verbs.front()->get_name();
 }
 
-/// What is wrong, and what may have been meant.
+/// The error, and similar names that may have been meant.
 std::string WithSuggestion(const std::string& what, const std::string& name,
                            const std::vector<std::string>& known) {
     const std::vector<std::string> near = cli::NearMatches(name, known);
@@ -55,7 +56,7 @@ std::string UnknownVerb(const CLI::App& tool, const std::string& name) {
     return WithSuggestion("there is no verb \"" + name + "\"", name, verbs);
 }
 
-/// @param argument  may have a value: "--tracks=4"
+/// @param argument  possibly with a value: "--tracks=4"
 std::string UnknownOption(const CLI::App& app, const std::string& argument) {
     const std::string name = argument.substr(0, argument.find('='));
     std::vector<std::string> options;
@@ -67,7 +68,7 @@ std::string UnknownOption(const CLI::App& app, const std::string& argument) {
     return WithSuggestion("there is no option \"" + name + "\"", name, options);
 }
 
-/// Where no verb was found.
+/// Describes the argument that is not a verb, or the lack of one.
 std::string WhatStandsForAVerb(const CLI::App& tool) {
     for (const std::string& argument : tool.remaining()) {
         if (argument != "--") {
@@ -75,10 +76,11 @@ std::string WhatStandsForAVerb(const CLI::App& tool) {
                                              : UnknownVerb(tool, argument);
         }
     }
-    return "there is no verb; say what to do";
+    return "no verb was given";
 }
 
-/// What is wrong behind a verb. A slip in an option is told first: the rest may follow from it.
+/// Describes what is wrong after a verb. Reports a mistyped option first, because it may have
+/// caused the other errors.
 std::string WhatIsWrong(const CLI::App& verb, const CLI::ParseError& outcome) {
     for (const std::string& argument : verb.remaining()) {
         if (argument == "--") {
@@ -93,7 +95,7 @@ std::string WhatIsWrong(const CLI::App& verb, const CLI::ParseError& outcome) {
 
 cli::ExitCode ReportParse(const CLI::App& tool, const CLI::ParseError& outcome) {
     if (outcome.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-        tool.exit(outcome);  // the help or the version
+        tool.exit(outcome);  // prints the help or the version
         return cli::ExitCode::Good;
     }
     const auto verbs = tool.get_subcommands();
@@ -129,7 +131,7 @@ cli::ExitCode RunToolToTheEnd(int argumentCount, const char* const* arguments) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-    // What goes over a limit on the size of files is to fail with a message.
+    // Exceeding the limit on file sizes must fail with a message.
     std::signal(SIGXFSZ, SIG_IGN);
     cli::ExitCode code = cli::ExitCode::Failure;
     try {

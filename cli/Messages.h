@@ -7,23 +7,22 @@
 
 namespace cli {
 
-/// Something to tell the person at the terminal.
+/// A message for the user.
 struct Message {
-    std::string subject;        ///< the file as it was named; may be empty
-    toolkit::Place place = {};  ///< in the file; none where the file as a whole is meant
+    std::string subject;        ///< the file as named on the command line; may be empty
+    toolkit::Place place = {};  ///< in the file; unset if the message is about the whole file
     std::string what;           ///< what is wrong
     std::string advice = {};    ///< what to do about it; may be empty
 };
 
-/// "orvo: PATH:LINE:COLUMN: what: what to do" without a line end, each part only where there is
-/// one.
+/// Formats "orvo: PATH:LINE:COLUMN: what: what to do" without a line end, omitting missing parts.
 std::string FormatMessage(const Message& message);
 
-/// Writes the message as a line to standard error.
+/// Writes the message and a line end to standard error.
 void Complain(const Message& message);
 
-/// The text (UTF-8) on one line: the bytes of what a terminal would obey, and those that are part
-/// of no character, are shown as "\x1b".
+/// Makes a text (UTF-8) safe for a single line: control characters and bytes that are not part of a
+/// character become "\x1b".
 std::string Printable(std::string_view text);
 
 }  // namespace cli

@@ -25,7 +25,7 @@ std::string RefusalOf(const std::string& name, const std::optional<Stream>& stre
                : "";
 }
 
-/// The file that a save really replaces, also where nothing stands yet.
+/// The file that a save replaces, after following links. It need not exist.
 fs::path BehindLinks(fs::path path) {
     constexpr int kMostLinks = 40;
     std::error_code error;
@@ -36,7 +36,7 @@ fs::path BehindLinks(fs::path path) {
     return error ? path : folder / path.filename();
 }
 
-/// The replacement of a file, of which a signal leaves nothing behind.
+/// Replaces a file and removes the temporary one if a signal ends the program.
 class Replacement {
 public:
     explicit Replacement(kelcore::File& file) {
@@ -49,7 +49,7 @@ public:
     kelcore::OPlatformByteStream& Stream() { return *stream_; }
 
 private:
-    std::optional<RemovalAtSignal> removal_;  // outlasts the stream
+    std::optional<RemovalAtSignal> removal_;  // outlives the stream
     std::optional<kelcore::OPlatformByteStream> stream_;
 };
 

@@ -11,26 +11,26 @@
 
 namespace cli {
 
-/// Where a verb saves to, as it was named on the command line: a file, or a stream.
+/// The destination of a verb, as named on the command line: a file or a stream.
 class Output {
 public:
-    /// Opens and makes nothing yet.
-    /// @throws std::runtime_error for a stream that is not open for writing
+    /// Opens and creates nothing yet.
+    /// @throws std::runtime_error  for a stream that is not open for writing
     explicit Output(const std::string& name);
 
-    /// For messages: the name, or "standard output".
+    /// The name for messages, or "standard output".
     const std::string& Name() const;
 
-    /// The path against which the plug-in makes media paths relative: the full path of the file
-    /// that is written, behind all links, or for a stream some path in the working directory.
+    /// The path to which the plug-in makes media paths relative: the full path of the file after
+    /// following links, or, for a stream, a path in the working directory.
     std::u16string FullPath() const;
 
-    /// Takes what is to be saved, piece by piece.
+    /// Receives the content piece by piece.
     using Sink = std::function<void(std::string_view)>;
 
-    /// Replaces the file with what `produce` hands over, once all of it is on the disk, or writes
-    /// it to the stream. On failure says why and leaves the file alone; so does an exception from
-    /// `produce`, which passes through.
+    /// Runs `produce` and replaces the file once the content is on disk, or writes the content to
+    /// the stream. On failure, reports the reason and leaves the file unchanged. Passes exceptions
+    /// of `produce` on, also with the file unchanged.
     ExitCode Save(const std::function<void(const Sink&)>& produce) const;
 
 private:
@@ -41,7 +41,7 @@ private:
     std::optional<Stream> stream_;
 };
 
-/// Reports each reason why something was not saved; returns `ExitCode::Failure`.
+/// Reports each reason for a failed save and returns `ExitCode::Failure`.
 ExitCode FailToSave(const Output& out, const std::vector<std::string>& reasons);
 
 }  // namespace cli

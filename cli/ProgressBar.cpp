@@ -35,7 +35,7 @@ std::string Bar(kelcore::uint32 done, kelcore::uint32 total, std::size_t width) 
     return fmt::format("[{:#>{}}{:.>{}}]", "", filled, "", width - filled);
 }
 
-/// How many bytes at the begin of the text fit the columns.
+/// The number of bytes at the start of the text that fit the columns.
 std::size_t FittingSize(std::string_view text, std::size_t columns) {
     std::size_t fitting = 0;
     for (std::size_t taken = 0; fitting < text.size();) {
@@ -49,7 +49,7 @@ std::size_t FittingSize(std::string_view text, std::size_t columns) {
     return fitting;
 }
 
-/// The label as it fits the columns; empty where no character of it does.
+/// Cuts the label to the columns; empty if not even one character fits.
 std::string Cut(const std::string& label, std::size_t columns) {
     if (FittingSize(label, columns) == label.size()) {
         return label;
@@ -69,7 +69,7 @@ Progress::Progress(std::string subject, std::vector<ProgressPhase> phases)
     try {
         drawer_ = std::jthread([this](const std::stop_token& stop) { Draw(stop); });
     } catch (const std::system_error&) {
-        // The work can be done without a bar.
+        // Work without a bar.
     }
 }
 
@@ -87,7 +87,7 @@ Progress::Phase Progress::Begin(const std::string& name, std::string subject) {
         std::find_if(phases_.begin() + static_cast<std::ptrdiff_t>(begun_), phases_.end(),
                      [&name](const ProgressPhase& each) { return each.name == name; });
     if (phase == phases_.end()) {
-        throw std::logic_error("no phase is left that is called " + name);
+        throw std::logic_error("no remaining phase is called " + name);
     }
     label_ = name + " " + (subject.empty() ? subject_ : Printable(subject));
     begun_ = static_cast<std::size_t>(phase - phases_.begin()) + 1;
@@ -120,7 +120,7 @@ void Progress::Draw(const std::stop_token& stop) noexcept {
     try {
         DrawUntil(stop);
     } catch (...) {
-        // The work goes on without a bar.
+        // Continue without a bar.
     }
 }
 

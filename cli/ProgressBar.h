@@ -14,21 +14,21 @@
 
 namespace cli {
 
-/// The phase in which a verb reads its input.
+/// The name of the phase that reads the input.
 inline constexpr const char* kReading = "reading";
 
-/// A part of some work. Weights say how long the parts take, compared with each other.
+/// A phase of some work. Weights express the durations of phases relative to each other.
 struct ProgressPhase {
-    std::string name;  ///< what is being done: "reading"
+    std::string name;  ///< the current activity: "reading"
     double weight = 1;
 };
 
-/// Returns how far a phase is, from 0 to 1; nothing if unknown.
+/// Returns the completed share of a phase, from 0 to 1; nothing if unknown.
 using ShareSource = std::function<std::optional<double>()>;
 
-/// One bar over all phases of some work, on standard error: only on a terminal, and from half a
-/// second on to the end, so that what is quick leaves no trace. It is drawn ten times a second,
-/// whether anything is reported or not, never goes back, and is wiped away at the end.
+/// A progress bar for all phases of some work, on standard error. It appears only on a terminal and
+/// only after half a second, so that short work leaves no trace. It redraws itself ten times a
+/// second, never goes back, and disappears at the end.
 ///
 ///     Progress progress("a.orvo", {{"reading", 3}, {"checking", 1}});
 ///     {
@@ -42,18 +42,18 @@ class Progress {
 public:
     class Phase;
 
-    /// @param subject  what the work is about, for the label: "reading a.orvo"
+    /// @param subject  the object of the work, for the label: "reading a.orvo"
     Progress(std::string subject, std::vector<ProgressPhase> phases);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// Begins the next phase of that name; those in front of it are over, or are left out.
-    /// @param subject  of this phase; empty: that of the whole work
-    /// @throws std::logic_error if there is none
+    /// Begins the next phase with that name. Earlier phases count as finished.
+    /// @param subject  of this phase; if empty, that of the whole work
+    /// @throws std::logic_error  if no such phase remains
     Phase Begin(const std::string& name, std::string subject = {});
 
-    /// How much of the whole is done, from 0 to 1. Never less than it was.
+    /// The completed share of the whole work, from 0 to 1. Never decreases.
     double Share();
 
 private:
@@ -63,18 +63,18 @@ private:
     void SetSource(std::size_t phase, ShareSource source);
     double ShareLocked();
 
-    std::mutex mutex_;  // guards all below it but the thread
+    std::mutex mutex_;  // guards the members below, except the thread
     std::string subject_;
     std::string label_;
     std::vector<ProgressPhase> phases_;
-    std::size_t begun_ = 0;  // how many phases
+    std::size_t begun_ = 0;  // number of phases
     double phaseShare_ = 0;
     double share_ = 0;
     ShareSource source_;
     std::jthread drawer_;
 };
 
-/// A phase that has begun. It ends with this object, at the latest when the next one begins.
+/// A running phase. It ends with this object or when the next phase begins.
 class Progress::Phase {
 public:
     ~Phase();
@@ -82,7 +82,7 @@ public:
         : progress_(std::exchange(other.progress_, nullptr)), number_(other.number_) {}
     Phase& operator=(Phase&&) = delete;
 
-    /// `done` of `total` bytes, objects or steps are complete.
+    /// Reports that `done` of `total` bytes, objects or steps are complete.
     void Update(kelcore::uint64 done, kelcore::uint64 total) const;
 
     /// Polls `source` from the drawing thread until the phase ends.
@@ -92,15 +92,14 @@ private:
     friend class Progress;
     Phase(Progress& progress, std::size_t number) : progress_(&progress), number_(number) {}
 
-    Progress* progress_;  // null: it was moved away
+    Progress* progress_;  // null after a move
     std::size_t number_;
 };
 
-/// "[####......] reading a.orvo", without colour or cursor movement. It fits a line of so many
-/// columns, the last of which stays free, as some terminals go to the next line behind it. The bar
-/// shrinks to eight signs before the end of the label becomes "...", and further only without a
-/// label.
-/// @param label  UTF-8 without controls
+/// Formats "[####......] reading a.orvo" without colour or cursor movement. Leaves the last column
+/// free, because some terminals wrap after it. The bar shrinks to eight characters before the end
+/// of the label becomes "..."; it shrinks further only without a label.
+/// @param label  UTF-8 without control characters
 std::string FormatProgress(const std::string& label, kelcore::uint32 done, kelcore::uint32 total,
                            std::size_t columns);
 

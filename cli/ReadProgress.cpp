@@ -12,7 +12,7 @@
 namespace cli {
 namespace {
 
-/// Where the next read from an open descriptor begins.
+/// The current position of an open descriptor.
 std::optional<double> PositionOf(const std::string& descriptor) {
     std::ifstream info("/proc/self/fdinfo/" + descriptor);
     std::string key;
@@ -24,7 +24,7 @@ bool IsSameFile(const struct stat& one, const struct stat& other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-/// The smallest position of all descriptors of the file: a second reader may be ahead.
+/// The smallest position among all descriptors of the file, because a second reader may be ahead.
 std::optional<double> PositionIn(const struct stat& file) {
     std::optional<double> least;
     std::error_code error;

@@ -6,11 +6,11 @@
 
 namespace cli {
 
-/// Tells how far this process has read a file that it has open. The plug-in reads a session as a
-/// stream and reports only the ends of its seven steps, so this looks where the system is in it.
+/// Returns how far this process has read a file that it has open. The plug-in reports only the ends
+/// of its seven steps, so this looks at the position of the descriptor.
 ShareSource ShareRead(const std::string& path);
 
-/// The size of a file in bytes, as a weight among others; 1 where it is not known.
+/// The size of a file in bytes, for use as a weight; 1 if unknown.
 double SizeOrOne(const std::string& path);
 
 }  // namespace cli

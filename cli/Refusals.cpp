@@ -18,8 +18,8 @@ std::u16string_view WithoutLineEnd(std::u16string_view text) {
     return text.substr(0, text.find_last_not_of(u'\n') + 1);
 }
 
-/// What the plug-in logged of a document, "XML ERROR: (line: 2, col: 7) [ /song.orvo] the text".
-/// The path there may hold anything, brackets too.
+/// Parses a line of the plug-in's log: "XML ERROR: (line: 2, col: 7) [ /song.orvo] the text". The
+/// path may contain anything, including brackets.
 Message FromLog(const SessionFile& file, std::u16string_view logged) {
     std::string text = kelcore::UTF16to8(WithoutLineEnd(logged));
     unsigned long long line = 0;
@@ -38,7 +38,7 @@ Message FromLog(const SessionFile& file, std::u16string_view logged) {
     return {.subject = file.Name(), .place = {line, column}, .what = std::move(text)};
 }
 
-/// With the place as people count.
+/// Converts places to the lines and columns that people count.
 std::vector<Message> WithPlaces(std::vector<Message> messages, const SessionFile& file) {
     for (Message& message : messages) {
         message.place = toolkit::InCharactersOfFile(file.Path(), message.place);
@@ -46,14 +46,14 @@ std::vector<Message> WithPlaces(std::vector<Message> messages, const SessionFile
     return messages;
 }
 
-/// The one thing in a well-formed session that a host cannot take.
+/// Lists the only error in a well-formed session that ends the read.
 std::vector<Message> TracksWithoutId(const SessionFile& file, const toolkit::DocumentScan& scan) {
     std::vector<Message> messages;
     for (const toolkit::NotCarried& track : scan.endTheRead) {
         messages.push_back({.subject = file.Name(),
                             .place = track.place,
                             .what = track.what,
-                            .advice = "give it the attribute id with a number of its own"});
+                            .advice = "give it an id attribute with a unique number"});
     }
     return messages;
 }

@@ -8,9 +8,9 @@
 
 namespace cli {
 
-/// Why the plug-in refused to read a file: what a look at the file tells, or else what the parser
-/// said. What the plug-in refused on its own account is not parsed a second time.
-/// @param parserMessages  what the log target was told
+/// Explains why the plug-in refused to read a file, by inspecting the file or from the parser's
+/// messages. Does not parse the file again if the plug-in itself refused it.
+/// @param parserMessages  what the log target received
 std::vector<Message> ExplainRefusal(const SessionFile& file,
                                     const std::vector<std::u16string>& parserMessages);
 

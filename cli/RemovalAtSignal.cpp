@@ -17,11 +17,11 @@ namespace {
 constexpr std::array kEndingSignals = {SIGHUP,  SIGINT,  SIGPIPE, SIGQUIT,   SIGTERM, SIGXCPU,
                                        SIGUSR1, SIGUSR2, SIGALRM, SIGVTALRM, SIGPROF};
 
-/// What a signal removes, from the newest on.
+/// The removals to perform, newest first.
 std::atomic<const RemovalAtSignal*> newest = nullptr;
 static_assert(std::atomic<const RemovalAtSignal*>::is_always_lock_free);
 
-/// A signal that is ignored stays so.
+/// Leaves an ignored signal ignored.
 void Handle(int signal, void (*from)(int), void (*to)(int)) {
     struct sigaction action {};
     ::sigaction(signal, nullptr, &action);
@@ -40,13 +40,13 @@ bool IsStep(const char* name) {
     return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
 }
 
-// Called from a signal handler: no allocation from here on.
+// Everything below runs in a signal handler and must not allocate.
 
-/// Room for any path that the system takes, and a name more.
+/// Fits any path that the system accepts plus one name.
 using PathBuffer = std::array<char, PATH_MAX + NAME_MAX + 2>;
 
-/// Appends "/" and the name of something in the folder; false if there is nothing in it, or if it
-/// is no folder.
+/// Appends "/" and the name of an entry of the folder. Returns false if the folder is empty or not
+/// a folder.
 bool AppendEntry(PathBuffer& path, std::size_t& length) {
     const int folder = ::open(path.data(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (folder < 0) {
@@ -92,7 +92,7 @@ void RemoveTree(const char* root) {
         if (AppendEntry(path, length)) {
             if (::unlink(path.data()) == 0) {
                 CutLastName(path, length);
-            }  // else it is a folder, and next
+            }  // otherwise it is a folder; descend into it
         } else if (::rmdir(path.data()) != 0 || length == rootLength) {
             return;
         } else {

@@ -5,11 +5,11 @@
 
 namespace cli {
 
-/// If a signal such as SIGINT or SIGTERM ends the program, removes a temporary file or a whole
-/// folder first. Destroy the newest object first.
+/// Removes a temporary file or a whole folder if a signal such as SIGINT or SIGTERM ends the
+/// program. Destroy the newest object first.
 ///
-/// The handler must run on the main thread, which makes and destroys these objects: start every
-/// other thread while a `WithoutSignals` lives, for it inherits the blocked signals.
+/// The handler must run on the main thread, which creates and destroys these objects. Start other
+/// threads during the lifetime of a `WithoutSignals`, so that they inherit the blocked signals.
 class RemovalAtSignal {
 public:
     explicit RemovalAtSignal(std::string path);
@@ -18,14 +18,14 @@ public:
     RemovalAtSignal& operator=(const RemovalAtSignal&) = delete;
 
 private:
-    /// Makes only calls that are allowed in a signal.
+    /// Async-signal-safe.
     static void RemoveAllAndEnd(int signal);
 
     std::string path_;
     const RemovalAtSignal* former_;
 };
 
-/// Holds those signals back while a file exists that no `RemovalAtSignal` knows yet.
+/// Blocks those signals while a file exists that no `RemovalAtSignal` covers yet.
 class WithoutSignals {
 public:
     WithoutSignals();
@@ -37,7 +37,7 @@ private:
     sigset_t before_;
 };
 
-/// Removes a file, or a folder with everything in it; stops at what cannot be removed.
+/// Removes a file, or a folder with its content. Stops at the first entry that cannot be removed.
 void RemoveTree(const char* root);
 
 }  // namespace cli

@@ -29,7 +29,7 @@ constexpr const char* kWriting = "writing";
 constexpr const char* kChecking = "checking";
 constexpr const char* kSaving = "saving";
 
-/// Says why if it cannot be made.
+/// Returns null and reports the reason if that fails.
 std::unique_ptr<const StandInFile> MakeStandIn(const Output& out) {
     try {
         return std::make_unique<const StandInFile>(out.FullPath());
@@ -41,8 +41,8 @@ std::unique_ptr<const StandInFile> MakeStandIn(const Output& out) {
 
 refhost::WriteResult Write(refhost::Plugin& plugin, Session session, const StandInFile& file,
                            const Output& out, Progress& progress) {
-    // The plug-in asks for all tracks in the first half of the time, and does not say how far it
-    // is in the second.
+    // The plug-in asks for the tracks in the first half of the time and does not report its
+    // progress in the second.
     const Progress::Phase writing = progress.Begin(kWriting, out.Name());
     refhost::WriteOptions options;
     options.trackProgress = [&writing](kelcore::uint32 done, kelcore::uint32 total) {
@@ -63,7 +63,7 @@ refhost::ReadResult ReadAgain(refhost::Plugin& plugin, const StandInFile& file, 
                               Progress& progress) {
     const Progress::Phase checking = progress.Begin(kChecking, out.Name());
     checking.Watch(ShareRead(file.Path()));
-    plugin.Restart();  // a read that ended inside an unknown element would tell in this one
+    plugin.Restart();  // a read that ended inside an unknown element would affect this one
     return refhost::ReadSession(plugin, file.PluginPath());
 }
 
@@ -80,14 +80,13 @@ ExitCode Deliver(const StandInFile& file, const Output& out, Progress& progress)
         }
         if (!source.eof()) {
             throw std::runtime_error(out.Name() +
-                                     ": was not saved: the temporary file cannot be "
-                                     "read again");
+                                     ": was not saved: the temporary file cannot be read back");
         }
     });
 }
 
-/// A session of the first version ends with a position of its own. Only its description still names
-/// the version: it is the one of the saved file, but for the version in it.
+/// Whether the original is a session of the first version, which ends at a different position. Only
+/// its description still contains that version: it equals the saved one except for the version.
 bool IsOfFirstVersion(const Session& session, const Session& saved) {
     std::u16string description = saved.formatDescription;
     const std::u16string version = kelcore::UTF8to16(kelcore::GetClientVersion());
@@ -97,8 +96,8 @@ bool IsOfFirstVersion(const Session& session, const Session& saved) {
                description.replace(place, version.size(), tses::kFirstVersion);
 }
 
-/// Compares what was saved with what should have been, leaving out what a file says of its writer
-/// and the position that it makes anew. Names each difference; true if there is none.
+/// Compares the saved session with the original, except for facts about the writer and the position
+/// that every file computes. Lists each difference and returns whether there is none.
 bool HoldsEverything(refhost::WriteResult written, const Session& saved, const std::string& source,
                      const LossRule& rule) {
     if (!IsOfFirstVersion(written.session, saved)) {
@@ -109,7 +108,7 @@ bool HoldsEverything(refhost::WriteResult written, const Session& saved, const s
     refhost::Differences differences =
         refhost::FindDifferences(written.session, saved, rule.Limit());
     if (differences.count == 0) {
-        // What the plug-in said that it replaced mostly shows as a difference: it is named once.
+        // Characters that the plug-in replaced usually show up as a difference too; list them once.
         const std::set remarks(written.messages.begin(), written.messages.end());
         differences = {.lines = {remarks.begin(), remarks.end()}, .count = remarks.size()};
     }
@@ -156,7 +155,7 @@ ExitCode SaveSession(refhost::Plugin& plugin, Session session, const Output& out
     }
     const refhost::ReadResult saved = ReadAgain(plugin, *file, out, progress);
     if (saved.result != tses::SessionResult::Ok) {
-        return FailToSave(out, {"what the plug-in wrote cannot be read again"});
+        return FailToSave(out, {"the plug-in cannot read back what it wrote"});
     }
     if (!HoldsEverything(std::move(written), saved.session, source, rule) && !rule.lossy) {
         RefuseLosses(source);

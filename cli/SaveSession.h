@@ -13,25 +13,25 @@
 
 namespace cli {
 
-/// The phases of saving, weighted by the time that they take beside a read of the session.
+/// The phases of a save. Their weights are relative to a read of the same session.
 std::vector<ProgressPhase> PhasesOfSaving(Kind kind);
 
-// Both replace a file or write to a stream, and say why if they cannot. The progress has the phases
-// of saving.
+// These replace a file or write to a stream, and report failures. The progress must contain the
+// phases of a save.
 
-/// Saves a session that may hold what a session file cannot. Writes a temporary file, reads it
-/// again and compares it with the session. Delivers it to `out` unless something was lost and the
-/// rule forbids that.
-/// @param source  where the session comes from, which is what the messages about losses name
+/// Saves a session that may contain something that session files cannot hold. Writes a temporary
+/// file, reads it back and compares the two. Delivers the file to `out` unless something was lost
+/// and the rule forbids losses.
+/// @param source  the origin of the session, which messages about losses name
 ExitCode SaveSession(refhost::Plugin& plugin, refhost::model::Session session, const Output& out,
                      const std::string& source, const LossRule& rule, Progress& progress);
 
-/// Saves a session of which a session file holds everything.
+/// Saves a session that session files can hold completely.
 ExitCode SaveWholeSession(refhost::Plugin& plugin, refhost::model::Session session,
                           const Output& out, Progress& progress);
 
-/// Saves a session as JSON, which holds everything of any session.
-/// @param expectedSize  about how many bytes it will have, for the progress; 0 if that is not known
+/// Saves a session as JSON, which can hold any session.
+/// @param expectedSize  an estimate in bytes for the progress bar; 0 if unknown
 ExitCode SaveJson(const refhost::model::Session& session, const Output& out, Progress& progress,
                   kelcore::uint64 expectedSize);
 

@@ -18,11 +18,11 @@
 namespace cli {
 namespace {
 
-/// For writing, and closed at the end.
+/// Open for writing; closes itself.
 using OpenFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-/// What the stream brings goes into the file.
-/// @throws std::runtime_error if the file does not take it
+/// Copies the stream to the file.
+/// @throws std::runtime_error  if writing the file fails
 std::optional<toolkit::Problem> Copy(const Stream& stream, const StandInFile& file) {
     OpenFile target(std::fopen(file.Path().c_str(), "wbe"), std::fclose);
     if (target == nullptr) {
@@ -74,8 +74,8 @@ void SessionFile::Spool(const Stream& stream) {
 
 namespace {
 
-/// To the system, what ".." leads to depends on links in front of it; for the paths of media that
-/// count from the session, the plug-in goes by the text alone.
+/// The system resolves ".." after following links; for media paths relative to the session, the
+/// plug-in resolves it by name.
 std::filesystem::path WithoutStepsBack(const std::filesystem::path& name) {
     if (std::ranges::find(name, "..") == name.end()) {
         return name;

@@ -10,26 +10,26 @@
 
 namespace cli {
 
-/// A session file as it was named on the command line. What comes from a stream goes into a
-/// temporary file; relative paths in it count from the working directory.
+/// A session file named on the command line. A stream is copied to a temporary file; relative paths
+/// in it count from the working directory.
 class SessionFile {
 public:
-    /// Reads the stream to its end if the name stands for one.
+    /// Reads the whole stream if the name denotes one.
     explicit SessionFile(const std::string& name);
 
-    /// @param stream  the one that the name stands for, if any
+    /// @param stream  the stream that the name denotes, if any
     SessionFile(const std::string& name, const std::optional<Stream>& stream);
 
-    /// For messages: the name, or "standard input".
+    /// The name for messages, or "standard input".
     const std::string& Name() const { return name_; }
 
-    /// As the system's calls take it.
+    /// The path for system calls.
     const std::string& Path() const { return path_; }
 
-    /// The full path, as the plug-in takes it.
+    /// The full path for the plug-in.
     const std::u16string& FullPath() const { return fullPath_; }
 
-    /// Why the file could not even be opened. The paths are then empty.
+    /// Why the file could not be opened. If set, the paths are empty.
     const std::optional<toolkit::Problem>& EarlyProblem() const { return problem_; }
 
 private:
@@ -42,14 +42,14 @@ private:
     std::optional<toolkit::Problem> problem_;
 };
 
-/// The full path of a name, as the plug-in takes it.
+/// The full path of a name, for the plug-in.
 std::u16string FullPathOf(const std::string& name);
 
-/// A full path that no file need have, in the folder from which relative paths in streams count:
-/// the working directory.
+/// A full path in the working directory, the base of relative paths in streams. The file need not
+/// exist.
 std::u16string FullPathOfStreams();
 
-/// A problem with a file, for the person at the terminal.
+/// Converts a problem with a file to a message for the user.
 Message ToMessage(const std::string& subject, const toolkit::Problem& problem);
 
 }  // namespace cli

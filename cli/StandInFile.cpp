@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What another folder for temporary files may help against.
+/// Errors that a different folder for temporary files may avoid.
 constexpr int kErrorsOfPlace[] = {ENOSPC, EDQUOT, EACCES, EROFS, EFBIG, EPERM};
 
 bool NamesErrorOfPlace(const std::string& message) {
@@ -29,8 +29,8 @@ void MakeFolders(const fs::path& path) {
     std::error_code error;
     fs::create_directories(path, error);
     if (error) {
-        throw std::runtime_error("the temporary folder " + path.string() +
-                                 " cannot be made: " + error.message() + "; " + kAdvice);
+        throw std::runtime_error("cannot create the temporary folder " + path.string() + ": " +
+                                 error.message() + "; " + kAdvice);
     }
 }
 
@@ -38,9 +38,9 @@ void MakeLink(const fs::path& target, const fs::path& link) {
     std::error_code error;
     fs::create_symlink(target, link, error);
     if (error) {
-        throw std::runtime_error("the temporary link " + link.string() +
-                                 " cannot be made: " + error.message() +
-                                 "; set TMPDIR to a folder in a file system that has links");
+        throw std::runtime_error("cannot create the temporary link " + link.string() + ": " +
+                                 error.message() +
+                                 "; set TMPDIR to a folder in a file system that supports links");
     }
 }
 
@@ -56,12 +56,12 @@ std::string Repeated(std::string_view text, std::ptrdiff_t count) {
 
 StandInFile::StandInFile(const std::u16string& place) : place_(kelcore::PathToBytes(place)) {
     if (!place_.starts_with('/')) {
-        place_.insert(0, "/");  // the working directory is gone
+        place_.insert(0, "/");  // the working directory no longer exists
     }
     const std::string& root = folder_.Path();
-    // The names of the folder and the link's own.
+    // One step for each name of the folder and one for the link.
     const std::ptrdiff_t steps = std::ranges::count(root, '/') + 1;
-    // Any name but that of the file, which could stand at the top.
+    // Any name except that of the file, which may be at the top.
     const std::string deep = "tree" + Repeated(place_.ends_with("/up") ? "/on" : "/up", steps);
     const std::string link = root + "/link";
     path_ = root + "/tree" + place_;

@@ -6,43 +6,41 @@
 
 namespace cli {
 
-/// A temporary file that stands in for a session file of another place, which need not exist and is
-/// not touched: the paths of media in it are relative to that place's folder.
+/// A temporary file that stands in for a session file at another place. That place need not exist
+/// and is not touched, but media paths in the file are relative to its folder.
 ///
-/// The plug-in works those paths out by the names in the path that it is given, where ".." takes
-/// away the name in front of it. The system, which opens the file, follows links first, and ".."
-/// leads up from where it is then. So the path goes through a link that leads deeper than its name
-/// tells:
+/// The plug-in resolves ".." in its path by name, so that ".." cancels the name before it. The
+/// system follows links first, so that ".." leads up from the target of a link. The path therefore
+/// goes through a link to a deeper folder:
 ///
 ///     /tmp/orvo-Ab12Cd/link/../../../home/ann/show/song.orvo     link -> tree/up/up/up
 ///
-/// By name that is /home/ann/show/song.orvo, while the system opens
+/// By name this is /home/ann/show/song.orvo, but the system opens
 /// /tmp/orvo-Ab12Cd/tree/home/ann/show/song.orvo.
 ///
-/// It is removed at the end as a `TemporaryFolder` is.
+/// It is removed at the end like a `TemporaryFolder`.
 class StandInFile {
 public:
-    /// Makes the folders for the file, but no file yet.
-    /// @param place  the full path that the file has by name, as kelcore::File::FullPath gives it
-    /// @throws std::runtime_error if they cannot be made, with what to do about it
+    /// Creates the folders for the file, but not the file.
+    /// @param place  the full path that the file has by name, as from kelcore::File::FullPath
+    /// @throws std::runtime_error  with advice, if they cannot be created
     explicit StandInFile(const std::u16string& place);
 
-    /// Where it really is, as the system's calls take it.
+    /// The real path, for system calls.
     const std::string& Path() const { return path_; }
 
-    /// What the plug-in is to be given.
+    /// The path for the plug-in.
     const std::u16string& PluginPath() const { return pluginPath_; }
 
-    /// Makes a write error fit for people: names the folder for temporary files in place of the
-    /// path that was not written, and says what to do. A reason that would be the same in any
-    /// folder stays as it is.
+    /// Rewrites a write error for the user: names the folder for temporary files instead of the
+    /// path, and adds advice. Leaves the reason alone if it would be the same in any folder.
     std::string Explain(std::string message) const;
 
-    /// @throws std::runtime_error with the system's reason and what to do
+    /// @throws std::runtime_error  with the system's reason and advice
     [[noreturn]] void FailToWrite(int systemError) const;
 
 private:
-    /// The place for temporary files.
+    /// The folder for temporary files.
     std::string Place() const;
 
     TemporaryFolder folder_;

@@ -10,10 +10,10 @@
 namespace cli {
 namespace {
 
-/// The code of the first write to standard output that failed; 0 for none.
+/// The error of the first failed write to standard output; 0 if none has failed.
 int outputFailure = 0;
 
-/// An action on standard output has ended, well or not.
+/// Records the result of an operation on standard output.
 void CheckOutput(bool good) {
     if (!good && outputFailure == 0) {
         outputFailure = errno;

@@ -5,7 +5,7 @@
 
 namespace cli {
 
-/// A write to a stream failed. The code is that of the first failure.
+/// A failed write to a stream, with the error of the first failure.
 class OutputError : public std::system_error {
 public:
     using std::system_error::system_error;
@@ -15,11 +15,11 @@ public:
 bool HasOutputTerminal();
 
 /// Writes to standard output.
-/// @throws OutputError if that fails, or has failed before
+/// @throws OutputError  if this or an earlier write fails
 void Print(std::string_view text);
 
-/// Writes what of standard output still waits: a full disk may show only here.
-/// @throws OutputError if that fails, or anything that went there before has failed
+/// Flushes standard output: a full disk may only show here.
+/// @throws OutputError  if this or an earlier write fails
 void FlushOutput();
 
 }  // namespace cli

@@ -28,7 +28,7 @@ std::optional<int> ParseNumber(const std::string& text) {
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
-/// Whether it is the folder of some process's descriptors, or of one thread's, "/proc/7/task/7/fd".
+/// Whether the folder lists the descriptors of a process or of a thread, "/proc/7/task/7/fd".
 bool HoldsDescriptors(const fs::path& folder) {
     return folder.native().starts_with("/proc/") && folder.filename() == "fd";
 }
@@ -48,8 +48,8 @@ std::optional<Descriptor> AsDescriptor(const fs::path& path) {
     return Descriptor{IsOwn(folder), *number};
 }
 
-/// Follows links as the last name of the path. A descriptor is a link itself, to its file: there it
-/// stops.
+/// Follows links in the last name of the path up to a descriptor, which is itself a link to its
+/// file.
 std::optional<Descriptor> FindDescriptor(const std::string& name) {
     constexpr int kMostLinks = 40;
     std::error_code error;
@@ -64,7 +64,7 @@ std::optional<Descriptor> FindDescriptor(const std::string& name) {
     return std::nullopt;
 }
 
-/// Whether to write again: the call was interrupted, or the stream does not wait by itself.
+/// Whether to write again: the call was interrupted, or the stream is non-blocking and not ready.
 bool TryAgain(int descriptor) {
     if (errno == EAGAIN) {
         pollfd awaited{.fd = descriptor, .events = POLLOUT, .revents = 0};

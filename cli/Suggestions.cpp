@@ -16,7 +16,7 @@ std::string Lower(std::string_view text) {
     return lower;
 }
 
-/// How many characters must be put in, taken out or replaced to make one text of the other.
+/// The number of characters to insert, remove or replace to turn one text into the other.
 std::size_t EditDistance(std::string_view one, std::string_view other) {
     std::vector<std::size_t> row(other.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
@@ -35,7 +35,7 @@ std::size_t EditDistance(std::string_view one, std::string_view other) {
 std::vector<std::string> NearMatches(std::string_view text, std::span<const std::string> candidates,
                                      std::size_t limit) {
     const std::string sought = Lower(text);
-    // Half of a short text at the most, so that it shares something with what it is taken for.
+    // For a short text at most half of it, so that suggestions have something in common with it.
     const std::size_t tolerance =
         std::min((sought.size() + 1) / 2, std::max<std::size_t>(3, sought.size() / 3));
     std::vector<std::pair<std::size_t, std::string>> near;

@@ -7,8 +7,8 @@
 
 namespace cli {
 
-/// The candidates that `text` may be a slip for, the nearest first, at most `limit`. Case does not
-/// count; candidates that share little with it are left out.
+/// Returns at most `limit` candidates that `text` may be a misspelling of, best first. Ignores case
+/// and omits candidates that have little in common with the text.
 std::vector<std::string> NearMatches(std::string_view text, std::span<const std::string> candidates,
                                      std::size_t limit = 3);
 

@@ -7,9 +7,9 @@ namespace cli {
 
 enum class Align { Left, Right };
 
-/// Rows of texts as lines of aligned columns, two blanks between them, without blanks at line ends.
-/// A row may be shorter than others.
-/// @param indent  in front of every line
+/// Formats rows as aligned columns, two spaces apart, without trailing spaces. Rows may differ in
+/// length.
+/// @param indent  starts every line
 std::string FormatTable(const std::vector<std::vector<std::string>>& rows,
                         const std::vector<Align>& alignment, const std::string& indent);
 

@@ -11,7 +11,7 @@
 namespace cli {
 namespace {
 
-/// A path in the place for temporary files, for mkdtemp.
+/// A template for mkdtemp in the folder for temporary files.
 std::string NamePattern() {
     const char* const stated = std::getenv("TMPDIR");
     const std::string place = stated != nullptr && *stated != '\0' ? stated : "/tmp";
@@ -26,10 +26,10 @@ TemporaryFolder::TemporaryFolder() : path_(NamePattern()) {
     const WithoutSignals withoutSignals;
     if (::mkdtemp(path_.data()) == nullptr) {
         const int failure = errno;
-        throw std::runtime_error("a temporary folder cannot be made in " +
+        throw std::runtime_error("cannot create a temporary folder in " +
                                  std::filesystem::path(path_).parent_path().string() + ": " +
                                  std::generic_category().message(failure) +
-                                 "; set TMPDIR to a folder that may be written to");
+                                 "; set TMPDIR to a writable folder");
     }
     removal_.emplace(path_);
 }

@@ -7,17 +7,17 @@
 
 namespace cli {
 
-/// A folder of the tool's own in TMPDIR, or else in /tmp. Removed with its contents at the end,
-/// also when a signal ends the tool. Destroy the newest first.
+/// A private folder in TMPDIR (default /tmp). Removed with its content at the end, also if a signal
+/// ends the tool. Destroy the newest object first.
 class TemporaryFolder {
 public:
-    /// @throws std::runtime_error if it cannot be made, with what to do about it
+    /// @throws std::runtime_error  with advice, if the folder cannot be created
     TemporaryFolder();
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    /// Its full path, in which no link and no ".." stands.
+    /// The full path, without links and "..".
     const std::string& Path() const { return path_; }
 
 private:

@@ -39,8 +39,8 @@ struct Feature {
 
 struct Options {
     std::vector<std::string> files;
-    std::vector<std::string> features;  // as written: NAME=on|off
-    std::vector<std::string> nulls;     // as written: INTERFACE.OPERATION
+    std::vector<std::string> features;  // as typed: NAME=on|off
+    std::vector<std::string> nulls;     // as typed: INTERFACE.OPERATION
     bool noLogTarget = false;
     bool references = false;
 };
@@ -56,7 +56,7 @@ std::optional<Feature> ParseFeature(const std::string& text) {
     return Feature{text.substr(0, equals), value == "on"};
 }
 
-/// The operations of a read that return something: what --null can name.
+/// The operations that a read calls and that return objects: the valid names for --null.
 std::vector<std::string> NullableOperations() {
     std::vector<std::string> names;
     for (const refhost::HostOperation& operation : refhost::HostOperations()) {
@@ -67,7 +67,7 @@ std::vector<std::string> NullableOperations() {
     return names;
 }
 
-/// As CLI11 wants a check: empty if the name is one, else what is wrong with it.
+/// A CLI11 check: empty if the name is valid, otherwise an error message.
 std::string CheckNullable(const std::string& name) {
     const std::vector<std::string> known = NullableOperations();
     if (std::find(known.begin(), known.end(), name) != known.end()) {
@@ -103,12 +103,12 @@ refhost::FaultPlan MakeFaultPlan(const Options& options) {
     return plan;
 }
 
-/// One that standard output does not take ends the read, and after it the tool.
+/// A failed write ends the read and then the tool.
 void PrintLine(const std::string& line) {
     Print(line + "\n");
 }
 
-/// Keeps what the plug-in traces of a failure from the terminal, where `ExplainRefusal` says it.
+/// Suppresses the plug-in's trace of a failed read, because `ExplainRefusal` reports it.
 tses::SessionResult ReadQuietly(refhost::Plugin& plugin, const SessionFile& file,
                                 tses::IEditSession& session) {
     std::vector<std::string> traced;
@@ -134,7 +134,7 @@ tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
              [](const refhost::CallRecord& call) { PrintLine(refhost::FormatCallAsJson(call)); },
          .interceptor = MakeFaultPlan(options),
          .recordReferences = options.references});
-    plugin.Restart();  // a read that ended inside an unknown element would tell in the next one
+    plugin.Restart();  // a read that ended inside an unknown element would affect the next one
     const tses::SessionResult result = ReadQuietly(plugin, file, recorder.Wrap(session->Edit()));
     PrintLine(FormatResult(file, result));
     if (result != tses::SessionResult::Ok) {
@@ -154,7 +154,7 @@ ExitCode RunTrace(const Options& options) {
     refhost::Plugin plugin;
     ExitCode code = ExitCode::Good;
     std::optional<Progress> progress;
-    if (!HasOutputTerminal()) {  // else the calls themselves show how far it is
+    if (!HasOutputTerminal()) {  // on a terminal, the calls themselves show the progress
         progress.emplace("sessions", PhasesOf(options.files));
     }
     for (const std::string& name : options.files) {
@@ -176,24 +176,23 @@ ExitCode RunTrace(const Options& options) {
 void AddTrace(CLI::App& tool, Action& chosen) {
     auto options = std::make_shared<Options>();
     CLI::App* const verb = tool.add_subcommand(
-        "trace",
-        "Show every call that a host gets while a session is read, one JSON object a line.");
+        "trace", "Show every call to the host during a read, one JSON object per line.");
     verb->add_option("FILE", options->files, "session files; - for standard input")->required();
     verb->add_option("--feature", options->features,
-                     "switch a feature of the host on or off (Tembra.InstrumentTracks is on)")
+                     "switch a feature of the host (Tembra.InstrumentTracks is on by default)")
         ->type_name("NAME=on|off")
         ->expected(1)
         ->take_all()
         ->check(CheckFeature, "");
-    verb->add_option("--null", options->nulls, "let this operation of the host return null")
+    verb->add_option("--null", options->nulls, "make this operation of the host return null")
         ->type_name("INTERFACE.OPERATION")
         ->expected(1)
         ->take_all()
         ->check(CheckNullable, "");
     verb->add_flag("--no-log-target", options->noLogTarget,
-                   "a host that does not want to hear what the parser says");
+                   "give the host no log target: drops the parser's messages");
     verb->add_flag("--references", options->references,
-                   "show the counting of references too (AddReference, Release)");
+                   "also show reference counting (AddReference, Release)");
     verb->footer(
         "Examples:\n"
         "  orvo trace song.orvo\n"

@@ -11,7 +11,7 @@
 namespace cli {
 namespace {
 
-/// The whole of `digits` as a decimal number.
+/// Parses all of `digits` as a decimal number.
 std::optional<kelcore::uint64> ParseDecimal(const std::string& digits) {
     kelcore::uint64 number = 0;
     const char* const end = digits.data() + digits.size();

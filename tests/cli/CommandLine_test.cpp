@@ -68,7 +68,7 @@ TEST_F(CommandLineTest, SenselessCommandLinesAreUsageErrors) {
 
 TEST_F(CommandLineTest, WhatStandsInPlaceOfAVerbIsNamed) {
     for (const auto& [arguments, errors] :
-         {std::pair(std::vector<std::string>{}, "there is no verb; say what to do"),
+         {std::pair(std::vector<std::string>{}, "no verb was given"),
           {{"sing", "a.orvo"}, "there is no verb \"sing\""},
           {{"--", "sing"}, "there is no verb \"sing\""},
           {{"inof", "a.orvo"}, "there is no verb \"inof\"; did you mean info?"},

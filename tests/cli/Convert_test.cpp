@@ -93,7 +93,7 @@ TEST_F(ConvertTest, AKindIsOrvoOrJsonAndNothingElse) {
         for (const std::string kind : {"1", "JSON", "tape", ""}) {
             const Outcome outcome = RunTool({"convert", option, kind, "a.json", "b.json"}, folder_);
             EXPECT_EQ(outcome.errors, "orvo: " + std::string(option) + ": \"" + kind +
-                                          "\" is no kind; say orvo or json: try \"orvo convert "
+                                          "\" is not a kind; use orvo or json: try \"orvo convert "
                                           "--help\"\n");
             EXPECT_EQ(outcome.exitCode, 2);
         }
@@ -154,9 +154,10 @@ TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConvertedWithLossyEither) {
     folder_.Write("a.orvo", "<orvo><session/>");
     const Outcome outcome = ConvertIdly({"--lossy"});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: a.orvo:1:"));
-    EXPECT_THAT(outcome.errors,
-                EndsWith("orvo: a.orvo: not converted: nothing was written, because of what is "
-                         "named above\n"));
+    EXPECT_THAT(
+        outcome.errors,
+        EndsWith(
+            "orvo: a.orvo: not converted: nothing was written, because of the problems above\n"));
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_FALSE(Exists("a.json"));
 }
@@ -180,7 +181,7 @@ TEST_F(ConvertTest, AFileThatIsReplacedWhileItIsReadIsNotConvertedWithLossyEithe
         ConvertIdly({"--lossy"}, {{"ORVO_MOVES", "next.orvo"}, {"ORVO_MOVES_TO", "a.orvo"}});
     EXPECT_EQ(outcome.errors,
               "orvo: a.orvo: was changed while it was read: try again\n"
-              "orvo: a.orvo: not converted: nothing was written, because of what is named above\n");
+              "orvo: a.orvo: not converted: nothing was written, because of the problems above\n");
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_FALSE(Exists("a.json"));
 }

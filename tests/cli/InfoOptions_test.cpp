@@ -195,7 +195,7 @@ TEST_F(InfoOptionsTest, SaysThatAFolderHasNoSessionsOrCannotBeRead) {
     std::filesystem::create_directories(folder_ / "empty");
     const Outcome empty = RunTool({"info", "--recursive", "empty"}, folder_);
     EXPECT_EQ(empty.errors,
-              "orvo: empty: there is no session file in this folder: their names end in .orvo\n");
+              "orvo: empty: this folder contains no session files: their names end in .orvo\n");
     EXPECT_EQ(empty.exitCode, 1);
     std::filesystem::create_directories(folder_ / "top/closed");
     folder_.Write("top/a.orvo", "<orvo/>");

@@ -17,8 +17,7 @@ using testing::HasSubstr;
 namespace {
 
 constexpr const char* kNotConverted =
-    "not converted: nothing was written, because of what is named above; --lossy converts all the "
-    "same\n";
+    "not converted: nothing was written, because of the problems above; --lossy converts anyway\n";
 
 /// What `orvo convert` does about what the other file cannot hold.
 class LossesTest : public testing::Test {
@@ -39,8 +38,8 @@ TEST_F(LossesTest, ContentThatWouldBeLostIsNamedAndNothingIsWritten) {
             outcome.errors,
             "orvo: a.orvo:3:3: cannot be carried over: <glow> in <session> with 1 element in it\n"
             "orvo: a.orvo:5:2: cannot be carried over: <workspaceSettings> in <orvo>\n"
-            "orvo: a.orvo: not converted: nothing was written, because of what is named above; "
-            "--lossy converts all the same\n");
+            "orvo: a.orvo: not converted: nothing was written, because of the problems above; "
+            "--lossy converts anyway\n");
         EXPECT_EQ(outcome.exitCode, 1);
     }
     EXPECT_EQ(ReadFile(folder_ / "b.orvo"), "old");
@@ -61,9 +60,8 @@ TEST_F(LossesTest, ManyThingsThatASessionFileHasAreNamedInPartAndCounted) {
         document += "<a/>";
     }
     folder_.Write("a.orvo", document + "</orvo>");
-    EXPECT_THAT(
-        RunTool({"convert", "a.orvo", "b.orvo"}, folder_).errors,
-        HasSubstr("orvo: a.orvo: and 5 more that cannot be carried over: --all names every one\n"));
+    EXPECT_THAT(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).errors,
+                HasSubstr("orvo: a.orvo: and 5 more: --all lists all of them\n"));
     const std::string all = RunTool({"convert", "--all", "a.orvo", "b.orvo"}, folder_).errors;
     EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 26);
     EXPECT_THAT(all, HasSubstr("orvo: a.orvo:1:103: cannot be carried over: <a> in <orvo>\n"));
@@ -78,9 +76,7 @@ TEST_F(LossesTest, ManyThingsThatASessionFileCannotHoldAreNamedInPartAndCounted)
     folder_.Write("a.json", R"({"audioTracks": [)" + tracks + "]}");
     const std::string some = RunTool({"convert", "--lossy", "a.json", "a.orvo"}, folder_).errors;
     EXPECT_EQ(std::count(some.begin(), some.end(), '\n'), 21);
-    EXPECT_THAT(some,
-                EndsWith("orvo: a.json: and 10 more that cannot be carried over: --all names every "
-                         "one\n"));
+    EXPECT_THAT(some, EndsWith("orvo: a.json: and 10 more: --all lists all of them\n"));
     const std::string all =
         RunTool({"convert", "--lossy", "--all", "a.json", "a.orvo"}, folder_).errors;
     EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 30);
@@ -188,7 +184,7 @@ TEST_F(LossesTest, APlugInThatSavesNothingIsAFailure) {
                                        .folder = folder_.Path().string(),
                                        .environment = {{"ORVO_PLUGIN", IdlePluginPath()}}});
     EXPECT_EQ(outcome.errors,
-              "orvo: a.orvo: was not saved: the temporary file cannot be read again\n");
+              "orvo: a.orvo: was not saved: the temporary file cannot be read back\n");
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(ReadFile(folder_ / "a.orvo"), "old");
 }
@@ -201,7 +197,7 @@ TEST_F(LossesTest, ASavedFileThatCannotBeReadAgainIsNotWritten) {
          .folder = folder_.Path().string(),
          .environment = {{"ORVO_PLUGIN", IdlePluginPath()}, {"ORVO_REFUSES", "ReadSession"}}});
     EXPECT_EQ(outcome.errors,
-              "orvo: a.orvo: was not saved: what the plug-in wrote cannot be read again\n");
+              "orvo: a.orvo: was not saved: the plug-in cannot read back what it wrote\n");
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_EQ(ReadFile(folder_ / "a.orvo"), "old");
 }
@@ -244,17 +240,15 @@ TEST_F(LossesTest, AListForWhichASessionFileHasNoRoomIsNamedWithItsPlace) {
         EXPECT_FALSE(Exists("a.orvo"));
         return outcome.errors;
     };
-    EXPECT_EQ(
-        refusal(R"("fader": {"parameters": {"4294967295": {"value": 1}}})"),
-        "orvo: a.orvo: was not saved: the lists of the session have more than 16777216 "
-        "entries\norvo: a.json: /audioTracks/0/fader/parameters/4294967295: this makes "
-        "4294967296 entries, and a session file has room for 16777216: give lower numbers, or "
-        "fewer of them\n");
+    EXPECT_EQ(refusal(R"("fader": {"parameters": {"4294967295": {"value": 1}}})"),
+              "orvo: a.orvo: was not saved: the lists of the session have more than 16777216 "
+              "entries\norvo: a.json: /audioTracks/0/fader/parameters/4294967295: this makes "
+              "4294967296 entries, but a session file has room for 16777216: use lower numbers, or "
+              "fewer of them\n");
     EXPECT_THAT(
         refusal(R"("clips": [{}, {"channelSources": {"0": 1, "1024": 0}}])"),
-        EndsWith("/audioTracks/0/clips/1/channelSources/1024: this makes 1025 channels, and "
-                 "a session file has room for 1024: give lower numbers, or fewer of "
-                 "them\n"));
+        EndsWith("/audioTracks/0/clips/1/channelSources/1024: this makes 1025 channels, but a "
+                 "session file has room for 1024: use lower numbers, or fewer of them\n"));
     std::string routes = "{}";
     for (int i = 0; i < 1024; ++i) {
         routes += ",{}";

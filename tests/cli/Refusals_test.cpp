@@ -89,8 +89,8 @@ TEST_F(RefusalTest, FindsATrackWithoutAnIdBehindAnyNumberOfOtherLosses) {
     }
     folder_.Write("a.orvo", document + "\n <busTrack id='-1'/></tracks></session></orvo>");
     EXPECT_EQ(RunTool({"info", "a.orvo"}, folder_).errors,
-              "orvo: a.orvo:4:2: <busTrack> with the id \"-1\", which means none: give it the "
-              "attribute id with a number of its own\n");
+              "orvo: a.orvo:4:2: <busTrack> with the id \"-1\", which means none: give it an id "
+              "attribute with a unique number\n");
 }
 
 TEST_F(RefusalTest, RefusesAtOnceWhatIsNestedWithoutEnd) {
@@ -207,7 +207,7 @@ TEST_F(RefusalTest, SaysThatThePluginRefusesAFileInWhichNothingIsWrong) {
 TEST_F(RefusalTest, RefusesAFolder) {
     const Outcome outcome = RunTool({"info", "."}, folder_);
     EXPECT_EQ(outcome.errors,
-              "orvo: .: this is a folder: name a session file in it, or say --recursive\n");
+              "orvo: .: this is a folder: name a session file in it, or add --recursive\n");
     EXPECT_EQ(outcome.exitCode, 1);
 }
 

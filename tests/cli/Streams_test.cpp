@@ -200,8 +200,8 @@ TEST_F(StreamsTest, TheWorkingFolderNeedNotBeWritable) {
 
 TEST_F(StreamsTest, WithoutAPlaceForTemporaryFilesTheMessageSaysWhatToDo) {
     const std::string advice =
-        "a temporary folder cannot be made in /nowhere: No such file or directory; set TMPDIR to "
-        "a folder that may be written to\n";
+        "cannot create a temporary folder in /nowhere: No such file or directory; set TMPDIR to a "
+        "writable folder\n";
     EXPECT_EQ(Shell("orvo info - <a.orvo", {{"TMPDIR", "/nowhere"}}).errors,
               "orvo: standard input: cannot be read: " + advice);
     const Outcome outcome = Shell("orvo convert a.orvo b.orvo", {{"TMPDIR", "/nowhere"}});
