@@ -123,7 +123,7 @@ TEST_F(CommandLineTest, MessagesAreColouredOnATerminalWhereNobodySaysOtherwise) 
     EXPECT_THAT(outcome.errors, HasSubstr("\x1b["));
 }
 
-/// Takes longer to read than a progress bar takes to appear.
+/// Long enough for a progress bar to appear.
 std::string LongText() {
     return std::string(150'000'000, '\n');
 }
@@ -139,7 +139,7 @@ TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) 
     EXPECT_EQ(RunTool({"info", "a.orvo"}, folder_).errors, "") << "not into a file or a pipe";
 }
 
-/// How many of its signs the bar had filled, each time that it was drawn.
+/// How many characters the bar had filled each time that it was drawn.
 std::vector<std::size_t> FillsOf(const std::string& errors) {
     std::vector<std::size_t> fills;
     for (std::size_t bar = errors.find('['); bar != std::string::npos;
@@ -193,7 +193,7 @@ TEST_F(CommandLineTest, OneProgressBarGoesOverAllPhasesOfAConversion) {
     }
 }
 
-/// Of the bars that are shown, the ones with that label.
+/// The bars in the output that have this label.
 std::string BarsLabelled(const std::string& label, const std::string& errors) {
     std::string bars;
     for (std::size_t end = errors.find("] " + label); end != std::string::npos;

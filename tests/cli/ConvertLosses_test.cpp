@@ -5,7 +5,7 @@
 
 #include "tests/cli/Tool.h"
 
-// What a conversion loses of media paths, and of values that only one kind of file can hold.
+// Losses of media paths, and of values that only one kind of file can hold.
 
 using nlohmann::json;
 using test::Outcome;

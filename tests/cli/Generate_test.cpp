@@ -68,7 +68,7 @@ TEST_F(GenerateTest, TheNumbersOfTheCommandLineAreThoseOfTheSession) {
     EXPECT_EQ(voice.at("kind"), "audio");
     EXPECT_EQ(voice.at("clips"), 5);
     EXPECT_EQ(voice.at("effects").size(), 2u);
-    EXPECT_EQ(voice.at("lanes"), 3);  // the fader's and the two effects'
+    EXPECT_EQ(voice.at("lanes"), 3);  // one for the fader, two for the effects
     EXPECT_EQ(voice.at("keyframes"), 9);
     EXPECT_EQ(tracks.back().at("kind"), "master");
     EXPECT_EQ(tracks.back().at("clips"), 0);

@@ -156,7 +156,7 @@ TEST_F(InfoOptionsTest, PrintsEachFileAsItIsRead) {
     for (const auto& [option, end] : {std::pair("--tracks", "*/nowhere/gone.wav"),
                                       {"--json", "*groups*"},
                                       {"--ndjson", "*}"}}) {
-        // The second file is sent only once the first one has been shown.
+        // Sends the second file only after the first one has been shown.
         const std::string script = std::string("mkfifo in out; ") + ToolPath() + " info " + option +
                                    " a.orvo - <in >out & exec 3>in 4<out; while IFS= read -r line "
                                    "<&4; do case \"$line\" in " +

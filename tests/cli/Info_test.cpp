@@ -289,7 +289,7 @@ TEST_F(InfoTest, ReadsStandardInputWithPathsRelativeToTheWorkingDirectory) {
     EXPECT_THAT(outcome.output, StartsWith("standard input\n"));
     EXPECT_THAT(outcome.output, HasSubstr("   1  found "));
     EXPECT_EQ(outcome.exitCode, 0);
-    // The temporary file is gone again.
+    // The temporary file has been removed.
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 1);
 }
 

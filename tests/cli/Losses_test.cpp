@@ -19,7 +19,7 @@ namespace {
 constexpr const char* kNotConverted =
     "not converted: nothing was written, because of the problems above; --lossy converts anyway\n";
 
-/// What `orvo convert` does about what the other file cannot hold.
+/// How `orvo convert` treats content that the other file cannot hold.
 class LossesTest : public testing::Test {
 protected:
     bool Exists(const char* name) const { return std::filesystem::exists(folder_ / name); }
@@ -163,7 +163,7 @@ TEST_F(LossesTest, ACharacterThatASessionFileCannotHoldIsNamedOnce) {
 }
 
 TEST_F(LossesTest, ACharacterThatWasReplacedAndIsFoundAgainIsStillALoss) {
-    // The path comes back as it was, because the relative one leads to the file.
+    // The path comes back unchanged, because the relative one leads to the file.
     const std::string folder = "odd\xff";
     std::filesystem::create_directory(folder_ / folder);
     folder_.Write(folder + "/here.wav", "RIFF");

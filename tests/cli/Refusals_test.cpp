@@ -22,7 +22,7 @@ protected:
     test::TemporaryFolder folder_;
 };
 
-// Bad input: a message with the place where there is one, status 1, and an end.
+// Bad input must end with status 1 and a message, with a place if there is one.
 
 struct BadFile {
     const char* description;
@@ -107,7 +107,7 @@ TEST_F(RefusalTest, RefusesAtOnceWhatIsNestedWithoutEnd) {
     }
 }
 
-/// Any of these in a path looks like the end of the path in what the plug-in says.
+/// In a path, each of these looks like the end of the path in the plug-in's message.
 TEST_F(RefusalTest, AFileThatIsRefusedIsParsedOnceWhateverItIsCalled) {
     std::string document = "<orvo>";
     for (int i = 0; i < 1000; ++i) {
@@ -119,7 +119,7 @@ TEST_F(RefusalTest, AFileThatIsRefusedIsParsedOnceWhateverItIsCalled) {
             const bool isAbove = std::string_view(prefix) == "../";
             const std::string path =
                 prefix + (isAbove ? folder_.Path().filename().string() + "/" : "") + name;
-            // To the scan these are elements nested too deep, with other words and another place.
+            // The scan would report too deep nesting instead, in other words and at another place.
             EXPECT_THAT(RunTool({"info", path}, folder_).errors,
                         HasSubstr(":1:775: refused: elements are nested deeper than the 256 levels "
                                   "that a session may have\n"))

@@ -20,7 +20,7 @@ using testing::HasSubstr;
 
 namespace {
 
-/// The place for temporary files is the test's own folder.
+/// Temporary files go to the test's own folder.
 class StandInFileTest : public testing::Test {
 protected:
     StandInFileTest() { ::setenv("TMPDIR", folder_.Path().c_str(), 1); }

@@ -14,7 +14,7 @@ using cli::Stream;
 
 namespace {
 
-/// A pipe that says "later" where others wait, as some programs leave it to those they start.
+/// A non-blocking pipe, as some programs pass it to their children.
 class ImpatientPipe : public testing::Test {
 protected:
     ImpatientPipe() { EXPECT_EQ(::pipe2(ends_.data(), O_NONBLOCK | O_CLOEXEC), 0); }

@@ -18,8 +18,8 @@ using testing::StartsWith;
 
 namespace {
 
-/// Sessions that come from and go to open descriptors. What the tool puts into the place for
-/// temporary files, it puts into "temporary".
+/// Sessions read from and written to open descriptors. The tool's temporary files go to the folder
+/// "temporary".
 class StreamsTest : public testing::Test {
 protected:
     StreamsTest() {
@@ -31,7 +31,7 @@ protected:
         EXPECT_TRUE(std::filesystem::is_empty(folder_ / "temporary")) << "something was left";
     }
 
-    /// A line of the shell, in which "orvo" is the tool.
+    /// Runs a shell command in which "orvo" is the tool.
     Outcome Shell(const std::string& line,
                   const std::vector<std::pair<std::string, std::string>>& environment = {}) const {
         test::Command command = {

@@ -39,7 +39,8 @@ Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folde
 Outcome RunToolUnprivileged(std::vector<std::string> arguments, const TemporaryFolder& folder) {
     arguments.insert(arguments.begin(), ToolPath());
     if (::geteuid() == 0) {
-        // Not another user: root keeps the right to run a tool that lies in a folder of root's own.
+        // Drops capabilities instead of changing the user: root can still run a tool in a folder
+        // that belongs to root.
         arguments.insert(arguments.begin(),
                          {"setpriv", "--bounding-set=-dac_override,-dac_read_search",
                           "--inh-caps=-dac_override,-dac_read_search"});

@@ -8,20 +8,20 @@
 
 namespace test {
 
-/// The built tool, beside the test program.
+/// The built tool, next to the test program.
 std::string ToolPath();
 
-/// A plug-in that reads and writes nothing; tests/support/IdlePlugin.cpp says what it can be told.
+/// A plug-in that reads and writes nothing; tests/support/IdlePlugin.cpp describes its settings.
 std::string IdlePluginPath();
 
-/// Runs the built tool with these arguments in a folder.
+/// Runs the built tool in a folder.
 Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folder,
                 const std::string& input = {});
 
-/// The same as a user to whom permissions apply, whoever runs the test.
+/// Likewise, but as a user who is subject to permissions, whoever runs the test.
 Outcome RunToolUnprivileged(std::vector<std::string> arguments, const TemporaryFolder& folder);
 
-/// A session file with two media, of which "here.wav" beside it exists if the test makes it.
+/// A session file with two media. The test may create "here.wav" next to it.
 extern const char* const kSmallSession;
 
 }  // namespace test

@@ -21,7 +21,7 @@ namespace {
 
 class TraceTest : public testing::Test {
 protected:
-    /// The lines of standard output, each of which must be JSON.
+    /// The lines of standard output. Each one must be JSON.
     static std::vector<json> Lines(const Outcome& outcome) {
         std::vector<json> lines;
         std::istringstream stream(outcome.output);

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that the examples are what their scripts make.
+"""Checks that the scripts still generate exactly the committed examples.
 
     examples_test.py ROOT ORVO
 """
@@ -11,7 +11,7 @@ from pathlib import Path
 
 
 def media(examples):
-    """The bytes of every file in a session's media folder, by its path below the examples."""
+    """The bytes of all files in the media folders, by path below the examples."""
     return {file.relative_to(examples): file.read_bytes() for file in examples.glob("*/media/*")}
 
 
@@ -27,7 +27,7 @@ def main():
     root, orvo = Path(sys.argv[1]), sys.argv[2]
     stale = stale_media(root)
     for path in stale:
-        print(f"examples/{path}: not what examples/make_media.py makes")
+        print(f"examples/{path}: differs from the output of examples/make_media.py")
     sessions = subprocess.run([sys.executable, root / "examples" / "build_sessions.py", orvo, "--check"], check=False)
     return 1 if stale or sessions.returncode else 0
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks the program in examples/host/: it renames a clip, keeps what it says, and takes every session.
+"""Checks the program in examples/host/: it renames a clip, keeps what it promises to keep, and survives any session.
 
     host_example_test.py ROOT ORVO PROGRAM PLUGIN
 """
@@ -16,7 +16,7 @@ KEPT_OF_SESSION = ("sampleRate", "channelCount", "duration", "bitDepth", "files"
 KEPT_OF_TRACK = ("id", "index", "kind", "name", "height", "outputTrackId", "visible")
 KEPT_OF_CLIP = ("id", "fileId", "sourceInPoint", "duration", "startPoint", "name", "looped", "zOrder")
 
-# What a host must take without falling over, with the id of a clip.
+# Documents that a host must survive, each with the id of a clip in it.
 ODD_DOCUMENTS = (
     ("<orvo/>", None),
     ("<orvo><session><tracks><audioTrack/><audioTrack/><busTrack id='-1'/></tracks></session></orvo>", None),
@@ -54,8 +54,8 @@ class Checks:
         self.expect((run.returncode, run.stdout, run.stderr) == (0, "", ""), run)
         self.expect(source.read_bytes() == before, "the source was changed")
         old, new = self.session(source), self.session(target)
-        self.expect(kept(new, DOOR_BELL, "?") == kept(old, DOOR_BELL, "?"), "more was lost than it says")
-        self.expect(clip_name(new, DOOR_BELL) == "Gong \u00e9", "the clip has not the new name")
+        self.expect(kept(new, DOOR_BELL, "?") == kept(old, DOOR_BELL, "?"), "it lost more than it admits")
+        self.expect(clip_name(new, DOOR_BELL) == "Gong \u00e9", "the clip does not have the new name")
         kinds = [track["kind"] for track in new["audioTracks"] if track["name"] == "Jingle"]
         self.expect(kinds == [5], "the instrument track is lost")
 
@@ -93,7 +93,7 @@ class Checks:
         self.expect(run.returncode == 1 and run.stderr.startswith(f'cannot write "{nowhere}": '), run)
         run = self.run(source, self.folder / "c.orvo", clip=999)
         self.expect((run.returncode, run.stderr) == (1, f"{source}: no clip has the id 999\n"), run)
-        self.expect(not (self.folder / "c.orvo").exists(), "it saved what it did not change")
+        self.expect(not (self.folder / "c.orvo").exists(), "it saved an unchanged session")
 
     def spares_what_it_would_thin_out(self):
         target = self.folder / "same.orvo"
@@ -104,7 +104,7 @@ class Checks:
 
 
 def kept(session, clip_id, name):
-    """What the program keeps, with that name for the clip."""
+    """The part of a session that the program keeps, with the given name for the clip."""
     tracks = []
     for track in session["audioTracks"]:
         clips = [{key: clip[key] for key in KEPT_OF_CLIP} for clip in track["clips"]]

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that no header and no page claims a unit or a meaning for a number whose meaning is the host's own, as
-hues, the order of clips and levels are.
+"""Checks that no header and no page claims a unit or a meaning for numbers that only the host can interpret, such as
+hues, the order of clips and levels.
 
     host_numbers_test.py ROOT
 """
@@ -14,7 +14,7 @@ PLACES = ("host/*.h", "examples/host/*.h", "reference_host/model/*.h", "docs/for
 CLAIMS = re.compile(
     r"\b(degrees?|dB|decibels?|semitones?|cents?|percent|pixels|equal power|(lies?|lying) (on top|under))\b")
 
-# Known of these alone: a frame of a video is measured in pixels.
+# The exception: the size of a video frame is known to be in pixels.
 KNOWN = re.compile(r"\bframe\b.*\bpixels\b")
 
 
@@ -30,7 +30,7 @@ def main():
     for place in PLACES:
         paths = sorted(root.glob(place))
         if not paths:
-            problems.append(f"{place} names no file")
+            problems.append(f"{place} matches no file")
         for path in paths:
             problems += claims_in(path)
     print("\n".join(problems))

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks who includes whom: the arrows between the folders, and that no files include each other in a circle.
+"""Checks which folders include which, and that no files include each other in a circle.
 
     include_rules_test.py ROOT GENERATED
 
@@ -12,8 +12,8 @@ from pathlib import Path
 
 FOLDERS = ("host", "platform", "format", "plugin", "reference_host", "toolkit", "cli", "tests", "fuzz", "bench", "examples")
 
-# What the files of a folder may include of the project: patterns of the included path. The first row whose
-# folder fits holds; a folder may always include itself.
+# The project headers that the files of a folder may include, as patterns of the included path. The first row
+# that matches the folder applies. Every folder may include itself.
 PROJECT_RULES = (
     ("host", (r"platform/kelcore/Types\.h",)),
     ("platform", ()),
@@ -31,8 +31,8 @@ PROJECT_RULES = (
     ("bench", (r"toolkit/.*", r"reference_host/.*", r"host/.*", r"platform/.*")),
 )
 
-# Which files may include headers of a library: patterns of the including path. Libraries that are not
-# named are everybody's.
+# The files that may include a library's headers, as patterns of the including path. Any file may include
+# other libraries.
 LIBRARY_RULES = (
     (r"xercesc/", (r"platform/kelcore/BinaryText\.cpp", r"plugin/xml/.*", r"toolkit/scan/.*", r"tests/.*", r"bench/.*")),
     (r"boost/", (r"plugin/.*", r"reference_host/.*", r"tests/.*")),
@@ -63,11 +63,11 @@ def folder_rule(path):
 def check_file(path, includes, known):
     folder, allowed = folder_rule(path)
     if folder is None:
-        yield f"{path}: stands in a folder that has no include rule"
+        yield f"{path}: its folder has no include rule"
         return
     seen = set()
     for kind, included in includes:
-        # A list of rows (.def) is there to be expanded more than once.
+        # A list of rows (.def) may be expanded more than once.
         if included in seen and not included.endswith(".def"):
             yield f"{path}: includes {included} twice"
         seen.add(included)
@@ -76,13 +76,13 @@ def check_file(path, includes, known):
                 if begins(included, library) and not fits(path, users):
                     yield f"{path}: may not include <{included}>"
         elif included not in known:
-            yield f"{path}: includes \"{included}\", which names no file from the top of the project"
+            yield f"{path}: includes \"{included}\", which is not a path from the top of the project"
         elif not included.startswith(folder + "/") and not fits(included, allowed):
             yield f"{path}: may not include \"{included}\""
 
 
 def circles(graph):
-    """Every path of includes that comes back to its begin, once."""
+    """Yields every circle of includes once."""
     state = {}
 
     def visit(node, trail):
@@ -115,13 +115,13 @@ def main():
         includes = [(match[1], match[2]) for match in INCLUDE.finditer(text)]
         findings += check_file(path, includes, known)
         if path.endswith(".h") and len(re.findall(r"^#pragma once$", text, re.MULTILINE)) != 1:
-            findings.append(f"{path}: a header says \"#pragma once\" exactly once")
+            findings.append(f"{path}: a header needs exactly one \"#pragma once\"")
         graph[path] = [included for kind, included in includes if kind == '"']
     findings += ["a circle: " + " -> ".join(circle) for circle in circles(graph)]
 
     if not files:
         findings.append(f"no sources under {root}")
-    print("\n".join(findings) if findings else f"{len(files)} files keep the include rules")
+    print("\n".join(findings) if findings else f"{len(files)} files follow the include rules")
     return 1 if findings else 0
 
 

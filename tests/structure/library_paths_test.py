@@ -1,11 +1,10 @@
 #!/usr/bin/env python3
-"""Checks that programs and libraries look for libraries beside themselves and in whole paths only.
+"""Checks that programs and libraries search for libraries only next to themselves and in absolute paths.
 
     library_paths_test.py PLUGIN PLATFORM FILE...
 
-An empty or relative entry would load whatever lies in the working directory under a library's name. The
-first one is the plug-in, which needs the second one, the platform, and finds it beside itself: that is what
-a host ships.
+An empty or relative entry would load any library with the right name from the working directory. The plug-in
+must need only the platform library and find it next to itself, because that is what hosts ship.
 """
 
 import re
@@ -14,7 +13,7 @@ import sys
 from pathlib import Path
 
 
-# What comes with the system or the compiler, the sanitizers' libraries among it.
+# Libraries of the system and the compiler, including the sanitizers.
 OF_THE_SYSTEM = ("libxerces-c", "libstdc++", "libgcc_s", "libc.", "libm.", "ld-linux", "libasan", "libubsan")
 
 
@@ -29,7 +28,7 @@ def search_paths(file):
 
 def needed_of_the_project(file):
     names = re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic_section(file))
-    # What the optimiser takes out of a release stays in a build for the sanitizers, which nobody ships.
+    # Without optimisation, sanitizer builds keep a dependency that releases do not have. Nobody ships them.
     for_the_sanitizers = any(name.startswith("libasan") for name in names)
     passed_over = OF_THE_SYSTEM + (("libboost_",) if for_the_sanitizers else ())
     return [name for name in names if not name.startswith(passed_over)]
@@ -43,11 +42,11 @@ def main():
         if not path.startswith(("$ORIGIN", "/"))
     ]
     for file, path in astray:
-        print(f'{file}: looks for libraries in "{path}"')
+        print(f'{file}: searches for libraries in "{path}"')
     plugin, platform = sys.argv[1:3]
     shipped = needed_of_the_project(plugin) == [Path(platform).name] and "$ORIGIN" in search_paths(plugin)
     if not shipped:
-        print(f"{plugin}: needs {needed_of_the_project(plugin)}, and not only the platform beside it")
+        print(f"{plugin}: needs {needed_of_the_project(plugin)}, not just the platform library next to it")
     return 1 if astray or not shipped else 0
 
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# A read and a write under valgrind: no error, nothing lost.
+# Reads and writes under valgrind: no errors, no leaks.
 #
 #     valgrind_test.sh ORVO SESSION
 set -euo pipefail

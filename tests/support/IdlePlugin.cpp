@@ -13,7 +13,7 @@
 
 namespace {
 
-/// By the number of the selector.
+/// The index is the number of the selector.
 constexpr std::string_view kSelectors[] = {"Initialize",  "Reserved",    "Terminate",
                                            "SetFilePath", "ReadSession", "WriteSession"};
 
@@ -31,8 +31,8 @@ void MoveFile() {
     }
 }
 
-/// As a user would, but first says so after some time in which a thread that does not block the
-/// signal takes it.
+/// Sends SIGTERM to the process, as a user would. If no other thread has taken it after a while,
+/// says so and takes it on this thread.
 void EndIfAsked() {
     if (std::getenv("ORVO_ENDS") == nullptr) {
         return;
@@ -50,10 +50,9 @@ void EndIfAsked() {
 
 }  // namespace
 
-/// Reads and writes nothing. Refuses the one request that the environment variable ORVO_REFUSES
-/// names. When it is to read, moves the file that ORVO_MOVES names to where ORVO_MOVES_TO says, and
-/// ends the process as a user would if ORVO_ENDS is set, with a line on standard output if it is
-/// the thread that reads which takes the signal.
+/// Reads and writes nothing. Refuses the request that the environment variable ORVO_REFUSES names.
+/// On a read, moves the file in ORVO_MOVES to ORVO_MOVES_TO. If ORVO_ENDS is set, ends the process
+/// during a read as a user would, and prints a line if the reading thread takes the signal.
 extern "C" std::int32_t SessionInterface(std::int32_t selector, void* /*argument*/) {
     if (selector == static_cast<std::int32_t>(tses::SessionSelector::ReadSession)) {
         MoveFile();

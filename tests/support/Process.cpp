@@ -90,7 +90,7 @@ Channel MakeTerminal(unsigned short columns) {
     ::_exit(127);
 }
 
-/// Takes what there is; closes the descriptor at the end of it.
+/// Reads what is available, and closes the descriptor at its end.
 void Drain(Descriptor& from, std::string& into) {
     std::array<char, 65536> block;
     const ssize_t got = ::read(from.Number(), block.data(), block.size());

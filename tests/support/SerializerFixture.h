@@ -18,8 +18,8 @@ namespace test {
 
 struct ReadOutcome {
     bool ok = false;
-    /// "IEditFile#2.SetPath("/a.wav")" for each call but those of SetProgress; " -> IEditFile#2" or
-    /// " -> null" follows where a host object is returned.
+    /// "IEditFile#2.SetPath("/a.wav")" for each call except SetProgress, followed by " ->
+    /// IEditFile#2" or " -> null" if the call returns a host object.
     std::vector<std::string> calls;
     std::vector<refhost::Progress> progress;
     std::vector<std::string> log;
@@ -30,27 +30,27 @@ struct WriteOutcome {
     bool ok = false;
     std::vector<std::string> calls;
     std::vector<refhost::Progress> progress;
-    /// What stands at the path afterwards; none if there is no file.
+    /// The content of the file afterwards; nothing if there is no file.
     std::optional<std::string> file;
 };
 
 struct HostSetup {
     bool logTarget = true;
     refhost::FaultPlan faults;
-    /// Decides instead of the faults, if there is one.
+    /// If set, replaces the faults.
     refhost::Interceptor interceptor;
 };
 
-/// One serializer between documents and the reference host. After each test, nothing of the host
-/// may be alive.
+/// Runs a serializer between documents and the reference host. After each test, no host object may
+/// be alive.
 class SerializerFixture : public testing::Test {
 protected:
     SerializerFixture();
     ~SerializerFixture() override;
 
-    /// Reads a document; its file is `Path()`.
+    /// Reads a document from `Path()`.
     ReadOutcome Read(std::string_view document, const HostSetup& host = {});
-    /// Reads whatever stands at a path.
+    /// Reads the existing file at a path.
     ReadOutcome ReadPath(const std::u16string& path, const HostSetup& host = {});
     /// Reads `content` as the children of the root.
     ReadOutcome ReadInRoot(std::string_view content, const HostSetup& host = {});
@@ -61,16 +61,15 @@ protected:
     WriteOutcome Write(const refhost::model::Session& session, const HostSetup& host = {});
     WriteOutcome WriteTo(const std::u16string& path, const refhost::model::Session& session,
                          const HostSetup& host = {});
-    /// The same by a serializer whose writer fails at one of its operations.
+    /// Likewise, with a serializer whose writer fails at the given operation.
     WriteOutcome WriteWithFault(const refhost::model::Session& session, std::size_t atOperation);
-    /// The same for one session after the other, by a serializer that makes the document's nodes in
-    /// that way.
+    /// Writes several sessions with one serializer that creates document nodes in the given way.
     std::vector<WriteOutcome> WriteWithNodes(const std::vector<refhost::model::Session>& sessions,
                                              tses::NodeMaker makeNodes);
 
     std::u16string Path() const;
 
-    /// The calls of one operation, or of all operations that contain the text.
+    /// The calls whose operation contains the text.
     static std::vector<std::string> CallsOf(const std::vector<std::string>& calls,
                                             std::string_view text);
 

@@ -6,7 +6,7 @@
 
 namespace tses {
 
-/// What of a serializer only the parser, or nobody, reaches otherwise.
+/// Access to parts of a serializer that are otherwise reachable only for the parser or not at all.
 struct SerializerTestAccess {
     static SAXErrorHandler& Errors(Serializer::Impl& impl) { return impl; }
     static SAXContentHandler& Content(Serializer::Impl& impl) { return impl; }

@@ -6,7 +6,7 @@
 
 namespace test {
 
-/// A folder of a test's own, removed with everything in it.
+/// A private folder of a test, removed with its content.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -24,7 +24,7 @@ private:
     std::filesystem::path path_;
 };
 
-/// The bytes of a file; fails the test if there is none.
+/// The bytes of a file; fails the test if it does not exist.
 std::string ReadFile(const std::filesystem::path& path);
 
 }  // namespace test

@@ -29,7 +29,7 @@ Bytes Decode(std::string_view text) {
     return bytes;
 }
 
-// The XML library is never started in this program: all of these show that the codec does not need
+// This program never starts the XML library, so every test here shows that the codec does not need
 // it.
 
 TEST(BinaryText, EncodesAsBase64InLinesEndedByALineFeed) {
@@ -74,7 +74,7 @@ TEST(BinaryText, IgnoresWhiteSpaceWhereverItStands) {
     EXPECT_EQ(Decode(" \tZ m\r\n9\n\nv Y g = =\n "), expected);
 }
 
-/// Whether `work` throws std::bad_alloc at each of its allocations, and succeeds in the end.
+/// Expects `work` to throw std::bad_alloc at each of its allocations, and to succeed in the end.
 template <typename Work>
 void ExpectBadAllocAtEveryAllocation(Work work) {
     for (std::size_t number = 0;; ++number) {
@@ -126,7 +126,7 @@ TEST(BinaryText, DecodesATextOfUTF16AsOneOfUTF8) {
     }
 }
 
-/// The memory of the library's codec, which does not release all that it took.
+/// Frees everything that the library's codec allocated, because the codec itself leaks.
 class CodecMemory final : public xercesc::MemoryManager {
 public:
     void* allocate(XMLSize_t size) override {

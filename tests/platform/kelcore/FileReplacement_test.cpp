@@ -150,13 +150,13 @@ TEST_F(FileReplacementTest, CreatingAgainBeginsAnew) {
     EXPECT_THAT(folder_.Names(), ElementsAre(kName));
 }
 
-// ---- Failures on the way
+// ---- Failures halfway
 
 TEST_F(FileReplacementTest, AWriteThatFailsHalfWayLeavesTheOldFileAndNoStray) {
     MakeOld();
     const std::string outcome = test::RunInChild([this]() -> std::string {
-        // A limit on the size of files makes a short write of the first block, and then an error
-        // and a signal that ends the process, which must not come through.
+        // The limit on file sizes cuts the first block short, then causes an error and a signal
+        // that would end the process. The signal must not get through.
         const rlimit limit{1000, 1000};
         if (setrlimit(RLIMIT_FSIZE, &limit) != 0) {
             return "no limit";

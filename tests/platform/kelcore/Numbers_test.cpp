@@ -18,7 +18,7 @@
 namespace kelcore {
 namespace {
 
-/// What a text reads as; nothing if it is refused, which must leave the target alone.
+/// The value of a text; nothing if it is rejected, which must leave the target unchanged.
 template <typename Number>
 std::optional<Number> Read(std::u16string_view text) {
     constexpr Number kUntouched = 77;
@@ -244,7 +244,7 @@ TEST(ConvertFloatToBufferT, RoundsToThePrecisionAskedFor) {
     EXPECT_EQ(Write(0.0, 1), "0");
 }
 
-/// Reals of every size: a random number rarely has an exponent that tells.
+/// Reals of all magnitudes: uniformly random numbers rarely have interesting exponents.
 template <typename Real, typename Bits>
 rc::Gen<Real> AnyFinite() {
     return rc::gen::suchThat(

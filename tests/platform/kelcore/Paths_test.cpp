@@ -26,7 +26,7 @@ TEST(PathBytes, AByteThatIsNoUtf8TravelsAsALoneSurrogate) {
 }
 
 TEST(PathBytes, TheThreeBytesOfASurrogateTravelAsThreeBytes) {
-    const std::string bytes = "\xED\xB2\x80";  // would be U+DC80, the escape of the byte 0x80
+    const std::string bytes = "\xED\xB2\x80";  // U+DC80, the escape of the byte 0x80
     EXPECT_EQ(PathFromBytes(bytes), (std::u16string{0xDCED, 0xDCB2, 0xDC80}));
     EXPECT_EQ(PathToBytes(PathFromBytes(bytes)), bytes);
 }
@@ -46,7 +46,7 @@ TEST(PathBytes, EveryPairOfBytesComesBack) {
 }
 
 RC_GTEST_PROP(PathBytes, EveryByteStringComesBack, ()) {
-    // Mostly bytes from which sequences, whole and broken, are likely to arise.
+    // Favours bytes that form complete and broken sequences.
     const auto byte =
         rc::gen::oneOf(rc::gen::arbitrary<char>(),
                        rc::gen::element('\x80', '\x90', '\x9F', '\xA0', '\xB2', '\xBF', '\xC3',

@@ -21,7 +21,7 @@ using testing::AnyOf;
 
 class ReadObstacleTest : public testing::Test {
 protected:
-    /// "what: advice", empty without an obstacle.
+    /// "what: advice", or empty without an obstacle.
     static std::string Obstacle(std::u16string_view path) {
         const auto obstacle = FindReadObstacle(path);
         return obstacle ? obstacle->what + ": " + obstacle->advice : "";
@@ -71,7 +71,7 @@ TEST_F(ReadObstacleTest, WhatIsNoRegularFileSaysWhatItIs) {
 }
 
 TEST_F(ReadObstacleTest, AFileThatOpensButGivesNothingSaysWhatTheSystemSays) {
-    // Its first byte is at an address that nobody has. Whoever may not trace may not open it.
+    // The first byte is at an unmapped address. Users who may not trace cannot open the file.
     EXPECT_THAT(Obstacle(u"/proc/self/mem"),
                 AnyOf("cannot be read: Input/output error",
                       "you may not read this file: check its permissions and its folder's"));

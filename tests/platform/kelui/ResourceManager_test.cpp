@@ -20,7 +20,7 @@ const void* AddressOf(Function* function) {
     return reinterpret_cast<const void*>(function);
 }
 
-/// A function of this program itself, not of a library.
+/// A function of the program itself, not of a library.
 void OfThisProgram() {}
 
 TEST(ModuleOfAddress, IsTheHandleThatTheLoaderGives) {

@@ -4,8 +4,8 @@
 
 namespace test {
 
-/// While it lives, the allocation with this number (from 0, counted on this thread) by `operator
-/// new` throws std::bad_alloc, once.
+/// During its lifetime, makes one allocation by `operator new` throw std::bad_alloc: the one with
+/// this number, counting from 0 on this thread.
 class FailingAllocation {
 public:
     explicit FailingAllocation(std::size_t number);
@@ -13,7 +13,7 @@ public:
     FailingAllocation(const FailingAllocation&) = delete;
     FailingAllocation& operator=(const FailingAllocation&) = delete;
 
-    /// Whether that many allocations were made.
+    /// Whether that allocation was reached.
     bool Happened() const;
 };
 

@@ -8,8 +8,8 @@
 
 namespace test {
 
-/// A temporary folder for tests of files: open to every user, and asked for paths as the platform's
-/// interfaces take them.
+/// A temporary folder that every user may enter, with paths in the forms of the platform's
+/// interfaces.
 class FileFolder : public TemporaryFolder {
 public:
     FileFolder();
@@ -18,7 +18,7 @@ public:
     std::string Bytes(std::string_view name) const;
     std::u16string Path16(std::string_view name) const;
 
-    /// The names of everything in it, sorted.
+    /// The sorted names of all entries.
     std::vector<std::string> Names() const;
 };
 

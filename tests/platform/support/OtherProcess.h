@@ -5,14 +5,14 @@
 
 namespace test {
 
-/// Runs `work` in a child process and returns the text it returns; "exception: ..." if it threw,
-/// "died" if it ended in another way.
+/// Runs `work` in a child process and returns its text: "exception: ..." if it threw, "died" if the
+/// child ended in any other way.
 std::string RunInChild(const std::function<std::string()>& work);
 
-/// The same as a user without any privileges.
+/// Likewise, as a user without privileges.
 std::string RunUnprivileged(const std::function<std::string()>& work);
 
-/// Runs `work` in a child process and then kills the child (SIGKILL) before anything is unwound.
+/// Runs `work` in a child process, then kills the child (SIGKILL) before it unwinds anything.
 void RunAndKill(const std::function<void()>& work);
 
 }  // namespace test

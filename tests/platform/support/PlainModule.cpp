@@ -1,4 +1,4 @@
-/// Something to find by its address.
+/// A function to find by its address.
 extern "C" int Something() {
     return 1;
 }

@@ -25,7 +25,7 @@ std::optional<std::string> AttributeOf(const std::string& path, const char* name
     return value;
 }
 
-/// An access list as the kernel keeps it: owner rw, user 1234 r, group none, mask r, others none.
+/// An access list in the kernel's format: owner rw, user 1234 r, group none, mask r, others none.
 std::string SomeAccessList() {
     std::string list("\x02\x00\x00\x00", 4);
     const auto entry = [&list](char tag, char rights, std::string_view id) {
@@ -61,9 +61,9 @@ TEST_F(ReplacementPropertiesTest, ANewFileHasTheUsualModeOfThisProcess) {
     EXPECT_EQ(ModeOf(bytes_), 0640U);
 }
 
-// What follows asks things of the user and the file system that not every machine has. There it is
-// skipped, which the test run reports; as root on a file system with extended attributes, all of it
-// runs.
+// The tests below need privileges and file system features that not every machine has. They skip
+// themselves elsewhere, and the test run reports that. All of them run for root on a file system
+// with extended attributes.
 
 TEST_F(ReplacementPropertiesTest, KeepsOwnerAndGroup) {
     MakeOld();
@@ -161,7 +161,7 @@ TEST_F(ReplacementPropertiesTest, ANewFileGetsTheFoldersDefaultAccessList) {
 
 TEST_F(ReplacementPropertiesTest, WhatVouchesForTheOldContentIsNotKept) {
     MakeOld();
-    // A capability set of version 2: it would give rights to whatever the file now holds.
+    // A version 2 capability set. It would grant rights to any new content of the file.
     const std::string capability(
         "\x00\x00\x00\x02\x00\x04\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00", 20);
     if (!SetAttribute(bytes_, "security.capability", capability)) {

@@ -21,7 +21,7 @@ inline void Replace(const std::u16string& path, std::string_view content) {
     stream.Close();
 }
 
-/// The message with which `Create` refuses; empty if it does not.
+/// The message of the error that `Create` throws; empty if it succeeds.
 inline std::string Refusal(const std::u16string& path) {
     try {
         File file(path);
@@ -42,7 +42,7 @@ inline bool SetAttribute(const std::string& path, const char* name, std::string_
     return setxattr(path.c_str(), name, value.data(), value.size(), 0) == 0;
 }
 
-/// A folder with room for one session file.
+/// A folder for one session file.
 class ReplacementTest : public testing::Test {
 protected:
     ReplacementTest() : target_(folder_.Path16(kName)), bytes_(folder_.Bytes(kName)) {}

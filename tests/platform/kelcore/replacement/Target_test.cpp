@@ -74,7 +74,7 @@ TEST_F(ReplacementTargetTest, OtherHardLinksKeepTheOldContent) {
     EXPECT_EQ(test::ReadFile(folder_.Bytes("other")), "old");
 }
 
-// ---- What is refused
+// ---- Refusals
 
 TEST_F(ReplacementTargetTest, AFolderIsRefused) {
     ASSERT_EQ(mkdir(bytes_.c_str(), 0777), 0);

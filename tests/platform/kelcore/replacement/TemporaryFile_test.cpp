@@ -80,7 +80,7 @@ TEST_F(TemporaryFileTest, ANameThatIsNoUtf8Works) {
     EXPECT_THAT(folder_.Names(), ElementsAre("s\xFFng.orvo"));
 }
 
-// ---- Strays
+// ---- Leftovers
 
 TEST_F(TemporaryFileTest, AKilledWriterLeavesTheOldFileAndTheNextOneTidiesUp) {
     MakeOld();
@@ -129,10 +129,10 @@ TEST_F(TemporaryFileTest, ManyWritersAtOnceAllSucceedAndLeaveNoStray) {
 
 TEST_F(TemporaryFileTest, FilesThatOnlyLookLikeStraysAreLeftAlone) {
     const std::vector<std::string> others = {
-        ".other.orvo.orvo-tmp-0123456789ab",  // of another file
-        ".song.orvo.orvo-tmp-0123456789AB",   // other digits
-        ".song.orvo.orvo-tmp-0123456789a",    // one digit short
-        ".song.orvo.orvo-tmp-0123456789abc",  // one digit long
+        ".other.orvo.orvo-tmp-0123456789ab",  // belongs to another file
+        ".song.orvo.orvo-tmp-0123456789AB",   // wrong digits
+        ".song.orvo.orvo-tmp-0123456789a",    // one digit too few
+        ".song.orvo.orvo-tmp-0123456789abc",  // one digit too many
         ".song.orvo.orvo-tmp-",               // no digits
         ".song.orvo.orvo-backup",
     };
