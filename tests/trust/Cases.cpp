@@ -28,7 +28,7 @@ std::vector<std::string> Problems(const Case& toRun) {
     }
 }
 
-/// A hang is ended by the alarm, which a child does not inherit and so sets itself.
+/// The alarm ends a hang. Children do not inherit it, so each one sets its own.
 [[noreturn]] void RunInChild(const Case& toRun) {
     ::alarm(toRun.longestSeconds);
     const std::vector<std::string> problems = Problems(toRun);
@@ -39,7 +39,7 @@ std::vector<std::string> Problems(const Case& toRun) {
     ::_exit(problems.empty() ? 0 : kSomethingIsWrong);
 }
 
-/// Whether all went well.
+/// Returns whether the case succeeded.
 bool RunApart(const Case& toRun) {
     std::fflush(stdout);
     const pid_t child = ::fork();

@@ -7,15 +7,15 @@
 
 namespace test {
 
-/// Something to try that may break the process.
+/// An experiment that may crash the process.
 struct Case {
     std::string name;
-    /// Runs in a process of its own; returns what is wrong, a line each.
+    /// Runs in its own process and returns a line for each problem.
     std::function<std::vector<std::string>()> run;
-    unsigned longestSeconds = 60;  ///< what takes longer hangs
+    unsigned longestSeconds = 60;  ///< a longer run counts as a hang
 };
 
-/// Of many like cases each that many-th.
+/// Every `stride`-th of many similar cases.
 std::vector<Case> EachNth(const std::vector<Case>& cases, std::size_t stride);
 
 struct Tally {
@@ -23,18 +23,18 @@ struct Tally {
     std::size_t problems = 0;
 };
 
-/// Runs each in a child of this process as it is now, and prints what is wrong: what the case says,
-/// a child that a signal ends, and one that hangs.
+/// Runs each case in a fork of this process and prints the problems: those that the case reports,
+/// death by a signal, and hangs.
 Tally RunCases(const std::vector<Case>& cases);
 
-/// The seconds that this process has computed so far.
+/// The processor time of this process in seconds.
 double ComputedSeconds();
 
-/// The most memory that this process has had at once, and what it has now.
+/// The peak and the current memory use of this process.
 long PeakKibibytes();
 long ResidentKibibytes();
 
-/// How many descriptors this process has open.
+/// The number of open descriptors of this process.
 std::ptrdiff_t OpenFiles();
 
 }  // namespace test

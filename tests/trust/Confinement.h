@@ -2,9 +2,9 @@
 
 namespace test {
 
-/// From here on the system ends this process, with SIGSYS, when it makes a socket or starts a
-/// program, by whatever call of whatever library.
-/// @throws std::runtime_error if the system cannot
+/// From now on the system ends this process with SIGSYS if it creates a socket or starts a program,
+/// whatever call or library it uses.
+/// @throws std::runtime_error  if the system does not support that
 void ForbidSocketsAndPrograms();
 
 }  // namespace test

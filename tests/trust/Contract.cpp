@@ -8,8 +8,8 @@
 
 #include "reference_host/Sessions.h"
 
-// Contract GROUP GOLDEN-FOLDER [--cycles N] [--stride N] [--factor N]: one group of what a host may
-// do and fail to do, each case in a process of its own.
+// Contract GROUP GOLDEN-FOLDER [--cycles N] [--stride N] [--factor N]: tests one group of things
+// that a host may do or fail to do, each case in its own process.
 
 namespace {
 

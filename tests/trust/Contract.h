@@ -8,13 +8,13 @@
 namespace test {
 
 struct Options {
-    std::filesystem::path goldenFolder;  ///< with the sessions that are read and written
+    std::filesystem::path goldenFolder;  ///< contains the sessions to read and write
     std::size_t cycles = 500;
-    std::size_t stride = 1;  ///< of many like cases, each that many-th is tried
-    std::size_t factor = 1;  ///< how much slower and larger than a release everything is
+    std::size_t stride = 1;  ///< tests only every n-th of many similar cases
+    std::size_t factor = 1;  ///< how much slower and larger this build is than a release
 };
 
-/// Each is one group of cases.
+/// Each function runs one group of cases.
 Tally RunSelectors(const Options& options);
 Tally RunCycles(const Options& options);
 Tally RunReloads(const Options& options);

@@ -10,8 +10,8 @@
 #include "reference_host/recorder/Operations.h"
 #include "tests/trust/ContractRequests.h"
 
-// A host that says numbers that cannot be: of everything that it is asked for a number, and above
-// all of the lengths of its lists, behind which there is nothing.
+// A host that reports impossible numbers: in every operation that returns one, above all in the
+// lengths of lists that have no items.
 
 namespace test {
 namespace {
@@ -23,9 +23,10 @@ using tses::SessionResult;
 constexpr std::uint64_t kItems = 16777216;
 constexpr std::uint64_t kChannels = 1024;
 constexpr std::uint64_t kBlockBytes = 1073741824;
-constexpr std::uint64_t kBeats = 100000;  // whose names fit one tag
+constexpr std::uint64_t kBeats = 100000;  // whose names fit into one tag
 
-/// The length of a list, the longest that is taken, and what is asked of its items.
+/// The operation that returns the length of a list, the longest accepted length, and the operations
+/// that return its items.
 struct List {
     std::string_view length;
     std::uint64_t longest;
@@ -100,7 +101,7 @@ const List* ListOf(const std::string& length) {
     return nullptr;
 }
 
-/// What an item's operation says when there is no item.
+/// The answer of an item's operation if there is no item.
 CallDecision Nothing(std::string_view name) {
     for (const refhost::HostOperation& operation : refhost::HostOperations()) {
         if (std::string(operation.interfaceName) + "." + std::string(operation.name) == name) {
@@ -111,7 +112,7 @@ CallDecision Nothing(std::string_view name) {
     throw std::invalid_argument(std::string(name) + " is no operation");
 }
 
-/// Says the number of one operation, once or always, and of a list's items that there are none.
+/// Falsifies the number of one operation, once or always, and returns no items for lists.
 class NumberFault {
 public:
     NumberFault(const HostCall& operation, std::uint64_t number, bool once)
@@ -140,10 +141,10 @@ private:
     std::map<std::string, CallDecision, std::less<>> items_;
     std::uint64_t number_;
     bool once_;
-    std::set<std::uint64_t> objects_;  // that said it
+    std::set<std::uint64_t> objects_;  // that returned the number
 };
 
-/// One call of each operation that a write asks for a number.
+/// One call of each operation that returns a number to a write.
 std::vector<HostCall> NumberOperations(const Request& request) {
     std::vector<HostCall> operations;
     std::set<std::string> known;
@@ -161,7 +162,7 @@ SessionResult ResultOf(const HostCall& operation, std::uint64_t number) {
                                                      : SessionResult::Ok;
 }
 
-/// Whether what it does stays within what a host waits for, in time and in memory.
+/// Checks that `work` stays within the time and the memory that a host would tolerate.
 std::vector<std::string> Bounded(const Options& options,
                                  const std::function<std::vector<std::string>()>& work) {
     constexpr double kSeconds = 2;
@@ -181,7 +182,7 @@ std::vector<std::string> Bounded(const Options& options,
     return problems;
 }
 
-/// Lists whose items are there however many they are, and so are written.
+/// Lists for which every item exists, so that all of them are written.
 bool HasAllItems(const HostCall& operation) {
     constexpr std::string_view kLengths[] = {
         "IQueryAudioClip.GetTakeCount",     "IQueryAutomationLane.GetKeyframeCount",
@@ -191,7 +192,7 @@ bool HasAllItems(const HostCall& operation) {
     return std::ranges::find(kLengths, operation.Name()) != std::end(kLengths);
 }
 
-/// An id that means none is a track's that no host knows again.
+/// The "no id" value denotes a track that the host does not know.
 bool IsNoTrack(const HostCall& operation, std::uint64_t number) {
     return operation.Name() == "IQueryAudioTrackPrivate.GetId" && number == 0xFFFFFFFF;
 }
@@ -220,7 +221,7 @@ void AddNumberCases(const Options& options, const Request& request, std::vector<
     }
 }
 
-/// A document that tells of a number, and what saving it again gives.
+/// A document that contains a number, and the expected result of saving it again.
 struct StoredNumber {
     const char* name;
     std::string document;

@@ -12,7 +12,7 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/Contract.h"
 
-// Many lives of the plug-in: in one process one after the other, and in several at a time.
+// Many lifetimes of the plug-in: one after the other in one process, and several at once.
 
 namespace test {
 namespace {
@@ -24,7 +24,7 @@ std::u16string Golden(const Options& options, const char* name) {
 }
 
 struct Holding {
-    std::size_t bytes = 0;  ///< allocated; the sanitizers, which count leaks themselves, tell none
+    std::size_t bytes = 0;  ///< allocated; 0 under the sanitizers, which find leaks themselves
     long residentKibibytes = 0;
     std::ptrdiff_t files = 0;
     std::size_t liveNodes = 0;
@@ -34,18 +34,18 @@ struct Holding {
     }
 };
 
-// The address sanitizer keeps what is freed, and something of every library that is loaded; it
-// looks for what is lost by itself, when the process ends.
+// The address sanitizer keeps freed blocks and data about every loaded library. It checks for leaks
+// itself when the process ends.
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool kJudgesGrowth = false;
 #else
 constexpr bool kJudgesGrowth = true;
 #endif
 
-/// Goes through it often enough that nothing is new any more, and then that often again.
+/// Warms up until nothing is new, then checks that further cycles leave nothing behind.
 std::vector<std::string> Repeat(std::size_t cycles, const std::function<bool()>& cycle) {
     constexpr std::size_t kWarmUp = 20;
-    constexpr std::size_t kSlackBytes = 64 * 1024;  // what the allocator keeps at hand
+    constexpr std::size_t kSlackBytes = 64 * 1024;  // reserve of the allocator
     constexpr long kSlackKibibytes = 4096;
     std::vector<std::string> problems;
     std::size_t failures = 0;
@@ -102,7 +102,7 @@ unsigned LongestSeconds(std::size_t cycles, const Options& options) {
     return static_cast<unsigned>(60 + options.factor * cycles / kCyclesOfASecond);
 }
 
-/// As many processes as that, at once. How many failed.
+/// Runs that many processes at once and returns how many failed.
 std::size_t AtOnce(std::size_t processes, const std::function<bool(std::size_t number)>& work) {
     std::size_t failures = 0;
     for (std::size_t number = 0; number < processes; ++number) {
@@ -123,7 +123,7 @@ std::size_t AtOnce(std::size_t processes, const std::function<bool(std::size_t n
 
 Tally RunCycles(const Options& options) {
     const std::u16string path = Golden(options, "everything.orvo");
-    // Kept loaded, so that each life is one of the same library.
+    // Kept loaded, so that all lifetimes use the same copy of the library.
     const auto lives = [&] {
         const refhost::PluginLibrary library(refhost::DefaultPluginPath());
         const refhost::model::Session expected = ReadOnce(path);
@@ -176,7 +176,8 @@ Tally RunProcesses(const Options& options) {
         return failures == 0 ? std::vector<std::string>()
                              : std::vector<std::string>{"a reader got another session"};
     };
-    // One file, which half of them write and the others read: each sees a whole session.
+    // Half of the processes write one file while the others read it. Every reader must see a whole
+    // session.
     const auto both = [&]() -> std::vector<std::string> {
         const TemporaryFolder folder;
         const std::u16string target = kelcore::PathFromBytes((folder / "a.orvo").string());

@@ -5,7 +5,7 @@
 
 #include "tests/trust/ContractRequests.h"
 
-// A host that lets a single call of a request down: it returns null or throws.
+// A host that fails in a single call of a request: it returns null or throws.
 
 namespace test {
 namespace {
@@ -18,7 +18,7 @@ std::string CaseName(const Request& request, const HostCall& call, const std::st
            what;
 }
 
-/// What a request asks for right after a call; empty after its last one.
+/// The operation after a given call of a request; empty after the last one.
 std::string NameAfter(const Request& request, const HostCall& call) {
     const auto& calls = request.Calls();
     const auto place = std::ranges::find(calls, call.number, &HostCall::number);
@@ -26,9 +26,10 @@ std::string NameAfter(const Request& request, const HostCall& call) {
     return next == calls.end() ? std::string() : next->Name();
 }
 
-/// A track that the host does not know fails a read, and a session without a metronome closes its
-/// element too early and is not saved; anything else that is not there is left out. A read asks for
-/// the metronome twice, and only the one who then wants its track fails.
+/// The expected result of a null. A track that the host does not know fails a read. A session
+/// without a metronome closes its element too early and is not saved. Anything else that is missing
+/// is left out. A read asks for the metronome twice, but only the second caller, which needs its
+/// track, fails.
 SessionResult ResultOfNull(const Request& request, const HostCall& call) {
     constexpr std::string_view kTrackOfMetronome = "IEditMetronomeInfo.GetTrack";
     constexpr std::string_view kFailing[] = {"IEditSession.GetAudioTrack", kTrackOfMetronome,

@@ -41,7 +41,7 @@ HostCall Describe(const refhost::CallRecord& call) {
     return described;
 }
 
-/// A folder whose one file stood there before.
+/// A folder with one existing file.
 struct Target {
     TemporaryFolder folder;
     std::filesystem::path file = folder.Write("a.orvo", kOldContent);

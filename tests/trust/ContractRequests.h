@@ -16,7 +16,7 @@
 
 namespace test {
 
-/// An operation of the host that a request called, by its number among the calls of the request.
+/// A call of a host operation during a request, numbered from the start of the request.
 struct HostCall {
     std::uint64_t number = 0;
     std::string interfaceName;
@@ -28,29 +28,30 @@ struct HostCall {
     std::string Name() const { return interfaceName + "." + operation; }
 };
 
-/// A read or a write that a host disturbs.
+/// A read or a write that the host disturbs.
 class Request {
 public:
     enum class Kind { Read, Write };
 
-    /// Works on that file; what is written goes elsewhere.
+    /// Uses this file; a write goes to a different one.
     Request(refhost::Plugin& plugin, Kind kind, std::filesystem::path file);
 
     /// "read everything.orvo".
     const std::string& Name() const { return name_; }
     bool IsWrite() const { return kind_ == Kind::Write; }
-    /// What it gives when nothing disturbs it, and when it cannot be done.
+    /// The result of an undisturbed run, and the result of a failure.
     tses::SessionResult Undisturbed() const { return undisturbed_; }
     tses::SessionResult Failure() const;
-    /// What it calls when nothing disturbs it.
+    /// The calls of an undisturbed run.
     const std::vector<HostCall>& Calls() const { return calls_; }
 
-    /// Runs it and returns what is wrong with what it left: the result, the file (whole, old or
-    /// new), what of the host is held, and whether the same request then works undisturbed.
+    /// Runs the request and returns the problems that it left: a wrong result, a damaged file (it
+    /// must be whole, old or new), leaked host objects, or failure of the same request without
+    /// disturbance.
     std::vector<std::string> Disturb(const refhost::Interceptor& interceptor,
                                      tses::SessionResult expected) const;
 
-    /// Is told of what a disturbed write saved, read again.
+    /// Inspects the session in the file that a disturbed write saved.
     using Inspector =
         std::function<std::vector<std::string>(const refhost::model::Session& session)>;
     std::vector<std::string> Disturb(const refhost::Interceptor& interceptor,
@@ -69,18 +70,17 @@ private:
     Kind kind_;
     std::filesystem::path file_;
     std::string name_;
-    refhost::model::Session expected_;  // what the undisturbed read leaves
-    std::string written_;               // what the undisturbed write saves
+    refhost::model::Session expected_;  // the result of an undisturbed read
+    std::string written_;               // the file of an undisturbed write
     tses::SessionResult undisturbed_ = tses::SessionResult::Ok;
     std::vector<HostCall> calls_;
 };
 
-/// Reads and writes of the golden sessions, and the reads of one that is malformed and of one that
-/// is missing.
+/// Reads and writes of the golden sessions, and reads of a malformed and of a missing session.
 std::vector<Request> Requests(refhost::Plugin& plugin, const Options& options,
                               const TemporaryFolder& folder);
 
-/// A decision for one call of a request, and none for the others.
+/// Applies a decision to one call of a request and leaves the others alone.
 refhost::Interceptor AtCall(std::uint64_t number, refhost::CallDecision decision);
 
 }  // namespace test

@@ -13,7 +13,7 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/Contract.h"
 
-// The selectors in every order, with every kind of argument, against a model of what they do.
+// Compares the selectors, in every order and with every kind of argument, with a model of them.
 
 namespace test {
 namespace {
@@ -36,7 +36,7 @@ std::string NameOf(const std::vector<Call>& calls) {
     return name;
 }
 
-/// What the selectors are told to do, in the fewest words.
+/// A minimal model of the selectors.
 class Model {
 public:
     int Result(const Call& call) {
@@ -148,7 +148,7 @@ std::vector<std::string> Play(const refhost::PluginLibrary& library,
     return problems;
 }
 
-/// All sequences of that length over the selectors that there are.
+/// All sequences of the given length over the valid selectors.
 std::vector<std::vector<Call>> Sequences(std::size_t length) {
     std::vector<std::vector<Call>> sequences = {{}};
     for (std::size_t i = 0; i < length; ++i) {
@@ -164,7 +164,7 @@ std::vector<std::vector<Call>> Sequences(std::size_t length) {
     return sequences;
 }
 
-/// A single call of any number, before, while and after the plug-in is ready, and what comes next.
+/// A single call with any number before, during and after the life of the plug-in, and a follow-up.
 std::vector<std::vector<Call>> SingleCalls() {
     const std::vector<std::vector<Call>> phases = {{}, {{0}, {3}}, {{0}, {3}, {2}}};
     std::vector<std::vector<Call>> sequences;
@@ -183,7 +183,7 @@ std::vector<std::vector<Call>> SingleCalls() {
 }  // namespace
 
 Tally RunSelectors(const Options& options) {
-    // Loaded here, and used in the children alone.
+    // Loaded here but used only in the children.
     const refhost::PluginLibrary library(refhost::DefaultPluginPath());
     std::vector<std::vector<Call>> sequences = SingleCalls();
     for (std::size_t length = 1; length <= 4; ++length) {

@@ -8,8 +8,8 @@
 #include "reference_host/SessionNode.h"
 #include "tests/trust/ContractRequests.h"
 
-// A host whose texts are not what texts should be, one operation at a time, and one whose file has
-// such a name.
+// A host with abnormal texts, in one operation at a time, and a host whose file has an abnormal
+// name.
 
 namespace test {
 namespace {
@@ -19,7 +19,7 @@ using refhost::CallRecord;
 using refhost::Ref;
 using tses::SessionResult;
 
-/// Says of a text what a test wants it to say.
+/// A text that reports whatever a test wants.
 class OddString final : public refhost::CountedObject<tses::IHostString> {
 public:
     OddString(const kelcore::char16* data, kelcore::uint32 length) : data_(data), length_(length) {}
@@ -35,12 +35,12 @@ private:
 
 struct OddText {
     const char* name;
-    std::u16string content;  ///< what there is
+    std::u16string content;  ///< what GetData points to
     bool hasData = true;
-    kelcore::uint32 length = 0;  ///< what is said
+    kelcore::uint32 length = 0;  ///< what GetLength returns
     SessionResult result = SessionResult::Ok;
     bool isLong = false;
-    std::u16string stored{};  ///< what comes back
+    std::u16string stored{};  ///< what a file keeps of it
 };
 
 OddText Whole(const char* name, std::u16string content, std::u16string stored) {
@@ -89,7 +89,7 @@ Ref<OddString> Make(const OddText& text) {
         new OddString(text.hasData ? text.content.data() : nullptr, text.length));
 }
 
-/// Answers one operation with the text, always or, if it is long, once.
+/// Answers one operation with the text: always, or only once if the text is long.
 class TextFault {
 public:
     TextFault(std::string operation, OddString& string, bool once)
@@ -146,8 +146,8 @@ private:
     OddString& path_;
 };
 
-/// No file has such a name, or none can be made, so nothing is read or written; the next request
-/// works.
+/// No file can have such a name or be created under it, so nothing is read or written. The next
+/// request must work.
 std::vector<std::string> NameFile(refhost::Plugin& plugin, const Options& options,
                                   const OddText& text) {
     std::vector<std::string> problems;

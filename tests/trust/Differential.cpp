@@ -16,10 +16,10 @@
 #include "reference_host/recorder/Recorder.h"
 #include "tests/plugin/xml/OtherParsers.h"
 
-// Differential FILE: reads many documents in one process, each through FILE. A document on standard
-// input is the count of its bytes, as four bytes with the lowest first, and those bytes. For each
-// there is a line of JSON on standard output that says what came of it, also with other parsers,
-// and then a line for each of the "calls" that the host got.
+// Differential FILE: reads many documents in one process, each through FILE. Each document on
+// standard input is preceded by its size in bytes, as four bytes, lowest first. For each document,
+// prints a line of JSON with the results of the plug-in and of other parsers, then a line for each
+// of the "calls" to the host.
 
 namespace {
 
@@ -60,8 +60,9 @@ Reading ReadRecorded(refhost::Plugin& plugin, const std::u16string& path) {
     return reading;
 }
 
-/// Reports the reading. False if another plug-in must go on: one that has failed may go on
-/// skipping, and what others do not take for well-formed may have ended anywhere.
+/// Reports the result. Returns false if a new plug-in is needed: one that has failed may still be
+/// skipping elements, and a document that the others do not consider well-formed may have ended
+/// anywhere.
 bool Report(const std::string& document, const Reading& reading) {
     std::vector<std::string> messages;
     for (const std::u16string& message : reading.read.messages) {

@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cstdint>
 
-// The system's own allocation, behind the functions that are taken over here.
+// The system's own allocation functions, which this file replaces.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -30,12 +30,12 @@ struct Place {
 struct State {
     bool counting = false;
     bool remembering = false;
-    bool busy = false;  // with itself
+    bool busy = false;  // with its own work
     Failure failure = Failure::None;
     std::size_t at = 0;
     std::size_t allocations = 0;
     std::ptrdiff_t inUse = 0;
-    std::array<Place, 1 << 16> places{};  // by the block's address, in open addressing
+    std::array<Place, 1 << 16> places{};  // an open-addressing hash table by address
 };
 
 State state;

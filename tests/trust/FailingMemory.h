@@ -6,30 +6,30 @@
 
 namespace test {
 
-/// Memory that runs out on command. A program that links this gets all of its memory through it,
-/// its libraries' included. For one thread.
+/// Memory that runs out on command. A program that links this allocates all of its memory through
+/// it, including memory of its libraries. Single-threaded.
 namespace memory {
 
 enum class Failure {
     None,
-    Once,    ///< one allocation fails
-    Onwards  ///< that one and all that follow
+    Once,    ///< fails one allocation
+    Onwards  ///< fails that one and all later ones
 };
 
-/// From now on allocations are counted, and the one with the number `at`, counted from 0, fails.
+/// Starts to count allocations and fails the one with number `at`, counting from 0.
 void Begin(Failure failure, std::size_t at);
 
-/// Ends that, and returns how many allocations there were.
+/// Stops counting and returns the number of allocations.
 std::size_t End();
 
-/// How many blocks are in use now.
+/// The number of blocks in use.
 std::ptrdiff_t BlocksInUse();
 
-/// Remembers where each block is allocated that is allocated while allocations are counted.
+/// Starts to remember where each counted block is allocated.
 void RememberPlaces();
 
-/// Where those were allocated that are still in use, a place a block: the names of the calling
-/// functions and their libraries, innermost first. Ends the remembering.
+/// Stops remembering and returns the places of the blocks that are still in use: for each block,
+/// the calling functions and their libraries, innermost first.
 std::vector<std::vector<std::string>> PlacesOfBlocksInUse();
 
 }  // namespace memory

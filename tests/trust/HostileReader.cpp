@@ -17,13 +17,13 @@
 #include "tests/trust/Confinement.h"
 #include "tests/trust/OpenedFiles.h"
 
-// HostileReader FILE [COPY]: reads one file as a host would, saves what it read if it is told
-// where, and says, as JSON, what came of it, what was opened for it, and what it cost. To make a
-// socket or start a program ends it; HostileReader --socket and --program do so.
+// HostileReader FILE [COPY]: reads a file as a host would and saves the result to COPY if given.
+// Prints as JSON what happened, what was opened, and what it cost. Creating a socket or starting a
+// program ends it; --socket and --program do so on purpose.
 
 namespace {
 
-/// The most memory that this program has had at once. (What getrusage tells may be its parent's.)
+/// The peak memory use of this program. (getrusage may report that of the parent.)
 long PeakKibibytes() {
     std::ifstream status("/proc/self/status");
     const std::string field = "VmHWM:";
@@ -35,7 +35,7 @@ long PeakKibibytes() {
     return -1;
 }
 
-/// What is opened while `work` runs.
+/// The files and sockets that `work` opens.
 template <class Work>
 std::vector<std::string> OpenedBy(Work work) {
     const std::size_t before = test::Opened().size();
@@ -49,7 +49,7 @@ std::vector<std::string> OpenedBy(Work work) {
 nlohmann::json ReadAndReport(refhost::Plugin& plugin, const std::u16string& path,
                              refhost::ReadResult& read) {
     const long peakBefore = PeakKibibytes();
-    const std::clock_t begin = std::clock();  // of this process: others may keep it waiting
+    const std::clock_t begin = std::clock();  // processor time: other programs may delay this one
     const auto opened = OpenedBy([&] { read = refhost::ReadSession(plugin, path); });
     const double seconds = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
 
@@ -72,7 +72,7 @@ nlohmann::json SaveAndReport(refhost::Plugin& plugin, const std::u16string& path
     return {{"result", static_cast<int>(written.result)}, {"opened", opened}};
 }
 
-/// What the filter is to end.
+/// Tries something that the filter must stop.
 int TryForbidden(std::string_view what) {
     if (what == "--socket") {
         return ::socket(AF_INET, SOCK_STREAM, 0);

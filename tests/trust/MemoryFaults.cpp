@@ -20,29 +20,28 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/FailingMemory.h"
 
-// MemoryFaults SESSION [STRIDE]: reads the session and writes it again, once for every
-// STRIDE-th allocation of it, with that allocation failing, and once with all from there on
-// failing. Each time the request either succeeds in full or fails with its code and leaves the file
-// as it was; nothing of the host is held, no file left open, no memory of the plug-in's own is
-// lost, and the next request succeeds. What the XML library loses is listed by where it was
-// allocated. Before that, the first request of a fresh process must not end it, wherever in it
-// memory runs out.
+// MemoryFaults SESSION [STRIDE]: reads and writes a session many times, failing every STRIDE-th
+// allocation in turn: that one alone, and all from that one on. Each time the request must either
+// succeed completely, or fail with its code and leave the file unchanged. The host must hold
+// nothing, no file may stay open, the plug-in must not leak, and the next request must succeed.
+// Leaks of the XML library are listed by place. Before that, the first request of a fresh process
+// must survive running out of memory anywhere.
 
 namespace {
 
 using tses::SessionResult;
 
-/// The point that is tried, for when it ends the process.
+/// The current experiment, to report if it ends the process.
 char currentPoint[200] = "";
 
-/// One request and how to judge what it left.
+/// A request, and how to judge its outcome.
 struct Request {
     const char* name;
     std::function<SessionResult()> run;
     SessionResult failure;
-    /// Whether what stands after it is what a request with this result leaves.
+    /// Whether the outcome is right for this result.
     std::function<bool(SessionResult)> isAsItShould;
-    /// Lets go of what it left in memory.
+    /// Frees what the request left in memory.
     std::function<void()> forget;
 };
 
@@ -72,8 +71,9 @@ bool Contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-/// The functions of the XML library through which the plug-in asked for a block, innermost first,
-/// but for those that every block passes; nothing if the plug-in or the host asked for it itself.
+/// The functions of the XML library that requested a block for the plug-in, innermost first,
+/// without those that every block passes through; nothing if the plug-in or the host itself
+/// requested it.
 std::optional<std::string> LibraryPlace(const std::vector<std::string>& callers) {
     std::string place;
     for (const std::string& caller : callers) {
@@ -88,7 +88,7 @@ std::optional<std::string> LibraryPlace(const std::vector<std::string>& callers)
     return place.empty() ? std::nullopt : std::optional(place);
 }
 
-/// The block's callers among all libraries, for a message.
+/// All callers that led to the block, for a message.
 std::string Joined(const std::vector<std::string>& callers) {
     std::string text;
     for (const std::string& caller : callers) {
@@ -125,7 +125,7 @@ private:
         try {
             result = request_.run();
         } catch (const std::bad_alloc&) {
-            // The host had none to name the file; the plug-in was not asked.
+            // The host had no memory to name the file and did not call the plug-in.
         }
         test::memory::End();
         return result;
@@ -191,8 +191,8 @@ private:
     std::ptrdiff_t openFiles_ = 0;
 };
 
-/// The first request of a process, with no memory from ever later on, until there is enough: what
-/// is made when it is first needed cannot be made then.
+/// Runs the first request of a process out of memory, later each time, until there is enough.
+/// One-time objects cannot be created then.
 void TryFirstRequests(const char* name,
                       const std::function<SessionResult(refhost::Plugin&)>& request,
                       std::size_t stride, Tally& tally) {
@@ -209,7 +209,7 @@ void TryFirstRequests(const char* name,
             try {
                 request(plugin);
             } catch (const std::bad_alloc&) {
-                // The host had none; the plug-in was not asked.
+                // The host had no memory and did not call the plug-in.
             }
             const bool wasEnough = test::memory::End() <= at;
             ::_exit(wasEnough ? 0 : 1);
@@ -277,8 +277,8 @@ int main(int argc, char** argv) {
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
     const refhost::model::Session expected = refhost::ReadSession(plugin, source).session;
-    // A host that takes the lines: standard error's have the time, for which the C library keeps
-    // the time zone to the end.
+    // Consumes the trace: lines on standard error contain the time, for which the C library keeps
+    // the time zone until the end.
     kelcore::trace::SetOutput([](std::string_view /*category*/, std::string_view /*text*/) {});
     Experiment(
         {"read", [&] { return Read(plugin, source, read); }, SessionResult::ReadFailed,

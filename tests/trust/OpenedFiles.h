@@ -5,11 +5,11 @@
 
 namespace test {
 
-/// What this process, its libraries included, opens or connects to while it is recorded. A program
-/// that links this is asked in place of the system's library.
+/// Records what this process and its libraries open or connect to. A program that links this
+/// intercepts the system library's functions.
 void RecordOpened(bool on);
 
-/// The paths, and "socket" for each socket, in order.
+/// The paths in order, with "socket" for each socket.
 std::vector<std::string> Opened();
 
 }  // namespace test

@@ -13,43 +13,43 @@
 
 #include "reference_host/Sessions.h"
 
-/// What the programs share that save sessions under adversity.
+/// Shared by the programs that save under adverse conditions.
 namespace test {
 
-/// A session, and what a save of it leads to.
+/// A session, and the result of saving it.
 struct Saved {
     refhost::model::Session session;
     std::string bytes;                 ///< of the file
-    refhost::model::Session readBack;  ///< what a host gets that reads the file
+    refhost::model::Session readBack;  ///< what a host gets when it reads the file
 };
 
-/// Saves a session in peace and removes the file, to learn what it is in this folder: it tells
-/// where the media are from there. Throws if that fails.
+/// Saves a session undisturbed and removes the file, to learn its bytes in this folder: they
+/// contain relative media paths. Throws if that fails.
 Saved SaveInPeace(refhost::Plugin& plugin, const refhost::model::Session& session,
                   const std::string& folder);
 
-/// The session of a file; throws if it cannot be read.
+/// Reads the session in a file; throws if that fails.
 refhost::model::Session SessionOf(refhost::Plugin& plugin, const std::string& path);
 
-/// The session with `count` media files more.
+/// Adds `count` media files to the session.
 refhost::model::Session WithMoreFiles(refhost::model::Session session, std::size_t count);
 
-/// The bytes of a file, or nothing if there is none.
+/// The bytes of a file, or nothing if it does not exist.
 std::optional<std::string> ContentOf(const std::string& path);
 
-/// Whether the name is one that a save gives to the file it writes before it renames it.
+/// Whether the name is one of a save's temporary files.
 bool IsTemporaryName(std::string_view name);
 
-/// How many files of that kind lie in the folder.
+/// The number of temporary files in the folder.
 std::size_t CountStrays(const std::string& folder);
 
-/// Runs `work` in a process of its own. @returns its id
+/// Runs `work` in a child process and returns its id.
 pid_t Begin(const std::function<void()>& work);
 
-/// Waits until it has ended. @returns the status as waitpid tells it
+/// Waits for the process to end and returns its status, as from waitpid.
 int End(pid_t process);
 
-/// A plain value that a process shares with those it begins.
+/// A trivially copyable value in memory shared with child processes.
 template <class Value>
 class Shared {
 public:

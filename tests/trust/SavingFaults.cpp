@@ -16,9 +16,9 @@
 #include "tests/trust/SavingScenarios.h"
 #include "tests/trust/SystemFaults.h"
 
-// SavingFaults SESSION: saves a session over another while one call of the system goes wrong: each
-// call, in every way, in every scenario, in a process of its own. Afterwards the file must be the
-// old one or the new one, as the result says, and the next save must leave nothing but the file.
+// SavingFaults SESSION: saves a session over another while one system call goes wrong: each call,
+// in each way, in each scenario, in its own process. Afterwards the file must be the old one or the
+// new one, as the result says, and the next save must remove everything else.
 
 namespace {
 
@@ -26,9 +26,9 @@ using test::Extent;
 using test::Fault;
 using test::Wrong;
 
-constexpr std::size_t kFewestCases = 300;  // in a scenario
+constexpr std::size_t kFewestCases = 300;  // per scenario
 
-/// What the process that saves tells the one that looks.
+/// What the saving process reports to the judging one.
 struct Report {
     bool ended;
     bool succeeded;
@@ -71,7 +71,7 @@ std::vector<std::string> SaveAndReport(refhost::Plugin& plugin, const std::strin
     return calls;
 }
 
-/// The ways in which a call can go wrong.
+/// The ways in which a call can fail.
 std::vector<Fault> FaultsOf(const std::string& call, std::size_t at) {
     std::vector<Fault> faults;
     std::vector<int> errors{EIO, ENOSPC, EDQUOT, ENOMEM};
@@ -108,7 +108,7 @@ std::string Describe(const Fault& fault) {
            kExtents[static_cast<int>(fault.extent)];
 }
 
-/// All cases of one scenario.
+/// Runs all cases of one scenario.
 class Trial {
 public:
     Trial(refhost::Plugin& plugin, const Sides& sides, const test::Scenario& scenario,
@@ -141,7 +141,7 @@ private:
         }
     }
 
-    /// The calls of a save that nothing happens to, taken in a process of its own as all saves are.
+    /// The calls of an undisturbed save, in a child process like all saves.
     std::vector<std::string> CallsInPeace() {
         constexpr std::size_t kMostCalls = 200;
         constexpr std::size_t kLongestName = 16;
@@ -168,7 +168,7 @@ private:
         return {names->text, names->text + names->count};
     }
 
-    /// First the bytes are on the disk, then they get the name, then that is on the disk.
+    /// The bytes must reach the disk before the rename, and the rename before the save ends.
     void CheckOrder(const std::vector<std::string>& calls) {
         std::vector<std::string> order;
         for (const std::string& call : calls) {
@@ -231,8 +231,8 @@ private:
         }
     }
 
-    /// Only where removing itself fails may a save leave its own file. What another left is removed
-    /// as well as can be, and by the next save at the latest.
+    /// A save may leave its own file only if removing it fails. It should also remove leftovers of
+    /// others, at the latest on the next save.
     void JudgeStrays(const Fault& fault, const std::string& call) {
         const bool canRemove = call == "unlinkat"
                                    ? fault.extent == Extent::Once && fault.error == EINTR
@@ -279,7 +279,7 @@ int Run(const std::string& example) {
     const auto session = test::SessionOf(plugin, example);
     const test::TemporaryFolder folder;
     std::filesystem::permissions(folder.Path(), std::filesystem::perms::all);
-    const std::string peaceful = folder / "peace";  // as deep as where the scenarios are
+    const std::string peaceful = folder / "peace";  // as deep as the folders of the scenarios
     std::filesystem::create_directory(peaceful);
     const Sides sides{test::SaveInPeace(plugin, session, peaceful),
                       test::SaveInPeace(plugin, test::WithMoreFiles(session, 5), peaceful)};

@@ -20,7 +20,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// As the system keeps it: owner rw, user 1234 r, group none, mask r, others none.
+/// In the kernel's format: owner rw, user 1234 r, group none, mask r, others none.
 constexpr std::string_view kListForAnotherUser =
     "\2\0\0\0"
     "\1\0\6\0\xFF\xFF\xFF\xFF"
@@ -46,7 +46,7 @@ protected:
         file.Create();
     }
 
-    /// Where among the calls of `work` the first one of that name is.
+    /// The position of the first call with that name among the calls of `work`.
     template <class Work>
     static std::size_t PlaceOf(const std::string& name, Work work) {
         BeginFaults({});
@@ -63,7 +63,7 @@ protected:
         return EndFaults();
     }
 
-    /// Where the last call of `name` is in front of the first one of `next`.
+    /// The position of the last `name` before the first `next`.
     static std::size_t PlaceBefore(const std::string& next, const std::string& name,
                                    const std::vector<std::string>& calls) {
         const auto end = std::find(calls.begin(), calls.end(), next);
@@ -172,7 +172,8 @@ TEST_F(SavingFaultsTest, AnAttributeThatGrowsWhileItIsReadIsReadAgain) {
     EXPECT_EQ(Attribute("user.orvo.test"), "value");
 }
 
-// The mode's digit of the group is then the list's mask, which grants more than the group had.
+// With an access list, the group digit of the mode is the mask, which grants more than the group
+// had.
 TEST_F(SavingFaultsTest, WithoutItsAccessListAFileGrantsTheGroupWhatItGrantsEverybody) {
     if (!SetAttribute("system.posix_acl_access", kListForAnotherUser)) {
         GTEST_SKIP() << "no access lists here";

@@ -14,14 +14,14 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/Saving.h"
 
-// SavingFull SESSION ROUNDS: saves to a small file system of its own until there is no room, and
-// with every number of blocks left from none to plenty, ROUNDS times with sessions of other sizes.
-// What fails must leave the file that was there.
+// SavingFull SESSION ROUNDS: saves to a small private file system until it is full, then with every
+// number of free blocks from none to plenty, ROUNDS times with sessions of different sizes. A
+// failed save must leave the old file.
 
 namespace {
 
 constexpr int kSkipped = 77;
-constexpr const char* kSize = "size=400k,nr_inodes=4";  // the root, the session, the filler, one
+constexpr const char* kSize = "size=400k,nr_inodes=4";  // root, session, filler, one spare
 
 struct Counts {
     long saves = 0;
@@ -51,7 +51,7 @@ public:
     std::string operator/(const char* name) const { return folder_ + "/" + name; }
     const std::string& Folder() const { return folder_; }
 
-    /// Blocks that nothing takes up.
+    /// The number of free blocks.
     std::size_t FreeBlocks() const { return Status().f_bfree; }
     std::size_t BlockSize() const { return Status().f_bsize; }
 
@@ -86,7 +86,7 @@ public:
         return succeeded;
     }
 
-    /// Takes up room, so that `blocks` remain.
+    /// Fills the file system until `blocks` are free.
     void LeaveFree(std::size_t blocks) {
         const std::string filler = small_ / "filler";
         std::filesystem::remove(filler);
@@ -115,7 +115,7 @@ private:
     Counts counts_;
 };
 
-/// Saves a session that grows until it does not fit any more beside itself.
+/// Saves a growing session until the new one no longer fits next to the old one.
 void GrowUntilFull(Trial& trial, refhost::Plugin& plugin, const refhost::model::Session& session,
                    const std::string& peaceful) {
     constexpr std::size_t kStep = 100;
@@ -131,12 +131,12 @@ void GrowUntilFull(Trial& trial, refhost::Plugin& plugin, const refhost::model::
         "what did not fit before fits now");
 }
 
-/// Saves with no block left, with one, and so on until a save succeeds.
+/// Saves with no free block, with one, and so on, until a save succeeds.
 void SaveWithEveryRoom(Trial& trial, const test::Saved& old, const test::Saved& next,
                        std::size_t blockSize) {
     trial.LeaveAllFree();
     trial.Expect(trial.Save(old), "there is room and a save fails");
-    const std::size_t enough = next.bytes.size() / blockSize + 2;  // rounded up, and one to spare
+    const std::size_t enough = next.bytes.size() / blockSize + 2;  // rounded up, plus one
     std::size_t blocks = 0;
     do {
         trial.LeaveFree(blocks);

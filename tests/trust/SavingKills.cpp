@@ -13,8 +13,8 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/Saving.h"
 
-// SavingKills SESSION COUNT SEED: kills a program, COUNT times, that saves one session and another
-// in turn to the same file. Whenever it dies, the file must be the one or the other whole.
+// SavingKills SESSION COUNT SEED: COUNT times, kills a program that saves two sessions in turn to
+// the same file. Whenever it dies, the file must contain one of them completely.
 
 namespace {
 
@@ -64,7 +64,7 @@ Counts KillAgainAndAgain(refhost::Plugin& plugin, const Sides& sides, const std:
         const long before = progress.saves;
         const pid_t saver = test::Begin([&] { SaveInTurn(plugin, sides, path16, progress); });
         while (i == 0 && progress.saves == before && !progress.failed) {
-            usleep(100);  // until there is a file at all
+            usleep(100);  // until the file exists
         }
         usleep(lifeTime(random));
         kill(saver, SIGKILL);

@@ -10,8 +10,8 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/Saving.h"
 
-// SavingReaders SESSION COUNT: reads a file again and again that another program saves meanwhile,
-// COUNT times, one session and another in turn. Every read must give the one or the other whole.
+// SavingReaders SESSION COUNT: reads a file repeatedly while another program saves two sessions in
+// turn to it, COUNT times. Every read must return one of them completely.
 
 namespace {
 
@@ -60,7 +60,7 @@ void Count(const refhost::ReadResult& read, const Sides& sides, Counts& counts) 
     }
 }
 
-/// Reads until the saver has ended.
+/// Reads until the saving process has ended.
 Counts ReadMeanwhile(refhost::Plugin& plugin, const Sides& sides, const std::u16string& path,
                      pid_t saver, Progress& progress) {
     Counts counts;

@@ -25,7 +25,7 @@ constexpr const char* kName = "song.orvo";
 constexpr const char* kOther = "other.orvo";
 constexpr const char* kOtherContent = "another session";
 
-/// Owner rw, user 1234 r, group none, mask r, others none, as the system keeps it.
+/// In the kernel's format: owner rw, user 1234 r, group none, mask r, others none.
 constexpr std::array<unsigned char, 44> kSomeAccessList{2,  0, 0, 0,                       //
                                                         1,  0, 6, 0, 255,  255, 255, 255,  //
                                                         2,  0, 4, 0, 0xD2, 4,   0,   0,    //
@@ -39,7 +39,7 @@ void Check(int result, const char* what) {
     }
 }
 
-/// Not every file system has attributes. Without them there is less that can go wrong.
+/// Ignores file systems without attributes: there, less can go wrong.
 void SetAttribute(const std::string& path, const char* name, const std::string& value) {
     const int result = setxattr(path.c_str(), name, value.data(), value.size(), 0);
     Check(result != 0 && errno == ENOTSUP ? 0 : result, name);

@@ -6,24 +6,24 @@
 #include <string>
 #include <vector>
 
-/// Files that are about to be replaced by a save.
+/// Situations in which a save replaces a file.
 namespace test {
 
-/// A place to save to, and what is there before.
+/// The target of a save and its surroundings.
 struct Scenario {
     const char* name;
-    bool hasOld = true;        ///< a file stands there
-    bool isLinked = false;     ///< behind a link
-    bool hasStray = false;     ///< a program that was killed left its temporary file beside it
-    bool isReadable = true;    ///< the folder may be read by who saves
-    bool isPrivileged = true;  ///< the saver has the rights of this process, or none at all
+    bool hasOld = true;        ///< the file exists
+    bool isLinked = false;     ///< the path is a link to it
+    bool hasStray = false;     ///< a killed program left its temporary file
+    bool isReadable = true;    ///< the saver may read the folder
+    bool isPrivileged = true;  ///< the saver has the rights of this process, otherwise none
 };
 
-/// Those that differ in the calls that a save makes. Some need a privileged user, and are left out
-/// for others.
+/// Scenarios that differ in the system calls of a save. Omits those that need privileges that this
+/// process does not have.
 std::vector<Scenario> Scenarios();
 
-/// What of a file a save takes over beside the name.
+/// The properties of a file that a save preserves.
 struct Properties {
     mode_t mode = 0;
     uid_t owner = 0;
@@ -34,27 +34,27 @@ struct Properties {
     friend bool operator==(const Properties&, const Properties&) = default;
 };
 
-/// A scenario as it stands in a folder.
+/// A scenario set up in a folder.
 class Stage {
 public:
     Stage(std::string folder, const Scenario& scenario);
 
-    /// Makes all as it is before a save, with `old` as content.
+    /// Restores the state before a save, with `old` as the content.
     void Prepare(const std::string& old) const;
 
-    /// Where a host saves to.
+    /// The path that a host saves to.
     const std::string& Path() const { return path_; }
 
-    /// Where the bytes stand.
+    /// The path of the file itself.
     const std::string& File() const { return file_; }
 
-    /// How many temporary files there are.
+    /// The number of temporary files.
     std::size_t Strays() const;
 
-    /// The names of all that should be there after a save, and nothing else is.
+    /// Whether the folders contain exactly what they should after a save.
     bool IsTidy() const;
 
-    /// Whether what a save has nothing to do with is as it was.
+    /// Whether everything unrelated to the save is unchanged.
     bool IsSurroundingKept() const;
 
     Properties PropertiesOfFile() const;

@@ -25,7 +25,7 @@ std::vector<std::string>& Calls() {
     return calls;
 }
 
-/// The system's own function behind the one of this file.
+/// The system's function that a function in this file replaces.
 template <class Function>
 Function* System(const char* name) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
@@ -42,7 +42,7 @@ bool IsMeant(std::size_t call, std::string_view name) {
     return fault.extent == Extent::All || (fault.extent == Extent::SameName && name == faultyName);
 }
 
-/// Notes a call and says what is to go wrong with it.
+/// Records a call and decides how it goes wrong.
 Wrong Next(const char* name) {
     if (!isActive) {
         return Wrong::Nothing;
@@ -79,14 +79,14 @@ Result Perform(Wrong wrong, Result failed, Call call) {
     return wrong == Wrong::FailsAfterwards ? Fail(failed) : result;
 }
 
-/// A call of a function whose arguments can just be handed on.
+/// Forwards a call with unchanged arguments, unless it goes wrong.
 template <class Result, class... Arguments>
 Result Pass(const char* name, Result failed, Arguments... arguments) {
     return Perform(Next(name), failed,
                    [=] { return System<Result(Arguments...)>(name)(arguments...); });
 }
 
-/// A call that gives its descriptor up whether it fails or not.
+/// Likewise, for a call that gives up its descriptor even if it fails.
 template <class Argument>
 int PassClosing(const char* name, Argument argument) {
     const Wrong wrong = Next(name);

@@ -4,37 +4,37 @@
 #include <string>
 #include <vector>
 
-/// A program that is linked with this has the calls of the system that concern files under its
-/// control: they are counted, and one of them, or all from one on, can be made to go wrong.
+/// A program that links this controls its own file system calls: they are counted, and one of them,
+/// or all from one on, can be made to go wrong.
 namespace test {
 
 enum class Wrong {
     Nothing,
-    Fails,            ///< without doing anything (but a descriptor is closed, as the system does)
-    FailsAfterwards,  ///< having done what it should, as may happen over a network
-    DoesHalf,         ///< writes a part of what it should
-    DoesNothing,      ///< writes nothing and calls that a success
-    DiesBefore,       ///< the program is killed before it
-    DiesAfter,        ///< the program is killed when it is done
+    Fails,            ///< does nothing (but closes a descriptor, as the system does)
+    FailsAfterwards,  ///< does its work first, as may happen over a network
+    DoesHalf,         ///< writes only a part
+    DoesNothing,      ///< writes nothing and reports success
+    DiesBefore,       ///< kills the program before the call
+    DiesAfter,        ///< kills the program after the call
 };
 
 enum class Extent {
-    Once,      ///< this call alone
-    SameName,  ///< and all later ones of the same function
-    All,       ///< and all later ones of any function
+    Once,      ///< only this call
+    SameName,  ///< this and all later calls of the same function
+    All,       ///< this and all later calls
 };
 
 struct Fault {
     Wrong wrong = Wrong::Nothing;
-    int error = 0;  ///< what a call that fails gives as reason
+    int error = 0;  ///< the error of a failing call
     Extent extent = Extent::Once;
-    std::size_t atCall = 0;  ///< counted from zero, among all calls
+    std::size_t atCall = 0;  ///< counting all calls from zero
 };
 
-/// From here on calls are counted, and go wrong as told.
+/// Starts to count calls and lets them go wrong as specified.
 void BeginFaults(const Fault& next);
 
-/// @returns the names of the calls since, in their order.
+/// Returns the names of the calls since then, in order.
 std::vector<std::string> EndFaults();
 
 }  // namespace test

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""confinement_test.py READER SESSION: a read opens the session and nothing else; a save opens the folder, the file
-that stands there and one temporary file; neither makes a socket or starts a program.
+"""confinement_test.py READER SESSION: a read opens the session and nothing else; a save opens the folder, the
+existing file and one temporary file; neither creates a socket or starts a program.
 """
 
 import json

@@ -1,8 +1,8 @@
-"""Whether a document is well-formed, by expat and libxml2 together, and where they do not say the same
-for a reason that is known.
+"""Decides whether a document is well-formed from the verdicts of expat and libxml2, and knows why they
+may differ.
 
-A class has a narrow rule. Where one of the two goes beyond XML 1.0 with its namespaces, or stays
-behind it, the other decides alone; where no other parser can tell, the document is set aside.
+Each class has a narrow rule. If one of the two is more or less strict than XML 1.0 with namespaces,
+the other decides alone; if neither can tell, the document is set aside.
 """
 
 import re
@@ -21,28 +21,28 @@ NUL = "judged by expat alone: a NUL character, which libxml2 lets pass"
 ORDINAL = "judged by libxml2 alone: a name with U+00AA, U+00B5 or U+00BA, which expat lets pass"
 HALF = "judged by libxml2 alone: half a character in UTF-16, which expat lets pass"
 
-# As expat and libxml2 number what they find.
+# Error numbers of expat and libxml2.
 INVALID_TOKEN, UNKNOWN_ENCODING, INCORRECT_ENCODING = 4, 18, 19
 NO_URI, NO_XML_ID = 99, 539
 
 FIFTH_EDITION = re.compile(
     "[\u00b7\u00c0-\u00d6\u00d8-\u00f6\u00f8-\u037d\u037f-\u1fff\u200c\u200d\u203f\u2040"
     "\u2070-\u218f\u2c00-\u2fef\u3001-\ud7ff\uf900-\ufdcf\ufdf0-\ufffd\U00010000-\U000effff]")
-# What XML 1.1 takes otherwise: as line ends, or as characters that must or may be references.
+# Characters that XML 1.1 treats differently: as line ends, or as characters that may or must be references.
 XML_1_1_CHARACTERS = re.compile("[\u007f-\u009f\u2028]")
 MALFORMED_VERSION = re.compile(r"\ufeff?<\?xml\s+version\s*=\s*([\"'])1\.(?![0-9]+\1)")
 REFERENCES = re.compile("&#(?:x([0-9a-fA-F]+)|([0-9]+));")
 
 
 def encoding_of(content):
-    """As far as the first bytes tell: of a byte order mark, or of a "<" without one."""
+    """Guesses the encoding from the first bytes: a byte order mark, or "<" without one."""
     beginnings = {b"\xff\xfe": "utf-16-le", b"<\0": "utf-16-le",
                   b"\xfe\xff": "utf-16-be", b"\0<": "utf-16-be"}
     return beginnings.get(content[:2], "utf-8")
 
 
 def character_at_fault(content):
-    """Where expat stops: the character, or an empty text."""
+    """The character at which expat stops, or an empty text."""
     parser = xml.parsers.expat.ParserCreate(None, "/")
     try:
         parser.Parse(content, True)
@@ -70,7 +70,7 @@ def has_half_character(content):
 
 
 def has_ordinal(content, declared):
-    """Expat takes these for letters of names in every encoding but UTF-8."""
+    """Expat accepts these as letters of names in every encoding except UTF-8."""
     encoding = encoding_of(content)
     if encoding == "utf-8" and (declared or "").upper() != "ISO-8859-1":
         return False
@@ -78,7 +78,7 @@ def has_ordinal(content, declared):
     return any(character in text for character in "\u00aa\u00b5\u00ba")
 
 
-# What a guard says, and what a document has then for certain.
+# A guard's message, and a test for what the document must then contain.
 GUARDS = {
     "no document type declaration": lambda text: "<!DOCTYPE" in text,
     "the version in the XML declaration": lambda text: MALFORMED_VERSION.match(text),
@@ -91,12 +91,12 @@ GUARDS = {
 }
 
 
-# What a guard says of a document that is ill-formed for everybody, where the parser lets it pass.
+# Messages of guards that refuse documents which are malformed for everybody but which the parser accepts.
 FAULTS = ("half of a character", "the prefix xmlns")
 
 
 def guard_of(reply):
-    """What our own guards said, if they refused the document."""
+    """The message of our own guards, if they refused the document."""
     for text in reply.errors:
         _place, refused, reason = text.partition("] refused: ")
         if refused:
@@ -110,7 +110,7 @@ def is_guarded_rightly(content, reason):
 
 
 def verdict(content, reply, outcome):
-    """Whether the document is well-formed, None where it is set aside; and its class or None."""
+    """Returns whether the document is well-formed (None if it is set aside), and its class or None."""
     expat, libxml2 = set(reply.expat), set(reply.libxml2)
     guard = guard_of(reply)
     if guard is not None and not any(fault in guard for fault in FAULTS):

@@ -1,10 +1,10 @@
-"""What the elements of effects and clips lead to; see differential_elements.py."""
+"""The effect of the elements of effects and clips; see differential_elements.py."""
 
 from differential_values import (NONE, block, flag, real, real32, signed32, signed64, strict,
                                  tolerant, unsigned32, wrapped)
 
-# One element carries every control; where it stands decides whose it is. By the state of the place:
-# whose they are, how each is asked for by its keyword, and whether the keyword is told.
+# One element represents every control; its place decides what it controls. By the state of the place: the
+# owner, the operation for each keyword, and whether the operation receives the keyword.
 CONTROLS = {
     24: ("track", {"trackFader": "GetFaderComponent", "trackMute": "GetMuteComponent",
                    "trackPan": "GetPanComponent", "trackEQ": "GetEQComponent"}, True),
@@ -132,7 +132,7 @@ def edit_parameter_start(owner):
 # Clips.
 
 def begin_clip(reader, given):
-    """Name and hue stay those of the clip before where a clip has none."""
+    """A clip without name and hue keeps those of the previous clip."""
     reader.channel_map = {}
     reader.clip_name = given.get("name", reader.clip_name)
     reader.clip_hue = real(given, "hue", reader.clip_hue)

@@ -1,4 +1,4 @@
-"""Documents by a seed: sessions with everything in right and wrong places, and mutations of them."""
+"""Generates documents from a seed: sessions with everything in right and wrong places, and mutations."""
 
 import base64
 import random
@@ -46,12 +46,12 @@ class Writer:
     def __init__(self, rng):
         self.rng = rng
         self.pieces = []
-        self.left = rng.choice((5, 15, 40, 80))  # how many elements there may be yet
-        self.wrong = rng.choice((0, 0, 0.03, 0.1, 0.4))  # how often an element stands anywhere
-        self.odd = rng.choice((0, 0.1, 0.5))  # how often a value is an odd one
-        self.names = rng.choice((0, 0, 0, 0.1, 0.4))  # how often a name has a prefix
-        self.noise = rng.choice((0, 0, 0.1, 0.3))  # how often there is what means nothing
-        self.spread = rng.choice((0.3, 0.6, 0.9))  # how many of the attributes there are
+        self.left = rng.choice((5, 15, 40, 80))  # how many more elements to create
+        self.wrong = rng.choice((0, 0, 0.03, 0.1, 0.4))  # share of elements in arbitrary places
+        self.odd = rng.choice((0, 0.1, 0.5))  # share of odd values
+        self.names = rng.choice((0, 0, 0, 0.1, 0.4))  # share of names with a prefix
+        self.noise = rng.choice((0, 0, 0.1, 0.3))  # share of meaningless content
+        self.spread = rng.choice((0.3, 0.6, 0.9))  # share of attributes that are present
         self.prefixes = []
 
     def chance(self, share):
@@ -93,7 +93,7 @@ class Writer:
         return text
 
     def escaped(self, text, quote=None):
-        """As content, or within quotes: any character may be a reference, some must."""
+        """Encodes text as content or within quotes: any character may become a reference, some must."""
         share = 0.1 if self.chance(0.15) else 0
         if not share and not SPECIAL.search(text):
             return text
@@ -110,7 +110,7 @@ class Writer:
         return "".join(pieces)
 
     def text(self, text):
-        """A text in pieces: plain, in CDATA sections, parted by what means nothing."""
+        """Splits a text into plain parts and CDATA sections, separated by meaningless content."""
         while text:
             part = text[:self.rng.randrange(1, len(text) + 1)]
             text = text[len(part):]
@@ -135,7 +135,7 @@ class Writer:
         return f"{self.rng.choice(('xml' if is_attribute else 'u', 'u', 'v'))}:{name}"
 
     def namespaces(self):
-        """Declarations for a tag; their prefixes are in force until the caller takes them back."""
+        """Adds declarations to a tag; their prefixes stay in scope until the caller removes them."""
         rng = self.rng
         declarations = []
         while self.chance(self.names / 2):
@@ -152,7 +152,7 @@ class Writer:
         rng = self.rng
         chosen = [pair for pair in ATTRIBUTES[name] if self.chance(self.spread)]
         if name in ("masterTrack", "audioTrack", "busTrack", "instrumentTrack"):
-            # Without an id that is known the session ends here.
+            # Without a known id the session would end here.
             chosen = [pair for pair in chosen if pair[0] != "id"]
             chosen.append(("id", "id" if self.chance(0.02) else "known"))
         if self.chance(self.wrong):
@@ -211,7 +211,7 @@ class Writer:
 
 
 def swap(rng, text, begin, end):
-    """Two stretches between these characters change places."""
+    """Swaps two stretches between these characters."""
     places = [place for place, character in enumerate(text) if character == begin]
     if len(places) < 2:
         return text
@@ -233,7 +233,7 @@ def repeat_attribute(rng, text):
 
 
 def mutated(rng, text, other):
-    """Changed in one way, which may leave it well-formed."""
+    """Changes the document in one way, which may leave it well-formed."""
     place = rng.randrange(len(text) + 1)
     length = rng.choice((1, 1, 2, 5, 30, 300))
     way = rng.randrange(9)
@@ -273,7 +273,7 @@ def encoded(rng, text):
 
 
 def damaged(rng, content):
-    """A few bytes are others, or gone."""
+    """Changes or removes a few bytes."""
     content = bytearray(content)
     for _ in range(rng.choice((1, 1, 2, 4))):
         if content:
@@ -287,7 +287,7 @@ def damaged(rng, content):
 
 
 def guarded(rng, text):
-    """With something that our own guards refuse, in documents that may be well-formed."""
+    """Inserts something that our own guards refuse; the document may stay well-formed."""
     way = rng.randrange(5)
     if way == 0:
         declaration = rng.choice(("<!DOCTYPE orvo>", '<!DOCTYPE orvo SYSTEM "a.dtd">',
@@ -306,7 +306,7 @@ def guarded(rng, text):
 
 
 def document(seed, index, templates):
-    """The bytes of one document. `templates` are texts of sessions to start from."""
+    """Returns the bytes of one document. `templates` are texts of sessions to start from."""
     rng = random.Random(f"{seed}/{index}")
     if rng.random() < 0.12:
         text = rng.choice(templates)

@@ -1,7 +1,7 @@
-"""The elements of a session: where each may stand, and what its start and its end lead to.
+"""The elements of a session: where each one may appear, and the effects of its start and its end.
 
 A handler gets the reader and, at a start tag, the attributes. `reader.host(object, operation, ...)`
-is a call of the host; one of an object that there is not does nothing.
+calls the host; a call on a missing object does nothing.
 """
 
 import os
@@ -48,7 +48,7 @@ def session_end(reader):
 
 
 def leads_to_file(path):
-    """A folder is no file."""
+    """A folder is not a file."""
     return os.path.exists(path) and not os.path.isdir(path)
 
 
@@ -213,7 +213,7 @@ def presets_end(reader):
     reader.presets = []
 
 
-# The metronome and what the editor keeps.
+# The metronome and the editor's state.
 
 def metronome_start(reader, given):
     reader.metronome = reader.host(reader.session, "GetMetronomeInfo")
@@ -301,12 +301,12 @@ def xmp_end(reader):
     reader.advance()
 
 
-# The table: (name, states of the elements that it may stand in, own state, start, end).
+# The table: (name, states in which the element may appear, own state, start, end).
 
 class Row:
     def __init__(self, state, start, end):
         self.state = state
-        self.met = False  # whether a document had it
+        self.met = False  # whether any document contained it
         self.start = start
         self.end = end
 
@@ -395,6 +395,6 @@ TABLE = [
     ("trackVisibility", (73,), 74, visibility_start, None),
 ]
 
-# By name and the state of the element around.
+# By name and the state of the enclosing element.
 ROWS = {(name, place): Row(state, start, end)
         for name, places, state, start, end in TABLE for place in places}

@@ -1,7 +1,7 @@
-"""How a session is read, told a second time: what stands in a document becomes calls of a host.
+"""A second, independent reader of sessions: turns the content of a document into calls to a host.
 
-The host is the one that the tests use: it has every track and file that is asked for but the one of
-the highest id, and gives the same object for the same question.
+It models the host of the tests, which has every track and file except the one with the highest id,
+and answers the same question with the same object.
 """
 
 import xml.parsers.expat
@@ -10,10 +10,10 @@ from differential_elements import ROWS
 from differential_values import NONE, XML_BLANKS, Stop
 
 MILESTONES = 7
-# A character that no name can hold, between a namespace and a local name.
+# Separates namespace and local name; no name can contain it.
 NAMESPACE_END = "/"
 
-# The interface of what an operation returns.
+# The interface of the object that an operation returns.
 RETURNS = {
     "GetFile": "IEditFile", "GetVideoTrack": "IEditVideoTrack", "GetAudioTrack": "IEditAudioTrack",
     "GetMetronomeInfo": "IEditMetronomeInfo", "GetTrack": "IEditAudioTrack",
@@ -30,7 +30,7 @@ RETURNS = {
     ("IEditSendList", "AddSlot"): "IEditSendSlot",
     ("IEditEffectsRack", "AddSlot"): "IEditEffectsSlot",
 }
-# How an object is held that has a private interface, and which operations are declared elsewhere.
+# The private interface through which an object is held, and operations that another interface declares.
 HELD = {"IEditAudioTrack": "IEditAudioTrackPrivate"}
 DECLARED = {"CreateAudioClip": "IEditAudioTrack", "GetMIDIClipList": "IEditAudioTrack",
             "GetGlobalTrackInfo": "IEditMetronomeInfoPrivate"}
@@ -44,7 +44,7 @@ class HostObject:
 
 
 class Host:
-    """Writes every call down as (object, operation, arguments, returned object or None)."""
+    """Records every call as (object, operation, arguments, returned object or None)."""
 
     def __init__(self):
         self.calls = []
@@ -56,7 +56,7 @@ class Host:
         return HostObject(self.count, interface)
 
     def __call__(self, target, operation, *arguments):
-        """What there is not, is not called."""
+        """Skips calls on missing objects."""
         if target is None:
             return None
         returns = RETURNS.get(operation) or RETURNS.get((target.interface, operation))
@@ -83,7 +83,7 @@ class Host:
 
 
 class Reader:
-    """One read. What handlers remember stands in attributes of it, none at its beginning."""
+    """A single read. Its attributes hold what handlers remember, at first nothing."""
 
     def __init__(self, location, skip_depth):
         self.location = location
@@ -159,7 +159,7 @@ def local(name):
 
 
 def attribute_map(pairs):
-    """By local name: a plain name before one with a prefix, and of several prefixed the last."""
+    """Maps local names to values: an unprefixed name wins over prefixed ones, then the last one wins."""
     attributes = {local(name): value for name, value in zip(pairs[::2], pairs[1::2])}
     attributes.update((name, value) for name, value in zip(pairs[::2], pairs[1::2])
                       if NAMESPACE_END not in name)
@@ -167,8 +167,8 @@ def attribute_map(pairs):
 
 
 class Outcome:
-    """What came of a read. `well_formed` is None where the reader stopped before the end; `version`
-    and `encoding` are what the document declares."""
+    """The result of a read. `well_formed` is None if the reader stopped early; `version` and `encoding`
+    are what the document declares."""
 
     def __init__(self):
         self.calls = []

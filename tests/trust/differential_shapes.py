@@ -1,5 +1,5 @@
-"""What sessions are made of, for making documents: the attributes of each element with the kind of
-their values, what may stand in it, and the kind of its text."""
+"""The structure of sessions, for generating documents: the attributes of each element with the kinds
+of their values, its possible children, and the kind of its text."""
 
 KEYWORDS = {
     "channels": ("mono", "stereo", "fivePointOne", "quad", "Mono"),

@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
-"""differential_test.py READER [--count N] [--seed S] [--jobs J]: other parsers and another reading.
+"""differential_test.py READER [--count N] [--seed S] [--jobs J]: compares the plug-in with other readers.
 
-Makes N documents from the seed S and lets the plug-in read them (READER is the program
-Differential). Expat in namespace mode and libxml2 must agree with it about which of them are
-well-formed, and a second reading, by Python's own parser and the table of differential_elements.py,
-about every call of the host, those of the progress included, with its arguments and the objects
-that it returns.
+Generates N documents from the seed S and lets the plug-in read them (READER is the program
+Differential). Expat in namespace mode and libxml2 must agree with it on which ones are well-formed.
+A second reader, built on Python's own parser and the table of differential_elements.py, must agree
+on every call to the host, including progress, with its arguments and the returned objects.
 
-Of a document that is not well-formed the plug-in makes the calls of what stands before the fault, or
-as many of them as it gets to: a parser may find the fault before it has told of all of that.
+For a malformed document the plug-in makes the calls for the content before the fault, or the first
+part of them: a parser may find the fault before it has reported all of that content.
 """
 
 import argparse
@@ -30,7 +29,7 @@ from differential_documents import document
 from differential_elements import ROWS
 
 BATCH = 250
-ENOUGH = 2000  # documents, among which each element must stand in each of its places
+ENOUGH = 2000  # documents that together must contain each element in each of its places
 LOGGING = ("GetLogTarget", "LogMessage")
 DECLARATION = re.compile(r"^<\?xml .*?\?>")
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -42,7 +41,7 @@ def templates():
 
 
 class Reply:
-    """What the plug-in and the other parsers made of one document."""
+    """The results of the plug-in and of the other parsers for one document."""
 
     def __init__(self, line, calls):
         self.result = line["result"]
@@ -67,7 +66,7 @@ def single(value):
 
 
 def same(told_of, expected):
-    """A call as the host tells of it, where a 32-bit number is the shortest text for it."""
+    """Formats a call like the host does, with 32-bit numbers as their shortest texts."""
     if told_of == expected:
         return True
     if told_of[:2] != expected[:2] or told_of[3] != expected[3]:
@@ -86,7 +85,7 @@ def first_difference(calls, expected):
 
 
 def problem_of(reply, outcome, well_formed):
-    """What is wrong with how the plug-in read a document, or none."""
+    """Returns what is wrong with the plug-in's read of a document, or None."""
     difference = first_difference(reply.calls, outcome.calls)
     if difference:
         return difference
@@ -128,7 +127,7 @@ def replies(reader, folder, documents):
 
 
 def judge(content, reply, outcome, counts):
-    """Counts a document and says what is wrong with how it was read, or None."""
+    """Counts a document and returns what is wrong with its read, or None."""
     well_formed, known = verdict(content, reply, outcome)
     counts["documents"] += 1
     counts[known] += known is not None

@@ -1,4 +1,4 @@
-"""What texts of a session mean: numbers, truth values, keywords, blocks of bytes, paths."""
+"""The meaning of texts in a session: numbers, truth values, keywords, blocks of bytes, paths."""
 
 import base64
 import binascii
@@ -10,15 +10,15 @@ INTEGER = re.compile(r"-?[0-9]+")
 REAL_BEGIN = re.compile(r"[ \t\n\v\f\r]*([+-]?[0-9]*\.?[0-9]*(?:[eE][+-]?[0-9]*)?)")
 EXACT_REAL = re.compile(r"-?(?:[0-9]+\.?[0-9]*|\.[0-9]+)(?:[eE][+-]?[0-9]+)?")
 XML_BLANKS = " \t\n\r"
-NONE = 0xFFFFFFFF  # the id and index that mean none
+NONE = 0xFFFFFFFF  # the id or index that means "none"
 
 
 
 class Stop(Exception):
-    """The reader gives a document up for what it says, not for how it is written."""
+    """The reader refuses a document for its content, not for its syntax."""
 
 
-strtof = ctypes.CDLL(None).strtof  # rounds once, from the text
+strtof = ctypes.CDLL(None).strtof  # rounds only once
 strtof.restype = ctypes.c_float
 strtof.argtypes = (ctypes.c_char_p, ctypes.c_void_p)
 
@@ -31,7 +31,7 @@ def integer(text, lowest, highest):
 
 
 def wrapped(number, bits):
-    """The signed number that the low bits are."""
+    """The low bits as a signed number."""
     number &= (1 << bits) - 1
     return number - (1 << bits) if number >> (bits - 1) else number
 
@@ -56,7 +56,7 @@ def finite(number):
 
 
 def lenient(text, convert):
-    """As a stream reads a number: leading blanks and a tail are passed over, failure gives 0."""
+    """Reads a number like a stream: ignores leading blanks and a tail, and gives 0 on failure."""
     begin = REAL_BEGIN.match(text.replace(",", "."))[1]
     try:
         float(begin)
@@ -97,7 +97,7 @@ def real(a, name, default, parse=real64):
 
 
 def block(text):
-    """The bytes of a text that is canonical Base64 in lines, else none."""
+    """The bytes of a text that is canonical Base64 in lines, otherwise None."""
     digits = "".join(character for character in text if character not in XML_BLANKS)
     try:
         content = base64.b64decode(digits, validate=True)
@@ -107,8 +107,7 @@ def block(text):
 
 
 def seen_from(path, location):
-    """Where a path leads that stands in the file `location`, worked out by name; an empty one leads
-    nowhere."""
+    """Resolves a path in the file `location` by name; an empty path leads nowhere."""
     if not path:
         return ""
     if not path.startswith("/"):

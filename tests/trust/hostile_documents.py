@@ -1,10 +1,10 @@
-"""Documents made to break a reader: each with a name, what it is, and what should come of it."""
+"""Documents made to break a reader, each with a name, its content and the expected result."""
 
 MEBIBYTE = 1 << 20
 
 
 class Document:
-    """`refused`: a part of the message that refuses it, or SILENT; None where it is to be read."""
+    """`refused`: a part of the message that refuses it, or SILENT; None if it must be read."""
 
     def __init__(self, name, content, refused):
         self.name = name
@@ -34,7 +34,7 @@ def in_rack(content):
                       + "</effectsRack></audioTrack></tracks>")
 
 
-SILENT = object()  # refused by what stands in it, not by how it is written: without a message
+SILENT = object()  # refused for its content, not its syntax, and therefore without a message
 DOCTYPE = "no document type declaration"
 MANY_ATTRIBUTES = "256 attributes"
 LONG_NAME = "name is longer than the 1024"

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""hostile_test.py READER [--factor F]: reads every hostile document in a process of its own.
+"""hostile_test.py READER [--factor F]: reads every hostile document in its own process.
 
-A document is either read or refused with one located message, within a second and 256 MiB, and
-nothing but the document is opened. F allows for a slower, larger build.
+The plug-in must read a document or refuse it with one located message, within a second and 256 MiB,
+and open nothing but the document. F relaxes the limits for a slower, larger build.
 """
 
 import argparse
@@ -17,7 +17,7 @@ from hostile_documents import SILENT, documents
 
 SECONDS = 1.0
 KIBIBYTES = 256 * 1024
-# The parser has no place for a first line that it cannot decode.
+# The parser reports no place for a first line that it cannot decode.
 LOCATED = re.compile(
     r"XML FATAL ERROR: \((line: [1-9]\d*, col: [1-9]\d*\) .*/[^/]+\.orvo\b"
     r"|line: 0, col: 0\) unable to decode first line in entity '.*/[^/]+\.orvo')"
@@ -51,7 +51,7 @@ def judge(document, path, report, factor):
         yield f"not refused for {document.refused!r}: {messages}"
     if report["opened"] != [path]:
         yield f"it opened {report['opened']}"
-    if report["liveNodes"] != 1:  # the registrar of the plug-in itself
+    if report["liveNodes"] != 1:  # the plug-in's registrar
         yield f"{report['liveNodes']} host objects are alive"
     if report["seconds"] > SECONDS * factor:
         yield f"it took {report['seconds']:.2f} s"

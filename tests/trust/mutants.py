@@ -1,6 +1,5 @@
-"""Mutants: the source with one small mistake in it, each made by an operator, such as a comparison that is off by
-one or a row of a table that took its neighbour's handler. Which there are, and their order, follows from the source
-and a seed alone.
+"""Mutants: the source with one small mistake, made by an operator, such as an off-by-one comparison or a table row
+with its neighbour's handler. The source and a seed determine the mutants and their order.
 """
 
 import dataclasses
@@ -11,7 +10,7 @@ import re
 
 @dataclasses.dataclass(frozen=True)
 class Target:
-    """A file to make mistakes in. A header names the sources that make use of what is in it: these are compiled."""
+    """A file to make mistakes in. A header lists the sources that use it, which are compiled instead."""
     group: str
     path: str
     sources: tuple = ()
@@ -54,12 +53,12 @@ TARGETS = (
 class Mutant:
     target: Target
     operator: str
-    changes: tuple  # of (index of the line, line before, line after)
-    within: str  # the function or the type
+    changes: tuple  # of (line index, line before, line after)
+    within: str  # the enclosing function or type
 
     @property
     def key(self):
-        """Names the mutant wherever its line moves."""
+        """Identifies the mutant even if its line moves."""
         return self.target.path, self.within, self.what
 
     @property
@@ -78,7 +77,7 @@ class Mutant:
 
 
 def mask(line):
-    """The line with its comment and the insides of its literals blanked, as long as before."""
+    """The line with comments and the content of literals blanked, at the same length."""
     blank = re.sub(r'"(?:[^"\\]|\\.)*"|\'(?:[^\'\\]|\\.)+\'',
                    lambda literal: literal[0][0] + "\x00" * (len(literal[0]) - 2) + literal[0][-1], line)
     comment = blank.find("//")
@@ -86,14 +85,14 @@ def mask(line):
 
 
 class Source:
-    """A file's lines, as they are and masked. Lines of the preprocessor and namespaces are no places for mistakes."""
+    """A file's lines, original and masked. Excludes lines of the preprocessor and of namespaces."""
 
     def __init__(self, text):
         self.lines = text.split("\n")
         self.masked = ["" if line.startswith(("#", "namespace", "using")) else mask(line) for line in self.lines]
 
     def substitutions(self, pattern, replacement):
-        """Each single match replaced: by a text, or by what a function makes of the match in the line itself."""
+        """Yields a mutant for each match, replaced by a text or by the result of a function."""
         for index, masked in enumerate(self.masked):
             for match in re.finditer(pattern, masked):
                 line = self.lines[index]
@@ -101,7 +100,7 @@ class Source:
                 yield ((index, line, line[:match.start()] + made + line[match.end():]),)
 
     def statements(self):
-        """The first and the last line of each statement that starts and ends at the ends of lines."""
+        """Yields the first and the last line of each statement that occupies whole lines."""
         start = None
         for index, masked in enumerate(self.masked):
             text = masked.strip()
@@ -114,14 +113,14 @@ class Source:
                 start = None
 
     def around(self, index):
-        """The name of the function, the type or the value that a line is in: what begins at the margin names it."""
+        """The name of the function, type or value that contains a line, taken from the nearest line at the margin."""
         begin = next((self.masked[place] for place in range(index, -1, -1)
                       if re.match(r"(?!public:|private:|protected:)[\w:]", self.masked[place])), "")
         name = re.search(r"([\w:~]+)\(", begin) or re.search(r"(\w+)(?: final.*)?(?:\[.*| = .*| \{|$)", begin)
         return name[1] if name else ""
 
     def tables(self):
-        """The rows of each table: lines of their own between braces, with their fields."""
+        """Yields the rows of each table, which are separate lines in braces, with their fields."""
         rows = []
         for index, masked in enumerate([*self.masked, "end"]):
             fields = row_fields(masked)
@@ -138,7 +137,7 @@ class Source:
 
 
 def row_fields(masked):
-    """Where the fields of a table's row are; none if the line is no row."""
+    """The positions of the fields of a table row; None if the line is not one."""
     if not re.fullmatch(r"\s+\{.*\},?", masked):
         return []
     first = masked.index("{") + 1
@@ -154,7 +153,7 @@ def row_fields(masked):
 
 
 def swapped(words, around=r"{}"):
-    """An operator that puts one of two words where the other is."""
+    """An operator that exchanges two words."""
     def operator(source):
         for word, other in (words, words[::-1]):
             yield from source.substitutions(around.format(re.escape(word)), other.replace("\\", "\\\\"))
@@ -167,7 +166,7 @@ def limits(source):
 
 
 def conditions(source):
-    # A comparison that is all of the condition is left to the operator for equality.
+    # Leaves conditions that are a single comparison to the operator for equality.
     yield from source.substitutions(r"\b(if|while) \((?!!)((?:[^;=<>&|{}]|->)+|[^;{}]*(?:&&|\|\||[<>])[^;{}]*)\) \{$",
                                     lambda match, line: f"{match[1]} (!({line[match.start(2):match.end(2)]})) {{")
     yield from source.substitutions(r"(?<![\w)=])!(?=[\w(])", "")
@@ -212,7 +211,7 @@ def choices(source):
                                                         f" : {line[match.start(1):match.end(1)]}")
 
 
-# A statement that ends something, a call, or a change of what is there already; no declaration.
+# A jump, a call or an update of a variable, but no declaration.
 REMOVABLE = re.compile(r"(throw\b.*|break|continue|return);|[\w:.*()>-]+(\(| [+-]?= )[^{}]*;|(\+\+|--)[\w.]+;")
 
 
@@ -275,7 +274,7 @@ def read_source(root, path):
 
 
 def take_turns(lists):
-    """One of each list in turn, until all are empty."""
+    """Takes an item from each list in turn until all are empty."""
     turn = [list(reversed(one)) for one in lists]
     while any(turn):
         for one in turn:
@@ -284,8 +283,8 @@ def take_turns(lists):
 
 
 def find_mutants(root, seed):
-    """All mutants. In whatever part from the start, the groups have equal shares, and so have, within a group, the
-    operators in each file: otherwise the table of elements would make half of them."""
+    """All mutants. Any prefix contains equal shares of the groups and, within a group, of the operators in each file;
+    otherwise the table of elements would provide half of them."""
     groups = {}
     for target in TARGETS:
         source = read_source(root, target.path)

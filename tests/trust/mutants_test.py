@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""mutants_test.py: mutants.py makes of lines what each operator says, and still finds places for all of them in the
-source as it is; mutation_survivors.py explains mistakes alone that can still be made.
+"""mutants_test.py: every operator of mutants.py changes lines as expected and still finds places in the current
+source; mutation_survivors.py explains only mistakes that can still be made.
 """
 
 import collections
@@ -13,7 +13,7 @@ from mutation_survivors import SURVIVORS
 ROOT = os.path.abspath(os.path.join(os.path.dirname(__file__), "../.."))
 NEEDED = 200
 
-# Lines, and all that the operator makes of them.
+# Sample lines, and everything that the operator must make of them.
 SAMPLES = {
     "equality": ("if (a == b) {  // a == b", ["if (a != b) {  // a == b"]),
     "limit": ('while (a < b && c >= d && text == " > ") {',

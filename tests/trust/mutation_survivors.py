@@ -1,5 +1,4 @@
-"""The mistakes of mutations.py that no test can notice, and why: by the file, the function or type, and what is
-changed to what.
+"""The mistakes of mutations.py that no test can notice, with the reasons, by file, function or type, and change.
 """
 
 SURVIVORS = {

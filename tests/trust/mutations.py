@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""mutations.py: makes some 200 small mistakes in the dispatch, the value encodings and two elements' rooms, one at a
-time, and runs the tests until one of them notices. The tests must notice 90 of a hundred, and each mistake that they
-do not notice must stand in mutation_survivors.py, with the reason.
+"""mutations.py: makes some 200 small mistakes in the dispatch, the value encodings, audio clips and tracks, one at a
+time, and runs the tests until one of them notices. The tests must notice 90 in a hundred, and mutation_survivors.py
+must explain every mistake that they do not notice.
 
-It needs the release build, of the source as it is, and changes nothing in it: what is compiled and linked anew is in
-a folder of its own. A mistake that does not compile, or leaves the machine code as it was, is passed over.
+It needs an up-to-date release build and does not change it: it compiles and links in a folder of its own. Mistakes
+that do not compile or do not change the machine code do not count.
 """
 
 import argparse
@@ -31,7 +31,7 @@ ROOT = os.path.abspath(os.path.join(os.path.dirname(__file__), "../.."))
 NEEDED_SHARE = 0.9
 SLOW_TEST_SECONDS = 0.05
 MEMORY_BYTES = 4 << 30
-# In the order in which they are tried; the slow ones of the first come last.
+# In this order, except that the slow tests of the first program come last.
 PROGRAMS = ("plugin_tests", "plugin_entry_tests", "reference_host_tests", "recorder_tests", "toolkit_tests",
             "platform_tests", "docs_tests", "plugin_character_tests")
 
@@ -46,7 +46,7 @@ class Outcome:
 
 @dataclasses.dataclass(frozen=True)
 class Stage:
-    """A program, or a part of its tests, that passes without a mistake within `seconds`."""
+    """A program, or a part of its tests, that passes within `seconds` without a mistake."""
     program: str
     seconds: float
     filter: str = "*"
@@ -57,7 +57,7 @@ def run(command, **options):
 
 
 class Build:
-    """How the objects, the libraries and the programs are made, as the build itself does it."""
+    """The commands with which the build makes objects, libraries and programs."""
 
     def __init__(self, folder):
         self.folder = folder
@@ -67,7 +67,7 @@ class Build:
 
     @functools.cache
     def link_of(self, name):
-        """The command that links a program or a library, and what it makes, as the build's folder has it."""
+        """The command that links a program or a library, and its output."""
         commands = run(["ninja", "-C", self.folder, "-t", "commands", name]).stdout.splitlines()
         command = next(part for part in commands[-1].split(" && ") if " -o " in part)
         return command, re.search(r" -o (\S+)", command)[1]
@@ -80,7 +80,7 @@ class Build:
         return command[command.index("-o") + 1]
 
     def compile(self, source, overlay, made):
-        """Compiles a source with the headers of a folder before all others, or that folder's own of that name."""
+        """Compiles a source, or the changed copy of it in `overlay`, with the headers of `overlay` first."""
         command = list(self.compiles[source])
         command[command.index("-o") + 1] = made
         changed = os.path.join(overlay, source)
@@ -89,14 +89,14 @@ class Build:
         return run([command[0], "-I", overlay, *command[1:], "-w"], cwd=self.folder).returncode == 0
 
     def link(self, name, objects, folder):
-        """Links with objects, by the source of each, in place of those that the build has of them."""
+        """Links with the given objects (by source) instead of the build's own."""
         command, output = self.link_of(name)
         made = os.path.join(folder, output)
-        os.remove(made)  # a further name of the build's own
+        os.remove(made)  # a hard link to a file of the build
         extra = []
         for source, compiled in objects.items():
             replaced = command.replace(f" {self.object_of(source)} ", f" {compiled} ")
-            # What stands before an archive keeps the archive's own object of that name out.
+            # An object in front of an archive keeps the archive's own copy out.
             extra += [compiled] if replaced == command else []
             command = replaced
         command = command.replace(f" -o {output}", f" {' '.join(extra)} -fuse-ld=gold -o {shlex.quote(made)}")
@@ -106,7 +106,7 @@ class Build:
 
 
 class Trial:
-    """A place of its own to make one mistake after the other in."""
+    """A private folder for trying one mistake after the other."""
 
     def __init__(self, build, folder, pristine):
         self.build = build
@@ -121,8 +121,8 @@ class Trial:
             os.makedirs(os.path.join(self.folder, part))
 
     def execute(self, stage, seconds, *options):
-        """Runs a stage's tests until one fails; None if they pass, else the test that failed. A test without an
-        end ends with this program, however that ends."""
+        """Runs a stage's tests until one fails, and returns that test, or None if all pass. A test that hangs dies
+        with this program, however that ends."""
         command = ["setpriv", "--pdeathsig=KILL", "prlimit", f"--as={MEMORY_BYTES}", "--core=0",
                    f"bin/{stage.program}", "--gtest_brief=1", f"--gtest_filter={stage.filter}", *options]
         environment = {**os.environ, "RC_PARAMS": "seed=1", "TMPDIR": os.path.join(self.folder, "temporary")}
@@ -193,7 +193,7 @@ class Proof:
         self.pool = concurrent.futures.ThreadPoolExecutor(jobs)
         self.unchanged = self.compile_unchanged(os.path.join(folder, "unchanged"))
         self.stages = [stage for program in PROGRAMS for stage in self.measure(program)]
-        self.stages.append(self.stages.pop(1))  # the slow ones of the first program
+        self.stages.append(self.stages.pop(1))  # the slow tests of the first program
 
     def compile_unchanged(self, folder):
         os.makedirs(folder)
@@ -205,7 +205,7 @@ class Proof:
         return compiled
 
     def measure(self, program):
-        """The program as a stage, or, of the first program, the quick and the slow part; all must pass as it is."""
+        """The program as one stage, or the first program as a quick and a slow one. All must pass without a mistake."""
         trial = self.trials.get()
         trial.renew()
         report = os.path.join(trial.folder, "times.json")
@@ -233,7 +233,7 @@ class Proof:
             self.trials.put(trial)
 
     def outcomes(self, mutants, count):
-        """The outcomes of mutants in turn, until so many are mistakes that a test could notice."""
+        """Yields the outcomes of mutants until enough of them are mistakes that a test could notice."""
         rest = iter(mutants)
         while count > 0:
             batch = [mutant for mutant, _ in zip(rest, range(count))]
@@ -250,7 +250,7 @@ def share(outcomes):
 
 
 def summarize(outcomes):
-    """Prints what was caught, by what, and what not; the number of problems."""
+    """Prints which mistakes were caught, and by what, and returns the number of problems."""
     tried = [outcome for outcome in outcomes if outcome.kind in ("caught", "survived")]
     passed_over = collections.Counter(outcome.kind for outcome in outcomes if outcome not in tried)
     sections = (("Group", lambda mutant: mutant.target.group, dict.fromkeys(target.group for target in TARGETS)),
@@ -299,7 +299,7 @@ def main():
         return 0
     outcomes = []
     with tempfile.TemporaryDirectory(prefix="orvo-mutations-") as folder:
-        os.chmod(folder, 0o755)  # tests also act as another user
+        os.chmod(folder, 0o755)  # some tests run as another user
         proof = Proof(Build(os.path.abspath(arguments.build)), folder, arguments.jobs)
         for outcome in proof.outcomes(mutants, arguments.count):
             print(f"{outcome.kind:16} {outcome.mutant} {outcome.by} {outcome.test}".rstrip(), flush=True)

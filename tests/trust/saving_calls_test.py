@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""saving_calls_test.py LIBRARY PLUGIN PROGRAM: every call by which the library may touch files is one that the program
-takes over, so that a new one cannot escape the proofs unnoticed; and the plug-in itself only reads.
+"""saving_calls_test.py LIBRARY PLUGIN PROGRAM: the program intercepts every function by which the library may touch
+files, so that a new one cannot escape the proofs unnoticed; and the plug-in itself only reads.
 """
 
 import re
 import subprocess
 import sys
 
-# What the C library has for files, by the roots of their names.
+# The C library's functions for files, by the roots of their names.
 TOUCHES_FILES = re.compile(
     r"_*[flpd]{0,2}(open|creat|read|write|pread|pwrite|seek|trunc|sync|rename|link|unlink|remove|mkdir"
     r"|mknod|mkfifo|rmdir|mkstemp|mkostemp|mkdtemp|tmpfile|stat|access|chmod|chown|utime|futimens|flock|lockf|fcntl"
