@@ -22,7 +22,7 @@ TEST(Columns, CombiningMarksTakeNone) {
     EXPECT_EQ(ColumnsOf("\u1112\u1161\u11ab"), 2u) << "a syllable of Hangul in its parts";
 }
 
-TEST(Columns, ASequenceOfEmojiIsOnePicture) {
+TEST(Columns, AnEmojiSequenceIsOneCharacter) {
     EXPECT_EQ(ColumnsOf("\U0001F600"), 2u);
     EXPECT_EQ(ColumnsOf("\U0001F44D\U0001F3FD"), 2u) << "with the colour of the skin";
     EXPECT_EQ(ColumnsOf("\U0001F468\u200D\U0001F469\u200D\U0001F467"), 2u) << "a family";
@@ -33,7 +33,7 @@ TEST(Columns, ASequenceOfEmojiIsOnePicture) {
     EXPECT_EQ(ColumnsOf("1\uFE0F\u20E3"), 2u) << "a key";
 }
 
-TEST(Columns, AByteThatIsPartOfNoCharacterTakesOne) {
+TEST(Columns, AStrayByteTakesOneColumn) {
     EXPECT_EQ(ColumnsOf("a\xFFz"), 3u);
     EXPECT_EQ(ColumnsOf("\xE9\x9F"), 2u);
 }

@@ -42,7 +42,7 @@ TEST_F(CommandLineTest, HelpAndVersionNeedNoPlugIn) {
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
-TEST_F(CommandLineTest, APlugInThatIsNotThereIsAFailureThatNamesIt) {
+TEST_F(CommandLineTest, AMissingPlugInIsAFailureThatNamesIt) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},
                                        .folder = folder_.Path().string(),
@@ -52,7 +52,7 @@ TEST_F(CommandLineTest, APlugInThatIsNotThereIsAFailureThatNamesIt) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
-TEST_F(CommandLineTest, SenselessCommandLinesAreUsageErrors) {
+TEST_F(CommandLineTest, InvalidCommandLinesAreUsageErrors) {
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{},
                                                       {"sing"},
                                                       {"info"},
@@ -66,7 +66,7 @@ TEST_F(CommandLineTest, SenselessCommandLinesAreUsageErrors) {
     }
 }
 
-TEST_F(CommandLineTest, WhatStandsInPlaceOfAVerbIsNamed) {
+TEST_F(CommandLineTest, AnUnknownVerbIsNamed) {
     for (const auto& [arguments, errors] :
          {std::pair(std::vector<std::string>{}, "no verb was given"),
           {{"sing", "a.orvo"}, "there is no verb \"sing\""},
@@ -81,7 +81,7 @@ TEST_F(CommandLineTest, WhatStandsInPlaceOfAVerbIsNamed) {
     }
 }
 
-TEST_F(CommandLineTest, AnOptionThatAVerbDoesNotHaveIsNamedWithThoseThatMayBeMeant) {
+TEST_F(CommandLineTest, AnUnknownOptionIsNamedWithSimilarOnes) {
     for (const auto& [arguments, errors] :
          {std::pair(std::vector<std::string>{"info", "--loud", "a.orvo"},
                     "there is no option \"--loud\": try \"orvo info --help\""),
@@ -104,7 +104,7 @@ TEST_F(CommandLineTest, AnOptionThatAVerbDoesNotHaveIsNamedWithThoseThatMayBeMea
     }
 }
 
-TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
+TEST_F(CommandLineTest, MessagesAreColouredOnlyOnATerminalAndNotWithNoColor) {
     const std::vector<std::string> arguments = {ToolPath(), "info", "/nowhere/a.orvo"};
     const Outcome plain = test::Run({.arguments = arguments});
     EXPECT_THAT(plain.errors, Not(HasSubstr("\x1b")));
@@ -116,7 +116,7 @@ TEST_F(CommandLineTest, MessagesAreColouredOnATerminalOnlyAndNotWithNoColor) {
     EXPECT_THAT(refused.errors, Not(HasSubstr("\x1b")));
 }
 
-TEST_F(CommandLineTest, MessagesAreColouredOnATerminalWhereNobodySaysOtherwise) {
+TEST_F(CommandLineTest, MessagesAreColouredOnATerminalByDefault) {
     const Outcome outcome =
         test::Run({.arguments = {"env", "-u", "NO_COLOR", ToolPath(), "info", "/nowhere/a.orvo"},
                    .terminalErrors = true});
@@ -128,7 +128,7 @@ std::string LongText() {
     return std::string(150'000'000, '\n');
 }
 
-TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndWipesItInTheEnd) {
+TEST_F(CommandLineTest, LongWorkShowsAProgressBarOnATerminalAndErasesItAtTheEnd) {
     const std::string session = "<orvo><session/><files>\n" + LongText();
     folder_.Write("a.orvo", session + "</files></orvo>");
     const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo"},
@@ -152,7 +152,7 @@ std::vector<std::size_t> FillsOf(const std::string& errors) {
     return fills;
 }
 
-TEST_F(CommandLineTest, TheProgressBarMovesThroughALongElementOfWhichNothingIsReported) {
+TEST_F(CommandLineTest, TheProgressBarMovesThroughALongElementThatReportsNothing) {
     folder_.Write("a.orvo", "<orvo><session/><files>\n" + LongText() + "</files></orvo>");
     for (const char* const verb : {"info", "trace"}) {
         const Outcome outcome = test::Run({.arguments = {ToolPath(), verb, "a.orvo"},
@@ -164,7 +164,7 @@ TEST_F(CommandLineTest, TheProgressBarMovesThroughALongElementOfWhichNothingIsRe
     }
 }
 
-TEST_F(CommandLineTest, OneProgressBarGoesOverAllFiles) {
+TEST_F(CommandLineTest, OneProgressBarCoversAllFiles) {
     const std::string session = "<orvo><session/><files>\n" + std::string(12000000, '\n');
     folder_.Write("a.orvo", session + "</files></orvo>");
     std::vector<std::string> arguments = {ToolPath(), "info"};
@@ -176,7 +176,7 @@ TEST_F(CommandLineTest, OneProgressBarGoesOverAllFiles) {
     EXPECT_GE(std::set(fills.begin(), fills.end()).size(), 3u) << outcome.errors;
 }
 
-TEST_F(CommandLineTest, OneProgressBarGoesOverAllPhasesOfAConversion) {
+TEST_F(CommandLineTest, OneProgressBarCoversAllPhasesOfAConversion) {
     ASSERT_EQ(RunTool({"generate", "--tracks", "640", "a.orvo"}, folder_).exitCode, 0);
     const std::pair<const char*, std::vector<const char*>> phases[] = {
         {"b.json", {"writing"}}, {"b.orvo", {"writing", "checking"}}};
@@ -204,7 +204,7 @@ std::string BarsLabelled(const std::string& label, const std::string& errors) {
     return bars;
 }
 
-TEST_F(CommandLineTest, TheProgressBarMovesWhileJsonIsWrittenWhoseSizeNoFileTells) {
+TEST_F(CommandLineTest, TheProgressBarMovesWhileJsonOfUnknownSizeIsWritten) {
     ASSERT_EQ(RunTool({"generate", "--tracks", "640", "a.orvo"}, folder_).exitCode, 0);
     const Outcome outcome = test::Run(
         {.arguments = {"sh", "-c", "exec " + ToolPath() + " convert --from orvo - b.json <a.orvo"},
@@ -214,7 +214,7 @@ TEST_F(CommandLineTest, TheProgressBarMovesWhileJsonIsWrittenWhoseSizeNoFileTell
     EXPECT_GE(std::set(fills.begin(), fills.end()).size(), 2u) << outcome.errors;
 }
 
-TEST_F(CommandLineTest, AMessageStandsByItselfWhileAProgressBarIsShown) {
+TEST_F(CommandLineTest, AMessageGetsItsOwnLineDuringAProgressBar) {
     folder_.Write("a.orvo", "<orvo><session/><files>\n" + LongText() + "</files></orvo>");
     const Outcome outcome = test::Run({.arguments = {ToolPath(), "info", "a.orvo", "none.orvo"},
                                        .folder = folder_.Path().string(),
@@ -256,7 +256,7 @@ TEST_F(CommandLineTest, OutputThatCannotBeWrittenIsAFailure) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
-TEST_F(CommandLineTest, MessagesThatCannotBeWrittenChangeNoExitStatus) {
+TEST_F(CommandLineTest, MessagesThatCannotBeWrittenDoNotChangeTheExitStatus) {
     for (const char* const where : {"2>/dev/full", "2>&-"}) {
         const auto run = [&](const std::string& arguments) {
             return test::Run(
@@ -267,7 +267,7 @@ TEST_F(CommandLineTest, MessagesThatCannotBeWrittenChangeNoExitStatus) {
     }
 }
 
-TEST_F(CommandLineTest, OfOutputThatCannotBeWrittenOnlyTheReasonIsSaid) {
+TEST_F(CommandLineTest, AFailedWriteOfOutputReportsOnlyTheReason) {
     ASSERT_EQ(RunTool({"generate", "--tracks", "40", "a.orvo"}, folder_).exitCode, 0);
     for (const char* const verb :
          {"--help", "info --clips a.orvo", "info --json a.orvo", "trace a.orvo a.orvo"}) {

@@ -44,7 +44,7 @@ TEST_F(ConvertLossesTest, ARelativePathThatWouldBeLostIsNamedAndNothingIsWritten
     }
 }
 
-TEST_F(ConvertLossesTest, MediaThatMovedWithTheSessionAreNamedWhereTheyAre) {
+TEST_F(ConvertLossesTest, MediaThatMovedWithTheSessionGetTheirNewPath) {
     folder_.Write("a.orvo", kMovedSession);
     std::filesystem::create_directory(folder_ / "Media");
     folder_.Write("Media/drum.wav", "RIFF");
@@ -56,7 +56,7 @@ TEST_F(ConvertLossesTest, MediaThatMovedWithTheSessionAreNamedWhereTheyAre) {
     EXPECT_EQ(PathIn("b.json"), (folder_ / "Media/drum.wav").string());
 }
 
-TEST_F(ConvertLossesTest, OfAStreamRelativePathsCountFromTheWorkingDirectory) {
+TEST_F(ConvertLossesTest, RelativePathsInAStreamCountFromTheWorkingDirectory) {
     const std::string path = (folder_ / "Media/drum.wav").string();
     const std::string session = "<orvo><files><file id='3' absolutePath='" + path +
                                 "' relativePath='Media/drum.wav'/></files></orvo>";
@@ -113,7 +113,7 @@ TEST_F(ConvertLossesTest, AValueThatOnlyJsonHoldsIsALossForASessionFileAlone) {
     EXPECT_FALSE(Exists("b.orvo"));
 }
 
-TEST_F(ConvertLossesTest, TheHighestIndexOfAParameterIsKeptInJsonAndItsSaveIsRefusedAloud) {
+TEST_F(ConvertLossesTest, TheHighestParameterIndexSurvivesInJsonButSavingItFailsWithAMessage) {
     for (const std::string index : {"4294967295", "-1"}) {
         folder_.Write("a.orvo",
                       "<orvo><session><tracks><busTrack id='1'><trackAudioParameters>"

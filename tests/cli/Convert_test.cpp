@@ -80,7 +80,7 @@ TEST_F(ConvertTest, StreamsNeedTheirKindAndThenWork) {
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }
 
-TEST_F(ConvertTest, AnUnknownExtensionIsAUsageErrorThatSaysWhatToSay) {
+TEST_F(ConvertTest, AnUnknownExtensionIsAUsageErrorWithAdvice) {
     const Outcome outcome = RunTool({"convert", "a.orvo", "a.txt"}, folder_);
     EXPECT_THAT(outcome.errors, HasSubstr("--to"));
     EXPECT_EQ(outcome.exitCode, 2);
@@ -101,7 +101,7 @@ TEST_F(ConvertTest, AKindIsOrvoOrJsonAndNothingElse) {
     EXPECT_FALSE(Exists("b.json"));
 }
 
-TEST_F(ConvertTest, AnExtensionTellsTheKindInCapitalsToo) {
+TEST_F(ConvertTest, AnExtensionInCapitalsTellsTheKindToo) {
     folder_.Write("A.ORVO", kSmallSession);
     folder_.Write("here.wav", "");
     for (const auto& [in, out] : {std::pair("A.ORVO", "B.JSON"), {"B.JSON", "C.Orvo"}}) {
@@ -112,7 +112,7 @@ TEST_F(ConvertTest, AnExtensionTellsTheKindInCapitalsToo) {
     EXPECT_THAT(ReadFile(folder_ / "C.Orvo"), HasSubstr("bitDepth=\"24\""));
 }
 
-TEST_F(ConvertTest, AFileIsNotReadUnderTheNameOfAFolder) {
+TEST_F(ConvertTest, AFileNamedLikeAFolderIsNotRead) {
     folder_.Write("a.orvo", kSmallSession);
     folder_.Write("a.json", "{}");
     for (const char* const kind : {"orvo", "json"}) {
@@ -128,7 +128,7 @@ TEST_F(ConvertTest, AFileIsNotReadUnderTheNameOfAFolder) {
     EXPECT_FALSE(Exists("b.json"));
 }
 
-TEST_F(ConvertTest, ANameThatNoFileCanHaveIsAUsageErrorThatSaysWhatToDo) {
+TEST_F(ConvertTest, AnImpossibleFileNameIsAUsageErrorWithAdvice) {
     folder_.Write("a.json", "{}");
     for (const auto& [name, advice] : {std::pair("", "name a file"),
                                        {"b.orvo/", "name a file in it"},
@@ -141,7 +141,7 @@ TEST_F(ConvertTest, ANameThatNoFileCanHaveIsAUsageErrorThatSaysWhatToDo) {
     EXPECT_FALSE(Exists("b.orvo"));
 }
 
-TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConverted) {
+TEST_F(ConvertTest, AFileThatCannotBeScannedIsNotConverted) {
     folder_.Write("a.orvo", "<orvo><session/>");
     const Outcome outcome = ConvertIdly({});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: a.orvo:1:"));
@@ -150,7 +150,7 @@ TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConverted) {
     EXPECT_FALSE(Exists("a.json"));
 }
 
-TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConvertedWithLossyEither) {
+TEST_F(ConvertTest, AFileThatCannotBeScannedIsNotConvertedWithLossyEither) {
     folder_.Write("a.orvo", "<orvo><session/>");
     const Outcome outcome = ConvertIdly({"--lossy"});
     EXPECT_THAT(outcome.errors, StartsWith("orvo: a.orvo:1:"));
@@ -162,7 +162,7 @@ TEST_F(ConvertTest, AFileThatCannotBeLookedOverIsNotConvertedWithLossyEither) {
     EXPECT_FALSE(Exists("a.json"));
 }
 
-TEST_F(ConvertTest, AFileThatIsReplacedWhileItIsReadIsNotConverted) {
+TEST_F(ConvertTest, AFileThatIsReplacedDuringTheReadIsNotConverted) {
     folder_.Write("a.orvo", "<orvo><session/></orvo>");
     folder_.Write("next.orvo", "<orvo><session/></orvo>");
     const Outcome outcome =
@@ -174,7 +174,7 @@ TEST_F(ConvertTest, AFileThatIsReplacedWhileItIsReadIsNotConverted) {
     EXPECT_FALSE(Exists("a.json"));
 }
 
-TEST_F(ConvertTest, AFileThatIsReplacedWhileItIsReadIsNotConvertedWithLossyEither) {
+TEST_F(ConvertTest, AFileThatIsReplacedDuringTheReadIsNotConvertedWithLossyEither) {
     folder_.Write("a.orvo", "<orvo><session/></orvo>");
     folder_.Write("next.orvo", "<orvo><session/></orvo>");
     const Outcome outcome =
@@ -186,7 +186,7 @@ TEST_F(ConvertTest, AFileThatIsReplacedWhileItIsReadIsNotConvertedWithLossyEithe
     EXPECT_FALSE(Exists("a.json"));
 }
 
-TEST_F(ConvertTest, AStepBackLeadsWhereTheSystemGoesForReadingAndForLookingOver) {
+TEST_F(ConvertTest, DotDotLeadsWhereTheSystemGoesForReadingAndScanning) {
     std::filesystem::create_directories(folder_ / "project/takes");
     std::filesystem::create_directory_symlink("project/takes", folder_ / "link");
     folder_.Write("project/a.orvo", "<orvo><session sampleRate='44100'/></orvo>");
@@ -196,7 +196,7 @@ TEST_F(ConvertTest, AStepBackLeadsWhereTheSystemGoesForReadingAndForLookingOver)
     EXPECT_EQ(json::parse(ReadFile(folder_ / "b.json")).at("sampleRate"), 44100);
 }
 
-TEST_F(ConvertTest, AStepBackLeadsWhereTheSystemGoesForWritingToo) {
+TEST_F(ConvertTest, DotDotLeadsWhereTheSystemGoesForWritingToo) {
     std::filesystem::create_directories(folder_ / "project/takes");
     std::filesystem::create_directory_symlink("project/takes", folder_ / "link");
     folder_.Write("a.orvo", "<orvo><session sampleRate='48000'/></orvo>");
@@ -222,7 +222,7 @@ TEST_F(ConvertTest, BadInputLeavesTheOutputAlone) {
     EXPECT_EQ(ReadFile(folder_ / "b.orvo"), "old");
 }
 
-TEST_F(ConvertTest, WhatIsNoJsonIsToldWhatItIs) {
+TEST_F(ConvertTest, AMessageSaysWhatAFileIsInsteadOfJson) {
     const auto refusal = [&](const std::string& content) {
         folder_.Write("a.json", content);
         const Outcome outcome = RunTool({"convert", "a.json", "b.orvo"}, folder_);
@@ -246,7 +246,7 @@ TEST_F(ConvertTest, WhatIsNoJsonIsToldWhatItIs) {
     EXPECT_THAT(refusal("once upon a time"), StartsWith("orvo: a.json:1:1: syntax error"));
 }
 
-TEST_F(ConvertTest, AFileUnderTheNameOfAFolderIsNoSourceOfEitherKind) {
+TEST_F(ConvertTest, AFileNamedLikeAFolderIsNotASourceOfEitherKind) {
     folder_.Write("a.orvo", kSmallSession);
     folder_.Write("a.json", "{}");
     for (const std::string name : {"a.orvo/", "a.json/"}) {
@@ -258,7 +258,7 @@ TEST_F(ConvertTest, AFileUnderTheNameOfAFolderIsNoSourceOfEitherKind) {
     }
 }
 
-TEST_F(ConvertTest, AnEmptyNameIsNoSource) {
+TEST_F(ConvertTest, AnEmptyNameIsNotASource) {
     const Outcome outcome = RunTool({"convert", "", "b.json", "--from", "orvo"}, folder_);
     EXPECT_THAT(outcome.errors, HasSubstr("the name is empty; name a file"));
     EXPECT_EQ(outcome.exitCode, 2);
@@ -279,7 +279,7 @@ TEST_F(ConvertTest, AWrongValueInJsonIsNamedWithItsPath) {
                 StartsWith("orvo: a.json: /sampleRate: this is true; give a whole number"));
 }
 
-TEST_F(ConvertTest, APipeIsNoSourceOfEitherKind) {
+TEST_F(ConvertTest, APipeIsNotASourceOfEitherKind) {
     ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
     for (const char* const kind : {"orvo", "json"}) {
         const Outcome outcome = RunTool({"convert", "--from", kind, "pipe", "b.orvo"}, folder_);
@@ -289,7 +289,7 @@ TEST_F(ConvertTest, APipeIsNoSourceOfEitherKind) {
     }
 }
 
-TEST_F(ConvertTest, AFailedSaveTellsTheReason) {
+TEST_F(ConvertTest, AFailedSaveReportsTheReason) {
     folder_.Write("a.orvo", kSmallSession);
     folder_.Write("here.wav", "RIFF");
     for (const char* const out : {"nowhere/b.orvo", "nowhere/b.json"}) {
@@ -300,7 +300,7 @@ TEST_F(ConvertTest, AFailedSaveTellsTheReason) {
     }
 }
 
-TEST_F(ConvertTest, ARefusalWithoutAReasonIsSaidToBeThePlugins) {
+TEST_F(ConvertTest, ARefusalWithoutAReasonIsAttributedToThePlugIn) {
     folder_.Write("a.json", "{}");
     for (const auto& [out, subject] : {std::pair("b.orvo", "b.orvo"), {"-", "standard output"}}) {
         const Outcome outcome = test::Run(
@@ -323,7 +323,7 @@ TEST_F(ConvertTest, JsonBecomesJsonWithoutThePlugin) {
     EXPECT_EQ(json::parse(ReadFile(folder_ / "b.json")).at("sampleRate"), 7);
 }
 
-TEST_F(ConvertTest, AFolderThatMayNotBeWrittenKeepsTheOldFile) {
+TEST_F(ConvertTest, AReadOnlyFolderKeepsTheOldFile) {
     folder_.Write("a.orvo", kSmallSession);
     folder_.Write("here.wav", "RIFF");
     std::filesystem::create_directory(folder_ / "locked");

@@ -41,7 +41,7 @@ TEST_F(GenerateTest, WhatItWritesIsConvertedToTheSameBytesAndLosesNothing) {
     }
 }
 
-TEST_F(GenerateTest, TheDefaultSessionIsOneOfAMegabyte) {
+TEST_F(GenerateTest, TheDefaultSessionHasAMegabyte) {
     Generate({"a.orvo"});
     const std::uintmax_t size = std::filesystem::file_size(folder_ / "a.orvo");
     EXPECT_GT(size, 950'000u);
@@ -81,7 +81,7 @@ TEST_F(GenerateTest, ADashIsStandardOutput) {
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
-TEST_F(GenerateTest, ANameForJsonGetsJson) {
+TEST_F(GenerateTest, AJsonNameGetsJson) {
     Generate({"--tracks", "2", "a.orvo"});
     Generate({"--tracks", "2", "a.json"});
     Generate({"--tracks", "2", "B.JSON"});
@@ -109,7 +109,7 @@ TEST_F(GenerateTest, NumbersOutOfRangeAreUsageErrorsThatNameThem) {
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }
 
-TEST_F(GenerateTest, WhatIsNoWholeNumberOrOutOfRangeIsRefusedWithTheRange) {
+TEST_F(GenerateTest, AnythingButAWholeNumberInRangeIsRefusedWithTheRange) {
     for (const auto& [option, range] : {std::pair("--tracks", "1 to 10000"),
                                         {"--clips", "0 to 1000000"},
                                         {"--slots", "0 to 1000000"},
@@ -128,7 +128,7 @@ TEST_F(GenerateTest, WhatIsNoWholeNumberOrOutOfRangeIsRefusedWithTheRange) {
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }
 
-TEST_F(GenerateTest, EachEndOfARangeIsInIt) {
+TEST_F(GenerateTest, RangesIncludeBothEnds) {
     for (const char* const seed : {"0", "18446744073709551614", "18446744073709551615"}) {
         Generate({"--tracks", "1", "--clips", "0", "--seed", seed, std::string(seed) + ".orvo"});
     }
@@ -136,7 +136,7 @@ TEST_F(GenerateTest, EachEndOfARangeIsInIt) {
               ReadFile(folder_ / "18446744073709551615.orvo"));
 }
 
-TEST_F(GenerateTest, ANumberWithZerosInFrontIsDecimal) {
+TEST_F(GenerateTest, ANumberWithLeadingZerosIsDecimal) {
     Generate({"--tracks", "010", "a.orvo"});
     Generate({"--tracks", "10", "b.orvo"});
     EXPECT_EQ(ReadFile(folder_ / "a.orvo"), ReadFile(folder_ / "b.orvo"));

@@ -47,7 +47,7 @@ TEST_F(InfoOptionsTest, ShowsWhereTheTimecodeStarts) {
     EXPECT_THAT(RunTool({"info", "b.orvo"}, folder_).output, Not(HasSubstr("Starts at")));
 }
 
-TEST_F(InfoOptionsTest, ShowsWhereInItsFileAClipBegins) {
+TEST_F(InfoOptionsTest, ShowsWhereAClipBeginsInItsFile) {
     folder_.Write("a.orvo", R"(<orvo><session sampleRate="1000"><tracks>
 <audioTrack id="1"><audioClip id="5" fileID="9" startPoint="0" sourceInPoint="2500" sourceOutPoint="2750"/></audioTrack>
 <instrumentTrack id="2"><midiClip id="6" startPoint="7"/></instrumentTrack></tracks></session></orvo>)");
@@ -80,7 +80,7 @@ TEST_F(InfoOptionsTest, ShowsBothPathsThatASessionStoresOfMissingMedia) {
     EXPECT_EQ(json.at(0).at("media").at(1).at("relativePath"), nullptr);
 }
 
-TEST_F(InfoOptionsTest, ListsMissingMediaAlone) {
+TEST_F(InfoOptionsTest, ListsOnlyMissingMedia) {
     folder_.Write("a.orvo", kMissingMedia);
     folder_.Write("b.orvo", "<orvo/>");
     folder_.Write("c.orvo", kSmallSession);
@@ -98,7 +98,7 @@ TEST_F(InfoOptionsTest, ListsMissingMediaAlone) {
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
-TEST_F(InfoOptionsTest, ListsMissingMediaAloneForPrograms) {
+TEST_F(InfoOptionsTest, ListsOnlyMissingMediaForPrograms) {
     folder_.Write("a.orvo", kMissingMedia);
     folder_.Write("b.orvo", "<orvo/>");
     folder_.Write("here.wav", "RIFF");
@@ -113,7 +113,7 @@ TEST_F(InfoOptionsTest, ListsMissingMediaAloneForPrograms) {
     EXPECT_EQ(nlohmann::json::parse(lines.output), expected);
 }
 
-TEST_F(InfoOptionsTest, SaysNothingWhereNothingIsMissingAndFailsOnlyOfWhatCannotBeRead) {
+TEST_F(InfoOptionsTest, IsSilentIfNothingIsMissingAndFailsOnlyForUnreadableFiles) {
     folder_.Write("b.orvo", "<orvo/>");
     const Outcome text = RunTool({"info", "--missing", "b.orvo"}, folder_);
     EXPECT_EQ(text.output + text.errors, "");
@@ -126,12 +126,12 @@ TEST_F(InfoOptionsTest, SaysNothingWhereNothingIsMissingAndFailsOnlyOfWhatCannot
     EXPECT_EQ(bad.exitCode, 1);
 }
 
-TEST_F(InfoOptionsTest, MissingMediaAloneGoWithNoOtherDetail) {
+TEST_F(InfoOptionsTest, MissingMediaExcludeOtherDetails) {
     EXPECT_EQ(RunTool({"info", "--missing", "--clips", "b.orvo"}, folder_).exitCode, 2);
     EXPECT_EQ(RunTool({"info", "--json", "--ndjson", "b.orvo"}, folder_).exitCode, 2);
 }
 
-TEST_F(InfoOptionsTest, GivesALineOfJsonForEachFile) {
+TEST_F(InfoOptionsTest, PrintsALineOfJsonForEachFile) {
     folder_.Write("a.orvo", "<orvo/>");
     folder_.Write("b.orvo", "<foo/>");
     const Outcome outcome = RunTool({"info", "--ndjson", "a.orvo", "b.orvo"}, folder_);
@@ -145,7 +145,7 @@ TEST_F(InfoOptionsTest, GivesALineOfJsonForEachFile) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
-TEST_F(InfoOptionsTest, AnArrayOfJsonIsIndentedAsAWhole) {
+TEST_F(InfoOptionsTest, IndentsAJsonArrayLikeAWhole) {
     folder_.Write("a.orvo", "<foo/>");
     const Outcome outcome = RunTool({"info", "--json", "a.orvo", "a.orvo"}, folder_);
     EXPECT_EQ(outcome.output, nlohmann::ordered_json::parse(outcome.output).dump(2) + "\n");
@@ -173,7 +173,7 @@ TEST_F(InfoOptionsTest, PrintsEachFileAsItIsRead) {
     }
 }
 
-TEST_F(InfoOptionsTest, TakesFoldersWithAllSessionsInThem) {
+TEST_F(InfoOptionsTest, AcceptsFoldersForAllSessionsInThem) {
     std::filesystem::create_directories(folder_ / "top/b");
     folder_.Write("top/z.orvo", "<orvo/>");
     folder_.Write("top/b/a.ORVO", "<orvo/>");
@@ -191,7 +191,7 @@ TEST_F(InfoOptionsTest, TakesFoldersWithAllSessionsInThem) {
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
-TEST_F(InfoOptionsTest, SaysThatAFolderHasNoSessionsOrCannotBeRead) {
+TEST_F(InfoOptionsTest, ReportsAFolderThatHasNoSessionsOrCannotBeRead) {
     std::filesystem::create_directories(folder_ / "empty");
     const Outcome empty = RunTool({"info", "--recursive", "empty"}, folder_);
     EXPECT_EQ(empty.errors,

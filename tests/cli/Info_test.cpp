@@ -75,7 +75,7 @@ TEST_F(InfoTest, ShowsTracksGroupsTempoAndMetronome) {
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
-TEST_F(InfoTest, ShowsTheDetailsThatAreAskedFor) {
+TEST_F(InfoTest, ShowsTheRequestedDetails) {
     folder_.Write("a.orvo", kMixedSession);
     const Outcome outcome =
         RunTool({"info", "--tracks", "--effects", "--clips", "a.orvo"}, folder_);
@@ -109,7 +109,7 @@ constexpr const char* kSessionOfLittle = R"(<orvo><session sampleRate="0" durati
 </component></sendSlot></sendList>
 <midiClip id="6" name="Run" startPoint="7"/></instrumentTrack></tracks></session></orvo>)";
 
-TEST_F(InfoTest, ShowsWhatIsLeftOfASessionThatLeavesMostOfItOut) {
+TEST_F(InfoTest, ShowsASessionThatOmitsMostFacts) {
     folder_.Write("a.orvo", kSessionOfLittle);
     const Outcome outcome =
         RunTool({"info", "--tracks", "--effects", "--clips", "a.orvo"}, folder_);
@@ -122,14 +122,14 @@ TEST_F(InfoTest, ShowsWhatIsLeftOfASessionThatLeavesMostOfItOut) {
     EXPECT_EQ(outcome.errors, "");
 }
 
-TEST_F(InfoTest, ShowsNoTableOfClipsWhereThereAreNone) {
+TEST_F(InfoTest, ShowsNoTableOfClipsIfThereAreNone) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = RunTool({"info", "--clips", "a.orvo"}, folder_);
     EXPECT_THAT(outcome.output, Not(HasSubstr("Clip")));
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
-TEST_F(InfoTest, TellsProgramsNullForWhatThereIsNot) {
+TEST_F(InfoTest, PrintsNullForMissingFacts) {
     folder_.Write("a.orvo", kSessionOfLittle);
     const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
     const auto session = nlohmann::json::parse(outcome.output).at(0);
@@ -162,7 +162,7 @@ constexpr const char* kSessionOfMany = R"(<orvo><session sampleRate="1000"><trac
 <properties><property key="reel">2</property><property key="long">0123456789012345678901234567890123456789012345678901234567890123456789xyz</property></properties>
 </session></orvo>)";
 
-TEST_F(InfoTest, ShowsHowTimesAreToldEventsPropertiesMetadataAndWhatIsOffline) {
+TEST_F(InfoTest, ShowsTimeFormatEventsPropertiesMetadataAndOfflineClips) {
     folder_.Write("a.orvo", kSessionOfMany);
     const Outcome outcome = RunTool({"info", "a.orvo"}, folder_);
     EXPECT_THAT(outcome.output, HasSubstr("  Events       tempo, key signature\n"
@@ -189,14 +189,14 @@ TEST_F(InfoTest, ShowsSwitchesMidiInputsSideChainsAndPictures) {
     EXPECT_THAT(outcome.output, HasSubstr("       0  Gate    on, side chain  "));
 }
 
-TEST_F(InfoTest, ShowsNoIdForTheMetronomesTrackWhichHasNone) {
+TEST_F(InfoTest, ShowsNoIdForTheMetronomeTrack) {
     folder_.Write("a.orvo", kSessionOfMany);
     const Outcome outcome = RunTool({"info", "--tracks", "a.orvo"}, folder_);
     EXPECT_THAT(outcome.output, HasSubstr("  metronome: Click\n"));
     EXPECT_THAT(outcome.output, Not(HasSubstr("4294967295")));
 }
 
-TEST_F(InfoTest, TellsProgramsOfPicturesPropertiesAndSideChains) {
+TEST_F(InfoTest, PrintsPicturesPropertiesAndSideChainsForPrograms) {
     folder_.Write("a.orvo", kSessionOfMany);
     const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
     const auto session = nlohmann::json::parse(outcome.output).at(0);
@@ -208,7 +208,7 @@ TEST_F(InfoTest, TellsProgramsOfPicturesPropertiesAndSideChains) {
     EXPECT_EQ(session.at("tracks").at(2).at("effects").at(0).at("sideChainChannels"), 2);
 }
 
-TEST_F(InfoTest, TellsProgramsOfTracksClipsAndGroups) {
+TEST_F(InfoTest, PrintsTracksClipsAndGroupsForPrograms) {
     folder_.Write("a.orvo", kMixedSession);
     const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
     const auto session = nlohmann::json::parse(outcome.output).at(0);
@@ -237,7 +237,7 @@ TEST_F(InfoTest, ShowsTheOtherSessionsWhenOneCannotBeRead) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
-TEST_F(InfoTest, AFileIsShownWholeAlsoBehindOneThatEndsInsideAnUnknownElement) {
+TEST_F(InfoTest, ShowsAFileCompletelyAfterOneThatEndsInsideAnUnknownElement) {
     folder_.Write("b.orvo", kSmallSession);
     const std::string alone = RunTool({"info", "b.orvo"}, folder_).output;
     for (const char* const bad : {"<orvo><session sampleRate='8000'><zz><yy><x></session>",
@@ -247,7 +247,7 @@ TEST_F(InfoTest, AFileIsShownWholeAlsoBehindOneThatEndsInsideAnUnknownElement) {
     }
 }
 
-TEST_F(InfoTest, GivesJsonForPrograms) {
+TEST_F(InfoTest, PrintsJsonForPrograms) {
     folder_.Write("a.orvo", kSmallSession);
     folder_.Write("here.wav", "RIFF");
     const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
@@ -274,7 +274,7 @@ TEST_F(InfoTest, GivesJsonForPrograms) {
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
-TEST_F(InfoTest, GivesJsonForAFileThatCannotBeReadToo) {
+TEST_F(InfoTest, PrintsJsonForAnUnreadableFileToo) {
     folder_.Write("a.orvo", "<foo/>");
     const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
     EXPECT_EQ(nlohmann::json::parse(outcome.output), nlohmann::json::parse(R"([{
@@ -293,7 +293,7 @@ TEST_F(InfoTest, ReadsStandardInputWithPathsRelativeToTheWorkingDirectory) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 1);
 }
 
-TEST_F(InfoTest, ShowsWhatATerminalWouldObeyAsText) {
+TEST_F(InfoTest, ShowsControlCharactersAsText) {
     folder_.Write(
         "a.orvo",
         "<?xml version='1.1'?><orvo><audioDevice inputID='&#x1b;[31m' outputID=''/></orvo>");

@@ -46,7 +46,7 @@ TEST_F(LossesTest, ContentThatWouldBeLostIsNamedAndNothingIsWritten) {
     EXPECT_FALSE(Exists("b.json"));
 }
 
-TEST_F(LossesTest, LossyNamesWhatIsLostAndConvertsAllTheSame) {
+TEST_F(LossesTest, LossyListsTheLossesAndConvertsAnyway) {
     folder_.Write("a.orvo", "<orvo><glow/><session sampleRate='7'/></orvo>");
     const Outcome outcome = RunTool({"convert", "--lossy", "a.orvo", "b.orvo"}, folder_);
     EXPECT_EQ(outcome.errors, "orvo: a.orvo:1:7: cannot be carried over: <glow> in <orvo>\n");
@@ -54,7 +54,7 @@ TEST_F(LossesTest, LossyNamesWhatIsLostAndConvertsAllTheSame) {
     EXPECT_THAT(ReadFile(folder_ / "b.orvo"), HasSubstr("sampleRate=\"7\""));
 }
 
-TEST_F(LossesTest, ManyThingsThatASessionFileHasAreNamedInPartAndCounted) {
+TEST_F(LossesTest, ManyLossesOfASessionFileAreListedInPartAndCounted) {
     std::string document = "<orvo>";
     for (int i = 0; i < 25; ++i) {
         document += "<a/>";
@@ -67,7 +67,7 @@ TEST_F(LossesTest, ManyThingsThatASessionFileHasAreNamedInPartAndCounted) {
     EXPECT_THAT(all, HasSubstr("orvo: a.orvo:1:103: cannot be carried over: <a> in <orvo>\n"));
 }
 
-TEST_F(LossesTest, ManyThingsThatASessionFileCannotHoldAreNamedInPartAndCounted) {
+TEST_F(LossesTest, ManyLossesOfJsonAreListedInPartAndCounted) {
     std::string tracks;
     for (int id = 0; id < 30; ++id) {
         tracks += R"({"kind": 2, "name": " ", "id": )" + std::to_string(id) + "},";
@@ -121,7 +121,7 @@ TEST_F(LossesTest, ThePositionThatAHostGetsOfVersion40IsLostThroughJsonToo) {
     }
 }
 
-TEST_F(LossesTest, APositionThatTheSavedFileMakesAnewIsNoLoss) {
+TEST_F(LossesTest, APositionThatEveryFileComputesIsNotALoss) {
     for (const char* const version : {"0.1.0", "4.0.1", "14.0"}) {
         for (const char* const value : {"0", "5", "9", "7"}) {
             folder_.Write("a.json", R"({"ctiPosition": 5, "selection": {"start": 9},
@@ -134,7 +134,7 @@ TEST_F(LossesTest, APositionThatTheSavedFileMakesAnewIsNoLoss) {
     }
 }
 
-TEST_F(LossesTest, WhatOnlySavingLosesOfASessionFileIsNamedAndNothingIsWritten) {
+TEST_F(LossesTest, LossesThatOccurOnlyOnSavingAreListedAndNothingIsWritten) {
     folder_.Write("a.orvo",
                   "<orvo><session><tracks><videoTrack id='1' index='3'/><busTrack id='0'/>"
                   "<busTrack id='2'><trackAudioParameters><trackOutput type='trackID' "
@@ -189,7 +189,7 @@ TEST_F(LossesTest, APlugInThatSavesNothingIsAFailure) {
     EXPECT_EQ(ReadFile(folder_ / "a.orvo"), "old");
 }
 
-TEST_F(LossesTest, ASavedFileThatCannotBeReadAgainIsNotWritten) {
+TEST_F(LossesTest, ASavedFileThatCannotBeReadBackIsNotWritten) {
     folder_.Write("a.json", "{}");
     folder_.Write("a.orvo", "old");
     const Outcome outcome = test::Run(
@@ -202,14 +202,14 @@ TEST_F(LossesTest, ASavedFileThatCannotBeReadAgainIsNotWritten) {
     EXPECT_EQ(ReadFile(folder_ / "a.orvo"), "old");
 }
 
-TEST_F(LossesTest, WhatTheReadEndedInsideOfIsNotMissedInWhatWasSaved) {
+TEST_F(LossesTest, AReadThatEndsInsideAnUnknownElementDoesNotAffectTheComparison) {
     folder_.Write("a.orvo", "<orvo><session sampleRate='8000'/><orvo/></orvo>");
     const Outcome outcome = RunTool({"convert", "--lossy", "a.orvo", "b.orvo"}, folder_);
     EXPECT_EQ(outcome.errors, "orvo: a.orvo:1:35: cannot be carried over: <orvo> in <orvo>\n");
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
-TEST_F(LossesTest, ValuesThatAReaderTakesOtherwiseAreNamed) {
+TEST_F(LossesTest, ValuesThatAReaderInterpretsDifferentlyAreListed) {
     folder_.Write("a.orvo",
                   "<orvo><session><metronome soundSet='gong'/><tracks><busTrack id='1' "
                   "select='TRUE'><trackParameters trackHue='red'/></busTrack></tracks>"
@@ -224,7 +224,7 @@ TEST_F(LossesTest, ValuesThatAReaderTakesOtherwiseAreNamed) {
     EXPECT_FALSE(std::filesystem::exists(folder_ / "b.json"));
 }
 
-TEST_F(LossesTest, NothingIsNamedWhereASessionFileHoldsEverything) {
+TEST_F(LossesTest, NothingIsListedIfASessionFileHoldsEverything) {
     ASSERT_EQ(RunTool({"generate", "--tracks", "12", "a.orvo"}, folder_).exitCode, 0);
     ASSERT_EQ(RunTool({"convert", "a.orvo", "a.json"}, folder_).exitCode, 0);
     const Outcome outcome = RunTool({"convert", "a.json", "b.orvo"}, folder_);
@@ -232,7 +232,7 @@ TEST_F(LossesTest, NothingIsNamedWhereASessionFileHoldsEverything) {
     EXPECT_EQ(ReadFile(folder_ / "b.orvo"), ReadFile(folder_ / "a.orvo"));
 }
 
-TEST_F(LossesTest, AListForWhichASessionFileHasNoRoomIsNamedWithItsPlace) {
+TEST_F(LossesTest, AListThatIsTooLongForASessionFileIsNamedWithItsPlace) {
     const auto refusal = [&](const std::string& track) {
         folder_.Write("a.json", R"({"audioTracks": [{"id": 1, )" + track + "}]}");
         const Outcome outcome = RunTool({"convert", "a.json", "a.orvo"}, folder_);
@@ -258,13 +258,13 @@ TEST_F(LossesTest, AListForWhichASessionFileHasNoRoomIsNamedWithItsPlace) {
                 HasSubstr("/audioTracks/0/effectsRack/slots/0/inputChannels: this makes 1025 "));
 }
 
-TEST_F(LossesTest, NoListIsBlamedForASaveThatFailsOtherwise) {
+TEST_F(LossesTest, NoListIsBlamedForASaveThatFailsForAnotherReason) {
     folder_.Write("a.json", R"({"audioTracks": [{"clips": [{"channelSources": {"1023": 0}}]}]})");
     EXPECT_THAT(RunTool({"convert", "a.json", std::string(256, 'n') + ".orvo"}, folder_).errors,
                 Not(HasSubstr("a.json")));
 }
 
-TEST_F(LossesTest, AChannelThatAMapLeavesOutIsNoLossIfItIsFedByItsOwnNumber) {
+TEST_F(LossesTest, AnOmittedChannelIsNotALossIfItFeedsItself) {
     folder_.Write("a.orvo",
                   "<orvo><session><tracks><audioTrack id='1'><audioClip id='2'><channelMap>"
                   "<channel index='1' sourceIndex='0'/></channelMap></audioClip></audioTrack>"
@@ -275,7 +275,7 @@ TEST_F(LossesTest, AChannelThatAMapLeavesOutIsNoLossIfItIsFedByItsOwnNumber) {
                       HasSubstr(R"(<channel index="1" sourceIndex="0"/>)")));
 }
 
-TEST_F(LossesTest, ALongValueIsCutInItsMiddleUnlessAllIsAsked) {
+TEST_F(LossesTest, ALongValueIsCutInTheMiddleWithoutAll) {
     folder_.Write("a.orvo",
                   "<orvo><files><file id='1' mediaHandler='/a/folder/with/a/long/name/and/media/"
                   "one.wav'/></files></orvo>");
@@ -285,7 +285,7 @@ TEST_F(LossesTest, ALongValueIsCutInItsMiddleUnlessAllIsAsked) {
                 HasSubstr("\"/a/folder/with/a/long/name/and/media/one.wav\" of"));
 }
 
-TEST_F(LossesTest, RelativePathsCountFromTheFolderBehindTheLinksOfTheNewFile) {
+TEST_F(LossesTest, RelativePathsCountFromTheRealFolderOfTheNewFile) {
     const auto& top = folder_.Path();
     std::filesystem::create_directories(top / "far/away");
     folder_.Write("far/away/old.orvo", "old");

@@ -26,7 +26,7 @@ protected:
     test::TemporaryFolder folder_;
 };
 
-TEST_F(OutputTest, AFileIsReplacedOnceEverythingIsThere) {
+TEST_F(OutputTest, AFileIsReplacedWhenTheContentIsComplete) {
     const Output out(Name());
     const ExitCode code = out.Save([&](const Output::Sink& sink) {
         sink("one ");
@@ -38,7 +38,7 @@ TEST_F(OutputTest, AFileIsReplacedOnceEverythingIsThere) {
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(OutputTest, AFailureOfWhatIsSavedLeavesTheFile) {
+TEST_F(OutputTest, AFailureOfTheProducerKeepsTheFile) {
     const Output out(Name());
     EXPECT_THROW(out.Save([](const Output::Sink& sink) {
         sink("one ");
@@ -49,7 +49,7 @@ TEST_F(OutputTest, AFailureOfWhatIsSavedLeavesTheFile) {
     EXPECT_EQ(FileCount(), 1);
 }
 
-TEST_F(OutputTest, ASignalLeavesTheFileAndNothingElse) {
+TEST_F(OutputTest, ASignalKeepsTheFileAndLeavesNothingElse) {
     EXPECT_EXIT(Output(Name()).Save([](const Output::Sink& sink) {
         sink("one ");
         ::raise(SIGTERM);

@@ -19,7 +19,7 @@ using cli::Progress;
 
 namespace {
 
-TEST(FormatProgress, FillsTheBarByTheShareThatIsDone) {
+TEST(FormatProgress, FillsTheBarInProportion) {
     EXPECT_EQ(FormatProgress("a", 0, 7, 80), "[............................] a");
     EXPECT_EQ(FormatProgress("a", 1, 7, 80), "[####........................] a");
     EXPECT_EQ(FormatProgress("a", 7, 7, 80), "[############################] a");
@@ -42,20 +42,20 @@ TEST(FormatProgress, LeavesTheLastColumnFreeAndShrinksTheBarBeforeItCutsTheLabel
     EXPECT_EQ(FormatProgress("reading a.orvo", 1, 2, 15), "[####....]");
 }
 
-TEST(FormatProgress, CutsTheLabelBehindAWholeCharacterAndTakesWideOnesForWide) {
+TEST(FormatProgress, CutsTheLabelBetweenCharactersAndCountsWideOnes) {
     EXPECT_EQ(FormatProgress("\u00e9\u00e9\u00e9\u00e9\u00e9", 0, 7, 16), "[........] \u00e9...");
     EXPECT_EQ(FormatProgress("\u97f3\u97f3\u97f3", 0, 7, 18), "[........] \u97f3\u97f3\u97f3");
     EXPECT_EQ(FormatProgress("\u97f3\u97f3\u97f3", 0, 7, 17), "[........] \u97f3...");
 }
 
-TEST(FormatProgress, CutsNoLetterFromItsMarksAndNoPictureInParts) {
+TEST(FormatProgress, KeepsCombiningMarksAndEmojiSequencesTogether) {
     EXPECT_EQ(FormatProgress("e\u0301e\u0301e\u0301e\u0301", 0, 7, 16),
               "[........] e\u0301e\u0301e\u0301e\u0301");
     EXPECT_EQ(FormatProgress("\U0001F44D\U0001F3FD\U0001F44D\U0001F3FDab", 0, 7, 17),
               "[........] \U0001F44D\U0001F3FD...");
 }
 
-TEST(FormatProgress, MakesTheBarShorterThanItsLeastOnlyWhereThereIsNoRoomForIt) {
+TEST(FormatProgress, MakesTheBarShorterThanItsMinimumOnlyIfThereIsNoRoom) {
     EXPECT_EQ(FormatProgress("a", 1, 2, 11), "[####....]");
     EXPECT_EQ(FormatProgress("a", 1, 2, 8), "[##...]");
     EXPECT_EQ(FormatProgress("a", 1, 2, 3), "[]");
@@ -63,7 +63,7 @@ TEST(FormatProgress, MakesTheBarShorterThanItsLeastOnlyWhereThereIsNoRoomForIt) 
     EXPECT_EQ(FormatProgress("a", 1, 2, 0), "");
 }
 
-TEST(Progress, GoesThroughItsPhasesByTheirWeights) {
+TEST(Progress, AdvancesThroughItsPhasesByWeight) {
     Progress progress("a.orvo", {{"reading", 3}, {"writing", 1}});
     EXPECT_EQ(progress.Share(), 0);
     {
@@ -78,7 +78,7 @@ TEST(Progress, GoesThroughItsPhasesByTheirWeights) {
     EXPECT_DOUBLE_EQ(progress.Share(), 0.875);
 }
 
-TEST(Progress, NeverGoesBackNorBeyondAPhase) {
+TEST(Progress, NeverGoesBackOrBeyondAPhase) {
     Progress progress("a.orvo", {{"reading", 1}, {"writing", 1}});
     const Progress::Phase reading = progress.Begin("reading");
     reading.Update(3, 4);
@@ -90,7 +90,7 @@ TEST(Progress, NeverGoesBackNorBeyondAPhase) {
     EXPECT_DOUBLE_EQ(progress.Share(), 0.5);
 }
 
-TEST(Progress, LeavesOutPhasesThatDoNotCome) {
+TEST(Progress, SkipsPhasesThatDoNotBegin) {
     Progress progress("a.orvo", {{"reading", 1}, {"scanning", 1}, {"reading", 2}});
     const Progress::Phase first = progress.Begin("reading");
     const Progress::Phase second = progress.Begin("reading", "b.orvo");
@@ -102,7 +102,7 @@ TEST(Progress, LeavesOutPhasesThatDoNotCome) {
     EXPECT_THROW(progress.Begin("scanning"), std::logic_error);
 }
 
-TEST(Progress, AsksAPhaseHowFarItIs) {
+TEST(Progress, PollsTheSourceOfAPhase) {
     Progress progress("a.orvo", {{"reading", 1}, {"writing", 1}});
     std::optional<double> share = 0.5;
     {
@@ -116,7 +116,7 @@ TEST(Progress, AsksAPhaseHowFarItIs) {
     EXPECT_DOUBLE_EQ(progress.Share(), 0.5) << "it is not asked any more";
 }
 
-TEST(Progress, GoesOnWithoutABarWhenTheTerminalGoesAway) {
+TEST(Progress, ContinuesWithoutABarWhenTheTerminalGoesAway) {
     EXPECT_EXIT(
         {
             int controlling = -1;
@@ -134,7 +134,7 @@ TEST(Progress, GoesOnWithoutABarWhenTheTerminalGoesAway) {
         testing::ExitedWithCode(7), "");
 }
 
-TEST(Progress, GoesOnWithoutABarThatCannotBeDrawn) {
+TEST(Progress, ContinuesWithoutABarThatCannotBeDrawn) {
     EXPECT_EXIT(
         {
             int controlling = -1;
@@ -152,7 +152,7 @@ TEST(Progress, GoesOnWithoutABarThatCannotBeDrawn) {
         testing::ExitedWithCode(7), "");
 }
 
-TEST(ShareRead, TellsWhereTheFileIsRead) {
+TEST(ShareRead, ReturnsThePositionOfTheReader) {
     const test::TemporaryFolder folder;
     const std::string path = folder.Write("a.orvo", std::string(1000, 'a'));
     const cli::ShareSource share = cli::ShareRead(path);

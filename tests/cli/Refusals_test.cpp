@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadFile{"Unclosed", "<orvo>\n<session>\n</orvo>", "orvo: a.orvo:3:"}),
     [](const auto& instance) { return std::string(instance.param.description); });
 
-TEST_F(RefusalTest, FindsATrackWithoutAnIdBehindAnyNumberOfOtherLosses) {
+TEST_F(RefusalTest, FindsATrackWithoutAnIdAfterAnyNumberOfOtherLosses) {
     std::string document = "<orvo>\n<session>\n<tracks><videoTrack/>";
     for (int i = 0; i < 100; ++i) {
         document += "<glow/>";
@@ -93,7 +93,7 @@ TEST_F(RefusalTest, FindsATrackWithoutAnIdBehindAnyNumberOfOtherLosses) {
               "attribute with a unique number\n");
 }
 
-TEST_F(RefusalTest, RefusesAtOnceWhatIsNestedWithoutEnd) {
+TEST_F(RefusalTest, RefusesEndlessNestingAtOnce) {
     std::string document = "<orvo>";
     for (int i = 0; i < 100000; ++i) {
         document += "<a>";
@@ -108,7 +108,7 @@ TEST_F(RefusalTest, RefusesAtOnceWhatIsNestedWithoutEnd) {
 }
 
 /// In a path, each of these looks like the end of the path in the plug-in's message.
-TEST_F(RefusalTest, AFileThatIsRefusedIsParsedOnceWhateverItIsCalled) {
+TEST_F(RefusalTest, ARefusedFileIsParsedOnceWhateverItsName) {
     std::string document = "<orvo>";
     for (int i = 0; i < 1000; ++i) {
         document += "<a>";
@@ -140,7 +140,7 @@ void PrintTo(const BadPlace& bad, std::ostream* stream) {
 
 class BadPlaceTest : public testing::TestWithParam<BadPlace> {};
 
-TEST_P(BadPlaceTest, IsToldInCharacters) {
+TEST_P(BadPlaceTest, CountsInCharacters) {
     const test::TemporaryFolder folder;
     folder.Write("a.orvo", GetParam().content);
     for (const char* const verb : {"info", "trace"}) {
@@ -192,7 +192,7 @@ TEST_F(RefusalTest, SaysThatStandardInputCannotBeRead) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
-TEST_F(RefusalTest, SaysThatThePluginRefusesAFileInWhichNothingIsWrong) {
+TEST_F(RefusalTest, SaysThatThePlugInRefusesAFileWithoutAnError) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome = test::Run(
         {.arguments = {ToolPath(), "info", "a.orvo"},
@@ -227,7 +227,7 @@ TEST_F(RefusalTest, RefusesADevice) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
-TEST_F(RefusalTest, SaysThatAFileMayNotBeRead) {
+TEST_F(RefusalTest, ReportsAFileWithoutReadPermission) {
     folder_.Write("a.orvo", kSmallSession);
     ASSERT_EQ(::chmod((folder_ / "a.orvo").c_str(), 0), 0);
     const Outcome outcome = RunToolUnprivileged({"info", "a.orvo"}, folder_);
@@ -236,7 +236,7 @@ TEST_F(RefusalTest, SaysThatAFileMayNotBeRead) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
-TEST_F(RefusalTest, SaysThatAFileVanished) {
+TEST_F(RefusalTest, ReportsAMissingFile) {
     std::filesystem::create_symlink("gone.orvo", folder_ / "a.orvo");
     const Outcome outcome = RunTool({"info", "a.orvo"}, folder_);
     EXPECT_EQ(outcome.errors, "orvo: a.orvo: no such file: check the path\n");

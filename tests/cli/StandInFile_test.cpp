@@ -36,7 +36,7 @@ protected:
     test::TemporaryFolder folder_;
 };
 
-TEST_F(StandInFileTest, ByNameItIsTheOtherFileAndToTheSystemItIsTheTemporaryOne) {
+TEST_F(StandInFileTest, ItIsTheOtherFileByNameAndTheTemporaryOneToTheSystem) {
     for (const std::string& place :
          {std::string("/home/ann/show/song.orvo"), std::string("/song.orvo"), std::string("/up"),
           std::string("/up/up"), std::string("/up/on/up"), std::string("/link/tree/up/song.orvo"),
@@ -51,14 +51,14 @@ TEST_F(StandInFileTest, ByNameItIsTheOtherFileAndToTheSystemItIsTheTemporaryOne)
     }
 }
 
-TEST_F(StandInFileTest, PathsAreWorkedOutAsFromTheOtherFile) {
+TEST_F(StandInFileTest, PathsAreRelativeToTheOtherFile) {
     const StandInFile file(u"/home/ann/show/song.orvo");
     EXPECT_EQ(kelcore::MakeFileFromPath(u"../here.wav", file.PluginPath()), u"/home/ann/here.wav");
     EXPECT_EQ(kelcore::MakeNormalizedRelativePath(u"/home/bob/gone.wav", file.PluginPath()),
               u"../../bob/gone.wav");
 }
 
-TEST_F(StandInFileTest, IsReplacedInItsFolderAsAnyFile) {
+TEST_F(StandInFileTest, CanBeReplacedLikeAnyFile) {
     const StandInFile file(u"/home/ann/show/song.orvo");
     for (const std::string content : {"first", "second"}) {
         kelcore::File target(file.PluginPath());
@@ -70,7 +70,7 @@ TEST_F(StandInFileTest, IsReplacedInItsFolderAsAnyFile) {
     }
 }
 
-TEST_F(StandInFileTest, IsRemovedWithAllThatLiesBesideIt) {
+TEST_F(StandInFileTest, IsRemovedWithEverythingNextToIt) {
     {
         const StandInFile file(u"/home/ann/show/song.orvo");
         const std::filesystem::path folder = std::filesystem::path(file.Path()).parent_path();
@@ -84,7 +84,7 @@ TEST_F(StandInFileTest, IsRemovedWithAllThatLiesBesideIt) {
     EXPECT_TRUE(std::filesystem::exists("/etc"));
 }
 
-TEST_F(StandInFileTest, ThePlaceForTemporaryFilesMayBeNamedByALinkOrFromTheWorkingFolder) {
+TEST_F(StandInFileTest, TheTemporaryFolderMayBeALinkOrARelativePath) {
     std::filesystem::create_directory(folder_ / "deep");
     std::filesystem::create_directory_symlink(folder_ / "deep", folder_ / "link");
     const std::filesystem::path working = std::filesystem::current_path();
@@ -100,7 +100,7 @@ TEST_F(StandInFileTest, ThePlaceForTemporaryFilesMayBeNamedByALinkOrFromTheWorki
     std::filesystem::current_path(working);
 }
 
-TEST_F(StandInFileTest, ATooLongPathIsAFailureThatSaysWhatToDo) {
+TEST_F(StandInFileTest, ATooLongPathIsAFailureWithAdvice) {
     std::string place;
     while (place.size() < PATH_MAX) {
         place += "/" + std::string(250, 'n');
@@ -143,7 +143,7 @@ TEST_F(StandInFileTest, ASignalThatIsIgnoredStaysIgnored) {
         testing::ExitedWithCode(7), "");
 }
 
-TEST_F(StandInFileTest, AMessageNamesThePlaceForTemporaryFilesAndNotTheOtherFile) {
+TEST_F(StandInFileTest, AMessageNamesTheTemporaryFolderInsteadOfTheOtherFile) {
     const StandInFile file(u"/home/ann/song.orvo");
     EXPECT_EQ(file.Explain("cannot write \"/home/ann/song.orvo\": No space left on device"),
               "cannot write \"" + folder_.Path().string() +

@@ -56,7 +56,7 @@ TEST_F(ImpatientPipe, IsReadToItsEnd) {
     EXPECT_EQ(content, "one two");
 }
 
-TEST_F(ImpatientPipe, TakesMoreThanItHasRoomFor) {
+TEST_F(ImpatientPipe, AcceptsMoreThanItsCapacity) {
     const std::string content(1'000'000, 'x');
     std::thread writer([&] {
         cli::WriteBlock({ends_[1], "pipe"}, content);
@@ -75,7 +75,7 @@ TEST(FindStream, ADashIsTheStandardStreamOfItsDirection) {
     EXPECT_EQ(cli::FindStream("-", Direction::Out)->name, "standard output");
 }
 
-TEST(FindStream, WhatOnlyLooksLikeADescriptorIsAFile) {
+TEST(FindStream, AMereLookalikeOfADescriptorIsAFile) {
     for (const char* const name :
          {"", "a.orvo", "/", "/dev/null", "/dev/fd", "/dev/fd/", "/dev/fd/x", "/dev/fd/1x",
           "/dev/fd/-1", "/dev/fd/99999999999", "/proc/self/fdinfo/1", "/nowhere/fd/1", "fd/1"}) {
@@ -83,7 +83,7 @@ TEST(FindStream, WhatOnlyLooksLikeADescriptorIsAFile) {
     }
 }
 
-TEST(FindStream, AStreamIsCalledAsItWasNamed) {
+TEST(FindStream, AStreamKeepsItsName) {
     EXPECT_EQ(cli::FindStream("/dev/fd/7", Direction::In)->name, "/dev/fd/7");
     EXPECT_EQ(cli::FindStream("/dev/fd/7", Direction::In)->descriptor, 7);
 }

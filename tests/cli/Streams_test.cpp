@@ -48,7 +48,7 @@ protected:
     test::TemporaryFolder folder_;
 };
 
-TEST_F(StreamsTest, ANameOfADescriptorIsWrittenToAndItsFileStays) {
+TEST_F(StreamsTest, ADescriptorIsWrittenToWithoutReplacingItsFile) {
     std::filesystem::create_symlink("/dev/stdout", folder_ / "link");
     std::filesystem::create_directory_symlink("/dev/fd", folder_ / "descriptors");
     ASSERT_EQ(Shell("orvo convert a.orvo b.json").exitCode, 0);
@@ -68,7 +68,7 @@ TEST_F(StreamsTest, ANameOfADescriptorIsWrittenToAndItsFileStays) {
     }
 }
 
-TEST_F(StreamsTest, AStreamIsWrittenFromWhereItsDescriptorStands) {
+TEST_F(StreamsTest, AStreamIsWrittenFromThePositionOfItsDescriptor) {
     const Outcome outcome =
         Shell("{ echo first; orvo convert a.orvo /dev/fd/3 --to json; echo last; } >all.txt 3>&1");
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
@@ -81,7 +81,7 @@ TEST_F(StreamsTest, StandardErrorIsAStreamToo) {
     EXPECT_EQ(json::parse(outcome.errors).at("bitDepth"), 24);
 }
 
-TEST_F(StreamsTest, WhatIsMadeUpGoesToAStreamToo) {
+TEST_F(StreamsTest, AGeneratedSessionGoesToAStreamToo) {
     folder_.Write("app.txt", "kept\n");
     EXPECT_EQ(Shell("orvo generate --tracks 1 --clips 0 /dev/stdout >>app.txt").exitCode, 0);
     EXPECT_THAT(Content("app.txt"), StartsWith("kept\n\xEF\xBB\xBF<?xml"));
@@ -102,7 +102,7 @@ TEST_F(StreamsTest, EveryVerbReadsADescriptorToItsEnd) {
     }
 }
 
-TEST_F(StreamsTest, ADescriptorIsReadFromWhereItStands) {
+TEST_F(StreamsTest, ADescriptorIsReadFromItsPosition) {
     folder_.Write("mixed.txt", "a line in front\n" + std::string(kSmallSession));
     const Outcome outcome = Shell("{ read line; orvo info /dev/fd/0; } <mixed.txt");
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
@@ -118,7 +118,7 @@ TEST_F(StreamsTest, JsonIsReadFromADescriptor) {
               "orvo: /dev/stdin:2:1:");
 }
 
-TEST_F(StreamsTest, AStreamThatIsNotOpenIsRefusedBeforeAnythingIsDone) {
+TEST_F(StreamsTest, AStreamThatIsNotOpenIsRefusedFirst) {
     for (const auto& [line, errors] :
          {std::pair("orvo convert no.orvo /dev/fd/9 --to json", "orvo: /dev/fd/9: is not open: "),
           {"orvo convert no.orvo /proc/self/fd/9 --to orvo",
@@ -136,7 +136,7 @@ TEST_F(StreamsTest, AStreamThatIsNotOpenIsRefusedBeforeAnythingIsDone) {
     }
 }
 
-TEST_F(StreamsTest, AfterAStreamThatCannotBeReadTheOtherFilesAreShown) {
+TEST_F(StreamsTest, AnUnreadableStreamDoesNotHideTheOtherFiles) {
     const Outcome outcome = Shell("orvo info /dev/fd/9 a.orvo");
     EXPECT_THAT(outcome.output, StartsWith("a.orvo\n"));
     EXPECT_THAT(outcome.errors, StartsWith("orvo: /dev/fd/9: is not open"));
@@ -151,7 +151,7 @@ TEST_F(StreamsTest, TheOpenFileOfAnotherProcessIsNotReplaced) {
     EXPECT_EQ(Content("app.txt"), "kept\n");
 }
 
-TEST_F(StreamsTest, AStreamThatTakesNoMoreIsAFailureThatNamesIt) {
+TEST_F(StreamsTest, AFullStreamIsAFailureThatNamesIt) {
     for (const char* const kind : {"json", "orvo"}) {
         const Outcome outcome =
             Shell(std::string("orvo convert a.orvo /dev/fd/3 3>/dev/full --to ") + kind);
@@ -177,7 +177,7 @@ TEST_F(StreamsTest, PathsCountFromTheWorkingFolderWhateverItsName) {
     }
 }
 
-TEST_F(StreamsTest, PathsCountFromTheFolderBehindALinkAsForFiles) {
+TEST_F(StreamsTest, PathsCountFromTheFolderOfALinksTargetAsForFiles) {
     std::filesystem::create_directories(folder_ / "far/away");
     std::filesystem::create_directory_symlink("far/away", folder_ / "near");
     folder_.Write("far/away/here.wav", "RIFF");
@@ -198,7 +198,7 @@ TEST_F(StreamsTest, TheWorkingFolderNeedNotBeWritable) {
     ::chmod((folder_ / "locked").c_str(), 0755);
 }
 
-TEST_F(StreamsTest, WithoutAPlaceForTemporaryFilesTheMessageSaysWhatToDo) {
+TEST_F(StreamsTest, AMissingTemporaryFolderIsAFailureWithAdvice) {
     const std::string advice =
         "cannot create a temporary folder in /nowhere: No such file or directory; set TMPDIR to a "
         "writable folder\n";
@@ -209,7 +209,7 @@ TEST_F(StreamsTest, WithoutAPlaceForTemporaryFilesTheMessageSaysWhatToDo) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
-TEST_F(StreamsTest, WhereThereIsNoRoomForATemporaryFileTheMessageSaysWhereAndWhatToDo) {
+TEST_F(StreamsTest, AFullTemporaryFolderIsAFailureWithAdvice) {
     ASSERT_EQ(Shell("orvo generate --tracks 4 big.orvo").exitCode, 0);
     const std::string reason = "cannot write \"" + (folder_ / "temporary").string() +
                                "\": File too large; make room there, or set TMPDIR to another "
@@ -226,7 +226,7 @@ TEST_F(StreamsTest, NoMessageShowsTheTemporaryFile) {
     EXPECT_THAT(outcome.errors, Not(HasSubstr("temporary")));
 }
 
-TEST_F(StreamsTest, ASignalLeavesNothingOfWhatCameFromAStreamOrWasToBeSaved) {
+TEST_F(StreamsTest, ASignalRemovesTheTemporaryFilesOfStreamsAndSaves) {
     for (const char* const line :
          {"convert --from orvo --to json - - <a.orvo", "convert a.json b.orvo"}) {
         folder_.Write("a.json", "{}");
@@ -237,7 +237,7 @@ TEST_F(StreamsTest, ASignalLeavesNothingOfWhatCameFromAStreamOrWasToBeSaved) {
     }
 }
 
-TEST_F(StreamsTest, ASignalIsTakenByTheMainThreadWhateverOthersThereAre) {
+TEST_F(StreamsTest, TheMainThreadHandlesSignals) {
     ASSERT_EQ(RunTool({"generate", "--tracks", "160", "large.orvo"}, folder_).exitCode, 0);
     const auto run = [&](std::vector<std::string> arguments, bool terminalErrors) {
         arguments.insert(arguments.begin(), ToolPath());
@@ -254,7 +254,7 @@ TEST_F(StreamsTest, ASignalIsTakenByTheMainThreadWhateverOthersThereAre) {
     EXPECT_EQ(besideTheBar.exitCode, -1);
 }
 
-TEST_F(StreamsTest, NothingIsLeftWhereNobodyTakesTheOutput) {
+TEST_F(StreamsTest, ABrokenPipeLeavesNoTemporaryFiles) {
     folder_.Write("a.json",
                   R"({"audioTracks":[{"id":1,"name":")" + std::string(200'000, 'n') + R"("}]})");
     EXPECT_THAT(Shell("orvo convert a.json - --to orvo | head -c 10 | wc -c").output,

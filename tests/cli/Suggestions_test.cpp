@@ -12,7 +12,7 @@ namespace {
 const std::vector<std::string> kNames = {"IEditSession.GetFile", "IEditSession.GetLogTarget",
                                          "IEditSession.GetVideoTrack"};
 
-TEST(NearMatches, FindsASlipOfThePen) {
+TEST(NearMatches, FindsATypingError) {
     EXPECT_THAT(NearMatches("IEditSesion.GetFiel", kNames), ElementsAre("IEditSession.GetFile"));
 }
 
@@ -25,12 +25,12 @@ TEST(NearMatches, FindsAPartOfAName) {
     EXPECT_THAT(NearMatches("LogTarget", kNames), ElementsAre("IEditSession.GetLogTarget"));
 }
 
-TEST(NearMatches, FindsNothingForSomethingElse) {
+TEST(NearMatches, FindsNothingForAnUnrelatedText) {
     EXPECT_THAT(NearMatches("Zanzibar", kNames), IsEmpty());
     EXPECT_THAT(NearMatches("", kNames), IsEmpty());
 }
 
-TEST(NearMatches, FindsNothingForAShortTextOfWhichMostIsOtherwise) {
+TEST(NearMatches, FindsNothingIfAShortTextDiffersMostly) {
     const std::vector<std::string> verbs = {"info", "trace"};
     EXPECT_THAT(NearMatches("sing", verbs), IsEmpty());
     EXPECT_THAT(NearMatches("x", verbs), IsEmpty());
@@ -38,7 +38,7 @@ TEST(NearMatches, FindsNothingForAShortTextOfWhichMostIsOtherwise) {
     EXPECT_THAT(NearMatches("ifo", verbs), ElementsAre("info"));
 }
 
-TEST(NearMatches, GivesNoMoreThanAskedFor) {
+TEST(NearMatches, RespectsTheLimit) {
     EXPECT_THAT(NearMatches("IEditSession", kNames, 2), testing::SizeIs(2));
 }
 

@@ -7,7 +7,7 @@ using cli::FormatTable;
 
 namespace {
 
-TEST(FormatTable, AlignsColumnsWithTwoBlanksBetween) {
+TEST(FormatTable, SeparatesAlignedColumnsByTwoSpaces) {
     EXPECT_EQ(
         FormatTable({{"Id", "Name"}, {"7", "a"}, {"110", "bb"}}, {Align::Right, Align::Left}, " "),
         "  Id  Name\n   7  a\n 110  bb\n");
@@ -27,7 +27,7 @@ TEST(FormatTable, AlignsWideCharactersCombiningMarksAndEmoji) {
               "  \U0001F468\u200D\U0001F469\u200D\U0001F467  z\n");
 }
 
-TEST(FormatTable, LeavesNoBlanksAtLineEnds) {
+TEST(FormatTable, LeavesNoTrailingSpaces) {
     EXPECT_EQ(FormatTable({{"a", ""}, {"b"}, {"", "c"}}, {Align::Left, Align::Left}, ""),
               "a\nb\n   c\n");
 }

@@ -64,7 +64,7 @@ TEST_F(TraceTest, ShowsEveryCallOfAReadInOrder) {
     EXPECT_EQ(outcome.exitCode, 0);
 }
 
-TEST_F(TraceTest, EndsEachFileWithTheResultAndCountsAnewForTheNext) {
+TEST_F(TraceTest, EndsEachFileWithTheResultAndRestartsTheCount) {
     folder_.Write("a.orvo", "<orvo/>");
     folder_.Write("b.orvo", "<foo/>");
     const Outcome outcome = RunTool({"trace", "a.orvo", "b.orvo", "a.orvo"}, folder_);
@@ -82,7 +82,7 @@ TEST_F(TraceTest, EndsEachFileWithTheResultAndCountsAnewForTheNext) {
     EXPECT_EQ(outcome.exitCode, 1);
 }
 
-TEST_F(TraceTest, AFileGivesTheSameCallsBehindOneThatEndsInsideAnUnknownElement) {
+TEST_F(TraceTest, AFileGivesTheSameCallsAfterOneThatEndsInsideAnUnknownElement) {
     folder_.Write("b.orvo", kSmallSession);
     const std::string alone = RunTool({"trace", "b.orvo"}, folder_).output;
     for (const char* const bad : {"<orvo><session sampleRate='8000'><zz><yy><x></session>",
@@ -132,7 +132,7 @@ TEST_F(TraceTest, AnUnknownNullOperationIsAUsageErrorThatListsNearOnes) {
     EXPECT_EQ(outcome.exitCode, 2);
 }
 
-TEST_F(TraceTest, AnUnknownNullOperationThatIsLikeNoOtherIsAUsageErrorWithoutAdvice) {
+TEST_F(TraceTest, AnUnknownNullOperationUnlikeAnyOtherIsAUsageErrorWithoutAdvice) {
     const Outcome outcome = RunTool({"trace", "--null", "Zanzibar", "a.orvo"}, folder_);
     EXPECT_THAT(outcome.errors,
                 HasSubstr("no operation of a read called \"Zanzibar\" returns an object"));
@@ -173,7 +173,7 @@ TEST_F(TraceTest, OptionsTakeOneValueSoThatFilesMayFollow) {
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
 }
 
-TEST_F(TraceTest, WhatTheParserSaysGoesToTheLogTarget) {
+TEST_F(TraceTest, MessagesOfTheParserGoToTheLogTarget) {
     folder_.Write("a.orvo", "<orvo>\n<files>\n</orvo>");
     EXPECT_THAT(Calls(Lines(RunTool({"trace", "a.orvo"}, folder_))), Contains("LogMessage"));
     const std::vector<json> without =
@@ -183,7 +183,7 @@ TEST_F(TraceTest, WhatTheParserSaysGoesToTheLogTarget) {
     EXPECT_EQ(without.back(), json::parse(R"({"file": "a.orvo", "result": -4})"));
 }
 
-TEST_F(TraceTest, ReferencesAreCountedOutInTheEnd) {
+TEST_F(TraceTest, ReferencesBalance) {
     folder_.Write("a.orvo", kSmallSession);
     EXPECT_THAT(Calls(Lines(RunTool({"trace", "a.orvo"}, folder_))), Not(Contains("AddReference")));
     std::map<std::string, int> balance;
@@ -196,7 +196,7 @@ TEST_F(TraceTest, ReferencesAreCountedOutInTheEnd) {
     EXPECT_THAT(balance, testing::Each(testing::Pair(testing::_, 0)));
 }
 
-TEST_F(TraceTest, ShowsNoProgressWhereTheCallsGoToATerminal) {
+TEST_F(TraceTest, ShowsNoProgressIfTheCallsGoToATerminal) {
     folder_.Write("a.orvo", "<orvo/>");
     const Outcome outcome =
         test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " trace a.orvo >&2"},
@@ -211,7 +211,7 @@ TEST_F(TraceTest, ReadsStandardInput) {
     EXPECT_THAT(outcome.output, HasSubstr("{\"file\": \"standard input\", \"result\": 0}\n"));
 }
 
-TEST_F(TraceTest, NothingOfStandardInputIsLeftWhereNobodyTakesTheOutput) {
+TEST_F(TraceTest, ABrokenPipeLeavesNoCopyOfStandardInput) {
     ASSERT_EQ(RunTool({"generate", "--tracks", "8", "a.orvo"}, folder_).exitCode, 0);
     const Outcome outcome =
         test::Run({.arguments = {"sh", "-c", ToolPath() + " trace - <a.orvo | head -n 1"},

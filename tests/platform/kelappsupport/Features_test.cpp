@@ -5,7 +5,7 @@
 namespace kelappsupport {
 namespace {
 
-TEST(Features, AFeatureThatNobodySetIsOff) {
+TEST(Features, FeaturesAreOffByDefault) {
     EXPECT_FALSE(IsFeatureEnabled("Test.Unknown"));
     EXPECT_FALSE(IsFeatureEnabled(""));
 }

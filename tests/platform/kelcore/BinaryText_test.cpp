@@ -32,7 +32,7 @@ Bytes Decode(std::string_view text) {
 // This program never starts the XML library, so every test here shows that the codec does not need
 // it.
 
-TEST(BinaryText, EncodesAsBase64InLinesEndedByALineFeed) {
+TEST(BinaryText, EncodesAsBase64InLinesThatEndWithALineFeed) {
     EXPECT_EQ(Encode({'f'}), "Zg==\n");
     EXPECT_EQ(Encode({'f', 'o'}), "Zm8=\n");
     EXPECT_EQ(Encode({'f', 'o', 'o'}), "Zm9v\n");
@@ -68,7 +68,7 @@ TEST(BinaryText, ALargeBlockReadsBack) {
     EXPECT_EQ(Decode(Encode(bytes)), bytes);
 }
 
-TEST(BinaryText, IgnoresWhiteSpaceWhereverItStands) {
+TEST(BinaryText, IgnoresWhiteSpaceAnywhere) {
     const Bytes expected{'f', 'o', 'o', 'b'};
     EXPECT_EQ(Decode("Zm9vYg=="), expected);
     EXPECT_EQ(Decode(" \tZ m\r\n9\n\nv Y g = =\n "), expected);
@@ -106,7 +106,7 @@ TEST(BinaryText, DecodingWithoutMemoryThrowsBadAlloc) {
     });
 }
 
-TEST(BinaryText, DecodingIntoRoomThatIsThereTakesNoMemory) {
+TEST(BinaryText, DecodingIntoExistingCapacityAllocatesNothing) {
     const std::string text = Encode(Bytes(1000, 'x'));
     Bytes bytes(2000);
     const test::FailingAllocation failure(0);
@@ -116,7 +116,7 @@ TEST(BinaryText, DecodingIntoRoomThatIsThereTakesNoMemory) {
     EXPECT_FALSE(allocated);
 }
 
-TEST(BinaryText, DecodesATextOfUTF16AsOneOfUTF8) {
+TEST(BinaryText, DecodesUTF16LikeUTF8) {
     Bytes bytes;
     EXPECT_TRUE(DecodeBinaryDataFromUTF16String(u" Zm9v\nYg==\n", bytes));
     EXPECT_EQ(bytes, (Bytes{'f', 'o', 'o', 'b'}));
@@ -168,7 +168,7 @@ TEST(BinaryText, EndsATextWhereTheLibrarysCodecDoes) {
     }
 }
 
-TEST(BinaryText, DecodesWhatWasChangedByChanceAsTheLibrarysCodecDoes) {
+TEST(BinaryText, DecodesRandomChangesLikeTheLibrarysCodec) {
     constexpr std::string_view kCharacters = "AZaz09+/= \n\t\r-_.";
     std::mt19937 random(7);
     const std::string whole = Encode(Bytes(100, 0xA5));
@@ -188,7 +188,7 @@ TEST(BinaryText, DecodesWhatWasChangedByChanceAsTheLibrarysCodecDoes) {
     }
 }
 
-TEST(BinaryText, RefusesWhatIsNoEncoding) {
+TEST(BinaryText, RefusesMalformedText) {
     const std::string_view wrong[] = {"Z",       "Zg",       "Zg=",     "Z===",    "====",
                                       "=Zg=",    "Zg==Zg==", "Zm9v!",   "Zm-_",    "Zm9v\0"sv,
                                       "Zm9\0"sv, "\0"sv,     "Zm9\x80", "Zm9\xFF", "Zm9\xC3\xA9",

@@ -5,7 +5,7 @@
 namespace kelcore {
 namespace {
 
-TEST(ClientVersion, IsThatOfTheLibraryUntilTheApplicationSetsOne) {
+TEST(ClientVersion, DefaultsToTheVersionOfTheLibrary) {
     const std::string before = GetClientVersion();
     EXPECT_EQ(before, ORVO_EXPECTED_VERSION);
     EXPECT_EQ(GetClientBuildNumber(), 0U);

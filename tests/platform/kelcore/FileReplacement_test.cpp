@@ -70,7 +70,7 @@ TEST_F(FileReplacementTest, TheOldFileStaysWholeUntilTheStreamIsClosed) {
     EXPECT_EQ(test::ReadFile(bytes_), "new");
 }
 
-TEST_F(FileReplacementTest, TheNewContentStandsUnderATemporaryNameUntilTheStreamIsClosed) {
+TEST_F(FileReplacementTest, TheNewContentHasATemporaryNameUntilTheStreamIsClosed) {
     File file(target_);
     file.Create();
     OPlatformByteStream stream(file);
@@ -89,7 +89,7 @@ TEST_F(FileReplacementTest, ThereIsNoTemporaryPathOnceTheContentHasItsName) {
     EXPECT_EQ(replacement.TemporaryPath(), "");
 }
 
-TEST_F(FileReplacementTest, WhoHasTheOldFileOpenGoesOnReadingIt) {
+TEST_F(FileReplacementTest, AProgramThatHasTheOldFileOpenCanContinueToReadIt) {
     MakeOld();
     std::ifstream reader(bytes_);
     Replace(target_, "new");
@@ -118,7 +118,7 @@ TEST_F(FileReplacementTest, AReaderSeesTheOldOrTheNewContentOnly) {
     EXPECT_EQ(mixed, 0);
 }
 
-TEST_F(FileReplacementTest, AGivenUpStreamLeavesTheOldFileAndNoStray) {
+TEST_F(FileReplacementTest, AnAbandonedStreamKeepsTheOldFileAndLeavesNothing) {
     MakeOld();
     {
         File file(target_);
@@ -131,7 +131,7 @@ TEST_F(FileReplacementTest, AGivenUpStreamLeavesTheOldFileAndNoStray) {
     EXPECT_THAT(folder_.Names(), ElementsAre(kName));
 }
 
-TEST_F(FileReplacementTest, AGivenUpFileThatWasNeverThereIsNotThere) {
+TEST_F(FileReplacementTest, AnAbandonedNewFileDoesNotExist) {
     {
         File file(target_);
         file.Create();
@@ -139,7 +139,7 @@ TEST_F(FileReplacementTest, AGivenUpFileThatWasNeverThereIsNotThere) {
     EXPECT_THAT(folder_.Names(), IsEmpty());
 }
 
-TEST_F(FileReplacementTest, CreatingAgainBeginsAnew) {
+TEST_F(FileReplacementTest, CreatingAgainStartsOver) {
     File file(target_);
     file.Create();
     file.Create();
@@ -152,7 +152,7 @@ TEST_F(FileReplacementTest, CreatingAgainBeginsAnew) {
 
 // ---- Failures halfway
 
-TEST_F(FileReplacementTest, AWriteThatFailsHalfWayLeavesTheOldFileAndNoStray) {
+TEST_F(FileReplacementTest, AWriteThatFailsHalfwayKeepsTheOldFileAndLeavesNothing) {
     MakeOld();
     const std::string outcome = test::RunInChild([this]() -> std::string {
         // The limit on file sizes cuts the first block short, then causes an error and a signal
@@ -184,7 +184,7 @@ TEST_F(FileReplacementTest, AWriteThatFailsHalfWayLeavesTheOldFileAndNoStray) {
     EXPECT_THAT(folder_.Names(), ElementsAre(kName));
 }
 
-TEST_F(FileReplacementTest, WantOfMemoryAnywhereLeavesTheOldFileAndNoStray) {
+TEST_F(FileReplacementTest, OutOfMemoryAnywhereKeepsTheOldFileAndLeavesNothing) {
     MakeOld();
     SetAttribute(bytes_, "user.orvo.test", "value");
     ASSERT_EQ(symlink(kName, folder_.Bytes("link").c_str()), 0);
@@ -211,7 +211,7 @@ TEST_F(FileReplacementTest, WantOfMemoryAnywhereLeavesTheOldFileAndNoStray) {
     }
 }
 
-TEST_F(FileReplacementTest, ATargetThatTurnedIntoAFolderFailsAtTheEnd) {
+TEST_F(FileReplacementTest, ATargetThatBecomesAFolderFailsAtTheEnd) {
     File file(target_);
     file.Create();
     OPlatformByteStream stream(file);
@@ -222,7 +222,7 @@ TEST_F(FileReplacementTest, ATargetThatTurnedIntoAFolderFailsAtTheEnd) {
     EXPECT_THAT(folder_.Names(), ElementsAre(kName));
 }
 
-TEST_F(FileReplacementTest, AFolderThatIsRenamedMeanwhileTakesTheFileAlong) {
+TEST_F(FileReplacementTest, AFolderThatIsRenamedMeanwhileGetsTheFile) {
     ASSERT_EQ(mkdir(folder_.Bytes("before").c_str(), 0777), 0);
     File file(folder_.Path16("before/song.orvo"));
     file.Create();

@@ -21,7 +21,7 @@ protected:
     test::FileFolder folder_;
 };
 
-TEST_F(FileTest, AFullPathIsAbsoluteAndWorkedOutByName) {
+TEST_F(FileTest, AFullPathIsAbsoluteAndResolvedByName) {
     const std::u16string here = PathFromBytes(std::filesystem::current_path().native());
     EXPECT_EQ(File(u"song.orvo").FullPath(), here + u"/song.orvo");
     EXPECT_EQ(File(u"x/../song.orvo").FullPath(), here + u"/song.orvo");
@@ -37,7 +37,7 @@ TEST_F(FileTest, AFullPathStaysWhenTheWorkingDirectoryChanges) {
     EXPECT_EQ(outcome, "same");
 }
 
-TEST_F(FileTest, ARelativePathInAWorkingDirectoryThatIsGoneNamesNothing) {
+TEST_F(FileTest, ARelativePathInARemovedWorkingDirectoryNamesNothing) {
     const std::string gone = folder_.Bytes("gone");
     const std::string outcome = test::RunInChild([&gone]() -> std::string {
         if (mkdir(gone.c_str(), 0777) != 0 || chdir(gone.c_str()) != 0 ||
@@ -62,20 +62,20 @@ TEST_F(FileTest, EveryKindOfFileExists) {
     EXPECT_TRUE(File(u"/dev/null").Exists());
 }
 
-TEST_F(FileTest, AFolderIsNoFile) {
+TEST_F(FileTest, AFolderIsNotAFile) {
     ASSERT_EQ(symlink(".", folder_.Bytes("link").c_str()), 0);
     EXPECT_FALSE(File(folder_.Path16("")).Exists());
     EXPECT_FALSE(File(folder_.Path16("link")).Exists());
     EXPECT_FALSE(File(u"/").Exists());
 }
 
-TEST_F(FileTest, WhatIsNotThereDoesNotExist) {
+TEST_F(FileTest, AMissingFileDoesNotExist) {
     test::WriteFile(folder_.Bytes("file"), "");
     EXPECT_FALSE(File(folder_.Path16("other")).Exists());
     EXPECT_FALSE(File(folder_.Path16("file/below")).Exists());
 }
 
-TEST_F(FileTest, OnlyAFolderIsOne) {
+TEST_F(FileTest, OnlyAFolderIsAFolder) {
     test::WriteFile(folder_.Bytes("file"), "");
     ASSERT_EQ(symlink(".", folder_.Bytes("link").c_str()), 0);
     EXPECT_TRUE(File(folder_.Path16("")).IsFolder());
@@ -94,7 +94,7 @@ TEST_F(FileTest, ALinkExistsIfItsTargetDoes) {
     EXPECT_TRUE(File(folder_.Path16("link")).IsRegularFile());
 }
 
-TEST_F(FileTest, AStepBackBehindALinkLeadsWhereTheSystemGoes) {
+TEST_F(FileTest, DotDotAfterALinkLeadsWhereTheSystemGoes) {
     std::filesystem::create_directories(folder_.Bytes("real/below"));
     ASSERT_EQ(symlink("real/below", folder_.Bytes("link").c_str()), 0);
     test::WriteFile(folder_.Bytes("song.orvo"), "other");
@@ -109,7 +109,7 @@ TEST_F(FileTest, AStepBackBehindALinkLeadsWhereTheSystemGoes) {
     EXPECT_EQ(test::ReadFile(folder_.Bytes("song.orvo")), "other");
 }
 
-TEST_F(FileTest, OnlyARegularFileIsOne) {
+TEST_F(FileTest, OnlyARegularFileIsARegularFile) {
     test::WriteFile(folder_.Bytes("file"), "");
     ASSERT_EQ(mkfifo(folder_.Bytes("pipe").c_str(), 0600), 0);
     EXPECT_TRUE(File(folder_.Path16("file")).IsRegularFile());
@@ -119,7 +119,7 @@ TEST_F(FileTest, OnlyARegularFileIsOne) {
     EXPECT_FALSE(File(folder_.Path16("other")).IsRegularFile());
 }
 
-TEST_F(FileTest, AFileWhoseNameIsNoUtf8IsFound) {
+TEST_F(FileTest, AFileWhoseNameIsNotUtf8IsFound) {
     test::WriteFile(folder_.Bytes("kick\xFF.wav"), "");
     EXPECT_TRUE(File(folder_.Path16("kick\xFF.wav")).IsRegularFile());
 }
@@ -162,7 +162,7 @@ TEST_F(FileTest, AStreamNeedsACreatedFile) {
     EXPECT_THROW(OPlatformByteStream{file}, file_exception) << "the first stream has it";
 }
 
-TEST_F(FileTest, AClosedStreamTakesNothingMore) {
+TEST_F(FileTest, AClosedStreamAcceptsNothing) {
     File file(folder_.Path16("file"));
     file.Create();
     OPlatformByteStream stream(file);
@@ -173,7 +173,7 @@ TEST_F(FileTest, AClosedStreamTakesNothingMore) {
     EXPECT_EQ(test::ReadFile(folder_.Bytes("file")), "abc");
 }
 
-TEST(FileException, PutsThePathWhereItBelongs) {
+TEST(FileException, ReplacesThePlaceholderByThePath) {
     const file_exception error("cannot write \"@0\": No space left on device", 28);
     EXPECT_STREQ(error.what(), "cannot write \"@0\": No space left on device");
     EXPECT_EQ(error.SystemError(), 28);

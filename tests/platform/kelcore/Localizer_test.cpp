@@ -10,7 +10,7 @@ protected:
     ~LocalizerTest() override { Localizer::Clear(); }
 };
 
-TEST_F(LocalizerTest, WithoutTranslationTheDefaultAfterTheEqualsSignHolds) {
+TEST_F(LocalizerTest, WithoutTranslationTheDefaultAfterTheEqualsSignApplies) {
     EXPECT_EQ(Localizer::Lookup("$$$/Group/Name=A text"), u"A text");
     EXPECT_EQ(Localizer::Lookup("$$$/Group/Name=Gr\xC3\xBC\xC3\x9F"
                                 "e"),
@@ -22,7 +22,7 @@ TEST_F(LocalizerTest, OnlyTheFirstEqualsSignSeparates) {
     EXPECT_EQ(Localizer::Lookup("$$$/Group/Name=a=b"), u"a=b");
 }
 
-TEST_F(LocalizerTest, AKeyWithoutEqualsSignGivesItself) {
+TEST_F(LocalizerTest, AKeyWithoutEqualsSignReturnsItself) {
     EXPECT_EQ(Localizer::Lookup("$$$/Group/Name"), u"$$$/Group/Name");
     EXPECT_EQ(Localizer::Lookup(""), u"");
 }
@@ -40,13 +40,13 @@ TEST_F(LocalizerTest, ALaterTranslationReplacesTheEarlier) {
     EXPECT_EQ(Localizer::Lookup("$$$/Group/Name=A text"), u"two");
 }
 
-TEST_F(LocalizerTest, ClearForgetsTranslations) {
+TEST_F(LocalizerTest, ClearRemovesTranslations) {
     Localizer::SetTranslation("$$$/Group/Name", u"one");
     Localizer::Clear();
     EXPECT_EQ(Localizer::Lookup("$$$/Group/Name=A text"), u"A text");
 }
 
-TEST_F(LocalizerTest, PutsArgumentsInTheirPlaces) {
+TEST_F(LocalizerTest, ReplacesPlaceholdersByArguments) {
     EXPECT_EQ(Localizer::Lookup("$$$/K=@1 before @0, @1 again", {u"zero", u"one"}),
               u"one before zero, one again");
     EXPECT_EQ(Localizer::Lookup("$$$/K=@9", {u"", u"", u"", u"", u"", u"", u"", u"", u"", u"nine"}),
@@ -58,17 +58,17 @@ TEST_F(LocalizerTest, ArgumentsGoIntoTranslationsToo) {
     EXPECT_EQ(Localizer::Lookup("$$$/K=@0", {u"x"}), u"<x>");
 }
 
-TEST_F(LocalizerTest, APlaceWithoutArgumentStays) {
+TEST_F(LocalizerTest, APlaceholderWithoutArgumentStays) {
     EXPECT_EQ(Localizer::Lookup("$$$/K=@0 @1 @ @a @", {u"x"}), u"x @1 @ @a @");
     EXPECT_EQ(Localizer::Lookup("$$$/K=@0", {}), u"@0");
 }
 
-TEST_F(LocalizerTest, PlacesInsideAnArgumentStay) {
+TEST_F(LocalizerTest, PlaceholdersInsideAnArgumentStay) {
     EXPECT_EQ(Localizer::Lookup("$$$/K=@0 @1", {u"@1", u"@0"}), u"@1 @0");
     EXPECT_EQ(Localizer::Lookup("$$$/K=@00", {u"@"}), u"@0");
 }
 
-TEST_F(LocalizerTest, ADoubledMarkIsNoEscape) {
+TEST_F(LocalizerTest, ADoubledMarkIsNotAnEscape) {
     EXPECT_EQ(Localizer::Lookup("$$$/K=@@0", {u"x"}), u"@x");
 }
 

@@ -75,7 +75,7 @@ TEST(StringToNumber64, ReadsItsWholeRangeAndNoMore) {
     EXPECT_EQ(Read<int64>(u"9223372036854775808"), std::nullopt);
 }
 
-TEST(StringToNumber64, RefusesWhatWouldBeginAnewBeyond64Bits) {
+TEST(StringToNumber64, RefusesWhatWouldOverflow64Bits) {
     for (const auto* text :
          {u"10000000000000000000", u"18446744073709551616", u"18446744073709551617",
           u"-18446744073709551616", u"-18446744073709551617", u"99999999999999999999999999"}) {
@@ -83,7 +83,7 @@ TEST(StringToNumber64, RefusesWhatWouldBeginAnewBeyond64Bits) {
     }
 }
 
-TEST(StringToNumber64, TakesAnyZerosInFront) {
+TEST(StringToNumber64, AcceptsAnyNumberOfLeadingZeros) {
     EXPECT_EQ(Read<int64>(u"-0"), 0);
     EXPECT_EQ(Read<int64>(u"00000000000000000000000000000"), 0);
     EXPECT_EQ(Read<int64>(u"0000000000009223372036854775807"), std::numeric_limits<int64>::max());
@@ -221,7 +221,7 @@ TEST(ConvertFloatToBufferT, WritesTheShortestText) {
     EXPECT_EQ(Write(1.0F / 3.0F), "0.33333334");
 }
 
-TEST(ConvertFloatToBufferT, NamesWhatIsNoNumber) {
+TEST(ConvertFloatToBufferT, WritesNamesForNonNumbers) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(Write(kInfinity), "inf");
@@ -232,7 +232,7 @@ TEST(ConvertFloatToBufferT, NamesWhatIsNoNumber) {
     EXPECT_EQ(Write(std::numeric_limits<float>::quiet_NaN()), "nan");
 }
 
-TEST(ConvertFloatToBufferT, RoundsToThePrecisionAskedFor) {
+TEST(ConvertFloatToBufferT, RoundsToTheGivenPrecision) {
     EXPECT_EQ(Write(3.14159265, 3), "3.14");
     EXPECT_EQ(Write(0.000123456, 3), "0.000123");
     EXPECT_EQ(Write(2.0 / 3.0, 1), "0.7");
@@ -275,7 +275,7 @@ TEST(FloatText, EveryDoubleReadsBackToTheSameBits) {
     EXPECT_TRUE(rc::check([] { ExpectSameBitsBack<uint64>(*AnyFinite<double, uint64>()); }));
 }
 
-TEST(FloatText, FloatsFromAllOverTheirRangeReadBackToTheSameBits) {
+TEST(FloatText, FloatsOfAllMagnitudesReadBackToTheSameBits) {
     constexpr uint32 kStep = 65521;
     for (uint64 bits = 0; bits <= std::numeric_limits<uint32>::max(); bits += kStep) {
         const auto value = std::bit_cast<float>(static_cast<uint32>(bits));
@@ -287,7 +287,7 @@ TEST(FloatText, FloatsFromAllOverTheirRangeReadBackToTheSameBits) {
     }
 }
 
-TEST(FloatText, DoublesFromAllOverTheirRangeReadBackToTheSameBits) {
+TEST(FloatText, DoublesOfAllMagnitudesReadBackToTheSameBits) {
     std::mt19937_64 random(1);
     for (int i = 0; i < 200'000; ++i) {
         const uint64 bits = random();
@@ -300,7 +300,7 @@ TEST(FloatText, DoublesFromAllOverTheirRangeReadBackToTheSameBits) {
     }
 }
 
-TEST(FloatText, NoTextHasMoreDigitsThanAsked) {
+TEST(FloatText, NoTextHasMoreDigitsThanThePrecision) {
     EXPECT_TRUE(rc::check([] {
         const double value = *AnyFinite<double, uint64>();
         const int precision = *rc::gen::inRange(1, 25);

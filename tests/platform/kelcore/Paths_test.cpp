@@ -19,19 +19,19 @@ TEST(PathBytes, TextIsUtf8) {
               u"/Gr\u00FC\u00DFe \U0001F3B5");
 }
 
-TEST(PathBytes, AByteThatIsNoUtf8TravelsAsALoneSurrogate) {
+TEST(PathBytes, AByteThatIsNotUtf8BecomesALoneSurrogate) {
     EXPECT_EQ(PathFromBytes("a\xFFz"), (std::u16string{u'a', 0xDCFF, u'z'}));
     EXPECT_EQ(PathToBytes(std::u16string{u'a', 0xDCFF, u'z'}), "a\xFFz");
     EXPECT_EQ(PathFromBytes("\xC3/"), (std::u16string{0xDCC3, u'/'}));
 }
 
-TEST(PathBytes, TheThreeBytesOfASurrogateTravelAsThreeBytes) {
+TEST(PathBytes, TheThreeBytesOfASurrogateStayThreeBytes) {
     const std::string bytes = "\xED\xB2\x80";  // U+DC80, the escape of the byte 0x80
     EXPECT_EQ(PathFromBytes(bytes), (std::u16string{0xDCED, 0xDCB2, 0xDC80}));
     EXPECT_EQ(PathToBytes(PathFromBytes(bytes)), bytes);
 }
 
-TEST(PathBytes, OtherLoneSurrogatesAreNoBytes) {
+TEST(PathBytes, OtherLoneSurrogatesAreNotBytes) {
     EXPECT_EQ(PathToBytes(std::u16string{0xDC2F}), "\xED\xB0\xAF") << "never a separator";
     EXPECT_EQ(PathToBytes(std::u16string{0xD800}), "\xED\xA0\x80");
 }
@@ -67,14 +67,14 @@ TEST(MakeFileFromPath, AnAbsolutePathStays) {
     EXPECT_EQ(MakeFileFromPath(u"/other/a\\b.wav", kSession), u"/other/a\\b.wav");
 }
 
-TEST(MakeFileFromPath, WorksOutDotsAndDoubledSeparators) {
+TEST(MakeFileFromPath, ResolvesDotsAndDoubledSeparators) {
     EXPECT_EQ(MakeFileFromPath(u"./media//./kick.wav", kSession), u"/music/song/media/kick.wav");
     EXPECT_EQ(MakeFileFromPath(u"../common/x/../kick.wav", kSession), u"/music/common/kick.wav");
     EXPECT_EQ(MakeFileFromPath(u"/a/../b//./c.wav", kSession), u"/b/c.wav");
     EXPECT_EQ(MakeFileFromPath(u"...", kSession), u"/music/song/...");
 }
 
-TEST(MakeFileFromPath, NothingLiesAboveTheRoot) {
+TEST(MakeFileFromPath, TheRootHasNoParent) {
     EXPECT_EQ(MakeFileFromPath(u"../../../../kick.wav", kSession), u"/kick.wav");
     EXPECT_EQ(MakeFileFromPath(u"/../..", kSession), u"/");
 }
@@ -88,7 +88,7 @@ TEST(MakeFileFromPath, ABackslashInTheLocationIsPartOfAName) {
     EXPECT_EQ(MakeFileFromPath(u"kick.wav", u"/a\\b/c\\d.orvo"), u"/a\\b/kick.wav");
 }
 
-TEST(MakeFileFromPath, AnEmptyPathIsNoFile) {
+TEST(MakeFileFromPath, AnEmptyPathNamesNoFile) {
     EXPECT_EQ(MakeFileFromPath(u"", kSession), u"");
     EXPECT_EQ(MakeFileFromPath(u"", u"/song.orvo"), u"");
     EXPECT_EQ(MakeFileFromPath(u"", u"song.orvo"), u"");
@@ -111,12 +111,12 @@ TEST(MakeFileFromPath, ARelativeLocationGivesARelativePath) {
     EXPECT_EQ(MakeFileFromPath(u".", u"song.orvo"), u".");
 }
 
-TEST(MakeFileFromPath, NamesThatAreNoUtf8GoThroughUnchanged) {
+TEST(MakeFileFromPath, NamesThatAreNotUtf8StayUnchanged) {
     const std::u16string name = PathFromBytes("kick\xFF.wav");
     EXPECT_EQ(PathToBytes(MakeFileFromPath(name, kSession)), "/music/song/kick\xFF.wav");
 }
 
-TEST(LeadsPlainlyTo, SeesWhereARelativePathLeadsWithoutWorkingItOut) {
+TEST(LeadsPlainlyTo, ComparesWithoutResolvingThePath) {
     EXPECT_TRUE(LeadsPlainlyTo(u"/music/song/kick.wav", u"kick.wav", kSession));
     EXPECT_TRUE(LeadsPlainlyTo(u"/music/song/media/kick.wav", u"media/kick.wav", kSession));
     EXPECT_TRUE(LeadsPlainlyTo(u"/music/kick.wav", u"../kick.wav", kSession));
@@ -124,7 +124,7 @@ TEST(LeadsPlainlyTo, SeesWhereARelativePathLeadsWithoutWorkingItOut) {
     EXPECT_TRUE(LeadsPlainlyTo(u"/kick.wav", u"kick.wav", u"/song.orvo"));
 }
 
-TEST(LeadsPlainlyTo, SaysNoWhereItLeadsElsewhere) {
+TEST(LeadsPlainlyTo, IsFalseIfThePathLeadsElsewhere) {
     EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/kick.wav", u"snare.wav", kSession));
     EXPECT_FALSE(LeadsPlainlyTo(u"/music/kick.wav", u"kick.wav", kSession));
     EXPECT_FALSE(LeadsPlainlyTo(u"/music/songkick.wav", u"kick.wav", kSession));
@@ -133,7 +133,7 @@ TEST(LeadsPlainlyTo, SaysNoWhereItLeadsElsewhere) {
     EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/kick.wav", u"/music/song/kick.wav", kSession));
 }
 
-TEST(LeadsPlainlyTo, SaysNoWhereThereIsSomethingToWorkOut) {
+TEST(LeadsPlainlyTo, IsFalseIfSomethingNeedsResolving) {
     EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/kick.wav", u"./kick.wav", kSession));
     EXPECT_FALSE(LeadsPlainlyTo(u"/music/song/media/../kick.wav", u"media/../kick.wav", kSession));
     EXPECT_FALSE(LeadsPlainlyTo(u"/music/song//kick.wav", u"/kick.wav", kSession));
@@ -168,7 +168,7 @@ TEST(MakeNormalizedRelativePath, GoesDownFromTheFolderOfTheLocation) {
               u"media/kick.wav");
 }
 
-TEST(MakeNormalizedRelativePath, GoesUpWhereItMust) {
+TEST(MakeNormalizedRelativePath, GoesUpIfNecessary) {
     EXPECT_EQ(MakeNormalizedRelativePath(u"/music/kick.wav", kSession), u"../kick.wav");
     EXPECT_EQ(MakeNormalizedRelativePath(u"/kick.wav", kSession), u"../../kick.wav");
     EXPECT_EQ(MakeNormalizedRelativePath(u"/music/songs/kick.wav", kSession), u"../songs/kick.wav");
@@ -185,19 +185,19 @@ TEST(MakeNormalizedRelativePath, TheFolderItselfIsADot) {
     EXPECT_EQ(MakeNormalizedRelativePath(u"/music/song", kSession), u".");
 }
 
-TEST(MakeNormalizedRelativePath, WorksOutBothPathsFirst) {
+TEST(MakeNormalizedRelativePath, ResolvesBothPathsFirst) {
     EXPECT_EQ(MakeNormalizedRelativePath(u"/music/x/../song//kick.wav", u"/music/./song/song.orvo"),
               u"kick.wav");
 }
 
-TEST(MakeNormalizedRelativePath, IsEmptyWhereOneIsNotAbsolute) {
+TEST(MakeNormalizedRelativePath, IsEmptyIfOnePathIsNotAbsolute) {
     EXPECT_EQ(MakeNormalizedRelativePath(u"kick.wav", kSession), u"");
     EXPECT_EQ(MakeNormalizedRelativePath(u"/music/kick.wav", u"song.orvo"), u"");
     EXPECT_EQ(MakeNormalizedRelativePath(u"", kSession), u"");
     EXPECT_EQ(MakeNormalizedRelativePath(u"C:\\Music\\kick.wav", kSession), u"");
 }
 
-TEST(MakeNormalizedRelativePath, IsEmptyWhereANameHoldsABackslash) {
+TEST(MakeNormalizedRelativePath, IsEmptyIfANameContainsABackslash) {
     EXPECT_EQ(MakeNormalizedRelativePath(u"/music/song/a\\b.wav", kSession), u"");
     EXPECT_EQ(MakeNormalizedRelativePath(u"/a\\b/kick.wav", u"/a\\b/song.orvo"), u"kick.wav")
         << "a folder that both share does not matter";
@@ -239,7 +239,7 @@ RC_GTEST_PROP(RelativePaths, FindTheFileWhenItMovesWithTheSession, ()) {
               moved(MakeFileFromPath(path, u"")));
 }
 
-TEST(PrepAsLongPathName, MakesAPathAbsoluteAndLeavesTheSystemItsStepsBack) {
+TEST(PrepAsLongPathName, MakesAPathAbsoluteAndKeepsDotDot) {
     const std::u16string here = PathFromBytes(std::filesystem::current_path().native());
     EXPECT_EQ(FileUtils::PrepAsLongPathName(u"/a//b/./../c"), u"/a/b/../c");
     EXPECT_EQ(FileUtils::PrepAsLongPathName(u"x/../song.orvo"), here + u"/x/../song.orvo");

@@ -40,7 +40,7 @@ TEST_F(ReadObstacleTest, ARegularFileHasNone) {
     EXPECT_EQ(Obstacle("a.orvo"), "");
 }
 
-TEST_F(ReadObstacleTest, AMissingFileSaysSo) {
+TEST_F(ReadObstacleTest, AMissingFileIsReported) {
     folder_.Write("file", "");
     ASSERT_EQ(::symlink("gone", (folder_ / "dangling").c_str()), 0);
     for (const char* const name : {"none", "none/below", "file/below", "dangling"}) {
@@ -48,7 +48,7 @@ TEST_F(ReadObstacleTest, AMissingFileSaysSo) {
     }
 }
 
-TEST_F(ReadObstacleTest, AnEmptyPathAndOneWithAZeroAreNamed) {
+TEST_F(ReadObstacleTest, EmptyPathsAndPathsWithAZeroAreReported) {
     folder_.Write("file", "");
     EXPECT_EQ(Obstacle(u""), "the path is empty: name a session file");
     const std::u16string file = PathFromBytes((folder_ / "file").string());
@@ -56,7 +56,7 @@ TEST_F(ReadObstacleTest, AnEmptyPathAndOneWithAZeroAreNamed) {
               "no file has a path with a zero in it: check the path");
 }
 
-TEST_F(ReadObstacleTest, WhatIsNoRegularFileSaysWhatItIs) {
+TEST_F(ReadObstacleTest, AnythingButARegularFileIsReportedByItsKind) {
     ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
@@ -70,14 +70,14 @@ TEST_F(ReadObstacleTest, WhatIsNoRegularFileSaysWhatItIs) {
     ::close(socket);
 }
 
-TEST_F(ReadObstacleTest, AFileThatOpensButGivesNothingSaysWhatTheSystemSays) {
+TEST_F(ReadObstacleTest, AFileThatOpensButCannotBeReadIsReportedWithTheSystemsReason) {
     // The first byte is at an unmapped address. Users who may not trace cannot open the file.
     EXPECT_THAT(Obstacle(u"/proc/self/mem"),
                 AnyOf("cannot be read: Input/output error",
                       "you may not read this file: check its permissions and its folder's"));
 }
 
-TEST_F(ReadObstacleTest, ARefusalOfTheSystemIsOneOfPermissionsOrInItsOwnWords) {
+TEST_F(ReadObstacleTest, SystemErrorsAreReportedAsPermissionsOrInTheSystemsWords) {
     EXPECT_EQ(ObstacleOfError(EACCES).what, "you may not read this file");
     EXPECT_EQ(ObstacleOfError(EPERM).what, "you may not read this file");
     EXPECT_EQ(ObstacleOfError(ELOOP).what, "cannot be read");

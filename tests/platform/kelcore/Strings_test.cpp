@@ -80,7 +80,7 @@ RC_GTEST_PROP(UTF8to16, TakesEveryByteString, (const std::string& bytes)) {
     RC_ASSERT(UTF8to16(UTF16to8(text)) == text);
 }
 
-TEST(UTF8to16, ReadsSurrogatesThatStandAsThreeBytes) {
+TEST(UTF8to16, ReadsSurrogatesEncodedAsThreeBytes) {
     EXPECT_EQ(UTF8to16("x\xED\xA0\x80y"), (std::u16string{u'x', 0xD800, u'y'}));
     EXPECT_EQ(UTF8to16("\xED\xBF\xBF"), (std::u16string{0xDFFF}));
 }
@@ -113,7 +113,7 @@ TEST(ReplaceInString, GrowsAndShrinksText) {
     EXPECT_EQ(text, u"abc");
 }
 
-TEST(ReplaceInString, NeverLooksAtWhatItPutIn) {
+TEST(ReplaceInString, NeverSearchesTheReplacement) {
     std::u16string text = u"aa";
     ReplaceInString(text, u"a", u"aa");
     EXPECT_EQ(text, u"aaaa");
@@ -134,7 +134,7 @@ TEST(ReplaceInString, AnEmptyPatternChangesNothing) {
     EXPECT_EQ(text, u"abc");
 }
 
-TEST(ReplaceInString, MayBeGivenPartsOfTheTextItself) {
+TEST(ReplaceInString, AcceptsPartsOfTheTextItself) {
     std::u16string text = u"ab-ab";
     const std::u16string_view whole = text;
     ReplaceInString(text, whole.substr(0, 1), whole.substr(0, 3));

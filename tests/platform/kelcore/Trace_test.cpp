@@ -32,13 +32,13 @@ protected:
     std::vector<std::string> lines_;
 };
 
-TEST_F(TraceTest, AnotherCategoryIsOffUntilItIsSwitchedOn) {
+TEST_F(TraceTest, OtherCategoriesAreOffUntilSwitchedOn) {
     EXPECT_FALSE(IsEnabled("test::A"));
     Write("test::A", "lost");
     EXPECT_THAT(lines_, IsEmpty());
 }
 
-TEST_F(TraceTest, WhatSaysWhyAReadOrASaveFailedIsOnUntilItIsSwitchedOff) {
+TEST_F(TraceTest, TheCategoriesOfFailedReadsAndSavesAreOnUntilSwitchedOff) {
     for (const std::string_view category : {"app::XMLReader", "app::XMLWriter"}) {
         lines_.clear();
         EXPECT_TRUE(IsEnabled(category));
@@ -84,7 +84,7 @@ TEST_F(TraceTest, WithoutOutputLinesGoToStandardError) {
     EXPECT_THAT(lines_, IsEmpty());
 }
 
-TEST_F(TraceTest, AnOutputThatThrowsLosesTheLineAndNothingElse) {
+TEST_F(TraceTest, AnOutputThatThrowsLosesOnlyTheLine) {
     SetEnabled("test::A", true);
     SetOutput([this](std::string_view, std::string_view text) {
         if (text == "lost") {
@@ -97,7 +97,7 @@ TEST_F(TraceTest, AnOutputThatThrowsLosesTheLineAndNothingElse) {
     EXPECT_THAT(lines_, ElementsAre("kept"));
 }
 
-TEST_F(TraceTest, ANewOutputReturnsTheFormerOne) {
+TEST_F(TraceTest, SetOutputReturnsThePreviousOutput) {
     Output former = SetOutput([](std::string_view, std::string_view) {});
     Write(kReaderCategory, "lost");
     EXPECT_TRUE(SetOutput(std::move(former)));

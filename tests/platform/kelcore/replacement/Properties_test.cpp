@@ -79,7 +79,7 @@ TEST_F(ReplacementPropertiesTest, KeepsOwnerAndGroup) {
     EXPECT_EQ(ModeOf(bytes_), 04664U);
 }
 
-TEST_F(ReplacementPropertiesTest, WhereOwnerAndGroupCannotBeKeptNobodyGainsRights) {
+TEST_F(ReplacementPropertiesTest, IfOwnerAndGroupCannotBeKeptNobodyGainsRights) {
     MakeOld();
     if (geteuid() != 0) {
         GTEST_SKIP() << "needs a file of somebody else";
@@ -103,7 +103,7 @@ TEST_F(ReplacementPropertiesTest, WhereOwnerAndGroupCannotBeKeptNobodyGainsRight
     EXPECT_EQ(ModeOf(bytes_), 0622U) << "the new group gets what everybody has";
 }
 
-TEST_F(ReplacementPropertiesTest, WhereOnlyTheGroupCannotBeKeptItGetsWhatEverybodyHas) {
+TEST_F(ReplacementPropertiesTest, IfOnlyTheGroupCannotBeKeptItGetsTheRightsOfEverybody) {
     MakeOld();
     if (chown(bytes_.c_str(), 65534, 2345) != 0) {
         GTEST_SKIP() << "only a privileged user may give files away";
@@ -159,7 +159,7 @@ TEST_F(ReplacementPropertiesTest, ANewFileGetsTheFoldersDefaultAccessList) {
     EXPECT_EQ(AttributeOf(bytes_, kAccessList), SomeAccessList());
 }
 
-TEST_F(ReplacementPropertiesTest, WhatVouchesForTheOldContentIsNotKept) {
+TEST_F(ReplacementPropertiesTest, CapabilitiesOfTheOldContentAreNotKept) {
     MakeOld();
     // A version 2 capability set. It would grant rights to any new content of the file.
     const std::string capability(

@@ -33,7 +33,7 @@ TEST_F(ReplacementTargetTest, ALinkStaysAndItsTargetIsReplaced) {
     EXPECT_THAT(folder_.Names(), ElementsAre("first", kName, "sub"));
 }
 
-TEST_F(ReplacementTargetTest, TheTemporaryFileLiesBesideTheRealTarget) {
+TEST_F(ReplacementTargetTest, TheTemporaryFileIsNextToTheRealTarget) {
     ASSERT_EQ(mkdir(folder_.Bytes("sub").c_str(), 0777), 0);
     test::WriteFile(folder_.Bytes("sub/real"), "old");
     ASSERT_EQ(symlink("sub/real", bytes_.c_str()), 0);
@@ -42,20 +42,20 @@ TEST_F(ReplacementTargetTest, TheTemporaryFileLiesBesideTheRealTarget) {
     EXPECT_THAT(folder_.Names(), ElementsAre(kName, "sub"));
 }
 
-TEST_F(ReplacementTargetTest, ADanglingLinksTargetIsMade) {
+TEST_F(ReplacementTargetTest, ADanglingLinksTargetIsCreated) {
     ASSERT_EQ(symlink("real", bytes_.c_str()), 0);
     Replace(target_, "new");
     EXPECT_TRUE(std::filesystem::is_symlink(bytes_));
     EXPECT_EQ(test::ReadFile(folder_.Bytes("real")), "new");
 }
 
-TEST_F(ReplacementTargetTest, SeparatorsBehindTheNameInADanglingLinkAreNoPartOfIt) {
+TEST_F(ReplacementTargetTest, TrailingSeparatorsInADanglingLinkAreIgnored) {
     ASSERT_EQ(symlink("real//", bytes_.c_str()), 0);
     Replace(target_, "new");
     EXPECT_EQ(test::ReadFile(folder_.Bytes("real")), "new");
 }
 
-TEST_F(ReplacementTargetTest, ADanglingLinkIntoNowhereIsRefused) {
+TEST_F(ReplacementTargetTest, ADanglingLinkIntoAMissingFolderIsRefused) {
     ASSERT_EQ(symlink("nowhere/real", bytes_.c_str()), 0);
     EXPECT_EQ(Refusal(target_), "cannot write \"@0\": its folder does not exist");
 }
@@ -112,7 +112,7 @@ TEST_F(ReplacementTargetTest, AWriteProtectedFileIsRefusedWhoeverAsks) {
     EXPECT_THAT(folder_.Names(), ElementsAre(kName));
 }
 
-TEST_F(ReplacementTargetTest, AFileThatOthersMayWriteButThisUserMayNotIsRefused) {
+TEST_F(ReplacementTargetTest, AFileThatOnlyOthersMayWriteIsRefused) {
     MakeOld(0644);
     if (geteuid() != 0) {
         GTEST_SKIP() << "needs a file of somebody else";
@@ -121,7 +121,7 @@ TEST_F(ReplacementTargetTest, AFileThatOthersMayWriteButThisUserMayNotIsRefused)
               "cannot write \"@0\": Permission denied");
 }
 
-TEST_F(ReplacementTargetTest, AFolderThatTakesNoNewFileIsRefused) {
+TEST_F(ReplacementTargetTest, AReadOnlyFolderIsRefused) {
     MakeOld(0666);
     ASSERT_EQ(chmod(folder_.Path().c_str(), 0555), 0);
     EXPECT_EQ(test::RunUnprivileged([this] { return Refusal(target_); }),
@@ -144,7 +144,7 @@ TEST_F(ReplacementTargetTest, SomebodyElsesFileInAStickyFolderIsRefusedAndKept) 
     EXPECT_THAT(folder_.Names(), ElementsAre(kName));
 }
 
-TEST_F(ReplacementTargetTest, AFolderThatMayBeWrittenButNotReadWillDo) {
+TEST_F(ReplacementTargetTest, AFolderThatIsWritableButNotReadableWorks) {
     MakeOld(0666);
     ASSERT_EQ(chmod(folder_.Path().c_str(), 0333), 0);
     EXPECT_EQ(test::RunUnprivileged([this]() -> std::string {
@@ -161,7 +161,7 @@ TEST_F(ReplacementTargetTest, AMissingFolderIsRefused) {
               "cannot write \"@0\": its folder does not exist");
 }
 
-TEST_F(ReplacementTargetTest, AFileInPlaceOfTheFolderIsRefused) {
+TEST_F(ReplacementTargetTest, AFileInsteadOfTheFolderIsRefused) {
     MakeOld();
     EXPECT_EQ(Refusal(folder_.Path16("song.orvo/below")), "cannot write \"@0\": Not a directory");
 }

@@ -23,7 +23,7 @@ class TemporaryFileTest : public ReplacementTest {};
 
 // ---- Names
 
-TEST_F(TemporaryFileTest, TheTemporaryFileIsHiddenAndBesideTheTarget) {
+TEST_F(TemporaryFileTest, TheTemporaryFileIsHiddenNextToTheTarget) {
     MakeOld();
     File file(target_);
     file.Create();
@@ -64,7 +64,7 @@ TEST_F(TemporaryFileTest, ALongNameIsNotCutInsideACharacter) {
     EXPECT_THAT(temporary, ContainsRegex("\xC3\xA9\\.orvo-tmp-[0-9a-f]{12}$"));
 }
 
-TEST_F(TemporaryFileTest, ALongNameThatHasNoPlaceToCutItIsLeftOut) {
+TEST_F(TemporaryFileTest, ALongNameWithoutAPlaceToCutIsOmitted) {
     File file(folder_.Path16(std::string(250, '\x80')));
     file.Create();
     EXPECT_THAT(folder_.Names(), ElementsAre(ContainsRegex("^\\.\\.orvo-tmp-[0-9a-f]{12}$")));
@@ -75,14 +75,14 @@ TEST_F(TemporaryFileTest, ANameBeyondTheSystemsLimitIsRefused) {
               "cannot write \"@0\": File name too long");
 }
 
-TEST_F(TemporaryFileTest, ANameThatIsNoUtf8Works) {
+TEST_F(TemporaryFileTest, ANameThatIsNotUtf8Works) {
     Replace(folder_.Path16("s\xFFng.orvo"), "new");
     EXPECT_THAT(folder_.Names(), ElementsAre("s\xFFng.orvo"));
 }
 
 // ---- Leftovers
 
-TEST_F(TemporaryFileTest, AKilledWriterLeavesTheOldFileAndTheNextOneTidiesUp) {
+TEST_F(TemporaryFileTest, AKilledWriterKeepsTheOldFileAndTheNextOneCleansUp) {
     MakeOld();
     test::RunAndKill([this] {
         File file(target_);
@@ -111,7 +111,7 @@ TEST_F(TemporaryFileTest, ARunningWriterKeepsItsTemporaryFile) {
     EXPECT_THAT(folder_.Names(), ElementsAre(kName));
 }
 
-TEST_F(TemporaryFileTest, ManyWritersAtOnceAllSucceedAndLeaveNoStray) {
+TEST_F(TemporaryFileTest, ManyConcurrentWritersSucceedAndLeaveNothing) {
     std::vector<std::thread> writers;
     for (int i = 0; i < 4; ++i) {
         writers.emplace_back([this] {
@@ -127,7 +127,7 @@ TEST_F(TemporaryFileTest, ManyWritersAtOnceAllSucceedAndLeaveNoStray) {
     EXPECT_THAT(folder_.Names(), ElementsAre(kName));
 }
 
-TEST_F(TemporaryFileTest, FilesThatOnlyLookLikeStraysAreLeftAlone) {
+TEST_F(TemporaryFileTest, FilesThatOnlyResembleLeftoversStay) {
     const std::vector<std::string> others = {
         ".other.orvo.orvo-tmp-0123456789ab",  // belongs to another file
         ".song.orvo.orvo-tmp-0123456789AB",   // wrong digits
@@ -150,7 +150,7 @@ TEST_F(TemporaryFileTest, FilesThatOnlyLookLikeStraysAreLeftAlone) {
     EXPECT_EQ(after, before);
 }
 
-TEST_F(TemporaryFileTest, AStrayIsRemoved) {
+TEST_F(TemporaryFileTest, ALeftoverIsRemoved) {
     test::WriteFile(folder_.Bytes(".song.orvo.orvo-tmp-0123456789ab"), "stray");
     Replace(target_, "new");
     EXPECT_THAT(folder_.Names(), ElementsAre(kName));
