@@ -12,7 +12,7 @@ namespace test {
 TemporaryFolder::TemporaryFolder() {
     std::string name = (std::filesystem::temp_directory_path() / "orvo-test-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr) {
-        throw std::runtime_error("no temporary folder can be made");
+        throw std::runtime_error("cannot create a temporary folder");
     }
     path_ = name;
 }

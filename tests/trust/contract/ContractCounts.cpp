@@ -174,10 +174,10 @@ std::vector<std::string> Bounded(const Options& options,
     const long kibibytes = PeakKibibytes() - memoryBefore;
     const auto factor = static_cast<long>(options.factor);
     if (seconds > kSeconds * static_cast<double>(factor)) {
-        problems.push_back("takes " + std::to_string(seconds) + " s");
+        problems.push_back("took " + std::to_string(seconds) + " s");
     }
     if (kibibytes > kKibibytes * factor) {
-        problems.push_back("takes " + std::to_string(kibibytes) + " KiB");
+        problems.push_back("took " + std::to_string(kibibytes) + " KiB");
     }
     return problems;
 }
@@ -280,10 +280,10 @@ std::vector<std::string> ReadAndSave(refhost::Plugin& plugin, const StoredNumber
         refhost::WriteSession(plugin, path(folder / "target.orvo"), std::move(read.session));
     std::vector<std::string> problems;
     if (written.result != stored.saved) {
-        problems.push_back("saving gives " + std::to_string(static_cast<int>(written.result)));
+        problems.push_back("saving returns " + std::to_string(static_cast<int>(written.result)));
     }
     if ((written.result == SessionResult::Ok) != written.messages.empty()) {
-        problems.emplace_back("the message does not go with the result");
+        problems.emplace_back("the message does not match the result");
     }
     return problems;
 }

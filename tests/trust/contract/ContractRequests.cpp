@@ -111,26 +111,26 @@ std::vector<std::string> Request::Disturb(const refhost::Interceptor& intercepto
         problems.push_back("gives " + Text(result) + " for " + Text(expected));
     }
     if (refhost::LiveNodes() != liveNodes) {
-        problems.emplace_back("host objects are held");
+        problems.emplace_back("host objects leak");
     }
     if (!target.IsAlone()) {
-        problems.emplace_back("it leaves files beside the session");
+        problems.emplace_back("it leaves other files in the folder");
     }
     if (IsWrite() && result == SessionResult::Ok) {
         const refhost::ReadResult read = refhost::ReadSession(plugin_, PathOf(target.file));
         if (read.result != SessionResult::Ok) {
-            problems.emplace_back("what it saved cannot be read");
+            problems.emplace_back("the saved file cannot be read");
         }
         std::ranges::move(inspector(read.session), std::back_inserter(problems));
     } else if (Content(target.file) != kOldContent) {
-        problems.emplace_back("the old file is gone");
+        problems.emplace_back("the old file is lost");
     }
 
     refhost::model::Session next = expected_;
     const SessionResult nextResult = Run({.sink = {}, .interceptor = {}}, next, target.file);
     std::ranges::move(Judge(nextResult, next, target.file), std::back_inserter(problems));
     if (refhost::LiveNodes() != liveNodes) {
-        problems.emplace_back("host objects are held after the next request");
+        problems.emplace_back("the next request leaks host objects");
     }
     return problems;
 }

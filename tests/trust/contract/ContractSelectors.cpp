@@ -133,7 +133,7 @@ void Play(const refhost::PluginLibrary& library, const std::vector<Call>& calls,
         }
     }
     if (host.IsWritten() != model.HasWritten()) {
-        problems.emplace_back("the file is not what the results say");
+        problems.emplace_back("the file contradicts the results");
     }
     library.Call(1, nullptr);
 }
@@ -143,7 +143,7 @@ std::vector<std::string> Play(const refhost::PluginLibrary& library,
     std::vector<std::string> problems;
     Play(library, calls, problems);
     if (refhost::LiveNodes() != 0) {
-        problems.emplace_back("host objects are held");
+        problems.emplace_back("host objects leak");
     }
     return problems;
 }

@@ -129,7 +129,7 @@ std::vector<std::string> Save(const Request& request, const std::string& operati
         TextFault(operation, *string, text.isLong), text.result,
         [&](const refhost::model::Session& session) -> std::vector<std::string> {
             if (isKnownPlace && session.audioDevice.inputDeviceId != text.stored) {
-                return {"another text comes back"};
+                return {"a different text comes back"};
             }
             return {};
         });
@@ -160,14 +160,14 @@ std::vector<std::string> NameFile(refhost::Plugin& plugin, const Options& option
         const auto session = refhost::SessionNode::Make();
         const int named = plugin.Call(3, static_cast<tses::IHostFileRef*>(reference.Get()));
         if (named != (text.result == SessionResult::Ok ? 0 : -4)) {
-            problems.push_back("naming the file gives " + std::to_string(named));
+            problems.push_back("naming the file returns " + std::to_string(named));
         }
         if (plugin.Call(4, &session->Edit()) != -4) {
             problems.emplace_back("the read succeeds");
         }
     }
     if (refhost::LiveNodes() != liveNodes) {
-        problems.emplace_back("host objects are held");
+        problems.emplace_back("host objects leak");
     }
     const auto path = kelcore::PathFromBytes((options.goldenFolder / "everything.orvo").string());
     if (refhost::ReadSession(plugin, path).result != SessionResult::Ok) {
@@ -192,7 +192,7 @@ Tally RunTexts(const Options& options) {
                      [&request, operation, &text] { return Save(request, operation, text); }});
             }
         }
-        cases.push_back({std::string("a file named by ") + text.name,
+        cases.push_back({std::string("a file name: ") + text.name,
                          [&plugin, &options, &text] { return NameFile(plugin, options, text); }});
     }
     return RunCases(EachNth(cases, options.stride));

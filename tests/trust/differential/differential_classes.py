@@ -9,17 +9,17 @@ import re
 import xml.parsers.expat
 
 GUARD = "set aside: refused by our own guards"
-XML_1_1 = "set aside: characters that XML 1.1 takes otherwise, which the others do not know"
+XML_1_1 = "set aside: characters that differ in XML 1.1, which the others do not know"
 ENCODING = "set aside: an encoding that expat does not know"
-CONTRADICTION = "set aside: the declaration names another encoding than the bytes have"
-VERSION = "to be refused: a version that is none of 1.0, 1.1 and so on, which the others let pass"
-UNMARKED = "to be refused: UTF-16 with neither a mark nor a declaration, which the others let pass"
-NAMESPACE = "judged by expat alone: a namespace that is no URI, which libxml2 refuses"
-XML_ID = "judged by expat alone: an xml:id that is no name, which libxml2 refuses"
-NAME = "judged by libxml2 alone: a name that the fifth edition of XML allows, and expat not"
-NUL = "judged by expat alone: a NUL character, which libxml2 lets pass"
-ORDINAL = "judged by libxml2 alone: a name with U+00AA, U+00B5 or U+00BA, which expat lets pass"
-HALF = "judged by libxml2 alone: half a character in UTF-16, which expat lets pass"
+CONTRADICTION = "set aside: the declaration contradicts the bytes"
+VERSION = "must be refused: an invalid version, which the others accept"
+UNMARKED = "must be refused: UTF-16 with neither a byte order mark nor a declaration, which the others accept"
+NAMESPACE = "judged by expat alone: a namespace that is not a URI, which libxml2 refuses"
+XML_ID = "judged by expat alone: an xml:id that is not a name, which libxml2 refuses"
+NAME = "judged by libxml2 alone: a name that only the fifth edition of XML allows, which expat refuses"
+NUL = "judged by expat alone: a NUL character, which libxml2 accepts"
+ORDINAL = "judged by libxml2 alone: a name with U+00AA, U+00B5 or U+00BA, which expat accepts"
+HALF = "judged by libxml2 alone: half a character in UTF-16, which expat accepts"
 
 # Error numbers of expat and libxml2.
 INVALID_TOKEN, UNKNOWN_ENCODING, INCORRECT_ENCODING = 4, 18, 19

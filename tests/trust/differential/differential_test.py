@@ -209,7 +209,7 @@ def main():
     summarise(counts, len(differences))
     missing = ROWS.keys() - met
     if missing:
-        print(f"no document had, of these elements in these states: {sorted(missing)}")
+        print(f"no document contained these elements in these states: {sorted(missing)}")
     return 1 if differences or (missing and arguments.count >= ENOUGH) else 0
 
 

@@ -24,7 +24,7 @@ void ForbidSocketsAndPrograms() {
         isMade = isMade && seccomp_rule_add(filter.get(), SCMP_ACT_KILL_PROCESS, call, 0) == 0;
     }
     if (!isMade || seccomp_load(filter.get()) != 0) {
-        throw std::runtime_error("the system takes no filter of its calls");
+        throw std::runtime_error("the system does not support filters for system calls");
     }
 }
 

@@ -19,7 +19,7 @@ def run(*arguments):
 def problems_of(reader, session, folder, name):
     ended = run(reader, session, os.path.join(folder, name))
     if ended.returncode != 0:
-        yield f"it ended with {ended.returncode}"
+        yield f"the reader ended with {ended.returncode}"
         return
     report = json.loads(ended.stdout)
     if report["result"] != 0 or report["opened"] != [session]:
@@ -36,7 +36,7 @@ def problems_of(reader, session, folder, name):
 
 def main():
     reader, session = sys.argv[1:]
-    problems = [f"{what} is not noticed" for what in ("--socket", "--program")
+    problems = [f"{what} goes unnoticed" for what in ("--socket", "--program")
                 if run(reader, what).returncode != -signal.SIGSYS]
     with tempfile.TemporaryDirectory(prefix="orvo-confined-") as folder:
         for what in ("a new file", "an old file"):

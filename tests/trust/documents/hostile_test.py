@@ -44,7 +44,7 @@ def judge(document, path, report, factor):
         yield f"it was read: {report['result']}"
     elif document.refused is SILENT:
         if messages:
-            yield f"a message where there is none: {messages}"
+            yield f"an unexpected message: {messages}"
     elif len(messages) != 1 or not LOCATED.match(messages[0]):
         yield f"not one located message: {messages}"
     elif document.refused not in messages[0]:
@@ -52,7 +52,7 @@ def judge(document, path, report, factor):
     if report["opened"] != [path]:
         yield f"it opened {report['opened']}"
     if report["liveNodes"] != 1:  # the plug-in's registrar
-        yield f"{report['liveNodes']} host objects are alive"
+        yield f"{report['liveNodes']} host objects leaked"
     if report["seconds"] > SECONDS * factor:
         yield f"it took {report['seconds']:.2f} s"
     if report["peakKiB"] > KIBIBYTES * factor:
@@ -80,7 +80,7 @@ def main():
             failures += bool(found)
             for problem in found:
                 print(f"{document.name}: {problem}")
-    print(f"{count} hostile documents, {failures} of them a problem")
+    print(f"{count} hostile documents, {failures} problems")
     return 1 if failures or count < 140 else 0
 
 

@@ -151,10 +151,10 @@ private:
         }
         request_.forget();
         if (refhost::LiveNodes() != liveNodes_) {
-            tally_.Problem(where, "host objects are held");
+            tally_.Problem(where, "host objects leak");
         }
         if (OpenFiles() != openFiles_) {
-            tally_.Problem(where, "a file is left open");
+            tally_.Problem(where, "a file stays open");
         }
         const SessionResult next = request_.run();
         if (next != SessionResult::Ok || !request_.isAsItShould(next)) {
@@ -174,13 +174,13 @@ private:
         request_.forget();
         const auto places = test::memory::PlacesOfBlocksInUse();
         if (places.empty()) {
-            tally_.Problem(where, "memory is lost that a second run does not lose");
+            tally_.Problem(where, "a leak that a second run does not have");
         }
         for (const auto& callers : places) {
             if (const auto place = LibraryPlace(callers)) {
                 ++tally_.lostByLibrary[*place];
             } else {
-                tally_.Problem(where, "memory is lost" + Joined(callers));
+                tally_.Problem(where, "a leak" + Joined(callers));
             }
         }
     }
@@ -314,7 +314,7 @@ int main(int argc, char** argv) {
 
     std::printf("%zu points, %zu problems\n", tally.points, tally.problems);
     for (const auto& [place, count] : tally.lostByLibrary) {
-        std::printf("lost by the XML library, %zu times: %s\n", count, place.c_str());
+        std::printf("leaked by the XML library, %zu times: %s\n", count, place.c_str());
     }
     return tally.problems == 0 ? 0 : 1;
 }

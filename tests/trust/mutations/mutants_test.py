@@ -54,7 +54,7 @@ def problems_of_samples():
             lines = list(source.lines)
             for index, before, after in changes:
                 if lines[index] != before:
-                    yield f"{name}: {before!r} is not what stands there"
+                    yield f"{name}: {before!r} is not the source"
                 lines[index] = after
             made.append("\n".join(lines))
         if made != expected:
@@ -63,7 +63,7 @@ def problems_of_samples():
 
 def problems_of_source(mutants):
     if len(mutants) < NEEDED:
-        yield f"there are {len(mutants)} mutants alone"
+        yield f"there are only {len(mutants)} mutants"
     for name in OPERATORS:
         if not any(mutant.operator == name for mutant in mutants[:NEEDED]):
             yield f"{name}: not among the first {NEEDED} mutants"
@@ -72,16 +72,16 @@ def problems_of_source(mutants):
             yield f"{target.path}: no mutants"
         for source in target.sources:
             if not os.path.exists(os.path.join(ROOT, source)):
-                yield f"{source}: there is no such file"
+                yield f"{source}: no such file"
     changes = collections.Counter((mutant.target.path, mutant.changes) for mutant in mutants)
-    yield from (f"{change}: made {number} times" for change, number in changes.items() if number > 1)
-    yield from (f"{mutant}: nothing is changed" for mutant in mutants
+    yield from (f"{change}: occurs {number} times" for change, number in changes.items() if number > 1)
+    yield from (f"{mutant}: changes nothing" for mutant in mutants
                 if any(before == after for _, before, after in mutant.changes))
 
 
 def problems_of_survivors(mutants):
     known = collections.Counter(mutant.key for mutant in mutants)
-    yield from (f"{key}: explained, but {known[key]} mutants" for key in SURVIVORS if known[key] != 1)
+    yield from (f"{key}: explained, but matches {known[key]} mutants" for key in SURVIVORS if known[key] != 1)
 
 
 def main():

@@ -265,7 +265,7 @@ def summarize(outcomes):
     print("\nCaught by")
     for program, number in collections.Counter(outcome.by for outcome in tried if outcome.by).most_common():
         print(f"  {program:50} {number}")
-    print("\nPassed over")
+    print("\nNot counted")
     for kind, number in passed_over.items():
         print(f"  {kind:50} {number}")
 
@@ -275,7 +275,7 @@ def summarize(outcomes):
     for mutant in survived:
         reason = SURVIVORS.get(mutant.key)
         unexplained += reason is None
-        print(f"  {mutant}\n      {reason or 'PROBLEM: nothing is known of it'}")
+        print(f"  {mutant}\n      {reason or 'PROBLEM: unexplained'}")
     caught = len(tried) - len(survived)
     print(f"\n{len(tried)} mutants, {caught} caught ({100 * caught / max(len(tried), 1):.1f} %), "
           f"{len(survived)} survived, {unexplained} of them unexplained")

@@ -23,7 +23,7 @@ Saved SaveInPeace(refhost::Plugin& plugin, const refhost::model::Session& sessio
     const auto written = refhost::WriteSession(plugin, kelcore::PathFromBytes(path), session);
     const std::optional<std::string> bytes = ContentOf(path);
     if (written.result != tses::SessionResult::Ok || !bytes || bytes->empty()) {
-        throw std::runtime_error("a save in peace failed");
+        throw std::runtime_error("an undisturbed save failed");
     }
     Saved saved{session, *bytes, SessionOf(plugin, path)};
     std::filesystem::remove(path);
@@ -71,7 +71,7 @@ pid_t Begin(const std::function<void()>& work) {
     std::fflush(stdout);
     const pid_t process = fork();
     if (process < 0) {
-        throw std::runtime_error("no process can be made");
+        throw std::runtime_error("cannot create a process");
     }
     if (process == 0) {
         try {
@@ -90,7 +90,7 @@ int End(pid_t process) {
     int status = 0;
     while (waitpid(process, &status, 0) < 0) {
         if (errno != EINTR) {
-            throw std::runtime_error("a process got lost");
+            throw std::runtime_error("cannot wait for a process");
         }
     }
     return status;

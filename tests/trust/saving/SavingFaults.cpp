@@ -51,7 +51,7 @@ std::size_t OpenDescriptors() {
 void GiveUpPrivileges() {
     constexpr uid_t kNobody = 65534;
     if (setgroups(0, nullptr) != 0 || setgid(kNobody) != 0 || setuid(kNobody) != 0) {
-        throw std::runtime_error("the privileges cannot be given up");
+        throw std::runtime_error("cannot drop privileges");
     }
 }
 
@@ -126,7 +126,7 @@ public:
         }
         std::printf("%s: %zu calls in a save, %zu cases\n", scenario_.name, calls.size(), cases_);
         case_ = "all";
-        Expect(cases_ >= kFewestCases, "fewer cases than there must be");
+        Expect(cases_ >= kFewestCases, "too few cases");
     }
 
     std::size_t Cases() const { return cases_; }
@@ -150,7 +150,7 @@ private:
             char text[kMostCalls][kLongestName];
         };
         const test::Shared<Names> names;
-        case_ = "in peace";
+        case_ = "undisturbed";
         Prepare();
         const int status = Save([&] {
             const std::vector<std::string> calls =
@@ -164,7 +164,7 @@ private:
         Expect(report_->succeeded, "the save fails");
         kept_ = stage_.PropertiesOfFile();
         Expect(!scenario_.hasOld || !scenario_.isPrivileged || kept_ == before_,
-               "a property of the file is lost");
+               "the file lost a property");
         return {names->text, names->text + names->count};
     }
 
@@ -223,11 +223,11 @@ private:
     void JudgeResult() {
         const auto content = test::ContentOf(stage_.File());
         if (report_->succeeded) {
-            Expect(content == sides_.next.bytes, "it claims a save that is none");
+            Expect(content == sides_.next.bytes, "it claims a save that did not happen");
         } else {
-            Expect(report_->saidWhy, "it does not say why");
+            Expect(report_->saidWhy, "it gives no reason");
             Expect((content == sides_.next.bytes) == report_->saidInPlace,
-                   "it does not tell what is in place");
+                   "it does not say which content is in place");
         }
     }
 
@@ -247,17 +247,18 @@ private:
         const bool isNew = content == sides_.next.bytes;
         const bool isOld = scenario_.hasOld ? content == sides_.old.bytes : !content;
         Expect(isNew || isOld, "the file is lost");
-        Expect(!isNew || stage_.PropertiesOfFile() == kept_, "a property of the file is lost");
-        Expect(isNew || stage_.PropertiesOfFile() == before_, "the old file is changed");
-        Expect(stage_.IsSurroundingKept(), "something else is changed");
+        Expect(!isNew || stage_.PropertiesOfFile() == kept_, "the file lost a property");
+        Expect(isNew || stage_.PropertiesOfFile() == before_, "the old file changed");
+        Expect(stage_.IsSurroundingKept(), "something else changed");
     }
 
     void SaveOnceMore() {
         const auto path = kelcore::PathFromBytes(stage_.Path());
         const auto written = refhost::WriteSession(plugin_, path, sides_.old.session);
         Expect(written.result == tses::SessionResult::Ok, "the next save fails");
-        Expect(test::ContentOf(stage_.File()) == sides_.old.bytes, "the next save is lost");
-        Expect(stage_.IsTidy(), "the next save leaves a stray");
+        Expect(test::ContentOf(stage_.File()) == sides_.old.bytes,
+               "the next save did not replace the file");
+        Expect(stage_.IsTidy(), "the next save leaves other files");
     }
 
     refhost::Plugin& plugin_;

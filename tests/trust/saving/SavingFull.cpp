@@ -82,7 +82,7 @@ public:
         counts_.failed += succeeded ? 0 : 1;
         Expect(test::ContentOf(path_) == (succeeded ? next.bytes : before), "the file is lost");
         Expect(succeeded || !written.messages.empty(), "a failure without a reason");
-        Expect(test::CountStrays(small_.Folder()) == 0, "a stray is left");
+        Expect(test::CountStrays(small_.Folder()) == 0, "a temporary file is left");
         return succeeded;
     }
 
@@ -92,7 +92,7 @@ public:
         std::filesystem::remove(filler);
         const std::size_t taken = small_.FreeBlocks() - blocks;
         std::ofstream(filler) << std::string(taken * small_.BlockSize(), 'x');
-        Expect(small_.FreeBlocks() == blocks, "the filler does not fill");
+        Expect(small_.FreeBlocks() == blocks, "the filler has the wrong size");
     }
 
     void LeaveAllFree() { std::filesystem::remove(small_ / "filler"); }
@@ -125,7 +125,7 @@ void GrowUntilFull(Trial& trial, refhost::Plugin& plugin, const refhost::model::
            trial.Save(test::SaveInPeace(plugin, test::WithMoreFiles(session, files), peaceful))) {
         files += kStep;
     }
-    trial.Expect(files > kStep, "there was no room from the beginning");
+    trial.Expect(files > kStep, "too little room from the start");
     trial.Expect(
         !trial.Save(test::SaveInPeace(plugin, test::WithMoreFiles(session, files), peaceful)),
         "what did not fit before fits now");
@@ -135,23 +135,23 @@ void GrowUntilFull(Trial& trial, refhost::Plugin& plugin, const refhost::model::
 void SaveWithEveryRoom(Trial& trial, const test::Saved& old, const test::Saved& next,
                        std::size_t blockSize) {
     trial.LeaveAllFree();
-    trial.Expect(trial.Save(old), "there is room and a save fails");
+    trial.Expect(trial.Save(old), "a save failed despite enough room");
     const std::size_t enough = next.bytes.size() / blockSize + 2;  // rounded up, plus one
     std::size_t blocks = 0;
     do {
         trial.LeaveFree(blocks);
     } while (!trial.Save(next) && ++blocks < enough);
-    trial.Expect(blocks >= next.bytes.size() / blockSize, "more fits than can");
-    trial.Expect(blocks < enough, "less fits than must");
+    trial.Expect(blocks >= next.bytes.size() / blockSize, "a save succeeded without enough room");
+    trial.Expect(blocks < enough, "a save failed with enough blocks");
 }
 
 void SaveWhereNoFileCanBeMade(Trial& trial, const test::Saved& old, const test::Saved& next) {
     trial.LeaveFree(50);
-    trial.Expect(trial.Save(old), "there is room and a save fails");
+    trial.Expect(trial.Save(old), "a save failed despite enough room");
     trial.LeaveNoNewFile();
-    trial.Expect(!trial.Save(next), "a save succeeds where no file can be made");
+    trial.Expect(!trial.Save(next), "a save succeeded without a free inode");
     trial.LeaveNewFiles();
-    trial.Expect(trial.Save(next), "a save fails when a file can be made again");
+    trial.Expect(trial.Save(next), "a save failed although an inode is free again");
 }
 
 int Run(const std::string& example, std::size_t rounds) {
@@ -162,7 +162,7 @@ int Run(const std::string& example, std::size_t rounds) {
     const test::TemporaryFolder peaceful;
     const SmallFileSystem small(folder.Path());
     if (!small.IsMounted()) {
-        std::printf("saving_full: skipped, a file system cannot be mounted here: %s\n",
+        std::printf("saving_full: skipped, cannot mount a file system: %s\n",
                     small.Reason().c_str());
         return kSkipped;
     }

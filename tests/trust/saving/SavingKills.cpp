@@ -94,7 +94,7 @@ int Run(const std::string& example, long count, unsigned seed) {
     const std::size_t strays = test::CountStrays(folder.Path());
     std::printf(
         "saving_kills: %ld kills, %ld within a save, %ld left a stray for the next save to remove, "
-        "%ld whole saves, %ld files lost, %ld saves failed, %zu strays at the end\n",
+        "%ld complete saves, %ld files lost, %ld saves failed, %zu temporary files at the end\n",
         count, counts.withinSave, counts.strays, progress->saves.load(), counts.lost,
         counts.failed + (progress->failed ? 1 : 0), strays);
     const bool isTrial = counts.withinSave * 4 >= count && counts.strays > 0;

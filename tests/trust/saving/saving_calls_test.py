@@ -31,9 +31,9 @@ def main():
     used = file_calls(library)
     taken_over = symbols(program, "--defined-only")
     missing = sorted(used - taken_over)
-    print(f"{len(used)} calls that touch files, {len(missing)} of them not taken over: {' '.join(missing)}")
+    print(f"{len(used)} functions that touch files, {len(missing)} of them not intercepted: {' '.join(missing)}")
     others = sorted(file_calls(plugin) - READS)
-    print(f"calls of the plug-in itself that may do more than read: {' '.join(others) or 'none'}")
+    print(f"functions of the plug-in itself that may do more than read: {' '.join(others) or 'none'}")
     return 1 if missing or others or len(used) < 20 else 0
 
 
