@@ -104,7 +104,7 @@ TEST_F(GenerateTest, NumbersOutOfRangeAreUsageErrorsThatNameThem) {
     }
     const Outcome outcome =
         RunTool({"generate", "--tracks", "10000", "--clips", "1000000", "a.orvo"}, folder_);
-    EXPECT_THAT(outcome.errors, HasSubstr("ask for less"));
+    EXPECT_THAT(outcome.errors, HasSubstr("reduce one of the numbers"));
     EXPECT_EQ(outcome.exitCode, 2);
     EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }

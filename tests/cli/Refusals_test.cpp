@@ -75,10 +75,10 @@ INSTANTIATE_TEST_SUITE_P(
                 "to read the file\n"},
         BadFile{"TrackWithoutId",
                 "<orvo><session>\n<tracks><audioTrack/></tracks></session></orvo>",
-                "orvo: a.orvo:2:9: <audioTrack> without an id: give it the attribute id"},
+                "orvo: a.orvo:2:9: <audioTrack> without an id: give it an id attribute"},
         BadFile{"TrackWithoutIdBesideWhatIsNotCarried",
                 "<orvo><glow/><session>\n<tracks><busTrack/></tracks></session></orvo>",
-                "orvo: a.orvo:2:9: <busTrack> without an id: give it the attribute id"},
+                "orvo: a.orvo:2:9: <busTrack> without an id: give it an id attribute"},
         BadFile{"Unclosed", "<orvo>\n<session>\n</orvo>", "orvo: a.orvo:3:"}),
     [](const auto& instance) { return std::string(instance.param.description); });
 

@@ -381,19 +381,19 @@ TEST_F(FormatReading, TheLimitsAreThoseOfThePage) {
     const auto expectRow = [&](const std::string& limit, const std::string& value) {
         EXPECT_THAT(text, HasSubstr("\n| " + limit + " | " + value + " |\n"));
     };
-    expectRow("depth of elements, `orvo` counted", std::to_string(limits::kDepth));
+    expectRow("depth of elements, including `orvo`", std::to_string(limits::kDepth));
     expectRow("attributes of an element", std::to_string(limits::kAttributes));
-    expectRow("namespace prefixes in force at a place", std::to_string(limits::kPrefixes));
+    expectRow("namespace prefixes in scope at a place", std::to_string(limits::kPrefixes));
     expectRow("different names of elements, of prefixes, of namespaces",
               std::to_string(limits::kNames) + " each");
     expectRow("one such name",
               std::to_string(limits::kNameUnits) +
-                  " UTF-16 units; an element's prefix and the colon behind it count");
+                  " UTF-16 units, including an element's prefix and the colon after it");
     expectRow("one tag or processing instruction",
               std::to_string(limits::kTagBytes / kMiB) + " MiB");
     expectRow("one CDATA section or comment",
               std::to_string(limits::kSectionBytes / kMiB) + " MiB");
-    expectRow("white space in front of the root or behind it",
+    expectRow("white space before or after the root",
               std::to_string(limits::kSectionBytes / kMiB) + " MiB in one piece");
     expectRow("the file", std::to_string(limits::kFileBytes / kMiB / 1024) + " GiB");
 }
