@@ -13,8 +13,8 @@ import sys
 from pathlib import Path
 
 
-# Libraries of the system and the compiler, including the sanitizers.
-OF_THE_SYSTEM = ("libxerces-c", "libstdc++", "libgcc_s", "libc.", "libm.", "ld-linux", "libasan", "libubsan")
+# Libraries of the system and the compiler.
+OF_THE_SYSTEM = ("libxerces-c", "libstdc++", "libgcc_s", "libc.", "libm.", "ld-linux")
 
 
 def dynamic_section(file):
@@ -28,10 +28,7 @@ def search_paths(file):
 
 def needed_of_the_project(file):
     names = re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic_section(file))
-    # Without optimisation, sanitizer builds keep a dependency that releases do not have. Nobody ships them.
-    for_the_sanitizers = any(name.startswith("libasan") for name in names)
-    passed_over = OF_THE_SYSTEM + (("libboost_",) if for_the_sanitizers else ())
-    return [name for name in names if not name.startswith(passed_over)]
+    return [name for name in names if not name.startswith(OF_THE_SYSTEM)]
 
 
 def main():

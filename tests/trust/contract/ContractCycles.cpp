@@ -34,13 +34,7 @@ struct Holding {
     }
 };
 
-// The address sanitizer keeps freed blocks and data about every loaded library. It checks for leaks
-// itself when the process ends.
-#ifdef __SANITIZE_ADDRESS__
-constexpr bool kJudgesGrowth = false;
-#else
-constexpr bool kJudgesGrowth = true;
-#endif
+constexpr bool kJudgesGrowth = ORVO_JUDGES_GROWTH;
 
 /// Warms up until nothing is new, then checks that further cycles leave nothing behind.
 std::vector<std::string> Repeat(std::size_t cycles, const std::function<bool()>& cycle) {
@@ -70,10 +64,10 @@ std::vector<std::string> Repeat(std::size_t cycles, const std::function<bool()>&
                            " to " + std::to_string(after.residentKibibytes) + " KiB");
     }
     if (after.files != before.files) {
-        problems.emplace_back("descriptors are left open");
+        problems.emplace_back("descriptors stay open");
     }
     if (after.liveNodes != before.liveNodes) {
-        problems.emplace_back("host objects are held");
+        problems.emplace_back("host objects leak");
     }
     return problems;
 }
@@ -174,7 +168,7 @@ Tally RunProcesses(const Options& options) {
             return true;
         });
         return failures == 0 ? std::vector<std::string>()
-                             : std::vector<std::string>{"a reader got another session"};
+                             : std::vector<std::string>{"a reader got a wrong session"};
     };
     // Half of the processes write one file while the others read it. Every reader must see a whole
     // session.
@@ -202,7 +196,7 @@ Tally RunProcesses(const Options& options) {
             return true;
         });
         return failures == 0 ? std::vector<std::string>()
-                             : std::vector<std::string>{"a process met half a session"};
+                             : std::vector<std::string>{"a process read half a session"};
     };
     return RunCases({{"readers at once", readers}, {"readers and writers at once", both}});
 }
