@@ -59,10 +59,10 @@ LoadTimes MeasureLoads() {
 // Small sessions
 
 /// About 2 KB: one track and little else.
-refhost::model::Session MakeSmallSession(kelcore::uint64 seed) {
-    refhost::model::Session session =
+orvo::Session MakeSmallSession(kelcore::uint64 seed) {
+    orvo::Session session =
         toolkit::GenerateSession({.tracks = 1, .clips = 0, .slots = 0, .keyframes = 0}, seed);
-    refhost::model::AudioTrack& track = session.audioTracks.front();
+    orvo::AudioTrack& track = session.audioTracks.front();
     track.effectsRack.reset();
     track.mute.reset();
     track.pan.reset();

@@ -115,7 +115,7 @@ private:
 }  // namespace
 
 AnswerTape RecordAnswers(refhost::Plugin& plugin, const std::u16string& path,
-                         const refhost::model::Session& session) {
+                         const orvo::Session& session) {
     AnswerTape answers;
     refhost::Recorder recorder(
         {.sink = [&](const refhost::CallRecord& call) { answers.Append(call); },

@@ -1,16 +1,16 @@
 #pragma once
 
+#include <orvo/Model.h>
 #include "bench/AnswerTape.h"
 #include "host/Session.h"
 #include "reference_host/Plugin.h"
-#include "reference_host/model/Session.h"
 
 namespace bench {
 
 /// Writes the session to the file and records what the reference host answers the plug-in.
 /// @throws std::runtime_error if the session cannot be written
 AnswerTape RecordAnswers(refhost::Plugin& plugin, const std::u16string& path,
-                         const refhost::model::Session& session);
+                         const orvo::Session& session);
 
 /// A session that answers each call with the next answer of a tape: a host that costs next to
 /// nothing. It has one object of each interface, which lives as long as the program. The plug-in

@@ -15,7 +15,7 @@ std::u16string FullPathOf(const std::string& path) {
     return kelcore::File(kelcore::PathFromBytes(path)).FullPath();
 }
 
-refhost::model::Session Read(refhost::Plugin& plugin, const std::string& file) {
+orvo::Session Read(refhost::Plugin& plugin, const std::string& file) {
     refhost::ReadResult read = refhost::ReadSession(plugin, FullPathOf(file));
     if (read.result != tses::SessionResult::Ok) {
         throw std::runtime_error(file + " cannot be read as a session");

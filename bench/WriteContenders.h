@@ -3,11 +3,11 @@
 #include <optional>
 #include <string>
 
+#include <orvo/Model.h>
 #include "bench/AnswerTape.h"
 #include "bench/BareWriter.h"
 #include "bench/Contender.h"
 #include "reference_host/Plugin.h"
-#include "reference_host/model/Session.h"
 
 namespace bench {
 
@@ -37,8 +37,8 @@ private:
 
     refhost::Plugin& plugin_;
     std::string folder_;
-    refhost::model::Session session_;
-    std::optional<refhost::model::Session> copy_;  // for the next write
+    orvo::Session session_;
+    std::optional<orvo::Session> copy_;  // for the next write
     std::optional<DocumentParts> parts_;
     std::optional<AnswerTape> answers_;
 };

@@ -29,7 +29,7 @@
 namespace cli {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 
 struct Options {
     std::string in;

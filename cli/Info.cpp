@@ -84,7 +84,7 @@ std::vector<ProgressPhase> PhasesOf(const std::vector<std::string>& files) {
     return phases;
 }
 
-InfoContent Summarise(const refhost::model::Session& session) {
+InfoContent Summarise(const orvo::Session& session) {
     InfoContent content;
     content.session = toolkit::Summarise(session, toolkit::IsMediaFile);
     content.tracks = toolkit::SummariseTracks(session);

@@ -10,13 +10,9 @@ namespace {
 
 using nlohmann::ordered_json;
 
-std::string Utf8(const std::u16string& text) {
-    return kelcore::UTF16to8(text);
-}
-
-ordered_json ToJson(const refhost::model::AudioPort& port);
-ordered_json ToJson(const refhost::model::Property& property);
-ordered_json ToJson(const refhost::model::VideoFormat& format);
+ordered_json ToJson(const orvo::AudioPort& port);
+ordered_json ToJson(const orvo::Property& property);
+ordered_json ToJson(const orvo::VideoFormat& format);
 ordered_json ToJson(const toolkit::MediaSummary& file);
 ordered_json ToJson(const toolkit::SendSummary& send);
 ordered_json ToJson(const toolkit::EffectSummary& effect);
@@ -35,15 +31,15 @@ ordered_json ToArray(const List& list) {
     return array;
 }
 
-ordered_json ToJson(const refhost::model::AudioPort& port) {
-    return {{"id", port.id}, {"name", Utf8(port.name)}};
+ordered_json ToJson(const orvo::AudioPort& port) {
+    return {{"id", port.id}, {"name", port.name}};
 }
 
-ordered_json ToJson(const refhost::model::Property& property) {
-    return {{"key", Utf8(property.key)}, {"value", Utf8(property.value)}};
+ordered_json ToJson(const orvo::Property& property) {
+    return {{"key", property.key}, {"value", property.value}};
 }
 
-ordered_json ToJson(const refhost::model::VideoFormat& format) {
+ordered_json ToJson(const orvo::VideoFormat& format) {
     return {{"width", format.width},
             {"height", format.height},
             {"timeScale", format.timeScale},
@@ -58,16 +54,18 @@ ordered_json OrNull(const std::optional<std::string>& text) {
 ordered_json ToJson(const toolkit::MediaSummary& file) {
     const auto& stored = file.stored;
     return {{"id", file.id},
-            {"path", Utf8(file.path)},
+            {"path", file.path},
             {"found", file.found},
-            {"absolutePath", stored ? ordered_json(Utf8(stored->absolute)) : ordered_json(nullptr)},
-            {"relativePath", stored ? ordered_json(Utf8(stored->relative)) : ordered_json(nullptr)},
-            {"handler", Utf8(file.handlerName)},
-            {"handlerId", Utf8(file.handlerId)}};
+            {"absolutePath",
+             stored ? ordered_json(kelcore::UTF16to8(stored->absolute)) : ordered_json(nullptr)},
+            {"relativePath",
+             stored ? ordered_json(kelcore::UTF16to8(stored->relative)) : ordered_json(nullptr)},
+            {"handler", file.handlerName},
+            {"handlerId", file.handlerId}};
 }
 
 ordered_json ToJson(const toolkit::SendSummary& send) {
-    return {{"destination", Utf8(send.destination)},
+    return {{"destination", send.destination},
             {"component", send.component ? ordered_json(*send.component) : ordered_json(nullptr)},
             {"preFader", send.preFader},
             {"lanes", send.automation.lanes},
@@ -76,10 +74,10 @@ ordered_json ToJson(const toolkit::SendSummary& send) {
 
 ordered_json ToJson(const toolkit::EffectSummary& effect) {
     return {{"slot", effect.slotIndex},
-            {"name", Utf8(effect.name)},
+            {"name", effect.name},
             {"bypassed", effect.bypassed},
             {"sideChainChannels", effect.sideChainChannels},
-            {"preset", Utf8(effect.preset)},
+            {"preset", effect.preset},
             {"presetBytes", effect.presetBytes},
             {"parameters", effect.parameters},
             {"lanes", effect.automation.lanes},
@@ -89,11 +87,11 @@ ordered_json ToJson(const toolkit::EffectSummary& effect) {
 ordered_json ToJson(const toolkit::TrackSummary& track) {
     return {{"kind", toolkit::FamilyName(track.family)},
             {"id", track.id},
-            {"name", Utf8(track.name)},
+            {"name", track.name},
             {"channelCount", track.channelCount},
-            {"input", Utf8(track.input)},
-            {"midiInput", Utf8(track.midiInput)},
-            {"output", Utf8(track.output)},
+            {"input", track.input},
+            {"midiInput", track.midiInput},
+            {"output", track.output},
             {"muted", track.muted},
             {"solo", track.solo},
             {"soloSafe", track.soloSafe},
@@ -114,19 +112,19 @@ ordered_json ToJson(const toolkit::TrackSummary& track) {
 ordered_json ToJson(const toolkit::ClipSummary& clip) {
     return {{"track", clip.trackId},
             {"id", clip.id},
-            {"name", Utf8(clip.name)},
+            {"name", clip.name},
             {"startSamples", clip.start},
             {"durationSamples", clip.duration},
             {"media", clip.fileId ? ordered_json(*clip.fileId) : ordered_json(nullptr)},
             {"sourceInSamples",
              clip.sourceInPoint ? ordered_json(*clip.sourceInPoint) : ordered_json(nullptr)},
-            {"group", Utf8(clip.group)},
+            {"group", clip.group},
             {"notes", clip.marks}};
 }
 
 ordered_json ToJson(const toolkit::GroupSummary& group) {
     return {{"id", group.id},
-            {"name", Utf8(group.name)},
+            {"name", group.name},
             {"clips", group.members},
             {"clipsMissing", group.dangling}};
 }
@@ -138,12 +136,12 @@ ordered_json ToJson(const Message& message) {
             {"advice", message.advice}};
 }
 
-ordered_json Device(const std::u16string& id, const std::vector<refhost::model::AudioPort>& ports) {
-    return {{"device", Utf8(id)}, {"ports", ToArray(ports)}};
+ordered_json Device(const std::string& id, const std::vector<orvo::AudioPort>& ports) {
+    return {{"device", id}, {"ports", ToArray(ports)}};
 }
 
 void AddSession(const toolkit::SessionSummary& summary, ordered_json& object) {
-    object["format"] = Utf8(summary.format);
+    object["format"] = summary.format;
     object["sampleRate"] = summary.sampleRate;
     object["channelCount"] = summary.channelCount;
     object["bitDepth"] = summary.bitDepth;

@@ -22,13 +22,7 @@ using toolkit::SendSummary;
 using toolkit::SessionSummary;
 using toolkit::TrackSummary;
 
-namespace model = refhost::model;
-
 using Rows = std::vector<std::vector<std::string>>;
-
-std::string Text(const std::u16string& text) {
-    return Printable(kelcore::UTF16to8(text));
-}
 
 std::string Plural(std::size_t count, const char* one) {
     return fmt::format("{} {}{}", count, one, count == 1 ? "" : "s");
@@ -44,8 +38,8 @@ std::string Unless0(std::size_t count) {
 constexpr std::size_t kLongestShownValue = 72;
 
 /// The path relative to the working directory if the file is below it, otherwise the full path.
-std::string ShownPath(const std::u16string& path) {
-    const std::filesystem::path full(kelcore::PathToBytes(path));
+std::string ShownPath(const std::string& path) {
+    const std::filesystem::path full(kelcore::PathToBytes(kelcore::UTF8to16(path)));
     const std::filesystem::path relative = full.lexically_relative(std::filesystem::current_path());
     const bool below = !relative.empty() && *relative.begin() != "..";
     return Printable((below ? relative : full).string());
@@ -66,11 +60,11 @@ std::string ShownChannels(kelcore::int32 count) {
     return layout ? fmt::format("{} ({})", count, *layout) : fmt::format("{}", count);
 }
 
-std::string ShownDevice(const std::u16string& id, const std::vector<model::AudioPort>& ports) {
-    std::string shown = id.empty() ? "none" : Text(id);
+std::string ShownDevice(const std::string& id, const std::vector<orvo::AudioPort>& ports) {
+    std::string shown = id.empty() ? "none" : Printable(id);
     const char* separator = ": ";
-    for (const model::AudioPort& port : ports) {
-        shown += fmt::format("{}{} {}", separator, port.id, Text(port.name));
+    for (const orvo::AudioPort& port : ports) {
+        shown += fmt::format("{}{} {}", separator, port.id, Printable(port.name));
         separator = ", ";
     }
     return shown;
@@ -109,10 +103,10 @@ std::string ShownTimeline(const SessionSummary& summary) {
 }
 
 /// Shows only the length of a value that does not fit on a line.
-std::string ShownProperty(const model::Property& property) {
-    const std::size_t length = property.value.size();
-    return Text(property.key) + ": " +
-           (length <= kLongestShownValue ? Text(property.value) : Plural(length, "character"));
+std::string ShownProperty(const orvo::Property& property) {
+    const std::size_t length = kelcore::UTF8to16(property.value).size();
+    return Printable(property.key) + ": " +
+           (length <= kLongestShownValue ? Printable(property.value) : Plural(length, "character"));
 }
 
 /// Musical facts that only some sessions contain.
@@ -139,7 +133,7 @@ void AddNotes(const SessionSummary& summary, Rows& rows) {
         rows.push_back({"Starts at", WithSamples(summary.FormatSmpteStart(), summary.smpteStart)});
     }
     const char* label = "Properties";
-    for (const model::Property& property : summary.properties) {
+    for (const orvo::Property& property : summary.properties) {
         rows.push_back({label, ShownProperty(property)});
         label = "";
     }
@@ -152,8 +146,8 @@ void AddNotes(const SessionSummary& summary, Rows& rows) {
 }
 
 std::string ShownSession(const SessionSummary& summary) {
-    const model::AudioDevice& device = summary.audioDevice;
-    Rows rows = {{"Format", Text(summary.format)},
+    const orvo::AudioDevice& device = summary.audioDevice;
+    Rows rows = {{"Format", Printable(summary.format)},
                  {"Duration", ShownDuration(summary)},
                  {"Sample rate", fmt::format("{} Hz", summary.sampleRate)},
                  {"Channels", ShownChannels(summary.channelCount)},
@@ -171,11 +165,13 @@ void AddStoredPaths(const toolkit::MediaSummary& file, Rows& rows) {
     if (!file.stored) {
         return;
     }
-    if (!file.stored->absolute.empty() && file.stored->absolute != file.path) {
-        rows.push_back({"", "", "", "absolute: " + Text(file.stored->absolute)});
+    const std::string absolute = kelcore::UTF16to8(file.stored->absolute);
+    if (!absolute.empty() && absolute != file.path) {
+        rows.push_back({"", "", "", "absolute: " + Printable(absolute)});
     }
     if (!file.stored->relative.empty()) {
-        rows.push_back({"", "", "", "relative: " + Text(file.stored->relative)});
+        rows.push_back(
+            {"", "", "", "relative: " + Printable(kelcore::UTF16to8(file.stored->relative))});
     }
 }
 
@@ -183,7 +179,7 @@ std::string ShownMedia(const std::vector<toolkit::MediaSummary>& media) {
     Rows rows = {{"Id", "State", "Handler", "Path"}};
     for (const toolkit::MediaSummary& file : media) {
         rows.push_back({std::to_string(file.id), file.found ? "found" : "missing",
-                        Text(file.handlerName), ShownPath(file.path)});
+                        Printable(file.handlerName), ShownPath(file.path)});
         AddStoredPaths(file, rows);
     }
     return FormatTable(rows, {Align::Right, Align::Left, Align::Left, Align::Left}, "  ");
@@ -208,8 +204,8 @@ std::string ShownTracks(const std::vector<TrackSummary>& tracks) {
     Rows rows = {{"Track", "Id", "Name", "Channels", "Output", "Sends", "Effects", "Clips", "Lanes",
                   "Keyframes"}};
     for (const TrackSummary& track : tracks) {
-        rows.push_back({toolkit::FamilyName(track.family), ShownId(track), Text(track.name),
-                        ShownLayout(track.channelCount), Text(track.output),
+        rows.push_back({toolkit::FamilyName(track.family), ShownId(track), Printable(track.name),
+                        ShownLayout(track.channelCount), Printable(track.output),
                         Unless0(track.sends.size()), Unless0(track.effects.size()),
                         Unless0(track.clips), Unless0(track.automation.lanes),
                         Unless0(track.automation.keyframes)});
@@ -246,7 +242,7 @@ std::string ShownSwitches(const TrackSummary& track) {
 }
 
 std::string ShownSend(const SendSummary& send) {
-    std::string shown = send.destination.empty() ? "nowhere" : Text(send.destination);
+    std::string shown = send.destination.empty() ? "nowhere" : Printable(send.destination);
     if (send.component) {
         shown += fmt::format(", component {}", *send.component);
     }
@@ -258,10 +254,10 @@ std::string ShownSend(const SendSummary& send) {
 std::string TrackTitle(const TrackSummary& track) {
     const std::string id = ShownId(track);
     return fmt::format("  {}{}{}: {}\n", toolkit::FamilyName(track.family), id.empty() ? "" : " ",
-                       id, Text(track.name));
+                       id, Printable(track.name));
 }
 
-std::string ShownPicture(const model::VideoFormat& format) {
+std::string ShownPicture(const orvo::VideoFormat& format) {
     std::string shown = fmt::format("{} x {}", format.width, format.height);
     if (format.timeScale > 0 && format.sampleSize > 0) {
         const double rate =
@@ -276,18 +272,18 @@ std::string ShownPicture(const model::VideoFormat& format) {
 
 Rows PictureRows(const TrackSummary& track) {
     Rows rows = {{"Clips", std::to_string(track.clips)}};
-    for (const model::VideoFormat& format : track.pictures) {
+    for (const orvo::VideoFormat& format : track.pictures) {
         rows.push_back({"Picture", ShownPicture(format)});
     }
     return rows;
 }
 
 Rows SoundRows(const TrackSummary& track) {
-    Rows rows = {{"Input", track.input.empty() ? "none" : Text(track.input)},
-                 {"Output", track.output.empty() ? "none" : Text(track.output)},
+    Rows rows = {{"Input", track.input.empty() ? "none" : Printable(track.input)},
+                 {"Output", track.output.empty() ? "none" : Printable(track.output)},
                  {"Switches", ShownSwitches(track)}};
     if (!track.midiInput.empty()) {
-        rows.insert(rows.begin() + 1, {"MIDI input", Text(track.midiInput)});
+        rows.insert(rows.begin() + 1, {"MIDI input", Printable(track.midiInput)});
     }
     for (const SendSummary& send : track.sends) {
         rows.push_back({"Send", ShownSend(send)});
@@ -312,9 +308,9 @@ std::string ShownEffects(const TrackSummary& track) {
     Rows rows = {{"Slot", "Effect", "State", "Preset", "Parameters", "Automation"}};
     for (const EffectSummary& effect : track.effects) {
         rows.push_back({std::to_string(effect.slotIndex),
-                        effect.name.empty() ? "(empty)" : Text(effect.name), ShownState(effect),
-                        Text(effect.preset), std::to_string(effect.parameters),
-                        ShownAutomation(effect.automation)});
+                        effect.name.empty() ? "(empty)" : Printable(effect.name),
+                        ShownState(effect), Printable(effect.preset),
+                        std::to_string(effect.parameters), ShownAutomation(effect.automation)});
     }
     return FormatTable(
         rows, {Align::Right, Align::Left, Align::Left, Align::Left, Align::Right, Align::Left},
@@ -349,11 +345,11 @@ std::string ShownClips(const InfoContent& content) {
     Rows rows = {
         {"Track", "Clip", "Name", "Start", "Length", "Media", "Source in", "Group", "Notes"}};
     for (const ClipSummary& clip : content.clips) {
-        rows.push_back({Text(clip.trackName), std::to_string(clip.id), Text(clip.name),
+        rows.push_back({Printable(clip.trackName), std::to_string(clip.id), Printable(clip.name),
                         ShownPosition(clip.start, rate), ShownPosition(clip.duration, rate),
                         clip.fileId ? std::to_string(*clip.fileId) : "",
                         clip.sourceInPoint ? ShownPosition(*clip.sourceInPoint, rate) : "",
-                        Text(clip.group), fmt::format("{}", fmt::join(clip.marks, ", "))});
+                        Printable(clip.group), fmt::format("{}", fmt::join(clip.marks, ", "))});
     }
     return FormatTable(rows,
                        {Align::Left, Align::Right, Align::Left, Align::Right, Align::Right,
@@ -364,7 +360,8 @@ std::string ShownClips(const InfoContent& content) {
 std::string ShownGroups(const std::vector<GroupSummary>& groups) {
     Rows rows = {{"Group", "Name", "Clips", "Notes"}};
     for (const GroupSummary& group : groups) {
-        rows.push_back({std::to_string(group.id), Text(group.name), std::to_string(group.members),
+        rows.push_back({std::to_string(group.id), Printable(group.name),
+                        std::to_string(group.members),
                         group.dangling == 0 ? "" : Plural(group.dangling, "clip") + " missing"});
     }
     return FormatTable(rows, {Align::Right, Align::Left, Align::Right, Align::Left}, "  ");

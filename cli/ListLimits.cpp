@@ -14,7 +14,6 @@
 namespace cli {
 namespace {
 
-namespace model = refhost::model;
 
 struct List {
     std::string place;
@@ -49,7 +48,7 @@ public:
             Visit(list[i], place + "/" + std::to_string(i));
         }
     }
-    void Visit(const std::vector<model::ChannelRoute>& routes, const std::string& place) {
+    void Visit(const std::vector<orvo::ChannelRoute>& routes, const std::string& place) {
         TakeChannels({place, routes.size()});
     }
     template <class Held>
@@ -68,9 +67,9 @@ public:
         }
     }
     void Visit(const std::vector<kelcore::byte>&, const std::string&) {}
-    void Visit(const std::u16string&, const std::string&) {}
+    void Visit(const std::string&, const std::string&) {}
     template <class Number>
-    requires std::is_arithmetic_v<Number>
+    requires std::is_arithmetic_v<Number> || std::is_enum_v<Number>
     void Visit(Number, const std::string&) {}
 
 private:
@@ -108,7 +107,7 @@ toolkit::Problem BeyondLimit(const List& list, kelcore::uint64 most, const char*
 
 }  // namespace
 
-std::optional<toolkit::Problem> FindListBeyondLimits(const model::Session& session) {
+std::optional<toolkit::Problem> FindListBeyondLimits(const orvo::Session& session) {
     ListMeasure measure;
     measure.Visit(session, {});
     if (measure.ChannelMap()) {

@@ -23,7 +23,7 @@
 namespace cli {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 
 constexpr const char* kWriting = "writing";
 constexpr const char* kChecking = "checking";
@@ -88,12 +88,13 @@ ExitCode Deliver(const StandInFile& file, const Output& out, Progress& progress)
 /// Whether the original is a session of the first version, which ends at a different position. Only
 /// its description still contains that version: it equals the saved one except for the version.
 bool IsOfFirstVersion(const Session& session, const Session& saved) {
-    std::u16string description = saved.formatDescription;
-    const std::u16string version = kelcore::UTF8to16(kelcore::GetClientVersion());
+    std::string description = saved.formatDescription;
+    const std::string version = kelcore::GetClientVersion();
     const std::size_t place = description.find(version);
     return place != description.npos &&
            session.formatDescription ==
-               description.replace(place, version.size(), tses::kFirstVersion);
+               description.replace(place, version.size(),
+                                   kelcore::UTF16to8(tses::kFirstVersion));
 }
 
 /// Compares the saved session with the original, except for facts about the writer and the position

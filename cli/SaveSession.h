@@ -3,13 +3,13 @@
 #include <string>
 #include <vector>
 
+#include <orvo/Model.h>
 #include "cli/ExitCode.h"
 #include "cli/Kind.h"
 #include "cli/Losses.h"
 #include "cli/Output.h"
 #include "cli/ProgressBar.h"
 #include "reference_host/Plugin.h"
-#include "reference_host/model/Session.h"
 
 namespace cli {
 
@@ -23,16 +23,16 @@ std::vector<ProgressPhase> PhasesOfSaving(Kind kind);
 /// file, reads it back and compares the two. Delivers the file to `out` unless something was lost
 /// and the rule forbids losses.
 /// @param source  the origin of the session, which messages about losses name
-ExitCode SaveSession(refhost::Plugin& plugin, refhost::model::Session session, const Output& out,
+ExitCode SaveSession(refhost::Plugin& plugin, orvo::Session session, const Output& out,
                      const std::string& source, const LossRule& rule, Progress& progress);
 
 /// Saves a session that session files can hold completely.
-ExitCode SaveWholeSession(refhost::Plugin& plugin, refhost::model::Session session,
+ExitCode SaveWholeSession(refhost::Plugin& plugin, orvo::Session session,
                           const Output& out, Progress& progress);
 
 /// Saves a session as JSON, which can hold any session.
 /// @param expectedSize  an estimate in bytes for the progress bar; 0 if unknown
-ExitCode SaveJson(const refhost::model::Session& session, const Output& out, Progress& progress,
+ExitCode SaveJson(const orvo::Session& session, const Output& out, Progress& progress,
                   kelcore::uint64 expectedSize);
 
 }  // namespace cli

@@ -10,7 +10,7 @@
 
 namespace {
 
-std::optional<refhost::model::Session> SessionOf(std::string_view text) {
+std::optional<orvo::Session> SessionOf(std::string_view text) {
     try {
         return refhost::FromJson(text);
     } catch (const refhost::JsonError& error) {

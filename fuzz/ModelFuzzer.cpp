@@ -8,8 +8,8 @@
 
 #include "fuzz/ByteSource.h"
 #include "fuzz/PluginUnderTest.h"
+#include "platform/kelcore/Strings.h"
 #include "reference_host/json/Schema.h"
-#include "reference_host/nodes/KeyIndex.h"
 
 // Saves and reads sessions with arbitrary values in every field. Saving and reading once more must
 // give the same session in the same bytes.
@@ -30,7 +30,14 @@ public:
         value = source_.Choose(4) != 0 ? static_cast<Number>(source_.Take<std::uint8_t>())
                                        : source_.Take<Number>();
     }
-    void Fill(std::u16string& value) { value = source_.Text(); }
+    template <class Code>
+    requires std::is_enum_v<Code>
+    void Fill(Code& code) {
+        std::underlying_type_t<Code> number{};
+        Fill(number);
+        code = Code{number};
+    }
+    void Fill(std::string& value) { value = kelcore::UTF16to8(source_.Text()); }
     template <class Element>
     void Fill(std::vector<Element>& value) {
         for (std::size_t count = Few(); count > 0; --count) {
@@ -66,12 +73,12 @@ private:
 template <class Thing>
 void GiveIds(std::vector<Thing>& things) {
     for (Thing& thing : things) {
-        thing.id = std::min(thing.id, refhost::kNoId - 1);
+        thing.id = std::min(thing.id, orvo::kNoId - 1);
     }
 }
 
-refhost::model::Session AnySession(fuzz::ByteSource source) {
-    refhost::model::Session session;
+orvo::Session AnySession(fuzz::ByteSource source) {
+    orvo::Session session;
     Filler(source).Fill(session);
     GiveIds(session.files);
     GiveIds(session.videoTracks);
@@ -79,7 +86,7 @@ refhost::model::Session AnySession(fuzz::ByteSource source) {
     return session;
 }
 
-fuzz::Saved Save(const refhost::model::Session& session) {
+fuzz::Saved Save(const orvo::Session& session) {
     fuzz::Saved saved = fuzz::SaveSession(session);
     if (saved.result != tses::SessionResult::Ok) {
         fuzz::Fail("a session could not be saved");
@@ -87,7 +94,7 @@ fuzz::Saved Save(const refhost::model::Session& session) {
     return saved;
 }
 
-refhost::model::Session Read(const fuzz::Saved& saved) {
+orvo::Session Read(const fuzz::Saved& saved) {
     refhost::ReadResult read = fuzz::ReadDocument(saved.document);
     if (read.result != tses::SessionResult::Ok) {
         fuzz::Fail("a saved session could not be read");
@@ -99,13 +106,13 @@ refhost::model::Session Read(const fuzz::Saved& saved) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const fuzz::Saved first = Save(AnySession(fuzz::ByteSource(data, size)));
-    const refhost::model::Session session = Read(first);
+    const orvo::Session session = Read(first);
     const fuzz::Saved second = Save(session);
     // Once a session or a document comes back unchanged, further rounds cannot change it.
     if (second.document == first.document) {
         return 0;
     }
-    const refhost::model::Session again = Read(second);
+    const orvo::Session again = Read(second);
     if (!(again == session) && Save(again).document != second.document) {
         fuzz::Fail("a session that was read changed when saved");
     }

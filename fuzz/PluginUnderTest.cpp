@@ -101,7 +101,7 @@ refhost::ReadResult ReadDocument(std::string_view document) {
     return read;
 }
 
-Saved SaveSession(refhost::model::Session session) {
+Saved SaveSession(orvo::Session session) {
     static const SessionFolder folder;
     refhost::Plugin& plugin = LoadedPlugin();
     const std::size_t before = refhost::LiveNodes();

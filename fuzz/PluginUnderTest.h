@@ -35,7 +35,7 @@ struct Saved {
     tses::SessionResult result;
     std::string document;
 };
-Saved SaveSession(refhost::model::Session session);
+Saved SaveSession(orvo::Session session);
 
 /// Prints a message and ends the process.
 [[noreturn]] void Fail(const std::string& what);

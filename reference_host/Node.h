@@ -6,10 +6,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "host/HostObject.h"
+#include "platform/kelcore/Strings.h"
 #include "reference_host/HostString.h"
 #include "reference_host/LiveNodes.h"
 #include "reference_host/Ref.h"
@@ -150,6 +152,12 @@ private:
     Locate locate_;
 };
 
+/// A code of the model as the host's interfaces have it.
+template <class Code>
+auto NumberOf(Code code) {
+    return static_cast<std::underlying_type_t<Code>>(code);
+}
+
 template <class Element>
 kelcore::uint32 CountOf(const std::vector<Element>& list) {
     return static_cast<kelcore::uint32>(list.size());
@@ -170,7 +178,9 @@ public:
 protected:
     DataNode<Data>& Owner() const { return node_; }
     Data& Value() const { return node_.Value(); }
-    tses::IHostString* GiveOut(const std::u16string& text) const { return node_.GiveOut(text); }
+    tses::IHostString* GiveOut(const std::string& text) const {
+        return node_.GiveOut(kelcore::UTF8to16(text));
+    }
 
     /// For editing: a member, made if it is missing.
     template <class Child, auto member>

@@ -6,12 +6,12 @@
 
 namespace refhost {
 
-Ref<SessionNode> SessionNode::Make(model::Session session) {
+Ref<SessionNode> SessionNode::Make(orvo::Session session) {
     return Ref<SessionNode>::Retain(new SessionNode(std::move(session)));
 }
 
-SessionNode::SessionNode(model::Session session)
-    : DataNode([this]() -> model::Session& { return session_; }),
+SessionNode::SessionNode(orvo::Session session)
+    : DataNode([this]() -> orvo::Session& { return session_; }),
       session_(std::move(session)),
       edit_(std::make_unique<EditSession>(*this)),
       query_(std::make_unique<QuerySession>(*this)) {}

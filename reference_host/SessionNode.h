@@ -2,11 +2,11 @@
 
 #include <vector>
 
+#include <orvo/Model.h>
 #include "host/Session.h"
 #include "reference_host/LogTarget.h"
 #include "reference_host/Node.h"
 #include "reference_host/Progress.h"
-#include "reference_host/model/Session.h"
 
 namespace refhost {
 
@@ -15,10 +15,10 @@ class QuerySession;
 
 /// A session as the plug-in sees it: the root of all nodes. It owns the model that reading fills
 /// and writing asks.
-class SessionNode final : public DataNode<model::Session> {
+class SessionNode final : public DataNode<orvo::Session> {
 public:
     /// A session with one reference, which the caller holds.
-    static Ref<SessionNode> Make(model::Session session = {});
+    static Ref<SessionNode> Make(orvo::Session session = {});
 
     /// The faces; they live as long as the node is referenced.
     tses::IEditSession& Edit();
@@ -44,10 +44,10 @@ public:
     const std::vector<Progress>& Reports() const { return reports_; }
 
 private:
-    explicit SessionNode(model::Session session);
+    explicit SessionNode(orvo::Session session);
     ~SessionNode() override;
 
-    model::Session session_;
+    orvo::Session session_;
     std::unique_ptr<EditSession> edit_;
     std::unique_ptr<QuerySession> query_;
     Ref<LogTarget> logTarget_;

@@ -55,7 +55,7 @@ ReadResult ReadSession(Plugin& plugin, const std::u16string& path, const ReadOpt
     return read;
 }
 
-WriteResult WriteSession(Plugin& plugin, const std::u16string& path, model::Session session,
+WriteResult WriteSession(Plugin& plugin, const std::u16string& path, orvo::Session session,
                          const WriteOptions& options) {
     const Ref<SessionNode> node = SessionNode::Make(std::move(session));
     node->SetProgressListener(options.progress);

@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
+#include <orvo/Model.h>
 #include "host/Session.h"
 #include "host/SessionInterface.h"
 #include "reference_host/Plugin.h"
 #include "reference_host/Progress.h"
 #include "reference_host/Ref.h"
-#include "reference_host/model/Session.h"
 
 /// Session files through a plug-in, as values. One read or write at a time in a process: each
 /// collects what is traced while it runs.
@@ -32,7 +32,7 @@ struct ReadOptions {
 struct ReadResult {
     tses::SessionResult result = tses::SessionResult::Ok;
     /// What was read. After a failure: what was read until then, which a host discards.
-    model::Session session{};
+    orvo::Session session{};
     /// What the parser said, or why it could not open the file, a line each, without line ends.
     std::vector<std::u16string> messages{};
     /// What the plug-in traced of a failure (UTF-8), also without a log target. Where the messages
@@ -57,12 +57,12 @@ struct WriteResult {
     /// Why the file could not be saved, in words for people (UTF-8), if the plug-in said why.
     std::vector<std::string> messages{};
     /// The session that was to be written, unchanged: who needs it on needs no copy.
-    model::Session session{};
+    orvo::Session session{};
 };
 
 /// Writes a session to a file. The plug-in holds nothing of it afterwards. The trace is diverted as
 /// in a read, to collect the messages.
-WriteResult WriteSession(Plugin& plugin, const std::u16string& path, model::Session session,
+WriteResult WriteSession(Plugin& plugin, const std::u16string& path, orvo::Session session,
                          const WriteOptions& options = {});
 
 }  // namespace refhost

@@ -11,18 +11,16 @@
 namespace toolkit {
 namespace {
 
-namespace model = refhost::model;
-
 using ClipKey = std::pair<kelcore::uint32, kelcore::uint32>;  // track, clip
 
 class Context {
 public:
-    Context(const model::Session& session, const std::vector<MediaSummary>& media) {
+    Context(const orvo::Session& session, const std::vector<MediaSummary>& media) {
         for (const MediaSummary& file : media) {
             isFound_.emplace(file.id, file.found);
         }
-        for (const model::ClipGroup& group : session.clipGroups) {
-            for (const model::ClipGroupItem& item : group.items) {
+        for (const orvo::ClipGroup& group : session.clipGroups) {
+            for (const orvo::ClipGroupItem& item : group.items) {
                 Join(groups_[{item.trackId, item.clipId}], NameOf(group));
             }
         }
@@ -37,23 +35,22 @@ public:
         return file->second ? nullptr : "missing";
     }
 
-    std::u16string GroupsOf(const ClipKey& key) const {
+    std::string GroupsOf(const ClipKey& key) const {
         const auto groups = groups_.find(key);
-        return groups != groups_.end() ? groups->second : std::u16string();
+        return groups != groups_.end() ? groups->second : std::string();
     }
 
 private:
-    static std::u16string NameOf(const model::ClipGroup& group) {
-        return group.name.empty() ? u"group " + kelcore::AsciiToUTF16(std::to_string(group.id))
-                                  : group.name;
+    static std::string NameOf(const orvo::ClipGroup& group) {
+        return group.name.empty() ? "group " + std::to_string(group.id) : group.name;
     }
 
-    static void Join(std::u16string& list, const std::u16string& name) {
-        list += list.empty() ? name : u", " + name;
+    static void Join(std::string& list, const std::string& name) {
+        list += list.empty() ? name : ", " + name;
     }
 
     std::map<kelcore::uint32, bool> isFound_;
-    std::map<ClipKey, std::u16string> groups_;
+    std::map<ClipKey, std::string> groups_;
 };
 
 template <class Track, class Clip>
@@ -75,18 +72,18 @@ void MarkIf(ClipSummary& summary, bool holds, std::string mark) {
     }
 }
 
-bool Fades(const std::optional<model::Fade>& fade) {
+bool Fades(const std::optional<orvo::Fade>& fade) {
     return fade && fade->startPoint != fade->endPoint;
 }
 
 /// A channel that is fed by the one of its own number would be so without a map.
-bool MapsChannels(const model::AudioClip& clip) {
+bool MapsChannels(const orvo::AudioClip& clip) {
     return std::any_of(
         clip.channelSources.begin(), clip.channelSources.end(),
         [](const auto& entry) { return static_cast<kelcore::int64>(entry.second) != entry.first; });
 }
 
-ClipSummary Summarise(const model::AudioTrack& track, const model::AudioClip& clip,
+ClipSummary Summarise(const orvo::AudioTrack& track, const orvo::AudioClip& clip,
                       const Context& context) {
     ClipSummary summary = Begin(track, clip, context);
     summary.fileId = clip.fileId;
@@ -98,7 +95,8 @@ ClipSummary Summarise(const model::AudioTrack& track, const model::AudioClip& cl
     MarkIf(summary, IsSwitchedOn(clip.mute), "muted");
     MarkIf(summary, clip.lockedInTime, "locked");
     MarkIf(summary, clip.looped, "looped");
-    MarkIf(summary, clip.stretch && clip.stretch->stretchMode != 0, "stretched");
+    MarkIf(summary, clip.stretch && clip.stretch->stretchMode != orvo::StretchMode::Off,
+           "stretched");
     MarkIf(summary, Fades(clip.fadeIn) || Fades(clip.fadeOut), "fades");
     MarkIf(summary, clip.crossFadeHeadClipId != -1 || clip.crossFadeTailClipId != -1, "crossfades");
     MarkIf(summary, !clip.takes.empty(), "takes " + std::to_string(clip.takes.size()));
@@ -108,7 +106,7 @@ ClipSummary Summarise(const model::AudioTrack& track, const model::AudioClip& cl
     return summary;
 }
 
-ClipSummary Summarise(const model::AudioTrack& track, const model::MidiClip& clip,
+ClipSummary Summarise(const orvo::AudioTrack& track, const orvo::MidiClip& clip,
                       const Context& context) {
     ClipSummary summary = Begin(track, clip, context);
     MarkIf(summary, clip.lockedInTime, "locked");
@@ -116,7 +114,7 @@ ClipSummary Summarise(const model::AudioTrack& track, const model::MidiClip& cli
     return summary;
 }
 
-ClipSummary Summarise(const model::VideoTrack& track, const model::VideoClip& clip,
+ClipSummary Summarise(const orvo::VideoTrack& track, const orvo::VideoClip& clip,
                       const Context& context) {
     ClipSummary summary = Begin(track, clip, context);
     summary.fileId = clip.fileId;
@@ -143,17 +141,17 @@ void SortFrom(std::vector<ClipSummary>& summaries, std::size_t first) {
         [](const ClipSummary& left, const ClipSummary& right) { return left.start < right.start; });
 }
 
-std::set<ClipKey> AllClips(const model::Session& session) {
+std::set<ClipKey> AllClips(const orvo::Session& session) {
     std::set<ClipKey> keys;
     const auto add = [&keys](const auto& track, const auto& clips) {
         for (const auto& clip : clips) {
             keys.insert({track.id, clip.id});
         }
     };
-    for (const model::VideoTrack& track : session.videoTracks) {
+    for (const orvo::VideoTrack& track : session.videoTracks) {
         add(track, track.clips);
     }
-    for (const model::AudioTrack& track : session.audioTracks) {
+    for (const orvo::AudioTrack& track : session.audioTracks) {
         add(track, track.clips);
         add(track, track.midiClips);
     }
@@ -162,16 +160,16 @@ std::set<ClipKey> AllClips(const model::Session& session) {
 
 }  // namespace
 
-std::vector<ClipSummary> SummariseClips(const model::Session& session,
+std::vector<ClipSummary> SummariseClips(const orvo::Session& session,
                                         const std::vector<MediaSummary>& media) {
     const Context context(session, media);
     std::vector<ClipSummary> summaries;
-    for (const model::VideoTrack& track : session.videoTracks) {
+    for (const orvo::VideoTrack& track : session.videoTracks) {
         const std::size_t first = summaries.size();
         Append(summaries, track, track.clips, context);
         SortFrom(summaries, first);
     }
-    for (const model::AudioTrack& track : session.audioTracks) {
+    for (const orvo::AudioTrack& track : session.audioTracks) {
         const std::size_t first = summaries.size();
         Append(summaries, track, track.clips, context);
         Append(summaries, track, track.midiClips, context);
@@ -180,13 +178,13 @@ std::vector<ClipSummary> SummariseClips(const model::Session& session,
     return summaries;
 }
 
-std::vector<GroupSummary> SummariseGroups(const model::Session& session) {
+std::vector<GroupSummary> SummariseGroups(const orvo::Session& session) {
     const std::set<ClipKey> clips = AllClips(session);
     std::vector<GroupSummary> summaries;
-    for (const model::ClipGroup& group : session.clipGroups) {
+    for (const orvo::ClipGroup& group : session.clipGroups) {
         GroupSummary summary{group.id, group.name, group.items.size(), 0};
         summary.dangling = static_cast<std::size_t>(std::count_if(
-            group.items.begin(), group.items.end(), [&](const model::ClipGroupItem& item) {
+            group.items.begin(), group.items.end(), [&](const orvo::ClipGroupItem& item) {
                 return !clips.contains({item.trackId, item.clipId});
             }));
         summaries.push_back(summary);

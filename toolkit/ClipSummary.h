@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <orvo/Model.h>
 #include "platform/kelcore/Types.h"
-#include "reference_host/model/Session.h"
 #include "toolkit/SessionSummary.h"
 
 namespace toolkit {
@@ -13,9 +13,9 @@ namespace toolkit {
 /// One clip of any kind on the timeline. Positions in samples.
 struct ClipSummary {
     kelcore::uint32 trackId = 0;
-    std::u16string trackName;
+    std::string trackName;
     kelcore::uint32 id = 0;
-    std::u16string name;
+    std::string name;
     kelcore::int64 start = 0;
     kelcore::int64 duration = 0;
     std::optional<kelcore::uint32> fileId;        ///< none: a MIDI clip
@@ -25,25 +25,25 @@ struct ClipSummary {
     /// length), "crossfades", "takes 3", "channel map" (that changes something), "effects",
     /// "automation", "empty".
     std::vector<std::string> marks;
-    std::u16string group;  ///< the groups that it belongs to, by name
+    std::string group;  ///< the groups that it belongs to, by name
 
     friend bool operator==(const ClipSummary&, const ClipSummary&) = default;
 };
 
 /// All clips, track by track and in the order of their starts. `media` tells which are missing.
-std::vector<ClipSummary> SummariseClips(const refhost::model::Session& session,
+std::vector<ClipSummary> SummariseClips(const orvo::Session& session,
                                         const std::vector<MediaSummary>& media);
 
 /// A clip group with the number of its members, and of those that do not exist.
 struct GroupSummary {
     kelcore::uint32 id = 0;
-    std::u16string name;
+    std::string name;
     std::size_t members = 0;
     std::size_t dangling = 0;
 
     friend bool operator==(const GroupSummary&, const GroupSummary&) = default;
 };
 
-std::vector<GroupSummary> SummariseGroups(const refhost::model::Session& session);
+std::vector<GroupSummary> SummariseGroups(const orvo::Session& session);
 
 }  // namespace toolkit

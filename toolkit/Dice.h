@@ -2,7 +2,6 @@
 
 #include <iterator>
 #include <random>
-#include <string>
 
 #include "platform/kelcore/Types.h"
 
@@ -41,11 +40,5 @@ public:
 private:
     std::mt19937_64 engine_;
 };
-
-/// A whole number as decimal text.
-inline std::u16string Decimal(kelcore::uint32 number) {
-    const std::string digits = std::to_string(number);
-    return {digits.begin(), digits.end()};
-}
 
 }  // namespace toolkit

@@ -11,24 +11,24 @@
 namespace toolkit {
 namespace {
 
-namespace model = refhost::model;
 using kelcore::int64;
 using kelcore::uint32;
 using kelcore::uint64;
+using orvo::TrackKind;
 
 constexpr uint32 kTracksWithVideo = 8;
 constexpr uint32 kClipsOfGroup = 4;
 
-const std::u16string_view kSounds[] = {u"voice",  u"rain",    u"guitar",    u"drums",
-                                       u"street", u"strings", u"caf\u00e9", u"foot-steps"};
+const std::string_view kSounds[] = {"voice",  "rain",    "guitar",    "drums",
+                                    "street", "strings", "caf\u00e9", "foot-steps"};
 
 // Media
 
-model::File MakeFile(uint32 id, Dice& dice) {
-    const std::u16string name = std::u16string(dice.OneOf(kSounds)) + u"-" + Decimal(id);
+orvo::File MakeFile(uint32 id, Dice& dice) {
+    const std::string name = std::string(dice.OneOf(kSounds)) + "-" + std::to_string(id);
     return {.id = id,
-            .path = u"/media/sessions/generated/media/" + name + u".wav",
-            .mediaHandler = u"kel.importer.wave"};
+            .path = "/media/sessions/generated/media/" + name + ".wav",
+            .mediaHandler = "kel.importer.wave"};
 }
 
 /// A file for every four clips, and one at least.
@@ -64,7 +64,7 @@ Routing PlanRouting(const std::vector<TrackKind>& kinds, uint32 firstId, uint32 
     return routing;
 }
 
-void AddTracks(model::Session& session, const GeneratedSize& size, Dice& dice) {
+void AddTracks(orvo::Session& session, const GeneratedSize& size, Dice& dice) {
     const bool hasVideo = size.tracks >= kTracksWithVideo;
     const std::vector<TrackKind> kinds = PlanTracks(size.tracks - (hasVideo ? 1 : 0));
     const uint32 firstId = hasVideo ? 2 : 1;
@@ -82,9 +82,10 @@ void AddTracks(model::Session& session, const GeneratedSize& size, Dice& dice) {
 
 // What refers to the tracks
 
-model::ClipGroup MakeGroup(uint32 id, const model::AudioTrack& track, Dice& dice) {
-    model::ClipGroup group = {
-        .id = id, .name = u"Group " + Decimal(id), .hue = static_cast<double>(dice.Below(360))};
+orvo::ClipGroup MakeGroup(uint32 id, const orvo::AudioTrack& track, Dice& dice) {
+    orvo::ClipGroup group = {.id = id,
+                             .name = "Group " + std::to_string(id),
+                             .hue = static_cast<double>(dice.Below(360))};
     for (std::size_t i = 0; i < std::min<std::size_t>(kClipsOfGroup, track.clips.size()); ++i) {
         group.items.push_back({track.id, track.clips[i].id});
     }
@@ -92,7 +93,7 @@ model::ClipGroup MakeGroup(uint32 id, const model::AudioTrack& track, Dice& dice
 }
 
 /// The clips that every fourth track begins with are a group.
-void AddGroups(model::Session& session, Dice& dice) {
+void AddGroups(orvo::Session& session, Dice& dice) {
     uint32 id = 1;
     for (std::size_t i = 0; i < session.audioTracks.size(); i += 4) {
         if (!session.audioTracks[i].clips.empty()) {
@@ -101,9 +102,9 @@ void AddGroups(model::Session& session, Dice& dice) {
     }
 }
 
-void AddVisibilityPresets(model::Session& session) {
-    model::TrackVisibilityPreset preset = {.id = 1, .name = u"Everything"};
-    for (const model::AudioTrack& track : session.audioTracks) {
+void AddVisibilityPresets(orvo::Session& session) {
+    orvo::TrackVisibilityPreset preset = {.id = 1, .name = "Everything"};
+    for (const orvo::AudioTrack& track : session.audioTracks) {
         preset.tracks.push_back({track.id, static_cast<float>(track.height), track.minimized});
     }
     session.trackVisibilityPresets.push_back(std::move(preset));
@@ -111,21 +112,23 @@ void AddVisibilityPresets(model::Session& session) {
 
 // The session's own
 
-void AddState(model::Session& session, Dice& dice) {
+void AddState(orvo::Session& session, Dice& dice) {
     session.ctiPosition = dice.Between(0, 480'000);
     session.selection = {session.ctiPosition, dice.Between(0, 96'000)};
     session.viewState = {0, session.duration, 220, 0};
-    session.timeFormat = {.format = 2, .frameRate = 25, .linkedToDefaults = false};
+    session.timeFormat = {
+        .format = orvo::TimeDisplay::Timecode, .frameRate = 25, .linkedToDefaults = false};
     session.musicalTime = {static_cast<double>(dice.Between(70, 140)), 4, 4, 16};
     session.mixingOptions = {true, -3, true};
-    session.metronome.pattern = {1, 2, 2, 2};
+    session.metronome.pattern = {orvo::Beat::DownBeat, orvo::Beat::UpBeat, orvo::Beat::UpBeat,
+                                 orvo::Beat::UpBeat};
     session.metronome.globalTrackInfo = {.tempoVisible = true, .tempoEvents = {0, 0, 0, 120}};
-    session.properties = {{u"client", u"Harbour Radio & Sons"}, {u"take", u"3"}};
-    session.xmpMetadata = u"<x:xmpmeta xmlns:x=\"urn:example:meta\"/>";
-    session.audioDevice = {u"Studio desk",
-                           u"Studio desk",
-                           {{1, u"Booth microphone"}, {2, u"Line"}},
-                           {{1, u"Main left"}, {2, u"Main right"}}};
+    session.properties = {{"client", "Harbour Radio & Sons"}, {"take", "3"}};
+    session.xmpMetadata = "<x:xmpmeta xmlns:x=\"urn:example:meta\"/>";
+    session.audioDevice = {"Studio desk",
+                           "Studio desk",
+                           {{1, "Booth microphone"}, {2, "Line"}},
+                           {{1, "Main left"}, {2, "Main right"}}};
 }
 
 }  // namespace
@@ -135,9 +138,9 @@ uint64 CountItems(const GeneratedSize& size) {
     return size.tracks * (1 + uint64{size.clips} + size.slots + lanes * size.keyframes);
 }
 
-model::Session GenerateSession(const GeneratedSize& size, uint64 seed) {
+orvo::Session GenerateSession(const GeneratedSize& size, uint64 seed) {
     Dice dice(seed);
-    model::Session session;
+    orvo::Session session;
     session.sampleRate = kGeneratedSampleRate;
     session.bitDepth = 24;
     AddTracks(session, size, dice);

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <orvo/Model.h>
 #include "platform/kelcore/Types.h"
-#include "reference_host/model/Session.h"
 
 namespace toolkit {
 
@@ -25,6 +25,6 @@ inline constexpr kelcore::uint64 kMostGeneratedItems = 8 * 1024 * 1024;
 /// saved states; tracks feed the busses. The media exist on no machine.
 ///
 /// The same size and seed give the same session everywhere.
-refhost::model::Session GenerateSession(const GeneratedSize& size, kelcore::uint64 seed);
+orvo::Session GenerateSession(const GeneratedSize& size, kelcore::uint64 seed);
 
 }  // namespace toolkit

@@ -3,9 +3,9 @@
 #include <string_view>
 #include <vector>
 
+#include <orvo/AudioTrack.h>
+#include <orvo/VideoTrack.h>
 #include "platform/kelcore/Types.h"
-#include "reference_host/model/AudioTrack.h"
-#include "reference_host/model/VideoTrack.h"
 #include "toolkit/Dice.h"
 #include "toolkit/GeneratedSession.h"
 
@@ -14,9 +14,6 @@
 namespace toolkit {
 
 inline constexpr kelcore::uint32 kGeneratedSampleRate = 48000;
-
-/// The codes are those of `AudioTrack::kind`.
-enum class TrackKind : kelcore::uint32 { Audio = 1, Bus = 2, Master = 3, Instrument = 5 };
 
 /// What tracks refer to.
 struct Routing {
@@ -32,24 +29,23 @@ public:
     TrackMaker(const GeneratedSize& size, const Routing& routing, Dice& dice)
         : size_(size), routing_(routing), dice_(dice) {}
 
-    refhost::model::AudioTrack MakeTrack(kelcore::uint32 id, kelcore::uint32 index, TrackKind kind);
-    refhost::model::VideoTrack MakeVideoTrack(kelcore::uint32 id);
+    orvo::AudioTrack MakeTrack(kelcore::uint32 id, kelcore::uint32 index, orvo::TrackKind kind);
+    orvo::VideoTrack MakeVideoTrack(kelcore::uint32 id);
 
     /// The sample after the last one of all clips so far.
     kelcore::int64 End() const { return end_; }
 
 private:
-    refhost::model::AudioClip MakeClip(kelcore::int64& cursor, std::u16string_view track);
-    refhost::model::MidiClip MakeMidiClip(kelcore::int64& cursor);
-    refhost::model::VideoClip MakeVideoClip(kelcore::int64& cursor);
-    refhost::model::Component MakeControl(std::u16string_view id, std::u16string_view name,
-                                          double value);
-    refhost::model::Component MakeFader();
-    refhost::model::AutomationLane MakeLane(kelcore::int32 low, kelcore::int32 high);
-    refhost::model::Component MakeEffect();
-    refhost::model::EffectsRack MakeRack();
-    refhost::model::SendList MakeSends();
-    void AddOccasionalTraits(refhost::model::AudioClip& clip);
+    orvo::AudioClip MakeClip(kelcore::int64& cursor, std::string_view track);
+    orvo::MidiClip MakeMidiClip(kelcore::int64& cursor);
+    orvo::VideoClip MakeVideoClip(kelcore::int64& cursor);
+    orvo::Component MakeControl(std::string_view id, std::string_view name, double value);
+    orvo::Component MakeFader();
+    orvo::AutomationLane MakeLane(kelcore::int32 low, kelcore::int32 high);
+    orvo::Component MakeEffect();
+    orvo::EffectsRack MakeRack();
+    orvo::SendList MakeSends();
+    void AddOccasionalTraits(orvo::AudioClip& clip);
 
     const GeneratedSize& size_;
     const Routing& routing_;

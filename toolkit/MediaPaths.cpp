@@ -126,10 +126,9 @@ bool IsFullMediaPath(std::u16string_view path) {
     return path.empty() || IsSlash(path.front()) || HasDrive(path);
 }
 
-std::optional<Problem> ResolveMediaPaths(refhost::model::Session& session,
-                                         std::u16string_view location) {
+std::optional<Problem> ResolveMediaPaths(orvo::Session& session, std::u16string_view location) {
     for (std::size_t i = 0; i < session.files.size(); ++i) {
-        std::u16string& path = session.files[i].path;
+        const std::u16string path = kelcore::UTF8to16(session.files[i].path);
         if (IsFullMediaPath(path)) {
             continue;
         }
@@ -139,7 +138,7 @@ std::optional<Problem> ResolveMediaPaths(refhost::model::Session& session,
                            "/files/" + std::to_string(i) + "/path: " + std::move(refusal->what),
                            std::move(refusal->advice)};
         }
-        path = std::get<std::u16string>(std::move(resolved));
+        session.files[i].path = kelcore::UTF16to8(std::get<std::u16string>(resolved));
     }
     return std::nullopt;
 }

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "reference_host/model/Session.h"
+#include <orvo/Model.h>
 #include "toolkit/DocumentScan.h"
 
 /// Media paths as JSON states them: a full path, of this system or another, a path as seen from the
@@ -17,7 +17,6 @@ bool IsFullMediaPath(std::u16string_view path);
 /// `kelcore::MakeFileFromPath` does; nothing need exist.
 /// @param location  the full path of the JSON file
 /// @returns what is wrong with the first path that leads to no file, with its place in the JSON
-std::optional<Problem> ResolveMediaPaths(refhost::model::Session& session,
-                                         std::u16string_view location);
+std::optional<Problem> ResolveMediaPaths(orvo::Session& session, std::u16string_view location);
 
 }  // namespace toolkit

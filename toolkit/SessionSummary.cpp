@@ -6,19 +6,25 @@
 #include <iterator>
 
 #include "platform/kelcore/File.h"
+#include "platform/kelcore/Strings.h"
 #include "platform/tbcore/MediaHandlers.h"
 #include "toolkit/Timecode.h"
 
 namespace toolkit {
 namespace {
 
-MediaSummary SummariseFile(const refhost::model::File& file, const FileTest& exists) {
+std::string HandlerName(const std::string& id) {
+    std::u16string name = kelcore::UTF8to16(id);
+    tbcore::TranslateToHumanReadableMediaHandler(std::u16string(name), name);
+    return kelcore::UTF16to8(name);
+}
+
+MediaSummary SummariseFile(const orvo::File& file, const FileTest& exists) {
     MediaSummary summary;
     summary.id = file.id;
     summary.path = file.path;
     summary.handlerId = file.mediaHandler;
-    summary.handlerName = file.mediaHandler;
-    tbcore::TranslateToHumanReadableMediaHandler(file.mediaHandler, summary.handlerName);
+    summary.handlerName = HandlerName(file.mediaHandler);
     summary.found = !file.path.empty() && exists(file.path);
     return summary;
 }
@@ -33,7 +39,7 @@ std::size_t CountOffline(const Tracks& tracks) {
     return count;
 }
 
-void SummariseTimeline(const std::optional<refhost::model::GlobalTrackInfo>& timeline,
+void SummariseTimeline(const std::optional<orvo::GlobalTrackInfo>& timeline,
                        SessionSummary& summary) {
     if (timeline) {
         summary.tempoChanges = !timeline->tempoEvents.empty();
@@ -42,7 +48,7 @@ void SummariseTimeline(const std::optional<refhost::model::GlobalTrackInfo>& tim
     }
 }
 
-std::string TimecodeName(const refhost::model::TimeFormat& format) {
+std::string TimecodeName(const orvo::TimeFormat& format) {
     return fmt::format("timecode, {} frames a second{}{}", format.frameRate,
                        format.ntsc ? ", NTSC" : "", format.dropFrame ? ", drop frame" : "");
 }
@@ -74,11 +80,11 @@ void SessionSummary::AddStoredPaths(const std::map<kelcore::uint32, StoredPaths>
     }
 }
 
-bool IsMediaFile(const std::u16string& path) {
-    return kelcore::File(path).IsRegularFile();
+bool IsMediaFile(const std::string& path) {
+    return kelcore::File(kelcore::UTF8to16(path)).IsRegularFile();
 }
 
-SessionSummary Summarise(const refhost::model::Session& session, const FileTest& exists) {
+SessionSummary Summarise(const orvo::Session& session, const FileTest& exists) {
     SessionSummary summary;
     summary.format = session.formatDescription;
     summary.sampleRate = session.sampleRate;
@@ -95,9 +101,9 @@ SessionSummary Summarise(const refhost::model::Session& session, const FileTest&
     summary.metronomeOn = session.metronome.enabled;
     summary.metronomeBeats = session.metronome.pattern.size();
     summary.properties = session.properties;
-    summary.xmpLength = session.xmpMetadata.size();
+    summary.xmpLength = kelcore::UTF8to16(session.xmpMetadata).size();
     summary.clipsOffline = CountOffline(session.videoTracks) + CountOffline(session.audioTracks);
-    for (const refhost::model::File& file : session.files) {
+    for (const orvo::File& file : session.files) {
         summary.media.push_back(SummariseFile(file, exists));
     }
     return summary;
@@ -119,23 +125,23 @@ std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sa
                        seconds / 60 % 60, seconds % 60, milliseconds);
 }
 
-std::string TimeFormatName(const refhost::model::TimeFormat& format) {
+std::string TimeFormatName(const orvo::TimeFormat& format) {
     switch (format.format) {
-        case 1:
+        case orvo::TimeDisplay::Samples:
             return "samples";
-        case 2:
+        case orvo::TimeDisplay::Timecode:
             return TimecodeName(format);
-        case 3:
+        case orvo::TimeDisplay::Ntsc30:
             return "timecode, NTSC 30 frames a second";
-        case 4:
+        case orvo::TimeDisplay::Ntsc30Drop:
             return "timecode, NTSC 30 frames a second, drop frame";
-        case 6:
+        case orvo::TimeDisplay::BarsAndBeats:
             return "bars and beats";
-        case 12:
+        case orvo::TimeDisplay::Ntsc60:
             return "timecode, NTSC 60 frames a second";
-        case 13:
+        case orvo::TimeDisplay::Ntsc60Drop:
             return "timecode, NTSC 60 frames a second, drop frame";
-        case 14:
+        case orvo::TimeDisplay::Ntsc24:
             return "timecode, NTSC 24 frames a second";
         default:
             return "decimal";

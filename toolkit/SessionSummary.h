@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include <orvo/Model.h>
 #include "platform/kelcore/Types.h"
-#include "reference_host/model/Session.h"
 #include "toolkit/scan/StoredPaths.h"
 
 namespace toolkit {
@@ -15,10 +15,9 @@ namespace toolkit {
 /// One row of a session's media table.
 struct MediaSummary {
     kelcore::uint32 id = 0;
-    std::u16string path;
-    std::u16string handlerId;
-    std::u16string
-        handlerName;  ///< what people call the handler; its identifier where it has no name
+    std::string path;
+    std::string handlerId;
+    std::string handlerName;  ///< what people call the handler; its identifier where it has no name
     bool found = false;
     std::optional<StoredPaths> stored;  ///< what the document says, of missing media
 
@@ -27,26 +26,26 @@ struct MediaSummary {
 
 /// What a person wants to know of a session at first sight.
 struct SessionSummary {
-    std::u16string format;  ///< the sentence that names the application; may be empty
+    std::string format;  ///< the sentence that names the application; may be empty
     kelcore::uint32 sampleRate = 0;
     kelcore::int32 channelCount = 0;
     kelcore::uint32 bitDepth = 0;
     kelcore::int64 duration = 0;  ///< in samples
-    refhost::model::AudioDevice audioDevice;
+    orvo::AudioDevice audioDevice;
     double beatsPerMinute = 0;  ///< 0: not said
     kelcore::int32 beatsPerBar = 0;
     kelcore::int32 noteLength = 0;
-    refhost::model::TimeFormat timeFormat;
+    orvo::TimeFormat timeFormat;
     kelcore::int64 smpteStart = 0;  ///< the timecode of the first sample, taken as samples
     bool tempoChanges = false;      ///< the musical timeline has tempo events, and the like
     bool timeSignatureChanges = false;
     bool keySignatureChanges = false;
     bool metronomeOn = false;
-    std::size_t metronomeBeats = 0;                    ///< in the pattern of a bar
-    std::vector<refhost::model::Property> properties;  ///< what the host keeps with the session
-    std::size_t xmpLength = 0;                         ///< of the XMP packet, in UTF-16 code units
-    std::size_t clipsOffline = 0;                      ///< on tracks of all kinds
-    std::vector<MediaSummary> media;                   ///< in the session's order
+    std::size_t metronomeBeats = 0;          ///< in the pattern of a bar
+    std::vector<orvo::Property> properties;  ///< what the host keeps with the session
+    std::size_t xmpLength = 0;               ///< of the XMP packet, in UTF-16 code units
+    std::size_t clipsOffline = 0;            ///< on tracks of all kinds
+    std::vector<MediaSummary> media;         ///< in the session's order
 
     std::vector<MediaSummary> MissingMedia() const;
     std::size_t MissingCount() const;
@@ -59,19 +58,19 @@ struct SessionSummary {
 };
 
 /// Whether there is a file at a full path.
-using FileTest = std::function<bool(const std::u16string& path)>;
+using FileTest = std::function<bool(const std::string& path)>;
 
 /// Whether a regular file is there, links followed.
-bool IsMediaFile(const std::u16string& path);
+bool IsMediaFile(const std::string& path);
 
-SessionSummary Summarise(const refhost::model::Session& session, const FileTest& exists);
+SessionSummary Summarise(const orvo::Session& session, const FileTest& exists);
 
 /// A count of samples as "h:mm:ss.mmm", to the nearest millisecond, with "-" in front for a
 /// negative one. None when the rate is 0.
 std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sampleRate);
 
 /// How times are shown, as people call it: "samples", "timecode, 25 frames a second", ...
-std::string TimeFormatName(const refhost::model::TimeFormat& format);
+std::string TimeFormatName(const orvo::TimeFormat& format);
 
 /// "mono", "stereo", "5.1", or none for counts without a name.
 std::optional<std::string> ChannelLayoutName(kelcore::int32 channelCount);

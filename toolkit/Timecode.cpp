@@ -15,19 +15,19 @@ struct FrameRate {
     bool drop = false;
 };
 
-std::optional<FrameRate> FrameRateOf(const refhost::model::TimeFormat& format) {
+std::optional<FrameRate> FrameRateOf(const orvo::TimeFormat& format) {
     switch (format.format) {
-        case 2:
+        case orvo::TimeDisplay::Timecode:
             break;
-        case 3:
+        case orvo::TimeDisplay::Ntsc30:
             return FrameRate{30, true, false};
-        case 4:
+        case orvo::TimeDisplay::Ntsc30Drop:
             return FrameRate{30, true, true};
-        case 12:
+        case orvo::TimeDisplay::Ntsc60:
             return FrameRate{60, true, false};
-        case 13:
+        case orvo::TimeDisplay::Ntsc60Drop:
             return FrameRate{60, true, true};
-        case 14:
+        case orvo::TimeDisplay::Ntsc24:
             return FrameRate{24, true, false};
         default:
             return std::nullopt;
@@ -63,7 +63,7 @@ uint64 WithDroppedNumbers(uint64 frames, const FrameRate& rate) {
 }  // namespace
 
 std::optional<std::string> FormatTimecode(kelcore::int64 samples, kelcore::uint32 sampleRate,
-                                          const refhost::model::TimeFormat& format) {
+                                          const orvo::TimeFormat& format) {
     const auto rate = FrameRateOf(format);
     if (!rate || sampleRate == 0) {
         return std::nullopt;

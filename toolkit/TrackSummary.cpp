@@ -7,11 +7,9 @@
 namespace toolkit {
 namespace {
 
-namespace model = refhost::model;
-
 constexpr float kOnFrom = 0.5F;
 
-AutomationCount Count(const model::Component& component) {
+AutomationCount Count(const orvo::Component& component) {
     AutomationCount count;
     for (const auto& [index, parameter] : component.parameters) {
         const bool stored = parameter.value && parameter.automation;
@@ -22,11 +20,11 @@ AutomationCount Count(const model::Component& component) {
     return count;
 }
 
-AutomationCount Count(const std::optional<model::Component>& component) {
+AutomationCount Count(const std::optional<orvo::Component>& component) {
     return component ? Count(*component) : AutomationCount();
 }
 
-AutomationCount Count(const std::optional<model::EffectsRack>& rack) {
+AutomationCount Count(const std::optional<orvo::EffectsRack>& rack) {
     AutomationCount count;
     if (!rack) {
         return count;
@@ -42,45 +40,43 @@ AutomationCount Count(const std::optional<model::EffectsRack>& rack) {
     return count;
 }
 
-std::u16string Numbered(const char16_t* what, kelcore::int32 id) {
-    return what + kelcore::AsciiToUTF16(std::to_string(id));
+std::string Numbered(const char* what, kelcore::int32 id) {
+    return what + std::to_string(id);
 }
 
-std::u16string NameOr(const std::u16string& name, const std::u16string& otherwise) {
+std::string NameOr(const std::string& name, const std::string& otherwise) {
     return name.empty() ? otherwise : name;
 }
 
 /// A track by its id as routing gives it. One that is not there, or has no name, is told by number.
-std::u16string TrackName(const model::Session& session, kelcore::int32 id) {
-    const auto track = std::find_if(session.audioTracks.begin(), session.audioTracks.end(),
-                                    [id](const model::AudioTrack& each) {
-                                        return each.id == static_cast<kelcore::uint32>(id);
-                                    });
-    return track != session.audioTracks.end() ? NameOr(track->name, Numbered(u"track ", id))
-                                              : Numbered(u"missing track ", id);
+std::string TrackName(const orvo::Session& session, kelcore::int32 id) {
+    const auto track = std::find_if(
+        session.audioTracks.begin(), session.audioTracks.end(),
+        [id](const orvo::AudioTrack& each) { return each.id == static_cast<kelcore::uint32>(id); });
+    return track != session.audioTracks.end() ? NameOr(track->name, Numbered("track ", id))
+                                              : Numbered("missing track ", id);
 }
 
-std::u16string PortName(const std::vector<model::AudioPort>& ports, kelcore::int32 id) {
+std::string PortName(const std::vector<orvo::AudioPort>& ports, kelcore::int32 id) {
     const auto port = std::find_if(ports.begin(), ports.end(),
-                                   [id](const model::AudioPort& each) { return each.id == id; });
-    return port != ports.end() ? NameOr(port->name, Numbered(u"port ", id))
-                               : Numbered(u"port ", id);
+                                   [id](const orvo::AudioPort& each) { return each.id == id; });
+    return port != ports.end() ? NameOr(port->name, Numbered("port ", id)) : Numbered("port ", id);
 }
 
 /// As sessions are saved: an id above 0 is a track, everything else goes to the hardware.
-std::u16string OutputName(const model::Session& session, const model::AudioTrack& track) {
+std::string OutputName(const orvo::Session& session, const orvo::AudioTrack& track) {
     if (track.outputTrackId > 0) {
         return TrackName(session, track.outputTrackId);
     }
     return track.hardwareOutputId >= 0
                ? PortName(session.audioDevice.outputPorts, track.hardwareOutputId)
-               : std::u16string();
+               : std::string();
 }
 
-SendSummary Summarise(const model::Session& session, const model::SendSlot& slot) {
+SendSummary Summarise(const orvo::Session& session, const orvo::SendSlot& slot) {
     SendSummary summary;
     summary.destination =
-        slot.sendOutputId >= 0 ? TrackName(session, slot.sendOutputId) : std::u16string();
+        slot.sendOutputId >= 0 ? TrackName(session, slot.sendOutputId) : std::string();
     if (slot.destCompIndex >= 0) {
         summary.component = slot.destCompIndex;
     }
@@ -90,8 +86,8 @@ SendSummary Summarise(const model::Session& session, const model::SendSlot& slot
     return summary;
 }
 
-std::vector<SendSummary> SummariseSends(const model::Session& session,
-                                        const std::optional<model::SendList>& list) {
+std::vector<SendSummary> SummariseSends(const orvo::Session& session,
+                                        const std::optional<orvo::SendList>& list) {
     std::vector<SendSummary> summaries;
     if (list) {
         for (const auto& slot : list->slots) {
@@ -103,7 +99,7 @@ std::vector<SendSummary> SummariseSends(const model::Session& session,
     return summaries;
 }
 
-EffectSummary Summarise(const model::EffectsSlot& slot) {
+EffectSummary Summarise(const orvo::EffectsSlot& slot) {
     EffectSummary summary;
     summary.slotIndex = slot.slotIndex;
     summary.bypassed = slot.bypassed;
@@ -118,7 +114,7 @@ EffectSummary Summarise(const model::EffectsSlot& slot) {
     return summary;
 }
 
-std::vector<EffectSummary> SummariseEffects(const std::optional<model::EffectsRack>& rack) {
+std::vector<EffectSummary> SummariseEffects(const std::optional<orvo::EffectsRack>& rack) {
     std::vector<EffectSummary> summaries;
     if (rack) {
         for (const auto& slot : rack->slots) {
@@ -130,7 +126,7 @@ std::vector<EffectSummary> SummariseEffects(const std::optional<model::EffectsRa
     return summaries;
 }
 
-AutomationCount CountTrack(const TrackSummary& summary, const model::AudioTrack& track) {
+AutomationCount CountTrack(const TrackSummary& summary, const orvo::AudioTrack& track) {
     AutomationCount count;
     count += Count(track.fader);
     count += Count(track.mute);
@@ -140,43 +136,43 @@ AutomationCount CountTrack(const TrackSummary& summary, const model::AudioTrack&
     for (const SendSummary& send : summary.sends) {
         count += send.automation;
     }
-    for (const model::AudioClip& clip : track.clips) {
+    for (const orvo::AudioClip& clip : track.clips) {
         count += CountAutomation(clip);
     }
     return count;
 }
 
-std::u16string MidiInputName(const std::optional<model::InstrumentTrack>& instrument) {
+std::string MidiInputName(const std::optional<orvo::InstrumentTrack>& instrument) {
     if (!instrument) {
         return {};
     }
-    return instrument->midiAll ? u"all MIDI inputs" : instrument->midiIn;
+    return instrument->midiAll ? "all MIDI inputs" : instrument->midiIn;
 }
 
-TrackFamily FamilyOf(kelcore::uint32 kind) {
+TrackFamily FamilyOf(orvo::TrackKind kind) {
     switch (kind) {
-        case 2:
+        case orvo::TrackKind::Bus:
             return TrackFamily::Bus;
-        case 3:
+        case orvo::TrackKind::Master:
             return TrackFamily::Master;
-        case 4:
+        case orvo::TrackKind::Metronome:
             return TrackFamily::Metronome;
-        case 5:
+        case orvo::TrackKind::Instrument:
             return TrackFamily::Instrument;
         default:
             return TrackFamily::Audio;
     }
 }
 
-TrackSummary Summarise(const model::Session& session, const model::AudioTrack& track) {
+TrackSummary Summarise(const orvo::Session& session, const orvo::AudioTrack& track) {
     TrackSummary summary;
     summary.family = FamilyOf(track.kind);
     summary.id = track.id;
     summary.name = track.name;
-    summary.channelCount = track.audioChannelType;
+    summary.channelCount = static_cast<kelcore::uint32>(track.audioChannelType);
     summary.output = OutputName(session, track);
     summary.input = track.inputId >= 0 ? PortName(session.audioDevice.inputPorts, track.inputId)
-                                       : std::u16string();
+                                       : std::string();
     summary.midiInput = MidiInputName(track.instrument);
     summary.solo = track.solo;
     summary.soloSafe = track.soloSafe;
@@ -194,9 +190,9 @@ TrackSummary Summarise(const model::Session& session, const model::AudioTrack& t
     return summary;
 }
 
-std::vector<model::VideoFormat> PicturesOf(const model::VideoTrack& track) {
-    std::vector<model::VideoFormat> pictures;
-    for (const model::VideoClip& clip : track.clips) {
+std::vector<orvo::VideoFormat> PicturesOf(const orvo::VideoTrack& track) {
+    std::vector<orvo::VideoFormat> pictures;
+    for (const orvo::VideoClip& clip : track.clips) {
         if (clip.format &&
             std::find(pictures.begin(), pictures.end(), *clip.format) == pictures.end()) {
             pictures.push_back(*clip.format);
@@ -205,7 +201,7 @@ std::vector<model::VideoFormat> PicturesOf(const model::VideoTrack& track) {
     return pictures;
 }
 
-TrackSummary Summarise(const model::VideoTrack& track) {
+TrackSummary Summarise(const orvo::VideoTrack& track) {
     TrackSummary summary;
     summary.family = TrackFamily::Video;
     summary.id = track.id;
@@ -241,12 +237,12 @@ const char* FamilyName(TrackFamily family) {
     return "";
 }
 
-std::vector<TrackSummary> SummariseTracks(const model::Session& session) {
+std::vector<TrackSummary> SummariseTracks(const orvo::Session& session) {
     std::vector<TrackSummary> summaries;
-    for (const model::VideoTrack& track : session.videoTracks) {
+    for (const orvo::VideoTrack& track : session.videoTracks) {
         summaries.push_back(Summarise(track));
     }
-    for (const model::AudioTrack& track : session.audioTracks) {
+    for (const orvo::AudioTrack& track : session.audioTracks) {
         summaries.push_back(Summarise(session, track));
     }
     if (session.metronome.track) {
@@ -255,7 +251,7 @@ std::vector<TrackSummary> SummariseTracks(const model::Session& session) {
     return summaries;
 }
 
-bool IsSwitchedOn(const std::optional<model::Component>& component) {
+bool IsSwitchedOn(const std::optional<orvo::Component>& component) {
     if (!component || component->parameters.empty()) {
         return false;
     }
@@ -263,7 +259,7 @@ bool IsSwitchedOn(const std::optional<model::Component>& component) {
     return value && *value >= kOnFrom;
 }
 
-AutomationCount CountAutomation(const model::AudioClip& clip) {
+AutomationCount CountAutomation(const orvo::AudioClip& clip) {
     AutomationCount count;
     count += Count(clip.gain);
     count += Count(clip.mute);

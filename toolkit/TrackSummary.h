@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <orvo/Model.h>
 #include "platform/kelcore/Types.h"
-#include "reference_host/model/Session.h"
 
 namespace toolkit {
 
@@ -22,9 +22,8 @@ struct AutomationCount {
 /// An effect in a rack.
 struct EffectSummary {
     kelcore::uint32 slotIndex = 0;
-    std::u16string
-        name;  ///< the component's name, or its id where it has none; empty: an empty slot
-    std::u16string preset;
+    std::string name;  ///< the component's name, or its id where it has none; empty: an empty slot
+    std::string preset;
     bool bypassed = false;
     std::size_t parameters = 0;
     std::size_t presetBytes = 0;
@@ -36,7 +35,7 @@ struct EffectSummary {
 
 /// A send, by where it goes.
 struct SendSummary {
-    std::u16string destination;
+    std::string destination;
     std::optional<kelcore::int32> component;  ///< of the destination's effects, if it feeds one
     bool preFader = false;
     AutomationCount automation;
@@ -50,11 +49,11 @@ enum class TrackFamily { Video, Audio, Bus, Master, Metronome, Instrument };
 struct TrackSummary {
     TrackFamily family = TrackFamily::Audio;
     kelcore::uint32 id = 0;
-    std::u16string name;
+    std::string name;
     kelcore::uint32 channelCount = 0;  ///< 0: not said
-    std::u16string output;     ///< the track or port that it goes to, by name; empty: nowhere
-    std::u16string input;      ///< the port that it records from, by name; empty: none
-    std::u16string midiInput;  ///< the MIDI inputs that an instrument hears; empty: none
+    std::string output;     ///< the track or port that it goes to, by name; empty: nowhere
+    std::string input;      ///< the port that it records from, by name; empty: none
+    std::string midiInput;  ///< the MIDI inputs that an instrument hears; empty: none
     bool solo = false;
     bool soloSafe = false;
     bool recordArmed = false;
@@ -66,7 +65,7 @@ struct TrackSummary {
     bool visible = true;
     std::vector<SendSummary> sends;
     std::vector<EffectSummary> effects;
-    std::vector<refhost::model::VideoFormat> pictures;  ///< each format of a video track's clips
+    std::vector<orvo::VideoFormat> pictures;  ///< each format of a video track's clips
     std::size_t clips = 0;
     AutomationCount automation;  ///< of everything in the track, its clips included
 
@@ -77,12 +76,12 @@ struct TrackSummary {
 const char* FamilyName(TrackFamily family);
 
 /// The video tracks, the other tracks and the metronome's, in the session's order.
-std::vector<TrackSummary> SummariseTracks(const refhost::model::Session& session);
+std::vector<TrackSummary> SummariseTracks(const orvo::Session& session);
 
 /// Whether a control that is a switch, such as a mute, is on: its parameter is one half or more.
-bool IsSwitchedOn(const std::optional<refhost::model::Component>& component);
+bool IsSwitchedOn(const std::optional<orvo::Component>& component);
 
 /// The automation of a clip's own controls and effects.
-AutomationCount CountAutomation(const refhost::model::AudioClip& clip);
+AutomationCount CountAutomation(const orvo::AudioClip& clip);
 
 }  // namespace toolkit

@@ -74,7 +74,7 @@ void Decode(const ParsedJson& json, float& value) {
     }
 }
 
-void Decode(const ParsedJson& json, std::u16string& text) {
+void Decode(const ParsedJson& json, std::string& text) {
     if (!json.is_string()) {
         FailAtValue(json, "give a text");
     }

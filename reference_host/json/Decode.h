@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "platform/kelcore/Types.h"
@@ -27,7 +28,7 @@ public:
 void Decode(const ParsedJson& json, bool& value);
 void Decode(const ParsedJson& json, double& value);
 void Decode(const ParsedJson& json, float& value);
-void Decode(const ParsedJson& json, std::u16string& text);
+void Decode(const ParsedJson& json, std::string& text);
 void Decode(const ParsedJson& json, std::vector<kelcore::byte>& block);
 
 /// An integer between two bounds.
@@ -43,6 +44,14 @@ void Decode(const ParsedJson& json, Integer& value) {
 template <std::unsigned_integral Integer>
 void Decode(const ParsedJson& json, Integer& value) {
     value = static_cast<Integer>(DecodeUnsigned(json, std::numeric_limits<Integer>::max()));
+}
+
+template <class Code>
+requires std::is_enum_v<Code>
+void Decode(const ParsedJson& json, Code& code) {
+    std::underlying_type_t<Code> number{};
+    Decode(json, number);
+    code = Code{number};
 }
 
 /// A key that is a number, written as `Encode` writes it.

@@ -225,7 +225,7 @@ private:
 
 }  // namespace
 
-Differences FindDifferences(const model::Session& session, const model::Session& other,
+Differences FindDifferences(const orvo::Session& session, const orvo::Session& other,
                             std::size_t limit) {
     Comparison comparison(limit);
     comparison.Compare(session, other, JsonPlace());

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "reference_host/model/Session.h"
+#include <orvo/Model.h>
 
 namespace refhost {
 
@@ -20,7 +20,7 @@ struct Differences {
 /// that a list without it is the same. A channel that a clip leaves out below the highest is fed by
 /// the channel of its own number.
 /// @param limit  how many lines are wanted
-Differences FindDifferences(const model::Session& session, const model::Session& other,
+Differences FindDifferences(const orvo::Session& session, const orvo::Session& other,
                             std::size_t limit);
 
 }  // namespace refhost

@@ -38,7 +38,7 @@ void Encode(JsonWriter& out, float value) {
     Encode(out, std::isfinite(value) ? ShortForm(value) : static_cast<double>(value));
 }
 
-void Encode(JsonWriter& out, const std::u16string& text) {
+void Encode(JsonWriter& out, const std::string& text) {
     out.Text(text);
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <vector>
 
 #include "platform/kelcore/Types.h"
@@ -19,7 +20,7 @@ namespace refhost {
 void Encode(JsonWriter& out, bool value);
 void Encode(JsonWriter& out, double value);
 void Encode(JsonWriter& out, float value);
-void Encode(JsonWriter& out, const std::u16string& text);
+void Encode(JsonWriter& out, const std::string& text);
 void Encode(JsonWriter& out, const std::vector<kelcore::byte>& block);
 
 /// Calls `use` with the text of a number.
@@ -33,6 +34,12 @@ void WithDigits(Integer value, const Use& use) {
 template <std::integral Integer>
 void Encode(JsonWriter& out, Integer value) {
     WithDigits(value, [&](std::string_view digits) { out.Plain(digits); });
+}
+
+template <class Code>
+requires std::is_enum_v<Code>
+void Encode(JsonWriter& out, Code code) {
+    Encode(out, static_cast<std::underlying_type_t<Code>>(code));
 }
 
 // Declared first, so that composite values can nest in any order.

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "platform/kelcore/BinaryText.h"
-#include "platform/kelcore/Strings.h"
 #include "platform/kelcore/Unicode.h"
 #include "reference_host/json/LoneSurrogates.h"
 
@@ -19,17 +18,9 @@ constexpr std::size_t kIndent = 2;
 constexpr std::size_t kPieceSize = 24 * 1024;
 static_assert(kPieceSize % 3 == 0);
 
-/// The first of the three bytes that `UTF16to8` writes of an unpaired surrogate. Other characters
-/// begin with it too.
-constexpr char kSurrogateLead = '\xED';
-constexpr std::size_t kSurrogateSize = 3;
+constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
 
-bool BeginsWithSurrogate(std::string_view bytes) {
-    return bytes.size() >= kSurrogateSize && bytes[0] == kSurrogateLead &&
-           static_cast<unsigned char>(bytes[1]) >= 0xA0;
-}
-
-/// What a special character becomes that begins no surrogate.
+/// What a special character of ASCII becomes.
 std::string EscapeOf(char character) {
     switch (character) {
         case '"':
@@ -46,23 +37,19 @@ std::string EscapeOf(char character) {
             return "\\r";
         case '\t':
             return "\\t";
-        case kSurrogateLead:
-            return {character};
         default:
             return UnicodeEscape(static_cast<unsigned char>(character));
     }
 }
 
-std::string SurrogateEscape(std::string_view bytes) {
-    const auto second = static_cast<unsigned char>(bytes[1]);
-    const auto third = static_cast<unsigned char>(bytes[2]);
-    return UnicodeEscape(0xD000U + (second % 64U) * 64U + third % 64U);
+bool IsAscii(char character) {
+    return static_cast<unsigned char>(character) < 0x80;
 }
 
-/// Whether it needs a closer look: it needs an escape or may begin a surrogate.
+/// Whether it needs a closer look.
 bool IsSpecial(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\' ||
-           character == kSurrogateLead;
+           !IsAscii(character);
 }
 
 }  // namespace
@@ -90,15 +77,13 @@ void JsonWriter::Quoted(std::string_view text) {
     Append("\"");
 }
 
-void JsonWriter::Text(std::u16string_view text) {
+void JsonWriter::Text(std::string_view text) {
     Append("\"");
     while (!text.empty()) {
-        std::size_t size = std::min(text.size(), kPieceSize);
-        if (size < text.size() && kelcore::unicode::IsHighSurrogate(text[size - 1])) {
-            --size;
+        text.remove_prefix(AppendPlain(text.substr(0, kPieceSize)));
+        if (!text.empty() && IsSpecial(text.front())) {
+            text.remove_prefix(AppendSpecial(text));
         }
-        AppendEscaped(kelcore::UTF16to8(text.substr(0, size)));
-        text.remove_prefix(size);
     }
     Append("\"");
 }
@@ -141,20 +126,27 @@ void JsonWriter::NewLine() {
     }
 }
 
-void JsonWriter::AppendEscaped(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const auto plain = static_cast<std::size_t>(
-            std::find_if(bytes.begin(), bytes.end(), IsSpecial) - bytes.begin());
-        Append(bytes.substr(0, plain));
-        bytes.remove_prefix(plain);
-        if (BeginsWithSurrogate(bytes)) {
-            Append(SurrogateEscape(bytes));
-            bytes.remove_prefix(kSurrogateSize);
-        } else if (!bytes.empty()) {
-            Append(EscapeOf(bytes[0]));
-            bytes.remove_prefix(1);
-        }
+std::size_t JsonWriter::AppendPlain(std::string_view text) {
+    const auto size =
+        static_cast<std::size_t>(std::ranges::find_if(text, IsSpecial) - text.begin());
+    Append(text.substr(0, size));
+    return size;
+}
+
+std::size_t JsonWriter::AppendSpecial(std::string_view text) {
+    if (IsAscii(text.front())) {
+        Append(EscapeOf(text.front()));
+        return 1;
     }
+    const kelcore::unicode::Utf8Part part = kelcore::unicode::FirstPart(text);
+    if (!part.wellFormed) {
+        Append(kReplacementCharacter);
+    } else if (kelcore::unicode::IsSurrogate(part.codePoint)) {
+        Append(UnicodeEscape(part.codePoint));
+    } else {
+        Append(text.substr(0, part.length));
+    }
+    return part.length;
 }
 
 void JsonWriter::Append(std::string_view text) {

@@ -35,8 +35,9 @@ public:
     /// A text that needs no escapes.
     void Quoted(std::string_view text);
 
-    /// An unpaired surrogate stands as its escape.
-    void Text(std::u16string_view text);
+    /// UTF-8. An unpaired surrogate, which is there as three bytes, stands as its escape; each
+    /// other malformed sequence as U+FFFD.
+    void Text(std::string_view text);
 
     /// In Base64.
     void Bytes(const kelcore::byte* data, std::size_t size);
@@ -49,7 +50,10 @@ private:
     void End(char bracket);
     void NewLine();
     void Append(std::string_view text);
-    void AppendEscaped(std::string_view bytes);
+    /// Both return how many bytes of the text they took.
+    std::size_t AppendPlain(std::string_view text);
+    std::size_t AppendSpecial(std::string_view text);
+
     void HandOn();
 
     JsonSink sink_;

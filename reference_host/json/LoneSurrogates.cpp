@@ -4,7 +4,6 @@
 #include <charconv>
 #include <optional>
 
-#include "platform/kelcore/Strings.h"
 #include "platform/kelcore/Unicode.h"
 
 namespace refhost {
@@ -75,27 +74,31 @@ Replacement MarkBytes(std::string_view json) {
                                    : Replacement{std::string(1, json.front()), 1};
 }
 
+/// Calls `append` for each mark, with the code unit that it stands for.
+template <class Append>
+std::string WithoutMarks(std::string_view marked, const Append& append) {
+    std::string text;
+    text.reserve(marked.size());
+    for (std::size_t mark = marked.find(kMark); mark != marked.npos; mark = marked.find(kMark)) {
+        text += marked.substr(0, mark);
+        const unsigned number =
+            ParseHexadecimal(marked.substr(mark + kMark.size(), kDigits)).value_or(kMarkItself);
+        append(text, number == kMarkItself ? kMarkCharacter : kFirstSurrogate + number);
+        marked.remove_prefix(mark + kMarkSize);
+    }
+    text += marked;
+    return text;
+}
+
 }  // namespace
 
 std::string UnicodeEscape(unsigned unit) {
     return "\\u" + Hexadecimal(unit, kEscapeSize - 2);
 }
 
-std::u16string UnmarkedText(std::string_view marked) {
-    std::size_t mark = marked.find(kMark);
-    if (mark == marked.npos) {
-        return kelcore::UTF8to16(marked);
-    }
-    std::u16string text;
-    for (; mark != marked.npos; mark = marked.find(kMark)) {
-        text += kelcore::UTF8to16(marked.substr(0, mark));
-        const unsigned number =
-            ParseHexadecimal(marked.substr(mark + kMark.size(), kDigits)).value_or(kMarkItself);
-        text += static_cast<char16_t>(number == kMarkItself ? kMarkCharacter
-                                                            : kFirstSurrogate + number);
-        marked.remove_prefix(mark + kMarkSize);
-    }
-    return text + kelcore::UTF8to16(marked);
+std::string UnmarkedText(std::string_view marked) {
+    return WithoutMarks(
+        marked, [](std::string& text, unsigned unit) { kelcore::unicode::AppendUtf8(text, unit); });
 }
 
 std::optional<Replacement> ReplaceBegin(std::string_view json, bool isEnd) {
@@ -106,18 +109,13 @@ std::optional<Replacement> ReplaceBegin(std::string_view json, bool isEnd) {
 }
 
 std::string UnmarkedDocument(std::string_view marked) {
-    std::string json;
-    json.reserve(marked.size());
-    for (std::size_t mark = marked.find(kMark); mark != marked.npos; mark = marked.find(kMark)) {
-        json += marked.substr(0, mark);
-        const unsigned number =
-            ParseHexadecimal(marked.substr(mark + kMark.size(), kDigits)).value_or(kMarkItself);
-        json +=
-            number == kMarkItself ? std::string(kMark) : UnicodeEscape(kFirstSurrogate + number);
-        marked.remove_prefix(mark + kMarkSize);
-    }
-    json += marked;
-    return json;
+    return WithoutMarks(marked, [](std::string& json, unsigned unit) {
+        if (unit == kMarkCharacter) {
+            json += kMark;
+        } else {
+            json += UnicodeEscape(unit);
+        }
+    });
 }
 
 }  // namespace refhost

@@ -14,8 +14,8 @@ namespace refhost {
 /// A code unit as JSON's escape: "\\ud800".
 std::string UnicodeEscape(unsigned unit);
 
-/// Turns the marks in a text that the library read back into surrogates.
-std::u16string UnmarkedText(std::string_view marked);
+/// Turns the marks in a text that the library read back into surrogates, each as three bytes.
+std::string UnmarkedText(std::string_view marked);
 
 /// What the begin of a piece of JSON becomes, and how many bytes of it that was.
 struct Replacement {

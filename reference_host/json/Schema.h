@@ -2,7 +2,7 @@
 
 #include <tuple>
 
-#include "reference_host/model/Session.h"
+#include <orvo/Model.h>
 
 /// Every struct of the model as a JSON object: a row for each key, which serves both directions.
 /// docs/json.md says what the keys mean.
@@ -26,8 +26,8 @@ concept HasSchema = requires {
 };
 
 template <>
-struct Schema<model::Keyframe> {
-    using T = model::Keyframe;
+struct Schema<orvo::Keyframe> {
+    using T = orvo::Keyframe;
     static constexpr char kName[] = "Keyframe";
     static constexpr std::tuple kRows{
         Row{"value", &T::value},
@@ -38,8 +38,8 @@ struct Schema<model::Keyframe> {
 };
 
 template <>
-struct Schema<model::AutomationLane> {
-    using T = model::AutomationLane;
+struct Schema<orvo::AutomationLane> {
+    using T = orvo::AutomationLane;
     static constexpr char kName[] = "AutomationLane";
     static constexpr std::tuple kRows{
         Row{"enableSplines", &T::enableSplines},
@@ -49,8 +49,8 @@ struct Schema<model::AutomationLane> {
 };
 
 template <>
-struct Schema<model::Parameter> {
-    using T = model::Parameter;
+struct Schema<orvo::Parameter> {
+    using T = orvo::Parameter;
     static constexpr char kName[] = "Parameter";
     static constexpr std::tuple kRows{
         Row{"value", &T::value},
@@ -61,8 +61,8 @@ struct Schema<model::Parameter> {
 };
 
 template <>
-struct Schema<model::EditorRect> {
-    using T = model::EditorRect;
+struct Schema<orvo::EditorRect> {
+    using T = orvo::EditorRect;
     static constexpr char kName[] = "EditorRect";
     static constexpr std::tuple kRows{
         Row{"left", &T::left},
@@ -73,8 +73,8 @@ struct Schema<model::EditorRect> {
 };
 
 template <>
-struct Schema<model::Component> {
-    using T = model::Component;
+struct Schema<orvo::Component> {
+    using T = orvo::Component;
     static constexpr char kName[] = "Component";
     static constexpr std::tuple kRows{
         Row{"guid", &T::guid},
@@ -90,8 +90,8 @@ struct Schema<model::Component> {
 };
 
 template <>
-struct Schema<model::ChannelRoute> {
-    using T = model::ChannelRoute;
+struct Schema<orvo::ChannelRoute> {
+    using T = orvo::ChannelRoute;
     static constexpr char kName[] = "ChannelRoute";
     static constexpr std::tuple kRows{
         Row{"index", &T::index},
@@ -100,8 +100,8 @@ struct Schema<model::ChannelRoute> {
 };
 
 template <>
-struct Schema<model::EffectsSlot> {
-    using T = model::EffectsSlot;
+struct Schema<orvo::EffectsSlot> {
+    using T = orvo::EffectsSlot;
     static constexpr char kName[] = "EffectsSlot";
     static constexpr std::tuple kRows{
         Row{"slotIndex", &T::slotIndex},
@@ -115,8 +115,8 @@ struct Schema<model::EffectsSlot> {
 };
 
 template <>
-struct Schema<model::EffectsRack> {
-    using T = model::EffectsRack;
+struct Schema<orvo::EffectsRack> {
+    using T = orvo::EffectsRack;
     static constexpr char kName[] = "EffectsRack";
     static constexpr std::tuple kRows{
         Row{"preFader", &T::preFader}, Row{"mix", &T::mix},     Row{"input", &T::input},
@@ -125,8 +125,8 @@ struct Schema<model::EffectsRack> {
 };
 
 template <>
-struct Schema<model::EditParameter> {
-    using T = model::EditParameter;
+struct Schema<orvo::EditParameter> {
+    using T = orvo::EditParameter;
     static constexpr char kName[] = "EditParameter";
     static constexpr std::tuple kRows{
         Row{"slotIndex", &T::slotIndex},
@@ -135,8 +135,8 @@ struct Schema<model::EditParameter> {
 };
 
 template <>
-struct Schema<model::SendSlot> {
-    using T = model::SendSlot;
+struct Schema<orvo::SendSlot> {
+    using T = orvo::SendSlot;
     static constexpr char kName[] = "SendSlot";
     static constexpr std::tuple kRows{
         Row{"slotIndex", &T::slotIndex},         Row{"sendOutputId", &T::sendOutputId},
@@ -146,8 +146,8 @@ struct Schema<model::SendSlot> {
 };
 
 template <>
-struct Schema<model::SendList> {
-    using T = model::SendList;
+struct Schema<orvo::SendList> {
+    using T = orvo::SendList;
     static constexpr char kName[] = "SendList";
     static constexpr std::tuple kRows{
         Row{"slots", &T::slots},
@@ -155,8 +155,8 @@ struct Schema<model::SendList> {
 };
 
 template <>
-struct Schema<model::Fade> {
-    using T = model::Fade;
+struct Schema<orvo::Fade> {
+    using T = orvo::Fade;
     static constexpr char kName[] = "Fade";
     static constexpr std::tuple kRows{
         Row{"startPoint", &T::startPoint},
@@ -168,8 +168,8 @@ struct Schema<model::Fade> {
 };
 
 template <>
-struct Schema<model::ClipStretch> {
-    using T = model::ClipStretch;
+struct Schema<orvo::ClipStretch> {
+    using T = orvo::ClipStretch;
     static constexpr char kName[] = "ClipStretch";
     static constexpr std::tuple kRows{
         Row{"stretchMode", &T::stretchMode},
@@ -184,8 +184,8 @@ struct Schema<model::ClipStretch> {
 };
 
 template <>
-struct Schema<model::AudioClip> {
-    using T = model::AudioClip;
+struct Schema<orvo::AudioClip> {
+    using T = orvo::AudioClip;
     static constexpr char kName[] = "AudioClip";
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
@@ -218,8 +218,8 @@ struct Schema<model::AudioClip> {
 };
 
 template <>
-struct Schema<model::MidiClip> {
-    using T = model::MidiClip;
+struct Schema<orvo::MidiClip> {
+    using T = orvo::MidiClip;
     static constexpr char kName[] = "MidiClip";
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
@@ -235,8 +235,8 @@ struct Schema<model::MidiClip> {
 };
 
 template <>
-struct Schema<model::InstrumentTrack> {
-    using T = model::InstrumentTrack;
+struct Schema<orvo::InstrumentTrack> {
+    using T = orvo::InstrumentTrack;
     static constexpr char kName[] = "InstrumentTrack";
     static constexpr std::tuple kRows{
         Row{"midiIn", &T::midiIn},
@@ -245,8 +245,8 @@ struct Schema<model::InstrumentTrack> {
 };
 
 template <>
-struct Schema<model::AudioTrack> {
-    using T = model::AudioTrack;
+struct Schema<orvo::AudioTrack> {
+    using T = orvo::AudioTrack;
     static constexpr char kName[] = "AudioTrack";
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
@@ -287,8 +287,8 @@ struct Schema<model::AudioTrack> {
 };
 
 template <>
-struct Schema<model::VideoFormat> {
-    using T = model::VideoFormat;
+struct Schema<orvo::VideoFormat> {
+    using T = orvo::VideoFormat;
     static constexpr char kName[] = "VideoFormat";
     static constexpr std::tuple kRows{
         Row{"timeScale", &T::timeScale},
@@ -303,8 +303,8 @@ struct Schema<model::VideoFormat> {
 };
 
 template <>
-struct Schema<model::VideoClip> {
-    using T = model::VideoClip;
+struct Schema<orvo::VideoClip> {
+    using T = orvo::VideoClip;
     static constexpr char kName[] = "VideoClip";
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
@@ -323,8 +323,8 @@ struct Schema<model::VideoClip> {
 };
 
 template <>
-struct Schema<model::VideoTrack> {
-    using T = model::VideoTrack;
+struct Schema<orvo::VideoTrack> {
+    using T = orvo::VideoTrack;
     static constexpr char kName[] = "VideoTrack";
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
@@ -339,8 +339,8 @@ struct Schema<model::VideoTrack> {
 };
 
 template <>
-struct Schema<model::TrackVisibility> {
-    using T = model::TrackVisibility;
+struct Schema<orvo::TrackVisibility> {
+    using T = orvo::TrackVisibility;
     static constexpr char kName[] = "TrackVisibility";
     static constexpr std::tuple kRows{
         Row{"trackId", &T::trackId},
@@ -350,8 +350,8 @@ struct Schema<model::TrackVisibility> {
 };
 
 template <>
-struct Schema<model::TrackVisibilityPreset> {
-    using T = model::TrackVisibilityPreset;
+struct Schema<orvo::TrackVisibilityPreset> {
+    using T = orvo::TrackVisibilityPreset;
     static constexpr char kName[] = "TrackVisibilityPreset";
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
@@ -361,8 +361,8 @@ struct Schema<model::TrackVisibilityPreset> {
 };
 
 template <>
-struct Schema<model::ClipGroupItem> {
-    using T = model::ClipGroupItem;
+struct Schema<orvo::ClipGroupItem> {
+    using T = orvo::ClipGroupItem;
     static constexpr char kName[] = "ClipGroupItem";
     static constexpr std::tuple kRows{
         Row{"trackId", &T::trackId},
@@ -371,8 +371,8 @@ struct Schema<model::ClipGroupItem> {
 };
 
 template <>
-struct Schema<model::ClipGroup> {
-    using T = model::ClipGroup;
+struct Schema<orvo::ClipGroup> {
+    using T = orvo::ClipGroup;
     static constexpr char kName[] = "ClipGroup";
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
@@ -383,8 +383,8 @@ struct Schema<model::ClipGroup> {
 };
 
 template <>
-struct Schema<model::GlobalTrackInfo> {
-    using T = model::GlobalTrackInfo;
+struct Schema<orvo::GlobalTrackInfo> {
+    using T = orvo::GlobalTrackInfo;
     static constexpr char kName[] = "GlobalTrackInfo";
     static constexpr std::tuple kRows{
         Row{"timeSigVisible", &T::timeSigVisible},
@@ -397,8 +397,8 @@ struct Schema<model::GlobalTrackInfo> {
 };
 
 template <>
-struct Schema<model::Metronome> {
-    using T = model::Metronome;
+struct Schema<orvo::Metronome> {
+    using T = orvo::Metronome;
     static constexpr char kName[] = "Metronome";
     static constexpr std::tuple kRows{
         Row{"enabled", &T::enabled},
@@ -410,8 +410,8 @@ struct Schema<model::Metronome> {
 };
 
 template <>
-struct Schema<model::Selection> {
-    using T = model::Selection;
+struct Schema<orvo::Selection> {
+    using T = orvo::Selection;
     static constexpr char kName[] = "Selection";
     static constexpr std::tuple kRows{
         Row{"start", &T::start},
@@ -420,8 +420,8 @@ struct Schema<model::Selection> {
 };
 
 template <>
-struct Schema<model::ViewState> {
-    using T = model::ViewState;
+struct Schema<orvo::ViewState> {
+    using T = orvo::ViewState;
     static constexpr char kName[] = "ViewState";
     static constexpr std::tuple kRows{
         Row{"horizontalViewStart", &T::horizontalViewStart},
@@ -432,8 +432,8 @@ struct Schema<model::ViewState> {
 };
 
 template <>
-struct Schema<model::TimeFormat> {
-    using T = model::TimeFormat;
+struct Schema<orvo::TimeFormat> {
+    using T = orvo::TimeFormat;
     static constexpr char kName[] = "TimeFormat";
     static constexpr std::tuple kRows{
         Row{"format", &T::format},
@@ -446,8 +446,8 @@ struct Schema<model::TimeFormat> {
 };
 
 template <>
-struct Schema<model::MusicalTime> {
-    using T = model::MusicalTime;
+struct Schema<orvo::MusicalTime> {
+    using T = orvo::MusicalTime;
     static constexpr char kName[] = "MusicalTime";
     static constexpr std::tuple kRows{
         Row{"beatsPerMinute", &T::beatsPerMinute},
@@ -458,8 +458,8 @@ struct Schema<model::MusicalTime> {
 };
 
 template <>
-struct Schema<model::MixingOptions> {
-    using T = model::MixingOptions;
+struct Schema<orvo::MixingOptions> {
+    using T = orvo::MixingOptions;
     static constexpr char kName[] = "MixingOptions";
     static constexpr std::tuple kRows{
         Row{"panLogarithmic", &T::panLogarithmic},
@@ -469,8 +469,8 @@ struct Schema<model::MixingOptions> {
 };
 
 template <>
-struct Schema<model::Property> {
-    using T = model::Property;
+struct Schema<orvo::Property> {
+    using T = orvo::Property;
     static constexpr char kName[] = "Property";
     static constexpr std::tuple kRows{
         Row{"key", &T::key},
@@ -479,8 +479,8 @@ struct Schema<model::Property> {
 };
 
 template <>
-struct Schema<model::File> {
-    using T = model::File;
+struct Schema<orvo::File> {
+    using T = orvo::File;
     static constexpr char kName[] = "File";
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
@@ -492,8 +492,8 @@ struct Schema<model::File> {
 };
 
 template <>
-struct Schema<model::AudioPort> {
-    using T = model::AudioPort;
+struct Schema<orvo::AudioPort> {
+    using T = orvo::AudioPort;
     static constexpr char kName[] = "AudioPort";
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
@@ -502,8 +502,8 @@ struct Schema<model::AudioPort> {
 };
 
 template <>
-struct Schema<model::AudioDevice> {
-    using T = model::AudioDevice;
+struct Schema<orvo::AudioDevice> {
+    using T = orvo::AudioDevice;
     static constexpr char kName[] = "AudioDevice";
     static constexpr std::tuple kRows{
         Row{"inputDeviceId", &T::inputDeviceId},
@@ -514,8 +514,8 @@ struct Schema<model::AudioDevice> {
 };
 
 template <>
-struct Schema<model::FormatVersion> {
-    using T = model::FormatVersion;
+struct Schema<orvo::FormatVersion> {
+    using T = orvo::FormatVersion;
     static constexpr char kName[] = "FormatVersion";
     static constexpr std::tuple kRows{
         Row{"major", &T::major},
@@ -524,8 +524,8 @@ struct Schema<model::FormatVersion> {
 };
 
 template <>
-struct Schema<model::Session> {
-    using T = model::Session;
+struct Schema<orvo::Session> {
+    using T = orvo::Session;
     static constexpr char kName[] = "Session";
     static constexpr std::tuple kRows{
         Row{"formatVersion", &T::formatVersion},

@@ -6,7 +6,6 @@
 
 #include "reference_host/json/Encode.h"
 #include "reference_host/json/JsonReader.h"
-#include "reference_host/nodes/KeyIndex.h"
 
 namespace refhost {
 namespace {
@@ -30,7 +29,7 @@ void RequireOwnIds(const std::vector<Thing>& things, const std::string& list) {
     for (std::size_t place = 0; place < things.size(); ++place) {
         const kelcore::uint32 id = things[place].id;
         const std::string where = "/" + list + "/" + std::to_string(place) + "/id: ";
-        if (id == kNoId) {
+        if (id == orvo::kNoId) {
             throw JsonError(where + std::to_string(id) +
                             " means none; give a number from 0 to 4294967294");
         }
@@ -68,9 +67,9 @@ public:
     void Add(const std::map<kelcore::uint32, Held>&) {
         Add(Held{});
     }
-    void Add(const std::u16string&) {}
+    void Add(const std::string&) {}
     template <class Number>
-    requires std::is_arithmetic_v<Number>
+    requires std::is_arithmetic_v<Number> || std::is_enum_v<Number>
     void Add(Number) {}
 
     std::vector<std::string> Take() { return std::move(keys_); }
@@ -82,16 +81,16 @@ private:
 
 }  // namespace
 
-void ToJson(const model::Session& session, const JsonSink& sink, const ByteProgress& progress) {
+void ToJson(const orvo::Session& session, const JsonSink& sink, const ByteProgress& progress) {
     WriteValue(session, JsonWriter::Layout::Indented, "\n", sink, progress);
 }
 
-std::string ToJson(const model::Session& session) {
+std::string ToJson(const orvo::Session& session) {
     return Dump(session);
 }
 
-model::Session FromJson(const JsonSource& source, const ByteProgress& progress) {
-    model::Session session;
+orvo::Session FromJson(const JsonSource& source, const ByteProgress& progress) {
+    orvo::Session session;
     ReadDocument(source, progress, TargetOf(session));
     RequireOwnIds(session.files, "files");
     RequireOwnIds(session.videoTracks, "videoTracks");
@@ -99,17 +98,21 @@ model::Session FromJson(const JsonSource& source, const ByteProgress& progress) 
     return session;
 }
 
-model::Session FromJson(std::string_view text) {
+orvo::Session FromJson(std::string_view text) {
     return FromJson(TextSource(text));
 }
 
 std::vector<std::string> JsonKeys() {
     KeyList keys;
-    keys.Add(model::Session{});
+    keys.Add(orvo::Session{});
     return keys.Take();
 }
 
-namespace model {
+}  // namespace refhost
+
+namespace orvo {
+
+using refhost::Dump;
 
 std::ostream& operator<<(std::ostream& out, const Keyframe& keyframe) {
     return out << Dump(keyframe);
@@ -223,5 +226,4 @@ std::ostream& operator<<(std::ostream& out, const Session& session) {
     return out << Dump(session);
 }
 
-}  // namespace model
-}  // namespace refhost
+}  // namespace orvo

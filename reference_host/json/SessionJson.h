@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include <orvo/Model.h>
 #include "platform/kelcore/Types.h"
-#include "reference_host/model/Session.h"
 
 /// Sessions as JSON (UTF-8), whole and in both directions. docs/json.md describes every key.
 ///
@@ -52,17 +52,17 @@ using ByteProgress = std::function<void(kelcore::uint64 bytes)>;
 
 /// Writes a session, every key of it, indented by two blanks and ended by a line feed, in blocks of
 /// about 64 KiB; no more than a block is held. `FromJson` gives the same session back.
-void ToJson(const model::Session& session, const JsonSink& sink, const ByteProgress& progress = {});
+void ToJson(const orvo::Session& session, const JsonSink& sink, const ByteProgress& progress = {});
 
 /// The same as one text.
-std::string ToJson(const model::Session& session);
+std::string ToJson(const orvo::Session& session);
 
 /// Reads a session, and holds no more of the text than a block and the value that is read.
 /// An absent key takes the model's default.
 /// @throws JsonError for malformed JSON; otherwise for the first unknown or repeated key or wrong
 ///         value; otherwise for a file or track without an id of its own.
-model::Session FromJson(const JsonSource& source, const ByteProgress& progress = {});
-model::Session FromJson(std::string_view text);
+orvo::Session FromJson(const JsonSource& source, const ByteProgress& progress = {});
+orvo::Session FromJson(std::string_view text);
 
 /// Every key of every object that `ToJson` writes, as "Object.key" ("File.id"), in order.
 std::vector<std::string> JsonKeys();

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include <orvo/AudioClip.h>
 #include "host/AudioClips.h"
 #include "reference_host/Node.h"
-#include "reference_host/model/AudioClip.h"
 #include "reference_host/nodes/ClipStretch.h"
 #include "reference_host/nodes/Components.h"
 #include "reference_host/nodes/EffectsRacks.h"
@@ -14,7 +14,7 @@
 
 namespace refhost {
 
-class EditAudioClip final : public Face<tses::IEditAudioClip, model::AudioClip> {
+class EditAudioClip final : public Face<tses::IEditAudioClip, orvo::AudioClip> {
 public:
     using Face::Face;
 
@@ -24,7 +24,7 @@ public:
     void SetStartPoint(kelcore::int64 sample) override { Value().startPoint = sample; }
     void SetHue(double hue) override { Value().hue = hue; }
     void SetLooped(bool looped) override { Value().looped = looped; }
-    void SetName(const kelcore::char16* name) override { Value().name = name; }
+    void SetName(const kelcore::char16* name) override { Value().name = kelcore::UTF16to8(name); }
     void SetOffline(bool offline) override { Value().offline = offline; }
     void SetSelected(bool selected) override { Value().selected = selected; }
     void SetZOrder(kelcore::int32 order) override { Value().zOrder = order; }
@@ -32,14 +32,12 @@ public:
         Value().channelSources[channel] = source;
     }
     void SetLockedInTime(bool locked) override { Value().lockedInTime = locked; }
-    tses::IEditClipFade* GetFadeIn() override {
-        return Made<FadeNode, &model::AudioClip::fadeIn>();
-    }
+    tses::IEditClipFade* GetFadeIn() override { return Made<FadeNode, &orvo::AudioClip::fadeIn>(); }
     tses::IEditClipFade* GetFadeOut() override {
-        return Made<FadeNode, &model::AudioClip::fadeOut>();
+        return Made<FadeNode, &orvo::AudioClip::fadeOut>();
     }
     tses::IEditClipStretch* GetClipStretch() override {
-        return Made<StretchNode, &model::AudioClip::stretch>();
+        return Made<StretchNode, &orvo::AudioClip::stretch>();
     }
     void SetClipAutoCrossfade(bool automatic) override { Value().autoCrossfade = automatic; }
     void SetCrossFadeHeadClipID(kelcore::int32 clipId) override {
@@ -50,26 +48,26 @@ public:
     }
     void AddTake(kelcore::int64 sourceInPoint) override { Value().takes.push_back(sourceInPoint); }
     tses::IEditComponent* GetClipGainComponent() override {
-        return Made<ComponentNode, &model::AudioClip::gain>();
+        return Made<ComponentNode, &orvo::AudioClip::gain>();
     }
     tses::IEditComponent* GetClipMuteComponent() override {
-        return Made<ComponentNode, &model::AudioClip::mute>();
+        return Made<ComponentNode, &orvo::AudioClip::mute>();
     }
     tses::IEditComponent* GetClipPanComponent() override {
-        return Made<ComponentNode, &model::AudioClip::pan>();
+        return Made<ComponentNode, &orvo::AudioClip::pan>();
     }
     tses::IEditEffectsRack* GetEffectsRack() override {
-        return Made<RackNode, &model::AudioClip::effectsRack>();
+        return Made<RackNode, &orvo::AudioClip::effectsRack>();
     }
     void SetEditParameter(kelcore::uint32 slotIndex, kelcore::uint32 parameterIndex) override {
         Value().editParameters.push_back({slotIndex, parameterIndex});
     }
     tses::IEditClipProperties* GetProperties() override {
-        return Made<ClipPropertiesNode, &model::AudioClip::properties>();
+        return Made<ClipPropertiesNode, &orvo::AudioClip::properties>();
     }
 };
 
-class QueryAudioClip final : public Face<tses::IQueryAudioClip, model::AudioClip> {
+class QueryAudioClip final : public Face<tses::IQueryAudioClip, orvo::AudioClip> {
 public:
     using Face::Face;
 
@@ -86,13 +84,13 @@ public:
     kelcore::int32 GetZOrder() override { return Value().zOrder; }
     bool GetLockedInTime() override { return Value().lockedInTime; }
     tses::IQueryClipFade* GetFadeIn() override {
-        return Found<FadeNode, &model::AudioClip::fadeIn>();
+        return Found<FadeNode, &orvo::AudioClip::fadeIn>();
     }
     tses::IQueryClipFade* GetFadeOut() override {
-        return Found<FadeNode, &model::AudioClip::fadeOut>();
+        return Found<FadeNode, &orvo::AudioClip::fadeOut>();
     }
     tses::IQueryClipStretch* GetClipStretch() override {
-        return Found<StretchNode, &model::AudioClip::stretch>();
+        return Found<StretchNode, &orvo::AudioClip::stretch>();
     }
     kelcore::int32 GetCrossFadeHeadClipID() override { return Value().crossFadeHeadClipId; }
     kelcore::int32 GetCrossFadeTailClipID() override { return Value().crossFadeTailClipId; }
@@ -104,29 +102,29 @@ public:
     kelcore::uint32 GetEditParameterCount() override { return CountOf(Value().editParameters); }
     void GetEditParameter(kelcore::uint32 index, kelcore::uint32& slotIndex,
                           kelcore::uint32& parameterIndex) override {
-        const model::EditParameter& parameter = Value().editParameters.at(index);
+        const orvo::EditParameter& parameter = Value().editParameters.at(index);
         slotIndex = parameter.slotIndex;
         parameterIndex = parameter.parameterIndex;
     }
     tses::IQueryEffectsRack* GetEffectsRack() override {
-        return Found<RackNode, &model::AudioClip::effectsRack>();
+        return Found<RackNode, &orvo::AudioClip::effectsRack>();
     }
     tses::IQueryComponent* GetClipGainComponent() override {
-        return Found<ComponentNode, &model::AudioClip::gain>();
+        return Found<ComponentNode, &orvo::AudioClip::gain>();
     }
     tses::IQueryComponent* GetClipMuteComponent() override {
-        return Found<ComponentNode, &model::AudioClip::mute>();
+        return Found<ComponentNode, &orvo::AudioClip::mute>();
     }
     tses::IQueryComponent* GetClipPanComponent() override {
-        return Found<ComponentNode, &model::AudioClip::pan>();
+        return Found<ComponentNode, &orvo::AudioClip::pan>();
     }
     tses::IQueryClipProperties* GetProperties() override {
-        return Found<ClipPropertiesNode, &model::AudioClip::properties>();
+        return Found<ClipPropertiesNode, &orvo::AudioClip::properties>();
     }
     kelcore::uint32 GetChannelCount() override {
         const auto& sources = Value().channelSources;
         // The highest channel of all could not be counted.
-        return sources.empty() ? 0 : std::min(sources.rbegin()->first, kNoId - 1) + 1;
+        return sources.empty() ? 0 : std::min(sources.rbegin()->first, orvo::kNoId - 1) + 1;
     }
     kelcore::int32 GetChannelSource(kelcore::uint32 channel) override {
         const auto& sources = Value().channelSources;
@@ -135,6 +133,6 @@ public:
     }
 };
 
-using AudioClipNode = TwoFacedNode<model::AudioClip, EditAudioClip, QueryAudioClip>;
+using AudioClipNode = TwoFacedNode<orvo::AudioClip, EditAudioClip, QueryAudioClip>;
 
 }  // namespace refhost

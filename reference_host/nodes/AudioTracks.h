@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/AudioTracks.h"
+#include <orvo/AudioTrack.h>
 #include "reference_host/Node.h"
-#include "reference_host/model/AudioTrack.h"
 #include "reference_host/nodes/AudioClips.h"
 #include "reference_host/nodes/Components.h"
 #include "reference_host/nodes/EffectsRacks.h"
@@ -11,15 +11,17 @@
 
 namespace refhost {
 
-class EditInstrument final : public Face<tses::IEditInstrumentTrack, model::InstrumentTrack> {
+class EditInstrument final : public Face<tses::IEditInstrumentTrack, orvo::InstrumentTrack> {
 public:
     using Face::Face;
 
-    void SetMidiIn(const kelcore::char16* name) override { Value().midiIn = name; }
+    void SetMidiIn(const kelcore::char16* name) override {
+        Value().midiIn = kelcore::UTF16to8(name);
+    }
     void SetMidiAll(bool all) override { Value().midiAll = all; }
 };
 
-class QueryInstrument final : public Face<tses::IQueryInstrumentTrack, model::InstrumentTrack> {
+class QueryInstrument final : public Face<tses::IQueryInstrumentTrack, orvo::InstrumentTrack> {
 public:
     using Face::Face;
 
@@ -27,44 +29,46 @@ public:
     bool IsMidiAll() override { return Value().midiAll; }
 };
 
-using InstrumentNode = TwoFacedNode<model::InstrumentTrack, EditInstrument, QueryInstrument>;
+using InstrumentNode = TwoFacedNode<orvo::InstrumentTrack, EditInstrument, QueryInstrument>;
 
 /// The list of a track's MIDI clips, which is not counted by those who use it.
-inline MidiClipListNode& MidiClipListOf(DataNode<model::AudioTrack>& track) {
-    auto& list = track.PartNode<MidiClipListNode, &model::AudioTrack::midiClips>();
+inline MidiClipListNode& MidiClipListOf(DataNode<orvo::AudioTrack>& track) {
+    auto& list = track.PartNode<MidiClipListNode, &orvo::AudioTrack::midiClips>();
     list.StayWithParent();
     return list;
 }
 
-class EditAudioTrack final : public Face<tses::IEditAudioTrackPrivate, model::AudioTrack> {
+class EditAudioTrack final : public Face<tses::IEditAudioTrackPrivate, orvo::AudioTrack> {
 public:
     using Face::Face;
 
     tses::IEditAudioClip* CreateAudioClip(kelcore::uint32 id) override {
-        tses::IEditAudioClip* const clip = Appended<AudioClipNode, &model::AudioTrack::clips>();
+        tses::IEditAudioClip* const clip = Appended<AudioClipNode, &orvo::AudioTrack::clips>();
         Value().clips.back().id = id;
         return clip;
     }
     tses::IEditMIDIClipList* GetMIDIClipList() override { return &MidiClipListOf(Owner()).Edit(); }
     void SetIndex(kelcore::uint32 index) override { Value().index = index; }
-    void SetKind(kelcore::uint32 kind) override { Value().kind = kind; }
+    void SetKind(kelcore::uint32 kind) override { Value().kind = orvo::TrackKind{kind}; }
     void SetSelected(bool selected) override { Value().selected = selected; }
     void SetHue(double hue) override { Value().hue = hue; }
     void SetMinimized(bool minimized) override { Value().minimized = minimized; }
-    void SetName(const kelcore::char16* name) override { Value().name = name; }
+    void SetName(const kelcore::char16* name) override { Value().name = kelcore::UTF16to8(name); }
     void SetHeight(kelcore::int32 height) override { Value().height = height; }
     void SetPhaseInverted(bool inverted) override { Value().phaseInverted = inverted; }
     void SetPreRendered(bool preRendered) override { Value().preRendered = preRendered; }
     void SetSumToMono(bool sumToMono) override { Value().sumToMono = sumToMono; }
     void SetPreRenderedFile(const kelcore::char16* path) override {
-        Value().preRenderedFile = path;
+        Value().preRenderedFile = kelcore::UTF16to8(path);
     }
     void SetAutomationLaneOpenState(bool open) override { Value().automationLaneOpen = open; }
     void SetVisible(bool visible) override { Value().visible = visible; }
     tses::IEditInstrumentTrack* GetInstrument() override {
-        return Made<InstrumentNode, &model::AudioTrack::instrument>();
+        return Made<InstrumentNode, &orvo::AudioTrack::instrument>();
     }
-    void SetAudioChannelType(kelcore::uint32 type) override { Value().audioChannelType = type; }
+    void SetAudioChannelType(kelcore::uint32 type) override {
+        Value().audioChannelType = orvo::ChannelType{type};
+    }
     void SetSolo(bool solo) override { Value().solo = solo; }
     void SetRecordArmed(bool armed) override { Value().recordArmed = armed; }
     void SetMonitoring(bool monitoring) override { Value().monitoring = monitoring; }
@@ -73,23 +77,23 @@ public:
     void SetInput(kelcore::int32 portId) override { Value().inputId = portId; }
     void SetHardwareOutput(kelcore::int32 portId) override { Value().hardwareOutputId = portId; }
     tses::IEditComponent* GetFaderComponent(const kelcore::char16* /*id*/) override {
-        return Made<ComponentNode, &model::AudioTrack::fader>();
+        return Made<ComponentNode, &orvo::AudioTrack::fader>();
     }
     tses::IEditComponent* GetMuteComponent(const kelcore::char16* /*id*/) override {
-        return Made<ComponentNode, &model::AudioTrack::mute>();
+        return Made<ComponentNode, &orvo::AudioTrack::mute>();
     }
     tses::IEditComponent* GetPanComponent(const kelcore::char16* /*id*/) override {
-        return Made<ComponentNode, &model::AudioTrack::pan>();
+        return Made<ComponentNode, &orvo::AudioTrack::pan>();
     }
     tses::IEditComponent* GetEQComponent(const kelcore::char16* /*id*/) override {
-        return Made<ComponentNode, &model::AudioTrack::eq>();
+        return Made<ComponentNode, &orvo::AudioTrack::eq>();
     }
     void SetAutomationMode(kelcore::int32 mode) override { Value().automationMode = mode; }
     tses::IEditSendList* GetSendList() override {
-        return Made<SendListNode, &model::AudioTrack::sendList>();
+        return Made<SendListNode, &orvo::AudioTrack::sendList>();
     }
     tses::IEditEffectsRack* GetEffectsRack() override {
-        return Made<RackNode, &model::AudioTrack::effectsRack>();
+        return Made<RackNode, &orvo::AudioTrack::effectsRack>();
     }
     void SetEditParameter(kelcore::uint32 slotIndex, kelcore::uint32 parameterIndex) override {
         Value().editParameters.push_back({slotIndex, parameterIndex});
@@ -98,13 +102,13 @@ public:
 
 /// What every face of a track for querying can tell.
 template <class Interface>
-class QueryTrackClips : public Face<Interface, model::AudioTrack> {
+class QueryTrackClips : public Face<Interface, orvo::AudioTrack> {
 public:
-    using Face<Interface, model::AudioTrack>::Face;
+    using Face<Interface, orvo::AudioTrack>::Face;
 
     kelcore::uint32 GetClipCount() override { return CountOf(this->Value().clips); }
     tses::IQueryAudioClip* GetClip(kelcore::uint32 index) override {
-        return this->template FoundAt<AudioClipNode, &model::AudioTrack::clips>(index);
+        return this->template FoundAt<AudioClipNode, &orvo::AudioTrack::clips>(index);
     }
     tses::IQueryMIDIClipList* GetMIDIClipList() override {
         return &MidiClipListOf(this->Owner()).Query();
@@ -123,7 +127,7 @@ public:
 
     kelcore::uint32 GetId() override { return Value().id; }
     kelcore::uint32 GetIndex() override { return Value().index; }
-    kelcore::uint32 GetKind() override { return Value().kind; }
+    kelcore::uint32 GetKind() override { return NumberOf(Value().kind); }
     bool IsSelected() override { return Value().selected; }
     double GetHue() override { return Value().hue; }
     tses::IHostString* GetName() override { return GiveOut(Value().name); }
@@ -134,24 +138,24 @@ public:
     bool IsSumToMono() override { return Value().sumToMono; }
     tses::IHostString* GetPreRenderedFile() override { return GiveOut(Value().preRenderedFile); }
     tses::IQueryEffectsRack* GetEffectsRack() override {
-        return Found<RackNode, &model::AudioTrack::effectsRack>();
+        return Found<RackNode, &orvo::AudioTrack::effectsRack>();
     }
     kelcore::uint32 GetEditParameterCount() override { return CountOf(Value().editParameters); }
     void GetEditParameter(kelcore::uint32 index, kelcore::uint32& slotIndex,
                           kelcore::uint32& parameterIndex) override {
-        const model::EditParameter& parameter = Value().editParameters.at(index);
+        const orvo::EditParameter& parameter = Value().editParameters.at(index);
         slotIndex = parameter.slotIndex;
         parameterIndex = parameter.parameterIndex;
     }
     bool IsAutomationLaneOpen() override { return Value().automationLaneOpen; }
     tses::IQuerySendList* GetSendList() override {
-        return Found<SendListNode, &model::AudioTrack::sendList>();
+        return Found<SendListNode, &orvo::AudioTrack::sendList>();
     }
     bool IsVisible() override { return Value().visible; }
     tses::IQueryInstrumentTrack* GetInstrument() override {
-        return Found<InstrumentNode, &model::AudioTrack::instrument>();
+        return Found<InstrumentNode, &orvo::AudioTrack::instrument>();
     }
-    kelcore::uint32 GetAudioChannelType() override { return Value().audioChannelType; }
+    kelcore::uint32 GetAudioChannelType() override { return NumberOf(Value().audioChannelType); }
     bool IsSolo() override { return Value().solo; }
     bool IsRecordArmed() override { return Value().recordArmed; }
     bool IsMonitoring() override { return Value().monitoring; }
@@ -160,21 +164,21 @@ public:
     kelcore::int32 GetInputId() override { return Value().inputId; }
     kelcore::int32 GetHardwareOutputId() override { return Value().hardwareOutputId; }
     tses::IQueryComponent* GetFaderComponent() override {
-        return Found<ComponentNode, &model::AudioTrack::fader>();
+        return Found<ComponentNode, &orvo::AudioTrack::fader>();
     }
     tses::IQueryComponent* GetMuteComponent() override {
-        return Found<ComponentNode, &model::AudioTrack::mute>();
+        return Found<ComponentNode, &orvo::AudioTrack::mute>();
     }
     tses::IQueryComponent* GetPanComponent() override {
-        return Found<ComponentNode, &model::AudioTrack::pan>();
+        return Found<ComponentNode, &orvo::AudioTrack::pan>();
     }
     tses::IQueryComponent* GetEQComponent() override {
-        return Found<ComponentNode, &model::AudioTrack::eq>();
+        return Found<ComponentNode, &orvo::AudioTrack::eq>();
     }
     kelcore::int32 GetAutomationMode() override { return Value().automationMode; }
 };
 
-class AudioTrackNode final : public DataNode<model::AudioTrack> {
+class AudioTrackNode final : public DataNode<orvo::AudioTrack> {
 public:
     using DataNode::DataNode;
 

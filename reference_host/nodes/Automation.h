@@ -1,12 +1,12 @@
 #pragma once
 
 #include "host/Automation.h"
+#include <orvo/Automation.h>
 #include "reference_host/Node.h"
-#include "reference_host/model/Automation.h"
 
 namespace refhost {
 
-class EditLane final : public Face<tses::IEditAutomationLane, model::AutomationLane> {
+class EditLane final : public Face<tses::IEditAutomationLane, orvo::AutomationLane> {
 public:
     using Face::Face;
 
@@ -17,7 +17,7 @@ public:
     void SetReadOnly(bool readOnly) override { Value().readOnly = readOnly; }
 };
 
-class QueryLane final : public Face<tses::IQueryAutomationLane, model::AutomationLane> {
+class QueryLane final : public Face<tses::IQueryAutomationLane, orvo::AutomationLane> {
 public:
     using Face::Face;
 
@@ -25,7 +25,7 @@ public:
     bool GetEnableSplines() override { return Value().enableSplines; }
     void GetKeyframe(kelcore::uint32 index, float& value, kelcore::int64& sampleOffset, bool& hold,
                      bool& selected) override {
-        const model::Keyframe& keyframe = Value().keyframes.at(index);
+        const orvo::Keyframe& keyframe = Value().keyframes.at(index);
         value = keyframe.value;
         sampleOffset = keyframe.sampleOffset;
         hold = keyframe.hold;
@@ -34,6 +34,6 @@ public:
     bool IsReadOnly() override { return Value().readOnly; }
 };
 
-using LaneNode = TwoFacedNode<model::AutomationLane, EditLane, QueryLane>;
+using LaneNode = TwoFacedNode<orvo::AutomationLane, EditLane, QueryLane>;
 
 }  // namespace refhost

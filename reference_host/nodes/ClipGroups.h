@@ -1,12 +1,12 @@
 #pragma once
 
 #include "host/ClipGroups.h"
+#include <orvo/ClipGroup.h>
 #include "reference_host/Node.h"
-#include "reference_host/model/ClipGroup.h"
 
 namespace refhost {
 
-class EditClipGroup final : public Face<tses::IEditClipGroup, model::ClipGroup> {
+class EditClipGroup final : public Face<tses::IEditClipGroup, orvo::ClipGroup> {
 public:
     using Face::Face;
 
@@ -14,17 +14,17 @@ public:
         Value().items.push_back({trackId, clipId});
     }
     void SetHue(double hue) override { Value().hue = hue; }
-    void SetName(const kelcore::char16* name) override { Value().name = name; }
+    void SetName(const kelcore::char16* name) override { Value().name = kelcore::UTF16to8(name); }
 };
 
-class QueryClipGroup final : public Face<tses::IQueryClipGroup, model::ClipGroup> {
+class QueryClipGroup final : public Face<tses::IQueryClipGroup, orvo::ClipGroup> {
 public:
     using Face::Face;
 
     kelcore::uint32 GetItemCount() override { return CountOf(Value().items); }
     void GetItem(kelcore::uint32 index, kelcore::uint32& trackId,
                  kelcore::uint32& clipId) override {
-        const model::ClipGroupItem& item = Value().items.at(index);
+        const orvo::ClipGroupItem& item = Value().items.at(index);
         trackId = item.trackId;
         clipId = item.clipId;
     }
@@ -33,6 +33,6 @@ public:
     kelcore::uint32 GetID() override { return Value().id; }
 };
 
-using ClipGroupNode = TwoFacedNode<model::ClipGroup, EditClipGroup, QueryClipGroup>;
+using ClipGroupNode = TwoFacedNode<orvo::ClipGroup, EditClipGroup, QueryClipGroup>;
 
 }  // namespace refhost

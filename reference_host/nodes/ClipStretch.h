@@ -1,20 +1,26 @@
 #pragma once
 
 #include "host/ClipStretch.h"
+#include <orvo/AudioClip.h>
 #include "reference_host/Node.h"
-#include "reference_host/model/AudioClip.h"
 
 namespace refhost {
 
-class EditStretch final : public Face<tses::IEditClipStretch, model::ClipStretch> {
+class EditStretch final : public Face<tses::IEditClipStretch, orvo::ClipStretch> {
 public:
     using Face::Face;
 
-    void SetStretchMode(kelcore::uint32 mode) override { Value().stretchMode = mode; }
-    void SetStretchType(kelcore::uint32 type) override { Value().stretchType = type; }
+    void SetStretchMode(kelcore::uint32 mode) override {
+        Value().stretchMode = orvo::StretchMode{mode};
+    }
+    void SetStretchType(kelcore::uint32 type) override {
+        Value().stretchType = orvo::StretchType{type};
+    }
     void SetStretchRatio(double ratio) override { Value().stretchRatio = ratio; }
     void SetPitchAdjustment(double adjustment) override { Value().pitchAdjustment = adjustment; }
-    void SetStretchQuality(kelcore::uint32 quality) override { Value().stretchQuality = quality; }
+    void SetStretchQuality(kelcore::uint32 quality) override {
+        Value().stretchQuality = orvo::StretchQuality{quality};
+    }
     void SetTransientSensitivity(kelcore::int32 sensitivity) override {
         Value().transientSensitivity = sensitivity;
     }
@@ -22,20 +28,20 @@ public:
     void SetPreserveFormants(bool preserve) override { Value().preserveFormants = preserve; }
 };
 
-class QueryStretch final : public Face<tses::IQueryClipStretch, model::ClipStretch> {
+class QueryStretch final : public Face<tses::IQueryClipStretch, orvo::ClipStretch> {
 public:
     using Face::Face;
 
-    kelcore::uint32 GetStretchMode() override { return Value().stretchMode; }
-    kelcore::uint32 GetStretchType() override { return Value().stretchType; }
+    kelcore::uint32 GetStretchMode() override { return NumberOf(Value().stretchMode); }
+    kelcore::uint32 GetStretchType() override { return NumberOf(Value().stretchType); }
     double GetStretchRatio() override { return Value().stretchRatio; }
     double GetPitchAdjustment() override { return Value().pitchAdjustment; }
-    kelcore::uint32 GetStretchQuality() override { return Value().stretchQuality; }
+    kelcore::uint32 GetStretchQuality() override { return NumberOf(Value().stretchQuality); }
     kelcore::int32 GetTransientSensitivity() override { return Value().transientSensitivity; }
     kelcore::int32 GetAdaptiveWindowSize() override { return Value().adaptiveWindowSize; }
     bool GetPreserveFormants() override { return Value().preserveFormants; }
 };
 
-using StretchNode = TwoFacedNode<model::ClipStretch, EditStretch, QueryStretch>;
+using StretchNode = TwoFacedNode<orvo::ClipStretch, EditStretch, QueryStretch>;
 
 }  // namespace refhost

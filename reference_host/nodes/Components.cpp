@@ -7,9 +7,9 @@
 namespace refhost {
 namespace {
 
-LaneNode& LaneOf(DataNode<model::Component>& component, kelcore::uint32 index) {
-    return component.NodeAt<LaneNode>(&kTagOf<&model::Component::parameters>, index,
-                                      [index](model::Component& value) -> model::AutomationLane& {
+LaneNode& LaneOf(DataNode<orvo::Component>& component, kelcore::uint32 index) {
+    return component.NodeAt<LaneNode>(&kTagOf<&orvo::Component::parameters>, index,
+                                      [index](orvo::Component& value) -> orvo::AutomationLane& {
                                           return *value.parameters.at(index).automation;
                                       });
 }
@@ -21,7 +21,7 @@ void EditComponent::SetParameterValue(kelcore::uint32 index, float value) {
 }
 
 void EditComponent::SetParameterName(kelcore::uint32 index, const kelcore::char16* name) {
-    Value().parameters[index].name = name;
+    Value().parameters[index].name = kelcore::UTF16to8(name);
 }
 
 void EditComponent::SetParameterSafeDuringWrite(kelcore::uint32 index, bool safe) {
@@ -36,11 +36,11 @@ tses::IEditAutomationLane* EditComponent::GetParameterAutomation(kelcore::uint32
 kelcore::uint32 QueryComponent::GetParameterCount() {
     const auto& parameters = Value().parameters;
     // The highest index of all could not be counted.
-    return parameters.empty() ? 0 : std::min(parameters.rbegin()->first, kNoId - 1) + 1;
+    return parameters.empty() ? 0 : std::min(parameters.rbegin()->first, orvo::kNoId - 1) + 1;
 }
 
 bool QueryComponent::GetParameterValue(kelcore::uint32 index, float& value) {
-    const model::Parameter* const parameter = Find(index);
+    const orvo::Parameter* const parameter = Find(index);
     if (parameter == nullptr || !parameter->value) {
         return false;
     }
@@ -49,22 +49,22 @@ bool QueryComponent::GetParameterValue(kelcore::uint32 index, float& value) {
 }
 
 tses::IHostString* QueryComponent::GetParameterName(kelcore::uint32 index) {
-    const model::Parameter* const parameter = Find(index);
+    const orvo::Parameter* const parameter = Find(index);
     return parameter == nullptr ? nullptr : GiveOut(parameter->name);
 }
 
 tses::IQueryAutomationLane* QueryComponent::GetParameterAutomation(kelcore::uint32 index) {
-    const model::Parameter* const parameter = Find(index);
+    const orvo::Parameter* const parameter = Find(index);
     return parameter == nullptr || !parameter->automation ? nullptr
                                                           : &LaneOf(Owner(), index).Query();
 }
 
 bool QueryComponent::IsParameterSafeDuringWrite(kelcore::uint32 index) {
-    const model::Parameter* const parameter = Find(index);
+    const orvo::Parameter* const parameter = Find(index);
     return parameter != nullptr && parameter->safeDuringWrite;
 }
 
-const model::Parameter* QueryComponent::Find(kelcore::uint32 index) const {
+const orvo::Parameter* QueryComponent::Find(kelcore::uint32 index) const {
     const auto& parameters = Value().parameters;
     const auto found = parameters.find(index);
     return found == parameters.end() ? nullptr : &found->second;

@@ -2,21 +2,21 @@
 
 #include <algorithm>
 
+#include <orvo/Effects.h>
 #include "host/Effects.h"
 #include "reference_host/Node.h"
-#include "reference_host/model/Effects.h"
 #include "reference_host/nodes/Automation.h"
 
 namespace refhost {
 
-class EditComponent final : public Face<tses::IEditComponent, model::Component> {
+class EditComponent final : public Face<tses::IEditComponent, orvo::Component> {
 public:
     using Face::Face;
 
     void SetComponentID(const kelcore::char16* componentId) override {
-        Value().componentId = componentId;
+        Value().componentId = kelcore::UTF16to8(componentId);
     }
-    void SetName(const kelcore::char16* name) override { Value().name = name; }
+    void SetName(const kelcore::char16* name) override { Value().name = kelcore::UTF16to8(name); }
     void SetParameterValue(kelcore::uint32 index, float value) override;
     void SetParameterName(kelcore::uint32 index, const kelcore::char16* name) override;
     tses::IEditAutomationLane* GetParameterAutomation(kelcore::uint32 index) override;
@@ -30,20 +30,24 @@ public:
     }
     void SetPowered(bool powered) override { Value().powered = powered; }
     void SetParameterSafeDuringWrite(kelcore::uint32 index, bool safe) override;
-    void SetComponentGuid(const kelcore::char16* guid) override { Value().guid = guid; }
-    void SetPresetName(const kelcore::char16* name) override { Value().presetName = name; }
+    void SetComponentGuid(const kelcore::char16* guid) override {
+        Value().guid = kelcore::UTF16to8(guid);
+    }
+    void SetPresetName(const kelcore::char16* name) override {
+        Value().presetName = kelcore::UTF16to8(name);
+    }
 };
 
-class QueryPreset final : public Face<tses::IQueryComponentPreset, std::u16string> {
+class QueryPreset final : public Face<tses::IQueryComponentPreset, std::string> {
 public:
     using Face::Face;
 
     tses::IHostString* GetName() override { return GiveOut(Value()); }
 };
 
-using PresetNode = QueryNode<std::u16string, QueryPreset>;
+using PresetNode = QueryNode<std::string, QueryPreset>;
 
-class QueryComponent final : public Face<tses::IQueryComponent, model::Component> {
+class QueryComponent final : public Face<tses::IQueryComponent, orvo::Component> {
 public:
     using Face::Face;
 
@@ -61,7 +65,7 @@ public:
     bool IsEditorVisible() override { return Value().editorVisible; }
     void GetEditorRect(kelcore::int32& left, kelcore::int32& top, kelcore::int32& width,
                        kelcore::int32& height) override {
-        const model::EditorRect& rect = Value().editorRect;
+        const orvo::EditorRect& rect = Value().editorRect;
         left = rect.left;
         top = rect.top;
         width = rect.width;
@@ -72,15 +76,15 @@ public:
     tses::IHostString* GetComponentGuid() override { return GiveOut(Value().guid); }
     tses::IQueryComponentPreset* GetPreset() override {
         return Value().presetName.empty() ? nullptr
-                                          : Found<PresetNode, &model::Component::presetName>();
+                                          : Found<PresetNode, &orvo::Component::presetName>();
     }
 
 private:
     /// Null if there is none of this index.
-    const model::Parameter* Find(kelcore::uint32 index) const;
+    const orvo::Parameter* Find(kelcore::uint32 index) const;
 };
 
 /// Every component: of tracks, clips, sends, racks and slots.
-using ComponentNode = TwoFacedNode<model::Component, EditComponent, QueryComponent>;
+using ComponentNode = TwoFacedNode<orvo::Component, EditComponent, QueryComponent>;
 
 }  // namespace refhost

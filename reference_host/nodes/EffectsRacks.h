@@ -1,21 +1,21 @@
 #pragma once
 
+#include <orvo/Effects.h>
 #include "host/Effects.h"
 #include "reference_host/Node.h"
-#include "reference_host/model/Effects.h"
 #include "reference_host/nodes/Components.h"
 #include "reference_host/nodes/KeyIndex.h"
 
 namespace refhost {
 
-class EditSlot final : public Face<tses::IEditEffectsSlot, model::EffectsSlot> {
+class EditSlot final : public Face<tses::IEditEffectsSlot, orvo::EffectsSlot> {
 public:
     using Face::Face;
 
     void SetSlotIndex(kelcore::uint32 slotIndex) override { Value().slotIndex = slotIndex; }
     void SetBypassed(bool bypassed) override { Value().bypassed = bypassed; }
     tses::IEditComponent* GetComponent() override {
-        return Made<ComponentNode, &model::EffectsSlot::component>();
+        return Made<ComponentNode, &orvo::EffectsSlot::component>();
     }
     void UnusedSlot6() override {}
     void UnusedSlot7() override {}
@@ -29,17 +29,17 @@ public:
         Value().outputChannels.push_back({index, source});
     }
     void SetBusConfig(const kelcore::char16* configuration) override {
-        Value().busConfig = configuration;
+        Value().busConfig = kelcore::UTF16to8(configuration);
     }
 };
 
-class QuerySlot final : public Face<tses::IQueryEffectsSlot, model::EffectsSlot> {
+class QuerySlot final : public Face<tses::IQueryEffectsSlot, orvo::EffectsSlot> {
 public:
     using Face::Face;
 
     bool IsBypassed() override { return Value().bypassed; }
     tses::IQueryComponent* GetComponent() override {
-        return Found<ComponentNode, &model::EffectsSlot::component>();
+        return Found<ComponentNode, &orvo::EffectsSlot::component>();
     }
     kelcore::uint32 GetSideChainChannels() override { return Value().sideChainChannels; }
     tses::IHostString* GetBusConfig() override { return GiveOut(Value().busConfig); }
@@ -55,58 +55,58 @@ public:
     }
 
 private:
-    static void Tell(const model::ChannelRoute& route, kelcore::int32& index,
+    static void Tell(const orvo::ChannelRoute& route, kelcore::int32& index,
                      kelcore::int32& source) {
         index = route.index;
         source = route.source;
     }
 };
 
-using SlotNode = TwoFacedNode<model::EffectsSlot, EditSlot, QuerySlot>;
+using SlotNode = TwoFacedNode<orvo::EffectsSlot, EditSlot, QuerySlot>;
 
-class EditRack final : public Face<tses::IEditEffectsRack, model::EffectsRack> {
+class EditRack final : public Face<tses::IEditEffectsRack, orvo::EffectsRack> {
 public:
     using Face::Face;
 
     tses::IEditComponent* GetMixComponent() override {
-        return Made<ComponentNode, &model::EffectsRack::mix>();
+        return Made<ComponentNode, &orvo::EffectsRack::mix>();
     }
     tses::IEditComponent* GetInputComponent() override {
-        return Made<ComponentNode, &model::EffectsRack::input>();
+        return Made<ComponentNode, &orvo::EffectsRack::input>();
     }
     tses::IEditComponent* GetOutputComponent() override {
-        return Made<ComponentNode, &model::EffectsRack::output>();
+        return Made<ComponentNode, &orvo::EffectsRack::output>();
     }
     void SetPreFader(bool preFader) override { Value().preFader = preFader; }
     tses::IEditEffectsSlot* AddSlot() override {
-        return Appended<SlotNode, &model::EffectsRack::slots>();
+        return Appended<SlotNode, &orvo::EffectsRack::slots>();
     }
 };
 
-class QueryRack final : public Face<tses::IQueryEffectsRack, model::EffectsRack> {
+class QueryRack final : public Face<tses::IQueryEffectsRack, orvo::EffectsRack> {
 public:
     using Face::Face;
 
     tses::IQueryComponent* GetMixComponent() override {
-        return Found<ComponentNode, &model::EffectsRack::mix>();
+        return Found<ComponentNode, &orvo::EffectsRack::mix>();
     }
     tses::IQueryComponent* GetInputComponent() override {
-        return Found<ComponentNode, &model::EffectsRack::input>();
+        return Found<ComponentNode, &orvo::EffectsRack::input>();
     }
     tses::IQueryComponent* GetOutputComponent() override {
-        return Found<ComponentNode, &model::EffectsRack::output>();
+        return Found<ComponentNode, &orvo::EffectsRack::output>();
     }
     bool IsPreFader() override { return Value().preFader; }
     kelcore::uint32 GetSlotCount() override { return CountOf(Value().slots); }
     kelcore::uint32 GetSlotIndex(kelcore::uint32 position) override {
         const auto& slot = Value().slots.at(position);
-        return slot ? slot->slotIndex : kNoId;
+        return slot ? slot->slotIndex : orvo::kNoId;
     }
     tses::IQueryEffectsSlot* GetSlot(kelcore::uint32 position) override {
-        return FoundAt<SlotNode, &model::EffectsRack::slots>(position);
+        return FoundAt<SlotNode, &orvo::EffectsRack::slots>(position);
     }
 };
 
-using RackNode = TwoFacedNode<model::EffectsRack, EditRack, QueryRack>;
+using RackNode = TwoFacedNode<orvo::EffectsRack, EditRack, QueryRack>;
 
 }  // namespace refhost

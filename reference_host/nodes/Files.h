@@ -1,28 +1,28 @@
 #pragma once
 
 #include "host/Files.h"
+#include <orvo/File.h>
 #include "reference_host/Node.h"
-#include "reference_host/model/File.h"
 
 namespace refhost {
 
-class EditFile final : public Face<tses::IEditFile, model::File> {
+class EditFile final : public Face<tses::IEditFile, orvo::File> {
 public:
     using Face::Face;
 
-    void SetPath(const kelcore::char16* path) override { Value().path = path; }
+    void SetPath(const kelcore::char16* path) override { Value().path = kelcore::UTF16to8(path); }
     void SetRecoveryId(const kelcore::char16* recoveryId) override {
-        Value().recoveryId = recoveryId;
+        Value().recoveryId = kelcore::UTF16to8(recoveryId);
     }
     void SetMediaHandler(const kelcore::char16* handlerId) override {
-        Value().mediaHandler = handlerId;
+        Value().mediaHandler = kelcore::UTF16to8(handlerId);
     }
     void SetImporterPrivateSettings(const kelcore::char16* settings) override {
-        Value().importerPrivateSettings = settings;
+        Value().importerPrivateSettings = kelcore::UTF16to8(settings);
     }
 };
 
-class QueryFile final : public Face<tses::IQueryFile, model::File> {
+class QueryFile final : public Face<tses::IQueryFile, orvo::File> {
 public:
     using Face::Face;
 
@@ -35,6 +35,6 @@ public:
     }
 };
 
-using FileNode = TwoFacedNode<model::File, EditFile, QueryFile>;
+using FileNode = TwoFacedNode<orvo::File, EditFile, QueryFile>;
 
 }  // namespace refhost

@@ -6,12 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/kelcore/Types.h"
-
 namespace refhost {
-
-/// The id or index that means none; a host makes nothing for it.
-inline constexpr kelcore::uint32 kNoId = 4294967295;
 
 template <auto member>
 class KeyIndex;

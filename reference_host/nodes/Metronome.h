@@ -2,16 +2,16 @@
 
 #include <algorithm>
 
+#include <orvo/Metronome.h>
 #include "host/GlobalTrackInfo.h"
 #include "host/Metronome.h"
 #include "reference_host/Node.h"
-#include "reference_host/model/Metronome.h"
 #include "reference_host/nodes/AudioTracks.h"
 #include "reference_host/nodes/KeyIndex.h"
 
 namespace refhost {
 
-class EditGlobalTrackInfo final : public Face<tses::IEditGlobalTrackInfo, model::GlobalTrackInfo> {
+class EditGlobalTrackInfo final : public Face<tses::IEditGlobalTrackInfo, orvo::GlobalTrackInfo> {
 public:
     using Face::Face;
 
@@ -29,8 +29,7 @@ public:
     }
 };
 
-class QueryGlobalTrackInfo final
-    : public Face<tses::IQueryGlobalTrackInfo, model::GlobalTrackInfo> {
+class QueryGlobalTrackInfo final : public Face<tses::IQueryGlobalTrackInfo, orvo::GlobalTrackInfo> {
 public:
     using Face::Face;
 
@@ -59,47 +58,51 @@ public:
 };
 
 using GlobalTrackInfoNode =
-    TwoFacedNode<model::GlobalTrackInfo, EditGlobalTrackInfo, QueryGlobalTrackInfo>;
+    TwoFacedNode<orvo::GlobalTrackInfo, EditGlobalTrackInfo, QueryGlobalTrackInfo>;
 
-class EditMetronome final : public Face<tses::IEditMetronomeInfoPrivate, model::Metronome> {
+class EditMetronome final : public Face<tses::IEditMetronomeInfoPrivate, orvo::Metronome> {
 public:
     using Face::Face;
 
     void SetEnabled(bool enabled) override { Value().enabled = enabled; }
-    void SetSoundSet(kelcore::uint32 soundSet) override { Value().soundSet = soundSet; }
+    void SetSoundSet(kelcore::uint32 soundSet) override {
+        Value().soundSet = orvo::SoundSet{soundSet};
+    }
     void SetPattern(const kelcore::uint32* beats, kelcore::uint32 count) override {
-        Value().pattern.assign(beats, beats + count);
+        Value().pattern.resize(count);
+        std::transform(beats, beats + count, Value().pattern.begin(),
+                       [](kelcore::uint32 beat) { return orvo::Beat{beat}; });
     }
     /// The track that is made has no id of its own: a read is not told the file's.
     tses::IEditAudioTrack* GetTrack() override {
         if (!Value().track) {
-            Value().track.emplace().id = kNoId;
+            Value().track.emplace().id = orvo::kNoId;
         }
-        return Made<AudioTrackNode, &model::Metronome::track>();
+        return Made<AudioTrackNode, &orvo::Metronome::track>();
     }
     tses::IEditGlobalTrackInfo* GetGlobalTrackInfo() override {
-        return Made<GlobalTrackInfoNode, &model::Metronome::globalTrackInfo>();
+        return Made<GlobalTrackInfoNode, &orvo::Metronome::globalTrackInfo>();
     }
 };
 
-class QueryMetronome final : public Face<tses::IQueryMetronomeInfoPrivate, model::Metronome> {
+class QueryMetronome final : public Face<tses::IQueryMetronomeInfoPrivate, orvo::Metronome> {
 public:
     using Face::Face;
 
     bool IsEnabled() override { return Value().enabled; }
-    kelcore::uint32 GetSoundSet() override { return Value().soundSet; }
+    kelcore::uint32 GetSoundSet() override { return NumberOf(Value().soundSet); }
     kelcore::uint32 GetPatternLength() override { return CountOf(Value().pattern); }
     kelcore::uint32 GetPatternBeat(kelcore::uint32 index) override {
-        return Value().pattern.at(index);
+        return NumberOf(Value().pattern.at(index));
     }
     tses::IQueryAudioTrack* GetMetronomeTrack() override {
-        return Found<AudioTrackNode, &model::Metronome::track>();
+        return Found<AudioTrackNode, &orvo::Metronome::track>();
     }
     tses::IQueryGlobalTrackInfo* GetGlobalTrackInfo() override {
-        return Found<GlobalTrackInfoNode, &model::Metronome::globalTrackInfo>();
+        return Found<GlobalTrackInfoNode, &orvo::Metronome::globalTrackInfo>();
     }
 };
 
-using MetronomeNode = TwoFacedNode<model::Metronome, EditMetronome, QueryMetronome>;
+using MetronomeNode = TwoFacedNode<orvo::Metronome, EditMetronome, QueryMetronome>;
 
 }  // namespace refhost

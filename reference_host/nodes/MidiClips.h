@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <vector>
 
+#include <orvo/MidiClip.h>
 #include "host/MidiClips.h"
 #include "reference_host/Node.h"
-#include "reference_host/model/MidiClip.h"
 
 namespace refhost {
 
-class EditMidiClip final : public Face<tses::IEditMIDIClip, model::MidiClip> {
+class EditMidiClip final : public Face<tses::IEditMIDIClip, orvo::MidiClip> {
 public:
     using Face::Face;
 
@@ -20,12 +20,12 @@ public:
     void SetDuration(kelcore::int64 samples) override { Value().duration = samples; }
     void SetStartPoint(kelcore::int64 sample) override { Value().startPoint = sample; }
     void SetHue(double hue) override { Value().hue = hue; }
-    void SetName(const kelcore::char16* name) override { Value().name = name; }
+    void SetName(const kelcore::char16* name) override { Value().name = kelcore::UTF16to8(name); }
     void SetSelected(bool selected) override { Value().selected = selected; }
     void SetLockedInTime(bool locked) override { Value().lockedInTime = locked; }
 };
 
-class QueryMidiClip final : public Face<tses::IQueryMIDIClip, model::MidiClip> {
+class QueryMidiClip final : public Face<tses::IQueryMIDIClip, orvo::MidiClip> {
 public:
     using Face::Face;
 
@@ -44,16 +44,16 @@ public:
     bool GetLockedInTime() override { return Value().lockedInTime; }
 };
 
-using MidiClipNode = TwoFacedNode<model::MidiClip, EditMidiClip, QueryMidiClip>;
+using MidiClipNode = TwoFacedNode<orvo::MidiClip, EditMidiClip, QueryMidiClip>;
 
 /// The node of a clip of a list, which is there.
-inline MidiClipNode& MidiClipAt(DataNode<std::vector<model::MidiClip>>& list, std::size_t index) {
+inline MidiClipNode& MidiClipAt(DataNode<std::vector<orvo::MidiClip>>& list, std::size_t index) {
     return list.NodeAt<MidiClipNode>(
         nullptr, index,
-        [index](std::vector<model::MidiClip>& clips) -> model::MidiClip& { return clips[index]; });
+        [index](std::vector<orvo::MidiClip>& clips) -> orvo::MidiClip& { return clips[index]; });
 }
 
-class EditMidiClipList final : public Face<tses::IEditMIDIClipList, std::vector<model::MidiClip>> {
+class EditMidiClipList final : public Face<tses::IEditMIDIClipList, std::vector<orvo::MidiClip>> {
 public:
     using Face::Face;
 
@@ -63,8 +63,7 @@ public:
     }
 };
 
-class QueryMidiClipList final
-    : public Face<tses::IQueryMIDIClipList, std::vector<model::MidiClip>> {
+class QueryMidiClipList final : public Face<tses::IQueryMIDIClipList, std::vector<orvo::MidiClip>> {
 public:
     using Face::Face;
 
@@ -75,6 +74,6 @@ public:
 };
 
 using MidiClipListNode =
-    TwoFacedNode<std::vector<model::MidiClip>, EditMidiClipList, QueryMidiClipList>;
+    TwoFacedNode<std::vector<orvo::MidiClip>, EditMidiClipList, QueryMidiClipList>;
 
 }  // namespace refhost

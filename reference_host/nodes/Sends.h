@@ -1,13 +1,13 @@
 #pragma once
 
 #include "host/Sends.h"
+#include <orvo/Sends.h>
 #include "reference_host/Node.h"
-#include "reference_host/model/Sends.h"
 #include "reference_host/nodes/Components.h"
 
 namespace refhost {
 
-class EditSendSlot final : public Face<tses::IEditSendSlot, model::SendSlot> {
+class EditSendSlot final : public Face<tses::IEditSendSlot, orvo::SendSlot> {
 public:
     using Face::Face;
 
@@ -15,15 +15,15 @@ public:
     void SetSendOutputId(kelcore::int32 trackId) override { Value().sendOutputId = trackId; }
     void SetPreFader(bool preFader) override { Value().preFader = preFader; }
     tses::IEditComponent* GetSendComponent(const kelcore::char16* /*id*/) override {
-        return Made<ComponentNode, &model::SendSlot::sendComponent>();
+        return Made<ComponentNode, &orvo::SendSlot::sendComponent>();
     }
     tses::IEditComponent* GetPanComponent(const kelcore::char16* /*id*/) override {
-        return Made<ComponentNode, &model::SendSlot::panComponent>();
+        return Made<ComponentNode, &orvo::SendSlot::panComponent>();
     }
     void SetDestCompIndex(kelcore::int32 index) override { Value().destCompIndex = index; }
 };
 
-class QuerySendSlot final : public Face<tses::IQuerySendSlot, model::SendSlot> {
+class QuerySendSlot final : public Face<tses::IQuerySendSlot, orvo::SendSlot> {
 public:
     using Face::Face;
 
@@ -31,35 +31,35 @@ public:
     kelcore::int32 GetSendOutputId() override { return Value().sendOutputId; }
     bool IsPreFader() override { return Value().preFader; }
     tses::IQueryComponent* GetSendComponent() override {
-        return Found<ComponentNode, &model::SendSlot::sendComponent>();
+        return Found<ComponentNode, &orvo::SendSlot::sendComponent>();
     }
     tses::IQueryComponent* GetPanComponent() override {
-        return Found<ComponentNode, &model::SendSlot::panComponent>();
+        return Found<ComponentNode, &orvo::SendSlot::panComponent>();
     }
     kelcore::int32 GetDestCompIndex() override { return Value().destCompIndex; }
 };
 
-using SendSlotNode = TwoFacedNode<model::SendSlot, EditSendSlot, QuerySendSlot>;
+using SendSlotNode = TwoFacedNode<orvo::SendSlot, EditSendSlot, QuerySendSlot>;
 
-class EditSendList final : public Face<tses::IEditSendList, model::SendList> {
+class EditSendList final : public Face<tses::IEditSendList, orvo::SendList> {
 public:
     using Face::Face;
 
     tses::IEditSendSlot* AddSlot() override {
-        return Appended<SendSlotNode, &model::SendList::slots>();
+        return Appended<SendSlotNode, &orvo::SendList::slots>();
     }
 };
 
-class QuerySendList final : public Face<tses::IQuerySendList, model::SendList> {
+class QuerySendList final : public Face<tses::IQuerySendList, orvo::SendList> {
 public:
     using Face::Face;
 
     kelcore::uint32 GetSlotCount() override { return CountOf(Value().slots); }
     tses::IQuerySendSlot* GetSlot(kelcore::uint32 index) override {
-        return FoundAt<SendSlotNode, &model::SendList::slots>(index);
+        return FoundAt<SendSlotNode, &orvo::SendList::slots>(index);
     }
 };
 
-using SendListNode = TwoFacedNode<model::SendList, EditSendList, QuerySendList>;
+using SendListNode = TwoFacedNode<orvo::SendList, EditSendList, QuerySendList>;
 
 }  // namespace refhost

@@ -12,12 +12,12 @@
 
 namespace refhost {
 
-class EditSession final : public Face<tses::IEditSession, model::Session> {
+class EditSession final : public Face<tses::IEditSession, orvo::Session> {
     /// The thing with this id, made if need be; none for the id that means none.
     template <class Child, auto member, class Index>
     auto* FoundOrAdded(Index& index, kelcore::uint32 id) {
         const auto place = [&] { return index.FindOrAdd(Value().*member, id); };
-        return id == kNoId ? nullptr : &Owner().ElementNode<Child, member>(place()).Edit();
+        return id == orvo::kNoId ? nullptr : &Owner().ElementNode<Child, member>(place()).Edit();
     }
 
 public:
@@ -30,7 +30,7 @@ public:
         node_.Report({done, total, reserved, flag});
     }
     void SetFormatDescription(const kelcore::char16* description) override {
-        Value().formatDescription = description;
+        Value().formatDescription = kelcore::UTF16to8(description);
     }
     void SetSampleRate(kelcore::uint32 samplesPerSecond) override {
         Value().sampleRate = samplesPerSecond;
@@ -39,34 +39,34 @@ public:
     void SetDuration(kelcore::int64 samples) override { Value().duration = samples; }
     void SetBitDepth(kelcore::uint32 bits) override { Value().bitDepth = bits; }
     tses::IEditFile* GetFile(kelcore::uint32 id) override {
-        return FoundOrAdded<FileNode, &model::Session::files>(files_, id);
+        return FoundOrAdded<FileNode, &orvo::Session::files>(files_, id);
     }
     tses::IEditVideoTrack* GetVideoTrack(kelcore::uint32 id) override {
-        return FoundOrAdded<VideoTrackNode, &model::Session::videoTracks>(videoTracks_, id);
+        return FoundOrAdded<VideoTrackNode, &orvo::Session::videoTracks>(videoTracks_, id);
     }
     tses::IEditAudioTrack* GetAudioTrack(kelcore::uint32 id) override {
-        return FoundOrAdded<AudioTrackNode, &model::Session::audioTracks>(audioTracks_, id);
+        return FoundOrAdded<AudioTrackNode, &orvo::Session::audioTracks>(audioTracks_, id);
     }
     tses::IEditMetronomeInfo* GetMetronomeInfo() override {
-        return Made<MetronomeNode, &model::Session::metronome>();
+        return Made<MetronomeNode, &orvo::Session::metronome>();
     }
     tses::IEditTrackVisibilityPreset* CreateTrackVisibilityPreset() override {
-        return Appended<VisibilityPresetNode, &model::Session::trackVisibilityPresets>();
+        return Appended<VisibilityPresetNode, &orvo::Session::trackVisibilityPresets>();
     }
     void SetInputDeviceId(const kelcore::char16* deviceId) override {
-        Value().audioDevice.inputDeviceId = deviceId;
+        Value().audioDevice.inputDeviceId = kelcore::UTF16to8(deviceId);
     }
     void AddInputPort(kelcore::int32 id, const kelcore::char16* name) override {
-        Value().audioDevice.inputPorts.push_back({id, name});
+        Value().audioDevice.inputPorts.push_back({id, kelcore::UTF16to8(name)});
     }
     void SetOutputDeviceId(const kelcore::char16* deviceId) override {
-        Value().audioDevice.outputDeviceId = deviceId;
+        Value().audioDevice.outputDeviceId = kelcore::UTF16to8(deviceId);
     }
     void AddOutputPort(kelcore::int32 id, const kelcore::char16* name) override {
-        Value().audioDevice.outputPorts.push_back({id, name});
+        Value().audioDevice.outputPorts.push_back({id, kelcore::UTF16to8(name)});
     }
     tses::IEditClipGroup* CreateClipGroup(kelcore::uint32 id) override {
-        tses::IEditClipGroup* const group = Appended<ClipGroupNode, &model::Session::clipGroups>();
+        tses::IEditClipGroup* const group = Appended<ClipGroupNode, &orvo::Session::clipGroups>();
         Value().clipGroups.back().id = id;
         return group;
     }
@@ -82,8 +82,9 @@ public:
     }
     void SetTimeFormat(kelcore::int32 format, kelcore::int32 frameRate, bool ntsc, bool dropFrame,
                        kelcore::int32 customFrameRate) override {
-        model::TimeFormat& stored = Value().timeFormat;
-        stored = {format, frameRate, ntsc, dropFrame, customFrameRate, stored.linkedToDefaults};
+        orvo::TimeFormat& stored = Value().timeFormat;
+        stored = {orvo::TimeDisplay{format}, frameRate, ntsc, dropFrame, customFrameRate,
+                  stored.linkedToDefaults};
     }
     void SetPanMode(bool logarithmic, double panPower) override {
         Value().mixingOptions.panLogarithmic = logarithmic;
@@ -97,9 +98,11 @@ public:
         Value().musicalTime = {beatsPerMinute, beatsPerBar, noteLength, subdivisions};
     }
     tses::IEditProperties* GetProperties() override {
-        return Made<PropertiesNode, &model::Session::properties>();
+        return Made<PropertiesNode, &orvo::Session::properties>();
     }
-    void SetXmpMetadata(const kelcore::char16* packet) override { Value().xmpMetadata = packet; }
+    void SetXmpMetadata(const kelcore::char16* packet) override {
+        Value().xmpMetadata = kelcore::UTF16to8(packet);
+    }
     void SetVersionDependentValue(kelcore::int64 position) override {
         Value().versionDependentValue = position;
     }
@@ -110,12 +113,12 @@ public:
 
 private:
     SessionNode& node_;
-    KeyIndex<&model::File::id> files_;
-    KeyIndex<&model::VideoTrack::id> videoTracks_;
-    KeyIndex<&model::AudioTrack::id> audioTracks_;
+    KeyIndex<&orvo::File::id> files_;
+    KeyIndex<&orvo::VideoTrack::id> videoTracks_;
+    KeyIndex<&orvo::AudioTrack::id> audioTracks_;
 };
 
-class QuerySession final : public Face<tses::IQuerySession, model::Session> {
+class QuerySession final : public Face<tses::IQuerySession, orvo::Session> {
 public:
     explicit QuerySession(SessionNode& node) : Face(node), node_(node) {}
 
@@ -135,22 +138,22 @@ public:
     kelcore::uint32 GetBitDepth() override { return Value().bitDepth; }
     kelcore::uint32 GetFileCount() override { return CountOf(Value().files); }
     tses::IQueryFile* GetFile(kelcore::uint32 index) override {
-        return FoundAt<FileNode, &model::Session::files>(index);
+        return FoundAt<FileNode, &orvo::Session::files>(index);
     }
     kelcore::uint32 GetVideoTrackCount() override { return CountOf(Value().videoTracks); }
     tses::IQueryVideoTrack* GetVideoTrack(kelcore::uint32 index) override {
-        return FoundAt<VideoTrackNode, &model::Session::videoTracks>(index);
+        return FoundAt<VideoTrackNode, &orvo::Session::videoTracks>(index);
     }
     kelcore::uint32 GetAudioTrackCount() override { return CountOf(Value().audioTracks); }
     tses::IQueryAudioTrack* GetAudioTrack(kelcore::uint32 index) override {
         node_.ReportTrack(index, GetAudioTrackCount());
-        return FoundAt<AudioTrackNode, &model::Session::audioTracks>(index);
+        return FoundAt<AudioTrackNode, &orvo::Session::audioTracks>(index);
     }
     kelcore::uint32 GetTrackVisibilityPresetCount() override {
         return CountOf(Value().trackVisibilityPresets);
     }
     tses::IQueryTrackVisibilityPreset* GetTrackVisibilityPreset(kelcore::uint32 index) override {
-        return FoundAt<VisibilityPresetNode, &model::Session::trackVisibilityPresets>(index);
+        return FoundAt<VisibilityPresetNode, &orvo::Session::trackVisibilityPresets>(index);
     }
     tses::IHostString* GetInputDeviceId() override {
         return GiveOut(Value().audioDevice.inputDeviceId);
@@ -176,10 +179,10 @@ public:
     }
     kelcore::uint32 GetClipGroupCount() override { return CountOf(Value().clipGroups); }
     tses::IQueryClipGroup* GetClipGroup(kelcore::uint32 index) override {
-        return FoundAt<ClipGroupNode, &model::Session::clipGroups>(index);
+        return FoundAt<ClipGroupNode, &orvo::Session::clipGroups>(index);
     }
     tses::IQueryMetronomeInfo* GetMetronomeInfo() override {
-        return Found<MetronomeNode, &model::Session::metronome>();
+        return Found<MetronomeNode, &orvo::Session::metronome>();
     }
     void GetSelection(kelcore::int64& start, kelcore::int64& duration) override {
         start = Value().selection.start;
@@ -189,7 +192,7 @@ public:
     void GetViewState(kelcore::int64& horizontalViewStart, kelcore::int64& horizontalViewDuration,
                       kelcore::int32& trackControlsWidth,
                       kelcore::int32& verticalScrollOffset) override {
-        const model::ViewState& view = Value().viewState;
+        const orvo::ViewState& view = Value().viewState;
         horizontalViewStart = view.horizontalViewStart;
         horizontalViewDuration = view.horizontalViewDuration;
         trackControlsWidth = view.trackControlsWidth;
@@ -197,8 +200,8 @@ public:
     }
     void GetTimeFormat(kelcore::int32& format, kelcore::int32& frameRate, bool& ntsc,
                        bool& dropFrame, kelcore::int32& customFrameRate) override {
-        const model::TimeFormat& stored = Value().timeFormat;
-        format = stored.format;
+        const orvo::TimeFormat& stored = Value().timeFormat;
+        format = NumberOf(stored.format);
         frameRate = stored.frameRate;
         ntsc = stored.ntsc;
         dropFrame = stored.dropFrame;
@@ -211,14 +214,14 @@ public:
     bool IsLinkedToDefaultTimeSettings() override { return Value().timeFormat.linkedToDefaults; }
     void GetMusicalTime(double& beatsPerMinute, kelcore::int32& beatsPerBar,
                         kelcore::int32& noteLength, kelcore::int32& subdivisions) override {
-        const model::MusicalTime& time = Value().musicalTime;
+        const orvo::MusicalTime& time = Value().musicalTime;
         beatsPerMinute = time.beatsPerMinute;
         beatsPerBar = time.beatsPerBar;
         noteLength = time.noteLength;
         subdivisions = time.subdivisions;
     }
     tses::IQueryProperties* GetProperties() override {
-        return Found<PropertiesNode, &model::Session::properties>();
+        return Found<PropertiesNode, &orvo::Session::properties>();
     }
     tses::IHostString* GetXmpMetadata() override { return GiveOut(Value().xmpMetadata); }
     void GetSmpteStart(kelcore::int64& start) override { start = Value().smpteStart; }

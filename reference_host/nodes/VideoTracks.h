@@ -1,13 +1,13 @@
 #pragma once
 
 #include "host/VideoTracks.h"
+#include <orvo/VideoTrack.h>
 #include "host/VideoClips.h"
 #include "reference_host/Node.h"
-#include "reference_host/model/VideoTrack.h"
 
 namespace refhost {
 
-class EditVideoFormat final : public Face<tses::IEditVideoFormat, model::VideoFormat> {
+class EditVideoFormat final : public Face<tses::IEditVideoFormat, orvo::VideoFormat> {
 public:
     using Face::Face;
 
@@ -27,7 +27,7 @@ public:
     void SetFieldType(kelcore::uint32 type) override { Value().fieldType = type; }
 };
 
-class QueryVideoFormat final : public Face<tses::IQueryVideoFormat, model::VideoFormat> {
+class QueryVideoFormat final : public Face<tses::IQueryVideoFormat, orvo::VideoFormat> {
 public:
     using Face::Face;
 
@@ -41,9 +41,9 @@ public:
     kelcore::uint32 GetFieldType() override { return Value().fieldType; }
 };
 
-using VideoFormatNode = TwoFacedNode<model::VideoFormat, EditVideoFormat, QueryVideoFormat>;
+using VideoFormatNode = TwoFacedNode<orvo::VideoFormat, EditVideoFormat, QueryVideoFormat>;
 
-class EditVideoClip final : public Face<tses::IEditVideoClip, model::VideoClip> {
+class EditVideoClip final : public Face<tses::IEditVideoClip, orvo::VideoClip> {
 public:
     using Face::Face;
 
@@ -52,17 +52,17 @@ public:
     void SetDuration(kelcore::int64 samples) override { Value().duration = samples; }
     void SetStartPoint(kelcore::int64 sample) override { Value().startPoint = sample; }
     void SetHue(double hue) override { Value().hue = hue; }
-    void SetName(const kelcore::char16* name) override { Value().name = name; }
+    void SetName(const kelcore::char16* name) override { Value().name = kelcore::UTF16to8(name); }
     void SetOffline(bool offline) override { Value().offline = offline; }
     void SetSelected(bool selected) override { Value().selected = selected; }
     void SetZOrder(kelcore::int32 order) override { Value().zOrder = order; }
     void SetLockedInTime(bool locked) override { Value().lockedInTime = locked; }
     tses::IEditVideoFormat* GetVideoFormat() override {
-        return Made<VideoFormatNode, &model::VideoClip::format>();
+        return Made<VideoFormatNode, &orvo::VideoClip::format>();
     }
 };
 
-class QueryVideoClip final : public Face<tses::IQueryVideoClip, model::VideoClip> {
+class QueryVideoClip final : public Face<tses::IQueryVideoClip, orvo::VideoClip> {
 public:
     using Face::Face;
 
@@ -78,13 +78,13 @@ public:
     kelcore::int32 GetZOrder() override { return Value().zOrder; }
     bool GetLockedInTime() override { return Value().lockedInTime; }
     tses::IQueryVideoFormat* GetVideoFormat() override {
-        return Found<VideoFormatNode, &model::VideoClip::format>();
+        return Found<VideoFormatNode, &orvo::VideoClip::format>();
     }
 };
 
-using VideoClipNode = TwoFacedNode<model::VideoClip, EditVideoClip, QueryVideoClip>;
+using VideoClipNode = TwoFacedNode<orvo::VideoClip, EditVideoClip, QueryVideoClip>;
 
-class EditVideoTrack final : public Face<tses::IEditVideoTrack, model::VideoTrack> {
+class EditVideoTrack final : public Face<tses::IEditVideoTrack, orvo::VideoTrack> {
 public:
     using Face::Face;
 
@@ -92,16 +92,16 @@ public:
     void SetSelected(bool selected) override { Value().selected = selected; }
     void SetHue(double hue) override { Value().hue = hue; }
     void SetMinimized(bool minimized) override { Value().minimized = minimized; }
-    void SetName(const kelcore::char16* name) override { Value().name = name; }
+    void SetName(const kelcore::char16* name) override { Value().name = kelcore::UTF16to8(name); }
     void SetHeight(kelcore::int32 height) override { Value().height = height; }
     tses::IEditVideoClip* CreateVideoClip(kelcore::uint32 id) override {
-        tses::IEditVideoClip* const clip = Appended<VideoClipNode, &model::VideoTrack::clips>();
+        tses::IEditVideoClip* const clip = Appended<VideoClipNode, &orvo::VideoTrack::clips>();
         Value().clips.back().id = id;
         return clip;
     }
 };
 
-class QueryVideoTrack final : public Face<tses::IQueryVideoTrack, model::VideoTrack> {
+class QueryVideoTrack final : public Face<tses::IQueryVideoTrack, orvo::VideoTrack> {
 public:
     using Face::Face;
 
@@ -113,10 +113,10 @@ public:
     bool IsMinimized() override { return Value().minimized; }
     kelcore::uint32 GetVideoClipCount() override { return CountOf(Value().clips); }
     tses::IQueryVideoClip* GetVideoClip(kelcore::uint32 index) override {
-        return FoundAt<VideoClipNode, &model::VideoTrack::clips>(index);
+        return FoundAt<VideoClipNode, &orvo::VideoTrack::clips>(index);
     }
 };
 
-using VideoTrackNode = TwoFacedNode<model::VideoTrack, EditVideoTrack, QueryVideoTrack>;
+using VideoTrackNode = TwoFacedNode<orvo::VideoTrack, EditVideoTrack, QueryVideoTrack>;
 
 }  // namespace refhost

@@ -17,13 +17,13 @@ class StaticHostTest : public testing::Test {
 protected:
     StaticHostTest() { refhost::UseFeatureDefaults(); }
 
-    refhost::model::Session Read(const std::filesystem::path& path) {
+    orvo::Session Read(const std::filesystem::path& path) {
         refhost::ReadResult read = refhost::ReadSession(plugin_, path.u16string());
         EXPECT_EQ(read.result, tses::SessionResult::Ok) << path;
         return std::move(read.session);
     }
 
-    std::string WriteWithReferenceHost(const refhost::model::Session& session) {
+    std::string WriteWithReferenceHost(const orvo::Session& session) {
         const auto path = folder_ / "reference.orvo";
         EXPECT_EQ(refhost::WriteSession(plugin_, path.u16string(), session).result,
                   tses::SessionResult::Ok);
@@ -38,7 +38,7 @@ protected:
         return test::ReadFile(path);
     }
 
-    AnswerTape Record(const refhost::model::Session& session) {
+    AnswerTape Record(const orvo::Session& session) {
         return RecordAnswers(plugin_, (folder_ / "recorded.orvo").u16string(), session);
     }
 
@@ -59,7 +59,7 @@ std::vector<std::filesystem::path> StoredSessions() {
 
 TEST_F(StaticHostTest, WritesTheBytesOfTheReferenceHost) {
     for (const std::filesystem::path& path : StoredSessions()) {
-        const refhost::model::Session session = Read(path);
+        const orvo::Session session = Read(path);
         EXPECT_EQ(WriteWithTape(Record(session)), WriteWithReferenceHost(session)) << path;
     }
 }

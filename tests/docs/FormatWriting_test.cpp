@@ -16,7 +16,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 using test::FormatPage;
 using test::PageAttribute;
 using test::PageSection;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "platform/kelcore/Types.h"
 #include "reference_host/json/Schema.h"
 #include "tests/plugin/RandomSession.h"
 #include "tests/plugin/StoredSession.h"
@@ -12,8 +13,8 @@
 namespace test {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::Session;
+using orvo::AudioTrack;
+using orvo::Session;
 
 constexpr std::uint64_t kRandomSessions = 16;
 constexpr int kSize = 40;  // of numbers and lists, as rapidcheck counts it
@@ -58,7 +59,7 @@ void MakeBare(Struct& value) {
 
 Session WithTracksOf(kelcore::uint32 kind, Session session) {
     const auto change = [&](AudioTrack& track) {
-        track.kind = kind;
+        track.kind = orvo::TrackKind{kind};
         track.clipsOnly = false;
     };
     for (AudioTrack& track : session.audioTracks) {

@@ -2,14 +2,14 @@
 
 #include <vector>
 
-#include "reference_host/model/Session.h"
+#include <orvo/Model.h>
 
 namespace test {
 
 /// Sessions with any value in any field, the same in every run: also such as no file can keep.
-std::vector<refhost::model::Session> AnySessions();
+std::vector<orvo::Session> AnySessions();
 
 /// The same as they come back from a file.
-std::vector<refhost::model::Session> StoredSessions();
+std::vector<orvo::Session> StoredSessions();
 
 }  // namespace test

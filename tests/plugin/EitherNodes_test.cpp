@@ -11,7 +11,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 
 class EitherNodes : public test::SerializerFixture {
 protected:
@@ -31,7 +31,7 @@ protected:
 };
 
 TEST_F(EitherNodes, WriteASessionWithEverythingAlike) {
-    EXPECT_TRUE(WritesTheSame({test::EverythingSession(u"/media/")}));
+    EXPECT_TRUE(WritesTheSame({test::EverythingSession("/media/")}));
 }
 
 TEST_F(EitherNodes, WriteAnEmptySessionAlike) {
@@ -46,7 +46,7 @@ TEST_F(EitherNodes, WriteSessionsOfAHundredKilobytesAlike) {
 }
 
 TEST_F(EitherNodes, WriteOneSessionAfterTheOtherAlike) {
-    const Session everything = test::EverythingSession(u"/media/");
+    const Session everything = test::EverythingSession("/media/");
     const Session generated = toolkit::GenerateSession({.tracks = 2, .clips = 5}, 1);
     EXPECT_TRUE(WritesTheSame({everything, Session(), generated, everything}));
     const std::vector<std::string> files = Written({everything, generated, everything}, kNodeMaker);

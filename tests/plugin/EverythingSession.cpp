@@ -3,7 +3,7 @@
 namespace test {
 namespace {
 
-using namespace refhost::model;
+using namespace orvo;
 
 Component Control(float value) {
     return {.parameters = {{0, {.value = value}}}};
@@ -11,15 +11,15 @@ Component Control(float value) {
 
 Component AutomatedControl() {
     Component component = Control(0.5F);
-    component.guid = u"{A1}";
-    component.componentId = u"gain";
-    component.name = u"Gain";
-    component.presetName = u"Soft";
+    component.guid = "{A1}";
+    component.componentId = "gain";
+    component.name = "Gain";
+    component.presetName = "Soft";
     component.powered = false;
     component.editorVisible = true;
     component.editorRect = {-10, 20, 300, 200};
     component.parameters[2] = {.value = -18.5F,
-                               .name = u"Threshold <dB>",
+                               .name = "Threshold <dB>",
                                .safeDuringWrite = true,
                                .automation = AutomationLane{
                                    true, true, {{0.25F, 0, true, true}, {1, 96000, false, false}}}};
@@ -30,12 +30,12 @@ EffectsSlot WiredSlot() {
     return {.slotIndex = 3,
             .bypassed = true,
             .sideChainChannels = 2,
-            .busConfig = u" 5.1 & more ",
+            .busConfig = " 5.1 & more ",
             .inputChannels = {{0, 1}, {1, 0}},
             .outputChannels = {{0, -1}},
-            .component = Component{.guid = u"{B2}",
-                                   .componentId = u"reverb",
-                                   .name = u"Reverb",
+            .component = Component{.guid = "{B2}",
+                                   .componentId = "reverb",
+                                   .name = "Reverb",
                                    .presetChunk = {0, 1, 2, 253, 254, 255},
                                    .parameters = {{0, {.value = 1.0F}}}}};
 }
@@ -59,7 +59,7 @@ SendList Sends() {
 }
 
 AudioClip PlainClip() {
-    return {.id = 10, .fileId = 1, .duration = 48000, .name = u"Plain"};
+    return {.id = 10, .fileId = 1, .duration = 48000, .name = "Plain"};
 }
 
 AudioClip FullClip() {
@@ -69,7 +69,7 @@ AudioClip FullClip() {
             .duration = 48000,
             .startPoint = 5'000'000'000,
             .hue = 212.5,
-            .name = u"Take \u201C2\u201D & more",
+            .name = "Take \u201C2\u201D & more",
             .looped = true,
             .offline = true,
             .selected = true,
@@ -78,24 +78,25 @@ AudioClip FullClip() {
             .autoCrossfade = false,
             .crossFadeHeadClipId = 10,
             .crossFadeTailClipId = 12,
-            .fadeIn = Fade{0, 4800, 1, -50, 1},
-            .fadeOut = Fade{43200, 48000, 0, 25, 0},
-            .stretch = ClipStretch{1, 2, 1.25, -3.5, 2, 41, 38, false},
+            .fadeIn = Fade{0, 4800, FadeType::Cosine, -50, CrossFadeLink::Asymmetric},
+            .fadeOut = Fade{43200, 48000, FadeType::Logarithmic, 25, CrossFadeLink::Symmetric},
+            .stretch = ClipStretch{StretchMode::Realtime, StretchType::Varispeed, 1.25, -3.5,
+                                   StretchQuality::Low, 41, 38, false},
             .takes = {0, 96000},
             .gain = AutomatedControl(),
             .mute = Control(0),
             .pan = Control(-1),
             .effectsRack = Rack(),
             .editParameters = {{0, 3}, {1, 0}},
-            .properties = u"{\"colour\": \"red\"}",
+            .properties = "{\"colour\": \"red\"}",
             .channelSources = {{0, 1}, {1, 0}}};
 }
 
 AudioTrack FullTrack() {
     return {.id = 1,
             .index = 4,
-            .kind = 1,
-            .name = u"Voice",
+            .kind = TrackKind::Audio,
+            .name = "Voice",
             .hue = 120.25,
             .height = 96,
             .selected = true,
@@ -104,9 +105,9 @@ AudioTrack FullTrack() {
             .automationLaneOpen = true,
             .phaseInverted = true,
             .preRendered = true,
-            .preRenderedFile = u"voice.rendered.wav",
+            .preRenderedFile = "voice.rendered.wav",
             .sumToMono = true,
-            .audioChannelType = 2,
+            .audioChannelType = ChannelType::Stereo,
             .solo = true,
             .recordArmed = true,
             .monitoring = true,
@@ -127,28 +128,32 @@ AudioTrack FullTrack() {
 AudioTrack BusTrack() {
     return {.id = 2,
             .index = 5,
-            .kind = 2,
-            .name = u"Bus",
-            .audioChannelType = 6,
+            .kind = TrackKind::Bus,
+            .name = "Bus",
+            .audioChannelType = ChannelType::FivePointOne,
             .hardwareOutputId = 8};
 }
 
 AudioTrack MasterTrack() {
-    return {.id = 3, .index = 6, .kind = 3, .name = u"Mix", .audioChannelType = 1};
+    return {.id = 3,
+            .index = 6,
+            .kind = TrackKind::Master,
+            .name = "Mix",
+            .audioChannelType = ChannelType::Mono};
 }
 
 AudioTrack FullInstrumentTrack() {
     return {.id = 4,
             .index = 7,
-            .kind = 5,
-            .name = u"Bass",
-            .instrument = InstrumentTrack{u"Keyboard", true},
+            .kind = TrackKind::Instrument,
+            .name = "Bass",
+            .instrument = InstrumentTrack{"Keyboard", true},
             .midiClips = {{.id = 20,
                            .sourceInPoint = 5,
                            .duration = 96000,
                            .startPoint = 48000,
                            .hue = 30,
-                           .name = u"Riff",
+                           .name = "Riff",
                            .selected = true,
                            .lockedInTime = true,
                            .events = {0x90, 0x40, 0x7F, 0x80, 0x40, 0x00}}}};
@@ -156,7 +161,7 @@ AudioTrack FullInstrumentTrack() {
 
 VideoTrack FullVideoTrack() {
     return {.id = 5,
-            .name = u"Picture",
+            .name = "Picture",
             .hue = 60,
             .height = 48,
             .selected = true,
@@ -167,7 +172,7 @@ VideoTrack FullVideoTrack() {
                        .duration = 2002,
                        .startPoint = 48000,
                        .hue = 15,
-                       .name = u"Scene",
+                       .name = "Scene",
                        .offline = true,
                        .selected = true,
                        .lockedInTime = true,
@@ -176,11 +181,13 @@ VideoTrack FullVideoTrack() {
 }
 
 Metronome FullMetronome() {
-    return {.enabled = true,
-            .soundSet = 4,
-            .pattern = {1, 2, 3, 0},
-            .track = AudioTrack{.id = 4294967295, .index = 8, .kind = 4, .name = u"Click"},
-            .globalTrackInfo = GlobalTrackInfo{true, true, true, {1, 2, 3}, {4}, {5, 6}}};
+    return {
+        .enabled = true,
+        .soundSet = SoundSet::Kit,
+        .pattern = {Beat::DownBeat, Beat::UpBeat, Beat::Subdivision, Beat::Silent},
+        .track =
+            AudioTrack{.id = 4294967295, .index = 8, .kind = TrackKind::Metronome, .name = "Click"},
+        .globalTrackInfo = GlobalTrackInfo{true, true, true, {1, 2, 3}, {4}, {5, 6}}};
 }
 
 void SetSavedState(Session& session) {
@@ -188,39 +195,39 @@ void SetSavedState(Session& session) {
     session.smpteStart = -7;
     session.selection = {1000, 2000};
     session.viewState = {10, 480000, 220, 3};
-    session.timeFormat = {13, 60, true, true, 9, false};
+    session.timeFormat = {TimeDisplay::Ntsc60Drop, 60, true, true, 9, false};
     session.musicalTime = {120.5, 3, 4, 16};
     session.mixingOptions = {true, -4.5, true};
-    session.properties = {{u"artist", u"A & B"}, {u"empty", u""}};
-    session.xmpMetadata = u"<x:xmpmeta>\u00e4 ]]> &</x:xmpmeta>";
+    session.properties = {{"artist", "A & B"}, {"empty", ""}};
+    session.xmpMetadata = "<x:xmpmeta>\u00e4 ]]> &</x:xmpmeta>";
 }
 
 }  // namespace
 
-Session EverythingSession(const std::u16string& folder) {
+Session EverythingSession(const std::string& folder) {
     Session session;
     session.sampleRate = 96000;
     session.channelCount = 6;
     session.duration = 5'000'480'000;
     session.bitDepth = 24;
-    session.formatDescription = u"Vantor Tembra 25.1 Multitrack Session";
+    session.formatDescription = "Vantor Tembra 25.1 Multitrack Session";
     session.versionDependentValue = 1000;
     session.videoTracks = {FullVideoTrack()};
     session.audioTracks = {FullTrack(), BusTrack(), MasterTrack(), FullInstrumentTrack()};
-    session.trackVisibilityPresets = {{1, u"Voices", {{1, 64.5F, true}, {2, 0, false}}},
-                                      {2, u"", {}}};
-    session.clipGroups = {{6, u"Chorus", 30.5, {{1, 10}, {1, 11}}}, {7, u"", 0, {}}};
+    session.trackVisibilityPresets = {{1, "Voices", {{1, 64.5F, true}, {2, 0, false}}},
+                                      {2, "", {}}};
+    session.clipGroups = {{6, "Chorus", 30.5, {{1, 10}, {1, 11}}}, {7, "", 0, {}}};
     session.metronome = FullMetronome();
     SetSavedState(session);
     session.files = {
-        {.id = 1, .path = folder + u"media/voice.wav"},
+        {.id = 1, .path = folder + "media/voice.wav"},
         {.id = 2,
-         .path = folder + u"media/music.wav",
-         .mediaHandler = u"a handler of tomorrow",
-         .recoveryId = u"recovery",
-         .importerPrivateSettings = u"settings"},
-        {.id = 3, .path = folder + u"picture.mov", .mediaHandler = u"kel.importer.wave"}};
-    session.audioDevice = {u"in", u"out", {{7, u"Mic"}}, {{8, u"Left"}, {9, u"Right"}}};
+         .path = folder + "media/music.wav",
+         .mediaHandler = "a handler of tomorrow",
+         .recoveryId = "recovery",
+         .importerPrivateSettings = "settings"},
+        {.id = 3, .path = folder + "picture.mov", .mediaHandler = "kel.importer.wave"}};
+    session.audioDevice = {"in", "out", {{7, "Mic"}}, {{8, "Left"}, {9, "Right"}}};
     return session;
 }
 

@@ -25,7 +25,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 using testing::Contains;
 using testing::IsEmpty;
 using testing::Not;
@@ -82,7 +82,7 @@ protected:
 
     std::string Folder() const { return folder.Path().string() + "/"; }
 
-    Session Everything() const { return test::EverythingSession(kelcore::PathFromBytes(Folder())); }
+    Session Everything() const { return test::EverythingSession(Folder()); }
 
     struct Traced {
         bool ok = false;

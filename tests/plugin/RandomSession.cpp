@@ -7,22 +7,22 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
+#include "platform/kelcore/Types.h"
 #include "reference_host/json/Schema.h"
 
 namespace test {
 namespace {
 
-namespace model = refhost::model;
-
 constexpr std::size_t kLongestList = 3;
 
 /// What makes a text hard to carry: markup, blanks at its ends, line ends, what is beyond ASCII and
 /// beyond 16 bits, the end of a CDATA section.
-const std::u16string kTexts[] = {
-    u"",           u"a",   u"Take 2", u" b ", u"\n\t",    u"<&>\"'", u"]]>",  u"\u00e4\u4e2d",
-    u"\U0001F3B5", u"1.5", u"true",   u"-->", u"a\tb\nc", u"a\x85",  u"\x80", u"\x2028"};
+const std::string kTexts[] = {
+    "",           "a",   "Take 2", " b ", "\n\t",    "<&>\"'",  "]]>",    "\u00e4\u4e2d",
+    "\U0001F3B5", "1.5", "true",   "-->", "a\tb\nc", "a\u0085", "\u0080", "\u2028"};
 
 template <class Value>
 void Draw(Value& value);
@@ -46,7 +46,15 @@ void DrawValue(Number& value) {
                                       Number(1), Number(2), Number(6), Number(14))}});
 }
 
-void DrawValue(std::u16string& text) {
+template <class Code>
+requires std::is_enum_v<Code>
+void DrawValue(Code& code) {
+    std::underlying_type_t<Code> number{};
+    DrawValue(number);
+    code = Code{number};
+}
+
+void DrawValue(std::string& text) {
     const auto pieces = *rc::gen::container<std::vector<std::size_t>>(
         2, rc::gen::inRange<std::size_t>(0, std::size(kTexts)));
     for (const std::size_t piece : pieces) {
@@ -102,25 +110,25 @@ void MakeIdsUnique(std::vector<Thing>& things) {
     }
 }
 
-void MakeKeysUnique(std::vector<model::Property>& properties) {
+void MakeKeysUnique(std::vector<orvo::Property>& properties) {
     for (std::size_t i = 0; i < properties.size(); ++i) {
-        properties[i].key += static_cast<char16_t>(u'0' + i);
+        properties[i].key += static_cast<char>('0' + i);
     }
 }
 
 /// Half of the tracks are of the kinds that exist.
-void MakeKindsLikely(std::vector<model::AudioTrack>& tracks) {
-    for (model::AudioTrack& track : tracks) {
+void MakeKindsLikely(std::vector<orvo::AudioTrack>& tracks) {
+    for (orvo::AudioTrack& track : tracks) {
         if (*rc::gen::arbitrary<bool>()) {
-            track.kind = *rc::gen::inRange<kelcore::uint32>(1, 6);
+            track.kind = orvo::TrackKind{*rc::gen::inRange<kelcore::uint32>(1, 6)};
         }
     }
 }
 
 }  // namespace
 
-model::Session DrawSession() {
-    model::Session session;
+orvo::Session DrawSession() {
+    orvo::Session session;
     Draw(session);
     MakeIdsUnique(session.files);
     MakeIdsUnique(session.audioTracks);
@@ -128,10 +136,10 @@ model::Session DrawSession() {
     MakeKeysUnique(session.properties);
     MakeKindsLikely(session.audioTracks);
     if (session.metronome.track && *rc::gen::arbitrary<bool>()) {
-        session.metronome.track->kind = 4;
+        session.metronome.track->kind = orvo::TrackKind::Metronome;
     }
-    for (model::File& file : session.files) {
-        file.path = file.path.empty() ? u"" : u"/no/such/folder/" + file.path;
+    for (orvo::File& file : session.files) {
+        file.path = file.path.empty() ? "" : "/no/such/folder/" + file.path;
     }
     return session;
 }

@@ -12,7 +12,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 
 class RoundTrip : public test::SerializerFixture {
 protected:

@@ -9,17 +9,14 @@
 namespace test {
 namespace {
 
-namespace model = refhost::model;
-
-enum Kind : kelcore::uint32 { Audio = 1, Bus, Master, Metronome, Instrument };
-
-constexpr kelcore::uint32 kNone = 4294967295;
+using orvo::TimeDisplay;
+using orvo::TrackKind;
 
 // Texts and numbers
 
 /// Element text is trimmed on reading; attributes are not.
-void LoseOuterBlanks(std::u16string& text) {
-    text = tses::TrimWhitespace(text);
+void LoseOuterBlanks(std::string& text) {
+    text = kelcore::UTF16to8(tses::TrimWhitespace(kelcore::UTF8to16(text)));
 }
 
 template <class Value>
@@ -29,23 +26,23 @@ bool IsOneOf(const Value& value, std::initializer_list<Value> values) {
 
 // Effects and automation
 
-void LoseLanesWithoutKeyframes(model::Parameter& parameter) {
+void LoseLanesWithoutKeyframes(orvo::Parameter& parameter) {
     if (parameter.automation && parameter.automation->keyframes.empty()) {
         parameter.automation.reset();
     }
 }
 
-void LoseParametersWithoutAValue(model::Component& component) {
+void LoseParametersWithoutAValue(orvo::Component& component) {
     std::erase_if(component.parameters, [](const auto& entry) { return !entry.second.value; });
 }
 
-void LoseAnEditorOfNoSize(model::Component& component) {
+void LoseAnEditorOfNoSize(orvo::Component& component) {
     if (component.editorRect.width == 0 || component.editorRect.height == 0) {
         component.editorRect = {};
     }
 }
 
-void StoreComponent(model::Component& component) {
+void StoreComponent(orvo::Component& component) {
     LoseParametersWithoutAValue(component);
     LoseAnEditorOfNoSize(component);
     for (auto& [index, parameter] : component.parameters) {
@@ -54,7 +51,7 @@ void StoreComponent(model::Component& component) {
 }
 
 /// Only an effect's component has its state stored.
-void StoreControl(std::optional<model::Component>& component) {
+void StoreControl(std::optional<orvo::Component>& component) {
     if (component) {
         StoreComponent(*component);
         component->presetChunk.clear();
@@ -62,13 +59,13 @@ void StoreControl(std::optional<model::Component>& component) {
 }
 
 /// Whether an effect is on is its slot's to say.
-void StoreEffect(model::Component& component) {
+void StoreEffect(orvo::Component& component) {
     StoreComponent(component);
     component.powered = true;
 }
 
 /// The wiring stands inside the component.
-void LoseTheWiringOfAnEmptySlot(model::EffectsSlot& slot) {
+void LoseTheWiringOfAnEmptySlot(orvo::EffectsSlot& slot) {
     if (!slot.component) {
         slot.busConfig.clear();
         slot.inputChannels.clear();
@@ -76,8 +73,10 @@ void LoseTheWiringOfAnEmptySlot(model::EffectsSlot& slot) {
     }
 }
 
-void LoseABusConfigurationOfBlanks(model::EffectsSlot& slot) {
-    if (tses::TrimWhitespace(slot.busConfig).empty()) {
+void LoseABusConfigurationOfBlanks(orvo::EffectsSlot& slot) {
+    std::string rest = slot.busConfig;
+    LoseOuterBlanks(rest);
+    if (rest.empty()) {
         slot.busConfig.clear();
     }
 }
@@ -87,7 +86,7 @@ void LoseWhatIsNoSlot(std::vector<std::optional<Slot>>& slots) {
     std::erase(slots, std::nullopt);
 }
 
-void StoreRack(std::optional<model::EffectsRack>& rack) {
+void StoreRack(std::optional<orvo::EffectsRack>& rack) {
     if (!rack) {
         return;
     }
@@ -104,24 +103,26 @@ void StoreRack(std::optional<model::EffectsRack>& rack) {
     }
 }
 
-void LoseEditParametersWithoutASlot(std::vector<model::EditParameter>& parameters) {
-    std::erase_if(parameters, [](const auto& parameter) { return parameter.slotIndex == kNone; });
+void LoseEditParametersWithoutASlot(std::vector<orvo::EditParameter>& parameters) {
+    std::erase_if(parameters,
+                  [](const auto& parameter) { return parameter.slotIndex == orvo::kNoId; });
 }
 
 // Clips
 
-void StoreFade(std::optional<model::Fade>& fade) {
+void StoreFade(std::optional<orvo::Fade>& fade) {
     if (fade) {
-        fade->type = std::min(fade->type, 1u);
-        fade->crossFadeLinkType = std::min(fade->crossFadeLinkType, 1u);
+        fade->type = std::min(fade->type, orvo::FadeType::Cosine);
+        fade->crossFadeLinkType =
+            std::min(fade->crossFadeLinkType, orvo::CrossFadeLink::Asymmetric);
     }
 }
 
-void StoreStretch(std::optional<model::ClipStretch>& stretch) {
+void StoreStretch(std::optional<orvo::ClipStretch>& stretch) {
     if (stretch) {
-        stretch->stretchMode = std::min(stretch->stretchMode, 2u);
-        stretch->stretchType = std::min(stretch->stretchType, 2u);
-        stretch->stretchQuality = std::min(stretch->stretchQuality, 2u);
+        stretch->stretchMode = std::min(stretch->stretchMode, orvo::StretchMode::Rendered);
+        stretch->stretchType = std::min(stretch->stretchType, orvo::StretchType::Varispeed);
+        stretch->stretchQuality = std::min(stretch->stretchQuality, orvo::StretchQuality::Low);
     }
 }
 
@@ -133,7 +134,7 @@ void FillChannelSources(std::map<kelcore::uint32, kelcore::int32>& sources) {
     }
 }
 
-void StoreAudioClip(model::AudioClip& clip) {
+void StoreAudioClip(orvo::AudioClip& clip) {
     StoreFade(clip.fadeIn);
     StoreFade(clip.fadeOut);
     StoreStretch(clip.stretch);
@@ -148,10 +149,10 @@ void StoreAudioClip(model::AudioClip& clip) {
     }
 }
 
-void StoreVideoTrack(model::VideoTrack& track) {
+void StoreVideoTrack(orvo::VideoTrack& track) {
     track.index = 0;  // is never written
     LoseOuterBlanks(track.name);
-    for (model::VideoClip& clip : track.clips) {
+    for (orvo::VideoClip& clip : track.clips) {
         if (clip.format && clip.format->pixelType == 0) {
             clip.format->pixelType = 1;
         }
@@ -160,16 +161,17 @@ void StoreVideoTrack(model::VideoTrack& track) {
 
 // Tracks
 
-void StoreRouting(model::AudioTrack& track) {
-    if (!IsOneOf(track.audioChannelType, {1u, 2u, 6u})) {
-        track.audioChannelType = 0;
+void StoreRouting(orvo::AudioTrack& track) {
+    using enum orvo::ChannelType;
+    if (!IsOneOf(track.audioChannelType, {Mono, Stereo, FivePointOne})) {
+        track.audioChannelType = NotSaid;
     }
     (track.outputTrackId > 0 ? track.hardwareOutputId : track.outputTrackId) = -1;
 }
 
 /// A list without a slot is not written; one whose slots are not there is, without them.
-void StoreSends(model::AudioTrack& track) {
-    if (track.kind == Master || (track.sendList && track.sendList->slots.empty())) {
+void StoreSends(orvo::AudioTrack& track) {
+    if (track.kind == TrackKind::Master || (track.sendList && track.sendList->slots.empty())) {
         track.sendList.reset();
     }
     if (!track.sendList) {
@@ -184,28 +186,29 @@ void StoreSends(model::AudioTrack& track) {
 }
 
 /// Clips are written for more kinds of tracks than they are read for.
-void StoreClips(model::AudioTrack& track) {
-    if (track.kind != Audio) {
+void StoreClips(orvo::AudioTrack& track) {
+    if (track.kind != TrackKind::Audio) {
         track.clips.clear();
     }
-    if (track.kind != Instrument) {
+    if (track.kind != TrackKind::Instrument) {
         track.midiClips.clear();
     }
-    for (model::AudioClip& clip : track.clips) {
+    for (orvo::AudioClip& clip : track.clips) {
         StoreAudioClip(clip);
     }
 }
 
-void StoreInstrument(model::AudioTrack& track) {
-    if (track.kind == Instrument) {
-        track.instrument = track.instrument.value_or(model::InstrumentTrack{});
+void StoreInstrument(orvo::AudioTrack& track) {
+    if (track.kind == TrackKind::Instrument) {
+        track.instrument = track.instrument.value_or(orvo::InstrumentTrack{});
     } else {
         track.instrument.reset();
     }
 }
 
-void StoreTrack(model::AudioTrack& track) {
-    if (!IsOneOf<kelcore::uint32>(track.kind, {Audio, Bus, Master, Metronome, Instrument})) {
+void StoreTrack(orvo::AudioTrack& track) {
+    using enum TrackKind;
+    if (!IsOneOf(track.kind, {Audio, Bus, Master, Metronome, Instrument})) {
         track.kind = Audio;
     }
     LoseOuterBlanks(track.name);
@@ -222,65 +225,69 @@ void StoreTrack(model::AudioTrack& track) {
 }
 
 /// A metronome's track stands in the metronome alone.
-void StoreTracks(std::vector<model::AudioTrack>& tracks, bool instrumentTracks) {
-    std::erase_if(tracks, [&](const model::AudioTrack& track) {
-        return track.clipsOnly || track.kind == Metronome ||
-               (track.kind == Instrument && !instrumentTracks);
+void StoreTracks(std::vector<orvo::AudioTrack>& tracks, bool instrumentTracks) {
+    std::erase_if(tracks, [&](const orvo::AudioTrack& track) {
+        return track.clipsOnly || track.kind == TrackKind::Metronome ||
+               (track.kind == TrackKind::Instrument && !instrumentTracks);
     });
     std::ranges::for_each(tracks, StoreTrack);
 }
 
 // The rest
 
-void StoreMetronome(model::Metronome& metronome, bool instrumentTracks) {
-    metronome.soundSet = metronome.soundSet > 9 ? 8 : metronome.soundSet;
-    std::erase_if(metronome.pattern, [](kelcore::uint32 beat) { return beat > 3; });
-    if (metronome.track && (metronome.track->clipsOnly || metronome.track->kind != Metronome)) {
+void StoreMetronome(orvo::Metronome& metronome, bool instrumentTracks) {
+    metronome.soundSet =
+        metronome.soundSet > orvo::SoundSet::Tabla ? orvo::SoundSet::Sticks : metronome.soundSet;
+    std::erase_if(metronome.pattern,
+                  [](orvo::Beat beat) { return beat > orvo::Beat::Subdivision; });
+    if (metronome.track &&
+        (metronome.track->clipsOnly || metronome.track->kind != TrackKind::Metronome)) {
         metronome.track.reset();
     }
     if (metronome.track) {
         StoreTrack(*metronome.track);
-        metronome.track->id = kNone;  // reading asks the metronome for it, not by the id
+        metronome.track->id = orvo::kNoId;  // reading asks the metronome for it, not by the id
     }
     if (!instrumentTracks) {
         metronome.globalTrackInfo.reset();
     }
 }
 
-void StoreTimeFormat(model::TimeFormat& format) {
-    if (!IsOneOf(format.format, {0, 1, 2, 3, 4, 6, 12, 13, 14})) {
-        format.format = 0;
+void StoreTimeFormat(orvo::TimeFormat& format) {
+    using enum TimeDisplay;
+    if (!IsOneOf(format.format, {Decimal, Samples, Timecode, Ntsc30, Ntsc30Drop, BarsAndBeats,
+                                 Ntsc60, Ntsc60Drop, Ntsc24})) {
+        format.format = Decimal;
     }
-    if (IsOneOf(format.format, {0, 1, 6})) {
+    if (IsOneOf(format.format, {Decimal, Samples, BarsAndBeats})) {
         return;
     }
-    format.format = 2;
+    format.format = Timecode;
     if (!format.ntsc) {
         return;
     }
     if (format.frameRate == 24) {
-        format.format = 14;
+        format.format = Ntsc24;
     } else if (format.frameRate == 60) {
-        format.format = format.dropFrame ? 13 : 12;
+        format.format = format.dropFrame ? Ntsc60Drop : Ntsc60;
     } else {
-        format.format = format.dropFrame ? 4 : 3;
+        format.format = format.dropFrame ? Ntsc30Drop : Ntsc30;
         format.frameRate = 30;
     }
 }
 
 /// These are told by the file and its reader.
-void StoreVersion(model::Session& session) {
+void StoreVersion(orvo::Session& session) {
     const std::string version = kelcore::GetClientVersion();
     session.formatVersion = {};
-    session.formatDescription =
-        u"Vantor Tembra " + kelcore::UTF8to16(version) + u" Multitrack Session";
+    session.formatDescription = "Vantor Tembra " + version + " Multitrack Session";
     session.versionDependentValue =
         version == "4.0" ? session.ctiPosition : session.selection.start;
 }
 
 }  // namespace
 
-model::Session Stored(model::Session session, bool instrumentTracks) {
+orvo::Session Stored(orvo::Session session, bool instrumentTracks) {
     StoreVersion(session);
     if (!IsOneOf(session.channelCount, {1, 6})) {
         session.channelCount = 2;
@@ -288,11 +295,11 @@ model::Session Stored(model::Session session, bool instrumentTracks) {
     std::ranges::for_each(session.videoTracks, StoreVideoTrack);
     StoreTracks(session.audioTracks, instrumentTracks);
     StoreMetronome(session.metronome, instrumentTracks);
-    for (model::ClipGroup& group : session.clipGroups) {
+    for (orvo::ClipGroup& group : session.clipGroups) {
         LoseOuterBlanks(group.name);
     }
     StoreTimeFormat(session.timeFormat);
-    for (model::Property& property : session.properties) {
+    for (orvo::Property& property : session.properties) {
         LoseOuterBlanks(property.value);
     }
     LoseOuterBlanks(session.xmpMetadata);

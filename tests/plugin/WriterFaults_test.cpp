@@ -12,8 +12,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::Session;
+using orvo::AudioTrack;
+using orvo::Session;
 using testing::IsEmpty;
 
 class WriterFaults : public test::SerializerFixture {
@@ -38,7 +38,7 @@ protected:
 
     /// With one track, which cannot be outlived by another one.
     static Session With(AudioTrack track) {
-        Session session = test::EverythingSession(u"/media/");
+        Session session = test::EverythingSession("/media/");
         session.metronome.globalTrackInfo.reset();
         session.videoTracks.clear();
         session.audioTracks = {std::move(track)};
@@ -47,12 +47,12 @@ protected:
 };
 
 TEST_F(WriterFaults, ThatMeetAnythingButABlockOfEventsFailTheSaveWithoutAFile) {
-    AudioTrack track = test::EverythingSession(u"/media/").audioTracks.at(0);
+    AudioTrack track = test::EverythingSession("/media/").audioTracks.at(0);
     EXPECT_THAT(SurvivedFaults(With(track)), IsEmpty());
 }
 
 TEST_F(WriterFaults, ThatMeetTheBlockOfAMidiClipAreIgnored) {
-    AudioTrack track = test::EverythingSession(u"/media/").audioTracks.at(3);
+    AudioTrack track = test::EverythingSession("/media/").audioTracks.at(3);
     const auto survived = SurvivedFaults(With(track));
     ASSERT_EQ(survived.size(), 3u);  // its start, its text and its end
     EXPECT_EQ(survived.back(), survived.front() + 2);
@@ -61,14 +61,14 @@ TEST_F(WriterFaults, ThatMeetTheBlockOfAMidiClipAreIgnored) {
 TEST_F(WriterFaults, ThatMeetTheBlocksOfTheMusicalTimelineAreIgnored) {
     Session session = With({});
     session.metronome.globalTrackInfo =
-        test::EverythingSession(u"/media/").metronome.globalTrackInfo;
+        test::EverythingSession("/media/").metronome.globalTrackInfo;
     EXPECT_EQ(SurvivedFaults(session).size(), 9u);
 }
 
 TEST_F(WriterFaults, ThatMeetAVideoTrackWhichIsTheLastOneFailTheSave) {
     Session session = With({});
     session.audioTracks.clear();
-    session.videoTracks = test::EverythingSession(u"/media/").videoTracks;
+    session.videoTracks = test::EverythingSession("/media/").videoTracks;
     EXPECT_THAT(SurvivedFaults(session), IsEmpty());
 }
 
@@ -76,9 +76,9 @@ TEST_F(WriterFaults, EndTheAskingForMoreOfAList) {
     AudioTrack ofClips;
     ofClips.clips.resize(3);
     AudioTrack ofSlots;
-    ofSlots.effectsRack.emplace().slots.resize(3, refhost::model::EffectsSlot());
+    ofSlots.effectsRack.emplace().slots.resize(3, orvo::EffectsSlot());
     AudioTrack ofKeyframes;
-    refhost::model::Parameter parameter{.value = 1.0F};
+    orvo::Parameter parameter{.value = 1.0F};
     parameter.automation.emplace().keyframes.resize(3);
     ofKeyframes.fader.emplace().parameters[0] = parameter;
     Session ofGroups;

@@ -71,7 +71,7 @@ TEST_F(NodeTest, AChildStaysValidWhenItsListGrows) {
         session_->Edit().GetFile(id);
     }
     first->SetPath(u"/first.wav");
-    EXPECT_EQ(session_->Value().files[0].path, u"/first.wav");
+    EXPECT_EQ(session_->Value().files[0].path, "/first.wav");
 }
 
 TEST_F(NodeTest, AStringOutlivesTheNodeThatGaveIt) {

@@ -30,22 +30,22 @@ protected:
     const std::size_t before_ = LiveNodes();
 };
 
-model::Session SomeSession() {
-    model::Session session;
+orvo::Session SomeSession() {
+    orvo::Session session;
     session.sampleRate = 44100;
     session.channelCount = 6;
     session.duration = 9007199254740993;
     session.bitDepth = 24;
     session.files = {
-        {.id = 7, .path = u"/music/voice \u00e9.wav", .recoveryId = u"r"},
-        {.id = 3, .path = u"/music/b.wav", .mediaHandler = u"x", .importerPrivateSettings = u"{}"},
+        {.id = 7, .path = "/music/voice \u00e9.wav", .recoveryId = "r"},
+        {.id = 3, .path = "/music/b.wav", .mediaHandler = "x", .importerPrivateSettings = "{}"},
     };
-    session.audioDevice = {u"in", u"out", {{-1, u"Mic"}}, {{1, u"Left"}, {2, u"Right"}}};
+    session.audioDevice = {"in", "out", {{-1, "Mic"}}, {{1, "Left"}, {2, "Right"}}};
     return session;
 }
 
 TEST_F(SessionsTest, AWrittenSessionReadsBackTheSame) {
-    const model::Session session = SomeSession();
+    const orvo::Session session = SomeSession();
     EXPECT_EQ(WriteSession(plugin_, InFolder("a.orvo"), session).result, tses::SessionResult::Ok);
     ReadResult read = ReadSession(plugin_, InFolder("a.orvo"));
     EXPECT_EQ(read.result, tses::SessionResult::Ok);
@@ -76,7 +76,7 @@ TEST_F(SessionsTest, AFailedReadSaysWhatTheParserSays) {
     const ReadResult read = ReadSession(plugin_, path.u16string());
     EXPECT_EQ(read.result, tses::SessionResult::ReadFailed);
     ASSERT_THAT(read.messages, SizeIs(1));
-    EXPECT_NE(read.messages[0].find(u"(line: 2, col: "), std::u16string::npos);
+    EXPECT_NE(read.messages[0].find("(line: 2, col: "), std::u16string::npos);
     EXPECT_NE(read.messages[0].back(), u'\n');
 }
 
@@ -84,7 +84,7 @@ TEST_F(SessionsTest, AMessageOfLineEndsAloneIsEmpty) {
     const std::filesystem::path path = folder_.Write("a.orvo", "<orvo/>");
     const ReadResult read =
         ReadSession(plugin_, path.u16string(), {.wrap = [](tses::IEditSession& session) {
-                        const auto text = Ref<HostString>::Adopt(new HostString(u"\n\n"));
+                        const auto text = Ref<HostString>::Adopt(new HostString("\n\n"));
                         session.GetLogTarget()->LogMessage(text.Get());
                         return Ref<tses::IEditSession>::Retain(&session);
                     }});

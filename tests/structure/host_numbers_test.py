@@ -9,7 +9,7 @@ import re
 import sys
 from pathlib import Path
 
-PLACES = ("host/*.h", "examples/host/*.h", "reference_host/model/*.h", "docs/format.md", "docs/host-interfaces.md", "docs/json.md")
+PLACES = ("host/*.h", "examples/host/*.h", "include/orvo/*.h", "docs/format.md", "docs/host-interfaces.md", "docs/json.md")
 
 CLAIMS = re.compile(
     r"\b(degrees?|dB|decibels?|semitones?|cents?|percent|pixels|equal power|(lies?|lying) (on top|under))\b")

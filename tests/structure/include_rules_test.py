@@ -10,11 +10,12 @@ import re
 import sys
 from pathlib import Path
 
-FOLDERS = ("host", "platform", "format", "plugin", "reference_host", "toolkit", "cli", "tests", "fuzz", "bench", "examples")
+FOLDERS = ("include", "host", "platform", "format", "plugin", "session", "reference_host", "toolkit", "cli", "tests", "fuzz", "bench", "examples")
 
 # The project headers that the files of a folder may include, as patterns of the included path. The first row
 # that matches the folder applies. Every folder may include itself.
 PROJECT_RULES = (
+    ("include", ()),
     ("host", (r"platform/kelcore/Types\.h",)),
     ("platform", ()),
     ("format", (r"platform/kelcore/.*", r"platform/kelmediatypes/.*", r"platform/tbcore/.*")),
@@ -22,13 +23,14 @@ PROJECT_RULES = (
     ("plugin/serializer", (r"format/.*", r"plugin/xml/.*", r"host/.*", r"platform/.*", r"plugin/elements/\w+/ReadState\.h")),
     ("plugin/elements", (r"format/.*", r"plugin/serializer/.*", r"plugin/xml/.*", r"host/.*", r"platform/.*")),
     ("plugin/entry", (r"plugin/serializer/.*", r"host/.*", r"platform/.*")),
-    ("reference_host", (r"host/.*", r"platform/.*")),
-    ("toolkit", (r"format/.*", r"reference_host/model/.*", r"platform/.*")),
-    ("cli", (r"format/.*", r"toolkit/.*", r"reference_host/.*", r"platform/.*")),
+    ("session", (r"include/orvo/.*", r"format/.*", r"reference_host/.*", r"platform/.*")),
+    ("reference_host", (r"include/orvo/.*", r"host/.*", r"platform/.*")),
+    ("toolkit", (r"format/.*", r"include/orvo/.*", r"platform/.*")),
+    ("cli", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"reference_host/.*", r"platform/.*")),
     ("examples", (r"host/.*", r"platform/.*")),
     ("tests", (r".*",)),
     ("fuzz", (r".*",)),
-    ("bench", (r"toolkit/.*", r"reference_host/.*", r"host/.*", r"platform/.*")),
+    ("bench", (r"include/orvo/.*", r"toolkit/.*", r"reference_host/.*", r"host/.*", r"platform/.*")),
 )
 
 # The files that may include a library's headers, as patterns of the including path. Any file may include
@@ -36,11 +38,17 @@ PROJECT_RULES = (
 LIBRARY_RULES = (
     (r"xercesc/", (r"platform/kelcore/BinaryText\.cpp", r"plugin/xml/.*", r"toolkit/scan/.*", r"tests/.*", r"bench/.*")),
     (r"boost/", (r"plugin/.*", r"reference_host/.*", r"tests/.*")),
-    (r"nlohmann/", (r"format/PrintFormat\.cpp", r"reference_host/.*", r"toolkit/.*", r"cli/.*", r"tests/.*", r"bench/.*")),
+    (r"nlohmann/", (r"format/PrintFormat\.cpp", r"session/.*", r"reference_host/.*", r"toolkit/.*", r"cli/.*", r"tests/.*", r"bench/.*")),
     (r"CLI/", (r"cli/.*", r"bench/.*")),
     (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),
     (r"(expat|libxml|pugixml)", (r"tests/.*", r"bench/.*")),
 )
+
+# Public headers include the standard library and each other.
+STANDARD_HEADERS = (r"[a-z_]+",)
+
+# Where public headers stand in the project, as everybody includes them: <orvo/Session.h>.
+PUBLIC = "orvo/"
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 
@@ -67,6 +75,8 @@ def check_file(path, includes, known):
         return
     seen = set()
     for kind, included in includes:
+        if kind == "<" and folder == "include" and not fits(included, STANDARD_HEADERS):
+            yield f"{path}: may include the standard library only, not <{included}>"
         # A list of rows (.def) may be expanded more than once.
         if included in seen and not included.endswith(".def"):
             yield f"{path}: includes {included} twice"
@@ -112,7 +122,10 @@ def main():
     findings, graph = [], {}
     for path in files:
         text = (root / path).read_text(encoding="utf-8")
-        includes = [(match[1], match[2]) for match in INCLUDE.finditer(text)]
+        includes = [
+            ('"', "include/" + match[2]) if match[1] == "<" and match[2].startswith(PUBLIC) else (match[1], match[2])
+            for match in INCLUDE.finditer(text)
+        ]
         findings += check_file(path, includes, known)
         if path.endswith(".h") and len(re.findall(r"^#pragma once$", text, re.MULTILINE)) != 1:
             findings.append(f"{path}: a header needs exactly one \"#pragma once\"")

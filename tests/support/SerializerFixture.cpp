@@ -42,7 +42,7 @@ refhost::Recorder::Options RecordInto(std::vector<std::string>& calls, const Hos
 }
 
 WriteOutcome WriteBy(tses::Serializer& serializer, const std::u16string& path,
-                     const refhost::model::Session& session, const HostSetup& host) {
+                     const orvo::Session& session, const HostSetup& host) {
     WriteOutcome outcome;
     const auto node = refhost::SessionNode::Make(session);
     {
@@ -108,28 +108,26 @@ ReadOutcome SerializerFixture::ReadInSession(std::string_view content, const Hos
     return outcome;
 }
 
-WriteOutcome SerializerFixture::Write(const refhost::model::Session& session,
-                                      const HostSetup& host) {
+WriteOutcome SerializerFixture::Write(const orvo::Session& session, const HostSetup& host) {
     return WriteTo(Path(), session, host);
 }
 
-WriteOutcome SerializerFixture::WriteTo(const std::u16string& path,
-                                        const refhost::model::Session& session,
+WriteOutcome SerializerFixture::WriteTo(const std::u16string& path, const orvo::Session& session,
                                         const HostSetup& host) {
     return WriteBy(*serializer, path, session, host);
 }
 
-WriteOutcome SerializerFixture::WriteWithFault(const refhost::model::Session& session,
+WriteOutcome SerializerFixture::WriteWithFault(const orvo::Session& session,
                                                std::size_t atOperation) {
     tses::Serializer faulty(tses::WriterFault{atOperation});
     return WriteBy(faulty, Path(), session, {});
 }
 
 std::vector<WriteOutcome> SerializerFixture::WriteWithNodes(
-    const std::vector<refhost::model::Session>& sessions, tses::NodeMaker makeNodes) {
+    const std::vector<orvo::Session>& sessions, tses::NodeMaker makeNodes) {
     tses::Serializer other({}, makeNodes);
     std::vector<WriteOutcome> outcomes;
-    for (const refhost::model::Session& session : sessions) {
+    for (const orvo::Session& session : sessions) {
         outcomes.push_back(WriteBy(other, Path(), session, {}));
     }
     return outcomes;

@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
+#include <orvo/Model.h>
 #include "plugin/serializer/Serializer.h"
 #include "reference_host/Progress.h"
-#include "reference_host/model/Session.h"
 #include "reference_host/recorder/FaultPlan.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -23,7 +23,7 @@ struct ReadOutcome {
     std::vector<std::string> calls;
     std::vector<refhost::Progress> progress;
     std::vector<std::string> log;
-    refhost::model::Session session;
+    orvo::Session session;
 };
 
 struct WriteOutcome {
@@ -58,13 +58,13 @@ protected:
     ReadOutcome ReadInSession(std::string_view content, const HostSetup& host = {});
 
     /// Writes a session to `Path()`.
-    WriteOutcome Write(const refhost::model::Session& session, const HostSetup& host = {});
-    WriteOutcome WriteTo(const std::u16string& path, const refhost::model::Session& session,
+    WriteOutcome Write(const orvo::Session& session, const HostSetup& host = {});
+    WriteOutcome WriteTo(const std::u16string& path, const orvo::Session& session,
                          const HostSetup& host = {});
     /// Likewise, with a serializer whose writer fails at the given operation.
-    WriteOutcome WriteWithFault(const refhost::model::Session& session, std::size_t atOperation);
+    WriteOutcome WriteWithFault(const orvo::Session& session, std::size_t atOperation);
     /// Writes several sessions with one serializer that creates document nodes in the given way.
-    std::vector<WriteOutcome> WriteWithNodes(const std::vector<refhost::model::Session>& sessions,
+    std::vector<WriteOutcome> WriteWithNodes(const std::vector<orvo::Session>& sessions,
                                              tses::NodeMaker makeNodes);
 
     std::u16string Path() const;

@@ -6,21 +6,19 @@
 namespace toolkit {
 namespace {
 
-namespace model = refhost::model;
-
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-model::Session OneTrack() {
-    model::Session session;
+orvo::Session OneTrack() {
+    orvo::Session session;
     session.audioTracks.resize(1);
     session.audioTracks[0].id = 7;
-    session.audioTracks[0].name = u"Voice";
+    session.audioTracks[0].name = "Voice";
     return session;
 }
 
-model::AudioClip Clip(kelcore::uint32 id, kelcore::int64 start) {
-    model::AudioClip clip;
+orvo::AudioClip Clip(kelcore::uint32 id, kelcore::int64 start) {
+    orvo::AudioClip clip;
     clip.id = id;
     clip.fileId = 1;
     clip.startPoint = start;
@@ -35,7 +33,7 @@ std::vector<MediaSummary> Media(bool found) {
 }
 
 TEST(ClipSummary, ClipsComeInTheOrderOfTheTimelineTrackByTrack) {
-    model::Session session = OneTrack();
+    orvo::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 900), Clip(2, 100)};
     session.audioTracks[0].midiClips.resize(1);
     session.audioTracks[0].midiClips[0].startPoint = 500;
@@ -50,9 +48,9 @@ TEST(ClipSummary, ClipsComeInTheOrderOfTheTimelineTrackByTrack) {
 }
 
 TEST(ClipSummary, TellsWhatIsMissingOfflineAndDone) {
-    model::Session session = OneTrack();
+    orvo::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};
-    model::AudioClip& clip = session.audioTracks[0].clips[0];
+    orvo::AudioClip& clip = session.audioTracks[0].clips[0];
     EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks, IsEmpty());
     clip.offline = true;
     clip.looped = true;
@@ -67,7 +65,7 @@ TEST(ClipSummary, TellsWhatIsMissingOfflineAndDone) {
 }
 
 TEST(ClipSummary, AClipOfAFileThatTheSessionDoesNotListHasNoMedia) {
-    model::Session session = OneTrack();
+    orvo::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};
     session.videoTracks.resize(1);
     session.videoTracks[0].clips.resize(1);
@@ -77,9 +75,9 @@ TEST(ClipSummary, AClipOfAFileThatTheSessionDoesNotListHasNoMedia) {
 }
 
 TEST(ClipSummary, AClipIsStretchedOrHasEffectsOnlyIfItHasSome) {
-    model::Session session = OneTrack();
+    orvo::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};
-    model::AudioClip& clip = session.audioTracks[0].clips[0];
+    orvo::AudioClip& clip = session.audioTracks[0].clips[0];
     clip.stretch.emplace().stretchMode = 0;
     clip.effectsRack.emplace();
     EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks, IsEmpty());
@@ -90,9 +88,9 @@ TEST(ClipSummary, AClipIsStretchedOrHasEffectsOnlyIfItHasSome) {
 }
 
 TEST(ClipSummary, AFadeWithoutLengthAndAMapThatChangesNothingAreNotMarked) {
-    model::Session session = OneTrack();
+    orvo::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};
-    model::AudioClip& clip = session.audioTracks[0].clips[0];
+    orvo::AudioClip& clip = session.audioTracks[0].clips[0];
     clip.fadeIn.emplace() = {.startPoint = 480, .endPoint = 480};
     clip.fadeOut.emplace();
     clip.channelSources = {{0, 0}, {1, 1}};
@@ -104,7 +102,7 @@ TEST(ClipSummary, AFadeWithoutLengthAndAMapThatChangesNothingAreNotMarked) {
 }
 
 TEST(ClipSummary, TellsTheFirstSampleInTheFileButOfMidi) {
-    model::Session session = OneTrack();
+    orvo::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};
     session.audioTracks[0].clips[0].sourceInPoint = 77;
     session.audioTracks[0].midiClips.resize(1);
@@ -118,12 +116,12 @@ TEST(ClipSummary, TellsTheFirstSampleInTheFileButOfMidi) {
 }
 
 TEST(ClipSummary, AClipNamesItsGroupsAndAGroupItsMissingMembers) {
-    model::Session session = OneTrack();
+    orvo::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};
-    session.clipGroups = {{5, u"Call", 0, {{7, 1}, {7, 2}}}, {6, u"", 0, {{7, 1}}}};
-    EXPECT_EQ(SummariseClips(session, Media(true)).at(0).group, u"Call, group 6");
+    session.clipGroups = {{5, "Call", 0, {{7, 1}, {7, 2}}}, {6, "", 0, {{7, 1}}}};
+    EXPECT_EQ(SummariseClips(session, Media(true)).at(0).group, "Call, group 6");
     EXPECT_THAT(SummariseGroups(session),
-                ElementsAre(GroupSummary{5, u"Call", 2, 1}, GroupSummary{6, u"", 1, 0}));
+                ElementsAre(GroupSummary{5, "Call", 2, 1}, GroupSummary{6, "", 1, 0}));
 }
 
 }  // namespace

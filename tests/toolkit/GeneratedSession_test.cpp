@@ -7,29 +7,28 @@
 namespace toolkit {
 namespace {
 
-namespace model = refhost::model;
 using kelcore::uint32;
 
-std::set<uint32> IdsOf(const std::vector<model::AudioTrack>& tracks) {
+std::set<uint32> IdsOf(const std::vector<orvo::AudioTrack>& tracks) {
     std::set<uint32> ids;
-    for (const model::AudioTrack& track : tracks) {
+    for (const orvo::AudioTrack& track : tracks) {
         ids.insert(track.id);
     }
     return ids;
 }
 
 TEST(GeneratedSession, NoTwoTracksOrClipsHaveTheSameId) {
-    const model::Session session = GenerateSession({.tracks = 20, .clips = 6}, 1);
+    const orvo::Session session = GenerateSession({.tracks = 20, .clips = 6}, 1);
     EXPECT_EQ(session.audioTracks.size(), 19u);
     EXPECT_EQ(IdsOf(session.audioTracks).size(), 19u);
     EXPECT_FALSE(IdsOf(session.audioTracks).contains(session.videoTracks.at(0).id));
     std::set<uint32> clips;
     std::size_t count = 0;
-    for (const model::AudioTrack& track : session.audioTracks) {
-        for (const model::AudioClip& clip : track.clips) {
+    for (const orvo::AudioTrack& track : session.audioTracks) {
+        for (const orvo::AudioClip& clip : track.clips) {
             clips.insert(clip.id);
         }
-        for (const model::MidiClip& clip : track.midiClips) {
+        for (const orvo::MidiClip& clip : track.midiClips) {
             clips.insert(clip.id);
         }
         count += track.clips.size() + track.midiClips.size();
@@ -38,11 +37,11 @@ TEST(GeneratedSession, NoTwoTracksOrClipsHaveTheSameId) {
 }
 
 TEST(GeneratedSession, WhatItRefersToIsThere) {
-    const model::Session session = GenerateSession({.tracks = 20, .clips = 6}, 1);
+    const orvo::Session session = GenerateSession({.tracks = 20, .clips = 6}, 1);
     const std::set<uint32> tracks = IdsOf(session.audioTracks);
-    for (const model::AudioTrack& track : session.audioTracks) {
+    for (const orvo::AudioTrack& track : session.audioTracks) {
         EXPECT_TRUE(track.kind == 3 || tracks.contains(static_cast<uint32>(track.outputTrackId)));
-        for (const model::AudioClip& clip : track.clips) {
+        for (const orvo::AudioClip& clip : track.clips) {
             EXPECT_GE(clip.fileId, 1u);
             EXPECT_LE(clip.fileId, session.files.size());
             EXPECT_LE(clip.startPoint + clip.duration, session.duration);
@@ -58,16 +57,16 @@ TEST(GeneratedSession, TheSeedDecidesAndNothingElse) {
 }
 
 TEST(GeneratedSession, TheDrawsAreTheSameOnEveryMachine) {
-    const model::Session session = GenerateSession({.tracks = 2, .clips = 1}, 1);
-    const model::AudioClip& clip = session.audioTracks.at(0).clips.at(0);
+    const orvo::Session session = GenerateSession({.tracks = 2, .clips = 1}, 1);
+    const orvo::AudioClip& clip = session.audioTracks.at(0).clips.at(0);
     EXPECT_EQ(clip.startPoint, 156302);
     EXPECT_EQ(clip.duration, 1011514);
     EXPECT_EQ(clip.hue, 72);
 }
 
 TEST(GeneratedSession, WithoutKeyframesThereIsNoLane) {
-    const model::Session session = GenerateSession({.tracks = 2, .keyframes = 0}, 1);
-    const model::AudioTrack& track = session.audioTracks.at(0);
+    const orvo::Session session = GenerateSession({.tracks = 2, .keyframes = 0}, 1);
+    const orvo::AudioTrack& track = session.audioTracks.at(0);
     EXPECT_FALSE(track.fader->parameters.at(0).automation);
     EXPECT_FALSE(track.effectsRack->slots.at(0)->component->parameters.at(0).automation);
 }

@@ -6,19 +6,19 @@
 
 #include "platform/tbcore/MediaHandlers.h"
 
-using refhost::model::File;
-using refhost::model::Session;
+using orvo::File;
+using orvo::Session;
 using toolkit::FormatTime;
 using toolkit::SessionSummary;
 using toolkit::Summarise;
 
 namespace {
 
-bool Never(const std::u16string&) {
+bool Never(const std::string&) {
     return false;
 }
 
-File MediaAt(std::u16string path) {
+File MediaAt(std::string path) {
     File file;
     file.path = std::move(path);
     return file;
@@ -26,14 +26,14 @@ File MediaAt(std::u16string path) {
 
 TEST(SessionSummary, TakesTheFormatOfTheSession) {
     Session session;
-    session.formatDescription = u"described";
+    session.formatDescription = "described";
     session.sampleRate = 44100;
     session.channelCount = 6;
     session.bitDepth = 16;
     session.duration = 12;
-    session.audioDevice.inputDeviceId = u"in";
+    session.audioDevice.inputDeviceId = "in";
     const SessionSummary summary = Summarise(session, Never);
-    EXPECT_EQ(summary.format, u"described");
+    EXPECT_EQ(summary.format, "described");
     EXPECT_EQ(summary.sampleRate, 44100u);
     EXPECT_EQ(summary.channelCount, 6);
     EXPECT_EQ(summary.bitDepth, 16u);
@@ -43,9 +43,9 @@ TEST(SessionSummary, TakesTheFormatOfTheSession) {
 
 TEST(SessionSummary, TellsFoundMediaFromMissing) {
     Session session;
-    session.files = {MediaAt(u"/there"), MediaAt(u"/gone"), MediaAt(u"/gone too")};
+    session.files = {MediaAt("/there"), MediaAt("/gone"), MediaAt("/gone too")};
     const SessionSummary summary =
-        Summarise(session, [](const std::u16string& path) { return path == u"/there"; });
+        Summarise(session, [](const std::string& path) { return path == "/there"; });
     ASSERT_EQ(summary.media.size(), 3u);
     EXPECT_TRUE(summary.media[0].found);
     EXPECT_FALSE(summary.media[1].found);
@@ -54,15 +54,15 @@ TEST(SessionSummary, TellsFoundMediaFromMissing) {
 
 TEST(SessionSummary, MediaWithoutAPathIsMissing) {
     Session session;
-    session.files = {MediaAt(u"")};
-    EXPECT_EQ(Summarise(session, [](const std::u16string&) { return true; }).MissingCount(), 1u);
+    session.files = {MediaAt("")};
+    EXPECT_EQ(Summarise(session, [](const std::string&) { return true; }).MissingCount(), 1u);
 }
 
 TEST(SessionSummary, AnUnknownHandlerIsCalledByItsIdentifier) {
     Session session;
-    session.files = {MediaAt(u"/a")};
-    session.files[0].mediaHandler = u"nobody knows it";
-    EXPECT_EQ(Summarise(session, Never).media[0].handlerName, u"nobody knows it");
+    session.files = {MediaAt("/a")};
+    session.files[0].mediaHandler = "nobody knows it";
+    EXPECT_EQ(Summarise(session, Never).media[0].handlerName, "nobody knows it");
 }
 
 TEST(SessionSummary, TellsWhichEventsTheMusicalTimelineHas) {
@@ -87,16 +87,16 @@ TEST(SessionSummary, CountsTheOfflineClipsOfAllTracks) {
 
 TEST(SessionSummary, TakesThePropertiesAndTheLengthOfTheMetadata) {
     Session session;
-    session.properties = {{u"reel", u"2"}};
-    session.xmpMetadata = u"<x/>";
+    session.properties = {{"reel", "2"}};
+    session.xmpMetadata = "<x/>";
     const SessionSummary summary = Summarise(session, Never);
     EXPECT_EQ(summary.properties, session.properties);
     EXPECT_EQ(summary.xmpLength, 4u);
 }
 
 std::string NameOfFormat(kelcore::int32 format) {
-    refhost::model::TimeFormat times;
-    times.format = format;
+    orvo::TimeFormat times;
+    times.format = orvo::TimeDisplay{format};
     return toolkit::TimeFormatName(times);
 }
 
@@ -113,8 +113,8 @@ TEST(TimeFormatName, NamesTheFormatsOfAFileAndCallsOthersDecimal) {
 }
 
 TEST(TimeFormatName, ATimecodeSaysItsRateAndHowFramesAreCounted) {
-    refhost::model::TimeFormat times;
-    times.format = 2;
+    orvo::TimeFormat times;
+    times.format = orvo::TimeDisplay::Timecode;
     times.frameRate = 25;
     EXPECT_EQ(toolkit::TimeFormatName(times), "timecode, 25 frames a second");
     times.ntsc = true;

@@ -5,58 +5,56 @@
 namespace toolkit {
 namespace {
 
-namespace model = refhost::model;
-
-model::Component WithLane(std::size_t keyframes) {
-    model::Component component;
+orvo::Component WithLane(std::size_t keyframes) {
+    orvo::Component component;
     component.parameters[0].value = 1.0F;
     component.parameters[0].automation.emplace();
     component.parameters[0].automation->keyframes.resize(keyframes);
     return component;
 }
 
-model::AudioTrack Track(kelcore::uint32 id, std::u16string name) {
-    model::AudioTrack track;
+orvo::AudioTrack Track(kelcore::uint32 id, std::string name) {
+    orvo::AudioTrack track;
     track.id = id;
     track.name = std::move(name);
     return track;
 }
 
 TEST(TrackSummary, TheOutputIsTheTrackOrPortByName) {
-    model::Session session;
-    session.audioDevice.outputPorts = {{3, u"Main"}};
-    session.audioTracks = {Track(1, u"Voice"), Track(2, u"Bus"), Track(3, u"")};
+    orvo::Session session;
+    session.audioDevice.outputPorts = {{3, "Main"}};
+    session.audioTracks = {Track(1, "Voice"), Track(2, "Bus"), Track(3, "")};
     session.audioTracks[0].outputTrackId = 2;
     session.audioTracks[1].hardwareOutputId = 3;
     session.audioTracks[2].outputTrackId = 9;
     const auto tracks = SummariseTracks(session);
-    EXPECT_EQ(tracks.at(0).output, u"Bus");
-    EXPECT_EQ(tracks.at(1).output, u"Main");
-    EXPECT_EQ(tracks.at(2).output, u"missing track 9");
+    EXPECT_EQ(tracks.at(0).output, "Bus");
+    EXPECT_EQ(tracks.at(1).output, "Main");
+    EXPECT_EQ(tracks.at(2).output, "missing track 9");
 }
 
 TEST(TrackSummary, TrackNumberZeroIsNoTrackSoThatTheHardwareOutputCounts) {
-    model::Session session;
-    session.audioTracks = {Track(0, u"Voice")};
+    orvo::Session session;
+    session.audioTracks = {Track(0, "Voice")};
     session.audioTracks[0].outputTrackId = 0;
     session.audioTracks[0].hardwareOutputId = 4;
-    EXPECT_EQ(SummariseTracks(session).at(0).output, u"port 4");
+    EXPECT_EQ(SummariseTracks(session).at(0).output, "port 4");
     session.audioTracks[0].hardwareOutputId = -1;
-    EXPECT_EQ(SummariseTracks(session).at(0).output, u"");
+    EXPECT_EQ(SummariseTracks(session).at(0).output, "");
 }
 
 TEST(TrackSummary, AutomationOfEverythingInATrackIsCountedAndEmptyLanesAreNot) {
-    model::Session session;
-    session.audioTracks = {Track(1, u"Voice")};
-    model::AudioTrack& track = session.audioTracks[0];
+    orvo::Session session;
+    session.audioTracks = {Track(1, "Voice")};
+    orvo::AudioTrack& track = session.audioTracks[0];
     track.fader = WithLane(2);
     track.eq = WithLane(0);
     track.effectsRack.emplace();
     track.effectsRack->mix = WithLane(1);
-    track.effectsRack->slots = {std::nullopt, model::EffectsSlot{}};
+    track.effectsRack->slots = {std::nullopt, orvo::EffectsSlot{}};
     track.effectsRack->slots[1]->component = WithLane(3);
     track.sendList.emplace();
-    track.sendList->slots = {model::SendSlot{}, std::nullopt};
+    track.sendList->slots = {orvo::SendSlot{}, std::nullopt};
     track.sendList->slots[0]->sendComponent = WithLane(4);
     track.clips.resize(1);
     track.clips[0].gain = WithLane(5);
@@ -68,8 +66,8 @@ TEST(TrackSummary, AutomationOfEverythingInATrackIsCountedAndEmptyLanesAreNot) {
 }
 
 TEST(TrackSummary, ALaneOfAParameterWithoutAValueIsNotCounted) {
-    model::Session session;
-    session.audioTracks = {Track(1, u"Voice")};
+    orvo::Session session;
+    session.audioTracks = {Track(1, "Voice")};
     session.audioTracks[0].fader = WithLane(2);
     session.audioTracks[0].fader->parameters[0].value.reset();
     EXPECT_EQ(SummariseTracks(session).at(0).automation, AutomationCount());
@@ -78,27 +76,27 @@ TEST(TrackSummary, ALaneOfAParameterWithoutAValueIsNotCounted) {
 }
 
 TEST(TrackSummary, ASlotWithoutAnEffectHasNoName) {
-    model::Session session;
-    session.audioTracks = {Track(1, u"Voice")};
-    session.audioTracks[0].effectsRack.emplace().slots = {model::EffectsSlot{.slotIndex = 3}};
+    orvo::Session session;
+    session.audioTracks = {Track(1, "Voice")};
+    session.audioTracks[0].effectsRack.emplace().slots = {orvo::EffectsSlot{.slotIndex = 3}};
     const auto effects = SummariseTracks(session).at(0).effects;
     ASSERT_EQ(effects.size(), 1u);
     EXPECT_EQ(effects[0].slotIndex, 3u);
-    EXPECT_EQ(effects[0].name, u"");
+    EXPECT_EQ(effects[0].name, "");
 }
 
 TEST(TrackSummary, AMuteWithoutAValueIsOff) {
-    model::Session session;
-    session.audioTracks = {Track(1, u"a"), Track(2, u"b")};
+    orvo::Session session;
+    session.audioTracks = {Track(1, "a"), Track(2, "b")};
     session.audioTracks[0].mute.emplace();
-    session.audioTracks[1].mute.emplace().parameters[0].name = u"mute";
+    session.audioTracks[1].mute.emplace().parameters[0].name = "mute";
     EXPECT_FALSE(SummariseTracks(session).at(0).muted);
     EXPECT_FALSE(SummariseTracks(session).at(1).muted);
 }
 
 TEST(TrackSummary, AMuteAtOneHalfIsOn) {
-    model::Session session;
-    session.audioTracks = {Track(1, u"a"), Track(2, u"b")};
+    orvo::Session session;
+    session.audioTracks = {Track(1, "a"), Track(2, "b")};
     session.audioTracks[0].mute.emplace().parameters[0].value = 0.5F;
     session.audioTracks[1].mute.emplace().parameters[0].value = 0.49F;
     EXPECT_TRUE(SummariseTracks(session).at(0).muted);
@@ -106,19 +104,19 @@ TEST(TrackSummary, AMuteAtOneHalfIsOn) {
 }
 
 TEST(TrackSummary, AnInstrumentHearsOneMidiInputOrAll) {
-    model::Session session;
-    session.audioTracks = {Track(1, u"voice"), Track(2, u"bass"), Track(3, u"piano")};
-    session.audioTracks[1].instrument = model::InstrumentTrack{u"Pedals", false};
-    session.audioTracks[2].instrument = model::InstrumentTrack{u"Keyboard", true};
+    orvo::Session session;
+    session.audioTracks = {Track(1, "voice"), Track(2, "bass"), Track(3, "piano")};
+    session.audioTracks[1].instrument = orvo::InstrumentTrack{"Pedals", false};
+    session.audioTracks[2].instrument = orvo::InstrumentTrack{"Keyboard", true};
     const auto tracks = SummariseTracks(session);
-    EXPECT_EQ(tracks.at(0).midiInput, u"");
-    EXPECT_EQ(tracks.at(1).midiInput, u"Pedals");
-    EXPECT_EQ(tracks.at(2).midiInput, u"all MIDI inputs");
+    EXPECT_EQ(tracks.at(0).midiInput, "");
+    EXPECT_EQ(tracks.at(1).midiInput, "Pedals");
+    EXPECT_EQ(tracks.at(2).midiInput, "all MIDI inputs");
 }
 
 TEST(TrackSummary, ASendMayFeedOneComponentOfItsDestination) {
-    model::Session session;
-    session.audioTracks = {Track(1, u"drums")};
+    orvo::Session session;
+    session.audioTracks = {Track(1, "drums")};
     session.audioTracks[0].sendList.emplace().slots.resize(2);
     session.audioTracks[0].sendList->slots[0].emplace();
     session.audioTracks[0].sendList->slots[1].emplace().destCompIndex = 0;
@@ -128,25 +126,25 @@ TEST(TrackSummary, ASendMayFeedOneComponentOfItsDestination) {
 }
 
 TEST(TrackSummary, AVideoTrackTellsEachFormatOfItsClipsOnce) {
-    model::VideoFormat wide;
+    orvo::VideoFormat wide;
     wide.width = 1920;
-    model::Session session;
+    orvo::Session session;
     session.videoTracks.resize(1);
     session.videoTracks[0].clips.resize(4);
     session.videoTracks[0].clips[0].format = wide;
-    session.videoTracks[0].clips[2].format = model::VideoFormat();
+    session.videoTracks[0].clips[2].format = orvo::VideoFormat();
     session.videoTracks[0].clips[3].format = wide;
     EXPECT_EQ(SummariseTracks(session).at(0).pictures,
-              (std::vector<model::VideoFormat>{wide, model::VideoFormat()}));
+              (std::vector<orvo::VideoFormat>{wide, orvo::VideoFormat()}));
 }
 
 TEST(TrackSummary, VideoComesFirstAndTheMetronomeLastAndAnUnknownKindIsAudio) {
-    model::Session session;
+    orvo::Session session;
     session.videoTracks.resize(1);
-    session.audioTracks = {Track(1, u"odd")};
-    session.audioTracks[0].kind = 7;
-    session.metronome.track = Track(2, u"Click");
-    session.metronome.track->kind = 4;
+    session.audioTracks = {Track(1, "odd")};
+    session.audioTracks[0].kind = orvo::TrackKind{7};
+    session.metronome.track = Track(2, "Click");
+    session.metronome.track->kind = orvo::TrackKind::Metronome;
     const auto tracks = SummariseTracks(session);
     ASSERT_EQ(tracks.size(), 3u);
     EXPECT_STREQ(FamilyName(tracks[0].family), "video");

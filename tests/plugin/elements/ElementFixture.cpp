@@ -85,14 +85,14 @@ std::vector<std::string> ElementFixture::CallsInTrack(std::string_view content,
     return Without(CallsIn(start + std::string(content) + end, host), CallsIn(start + end), 0);
 }
 
-refhost::model::AudioTrack ElementFixture::ReadInTrack(std::string_view content) {
+orvo::AudioTrack ElementFixture::ReadInTrack(std::string_view content) {
     const ReadOutcome outcome = ReadInSession("<tracks><audioTrack id='7'>" + std::string(content) +
                                               "</audioTrack></tracks>");
     return outcome.session.audioTracks.at(0);
 }
 
 std::vector<std::string> ElementFixture::QueriesOf(std::string_view interfaceName,
-                                                   const refhost::model::Session& session) {
+                                                   const orvo::Session& session) {
     const WriteOutcome outcome = Write(session);
     EXPECT_TRUE(outcome.ok);
     std::vector<std::string> queries;
@@ -114,8 +114,7 @@ std::vector<std::string> ElementFixture::CallsWithReferences(std::string_view do
     return calls;
 }
 
-std::vector<std::string> ElementFixture::CallsWithReferences(
-    const refhost::model::Session& session) {
+std::vector<std::string> ElementFixture::CallsWithReferences(const orvo::Session& session) {
     Calls calls;
     const auto node = refhost::SessionNode::Make(session);
     refhost::Recorder recorder(RecordWithReferences(calls));
@@ -123,29 +122,27 @@ std::vector<std::string> ElementFixture::CallsWithReferences(
     return calls;
 }
 
-std::string ElementFixture::WrittenElement(std::string_view name,
-                                           const refhost::model::Session& session,
+std::string ElementFixture::WrittenElement(std::string_view name, const orvo::Session& session,
                                            const HostSetup& host) {
     const WriteOutcome outcome = Write(session, host);
     EXPECT_TRUE(outcome.ok);
     return outcome.file ? ElementOf(*outcome.file, name) : std::string();
 }
 
-std::string ElementFixture::WrittenElement(std::string_view name,
-                                           const refhost::model::AudioTrack& track,
+std::string ElementFixture::WrittenElement(std::string_view name, const orvo::AudioTrack& track,
                                            const HostSetup& host) {
     return WrittenElement(name, WithTrack(track), host);
 }
 
-refhost::model::Session ElementFixture::ThroughFile(const refhost::model::Session& session) {
+orvo::Session ElementFixture::ThroughFile(const orvo::Session& session) {
     EXPECT_TRUE(Write(session).ok);
     const ReadOutcome outcome = ReadPath(Path());
     EXPECT_TRUE(outcome.ok);
     return outcome.session;
 }
 
-refhost::model::Session ElementFixture::WithTrack(refhost::model::AudioTrack track) {
-    refhost::model::Session session;
+orvo::Session ElementFixture::WithTrack(orvo::AudioTrack track) {
+    orvo::Session session;
     session.audioTracks.push_back(std::move(track));
     return session;
 }

@@ -19,29 +19,29 @@ protected:
     std::vector<std::string> CallsInTrack(std::string_view content, const HostSetup& host = {});
 
     /// The audio track that is read from such children.
-    refhost::model::AudioTrack ReadInTrack(std::string_view content);
+    orvo::AudioTrack ReadInTrack(std::string_view content);
 
     /// The one element of that name in the file of a session, with the file's indentation below
     /// the element; empty if there is none. Fails the test if the session is not written.
-    std::string WrittenElement(std::string_view name, const refhost::model::Session& session,
+    std::string WrittenElement(std::string_view name, const orvo::Session& session,
                                const HostSetup& host = {});
-    std::string WrittenElement(std::string_view name, const refhost::model::AudioTrack& track,
+    std::string WrittenElement(std::string_view name, const orvo::AudioTrack& track,
                                const HostSetup& host = {});
 
     /// What is read from the file of a session. Fails the test if either direction fails.
-    refhost::model::Session ThroughFile(const refhost::model::Session& session);
+    orvo::Session ThroughFile(const orvo::Session& session);
 
     /// What an interface is asked, by the names of its operations, while a session is written.
     std::vector<std::string> QueriesOf(std::string_view interfaceName,
-                                       const refhost::model::Session& session);
+                                       const orvo::Session& session);
 
     /// Every call that a document causes, as "IEditAudioClip.SetName", with those that count
     /// references. Fails the test if the document is not read.
     std::vector<std::string> CallsWithReferences(std::string_view document);
     /// The same of a session that is written.
-    std::vector<std::string> CallsWithReferences(const refhost::model::Session& session);
+    std::vector<std::string> CallsWithReferences(const orvo::Session& session);
 
-    static refhost::model::Session WithTrack(refhost::model::AudioTrack track);
+    static orvo::Session WithTrack(orvo::AudioTrack track);
     static HostSetup Null(std::string_view operation);
     /// A host that returns null the second time that it is asked for the operation, and only then.
     static HostSetup NullAtTheSecond(std::string_view operation);

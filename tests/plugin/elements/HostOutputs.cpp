@@ -8,7 +8,7 @@
 namespace test {
 
 std::vector<std::vector<refhost::TraceValue>> OutputsBefore(std::string_view operation,
-                                                            const refhost::model::Session& session,
+                                                            const orvo::Session& session,
                                                             tses::Serializer& serializer,
                                                             const std::u16string& path,
                                                             std::size_t filled) {

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include <orvo/Model.h>
 #include "plugin/serializer/Serializer.h"
-#include "reference_host/model/Session.h"
 #include "reference_host/recorder/CallRecord.h"
 
 namespace test {
@@ -15,7 +15,7 @@ namespace test {
 /// written to a path. An operation is named as in a fault plan: "IQuerySession.GetSelection".
 /// @param filled  so many calls, the first ones, the host does fill, and they are left out
 std::vector<std::vector<refhost::TraceValue>> OutputsBefore(std::string_view operation,
-                                                            const refhost::model::Session& session,
+                                                            const orvo::Session& session,
                                                             tses::Serializer& serializer,
                                                             const std::u16string& path,
                                                             std::size_t filled = 0);

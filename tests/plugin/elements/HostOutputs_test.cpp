@@ -34,7 +34,7 @@ class Outputs : public test::SerializerFixture {
 protected:
     std::vector<std::vector<refhost::TraceValue>> Before(std::string_view operation,
                                                          std::size_t filled = 0) {
-        return test::OutputsBefore(operation, test::EverythingSession(u"/media/"), *serializer,
+        return test::OutputsBefore(operation, test::EverythingSession("/media/"), *serializer,
                                    Path(), filled);
     }
 };

@@ -3,12 +3,13 @@
 #include <algorithm>
 
 #include "format/Keywords.h"
+#include "platform/kelcore/Strings.h"
 #include "plugin/xml/Text.h"
 
 namespace test {
 namespace {
 
-using namespace refhost::model;
+using namespace orvo;
 
 constexpr kelcore::uint32 kMaster = 3;
 constexpr kelcore::uint32 kMetronome = 4;
@@ -24,7 +25,7 @@ EffectsSlot FullSlot() {
     slot.slotIndex = 2;
     slot.bypassed = true;
     slot.sideChainChannels = 2;
-    slot.busConfig = u"{\"buses\": 1}";
+    slot.busConfig = "{\"buses\": 1}";
     slot.inputChannels = {{0, 1}};
     slot.outputChannels = {{1, -1}};
     slot.component = FullComponent();
@@ -53,15 +54,15 @@ void DropNulls(std::vector<std::optional<Thing>>& things) {
 
 Component FullComponent() {
     Component component;
-    component.guid = u"{00112233-4455-6677-8899-AABBCCDDEEFF}";
-    component.componentId = u"control";
-    component.name = u"Control";
-    component.presetName = u"Soft & warm";
+    component.guid = "{00112233-4455-6677-8899-AABBCCDDEEFF}";
+    component.componentId = "control";
+    component.name = "Control";
+    component.presetName = "Soft & warm";
     component.powered = false;
     component.editorVisible = true;
     component.editorRect = {-10, 20, 300, 400};
-    component.parameters[0] = {0.5F, u"Level", true, FullLane()};
-    component.parameters[2] = {-0.1F, u"", false, std::nullopt};
+    component.parameters[0] = {0.5F, "Level", true, FullLane()};
+    component.parameters[2] = {-0.1F, "", false, std::nullopt};
     return component;
 }
 
@@ -69,8 +70,8 @@ AudioTrack FullTrack(kelcore::uint32 kind, kelcore::uint32 id) {
     AudioTrack track;
     track.id = id;
     track.index = 7;
-    track.kind = kind;
-    track.name = u"Voice";
+    track.kind = orvo::TrackKind{kind};
+    track.name = "Voice";
     track.hue = 212.5;
     track.height = 64;
     track.selected = true;
@@ -79,9 +80,9 @@ AudioTrack FullTrack(kelcore::uint32 kind, kelcore::uint32 id) {
     track.automationLaneOpen = true;
     track.phaseInverted = true;
     track.preRendered = true;
-    track.preRenderedFile = u"/r.wav";
+    track.preRenderedFile = "/r.wav";
     track.sumToMono = true;
-    track.audioChannelType = 2;
+    track.audioChannelType = orvo::ChannelType::Stereo;
     track.solo = true;
     track.recordArmed = true;
     track.monitoring = true;
@@ -90,7 +91,7 @@ AudioTrack FullTrack(kelcore::uint32 kind, kelcore::uint32 id) {
     track.inputId = 3;
     track.automationMode = 2;
     if (kind == kInstrument) {
-        track.instrument = {u"Keys", true};
+        track.instrument = {"Keys", true};
     }
     track.fader = FullComponent();
     track.mute = FullComponent();
@@ -106,7 +107,7 @@ VideoTrack FullVideoTrack(kelcore::uint32 id) {
     VideoTrack track;
     track.id = id;
     track.index = 4;
-    track.name = u"Picture";
+    track.name = "Picture";
     track.hue = 30;
     track.height = 48;
     track.selected = true;
@@ -162,20 +163,25 @@ SendList StoredSends(SendList sends) {
     return sends;
 }
 
+std::string Trimmed(const std::string& text) {
+    return kelcore::UTF16to8(tses::TrimWhitespace(kelcore::UTF8to16(text)));
+}
+
 AudioTrack StoredTrack(AudioTrack track) {
-    if (track.kind == 0 || track.kind > kInstrument) {
-        track.kind = 1;
+    if (track.kind < orvo::TrackKind::Audio || track.kind > orvo::TrackKind::Instrument) {
+        track.kind = orvo::TrackKind::Audio;
     }
-    track.name = tses::TrimWhitespace(track.name);
-    if (tses::FindKeyword(tses::kChannelLayouts, track.audioChannelType, u"").empty()) {
-        track.audioChannelType = 0;
+    track.name = Trimmed(track.name);
+    const auto channels = static_cast<kelcore::uint32>(track.audioChannelType);
+    if (tses::FindKeyword(tses::kChannelLayouts, channels, u"").empty()) {
+        track.audioChannelType = orvo::ChannelType::NotSaid;
     }
     if (track.outputTrackId > 0) {
         track.hardwareOutputId = -1;
     } else {
         track.outputTrackId = -1;
     }
-    if (track.kind != kInstrument) {
+    if (track.kind != orvo::TrackKind::Instrument) {
         track.instrument.reset();
     } else if (!track.instrument) {
         track.instrument.emplace();
@@ -187,7 +193,8 @@ AudioTrack StoredTrack(AudioTrack track) {
     Apply(track.effectsRack, StoredRack);
     std::erase_if(track.editParameters,
                   [](const EditParameter& each) { return each.slotIndex == kNoSlot; });
-    if (track.kind == kMaster || (track.sendList && track.sendList->slots.empty())) {
+    if (track.kind == orvo::TrackKind::Master ||
+        (track.sendList && track.sendList->slots.empty())) {
         track.sendList.reset();
     }
     Apply(track.sendList, StoredSends);
@@ -196,14 +203,14 @@ AudioTrack StoredTrack(AudioTrack track) {
 
 VideoTrack StoredVideoTrack(VideoTrack track) {
     track.index = 0;
-    track.name = tses::TrimWhitespace(track.name);
+    track.name = Trimmed(track.name);
     return track;
 }
 
 std::vector<AudioTrack> StoredTracks(const std::vector<AudioTrack>& tracks) {
     std::vector<AudioTrack> stored;
     for (const AudioTrack& track : tracks) {
-        if (!track.clipsOnly && track.kind != kMetronome) {
+        if (!track.clipsOnly && track.kind != orvo::TrackKind::Metronome) {
             stored.push_back(StoredTrack(track));
         }
     }

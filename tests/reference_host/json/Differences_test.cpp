@@ -16,19 +16,19 @@ using testing::StartsWith;
 
 constexpr std::size_t kMany = 100;
 
-std::vector<std::string> Lines(const model::Session& session, const model::Session& other) {
+std::vector<std::string> Lines(const orvo::Session& session, const orvo::Session& other) {
     return FindDifferences(session, other, kMany).lines;
 }
 
 TEST(DifferencesTest, EqualSessionsHaveNone) {
-    const model::Session session{.audioTracks = {{.id = 2}}, .files = {{.id = 1}}};
+    const orvo::Session session{.audioTracks = {{.id = 2}}, .files = {{.id = 1}}};
     EXPECT_EQ(FindDifferences(session, session, kMany).count, 0U);
     EXPECT_THAT(Lines(session, session), IsEmpty());
 }
 
 TEST(DifferencesTest, AValueHasItsPlaceAndWhatItWasAndIs) {
-    EXPECT_THAT(Lines({.sampleRate = 1, .audioTracks = {{}, {.name = u"a"}}},
-                      {.sampleRate = 2, .audioTracks = {{}, {.name = u"b"}}}),
+    EXPECT_THAT(Lines({.sampleRate = 1, .audioTracks = {{}, {.name = "a"}}},
+                      {.sampleRate = 2, .audioTracks = {{}, {.name = "b"}}}),
                 ElementsAre("/sampleRate: 1 became 2", R"(/audioTracks/1/name: "a" became "b")"));
 }
 
@@ -41,8 +41,8 @@ TEST(DifferencesTest, WhatIsMissingOrMoreIsOneDifference) {
 
 TEST(DifferencesTest, WhatIsLeftOutOfAListMovesNothingElse) {
     EXPECT_THAT(
-        Lines({.audioTracks = {{.id = 1}, {.id = 2, .name = u"a"}, {.id = 3}, {.id = 4}}},
-              {.audioTracks = {{.id = 2, .name = u"b"}, {.id = 3}}}),
+        Lines({.audioTracks = {{.id = 1}, {.id = 2, .name = "a"}, {.id = 3}, {.id = 4}}},
+              {.audioTracks = {{.id = 2, .name = "b"}, {.id = 3}}}),
         ElementsAre(StartsWith("/audioTracks/0: {"), R"(/audioTracks/1/name: "a" became "b")",
                     StartsWith("/audioTracks/3: {")));
     EXPECT_THAT(
@@ -51,15 +51,15 @@ TEST(DifferencesTest, WhatIsLeftOutOfAListMovesNothingElse) {
 }
 
 /// A session with these slots in its one rack.
-model::Session WithSlots(std::vector<std::optional<model::EffectsSlot>> slots) {
-    return {.audioTracks = {{.effectsRack = model::EffectsRack{.slots = std::move(slots)}}}};
+orvo::Session WithSlots(std::vector<std::optional<orvo::EffectsSlot>> slots) {
+    return {.audioTracks = {{.effectsRack = orvo::EffectsRack{.slots = std::move(slots)}}}};
 }
 
 TEST(DifferencesTest, ANullInAListIsNothingAndWhatStandsBehindItIsComparedWithItsLike) {
-    const std::optional<model::EffectsSlot> none;
-    const model::EffectsSlot one{.slotIndex = 1, .busConfig = u"a"};
-    const model::EffectsSlot other{.slotIndex = 1, .busConfig = u"b"};
-    const model::EffectsSlot last{.slotIndex = 2};
+    const std::optional<orvo::EffectsSlot> none;
+    const orvo::EffectsSlot one{.slotIndex = 1, .busConfig = "a"};
+    const orvo::EffectsSlot other{.slotIndex = 1, .busConfig = "b"};
+    const orvo::EffectsSlot last{.slotIndex = 2};
     EXPECT_THAT(Lines(WithSlots({none, one, none, last}), WithSlots({one, last})), IsEmpty());
     EXPECT_THAT(Lines(WithSlots({none, one, none, last}), WithSlots({other, last})),
                 ElementsAre(R"(/audioTracks/0/effectsRack/slots/1/busConfig: "a" became "b")"));
@@ -68,8 +68,8 @@ TEST(DifferencesTest, ANullInAListIsNothingAndWhatStandsBehindItIsComparedWithIt
 }
 
 TEST(DifferencesTest, WhatIsLeftOutBesideANullIsNamedInItsOwnPlace) {
-    const model::EffectsSlot one{.slotIndex = 1};
-    const model::EffectsSlot two{.slotIndex = 2};
+    const orvo::EffectsSlot one{.slotIndex = 1};
+    const orvo::EffectsSlot two{.slotIndex = 2};
     EXPECT_THAT(Lines(WithSlots({std::nullopt, one, two}), WithSlots({two})),
                 ElementsAre(StartsWith("/audioTracks/0/effectsRack/slots/1: {")));
     EXPECT_THAT(Lines(WithSlots({one}), WithSlots({std::nullopt, one, two})),
@@ -77,16 +77,16 @@ TEST(DifferencesTest, WhatIsLeftOutBesideANullIsNamedInItsOwnPlace) {
 }
 
 TEST(DifferencesTest, AThingThatIsThereOnOneSideOnlyIsOneDifference) {
-    EXPECT_THAT(Lines({.audioTracks = {{.fader = model::Component{}}}}, {.audioTracks = {{}}}),
+    EXPECT_THAT(Lines({.audioTracks = {{.fader = orvo::Component{}}}}, {.audioTracks = {{}}}),
                 ElementsAre(AllOf(StartsWith("/audioTracks/0/fader: {"),
                                   testing::EndsWith("became null"))));
 }
 
 TEST(DifferencesTest, EntriesOfTablesGoByTheirNumbers) {
-    model::Component one;
-    one.parameters = {{1, {}}, {3, {}}, {4, {.name = u"a"}}};
-    model::Component other;
-    other.parameters = {{1, {}}, {2, {}}, {4, {.name = u"b"}}};
+    orvo::Component one;
+    one.parameters = {{1, {}}, {3, {}}, {4, {.name = "a"}}};
+    orvo::Component other;
+    other.parameters = {{1, {}}, {2, {}}, {4, {.name = "b"}}};
     EXPECT_THAT(Lines({.audioTracks = {{.fader = one}}}, {.audioTracks = {{.fader = other}}}),
                 ElementsAre(StartsWith("/audioTracks/0/fader/parameters/3: {"),
                             R"(/audioTracks/0/fader/parameters/4/name: "a" became "b")",
@@ -96,8 +96,8 @@ TEST(DifferencesTest, EntriesOfTablesGoByTheirNumbers) {
 TEST(DifferencesTest, AChannelThatIsLeftOutBelowTheHighestIsFedByItsOwnNumber) {
     const auto find = [](std::map<kelcore::uint32, kelcore::int32> one,
                          std::map<kelcore::uint32, kelcore::int32> other) {
-        model::Session session;
-        model::Session changed;
+        orvo::Session session;
+        orvo::Session changed;
         session.audioTracks.emplace_back().clips.emplace_back().channelSources = std::move(one);
         changed.audioTracks.emplace_back().clips.emplace_back().channelSources = std::move(other);
         return Lines(session, changed);
@@ -120,14 +120,17 @@ TEST(DifferencesTest, ANumberThatIsNoneIsItself) {
 }
 
 TEST(DifferencesTest, ANumberOfSinglePrecisionThatIsNoneIsItselfToo) {
-    model::Component fader;
+    orvo::Component fader;
     fader.parameters[0].value = std::numeric_limits<float>::quiet_NaN();
     EXPECT_THAT(Lines({.audioTracks = {{.fader = fader}}}, {.audioTracks = {{.fader = fader}}}),
                 IsEmpty());
 }
 
 TEST(DifferencesTest, LongValuesAreCutBetweenCharacters) {
-    const std::u16string text = u"a" + std::u16string(100, u'\u00E9');
+    std::string text = "a";
+    for (int i = 0; i < 100; ++i) {
+        text += "\u00E9";
+    }
     std::string shown = "\"a";
     while (shown.size() < 60) {
         shown += "\u00E9";
@@ -144,7 +147,7 @@ TEST(DifferencesTest, AllAreCountedAndTheFirstNamed) {
 }
 
 TEST(DifferencesTest, OnlyWhatIsShownOfALargeValueIsEncoded) {
-    model::Session session;
+    orvo::Session session;
     session.metronome.track.emplace().clips.resize(10'000);
     const std::clock_t begin = std::clock();
     ToJson(session, [](std::string_view) {});

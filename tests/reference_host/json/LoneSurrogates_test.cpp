@@ -7,9 +7,9 @@
 namespace refhost {
 namespace {
 
-const std::u16string kLoneHigh{0xD800};
-const std::u16string kLoneLow{0xDFFF};
-const std::u16string kMarkCharacter{0xFDD0};
+const std::string kLoneHigh = "\xED\xA0\x80";
+const std::string kLoneLow = "\xED\xBF\xBF";
+const std::string kMarkCharacter = "\uFDD0";
 
 /// A document with marks, of one block.
 std::string MarkedDocument(std::string_view json) {
@@ -27,16 +27,16 @@ std::string MarkedText(const std::string& escaped) {
 
 TEST(LoneSurrogatesTest, AnyTextComesBack) {
     const std::string mark = "\uFDD0";
-    for (const auto& [escaped, text] : std::vector<std::pair<std::string, std::u16string>>{
-             {"plain", u"plain"},
-             {"\u00e9 \U0001F3B5", u"\u00e9 \U0001F3B5"},
+    for (const auto& [escaped, text] : std::vector<std::pair<std::string, std::string>>{
+             {"plain", "plain"},
+             {"\u00e9 \U0001F3B5", "\u00e9 \U0001F3B5"},
              {"\\ud800", kLoneHigh},
              {"\\udfff", kLoneLow},
              {"\\udfff\\ud800", kLoneLow + kLoneHigh},
              {mark, kMarkCharacter},
-             {mark + "fff\\ud8007ff", kMarkCharacter + u"fff" + kLoneHigh + u"7ff"},
-             {"\\ud800\uD7FF", kLoneHigh + u"\uD7FF"},
-             {"\\ud800\U0001F3B5", kLoneHigh + u"\U0001F3B5"}}) {
+             {mark + "fff\\ud8007ff", kMarkCharacter + "fff" + kLoneHigh + "7ff"},
+             {"\\ud800\uD7FF", kLoneHigh + "\uD7FF"},
+             {"\\ud800\U0001F3B5", kLoneHigh + "\U0001F3B5"}}) {
         EXPECT_EQ(UnmarkedText(MarkedText(escaped)), text);
     }
 }

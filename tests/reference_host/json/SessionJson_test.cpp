@@ -1,4 +1,5 @@
 #include "reference_host/json/SessionJson.h"
+#include "platform/kelcore/Strings.h"
 
 #include <gmock/gmock.h>
 
@@ -71,32 +72,42 @@ Value Again(const Value& value) {
 }
 
 TEST(SessionJsonTest, ADefaultSessionComesBack) {
-    EXPECT_EQ(FromJson(ToJson({})), model::Session{});
+    EXPECT_EQ(FromJson(ToJson({})), orvo::Session{});
 }
 
 TEST(SessionJsonTest, AnEmptyObjectIsTheDefaultSession) {
-    EXPECT_EQ(FromJson("{}"), model::Session{});
+    EXPECT_EQ(FromJson("{}"), orvo::Session{});
 }
 
 TEST(SessionJsonTest, EveryValueComesBack) {
-    const model::Session session{
+    const orvo::Session session{
         .formatVersion = {-1, std::numeric_limits<kelcore::int32>::max()},
         .sampleRate = 4294967295,
         .channelCount = -2147483647 - 1,
         .duration = std::numeric_limits<kelcore::int64>::min(),
         .bitDepth = 0,
-        .formatDescription = u"quote \" backslash \\ line\n",
+        .formatDescription = "quote \" backslash \\ line\n",
         .versionDependentValue = 9007199254740993,
-        .files = {{.id = 4294967294, .path = u"/m\u00fcsic/\U0001F3B5.wav"},
-                  {.id = 0, .recoveryId = std::u16string{u'a', 0, 0xD800, u'b', 0xDC00, 0xD800}},
-                  {.id = 1, .importerPrivateSettings = std::u16string{0xFDD0, 0xFFFE, 0xFFFF}}},
-        .audioDevice = {u"in", u"", {{-7, u"Mic"}}, {}}};
+        .files = {{.id = 4294967294, .path = "/m\u00fcsic/\U0001F3B5.wav"},
+                  {.id = 0,
+                   .recoveryId =
+                       kelcore::UTF16to8(std::u16string{u'a', 0, 0xD800, u'b', 0xDC00, 0xD800})},
+                  {.id = 1,
+                   .importerPrivateSettings =
+                       kelcore::UTF16to8(std::u16string{0xFDD0, 0xFFFE, 0xFFFF})}},
+        .audioDevice = {"in", "", {{-7, "Mic"}}, {}}};
     EXPECT_EQ(FromJson(ToJson(session)), session);
 }
 
 TEST(SessionJsonTest, AnUnpairedSurrogateStandsAsItsEscape) {
-    const std::string json = ToJson({.formatDescription = std::u16string{0xD83C, u'x'}});
+    const std::string json =
+        ToJson({.formatDescription = kelcore::UTF16to8(std::u16string{0xD83C, u'x'})});
     EXPECT_THAT(json, HasSubstr(R"("formatDescription": "\ud83cx")"));
+}
+
+TEST(SessionJsonTest, WhatIsNoUtf8StandsAsReplacementCharacters) {
+    EXPECT_EQ(Text(std::string("a\xFF\xE2\x82z")), "\"a\uFFFD\uFFFDz\"");
+    EXPECT_EQ(Text(std::string("\xC3")), "\"\uFFFD\"");
 }
 
 TEST(SessionJsonTest, NumbersThatAreNoneComeBack) {
@@ -147,11 +158,11 @@ TEST(SessionJsonTest, ANumberThatSinglePrecisionTakesForZeroIsAnErrorUnlessItIsZ
                       "; give 0 or a number that is at least 7.1e-46 away from it");
     }
     for (const char* const number : {"7.1e-46", "-7.1e-46", "1e-45"}) {
-        const model::Session session = FromJson(withHeight(number));
+        const orvo::Session session = FromJson(withHeight(number));
         EXPECT_NE(session.trackVisibilityPresets[0].tracks[0].height, 0) << number;
     }
     for (const char* const number : {"0", "-0.0", "0e9"}) {
-        const model::Session session = FromJson(withHeight(number));
+        const orvo::Session session = FromJson(withHeight(number));
         EXPECT_EQ(session.trackVisibilityPresets[0].tracks[0].height, 0) << number;
     }
 }
@@ -205,11 +216,11 @@ TEST(SessionJsonTest, AKeyOfATableThatIsNoNumberIsNamedWithItsPlace) {
 }
 
 TEST(SessionJsonTest, ASlotMayBeNull) {
-    const model::Session session =
+    const orvo::Session session =
         FromJson(R"({"audioTracks": [{"kind": 7, "effectsRack": {"slots": [null, {}]}}]})");
-    EXPECT_EQ(session.audioTracks[0].kind, 7U);
+    EXPECT_EQ(session.audioTracks[0].kind, orvo::TrackKind{7});
     EXPECT_EQ(session.audioTracks[0].effectsRack->slots,
-              (std::vector<std::optional<model::EffectsSlot>>{std::nullopt, model::EffectsSlot{}}));
+              (std::vector<std::optional<orvo::EffectsSlot>>{std::nullopt, orvo::EffectsSlot{}}));
 }
 
 TEST(SessionJsonTest, AnUnknownKeyIsNamedWithItsPlace) {
@@ -421,9 +432,9 @@ TEST(SessionJsonTest, BlanksBetweenValuesAreCountedInPlaces) {
 }
 
 TEST(SessionJsonTest, ATextComesBackAsItStoodWhereverABlockEnds) {
-    const model::Session session{.formatDescription = std::u16string{
-                                     u'a', 0xD800, 0xFDD0, 0xD83C, 0xDFB5, u'"', u'\\', u'\n',
-                                     0xDFFF, 0xD7FF, u' ', u' ', 0xE9, 0xFFFD, 1, 0x7F}};
+    const orvo::Session session{.formatDescription = kelcore::UTF16to8(std::u16string{
+                                    u'a', 0xD800, 0xFDD0, 0xD83C, 0xDFB5, u'"', u'\\', u'\n',
+                                    0xDFFF, 0xD7FF, u' ', u' ', 0xE9, 0xFFFD, 1, 0x7F})};
     EXPECT_EQ(FromJson(ByteByByte(ToJson(session))), session);
     EXPECT_EQ(FromJson(ByteByByte("\xEF\xBB\xBF" + ToJson(session))), session);
     EXPECT_EQ(
@@ -433,16 +444,17 @@ TEST(SessionJsonTest, ATextComesBackAsItStoodWhereverABlockEnds) {
 }
 
 TEST(SessionJsonTest, EscapesAreTheShortOnesWhereThereAreSuch) {
-    EXPECT_EQ(Text(std::u16string(u"\"\\/\b\f\n\r\t\u001f\u007f\u00e9\uD7FF\U0001F3B5")),
+    EXPECT_EQ(Text(std::string("\"\\/\b\f\n\r\t\u001f\u007f\u00e9\uD7FF\U0001F3B5")),
               "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u001f\x7F\u00e9\uD7FF\U0001F3B5\"");
-    EXPECT_EQ(Text(std::u16string{0xDBFF, 0xD800, 0xDFFF + 1}), "\"\\udbff\\ud800\uE000\"");
+    EXPECT_EQ(Text(kelcore::UTF16to8(std::u16string{0xDBFF, 0xD800, 0xDFFF + 1})),
+              "\"\\udbff\\ud800\uE000\"");
 }
 
 TEST(SessionJsonTest, LongTextsAndBlocksOfBytesAreWrittenInPieces) {
     constexpr std::size_t kMany = 100'000;
-    std::u16string text;
+    std::string text;
     while (text.size() < kMany) {
-        text += text.size() % 7 == 0 ? u"\U0001F3B5" : u"x";
+        text += text.size() % 7 == 0 ? "\U0001F3B5" : "x";
     }
     EXPECT_EQ(Again(text), text);
     std::vector<kelcore::byte> block(kMany);
@@ -455,7 +467,7 @@ TEST(SessionJsonTest, LongTextsAndBlocksOfBytesAreWrittenInPieces) {
 }
 
 TEST(SessionJsonTest, BothWaysTellHowManyBytesHaveGone) {
-    model::Session session;
+    orvo::Session session;
     session.files.resize(5'000);
     for (std::size_t i = 0; i < session.files.size(); ++i) {
         session.files[i].id = static_cast<kelcore::uint32>(i);

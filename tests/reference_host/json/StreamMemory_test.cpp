@@ -44,7 +44,7 @@ namespace {
 /// Several times smaller than the text of the session below.
 constexpr std::size_t kMuchLess = 512 * 1024;
 
-model::Session LargeSession() {
+orvo::Session LargeSession() {
     return toolkit::GenerateSession({.tracks = 32}, 1);
 }
 
@@ -61,7 +61,7 @@ private:
 };
 
 TEST(StreamMemoryTest, WritingHoldsABlockOfTheText) {
-    const model::Session session = LargeSession();
+    const orvo::Session session = LargeSession();
     std::size_t size = 0;
     const HeapPeak peak;
     ToJson(session, [&](std::string_view block) { size += block.size(); });
@@ -72,7 +72,7 @@ TEST(StreamMemoryTest, WritingHoldsABlockOfTheText) {
 TEST(StreamMemoryTest, ReadingHoldsTheSessionAndABlockOfTheText) {
     const std::string text = ToJson(LargeSession());
     const HeapPeak peak;
-    const model::Session session = FromJson(text);
+    const orvo::Session session = FromJson(text);
     EXPECT_GT(text.size(), 4 * kMuchLess);
     EXPECT_LT(peak.BeyondNow(), kMuchLess);
     EXPECT_EQ(ToJson(session), text);
@@ -86,10 +86,10 @@ TEST(StreamMemoryTest, ReadingHoldsNoMoreBehindAWrongValue) {
 }
 
 TEST(StreamMemoryTest, ReadingALongTextHoldsAFewTimesIt) {
-    const std::u16string longText(1'000'000, u'x');
+    const std::string longText(1'000'000, 'x');
     const std::string text = ToJson({.xmpMetadata = longText});
     const HeapPeak peak;
-    const model::Session session = FromJson(text);
+    const orvo::Session session = FromJson(text);
     EXPECT_EQ(session.xmpMetadata, longText);
     EXPECT_LT(peak.BeyondNow(), 4 * text.size());
 }

@@ -7,9 +7,9 @@ namespace {
 
 class ComponentsTest : public ::testing::Test {
 protected:
-    model::Component component_;
+    orvo::Component component_;
     ComponentNode* const node_ =
-        new ComponentNode([this]() -> model::Component& { return component_; });
+        new ComponentNode([this]() -> orvo::Component& { return component_; });
     const Ref<ComponentNode> hold_ = Ref<ComponentNode>::Retain(node_);
     EditComponent& edit_ = node_->Edit();
     QueryComponent& query_ = node_->Query();
@@ -28,7 +28,7 @@ TEST_F(ComponentsTest, ParametersMayLeaveGaps) {
 }
 
 TEST_F(ComponentsTest, AParameterMayBeWithoutAValue) {
-    component_.parameters[2].name = u"gone";
+    component_.parameters[2].name = "gone";
     float value = 0;
     EXPECT_EQ(query_.GetParameterCount(), 3U);
     EXPECT_FALSE(query_.GetParameterValue(2, value));
@@ -61,9 +61,9 @@ TEST_F(ComponentsTest, AParameterThatCannotBeCountedIsKeptWithAllThatItHas) {
     edit_.SetParameterSafeDuringWrite(4294967295, true);
     ASSERT_NE(edit_.GetParameterAutomation(4294967295), nullptr);
     edit_.GetParameterAutomation(4294967295)->AddKeyframe(1, 100, true, false);
-    const model::Parameter& parameter = component_.parameters.at(4294967295);
+    const orvo::Parameter& parameter = component_.parameters.at(4294967295);
     EXPECT_EQ(parameter.value, 1);
-    EXPECT_EQ(parameter.name, u"name");
+    EXPECT_EQ(parameter.name, "name");
     EXPECT_TRUE(parameter.safeDuringWrite);
     EXPECT_EQ(parameter.automation->keyframes.size(), 1U);
     EXPECT_EQ(query_.GetParameterCount(), 4294967295U);

@@ -16,12 +16,12 @@ TEST_F(FilesTest, EditingFillsTheModel) {
     file->SetMediaHandler(u"handler");
     file->SetImporterPrivateSettings(u"settings");
     EXPECT_EQ(session->Value().files,
-              (std::vector<model::File>{{5, u"/a.wav", u"handler", u"recovery", u"settings"}}));
+              (std::vector<orvo::File>{{5, "/a.wav", "handler", "recovery", "settings"}}));
 }
 
 TEST_F(FilesTest, QueryingTellsTheModel) {
     const auto session =
-        SessionNode::Make({.files = {{5, u"/a.wav", u"handler", u"recovery", u"settings"}}});
+        SessionNode::Make({.files = {{5, "/a.wav", "handler", "recovery", "settings"}}});
     tses::IQueryFile* const file = session->Query().GetFile(0);
     EXPECT_EQ(file->GetId(), 5U);
     EXPECT_EQ(TextOf(file->GetPath()), u"/a.wav");
@@ -36,7 +36,7 @@ TEST_F(FilesTest, AFileIsMadeOnceForEachId) {
     session->Edit().GetFile(4294967294)->SetPath(u"/last.wav");
     session->Edit().GetFile(0)->SetRecoveryId(u"zero");
     ASSERT_EQ(session->Value().files.size(), 2U);
-    EXPECT_EQ(session->Value().files[0].recoveryId, u"zero");
+    EXPECT_EQ(session->Value().files[0].recoveryId, "zero");
     EXPECT_EQ(session->Value().files[1].id, 4294967294U);
 }
 
@@ -50,7 +50,7 @@ TEST_F(FilesTest, AFileOfTheModelIsFoundByItsId) {
     const auto session = SessionNode::Make({.files = {{.id = 9}, {.id = 4}, {.id = 4}}});
     session->Edit().GetFile(4)->SetPath(u"/four.wav");
     EXPECT_EQ(session->Value().files.size(), 3U);
-    EXPECT_EQ(session->Value().files[1].path, u"/four.wav");
+    EXPECT_EQ(session->Value().files[1].path, "/four.wav");
 }
 
 TEST_F(FilesTest, BeyondTheLastFileThereIsNone) {

@@ -2,31 +2,31 @@
 
 #include <gtest/gtest.h>
 
-#include "reference_host/model/File.h"
+#include <orvo/File.h>
 
 namespace refhost {
 namespace {
 
-using FileIndex = KeyIndex<&model::File::id>;
+using FileIndex = KeyIndex<&orvo::File::id>;
 
 TEST(KeyIndexTest, FindsTheFirstOfAKey) {
-    const std::vector<model::File> files{{.id = 4}, {.id = 9}, {.id = 9}};
+    const std::vector<orvo::File> files{{.id = 4}, {.id = 9}, {.id = 9}};
     FileIndex index;
     EXPECT_EQ(index.Find(files, 9), 1U);
     EXPECT_EQ(index.Find(files, 5), std::nullopt);
 }
 
 TEST(KeyIndexTest, AddsWhatItDoesNotFind) {
-    std::vector<model::File> files{{.id = 4}};
+    std::vector<orvo::File> files{{.id = 4}};
     FileIndex index;
     EXPECT_EQ(index.FindOrAdd(files, 7), 1U);
     EXPECT_EQ(index.FindOrAdd(files, 7), 1U);
     EXPECT_EQ(index.FindOrAdd(files, 4), 0U);
-    EXPECT_EQ(files, (std::vector<model::File>{{.id = 4}, {.id = 7}}));
+    EXPECT_EQ(files, (std::vector<orvo::File>{{.id = 4}, {.id = 7}}));
 }
 
 TEST(KeyIndexTest, FindsWhatOthersAppended) {
-    std::vector<model::File> files;
+    std::vector<orvo::File> files;
     FileIndex index;
     EXPECT_EQ(index.Find(files, 3), std::nullopt);
     files.push_back({.id = 3});

@@ -28,12 +28,12 @@ TEST_F(SessionTest, EditingFillsTheFormat) {
         edit.SetFormatDescription(u"a session");
         edit.SetVersionDependentValue(12);
     });
-    const model::Session& model = session->Value();
+    const orvo::Session& model = session->Value();
     EXPECT_EQ(model.sampleRate, 44100U);
     EXPECT_EQ(model.channelCount, -6);
     EXPECT_EQ(model.duration, -1);
     EXPECT_EQ(model.bitDepth, 24U);
-    EXPECT_EQ(model.formatDescription, u"a session");
+    EXPECT_EQ(model.formatDescription, "a session");
     EXPECT_EQ(model.versionDependentValue, 12);
 }
 
@@ -64,12 +64,12 @@ TEST_F(SessionTest, EditingFillsTheAudioDevice) {
         edit.AddOutputPort(2, u"Right");
     });
     EXPECT_EQ(session->Value().audioDevice,
-              (model::AudioDevice{u"in", u"out", {{-1, u"Mic"}}, {{1, u"Left"}, {2, u"Right"}}}));
+              (orvo::AudioDevice{"in", "out", {{-1, "Mic"}}, {{1, "Left"}, {2, "Right"}}}));
 }
 
 TEST_F(SessionTest, QueryingTellsTheAudioDevice) {
     const auto session = SessionNode::Make(
-        {.audioDevice = {u"in", u"out", {{-1, u"Mic"}}, {{1, u"Left"}, {2, u"Right"}}}});
+        {.audioDevice = {"in", "out", {{-1, "Mic"}}, {{1, "Left"}, {2, "Right"}}}});
     tses::IQuerySession& query = session->Query();
     EXPECT_EQ(TextOf(query.GetInputDeviceId()), u"in");
     EXPECT_EQ(TextOf(query.GetOutputDeviceId()), u"out");

@@ -29,22 +29,22 @@ TEST_F(TracksTest, NoTrackIsMadeForTheIdThatMeansNone) {
     const auto session = SessionNode::Make();
     EXPECT_EQ(session->Edit().GetAudioTrack(4294967295), nullptr);
     EXPECT_EQ(session->Edit().GetVideoTrack(4294967295), nullptr);
-    EXPECT_EQ(session->Value(), model::Session{});
+    EXPECT_EQ(session->Value(), orvo::Session{});
 }
 
 TEST_F(TracksTest, WhatATrackMayLackExistsOnceItWasAskedFor) {
     const auto session = SessionNode::Make();
     tses::IEditAudioTrackPrivate& track = Track(*session);
-    EXPECT_EQ(session->Value().audioTracks[0], model::AudioTrack{.id = 1});
+    EXPECT_EQ(session->Value().audioTracks[0], orvo::AudioTrack{.id = 1});
     track.GetEffectsRack();
     track.GetSendList();
     track.GetInstrument();
     track.GetEQComponent(u"trackEQ");
-    const model::AudioTrack& made = session->Value().audioTracks[0];
-    EXPECT_EQ(made.effectsRack, model::EffectsRack{});
-    EXPECT_EQ(made.sendList, model::SendList{});
-    EXPECT_EQ(made.instrument, model::InstrumentTrack{});
-    EXPECT_EQ(made.eq, model::Component{});
+    const orvo::AudioTrack& made = session->Value().audioTracks[0];
+    EXPECT_EQ(made.effectsRack, orvo::EffectsRack{});
+    EXPECT_EQ(made.sendList, orvo::SendList{});
+    EXPECT_EQ(made.instrument, orvo::InstrumentTrack{});
+    EXPECT_EQ(made.eq, orvo::Component{});
     EXPECT_EQ(made.fader, std::nullopt);
 }
 
@@ -62,15 +62,15 @@ TEST_F(TracksTest, WhatATrackLacksIsNull) {
 TEST_F(TracksTest, WhatAClipMayLackExistsOnceItWasAskedFor) {
     const auto session = SessionNode::Make();
     tses::IEditAudioClip* const clip = Track(*session).CreateAudioClip(4);
-    const model::AudioClip& made = session->Value().audioTracks[0].clips[0];
-    EXPECT_EQ(made, model::AudioClip{.id = 4});
+    const orvo::AudioClip& made = session->Value().audioTracks[0].clips[0];
+    EXPECT_EQ(made, orvo::AudioClip{.id = 4});
     clip->GetFadeIn();
     clip->GetClipStretch();
     clip->GetProperties();
-    EXPECT_EQ(made.fadeIn, model::Fade{});
+    EXPECT_EQ(made.fadeIn, orvo::Fade{});
     EXPECT_EQ(made.fadeOut, std::nullopt);
-    EXPECT_EQ(made.stretch, model::ClipStretch{});
-    EXPECT_EQ(made.properties, u"");
+    EXPECT_EQ(made.stretch, orvo::ClipStretch{});
+    EXPECT_EQ(made.properties, "");
 }
 
 TEST_F(TracksTest, AClipIsMadeForAnyIdEvenTwice) {
@@ -81,7 +81,7 @@ TEST_F(TracksTest, AClipIsMadeForAnyIdEvenTwice) {
 }
 
 TEST_F(TracksTest, ATrackOfClipsOnlyDoesNotCast) {
-    model::AudioTrack shown{.id = 1};
+    orvo::AudioTrack shown{.id = 1};
     shown.clipsOnly = true;
     shown.clips.push_back({.id = 8});
     const auto session = SessionNode::Make({.audioTracks = {shown}});
@@ -104,7 +104,7 @@ TEST_F(TracksTest, AMidiClipListStaysWithoutAReferenceAfterItsClipsWent) {
 }
 
 TEST_F(TracksTest, AChannelThatWasLeftOutIsFedByItsOwnNumber) {
-    model::AudioTrack track{.id = 1};
+    orvo::AudioTrack track{.id = 1};
     track.clips.push_back({.channelSources = {{2, 0}}});
     const auto session = SessionNode::Make({.audioTracks = {track}});
     tses::IQueryAudioClip* const clip = session->Query().GetAudioTrack(0)->GetClip(0);
@@ -116,20 +116,20 @@ TEST_F(TracksTest, AChannelThatWasLeftOutIsFedByItsOwnNumber) {
 TEST_F(TracksTest, TheMetronomesTrackHasNoIdOfItsOwn) {
     const auto session = SessionNode::Make();
     session->Edit().GetMetronomeInfo()->GetTrack();
-    EXPECT_EQ(session->Value().metronome.track, model::AudioTrack{.id = 4294967295});
+    EXPECT_EQ(session->Value().metronome.track, orvo::AudioTrack{.id = 4294967295});
 }
 
 TEST_F(TracksTest, TheMetronomesTrackIsMadeOnce) {
     const auto session = SessionNode::Make();
     session->Edit().GetMetronomeInfo()->GetTrack();
-    session->Value().metronome.track->name = u"Click";
+    session->Value().metronome.track->name = "Click";
     session->Edit().GetMetronomeInfo()->GetTrack();
-    EXPECT_EQ(session->Value().metronome.track->name, u"Click");
+    EXPECT_EQ(session->Value().metronome.track->name, "Click");
 }
 
 TEST_F(TracksTest, ASlotThatIsMissingHasTheIndexThatMeansNone) {
-    model::AudioTrack track{.id = 1};
-    track.effectsRack = {.slots = {std::nullopt, model::EffectsSlot{.slotIndex = 4}}};
+    orvo::AudioTrack track{.id = 1};
+    track.effectsRack = {.slots = {std::nullopt, orvo::EffectsSlot{.slotIndex = 4}}};
     const auto session = SessionNode::Make({.audioTracks = {track}});
     auto& query = dynamic_cast<tses::IQueryAudioTrackPrivate&>(*session->Query().GetAudioTrack(0));
     tses::IQueryEffectsRack* const rack = query.GetEffectsRack();
@@ -138,7 +138,7 @@ TEST_F(TracksTest, ASlotThatIsMissingHasTheIndexThatMeansNone) {
 }
 
 TEST_F(TracksTest, BeyondTheLastMidiClipThereIsNone) {
-    model::AudioTrack track{.id = 1};
+    orvo::AudioTrack track{.id = 1};
     track.midiClips.push_back({.id = 5});
     const auto session = SessionNode::Make({.audioTracks = {track}});
     auto& query = dynamic_cast<tses::IQueryAudioTrackPrivate&>(*session->Query().GetAudioTrack(0));
@@ -152,8 +152,7 @@ TEST_F(TracksTest, APropertyThatIsSetAgainIsReplaced) {
     properties->SetProperty(u"a", u"1");
     properties->SetProperty(u"b", u"2");
     properties->SetProperty(u"a", u"3");
-    EXPECT_EQ(session->Value().properties,
-              (std::vector<model::Property>{{u"a", u"3"}, {u"b", u"2"}}));
+    EXPECT_EQ(session->Value().properties, (std::vector<orvo::Property>{{"a", "3"}, {"b", "2"}}));
     EXPECT_EQ(session->Query().GetProperties()->GetValue(u"none"), nullptr);
 }
 

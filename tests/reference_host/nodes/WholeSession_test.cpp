@@ -12,14 +12,14 @@ namespace {
 class WholeSessionTest : public test::NoLiveNodes {
 protected:
     /// A session in which everything is something, as far as the interfaces can tell it.
-    static model::Session FullSession() {
-        auto session = test::Filler().Make<model::Session>();
-        for (model::AudioTrack& track : session.audioTracks) {
+    static orvo::Session FullSession() {
+        auto session = test::Filler().Make<orvo::Session>();
+        for (orvo::AudioTrack& track : session.audioTracks) {
             MakeTellable(track);
         }
         MakeTellable(*session.metronome.track);
         session.metronome.track->id = 4294967295;
-        for (model::VideoTrack& track : session.videoTracks) {
+        for (orvo::VideoTrack& track : session.videoTracks) {
             track.index = 0;
         }
         session.formatVersion = {};
@@ -28,14 +28,14 @@ protected:
         return session;
     }
 
-    static void MakeTellable(model::AudioTrack& track) {
+    static void MakeTellable(orvo::AudioTrack& track) {
         track.clipsOnly = false;
-        for (model::AudioClip& clip : track.clips) {
+        for (orvo::AudioClip& clip : track.clips) {
             clip.channelSources.emplace(1, 5);
         }
     }
 
-    static model::Session Mirrored(const model::Session& session) {
+    static orvo::Session Mirrored(const orvo::Session& session) {
         const auto from = SessionNode::Make(session);
         const auto to = SessionNode::Make();
         test::Mirror(from->Query(), to->Edit());
@@ -44,30 +44,30 @@ protected:
 };
 
 TEST_F(WholeSessionTest, EverythingThatQueryingTellsEditingTakes) {
-    const model::Session session = FullSession();
+    const orvo::Session session = FullSession();
     EXPECT_EQ(Mirrored(session), session);
 }
 
 TEST_F(WholeSessionTest, ADefaultSessionStaysOne) {
-    EXPECT_EQ(Mirrored({}), model::Session{});
+    EXPECT_EQ(Mirrored({}), orvo::Session{});
 }
 
 TEST_F(WholeSessionTest, NullSlotsAreSkipped) {
-    model::Session session;
+    orvo::Session session;
     session.audioTracks.push_back({.id = 1});
-    model::AudioTrack& track = session.audioTracks[0];
-    track.effectsRack = {.slots = {std::nullopt, model::EffectsSlot{.slotIndex = 4}}};
-    track.sendList = {.slots = {std::nullopt, model::SendSlot{.slotIndex = 3}}};
-    const model::Session mirrored = Mirrored(session);
+    orvo::AudioTrack& track = session.audioTracks[0];
+    track.effectsRack = {.slots = {std::nullopt, orvo::EffectsSlot{.slotIndex = 4}}};
+    track.sendList = {.slots = {std::nullopt, orvo::SendSlot{.slotIndex = 3}}};
+    const orvo::Session mirrored = Mirrored(session);
     ASSERT_EQ(mirrored.audioTracks.size(), 1U);
     EXPECT_EQ(mirrored.audioTracks[0].effectsRack->slots,
-              (std::vector<std::optional<model::EffectsSlot>>{{{.slotIndex = 4}}}));
+              (std::vector<std::optional<orvo::EffectsSlot>>{{{.slotIndex = 4}}}));
     EXPECT_EQ(mirrored.audioTracks[0].sendList->slots,
-              (std::vector<std::optional<model::SendSlot>>{{{.slotIndex = 3}}}));
+              (std::vector<std::optional<orvo::SendSlot>>{{{.slotIndex = 3}}}));
 }
 
 TEST_F(WholeSessionTest, EverythingComesBackFromJson) {
-    const auto session = test::Filler().Make<model::Session>();
+    const auto session = test::Filler().Make<orvo::Session>();
     EXPECT_EQ(FromJson(ToJson(session)), session);
 }
 

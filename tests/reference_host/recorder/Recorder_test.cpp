@@ -357,7 +357,7 @@ TEST_F(RecorderOfAWrite, TheContextIsGivenAsItIsAndNotHeld) {
 
 TEST(Recorder, ABufferIsShownFilledWhileTheCallIsReported) {
     const auto node = SessionNode::Make(
-        {.metronome = {.globalTrackInfo = model::GlobalTrackInfo{.tempoEvents = {7, 8}}}});
+        {.metronome = {.globalTrackInfo = orvo::GlobalTrackInfo{.tempoEvents = {7, 8}}}});
     std::vector<int> shown;
     Recorder recorder({.sink =
                            [&](const CallRecord& call) {

@@ -26,7 +26,10 @@ private:
     template <class Number>
     requires std::is_arithmetic_v<Number>
     void Fill(Number& value) { value = static_cast<Number>(++last_ % 100 + 150); }
-    void Fill(std::u16string& value) { value = u"text " + std::u16string(1, Letter()); }
+    void Fill(std::string& value) { value = "text " + std::to_string(++last_); }
+    template <class Code>
+    requires std::is_enum_v<Code>
+    void Fill(Code& code) { code = static_cast<Code>(++last_ % 100 + 150); }
     template <class Element>
     void Fill(std::vector<Element>& value) {
         Fill(value.emplace_back());
@@ -47,8 +50,6 @@ private:
         std::apply([&](const auto&... rows) { (Fill(value.*rows.member), ...); },
                    Schema<Struct>::kRows);
     }
-
-    char16_t Letter() { return static_cast<char16_t>(u'\u0100' + ++last_ % 1000); }
 
     unsigned last_ = 0;
 };

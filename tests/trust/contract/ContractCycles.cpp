@@ -73,20 +73,20 @@ std::vector<std::string> Repeat(std::size_t cycles, const std::function<bool()>&
 }
 
 bool ReadsInNewLife(const refhost::PluginLibrary& library, const std::u16string& path,
-                    const refhost::model::Session& expected) {
+                    const orvo::Session& expected) {
     refhost::Plugin plugin;
     const refhost::ReadResult read = refhost::ReadSession(plugin, path);
     return library.Call(1, nullptr) == 0 && read.result == SessionResult::Ok &&
            read.session == expected;
 }
 
-refhost::model::Session ReadOnce(const std::u16string& path) {
+orvo::Session ReadOnce(const std::u16string& path) {
     refhost::Plugin plugin;
     return refhost::ReadSession(plugin, path).session;
 }
 
 bool WritesAndReads(refhost::Plugin& plugin, const std::u16string& path,
-                    const refhost::model::Session& session) {
+                    const orvo::Session& session) {
     return refhost::WriteSession(plugin, path, session).result == SessionResult::Ok &&
            refhost::ReadSession(plugin, path).result == SessionResult::Ok;
 }
@@ -120,14 +120,14 @@ Tally RunCycles(const Options& options) {
     // Kept loaded, so that all lifetimes use the same copy of the library.
     const auto lives = [&] {
         const refhost::PluginLibrary library(refhost::DefaultPluginPath());
-        const refhost::model::Session expected = ReadOnce(path);
+        const orvo::Session expected = ReadOnce(path);
         return Repeat(options.cycles, [&] { return ReadsInNewLife(library, path, expected); });
     };
     const auto requests = [&] {
         const TemporaryFolder folder;
         const std::u16string target = kelcore::PathFromBytes((folder / "a.orvo").string());
         refhost::Plugin plugin;
-        const refhost::model::Session session = refhost::ReadSession(plugin, path).session;
+        const orvo::Session session = refhost::ReadSession(plugin, path).session;
         return Repeat(options.cycles, [&] { return WritesAndReads(plugin, target, session); });
     };
     const unsigned seconds = LongestSeconds(options.cycles, options);
@@ -139,7 +139,7 @@ Tally RunReloads(const Options& options) {
     const std::u16string path = Golden(options, "everything.orvo");
     const std::size_t cycles = options.cycles * 2 / 5;
     const auto lives = [&] {
-        const refhost::model::Session expected = ReadOnce(path);
+        const orvo::Session expected = ReadOnce(path);
         return Repeat(cycles, [&] { return ReadOnce(path) == expected; });
     };
     const auto unused = [&] {
@@ -157,7 +157,7 @@ Tally RunProcesses(const Options& options) {
     constexpr std::size_t kTimes = 20;
     const std::u16string path = Golden(options, "everything.orvo");
     const auto readers = [&]() -> std::vector<std::string> {
-        const refhost::model::Session expected = ReadOnce(path);
+        const orvo::Session expected = ReadOnce(path);
         const std::size_t failures = AtOnce(kProcesses, [&](std::size_t /*number*/) {
             refhost::Plugin plugin;
             for (std::size_t i = 0; i < kTimes; ++i) {
@@ -175,8 +175,8 @@ Tally RunProcesses(const Options& options) {
     const auto both = [&]() -> std::vector<std::string> {
         const TemporaryFolder folder;
         const std::u16string target = kelcore::PathFromBytes((folder / "a.orvo").string());
-        const refhost::model::Session session = ReadOnce(path);
-        refhost::model::Session expected;
+        const orvo::Session session = ReadOnce(path);
+        orvo::Session expected;
         {
             refhost::Plugin plugin;
             refhost::WriteSession(plugin, target, session);

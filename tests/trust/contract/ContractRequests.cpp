@@ -61,7 +61,7 @@ Request::Request(refhost::Plugin& plugin, Kind kind, std::filesystem::path file)
       name_((IsWrite() ? "write " : "read ") + file_.filename().string()) {
     expected_ = refhost::ReadSession(plugin_, PathOf(file_)).session;
     const Target target;
-    refhost::model::Session session = expected_;
+    orvo::Session session = expected_;
     undisturbed_ =
         Run({.sink = [this](const refhost::CallRecord& call) { calls_.push_back(Describe(call)); },
              .interceptor = {}},
@@ -73,8 +73,7 @@ SessionResult Request::Failure() const {
     return IsWrite() ? SessionResult::WriteFailed : SessionResult::ReadFailed;
 }
 
-SessionResult Request::Run(const refhost::Recorder::Options& options,
-                           refhost::model::Session& session,
+SessionResult Request::Run(const refhost::Recorder::Options& options, orvo::Session& session,
                            const std::filesystem::path& target) const {
     refhost::Recorder recorder(options);
     SessionResult result = SessionResult::Ok;
@@ -93,9 +92,8 @@ SessionResult Request::Run(const refhost::Recorder::Options& options,
 
 std::vector<std::string> Request::Disturb(const refhost::Interceptor& interceptor,
                                           SessionResult expected) const {
-    return Disturb(interceptor, expected, [](const refhost::model::Session& /*session*/) {
-        return std::vector<std::string>();
-    });
+    return Disturb(interceptor, expected,
+                   [](const orvo::Session& /*session*/) { return std::vector<std::string>(); });
 }
 
 std::vector<std::string> Request::Disturb(const refhost::Interceptor& interceptor,
@@ -104,7 +102,7 @@ std::vector<std::string> Request::Disturb(const refhost::Interceptor& intercepto
     std::vector<std::string> problems;
     const Target target;
     const std::size_t liveNodes = refhost::LiveNodes();
-    refhost::model::Session session = expected_;
+    orvo::Session session = expected_;
     const SessionResult result =
         Run({.sink = {}, .interceptor = interceptor}, session, target.file);
     if (result != expected) {
@@ -126,7 +124,7 @@ std::vector<std::string> Request::Disturb(const refhost::Interceptor& intercepto
         problems.emplace_back("the old file is lost");
     }
 
-    refhost::model::Session next = expected_;
+    orvo::Session next = expected_;
     const SessionResult nextResult = Run({.sink = {}, .interceptor = {}}, next, target.file);
     std::ranges::move(Judge(nextResult, next, target.file), std::back_inserter(problems));
     if (refhost::LiveNodes() != liveNodes) {
@@ -135,8 +133,7 @@ std::vector<std::string> Request::Disturb(const refhost::Interceptor& intercepto
     return problems;
 }
 
-std::vector<std::string> Request::Judge(SessionResult result,
-                                        const refhost::model::Session& session,
+std::vector<std::string> Request::Judge(SessionResult result, const orvo::Session& session,
                                         const std::filesystem::path& target) const {
     if (result != undisturbed_) {
         return {"the next request gives " + Text(result)};

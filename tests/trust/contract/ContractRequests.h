@@ -53,24 +53,22 @@ public:
 
     /// Inspects the session in the file that a disturbed write saved.
     using Inspector =
-        std::function<std::vector<std::string>(const refhost::model::Session& session)>;
+        std::function<std::vector<std::string>(const orvo::Session& session)>;
     std::vector<std::string> Disturb(const refhost::Interceptor& interceptor,
                                      tses::SessionResult expected,
                                      const Inspector& inspector) const;
 
 private:
-    tses::SessionResult Run(const refhost::Recorder::Options& options,
-                            refhost::model::Session& session,
+    tses::SessionResult Run(const refhost::Recorder::Options& options, orvo::Session& session,
                             const std::filesystem::path& target) const;
-    std::vector<std::string> Judge(tses::SessionResult result,
-                                   const refhost::model::Session& session,
+    std::vector<std::string> Judge(tses::SessionResult result, const orvo::Session& session,
                                    const std::filesystem::path& target) const;
 
     refhost::Plugin& plugin_;
     Kind kind_;
     std::filesystem::path file_;
     std::string name_;
-    refhost::model::Session expected_;  // the result of an undisturbed read
+    orvo::Session expected_;  // the result of an undisturbed read
     std::string written_;               // the file of an undisturbed write
     tses::SessionResult undisturbed_ = tses::SessionResult::Ok;
     std::vector<HostCall> calls_;

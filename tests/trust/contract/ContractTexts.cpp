@@ -2,6 +2,7 @@
 #include <set>
 
 #include "platform/kelcore/Paths.h"
+#include "platform/kelcore/Strings.h"
 #include "reference_host/CountedObject.h"
 #include "reference_host/LiveNodes.h"
 #include "reference_host/Ref.h"
@@ -127,8 +128,9 @@ std::vector<std::string> Save(const Request& request, const std::string& operati
     const bool isKnownPlace = operation == "IQuerySession.GetInputDeviceId";
     return request.Disturb(
         TextFault(operation, *string, text.isLong), text.result,
-        [&](const refhost::model::Session& session) -> std::vector<std::string> {
-            if (isKnownPlace && session.audioDevice.inputDeviceId != text.stored) {
+        [&](const orvo::Session& session) -> std::vector<std::string> {
+            if (isKnownPlace &&
+                kelcore::UTF8to16(session.audioDevice.inputDeviceId) != text.stored) {
                 return {"a different text comes back"};
             }
             return {};

@@ -66,7 +66,7 @@ nlohmann::json ReadAndReport(refhost::Plugin& plugin, const std::u16string& path
 }
 
 nlohmann::json SaveAndReport(refhost::Plugin& plugin, const std::u16string& path,
-                             const refhost::model::Session& session) {
+                             const orvo::Session& session) {
     refhost::WriteResult written;
     const auto opened = OpenedBy([&] { written = refhost::WriteSession(plugin, path, session); });
     return {{"result", static_cast<int>(written.result)}, {"opened", opened}};

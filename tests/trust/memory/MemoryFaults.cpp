@@ -224,8 +224,7 @@ void TryFirstRequests(const char* name,
     }
 }
 
-SessionResult Read(refhost::Plugin& plugin, const std::u16string& path,
-                   refhost::model::Session& into) {
+SessionResult Read(refhost::Plugin& plugin, const std::u16string& path, orvo::Session& into) {
     const auto node = refhost::SessionNode::Make();
     node->SetLogTarget(refhost::Ref<refhost::LogTarget>::Adopt(new refhost::LogTarget));
     const SessionResult result = plugin.Read(path, node->Edit());
@@ -257,7 +256,7 @@ int main(int argc, char** argv) {
     const test::TemporaryFolder folder;
     const std::filesystem::path target = folder / "session.orvo";
     Tally tally;
-    refhost::model::Session read;
+    orvo::Session read;
     TryFirstRequests(
         "read", [&](refhost::Plugin& first) { return Read(first, source, read); }, stride, tally);
     TryFirstRequests(
@@ -269,14 +268,14 @@ int main(int argc, char** argv) {
     TryFirstRequests(
         "write",
         [&](refhost::Plugin& first) {
-            const auto empty = refhost::SessionNode::Make(refhost::model::Session());
+            const auto empty = refhost::SessionNode::Make(orvo::Session());
             return Write(first, kelcore::PathFromBytes(target.string()), *empty);
         },
         stride, tally);
 
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
-    const refhost::model::Session expected = refhost::ReadSession(plugin, source).session;
+    const orvo::Session expected = refhost::ReadSession(plugin, source).session;
     // Consumes the trace: lines on standard error contain the time, for which the C library keeps
     // the time zone until the end.
     kelcore::trace::SetOutput([](std::string_view /*category*/, std::string_view /*text*/) {});

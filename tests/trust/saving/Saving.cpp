@@ -17,7 +17,7 @@
 
 namespace test {
 
-Saved SaveInPeace(refhost::Plugin& plugin, const refhost::model::Session& session,
+Saved SaveInPeace(refhost::Plugin& plugin, const orvo::Session& session,
                   const std::string& folder) {
     const std::string path = folder + "/peace.orvo";
     const auto written = refhost::WriteSession(plugin, kelcore::PathFromBytes(path), session);
@@ -30,7 +30,7 @@ Saved SaveInPeace(refhost::Plugin& plugin, const refhost::model::Session& sessio
     return saved;
 }
 
-refhost::model::Session SessionOf(refhost::Plugin& plugin, const std::string& path) {
+orvo::Session SessionOf(refhost::Plugin& plugin, const std::string& path) {
     refhost::ReadResult read = refhost::ReadSession(plugin, kelcore::PathFromBytes(path));
     if (read.result != tses::SessionResult::Ok) {
         throw std::runtime_error("cannot read " + path);
@@ -38,11 +38,11 @@ refhost::model::Session SessionOf(refhost::Plugin& plugin, const std::string& pa
     return std::move(read.session);
 }
 
-refhost::model::Session WithMoreFiles(refhost::model::Session session, std::size_t count) {
+orvo::Session WithMoreFiles(orvo::Session session, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         const auto id = static_cast<kelcore::uint32>(100000 + i);
         const std::string path = "/recordings/of the day/take " + std::to_string(i) + ".wav";
-        session.files.push_back({.id = id, .path = kelcore::PathFromBytes(path)});
+        session.files.push_back({.id = id, .path = path});
     }
     return session;
 }

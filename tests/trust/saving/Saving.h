@@ -18,21 +18,21 @@ namespace test {
 
 /// A session, and the result of saving it.
 struct Saved {
-    refhost::model::Session session;
+    orvo::Session session;
     std::string bytes;                 ///< of the file
-    refhost::model::Session readBack;  ///< what a host gets when it reads the file
+    orvo::Session readBack;  ///< what a host gets when it reads the file
 };
 
 /// Saves a session undisturbed and removes the file, to learn its bytes in this folder: they
 /// contain relative media paths. Throws if that fails.
-Saved SaveInPeace(refhost::Plugin& plugin, const refhost::model::Session& session,
+Saved SaveInPeace(refhost::Plugin& plugin, const orvo::Session& session,
                   const std::string& folder);
 
 /// Reads the session in a file; throws if that fails.
-refhost::model::Session SessionOf(refhost::Plugin& plugin, const std::string& path);
+orvo::Session SessionOf(refhost::Plugin& plugin, const std::string& path);
 
 /// Adds `count` media files to the session.
-refhost::model::Session WithMoreFiles(refhost::model::Session session, std::size_t count);
+orvo::Session WithMoreFiles(orvo::Session session, std::size_t count);
 
 /// The bytes of a file, or nothing if it does not exist.
 std::optional<std::string> ContentOf(const std::string& path);

@@ -56,7 +56,7 @@ void GiveUpPrivileges() {
 }
 
 std::vector<std::string> SaveAndReport(refhost::Plugin& plugin, const std::string& path,
-                                       const refhost::model::Session& session, const Fault& fault,
+                                       const orvo::Session& session, const Fault& fault,
                                        Report& report) {
     report.openBefore = OpenDescriptors();
     test::BeginFaults(fault);

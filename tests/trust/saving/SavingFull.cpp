@@ -116,7 +116,7 @@ private:
 };
 
 /// Saves a growing session until the new one no longer fits next to the old one.
-void GrowUntilFull(Trial& trial, refhost::Plugin& plugin, const refhost::model::Session& session,
+void GrowUntilFull(Trial& trial, refhost::Plugin& plugin, const orvo::Session& session,
                    const std::string& peaceful) {
     constexpr std::size_t kStep = 100;
     constexpr std::size_t kTooMany = 10000;

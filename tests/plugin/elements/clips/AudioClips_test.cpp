@@ -12,8 +12,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioClip;
-using refhost::model::AudioTrack;
+using orvo::AudioClip;
+using orvo::AudioTrack;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -114,9 +114,9 @@ TEST_F(AudioClips, NoCrossfadeMayAlsoStandAsAnUnsignedNumber) {
 TEST_F(AudioClips, AClipWithoutANameTakesOverTheNameOfTheClipBefore) {
     const auto clips =
         ReadClips("<audioClip name='a'/><audioClip/><audioClip name=''/><audioClip/>");
-    EXPECT_EQ(clips.at(1).name, u"a");
-    EXPECT_EQ(clips.at(2).name, u"");
-    EXPECT_EQ(clips.at(3).name, u"");
+    EXPECT_EQ(clips.at(1).name, "a");
+    EXPECT_EQ(clips.at(2).name, "");
+    EXPECT_EQ(clips.at(3).name, "");
 }
 
 TEST_F(AudioClips, AClipWithoutAHueTakesOverTheHueOfTheClipBefore) {
@@ -133,9 +133,9 @@ TEST_F(AudioClips, NameAndHueCarryOverToTheClipsOfTheNextTrackAndOfEveryKind) {
                              "<videoTrack id='2'><videoClip/></videoTrack>"
                              "<instrumentTrack id='3'><midiClip/></instrumentTrack></tracks>")
                              .session;
-    EXPECT_EQ(session.videoTracks.at(0).clips.at(0).name, u"a");
+    EXPECT_EQ(session.videoTracks.at(0).clips.at(0).name, "a");
     EXPECT_EQ(session.videoTracks.at(0).clips.at(0).hue, 7.0);
-    EXPECT_EQ(session.audioTracks.at(1).midiClips.at(0).name, u"a");
+    EXPECT_EQ(session.audioTracks.at(1).midiClips.at(0).name, "a");
     EXPECT_EQ(session.audioTracks.at(1).midiClips.at(0).hue, 7.0);
 }
 
@@ -152,7 +152,7 @@ TEST_F(AudioClips, NothingElseCarriesOver) {
 TEST_F(AudioClips, TheNextReadBeginsWithoutANameAndWithoutAHue) {
     ReadClips("<audioClip name='a' hue='30'/>");
     const auto clips = ReadClips("<audioClip/>");
-    EXPECT_EQ(clips.at(0).name, u"");
+    EXPECT_EQ(clips.at(0).name, "");
     EXPECT_EQ(clips.at(0).hue, 0.0);
 }
 
@@ -273,7 +273,7 @@ AudioClip Sample() {
     clip.duration = 48000;
     clip.startPoint = 5'000'000'000;
     clip.hue = 212.5;
-    clip.name = u"Take & 2";
+    clip.name = "Take & 2";
     clip.looped = true;
     clip.offline = true;
     clip.selected = true;
@@ -323,19 +323,19 @@ TEST_F(AudioClips, AClipThatTheHostDoesNotGiveIsPassedOver) {
 TEST_F(AudioClips, AreWrittenForEveryTrackButMasterAndInstrument) {
     for (const kelcore::uint32 kind : {1u, 2u, 4u, 0u, 9u}) {
         AudioTrack track = WithClips({Sample()});
-        track.kind = kind;
+        track.kind = orvo::TrackKind{kind};
         EXPECT_THAT(WrittenElement("audioClip", track), Not(IsEmpty())) << kind;
     }
     for (const kelcore::uint32 kind : {3u, 5u}) {
         AudioTrack track = WithClips({Sample()});
-        track.kind = kind;
+        track.kind = orvo::TrackKind{kind};
         EXPECT_EQ(WrittenElement("audioClip", track), "") << kind;
     }
 }
 
 AudioClip WithEveryChild() {
     AudioClip clip = Sample();
-    clip.properties = u"p";
+    clip.properties = "p";
     clip.effectsRack.emplace();
     clip.gain.emplace();
     clip.mute.emplace();

@@ -6,7 +6,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
+using orvo::AudioTrack;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

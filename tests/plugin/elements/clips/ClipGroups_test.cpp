@@ -6,8 +6,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::ClipGroup;
-using refhost::model::Session;
+using orvo::ClipGroup;
+using orvo::Session;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -69,7 +69,7 @@ TEST_F(ClipGroups, AnItemNeedNotNameWhatExists) {
                              "</clipGroups>")
                              .session;
     EXPECT_THAT(session.audioTracks, IsEmpty());
-    EXPECT_THAT(session.clipGroups.at(0).items, ElementsAre(refhost::model::ClipGroupItem{1, 2}));
+    EXPECT_THAT(session.clipGroups.at(0).items, ElementsAre(orvo::ClipGroupItem{1, 2}));
 }
 
 TEST_F(ClipGroups, AGroupThatTheHostDoesNotMakeIsDropped) {
@@ -94,8 +94,8 @@ TEST_F(ClipGroups, AreAMilestoneOfTheRead) {
 }
 
 TEST_F(ClipGroups, AreWrittenWithNameAndItems) {
-    EXPECT_EQ(WrittenElement("clipGroups", With({{3, u"A & B", 30.5, {{7, 12}, {8, 4294967295}}},
-                                                 {4294967295, u"", 0, {}}})),
+    EXPECT_EQ(WrittenElement("clipGroups", With({{3, "A & B", 30.5, {{7, 12}, {8, 4294967295}}},
+                                                 {4294967295, "", 0, {}}})),
               "<clipGroups>\n"
               "  <clipGroup hue=\"30.5\" id=\"3\">\n"
               "    <name>A &amp; B</name>\n"
@@ -114,24 +114,24 @@ TEST_F(ClipGroups, ASessionWithoutGroupsWritesAnEmptyElement) {
 
 TEST_F(ClipGroups, ANameThatTheHostDoesNotHaveIsWrittenEmpty) {
     EXPECT_THAT(
-        WrittenElement("clipGroup", With({{3, u"a", 0, {}}}), Null("IQueryClipGroup.GetName")),
+        WrittenElement("clipGroup", With({{3, "a", 0, {}}}), Null("IQueryClipGroup.GetName")),
         HasSubstr("<name></name>"));
 }
 
 TEST_F(ClipGroups, AGroupThatTheHostDoesNotGiveIsPassedOver) {
     EXPECT_THAT(
-        WrittenElement("clipGroups", With({{3, u"a", 0, {}}}), Null("IQuerySession.GetClipGroup")),
+        WrittenElement("clipGroups", With({{3, "a", 0, {}}}), Null("IQuerySession.GetClipGroup")),
         "<clipGroups/>");
 }
 
 TEST_F(ClipGroups, SurviveAWriteAndARead) {
     const Session session =
-        With({{0, u"", -1.5, {}}, {4294967295, u"<\u00e4>", 1e300, {{0, 0}, {0, 0}, {9, 1}}}});
+        With({{0, "", -1.5, {}}, {4294967295, "<\u00e4>", 1e300, {{0, 0}, {0, 0}, {9, 1}}}});
     EXPECT_EQ(ThroughFile(session).clipGroups, session.clipGroups);
 }
 
 TEST_F(ClipGroups, ANameLosesItsOuterBlanksByAWriteAndARead) {
-    EXPECT_EQ(ThroughFile(With({{1, u" a b ", 0, {}}})).clipGroups.at(0).name, u"a b");
+    EXPECT_EQ(ThroughFile(With({{1, " a b ", 0, {}}})).clipGroups.at(0).name, "a b");
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
+using orvo::AudioTrack;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -19,7 +19,7 @@ protected:
         return CallsOf(CallsInTrack("<audioClip>" + element + "</audioClip>", host), "Propert");
     }
 
-    static AudioTrack With(std::optional<std::u16string> properties) {
+    static AudioTrack With(std::optional<std::string> properties) {
         AudioTrack track;
         track.clips.emplace_back().properties = std::move(properties);
         return track;
@@ -55,41 +55,41 @@ TEST_F(ClipProperties, HaveNoChildren) {
 }
 
 TEST_F(ClipProperties, AreWrittenAsOneAttribute) {
-    EXPECT_EQ(WrittenElement("properties", With(u"{\"a\"}")),
+    EXPECT_EQ(WrittenElement("properties", With("{\"a\"}")),
               "<properties properties=\"{&quot;a&quot;}\"/>");
 }
 
 TEST_F(ClipProperties, ThatMakeTheirTagTooLongFailTheSave) {
-    const auto isSaved = [&](std::u16string text) {
-        refhost::model::Session session;
+    const auto isSaved = [&](std::string text) {
+        orvo::Session session;
         session.audioTracks.push_back(With(std::move(text)));
         return Write(session).ok;
     };
     kelcore::trace::SetEnabled(kelcore::trace::kWriterCategory, false);
-    EXPECT_TRUE(isSaved(std::u16string(1048000, u'a')));
-    EXPECT_FALSE(isSaved(std::u16string(1048576, u'a')));
-    EXPECT_FALSE(isSaved(std::u16string(1048000 / 3, u'&'))) << "each is written as a reference";
+    EXPECT_TRUE(isSaved(std::string(1048000, 'a')));
+    EXPECT_FALSE(isSaved(std::string(1048576, 'a')));
+    EXPECT_FALSE(isSaved(std::string(1048000 / 3, '&'))) << "each is written as a reference";
     kelcore::trace::SetEnabled(kelcore::trace::kWriterCategory, true);
 }
 
 TEST_F(ClipProperties, AreNotWrittenWhenThereAreNoneOrTheyAreEmpty) {
-    EXPECT_EQ(WrittenElement("audioClip", With({})), WrittenElement("audioClip", With(u"")));
-    EXPECT_EQ(WrittenElement("audioClip", With(u"")).find("<properties"), std::string::npos);
+    EXPECT_EQ(WrittenElement("audioClip", With({})), WrittenElement("audioClip", With("")));
+    EXPECT_EQ(WrittenElement("audioClip", With("")).find("<properties"), std::string::npos);
 }
 
 TEST_F(ClipProperties, ATextThatTheHostDoesNotGiveIsWrittenEmpty) {
     EXPECT_EQ(
-        WrittenElement("properties", With(u"p"), Null("IQueryClipProperties.GetPropertiesText")),
+        WrittenElement("properties", With("p"), Null("IQueryClipProperties.GetPropertiesText")),
         "<properties properties=\"\"/>");
 }
 
 TEST_F(ClipProperties, SurviveAWriteAndAReadWithTheirBlanks) {
-    const AudioTrack track = With(u" a\n\tb ");
+    const AudioTrack track = With(" a\n\tb ");
     EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).clips, track.clips);
 }
 
 TEST_F(ClipProperties, EmptyOnesAreLostByAWriteAndARead) {
-    EXPECT_EQ(ThroughFile(WithTrack(With(u""))).audioTracks.at(0).clips, With({}).clips);
+    EXPECT_EQ(ThroughFile(WithTrack(With(""))).audioTracks.at(0).clips, With({}).clips);
 }
 
 }  // namespace

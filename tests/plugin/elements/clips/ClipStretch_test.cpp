@@ -6,9 +6,9 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioClip;
-using refhost::model::AudioTrack;
-using refhost::model::ClipStretch;
+using orvo::AudioClip;
+using orvo::AudioTrack;
+using orvo::ClipStretch;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -64,29 +64,29 @@ TEST_F(ClipStretchElement, WithoutAttributesItSetsTheDefaults) {
 }
 
 TEST_F(ClipStretchElement, EachKeywordHasItsCode) {
-    EXPECT_EQ(ReadStretch("stretchMode='off'").stretchMode, 0u);
-    EXPECT_EQ(ReadStretch("stretchMode='realtime'").stretchMode, 1u);
-    EXPECT_EQ(ReadStretch("stretchMode='rendered'").stretchMode, 2u);
-    EXPECT_EQ(ReadStretch("stretchType='normal'").stretchType, 0u);
-    EXPECT_EQ(ReadStretch("stretchType='solo'").stretchType, 1u);
-    EXPECT_EQ(ReadStretch("stretchType='varispeed'").stretchType, 2u);
-    EXPECT_EQ(ReadStretch("stretchQuality='high'").stretchQuality, 0u);
-    EXPECT_EQ(ReadStretch("stretchQuality='medium'").stretchQuality, 1u);
-    EXPECT_EQ(ReadStretch("stretchQuality='low'").stretchQuality, 2u);
+    EXPECT_EQ(ReadStretch("stretchMode='off'").stretchMode, orvo::StretchMode::Off);
+    EXPECT_EQ(ReadStretch("stretchMode='realtime'").stretchMode, orvo::StretchMode::Realtime);
+    EXPECT_EQ(ReadStretch("stretchMode='rendered'").stretchMode, orvo::StretchMode::Rendered);
+    EXPECT_EQ(ReadStretch("stretchType='normal'").stretchType, orvo::StretchType::Normal);
+    EXPECT_EQ(ReadStretch("stretchType='solo'").stretchType, orvo::StretchType::Solo);
+    EXPECT_EQ(ReadStretch("stretchType='varispeed'").stretchType, orvo::StretchType::Varispeed);
+    EXPECT_EQ(ReadStretch("stretchQuality='high'").stretchQuality, orvo::StretchQuality::High);
+    EXPECT_EQ(ReadStretch("stretchQuality='medium'").stretchQuality, orvo::StretchQuality::Medium);
+    EXPECT_EQ(ReadStretch("stretchQuality='low'").stretchQuality, orvo::StretchQuality::Low);
 }
 
 TEST_F(ClipStretchElement, ANumberStandsForItsKeyword) {
-    EXPECT_EQ(ReadStretch("stretchMode='1'").stretchMode, 1u);
-    EXPECT_EQ(ReadStretch("stretchType='1'").stretchType, 1u);
-    EXPECT_EQ(ReadStretch("stretchQuality='2'").stretchQuality, 2u);
+    EXPECT_EQ(ReadStretch("stretchMode='1'").stretchMode, orvo::StretchMode::Realtime);
+    EXPECT_EQ(ReadStretch("stretchType='1'").stretchType, orvo::StretchType::Solo);
+    EXPECT_EQ(ReadStretch("stretchQuality='2'").stretchQuality, orvo::StretchQuality::Low);
 }
 
 TEST_F(ClipStretchElement, ANumberBeyondTheKeywordsReachesTheHostAsItIs) {
     const ClipStretch stretch =
         ReadStretch("stretchMode='7' stretchType='8' stretchQuality='4294967295'");
-    EXPECT_EQ(stretch.stretchMode, 7u);
-    EXPECT_EQ(stretch.stretchType, 8u);
-    EXPECT_EQ(stretch.stretchQuality, 4294967295u);
+    EXPECT_EQ(stretch.stretchMode, orvo::StretchMode{7});
+    EXPECT_EQ(stretch.stretchType, orvo::StretchType{8});
+    EXPECT_EQ(stretch.stretchQuality, orvo::StretchQuality{4294967295});
 }
 
 TEST_F(ClipStretchElement, AMisspeltKeywordIsNoNumberAndLeavesTheDefault) {
@@ -129,7 +129,9 @@ TEST_F(ClipStretchElement, AClipWithoutAStretchIgnoresIt) {
 // Writing
 
 TEST_F(ClipStretchElement, IsWrittenWithEveryAttribute) {
-    EXPECT_EQ(WrittenElement("clipStretch", With({1, 2, 1.25, -3.5, 1, -1, 64, false})),
+    EXPECT_EQ(WrittenElement("clipStretch",
+                             With({orvo::StretchMode::Realtime, orvo::StretchType::Varispeed, 1.25,
+                                   -3.5, orvo::StretchQuality::Medium, -1, 64, false})),
               "<clipStretch adaptiveWindowSize=\"64\" pitchAdjustment=\"-3.5\" "
               "preserveFormants=\"false\" stretchMode=\"realtime\" stretchQuality=\"medium\" "
               "stretchRatio=\"1.25\" stretchType=\"varispeed\" transientSensitivity=\"-1\"/>");
@@ -138,9 +140,9 @@ TEST_F(ClipStretchElement, IsWrittenWithEveryAttribute) {
 TEST_F(ClipStretchElement, ACodeBeyondTheKeywordsIsWrittenAsTheLastOne) {
     for (const kelcore::uint32 code : {2u, 3u, 7u, 4294967295u}) {
         EXPECT_THAT(
-            WrittenElement(
-                "clipStretch",
-                With({.stretchMode = code, .stretchType = code, .stretchQuality = code})),
+            WrittenElement("clipStretch", With({.stretchMode = orvo::StretchMode{code},
+                                                .stretchType = orvo::StretchType{code},
+                                                .stretchQuality = orvo::StretchQuality{code}})),
             AllOf(HasSubstr("stretchMode=\"rendered\""), HasSubstr("stretchQuality=\"low\""),
                   HasSubstr("stretchType=\"varispeed\"")))
             << code;
@@ -155,17 +157,20 @@ TEST_F(ClipStretchElement, IsNotWrittenForAClipWithoutAStretch) {
 
 TEST_F(ClipStretchElement, SurvivesAWriteAndARead) {
     for (const kelcore::uint32 code : {0u, 1u, 2u}) {
-        const ClipStretch stretch{code,       code,     0.1 + 0.2, -1e-9, code, -2147483647 - 1,
-                                  2147483647, code != 1};
+        const ClipStretch stretch{
+            orvo::StretchMode{code},    orvo::StretchType{code}, 0.1 + 0.2,  -1e-9,
+            orvo::StretchQuality{code}, -2147483647 - 1,         2147483647, code != 1};
         EXPECT_EQ(Again(stretch), stretch);
     }
 }
 
 TEST_F(ClipStretchElement, ACodeBeyondTheKeywordsComesBackAsTheLastOne) {
-    const ClipStretch again = Again({.stretchMode = 7, .stretchType = 7, .stretchQuality = 7});
-    EXPECT_EQ(again.stretchMode, 2u);
-    EXPECT_EQ(again.stretchType, 2u);
-    EXPECT_EQ(again.stretchQuality, 2u);
+    const ClipStretch again = Again({.stretchMode = orvo::StretchMode{7},
+                                     .stretchType = orvo::StretchType{7},
+                                     .stretchQuality = orvo::StretchQuality{7}});
+    EXPECT_EQ(again.stretchMode, orvo::StretchMode::Rendered);
+    EXPECT_EQ(again.stretchType, orvo::StretchType::Varispeed);
+    EXPECT_EQ(again.stretchQuality, orvo::StretchQuality::Low);
 }
 
 }  // namespace

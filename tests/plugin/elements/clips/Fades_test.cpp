@@ -8,9 +8,9 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioClip;
-using refhost::model::AudioTrack;
-using refhost::model::Fade;
+using orvo::AudioClip;
+using orvo::AudioTrack;
+using orvo::Fade;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -66,19 +66,22 @@ TEST_F(Fades, WithoutAttributesAFadeIsEmptyLogarithmicAndSymmetric) {
 }
 
 TEST_F(Fades, OnlyTheExactTextLogIsLogarithmic) {
-    EXPECT_EQ(ReadFadeIn("type='log'").type, 0u);
+    EXPECT_EQ(ReadFadeIn("type='log'").type, orvo::FadeType::Logarithmic);
 }
 
 TEST_F(Fades, AnUnknownCurveNameReadsAsCosine) {
     for (const std::string text : {"cosine", "Log", "linear", "log ", "0", ""}) {
-        EXPECT_EQ(ReadFadeIn("type='" + text + "'").type, 1u) << text;
+        EXPECT_EQ(ReadFadeIn("type='" + text + "'").type, orvo::FadeType::Cosine) << text;
     }
 }
 
 TEST_F(Fades, OnlyTheExactTextLinkedSymmetricIsSymmetric) {
-    EXPECT_EQ(ReadFadeIn("crossFadeLinkType='linkedSymmetric'").crossFadeLinkType, 0u);
+    EXPECT_EQ(ReadFadeIn("crossFadeLinkType='linkedSymmetric'").crossFadeLinkType,
+              orvo::CrossFadeLink::Symmetric);
     for (const std::string text : {"linkedAsymmetric", "LinkedSymmetric", "symmetric", "0", ""}) {
-        EXPECT_EQ(ReadFadeIn("crossFadeLinkType='" + text + "'").crossFadeLinkType, 1u) << text;
+        EXPECT_EQ(ReadFadeIn("crossFadeLinkType='" + text + "'").crossFadeLinkType,
+                  orvo::CrossFadeLink::Asymmetric)
+            << text;
     }
 }
 
@@ -103,7 +106,9 @@ TEST_F(Fades, AFadeThatComesTwiceIsSetTwice) {
 // Writing
 
 TEST_F(Fades, AreWrittenWithEveryAttribute) {
-    const auto track = With(Fade{100, 5'000'000'000, 1, -50, 1}, Fade{});
+    const auto track =
+        With(Fade{100, 5'000'000'000, orvo::FadeType::Cosine, -50, orvo::CrossFadeLink::Asymmetric},
+             Fade{});
     EXPECT_EQ(WrittenElement("fadeIn", track),
               "<fadeIn crossFadeLinkType=\"linkedAsymmetric\" endPoint=\"5000000000\" "
               "shape=\"-50\" startPoint=\"100\" type=\"cosine\"/>");
@@ -115,7 +120,9 @@ TEST_F(Fades, AreWrittenWithEveryAttribute) {
 TEST_F(Fades, AnyCodeButZeroIsWrittenAsTheSecondKeyword) {
     for (const kelcore::uint32 code : {1u, 2u, 4294967295u}) {
         EXPECT_THAT(
-            WrittenElement("fadeIn", With(Fade{.type = code, .crossFadeLinkType = code}, {})),
+            WrittenElement("fadeIn", With(Fade{.type = orvo::FadeType{code},
+                                               .crossFadeLinkType = orvo::CrossFadeLink{code}},
+                                          {})),
             testing::AllOf(HasSubstr("type=\"cosine\""), HasSubstr("linkedAsymmetric")))
             << code;
     }
@@ -130,18 +137,21 @@ TEST_F(Fades, OneThatTheClipDoesNotHaveIsLeftOutAndTheOtherWritten) {
 
 TEST_F(Fades, SurviveAWriteAndARead) {
     const Fade extreme{std::numeric_limits<kelcore::int64>::min(),
-                       std::numeric_limits<kelcore::int64>::max(), 1,
-                       std::numeric_limits<kelcore::int32>::min(), 1};
+                       std::numeric_limits<kelcore::int64>::max(), orvo::FadeType::Cosine,
+                       std::numeric_limits<kelcore::int32>::min(), orvo::CrossFadeLink::Asymmetric};
     const auto track = With(Fade{}, extreme);
     EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).clips, track.clips);
 }
 
 TEST_F(Fades, ACodeBeyondTheKeywordsComesBackAsOne) {
-    const auto clip = ThroughFile(WithTrack(With(Fade{.type = 7, .crossFadeLinkType = 8}, {})))
-                          .audioTracks.at(0)
-                          .clips.at(0);
-    EXPECT_EQ(clip.fadeIn->type, 1u);
-    EXPECT_EQ(clip.fadeIn->crossFadeLinkType, 1u);
+    const auto clip =
+        ThroughFile(
+            WithTrack(With(
+                Fade{.type = orvo::FadeType{7}, .crossFadeLinkType = orvo::CrossFadeLink{8}}, {})))
+            .audioTracks.at(0)
+            .clips.at(0);
+    EXPECT_EQ(clip.fadeIn->type, orvo::FadeType::Cosine);
+    EXPECT_EQ(clip.fadeIn->crossFadeLinkType, orvo::CrossFadeLink::Asymmetric);
 }
 
 }  // namespace

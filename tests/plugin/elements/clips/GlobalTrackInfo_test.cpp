@@ -9,8 +9,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::GlobalTrackInfo;
-using refhost::model::Session;
+using orvo::GlobalTrackInfo;
+using orvo::Session;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

@@ -10,9 +10,9 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::MidiClip;
-using refhost::model::Session;
+using orvo::AudioTrack;
+using orvo::MidiClip;
+using orvo::Session;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -39,7 +39,7 @@ protected:
 
     static AudioTrack With(std::vector<MidiClip> clips) {
         AudioTrack track;
-        track.kind = kInstrument;
+        track.kind = orvo::TrackKind::Instrument;
         track.midiClips = std::move(clips);
         return track;
     }
@@ -79,7 +79,7 @@ TEST_F(MidiClips, WhatOnlyAudioClipsHaveIsIgnored) {
 
 TEST_F(MidiClips, TakeOverNameAndHueOfTheClipBefore) {
     const auto clips = ReadClips("<midiClip name='a' hue='30'/><midiClip/>");
-    EXPECT_EQ(clips.at(1).name, u"a");
+    EXPECT_EQ(clips.at(1).name, "a");
     EXPECT_EQ(clips.at(1).hue, 30.0);
 }
 
@@ -147,7 +147,7 @@ MidiClip Sample() {
     clip.duration = 200;
     clip.startPoint = 5'000'000'000;
     clip.hue = 30.5;
-    clip.name = u"Bass";
+    clip.name = "Bass";
     clip.selected = true;
     clip.lockedInTime = true;
     clip.events = {0, 1, 2};
@@ -172,7 +172,7 @@ TEST_F(MidiClips, WithoutEventsAreWrittenWithoutTheChild) {
 TEST_F(MidiClips, AreWrittenForInstrumentTracksAlone) {
     for (const kelcore::uint32 kind : {1u, 2u, 3u, 4u}) {
         AudioTrack track = With({Sample()});
-        track.kind = kind;
+        track.kind = orvo::TrackKind{kind};
         EXPECT_THAT(WrittenElement("midiClip", track), IsEmpty()) << kind;
     }
 }

@@ -35,7 +35,7 @@ TEST_F(Takes, AnInPointThatDoesNotParseIsZero) {
 }
 
 TEST_F(Takes, AreWrittenInTheirOrder) {
-    refhost::model::AudioTrack track;
+    orvo::AudioTrack track;
     track.clips.emplace_back().takes = {5'000'000'000, -1};
     EXPECT_THAT(WrittenElement("audioClip", track),
                 HasSubstr(">\n  <take sourceInPoint=\"5000000000\"/>\n"
@@ -43,7 +43,7 @@ TEST_F(Takes, AreWrittenInTheirOrder) {
 }
 
 TEST_F(Takes, SurviveAWriteAndARead) {
-    refhost::model::AudioTrack track;
+    orvo::AudioTrack track;
     track.clips.emplace_back().takes = {std::numeric_limits<kelcore::int64>::min(), 0, 0,
                                         std::numeric_limits<kelcore::int64>::max()};
     EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).clips, track.clips);

@@ -9,9 +9,9 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
-using refhost::model::VideoClip;
-using refhost::model::VideoFormat;
+using orvo::Session;
+using orvo::VideoClip;
+using orvo::VideoFormat;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -71,7 +71,7 @@ TEST_F(VideoClips, TakeOverNameAndHueOfTheClipBefore) {
     const auto clips = ReadInSession(InTrack("<videoClip name='a' hue='30'/><videoClip/>"))
                            .session.videoTracks.at(0)
                            .clips;
-    EXPECT_EQ(clips.at(1).name, u"a");
+    EXPECT_EQ(clips.at(1).name, "a");
     EXPECT_EQ(clips.at(1).hue, 30.0);
 }
 
@@ -105,7 +105,7 @@ VideoClip Sample() {
     clip.duration = 200;
     clip.startPoint = 5'000'000'000;
     clip.hue = 30.5;
-    clip.name = u"Scene";
+    clip.name = "Scene";
     clip.offline = true;
     clip.selected = true;
     clip.lockedInTime = true;

@@ -9,8 +9,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
-using refhost::model::VideoFormat;
+using orvo::Session;
+using orvo::VideoFormat;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

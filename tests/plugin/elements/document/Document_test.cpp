@@ -21,11 +21,11 @@ using testing::StartsWith;
 
 class Document : public test::SerializerFixture {
 protected:
-    static refhost::model::Session Sample() {
-        refhost::model::Session session;
-        session.files.push_back({1, u"/a.wav", u"h", u"r", u"i"});
-        session.audioDevice.inputPorts = {{1, u"Mic"}};
-        session.audioDevice.outputPorts = {{1, u"Out"}};
+    static orvo::Session Sample() {
+        orvo::Session session;
+        session.files.push_back({1, "/a.wav", "h", "r", "i"});
+        session.audioDevice.inputPorts = {{1, "Mic"}};
+        session.audioDevice.outputPorts = {{1, "Out"}};
         return session;
     }
 };

@@ -37,15 +37,13 @@ protected:
 
     std::string Absolute(std::string_view name) const { return (folder / name).string(); }
 
-    static refhost::model::Session WithFile(refhost::model::File file) {
-        refhost::model::Session session;
+    static orvo::Session WithFile(orvo::File file) {
+        orvo::Session session;
         session.files.push_back(std::move(file));
         return session;
     }
 
-    std::u16string Here(std::string_view name) const {
-        return kelcore::PathFromBytes(Absolute(name));
-    }
+    std::string Here(std::string_view name) const { return Absolute(name); }
 };
 
 TEST_F(Files, EveryAttributeReachesTheHostInOrderAndThePathAlways) {
@@ -99,7 +97,7 @@ TEST_F(Files, AnEmptyRelativePathNeverReplacesTheAbsoluteOne) {
     const auto read =
         ReadInRoot("<files><file id='3' absolutePath='/gone/a.wav' relativePath=''/></files>");
     ASSERT_EQ(read.session.files.size(), 1u);
-    EXPECT_EQ(read.session.files[0].path, u"/gone/a.wav");
+    EXPECT_EQ(read.session.files[0].path, "/gone/a.wav");
     EXPECT_THAT(*Write(read.session).file, HasSubstr("absolutePath=\"/gone/a.wav\""));
 }
 
@@ -174,8 +172,8 @@ TEST_F(Files, NothingOfOneFileReachesTheNext) {
     const auto outcome =
         ReadInRoot("<files><file id='1' absolutePath='/a' recoveryID='r'/><file id='2'/></files>");
     ASSERT_EQ(outcome.session.files.size(), 2u);
-    EXPECT_EQ(outcome.session.files[1].path, u"");
-    EXPECT_EQ(outcome.session.files[1].recoveryId, u"");
+    EXPECT_EQ(outcome.session.files[1].path, "");
+    EXPECT_EQ(outcome.session.files[1].recoveryId, "");
 }
 
 // Writing
@@ -185,8 +183,7 @@ TEST_F(Files, AnEmptyTableIsWritten) {
 }
 
 TEST_F(Files, BothPathsAreWrittenAndTheRelativeOneFromTheSession) {
-    const auto outcome =
-        Write(WithFile({3, Here("media/a.wav"), u"kel.importer.wave", u"r", u"i"}));
+    const auto outcome = Write(WithFile({3, Here("media/a.wav"), "kel.importer.wave", "r", "i"}));
     EXPECT_THAT(
         *outcome.file,
         HasSubstr("<file absolutePath=\"" + Absolute("media/a.wav") +
@@ -197,7 +194,7 @@ TEST_F(Files, BothPathsAreWrittenAndTheRelativeOneFromTheSession) {
 TEST_F(Files, TheRelativePathIsWrittenAlsoWhereTheSessionsOwnIsRelative) {
     std::filesystem::create_directory(folder / "songs");
     const WorkingFolder here(folder.Path());
-    const auto session = WithFile({3, Here("media/a.wav"), u"h", u"", u""});
+    const auto session = WithFile({3, Here("media/a.wav"), "h", "", ""});
     EXPECT_THAT(*WriteTo(u"session.orvo", session).file, HasSubstr("relativePath=\"media/a.wav\""));
     EXPECT_THAT(*WriteTo(u"./songs/session.orvo", session).file,
                 HasSubstr("relativePath=\"../media/a.wav\""));
@@ -206,48 +203,48 @@ TEST_F(Files, TheRelativePathIsWrittenAlsoWhereTheSessionsOwnIsRelative) {
 }
 
 TEST_F(Files, AnIdBeyondTheSignedRangeIsWrittenUnsigned) {
-    EXPECT_THAT(*Write(WithFile({4294967294, u"", u"h", u"", u""})).file,
+    EXPECT_THAT(*Write(WithFile({4294967294, "", "h", "", ""})).file,
                 HasSubstr("<file id=\"4294967294\""));
 }
 
 TEST_F(Files, AnEmptyPathIsLeftOutWithTheOtherEmptyTexts) {
-    EXPECT_THAT(*Write(WithFile({3, u"", u"kel.importer.wave", u"", u""})).file,
+    EXPECT_THAT(*Write(WithFile({3, "", "kel.importer.wave", "", ""})).file,
                 HasSubstr("<file id=\"3\" mediaHandler=\"Waveform Audio (WAV)\"/>"));
 }
 
 TEST_F(Files, AFileWithAnEmptyPathKeepsItsHandlerRecoveryAndSettings) {
-    EXPECT_THAT(*Write(WithFile({3, u"", u"own", u"r", u"i"})).file,
+    EXPECT_THAT(*Write(WithFile({3, "", "own", "r", "i"})).file,
                 HasSubstr("<file id=\"3\" importerPrivateSettings=\"i\" mediaHandlerID=\"own\" "
                           "recoveryID=\"r\"/>"));
 }
 
 TEST_F(Files, AHandlerWithoutAReadableNameIsWrittenAsItsIdentifier) {
-    const std::string file = *Write(WithFile({3, u"", u"own.handler", u"", u""})).file;
+    const std::string file = *Write(WithFile({3, "", "own.handler", "", ""})).file;
     EXPECT_THAT(file, HasSubstr("<file id=\"3\" mediaHandlerID=\"own.handler\"/>"));
     EXPECT_THAT(file, Not(HasSubstr("mediaHandler=")));
 }
 
 TEST_F(Files, NoHandlerIsWrittenAsAnEmptyIdentifier) {
-    EXPECT_THAT(*Write(WithFile({3, u"", u"", u"", u""})).file,
+    EXPECT_THAT(*Write(WithFile({3, "", "", "", ""})).file,
                 HasSubstr("<file id=\"3\" mediaHandlerID=\"\"/>"));
 }
 
 TEST_F(Files, APathWithoutARelativeFormIsWrittenAlone) {
-    EXPECT_THAT(*Write(WithFile({3, u"media/a.wav", u"h", u"", u""})).file,
+    EXPECT_THAT(*Write(WithFile({3, "media/a.wav", "h", "", ""})).file,
                 HasSubstr("<file absolutePath=\"media/a.wav\" id=\"3\" mediaHandlerID=\"h\"/>"));
 }
 
 TEST_F(Files, ANullEntryIsSkipped) {
     test::HostSetup host;
     host.faults.ReturnNull("IQuerySession.GetFile");
-    const auto outcome = Write(WithFile({3, u"/a", u"", u"", u""}), host);
+    const auto outcome = Write(WithFile({3, "/a", "", "", ""}), host);
     EXPECT_TRUE(outcome.ok);
     EXPECT_THAT(*outcome.file, HasSubstr("<files/>"));
 }
 
 TEST_F(Files, ATableSurvivesAWriteAndAReadBack) {
-    auto session = WithFile({3, Here("a.wav"), u"kel.importer.wave", u"r", u"i"});
-    session.files.push_back({4294967294, u"/other/\u00FC \u266B.wav", u"own", u"", u""});
+    auto session = WithFile({3, Here("a.wav"), "kel.importer.wave", "r", "i"});
+    session.files.push_back({4294967294, "/other/\u00FC \u266B.wav", "own", "", ""});
     ASSERT_TRUE(Write(session).ok);
     EXPECT_EQ(ReadPath(Path()).session.files, session.files);
 }

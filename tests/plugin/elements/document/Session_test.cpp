@@ -96,8 +96,8 @@ TEST_F(SessionElement, TheDescriptionIsThatOfTheTranslation) {
 
 // Writing
 
-refhost::model::Session Sample() {
-    refhost::model::Session session;
+orvo::Session Sample() {
+    orvo::Session session;
     session.sampleRate = 44100;
     session.channelCount = 1;
     session.duration = 5'000'000'000;

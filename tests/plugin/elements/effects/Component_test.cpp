@@ -8,7 +8,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
+using orvo::AudioTrack;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -25,7 +25,7 @@ protected:
                        "IEditComponent#4.");
     }
 
-    std::string WrittenMix(const refhost::model::Component& mix, const test::HostSetup& host = {}) {
+    std::string WrittenMix(const orvo::Component& mix, const test::HostSetup& host = {}) {
         AudioTrack track;
         track.effectsRack.emplace().mix = mix;
         return WrittenElement("component", track, host);
@@ -106,12 +106,12 @@ TEST_F(Component, TheIndicesOfItsParametersAreForgottenAtTheNextOne) {
 
 // Writing
 
-refhost::model::Component Sample() {
-    refhost::model::Component component;
-    component.guid = u"g";
-    component.componentId = u"c";
-    component.name = u"n";
-    component.presetName = u"p";
+orvo::Component Sample() {
+    orvo::Component component;
+    component.guid = "g";
+    component.componentId = "c";
+    component.name = "n";
+    component.presetName = "p";
     component.powered = false;
     component.editorVisible = true;
     component.editorRect = {-1, 2, 3, 4};
@@ -130,9 +130,8 @@ TEST_F(Component, OfAKeywordLeavesOutEmptyTextsAndAHiddenEditor) {
 }
 
 TEST_F(Component, TheEditorsRectangleIsWrittenOnlyWithAWidthAndAHeight) {
-    refhost::model::Component component;
-    for (const refhost::model::EditorRect rect :
-         {refhost::model::EditorRect{1, 2, 0, 4}, {1, 2, 3, 0}, {1, 2, 0, 0}}) {
+    orvo::Component component;
+    for (const orvo::EditorRect rect : {orvo::EditorRect{1, 2, 0, 4}, {1, 2, 3, 0}, {1, 2, 0, 0}}) {
         component.editorRect = rect;
         EXPECT_THAT(WrittenMix(component), Not(HasSubstr("editor")));
     }
@@ -148,7 +147,7 @@ TEST_F(Component, OfASlotLeavesOutAnEditorOfNoWidthToo) {
         track.effectsRack.emplace().slots.emplace_back().emplace().component.emplace();
     component.editorRect = {1, 2, 0, 4};
     component.editorVisible = true;
-    component.presetName = u"p";
+    component.presetName = "p";
     EXPECT_EQ(WrittenElement("component", track),
               "<component componentGuid=\"\" componentID=\"\" editorVisible=\"true\" name=\"\" "
               "presetName=\"p\"/>");
@@ -169,7 +168,7 @@ TEST_F(Component, TextsThatTheHostReportsAsNullAreEmpty) {
 }
 
 TEST_F(Component, OfAKeywordDoesNotStoreAPresetsState) {
-    refhost::model::Component component;
+    orvo::Component component;
     component.presetChunk = {kelcore::byte(1)};
     EXPECT_EQ(WrittenMix(component), "<component id=\"rackMix\" powered=\"true\"/>");
 }

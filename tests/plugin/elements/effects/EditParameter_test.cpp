@@ -6,8 +6,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::EditParameter;
+using orvo::AudioTrack;
+using orvo::EditParameter;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;

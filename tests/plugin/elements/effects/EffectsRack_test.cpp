@@ -6,9 +6,9 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::EffectsRack;
-using refhost::model::EffectsSlot;
+using orvo::AudioTrack;
+using orvo::EffectsRack;
+using orvo::EffectsSlot;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -170,15 +170,15 @@ TEST_F(EffectsRackElement, SurvivesAWriteAndARead) {
     EffectsRack rack;
     rack.preFader = false;
     rack.mix.emplace().parameters[0].value = 0.5F;
-    rack.output.emplace().name = u"Output";
+    rack.output.emplace().name = "Output";
     rack.slots.resize(2, EffectsSlot());
-    rack.slots[1]->component.emplace().name = u"Echo";
+    rack.slots[1]->component.emplace().name = "Echo";
     EXPECT_EQ(ThroughFile(WithTrack(WithRack(rack))).audioTracks.at(0).effectsRack, rack);
 }
 
 TEST_F(EffectsRackElement, ASlotIsAskedForItsEffectBeforeTheRackIsAskedForItsIndex) {
     EffectsRack rack;
-    rack.slots.emplace_back(EffectsSlot{.component = refhost::model::Component{}});
+    rack.slots.emplace_back(EffectsSlot{.component = orvo::Component{}});
     const auto calls = Write(WithTrack(WithRack(rack))).calls;
     const auto placeOf = [&](std::string_view operation) {
         const auto call = std::ranges::find_if(

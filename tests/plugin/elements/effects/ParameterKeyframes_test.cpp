@@ -10,8 +10,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::AutomationLane;
+using orvo::AudioTrack;
+using orvo::AutomationLane;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;

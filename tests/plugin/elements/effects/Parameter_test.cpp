@@ -6,7 +6,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
+using orvo::AudioTrack;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -24,14 +24,14 @@ protected:
         return calls;
     }
 
-    static AudioTrack WithMix(refhost::model::Component mix) {
+    static AudioTrack WithMix(orvo::Component mix) {
         AudioTrack track;
         track.effectsRack.emplace().mix = std::move(mix);
         return track;
     }
 
     /// The mix of a rack once it has been written and read.
-    refhost::model::Component ThroughFile(const refhost::model::Component& mix) {
+    orvo::Component ThroughFile(const orvo::Component& mix) {
         return *ElementFixture::ThroughFile(WithTrack(WithMix(mix)))
                     .audioTracks.at(0)
                     .effectsRack->mix;
@@ -91,9 +91,9 @@ TEST_F(Parameter, StandingTwiceTheLaterOneWins) {
 // Writing
 
 TEST_F(Parameter, IsWrittenWithItsNameUnlessEmptyAndSafeDuringWriteOnlyWhenItIs) {
-    refhost::model::Component mix;
+    orvo::Component mix;
     mix.parameters[0].value = 0.1F;
-    mix.parameters[1] = {-2.5F, u"Gain", true, std::nullopt};
+    mix.parameters[1] = {-2.5F, "Gain", true, std::nullopt};
     EXPECT_EQ(WrittenElement("component", WithMix(mix)),
               "<component id=\"rackMix\" powered=\"true\">\n"
               "  <parameter index=\"0\" parameterValue=\"0.1\"/>\n"
@@ -103,9 +103,9 @@ TEST_F(Parameter, IsWrittenWithItsNameUnlessEmptyAndSafeDuringWriteOnlyWhenItIs)
 }
 
 TEST_F(Parameter, WithoutAValueLeavesAGapInTheIndices) {
-    refhost::model::Component mix;
+    orvo::Component mix;
     mix.parameters[0].value = 1.0F;
-    mix.parameters[1].name = u"lost";
+    mix.parameters[1].name = "lost";
     mix.parameters[1].automation.emplace().keyframes.resize(1);
     mix.parameters[3].value = 1.0F;
     EXPECT_EQ(WrittenElement("component", WithMix(mix)),
@@ -116,15 +116,15 @@ TEST_F(Parameter, WithoutAValueLeavesAGapInTheIndices) {
 }
 
 TEST_F(Parameter, WithoutAValueIsAskedForNothingElse) {
-    refhost::model::Component mix;
-    mix.parameters[0].name = u"lost";
+    orvo::Component mix;
+    mix.parameters[0].name = "lost";
     EXPECT_THAT(CallsOf(Write(WithTrack(WithMix(mix))).calls, "IQueryComponent#"),
                 Not(Contains(HasSubstr("GetParameterName"))));
 }
 
 TEST_F(Parameter, NamesAndLanesThatTheHostReportsAsNullAreNotWritten) {
-    refhost::model::Component mix;
-    mix.parameters[0] = {1.0F, u"Gain", false, refhost::model::AutomationLane()};
+    orvo::Component mix;
+    mix.parameters[0] = {1.0F, "Gain", false, orvo::AutomationLane()};
     mix.parameters[0].automation->keyframes.resize(1);
     EXPECT_THAT(WrittenElement("component", WithMix(mix), Null("IQueryComponent.GetParameterName")),
                 Not(HasSubstr("name=")));
@@ -134,7 +134,7 @@ TEST_F(Parameter, NamesAndLanesThatTheHostReportsAsNullAreNotWritten) {
 }
 
 TEST_F(Parameter, ValuesSurviveToTheLastBit) {
-    refhost::model::Component mix;
+    orvo::Component mix;
     kelcore::uint32 index = 0;
     for (const float value :
          {0.1F, 1e-45F, 3.4028235e38F, -1.1754944e-38F, 16777217.0F, 0.3333333F}) {
@@ -144,17 +144,17 @@ TEST_F(Parameter, ValuesSurviveToTheLastBit) {
 }
 
 TEST_F(Parameter, OneWithoutAValueIsLostWithItsNameAndItsLane) {
-    refhost::model::Component mix;
-    mix.parameters[1].name = u"lost";
+    orvo::Component mix;
+    mix.parameters[1].name = "lost";
     mix.parameters[1].automation.emplace().keyframes.resize(1);
     mix.parameters[2].value = 1.0F;
-    refhost::model::Component expected = mix;
+    orvo::Component expected = mix;
     expected.parameters.erase(1);
     EXPECT_EQ(ThroughFile(mix), expected);
 }
 
 TEST_F(Parameter, AnIndexThatNoEffectHasFailsTheSaveAtOnce) {
-    refhost::model::Component mix;
+    orvo::Component mix;
     mix.parameters[4294967294].value = 1.0F;
     const test::WriteOutcome outcome = Write(WithTrack(WithMix(mix)));
     EXPECT_FALSE(outcome.ok);
@@ -163,9 +163,9 @@ TEST_F(Parameter, AnIndexThatNoEffectHasFailsTheSaveAtOnce) {
 }
 
 TEST_F(Parameter, ACountThatCannotBeFailsTheSaveAlsoWhenALaterTrackIsWritten) {
-    refhost::model::Component mix;
+    orvo::Component mix;
     mix.parameters[0].value = 1.0F;
-    refhost::model::Session session = WithTrack(WithMix(mix));
+    orvo::Session session = WithTrack(WithMix(mix));
     session.audioTracks.emplace_back().id = 99;
     EXPECT_TRUE(Write(session).ok);
     test::HostSetup host;

@@ -7,7 +7,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
+using orvo::AudioTrack;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;

@@ -8,8 +8,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::EffectsSlot;
+using orvo::AudioTrack;
+using orvo::EffectsSlot;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -125,7 +125,7 @@ TEST_F(SlotRouting, ASlotWhoseComponentTheHostDoesNotHaveIsStillWired) {
 
 TEST_F(SlotRouting, TheConfigurationIsWrittenFirstThenTheInputsThenTheOutputs) {
     const EffectsSlot slot{
-        .busConfig = u" 5.1 ", .inputChannels = {{0, 1}, {-1, 5}}, .outputChannels = {{7, -1}}};
+        .busConfig = " 5.1 ", .inputChannels = {{0, 1}, {-1, 5}}, .outputChannels = {{7, -1}}};
     EXPECT_THAT(WrittenElement("slot", With(slot)),
                 HasSubstr(">\n"
                           "    <busConfig><![CDATA[ 5.1 ]]></busConfig>\n"
@@ -148,13 +148,13 @@ TEST_F(SlotRouting, ADirectionWithoutChannelsIsNotWritten) {
 TEST_F(SlotRouting, AMissingBusConfigurationIsNotWritten) {
     EXPECT_THAT(WrittenElement("slot", With({})), Not(HasSubstr("busConfig")));
     EXPECT_THAT(
-        WrittenElement("slot", With({.busConfig = u"5.1"}), Null("IQueryEffectsSlot.GetBusConfig")),
+        WrittenElement("slot", With({.busConfig = "5.1"}), Null("IQueryEffectsSlot.GetBusConfig")),
         Not(HasSubstr("busConfig")));
 }
 
 TEST_F(SlotRouting, SurvivesAWriteAndARead) {
     EffectsSlot slot;
-    slot.busConfig = u" <5.1>]]>\n ";
+    slot.busConfig = " <5.1>]]>\n ";
     slot.inputChannels = {{std::numeric_limits<kelcore::int32>::min(), -1}, {0, 0}, {0, 1}};
     slot.outputChannels = {{std::numeric_limits<kelcore::int32>::max(), 2}};
     const EffectsSlot again = Again(slot);
@@ -164,7 +164,7 @@ TEST_F(SlotRouting, SurvivesAWriteAndARead) {
 }
 
 TEST_F(SlotRouting, ABusConfigurationOfBlanksIsLostByAWriteAndARead) {
-    EXPECT_EQ(Again({.busConfig = u" "}).busConfig, u"");
+    EXPECT_EQ(Again({.busConfig = " "}).busConfig, "");
 }
 
 }  // namespace

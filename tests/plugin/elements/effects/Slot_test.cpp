@@ -6,8 +6,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::EffectsSlot;
+using orvo::AudioTrack;
+using orvo::EffectsSlot;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -112,9 +112,9 @@ EffectsSlot Sample() {
     slot.slotIndex = 4294967295;
     slot.bypassed = true;
     slot.sideChainChannels = 2;
-    slot.component.emplace().guid = u"guid";
-    slot.component->componentId = u"id";
-    slot.component->name = u"Echo";
+    slot.component.emplace().guid = "guid";
+    slot.component->componentId = "id";
+    slot.component->name = "Echo";
     return slot;
 }
 
@@ -155,7 +155,7 @@ TEST_F(Slot, AnEffectHasNeitherAnIdNorAPowerOfItsOwn) {
 
 TEST_F(Slot, AnEffectWritesItsWiringItsPresetsStateAndItsParametersInThisOrder) {
     EffectsSlot slot = Sample();
-    slot.busConfig = u"{}";
+    slot.busConfig = "{}";
     slot.inputChannels = {{0, 1}};
     slot.outputChannels = {{0, 1}};
     slot.component->presetChunk = {kelcore::byte(0), kelcore::byte(1), kelcore::byte(2)};

@@ -8,10 +8,10 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::GlobalTrackInfo;
-using refhost::model::Metronome;
-using refhost::model::Session;
+using orvo::AudioTrack;
+using orvo::GlobalTrackInfo;
+using orvo::Metronome;
+using orvo::Session;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -59,33 +59,35 @@ TEST_F(MetronomeElement, EachSoundHasItsCode) {
     const std::vector<std::string> keywords = {"african1", "african2", "beeps",  "cymbals",
                                                "kit",      "latin1",   "latin2", "latin3",
                                                "sticks",   "tabla"};
-    for (std::size_t code = 0; code < keywords.size(); ++code) {
-        EXPECT_EQ(ReadMetronome("soundSet='" + keywords[code] + "'").soundSet, code);
-        EXPECT_THAT(
-            WrittenElement("metronome", With({.soundSet = static_cast<kelcore::uint32>(code)})),
-            HasSubstr("soundSet=\"" + keywords[code] + "\""));
+    for (kelcore::uint32 code = 0; code < keywords.size(); ++code) {
+        EXPECT_EQ(ReadMetronome("soundSet='" + keywords[code] + "'").soundSet,
+                  orvo::SoundSet{code});
+        EXPECT_THAT(WrittenElement("metronome", With({.soundSet = orvo::SoundSet{code}})),
+                    HasSubstr("soundSet=\"" + keywords[code] + "\""));
     }
 }
 
 TEST_F(MetronomeElement, AMisspeltSoundReadsAsSticks) {
     for (const std::string text : {"Kit", "kit ", "4", ""}) {
-        EXPECT_EQ(ReadMetronome("soundSet='" + text + "'").soundSet, 8u) << text;
+        EXPECT_EQ(ReadMetronome("soundSet='" + text + "'").soundSet, orvo::SoundSet::Sticks)
+            << text;
     }
 }
 
 TEST_F(MetronomeElement, RepeatedAndTrailingBlanksOfAPatternArePassedOver) {
-    EXPECT_THAT(ReadMetronome("pattern='downBeat  upBeat upBeat '").pattern, ElementsAre(1, 2, 2));
-    EXPECT_THAT(ReadMetronome("pattern=' downBeat'").pattern, ElementsAre(1));
+    EXPECT_THAT(ReadMetronome("pattern='downBeat  upBeat upBeat '").pattern,
+                ElementsAre(orvo::Beat::DownBeat, orvo::Beat::UpBeat, orvo::Beat::UpBeat));
+    EXPECT_THAT(ReadMetronome("pattern=' downBeat'").pattern, ElementsAre(orvo::Beat::DownBeat));
 }
 
 TEST_F(MetronomeElement, UnknownBeatsArePassedOver) {
     EXPECT_THAT(ReadMetronome("pattern='downBeat DownBeat 1 upBeat,none none'").pattern,
-                ElementsAre(1, 0));
+                ElementsAre(orvo::Beat::DownBeat, orvo::Beat::Silent));
 }
 
 TEST_F(MetronomeElement, OnlyABlankPartsBeats) {
     EXPECT_THAT(ReadMetronome("pattern='downBeat,upBeat&#x9;none subdivision'").pattern,
-                ElementsAre(3));
+                ElementsAre(orvo::Beat::Subdivision));
 }
 
 TEST_F(MetronomeElement, APatternWithoutAKnownBeatLeavesTheHosts) {
@@ -119,10 +121,15 @@ TEST_F(MetronomeElement, AHostWithoutAMetronomeIsToldNothing) {
 // Writing
 
 TEST_F(MetronomeElement, IsWrittenWithABlankAfterEveryBeat) {
-    EXPECT_EQ(WrittenElement("metronome", With({true, 4, {1, 2, 3, 0}, {}, {}})),
+    EXPECT_EQ(WrittenElement("metronome", With({true,
+                                                orvo::SoundSet::Kit,
+                                                {orvo::Beat::DownBeat, orvo::Beat::UpBeat,
+                                                 orvo::Beat::Subdivision, orvo::Beat::Silent},
+                                                {},
+                                                {}})),
               "<metronome enabled=\"true\" pattern=\"downBeat upBeat subdivision none \" "
               "soundSet=\"kit\"/>");
-    EXPECT_THAT(WrittenElement("metronome", With({.pattern = {1}})),
+    EXPECT_THAT(WrittenElement("metronome", With({.pattern = {orvo::Beat::DownBeat}})),
                 HasSubstr("pattern=\"downBeat \""));
 }
 
@@ -133,19 +140,21 @@ TEST_F(MetronomeElement, AnEmptyPatternIsAnEmptyAttribute) {
 
 TEST_F(MetronomeElement, ASoundWithoutAKeywordIsNotWritten) {
     for (const kelcore::uint32 code : {10u, 4294967295u}) {
-        EXPECT_EQ(WrittenElement("metronome", With({.soundSet = code})),
+        EXPECT_EQ(WrittenElement("metronome", With({.soundSet = orvo::SoundSet{code}})),
                   "<metronome enabled=\"false\" pattern=\"\"/>");
     }
 }
 
 TEST_F(MetronomeElement, ABeatWithoutATokenIsLeftOut) {
-    EXPECT_THAT(WrittenElement("metronome", With({.pattern = {4, 1, 4294967295, 2}})),
+    EXPECT_THAT(WrittenElement("metronome",
+                               With({.pattern = {orvo::Beat{4}, orvo::Beat::DownBeat,
+                                                 orvo::Beat{4294967295}, orvo::Beat::UpBeat}})),
                 HasSubstr("pattern=\"downBeat upBeat \""));
 }
 
 TEST_F(MetronomeElement, ItsTrackIsWrittenBeforeTheMusicalTimeline) {
     Metronome metronome;
-    metronome.track = AudioTrack{.id = 5, .kind = 4};
+    metronome.track = AudioTrack{.id = 5, .kind = orvo::TrackKind::Metronome};
     metronome.globalTrackInfo.emplace();
     const std::string element = WrittenElement("metronome", With(metronome));
     EXPECT_THAT(element,
@@ -155,7 +164,7 @@ TEST_F(MetronomeElement, ItsTrackIsWrittenBeforeTheMusicalTimeline) {
 
 TEST_F(MetronomeElement, ATrackThatShowsNothingButItsClipsIsNotWritten) {
     Metronome metronome;
-    metronome.track = AudioTrack{.kind = 4, .clipsOnly = true};
+    metronome.track = AudioTrack{.kind = orvo::TrackKind::Metronome, .clipsOnly = true};
     EXPECT_THAT(WrittenElement("metronome", With(metronome)), Not(HasSubstr("metronomeTrack")));
 }
 
@@ -194,17 +203,25 @@ TEST_F(MetronomeElement, WithoutOneTheFileThatWasThereStays) {
 
 TEST_F(MetronomeElement, SurvivesAWriteAndARead) {
     for (const Metronome& metronome :
-         {Metronome{}, Metronome{true, 0, {0, 1, 2, 3, 3, 2, 1, 0}, {}, GlobalTrackInfo{}}}) {
+         {Metronome{}, Metronome{true,
+                                 orvo::SoundSet::African1,
+                                 {orvo::Beat::Silent, orvo::Beat::DownBeat, orvo::Beat::UpBeat,
+                                  orvo::Beat::Subdivision, orvo::Beat::Silent},
+                                 {},
+                                 GlobalTrackInfo{}}}) {
         EXPECT_EQ(ThroughFile(With(metronome)).metronome, metronome);
     }
 }
 
 TEST_F(MetronomeElement, ASoundWithoutAKeywordComesBackAsSticks) {
-    EXPECT_EQ(ThroughFile(With({.soundSet = 10})).metronome.soundSet, 8u);
+    EXPECT_EQ(ThroughFile(With({.soundSet = orvo::SoundSet{10}})).metronome.soundSet,
+              orvo::SoundSet::Sticks);
 }
 
 TEST_F(MetronomeElement, BeatsWithoutATokenAreLostByAWriteAndARead) {
-    EXPECT_THAT(ThroughFile(With({.pattern = {4, 1}})).metronome.pattern, ElementsAre(1));
+    EXPECT_THAT(
+        ThroughFile(With({.pattern = {orvo::Beat{4}, orvo::Beat::DownBeat}})).metronome.pattern,
+        ElementsAre(orvo::Beat::DownBeat));
 }
 
 /// A host that keeps no musical timeline.

@@ -6,8 +6,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::MixingOptions;
-using refhost::model::Session;
+using orvo::MixingOptions;
+using orvo::Session;
 using testing::ElementsAre;
 
 class MixingOptionState : public test::ElementFixture {

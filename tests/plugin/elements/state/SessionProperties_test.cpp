@@ -6,8 +6,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::Property;
-using refhost::model::Session;
+using orvo::Property;
+using orvo::Session;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -80,7 +80,7 @@ TEST_F(SessionProperties, ThatTheHostDoesNotTakeDoNotReachThoseItTookBefore) {
 }
 
 TEST_F(SessionProperties, AreWrittenAsTheTextOfTheirKeys) {
-    EXPECT_EQ(WrittenElement("properties", With({{u"a", u"1 < 2"}, {u"b & c", u"x"}})),
+    EXPECT_EQ(WrittenElement("properties", With({{"a", "1 < 2"}, {"b & c", "x"}})),
               "<properties>\n"
               "  <property key=\"a\">1 &lt; 2</property>\n"
               "  <property key=\"b &amp; c\">x</property>\n"
@@ -88,30 +88,28 @@ TEST_F(SessionProperties, AreWrittenAsTheTextOfTheirKeys) {
 }
 
 TEST_F(SessionProperties, AnEmptyValueIsWrittenAsAnEmptyElement) {
-    EXPECT_EQ(WrittenElement("properties", With({{u"a", u""}})),
+    EXPECT_EQ(WrittenElement("properties", With({{"a", ""}})),
               "<properties>\n  <property key=\"a\"/>\n</properties>");
 }
 
 TEST_F(SessionProperties, AValueThatTheHostDoesNotGiveIsWrittenAsAnEmptyElement) {
-    EXPECT_THAT(
-        WrittenElement("properties", With({{u"a", u"1"}}), Null("IQueryProperties.GetValue")),
-        HasSubstr("<property key=\"a\"/>"));
+    EXPECT_THAT(WrittenElement("properties", With({{"a", "1"}}), Null("IQueryProperties.GetValue")),
+                HasSubstr("<property key=\"a\"/>"));
 }
 
 TEST_F(SessionProperties, TheElementIsWrittenAlsoWithoutProperties) {
     EXPECT_EQ(WrittenElement("properties", Session{}), "<properties/>");
-    EXPECT_EQ(
-        WrittenElement("properties", With({{u"a", u"1"}}), Null("IQuerySession.GetProperties")),
-        "<properties/>");
+    EXPECT_EQ(WrittenElement("properties", With({{"a", "1"}}), Null("IQuerySession.GetProperties")),
+              "<properties/>");
 }
 
 TEST_F(SessionProperties, SurviveAWriteAndARead) {
-    const Session session = With({{u"", u"no key"}, {u"a", u""}, {u" b ", u"<x>&\"'\n\ty"}});
+    const Session session = With({{"", "no key"}, {"a", ""}, {" b ", "<x>&\"'\n\ty"}});
     EXPECT_EQ(ThroughFile(session).properties, session.properties);
 }
 
 TEST_F(SessionProperties, AValuesOuterBlanksAreLostByAWriteAndARead) {
-    EXPECT_THAT(ThroughFile(With({{u"a", u" 1 "}})).properties, ElementsAre(Property{u"a", u"1"}));
+    EXPECT_THAT(ThroughFile(With({{"a", " 1 "}})).properties, ElementsAre(Property{"a", "1"}));
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 using testing::Contains;
 using testing::ElementsAre;
 

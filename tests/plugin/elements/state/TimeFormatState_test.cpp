@@ -8,9 +8,9 @@
 namespace tses {
 namespace {
 
-using refhost::model::MusicalTime;
-using refhost::model::Session;
-using refhost::model::TimeFormat;
+using orvo::MusicalTime;
+using orvo::Session;
+using orvo::TimeFormat;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -38,7 +38,7 @@ protected:
     }
 
     std::string WrittenFormat(kelcore::int32 code) {
-        return WrittenElement("timeFormatState", With({.format = code}));
+        return WrittenElement("timeFormatState", With({.format = orvo::TimeDisplay{code}}));
     }
 };
 
@@ -64,15 +64,17 @@ TEST_F(TimeFormatState, WithoutTheLinkItIsLinkedToTheDefaults) {
 }
 
 TEST_F(TimeFormatState, EachKeywordHasItsCode) {
-    EXPECT_EQ(ReadFormat("timeFormat='timeFormatDecimal'").format, 0);
-    EXPECT_EQ(ReadFormat("timeFormat='timeFormatSamples'").format, 1);
-    EXPECT_EQ(ReadFormat("timeFormat='timeFormatTimeCode'").format, 2);
-    EXPECT_EQ(ReadFormat("timeFormat='timeFormatBarsAndBeats'").format, 6);
+    EXPECT_EQ(ReadFormat("timeFormat='timeFormatDecimal'").format, orvo::TimeDisplay::Decimal);
+    EXPECT_EQ(ReadFormat("timeFormat='timeFormatSamples'").format, orvo::TimeDisplay::Samples);
+    EXPECT_EQ(ReadFormat("timeFormat='timeFormatTimeCode'").format, orvo::TimeDisplay::Timecode);
+    EXPECT_EQ(ReadFormat("timeFormat='timeFormatBarsAndBeats'").format,
+              orvo::TimeDisplay::BarsAndBeats);
 }
 
 TEST_F(TimeFormatState, AMisspeltFormatOrANumberStaysDecimal) {
     for (const std::string text : {"timeformatsamples", "Samples", "1", "6", ""}) {
-        EXPECT_EQ(ReadFormat("timeFormat='" + text + "'").format, 0) << text;
+        EXPECT_EQ(ReadFormat("timeFormat='" + text + "'").format, orvo::TimeDisplay::Decimal)
+            << text;
     }
 }
 
@@ -87,7 +89,8 @@ TEST_F(TimeFormatState, NtscTimeCodeIsToldByItsFrameRateAndDropFrame) {
         {"timeCodeFrameRate='24'", 14}, {"timeCodeFrameRate='24' timeCodeDropFrame='true'", 14},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(ReadTimeCode("timeCodeNTSC='true' " + row.attributes).format, row.format)
+        EXPECT_EQ(ReadTimeCode("timeCodeNTSC='true' " + row.attributes).format,
+                  orvo::TimeDisplay{row.format})
             << row.attributes;
     }
 }
@@ -103,9 +106,11 @@ TEST_F(TimeFormatState, NtscTimeCodeKeepsTheRateAndTheDropFrameThatItWasToldBy) 
 TEST_F(TimeFormatState, NtscTimeCodeAtAnyOtherRateIsTakenForThirty) {
     for (const std::string rate : {"25", "0", "-30", "120", "x"}) {
         const std::string attributes = "timeCodeNTSC='true' timeCodeFrameRate='" + rate + "' ";
-        EXPECT_EQ(ReadTimeCode(attributes).format, 3) << rate;
+        EXPECT_EQ(ReadTimeCode(attributes).format, orvo::TimeDisplay::Ntsc30) << rate;
         EXPECT_EQ(ReadTimeCode(attributes).frameRate, 30) << rate;
-        EXPECT_EQ(ReadTimeCode(attributes + "timeCodeDropFrame='true'").format, 4) << rate;
+        EXPECT_EQ(ReadTimeCode(attributes + "timeCodeDropFrame='true'").format,
+                  orvo::TimeDisplay::Ntsc30Drop)
+            << rate;
         EXPECT_EQ(ReadTimeCode(attributes + "timeCodeDropFrame='true'").frameRate, 30) << rate;
     }
 }
@@ -114,7 +119,7 @@ TEST_F(TimeFormatState, TimeCodeThatIsNotNtscStaysWithItsRate) {
     for (const std::string rate : {"24", "25", "30", "60", "7"}) {
         const TimeFormat format =
             ReadTimeCode("timeCodeDropFrame='true' timeCodeFrameRate='" + rate + "'");
-        EXPECT_EQ(format.format, 2) << rate;
+        EXPECT_EQ(format.format, orvo::TimeDisplay::Timecode) << rate;
         EXPECT_EQ(std::to_string(format.frameRate), rate);
     }
 }
@@ -122,7 +127,7 @@ TEST_F(TimeFormatState, TimeCodeThatIsNotNtscStaysWithItsRate) {
 TEST_F(TimeFormatState, NtscMattersToTimeCodeAlone) {
     const TimeFormat format =
         ReadFormat("timeFormat='timeFormatSamples' timeCodeNTSC='true' timeCodeFrameRate='25'");
-    EXPECT_EQ(format.format, 1);
+    EXPECT_EQ(format.format, orvo::TimeDisplay::Samples);
     EXPECT_EQ(format.frameRate, 25);
 }
 
@@ -153,7 +158,7 @@ TEST_F(TimeFormatState, NumbersThatDoNotParseAreZero) {
 // Writing
 
 TEST_F(TimeFormatState, IsWrittenWithEveryAttribute) {
-    Session session = With({2, 25, false, true, -9, false});
+    Session session = With({orvo::TimeDisplay::Timecode, 25, false, true, -9, false});
     session.musicalTime = {120.5, 3, 4, 16};
     EXPECT_EQ(WrittenElement("timeFormatState", session),
               "<timeFormatState beatsPerBar=\"3\" beatsPerMinute=\"120.5\" customFrameRate=\"-9\" "
@@ -179,11 +184,16 @@ TEST_F(TimeFormatState, ACodeWithoutAKeywordIsWrittenAsItsNumber) {
 }
 
 TEST_F(TimeFormatState, SurvivesAWriteAndARead) {
-    const TimeFormat formats[] = {{0, 0, false, false, 0, true},  {1, -5, true, true, 7, false},
-                                  {2, 25, false, true, 0, true},  {3, 30, true, false, 0, false},
-                                  {4, 30, true, true, 0, true},   {6, 24, true, false, 0, true},
-                                  {12, 60, true, false, 0, true}, {13, 60, true, true, 0, true},
-                                  {14, 24, true, false, 0, true}, {14, 24, true, true, 0, true}};
+    const TimeFormat formats[] = {{orvo::TimeDisplay::Decimal, 0, false, false, 0, true},
+                                  {orvo::TimeDisplay::Samples, -5, true, true, 7, false},
+                                  {orvo::TimeDisplay::Timecode, 25, false, true, 0, true},
+                                  {orvo::TimeDisplay::Ntsc30, 30, true, false, 0, false},
+                                  {orvo::TimeDisplay::Ntsc30Drop, 30, true, true, 0, true},
+                                  {orvo::TimeDisplay::BarsAndBeats, 24, true, false, 0, true},
+                                  {orvo::TimeDisplay::Ntsc60, 60, true, false, 0, true},
+                                  {orvo::TimeDisplay::Ntsc60Drop, 60, true, true, 0, true},
+                                  {orvo::TimeDisplay::Ntsc24, 24, true, false, 0, true},
+                                  {orvo::TimeDisplay::Ntsc24, 24, true, true, 0, true}};
     for (const TimeFormat& format : formats) {
         EXPECT_EQ(ThroughFile(With(format)).timeFormat, format);
     }
@@ -197,11 +207,14 @@ TEST_F(TimeFormatState, TheMusicalTimeSurvivesAWriteAndARead) {
 }
 
 TEST_F(TimeFormatState, ACodeWithoutAKeywordComesBackAsDecimal) {
-    EXPECT_EQ(ThroughFile(With({.format = 7})).timeFormat.format, 0);
+    EXPECT_EQ(ThroughFile(With({.format = orvo::TimeDisplay{7}})).timeFormat.format,
+              orvo::TimeDisplay::Decimal);
 }
 
 TEST_F(TimeFormatState, ANtscCodeWhoseFlagsDoNotSaySoComesBackAsPlainTimeCode) {
-    EXPECT_EQ(ThroughFile(With({.format = 13, .frameRate = 60})).timeFormat.format, 2);
+    EXPECT_EQ(ThroughFile(With({.format = orvo::TimeDisplay::Ntsc60Drop, .frameRate = 60}))
+                  .timeFormat.format,
+              orvo::TimeDisplay::Timecode);
 }
 
 }  // namespace

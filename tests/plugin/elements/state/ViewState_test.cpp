@@ -8,7 +8,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 using testing::ElementsAre;
 
 class ViewState : public test::ElementFixture {

@@ -6,7 +6,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -14,7 +14,7 @@ using testing::Not;
 
 class XmpMetadata : public test::ElementFixture {
 protected:
-    static Session With(std::u16string packet) {
+    static Session With(std::string packet) {
         Session session;
         session.xmpMetadata = std::move(packet);
         return session;
@@ -37,29 +37,28 @@ TEST_F(XmpMetadata, IsAMilestoneOfTheRead) {
 }
 
 TEST_F(XmpMetadata, IsWrittenAsACDataSection) {
-    EXPECT_EQ(WrittenElement("xmpMetadata", With(u"<x:xmpmeta>\u00e4 & b</x:xmpmeta>")),
+    EXPECT_EQ(WrittenElement("xmpMetadata", With("<x:xmpmeta>\u00e4 & b</x:xmpmeta>")),
               "<xmpMetadata><![CDATA[<x:xmpmeta>\u00e4 & b</x:xmpmeta>]]></xmpMetadata>");
 }
 
 TEST_F(XmpMetadata, ASessionWithoutAPacketWritesNoElement) {
     EXPECT_THAT(*Write(Session{}).file, Not(HasSubstr("xmpMetadata")));
-    EXPECT_THAT(
-        WrittenElement("xmpMetadata", With(u"packet"), Null("IQuerySession.GetXmpMetadata")),
-        IsEmpty());
+    EXPECT_THAT(WrittenElement("xmpMetadata", With("packet"), Null("IQuerySession.GetXmpMetadata")),
+                IsEmpty());
 }
 
 TEST_F(XmpMetadata, SurvivesAWriteAndAReadAlsoWithTheEndOfACDataSectionInIt) {
-    const Session session = With(u"<a>]]></a>\n\t]]>]]> \U0001F3B5 ]");
+    const Session session = With("<a>]]></a>\n\t]]>]]> \U0001F3B5 ]");
     EXPECT_EQ(ThroughFile(session).xmpMetadata, session.xmpMetadata);
 }
 
 TEST_F(XmpMetadata, ItsOuterBlanksAreLostByAWriteAndARead) {
-    EXPECT_EQ(ThroughFile(With(u"\n<a/>\n")).xmpMetadata, u"<a/>");
+    EXPECT_EQ(ThroughFile(With("\n<a/>\n")).xmpMetadata, "<a/>");
 }
 
 TEST_F(XmpMetadata, APacketOfBlanksAloneIsWrittenAndReadAsNone) {
-    EXPECT_THAT(*Write(With(u" ")).file, HasSubstr("<xmpMetadata>"));
-    EXPECT_EQ(ThroughFile(With(u" ")).xmpMetadata, u"");
+    EXPECT_THAT(*Write(With(" ")).file, HasSubstr("<xmpMetadata>"));
+    EXPECT_EQ(ThroughFile(With(" ")).xmpMetadata, "");
 }
 
 }  // namespace

@@ -47,11 +47,11 @@ TEST_F(AudioDevice, IsWrittenLastWithBothIdentifiersAlsoWhenEmpty) {
 }
 
 TEST_F(AudioDevice, InputPortsAreWrittenBeforeOutputPorts) {
-    refhost::model::Session session;
-    session.audioDevice.inputDeviceId = u"in";
-    session.audioDevice.outputDeviceId = u"out";
-    session.audioDevice.outputPorts = {{2, u"L"}};
-    session.audioDevice.inputPorts = {{-1, u"Mic"}, {5, u""}};
+    orvo::Session session;
+    session.audioDevice.inputDeviceId = "in";
+    session.audioDevice.outputDeviceId = "out";
+    session.audioDevice.outputPorts = {{2, "L"}};
+    session.audioDevice.inputPorts = {{-1, "Mic"}, {5, ""}};
     EXPECT_THAT(*Write(session).file, HasSubstr("  <audioDevice inputID=\"in\" outputID=\"out\">\n"
                                                 "    <inputPort id=\"-1\" name=\"Mic\"/>\n"
                                                 "    <inputPort id=\"5\" name=\"\"/>\n"

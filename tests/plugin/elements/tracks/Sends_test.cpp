@@ -6,8 +6,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::SendSlot;
+using orvo::AudioTrack;
+using orvo::SendSlot;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -84,7 +84,7 @@ TEST_F(Sends, TheSlotBeforeMayBeAnotherTracks) {
             .session.audioTracks;
     ASSERT_EQ(tracks.size(), 2u);
     ASSERT_TRUE(tracks[0].sendList->slots.at(0)->sendComponent.has_value());
-    EXPECT_EQ(tracks[0].sendList->slots[0]->sendComponent->name, u"Level");
+    EXPECT_EQ(tracks[0].sendList->slots[0]->sendComponent->name, "Level");
     EXPECT_THAT(tracks[1].sendList->slots, IsEmpty());
 }
 
@@ -191,7 +191,7 @@ TEST_F(Sends, AComponentThatTheHostReportsAsNullIsReadIntoNobody) {
 
 AudioTrack WithSlots(std::vector<std::optional<SendSlot>> slots) {
     AudioTrack track;
-    track.sendList = refhost::model::SendList{std::move(slots)};
+    track.sendList = orvo::SendList{std::move(slots)};
     return track;
 }
 

@@ -8,8 +8,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::Component;
+using orvo::AudioTrack;
+using orvo::Component;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -72,9 +72,11 @@ TEST_F(TrackAudioParameters, WithoutAttributesAndChildrenTheDefaultsReachTheTrac
 }
 
 TEST_F(TrackAudioParameters, EachLayoutHasItsNumberOfChannels) {
-    EXPECT_EQ(ReadParameters("audioChannelType='mono'").audioChannelType, 1u);
-    EXPECT_EQ(ReadParameters("audioChannelType='stereo'").audioChannelType, 2u);
-    EXPECT_EQ(ReadParameters("audioChannelType='fivePointOne'").audioChannelType, 6u);
+    EXPECT_EQ(ReadParameters("audioChannelType='mono'").audioChannelType, orvo::ChannelType::Mono);
+    EXPECT_EQ(ReadParameters("audioChannelType='stereo'").audioChannelType,
+              orvo::ChannelType::Stereo);
+    EXPECT_EQ(ReadParameters("audioChannelType='fivePointOne'").audioChannelType,
+              orvo::ChannelType::FivePointOne);
 }
 
 TEST_F(TrackAudioParameters, AnUnknownLayoutIsZeroAndThatIsTold) {
@@ -185,7 +187,7 @@ TEST_F(TrackAudioParameters, StandingTwiceTheSecondFindsWhatTheFirstLeft) {
         "<trackAudioParameters soloSafe='true' audioChannelType='quad'/>");
     EXPECT_TRUE(track.solo);
     EXPECT_TRUE(track.soloSafe);
-    EXPECT_EQ(track.audioChannelType, 2u);
+    EXPECT_EQ(track.audioChannelType, orvo::ChannelType::Stereo);
     EXPECT_EQ(track.automationMode, 3);
     EXPECT_EQ(track.inputId, 4);
     EXPECT_EQ(track.hardwareOutputId, 5);
@@ -324,7 +326,7 @@ TEST_F(TrackAudioParameters, AnEqThatTheHostReportsAsNullIsNotSwitched) {
 
 AudioTrack Sample() {
     AudioTrack track;
-    track.audioChannelType = 2;
+    track.audioChannelType = orvo::ChannelType::Stereo;
     track.solo = true;
     track.recordArmed = true;
     track.monitoring = true;
@@ -371,7 +373,7 @@ TEST_F(TrackAudioParameters, EachLayoutHasItsKeyword) {
     AudioTrack track;
     for (const auto& [layout, keyword] :
          {std::pair<kelcore::uint32, std::string>{1, "mono"}, {2, "stereo"}, {6, "fivePointOne"}}) {
-        track.audioChannelType = layout;
+        track.audioChannelType = orvo::ChannelType{layout};
         EXPECT_THAT(WrittenElement("trackAudioParameters", track),
                     HasSubstr("audioChannelType=\"" + keyword + "\""));
     }
@@ -380,10 +382,12 @@ TEST_F(TrackAudioParameters, EachLayoutHasItsKeyword) {
 TEST_F(TrackAudioParameters, ALayoutWithoutAKeywordIsNotWrittenAndReadsBackAsZero) {
     AudioTrack track;
     for (const kelcore::uint32 layout : {4u, 0u, 3u, 8u, 4294967295u}) {
-        track.audioChannelType = layout;
+        track.audioChannelType = orvo::ChannelType{layout};
         EXPECT_THAT(WrittenElement("trackAudioParameters", track),
                     Not(HasSubstr("audioChannelType")));
-        EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).audioChannelType, 0u) << layout;
+        EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).audioChannelType,
+                  orvo::ChannelType::NotSaid)
+            << layout;
     }
 }
 

@@ -6,8 +6,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::Session;
+using orvo::AudioTrack;
+using orvo::Session;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -37,17 +37,17 @@ TEST_F(TrackParameters, ATrackWithoutThemHearsNothing) {
 TEST_F(TrackParameters, TheNameIsTrimmed) {
     EXPECT_EQ(
         ReadInTrack("<trackParameters><name>\n\t  Lead  Voice \r\n</name></trackParameters>").name,
-        u"Lead  Voice");
+        "Lead  Voice");
 }
 
 TEST_F(TrackParameters, TheNameMayBeCData) {
     EXPECT_EQ(
         ReadInTrack("<trackParameters><name>A<![CDATA[ & <B>]]></name></trackParameters>").name,
-        u"A & <B>");
+        "A & <B>");
 }
 
 TEST_F(TrackParameters, AnEmptyNameElementIsAnEmptyName) {
-    EXPECT_EQ(ReadInTrack("<trackParameters><name>One</name><name/></trackParameters>").name, u"");
+    EXPECT_EQ(ReadInTrack("<trackParameters><name>One</name><name/></trackParameters>").name, "");
 }
 
 TEST_F(TrackParameters, OnlyTheExactTextTrueMinimizes) {
@@ -73,7 +73,7 @@ TEST_F(TrackParameters, StandingTwiceTheSecondFindsWhatTheFirstLeft) {
         "</trackParameters><trackParameters trackHeight='80'/>");
     EXPECT_EQ(track.height, 80);
     EXPECT_EQ(track.hue, 30.0);
-    EXPECT_EQ(track.name, u"One");
+    EXPECT_EQ(track.name, "One");
 }
 
 TEST_F(TrackParameters, AVideoTracksReachTheVideoTrack) {
@@ -99,7 +99,7 @@ TEST_F(TrackParameters, OfAVideoTrackLeaveTheAudioTrackBeforeItAlone) {
 
 TEST_F(TrackParameters, AreWrittenWithAllAttributesAndTheName) {
     AudioTrack track;
-    track.name = u"A & B";
+    track.name = "A & B";
     track.height = -64;
     track.hue = 0.1;
     track.minimized = true;
@@ -118,15 +118,15 @@ TEST_F(TrackParameters, AnEmptyNameIsWrittenAsAnEmptyElement) {
 
 TEST_F(TrackParameters, ANameThatTheHostReportsAsNullIsEmpty) {
     AudioTrack track;
-    track.name = u"Voice";
+    track.name = "Voice";
     EXPECT_THAT(WrittenElement("trackParameters", track, Null("IQueryAudioTrackPrivate.GetName")),
                 HasSubstr("<name/>"));
 }
 
 TEST_F(TrackParameters, AVideoTracksAreTheSameElement) {
     Session session;
-    refhost::model::VideoTrack& track = session.videoTracks.emplace_back();
-    track.name = u"Picture";
+    orvo::VideoTrack& track = session.videoTracks.emplace_back();
+    track.name = "Picture";
     track.height = 64;
     track.hue = 212.5;
     track.minimized = true;

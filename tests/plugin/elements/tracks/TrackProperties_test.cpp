@@ -13,18 +13,18 @@
 namespace tses {
 namespace {
 
-using namespace refhost::model;
+using namespace orvo;
 namespace gen = rc::gen;
 
 class TrackProperties : public test::ElementFixture {};
 
-std::u16string AnyText() {
-    static const std::vector<std::u16string> pieces = {
-        u"a",  u"Z", u"0",   u" ",      u"\t",     u"\n",         u"\r",    u"<",    u">",   u"&",
-        u"\"", u"'", u"]]>", u"\u00E4", u"\u2029", u"\U0001F3B5", u"&amp;", u"<!--", u"true"};
-    std::u16string text;
-    for (const std::u16string& piece :
-         *gen::container<std::vector<std::u16string>>(gen::elementOf(pieces))) {
+std::string AnyText() {
+    static const std::vector<std::string> pieces = {
+        "a",  "Z", "0",   " ",      "\t",     "\n",         "\r",    "<",    ">",   "&",
+        "\"", "'", "]]>", "\u00E4", "\u2029", "\U0001F3B5", "&amp;", "<!--", "true"};
+    std::string text;
+    for (const std::string& piece :
+         *gen::container<std::vector<std::string>>(gen::elementOf(pieces))) {
         text += piece;
     }
     return text;
@@ -131,7 +131,7 @@ AudioTrack AnyTrack(kelcore::uint32 id) {
     AudioTrack track;
     track.id = id;
     track.index = AnyInteger<kelcore::uint32>();
-    track.kind = *gen::element<kelcore::uint32>(1, 2, 3, 4, 5, 0, 7, 4294967295);
+    track.kind = TrackKind{*gen::element<kelcore::uint32>(1, 2, 3, 4, 5, 0, 7, 4294967295)};
     track.name = AnyText();
     track.hue = AnyReal<double>();
     track.height = AnyInteger<kelcore::int32>();
@@ -143,7 +143,7 @@ AudioTrack AnyTrack(kelcore::uint32 id) {
     track.preRendered = AnyBool();
     track.preRenderedFile = AnyText();
     track.sumToMono = AnyBool();
-    track.audioChannelType = *gen::element<kelcore::uint32>(0, 1, 2, 4, 6, 4294967295);
+    track.audioChannelType = ChannelType{*gen::element<kelcore::uint32>(0, 1, 2, 4, 6, 4294967295)};
     track.solo = AnyBool();
     track.recordArmed = AnyBool();
     track.monitoring = AnyBool();

@@ -14,10 +14,10 @@
 namespace tses {
 namespace {
 
+using orvo::AudioTrack;
+using orvo::Session;
 using refhost::FromJson;
 using refhost::ToJson;
-using refhost::model::AudioTrack;
-using refhost::model::Session;
 using testing::IsEmpty;
 
 enum Kind : kelcore::uint32 { kAudio = 1, kBus = 2, kMaster = 3, kMetronome = 4, kInstrument = 5 };
@@ -92,9 +92,9 @@ TEST_F(TrackRoundTrip, TracksOfAllKindsComeBackInTheirOrder) {
 TEST_F(TrackRoundTrip, ABareTrackLosesNothing) {
     AudioTrack track;
     ExpectLossless(track);
-    track.kind = kBus;
+    track.kind = orvo::TrackKind{kBus};
     ExpectLossless(track);
-    track.kind = kMaster;
+    track.kind = orvo::TrackKind{kMaster};
     ExpectLossless(track);
 }
 
@@ -122,7 +122,7 @@ TEST_F(TrackRoundTrip, AMetronomesTrackOfAnotherKindIsLost) {
 TEST_F(TrackRoundTrip, AnUnknownKindBecomesAnAudioTrack) {
     AudioTrack track = test::FullTrack(7, 1);
     AudioTrack expected = track;
-    expected.kind = kAudio;
+    expected.kind = orvo::TrackKind::Audio;
     EXPECT_EQ(Back(track), expected);
 }
 
@@ -163,42 +163,44 @@ TEST_F(TrackRoundTrip, MidiClipsOfAllButAnInstrumentAreLost) {
 
 TEST_F(TrackRoundTrip, AnInstrumentsInputOnATrackOfAnotherKindIsLost) {
     AudioTrack track = test::FullTrack(kAudio, 1);
-    track.instrument = {u"Keys", true};
+    track.instrument = {"Keys", true};
     EXPECT_FALSE(Back(track).instrument.has_value());
 }
 
 TEST_F(TrackRoundTrip, AnInstrumentTrackWithoutAnInstrumentGetsOne) {
     AudioTrack track = test::FullTrack(kInstrument, 1);
     track.instrument.reset();
-    EXPECT_EQ(Back(track).instrument, refhost::model::InstrumentTrack());
+    EXPECT_EQ(Back(track).instrument, orvo::InstrumentTrack());
 }
 
 TEST_F(TrackRoundTrip, ANameIsTrimmed) {
     AudioTrack track = test::FullTrack(kAudio, 1);
-    track.name = u" \t\r\nVoice  one\n ";
-    EXPECT_EQ(Back(track).name, u"Voice  one");
-    track.name = u" \n ";
-    EXPECT_EQ(Back(track).name, u"");
+    track.name = " \t\r\nVoice  one\n ";
+    EXPECT_EQ(Back(track).name, "Voice  one");
+    track.name = " \n ";
+    EXPECT_EQ(Back(track).name, "");
 }
 
 // A control character in a name makes the document XML 1.1, in which these two are line ends and
 // the controls only stand as references.
 TEST_F(TrackRoundTrip, NextLineLineSeparatorAndControlsSurviveBesideAControlCharacter) {
     AudioTrack track = test::FullTrack(kAudio, 1);
-    track.name = u"a\u0085b\u2028c";
+    track.name = "a\u0085b\u2028c";
     EXPECT_EQ(Back(track).name, track.name);
-    track.name = u"a\u0085b\u2028c\t\u0001\u007F\u009Fd";
-    track.preRenderedFile = u"/\u0085\u2028\u0001\u0080";
+    track.name = "a\u0085b\u2028c\t\u0001\u007F\u009Fd";
+    track.preRenderedFile = "/\u0085\u2028\u0001\u0080";
     EXPECT_EQ(Back(track).name, track.name);
     EXPECT_EQ(Back(track).preRenderedFile, track.preRenderedFile);
 }
 
 TEST_F(TrackRoundTrip, AnUnpairedSurrogateBecomesAReplacementCharacter) {
     AudioTrack track = test::FullTrack(kAudio, 1);
-    track.name = std::u16string(u"a") + char16_t(0xD800) + u"b";
-    track.preRenderedFile = std::u16string(u"/") + char16_t(0xDC00);
-    EXPECT_EQ(Back(track).name, u"a\uFFFDb");
-    EXPECT_EQ(Back(track).preRenderedFile, u"/\uFFFD");
+    track.name =
+        "a\xED\xA0\x80"
+        "b";
+    track.preRenderedFile = "/\xED\xB0\x80";
+    EXPECT_EQ(Back(track).name, "a\uFFFDb");
+    EXPECT_EQ(Back(track).preRenderedFile, "/\uFFFD");
 }
 
 TEST_F(TrackRoundTrip, AHueThatIsNoNumberBecomesZero) {
@@ -212,8 +214,8 @@ TEST_F(TrackRoundTrip, AHueThatIsNoNumberBecomesZero) {
 
 TEST_F(TrackRoundTrip, ALayoutWithoutAKeywordBecomesZero) {
     AudioTrack track = test::FullTrack(kAudio, 1);
-    track.audioChannelType = 4;
-    EXPECT_EQ(Back(track).audioChannelType, 0u);
+    track.audioChannelType = orvo::ChannelType{4};
+    EXPECT_EQ(Back(track).audioChannelType, orvo::ChannelType::NotSaid);
 }
 
 TEST_F(TrackRoundTrip, OfATrackWithBothOutputsTheHardwaresIsLost) {
@@ -242,7 +244,7 @@ TEST_F(TrackRoundTrip, AListOfNothingButNullSlotsComesBackEmptyOnceAndIsLostThen
     AudioTrack track = test::FullTrack(kAudio, 1);
     track.sendList->slots = {std::nullopt};
     const AudioTrack once = Back(track);
-    EXPECT_EQ(once.sendList, refhost::model::SendList());
+    EXPECT_EQ(once.sendList, orvo::SendList());
     EXPECT_FALSE(Back(once).sendList.has_value());
 }
 
@@ -270,14 +272,14 @@ TEST_F(TrackRoundTrip, ALaneWithoutKeyframesIsLost) {
 TEST_F(TrackRoundTrip, AParameterWithoutAValueIsLost) {
     AudioTrack track = test::FullTrack(kAudio, 1);
     const AudioTrack expected = track;
-    track.pan->parameters[1].name = u"lost";
+    track.pan->parameters[1].name = "lost";
     EXPECT_EQ(Back(track), expected);
 }
 
 TEST_F(TrackRoundTrip, AnEditorWithoutAnAreaLosesItsPlace) {
     AudioTrack track = test::FullTrack(kAudio, 1);
     track.pan->editorRect = {1, 2, 0, 4};
-    EXPECT_EQ(Back(track).pan->editorRect, refhost::model::EditorRect());
+    EXPECT_EQ(Back(track).pan->editorRect, orvo::EditorRect());
 }
 
 TEST_F(TrackRoundTrip, APresetsStateOutsideOfASlotIsLost) {
@@ -298,7 +300,7 @@ TEST_F(TrackRoundTrip, TheWiringOfAnEmptySlotIsLost) {
     AudioTrack track = test::FullTrack(kAudio, 1);
     track.effectsRack->slots.at(0)->component.reset();
     const AudioTrack back = Back(track);
-    EXPECT_EQ(back.effectsRack->slots.at(0)->busConfig, u"");
+    EXPECT_EQ(back.effectsRack->slots.at(0)->busConfig, "");
     EXPECT_THAT(back.effectsRack->slots.at(0)->inputChannels, IsEmpty());
     EXPECT_THAT(back.effectsRack->slots.at(0)->outputChannels, IsEmpty());
 }

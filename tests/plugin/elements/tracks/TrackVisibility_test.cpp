@@ -6,7 +6,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -101,8 +101,8 @@ TEST_F(TrackVisibility, APresetThatTheHostDoesNotCreateIsDropped) {
 
 Session Sample() {
     Session session;
-    session.trackVisibilityPresets = {{4, u"Voices", {{9, 64.5F, true}, {2, -1, false}}},
-                                      {3, u"", {}}};
+    session.trackVisibilityPresets = {{4, "Voices", {{9, 64.5F, true}, {2, -1, false}}},
+                                      {3, "", {}}};
     return session;
 }
 
@@ -119,7 +119,7 @@ TEST_F(TrackVisibility, AreWrittenWithTheNameUnlessEmptyAndMinimizedOnlyWhenOn) 
 
 TEST_F(TrackVisibility, IdsBeyondTheSignedRangeAreWrittenUnsigned) {
     Session session;
-    session.trackVisibilityPresets = {{4294967294, u"", {{4294967293, 1, false}}}};
+    session.trackVisibilityPresets = {{4294967294, "", {{4294967293, 1, false}}}};
     EXPECT_EQ(WrittenElement("trackVisibilityPresets", session),
               "<trackVisibilityPresets>\n"
               "  <trackVisibilityPreset id=\"4294967294\">\n"

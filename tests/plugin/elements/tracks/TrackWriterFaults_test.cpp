@@ -11,7 +11,7 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
+using orvo::Session;
 using testing::EndsWith;
 using testing::IsEmpty;
 using testing::Not;
@@ -54,10 +54,10 @@ protected:
     }
 
     /// The writer's operations for one track of a session.
-    std::size_t OperationsOfTrack(const refhost::model::AudioTrack& track) {
+    std::size_t OperationsOfTrack(const orvo::AudioTrack& track) {
         return OperationsOf(WithTrack(track)) - OperationsOf({});
     }
-    std::size_t OperationsOfVideoTrack(const refhost::model::VideoTrack& track) {
+    std::size_t OperationsOfVideoTrack(const orvo::VideoTrack& track) {
         Session session;
         session.videoTracks = {track};
         return OperationsOf(session) - OperationsOf({});
@@ -71,7 +71,7 @@ Session Sample() {
     session.videoTracks = {test::FullVideoTrack(1)};
     session.audioTracks = {test::FullTrack(2, 9), test::FullTrack(5, 2), test::FullTrack(1, 3),
                            test::FullTrack(3, 4)};
-    session.trackVisibilityPresets = {{1, u"All", {{9, 64.5F, true}}}};
+    session.trackVisibilityPresets = {{1, "All", {{9, 64.5F, true}}}};
     return session;
 }
 

@@ -13,8 +13,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::AudioTrack;
-using refhost::model::Session;
+using orvo::AudioTrack;
+using orvo::Session;
 using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
@@ -178,7 +178,7 @@ TEST_F(Tracks, AnInstrumentsInputIsToldAfterEverythingElseAlsoWhenEmpty) {
 TEST_F(Tracks, AnInstrumentReadsItsInput) {
     const AudioTrack track = ReadTrack("<instrumentTrack id='7' midiIn='Keys' midiAll='true'/>");
     ASSERT_TRUE(track.instrument.has_value());
-    EXPECT_EQ(track.instrument->midiIn, u"Keys");
+    EXPECT_EQ(track.instrument->midiIn, "Keys");
     EXPECT_TRUE(track.instrument->midiAll);
     EXPECT_FALSE(ReadTrack("<instrumentTrack id='7' midiAll='1'/>").instrument->midiAll);
 }
@@ -250,7 +250,7 @@ TEST_F(Tracks, EachTrackStartsFromTheDefaultsAgain) {
     ASSERT_EQ(tracks.size(), 2u);
     AudioTrack expected;
     expected.id = 2;
-    expected.kind = 2;
+    expected.kind = orvo::TrackKind::Bus;
     EXPECT_EQ(tracks[1], expected);
 }
 
@@ -261,8 +261,8 @@ TEST_F(Tracks, ATrackThatStandsTwiceIsAppliedTwiceToTheSameTrack) {
                             .session.audioTracks;
     ASSERT_EQ(tracks.size(), 1u);
     EXPECT_EQ(tracks[0].index, 0u);
-    EXPECT_EQ(tracks[0].kind, 2u);
-    EXPECT_EQ(tracks[0].preRenderedFile, u"/r");
+    EXPECT_EQ(tracks[0].kind, orvo::TrackKind::Bus);
+    EXPECT_EQ(tracks[0].preRenderedFile, "/r");
 }
 
 // Writing
@@ -293,7 +293,7 @@ TEST_F(Tracks, FlagsThatAreOnAndThePreRenderedFileAreWrittenToo) {
     track.phaseInverted = true;
     track.preRendered = true;
     track.sumToMono = true;
-    track.preRenderedFile = u"/r.wav";
+    track.preRenderedFile = "/r.wav";
     EXPECT_EQ(StartTag(WrittenElement("audioTrack", track)),
               "<audioTrack automationLaneOpenState=\"true\" id=\"4294967294\" "
               "index=\"4294967295\" phaseInverted=\"true\" preRendered=\"true\" "
@@ -307,7 +307,7 @@ TEST_F(Tracks, EachKindHasItsElement) {
                                         {3, "masterTrack"},
                                         {4, "metronomeTrack"},
                                         {5, "instrumentTrack"}}) {
-        track.kind = kind;
+        track.kind = orvo::TrackKind{kind};
         EXPECT_THAT(WrittenElement(element, track), Not(IsEmpty())) << kind;
     }
 }
@@ -315,21 +315,21 @@ TEST_F(Tracks, EachKindHasItsElement) {
 TEST_F(Tracks, AKindWithoutAnElementIsWrittenAsAnAudioTrack) {
     for (const kelcore::uint32 kind : {7u, 0u, 6u, 4294967295u}) {
         AudioTrack track = Sample();
-        track.kind = kind;
+        track.kind = orvo::TrackKind{kind};
         EXPECT_THAT(WrittenElement("audioTrack", track), Not(IsEmpty())) << kind;
     }
 }
 
 TEST_F(Tracks, OnlyAnInstrumentTrackWritesItsInputAndOnlyWhatIsOnOrNotEmpty) {
     AudioTrack track = Sample();
-    track.instrument = {u"Keys", true};
+    track.instrument = {"Keys", true};
     EXPECT_THAT(WrittenElement("audioTrack", track), Not(HasSubstr("midi")));
-    track.kind = 5;
+    track.kind = orvo::TrackKind::Instrument;
     EXPECT_EQ(StartTag(WrittenElement("instrumentTrack", track)),
               "<instrumentTrack automationLaneOpenState=\"false\" id=\"4294967294\" "
               "index=\"4294967295\" midiAll=\"true\" midiIn=\"Keys\" select=\"false\" "
               "visible=\"true\">");
-    track.instrument = {u"", false};
+    track.instrument = {"", false};
     EXPECT_THAT(WrittenElement("instrumentTrack", track), Not(HasSubstr("midi")));
     track.instrument.reset();
     EXPECT_THAT(WrittenElement("instrumentTrack", track), Not(HasSubstr("midi")));
@@ -338,7 +338,7 @@ TEST_F(Tracks, OnlyAnInstrumentTrackWritesItsInputAndOnlyWhatIsOnOrNotEmpty) {
 TEST_F(Tracks, OnlyAnInstrumentTrackIsAskedForItsInstrument) {
     AudioTrack track = Sample();
     EXPECT_THAT(CallsOf(Write(WithTrack(track)).calls, "GetInstrument"), IsEmpty());
-    track.kind = 5;
+    track.kind = orvo::TrackKind::Instrument;
     EXPECT_THAT(CallsOf(Write(WithTrack(track)).calls, "GetInstrument"), testing::SizeIs(1));
 }
 
@@ -369,7 +369,7 @@ TEST_F(Tracks, WhatATrackDoesNotHaveIsNotWritten) {
 
 TEST_F(Tracks, AMastersClipsAreNeverAskedFor) {
     AudioTrack track = Sample();
-    track.kind = 3;
+    track.kind = orvo::TrackKind::Master;
     track.clips.resize(1);
     track.midiClips.resize(1);
     const auto outcome = Write(WithTrack(track));
@@ -383,12 +383,12 @@ TEST_F(Tracks, AnInstrumentTrackWritesItsMidiClipsAndAllOthersTheirAudioClips) {
     track.clips.resize(1);
     track.midiClips.resize(1);
     for (const kelcore::uint32 kind : {1u, 2u, 4u, 7u}) {
-        track.kind = kind;
+        track.kind = orvo::TrackKind{kind};
         const std::string file = *Write(WithTrack(track)).file;
         EXPECT_THAT(file, HasSubstr("<audioClip ")) << kind;
         EXPECT_THAT(file, Not(HasSubstr("<midiClip "))) << kind;
     }
-    track.kind = 5;
+    track.kind = orvo::TrackKind::Instrument;
     const std::string file = *Write(WithTrack(track)).file;
     EXPECT_THAT(file, HasSubstr("<midiClip "));
     EXPECT_THAT(file, Not(HasSubstr("<audioClip ")));
@@ -428,7 +428,7 @@ TEST_F(Tracks, TracksThatTheHostReportsAsNullAreSkipped) {
 
 TEST_F(Tracks, TextsThatTheHostReportsAsNullAreEmpty) {
     AudioTrack track = Sample();
-    track.preRenderedFile = u"/r.wav";
+    track.preRenderedFile = "/r.wav";
     EXPECT_THAT(
         WrittenElement("audioTrack", track, Null("IQueryAudioTrackPrivate.GetPreRenderedFile")),
         Not(HasSubstr("preRenderedFile")));

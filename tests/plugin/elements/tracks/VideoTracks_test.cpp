@@ -6,8 +6,8 @@
 namespace tses {
 namespace {
 
-using refhost::model::Session;
-using refhost::model::VideoTrack;
+using orvo::Session;
+using orvo::VideoTrack;
 using testing::ElementsAre;
 
 class VideoTracks : public test::ElementFixture {
@@ -58,7 +58,7 @@ TEST_F(VideoTracks, NothingOfTheTrackBeforeReachesAVideoTrack) {
         "<tracks><audioTrack id='1' index='5' select='true'><trackParameters trackHeight='64' "
         "trackHue='30' trackMinimized='true'><name>Voice</name></trackParameters></audioTrack>"
         "<videoTrack id='3'><trackParameters/></videoTrack></tracks>");
-    ASSERT_EQ(outcome.session.audioTracks.at(0).name, u"Voice");
+    ASSERT_EQ(outcome.session.audioTracks.at(0).name, "Voice");
     VideoTrack expected;
     expected.id = 3;
     EXPECT_THAT(outcome.session.videoTracks, ElementsAre(expected));
@@ -91,7 +91,7 @@ TEST_F(VideoTracks, WritingThenReadingLosesTheIndex) {
     track.id = 3;
     track.index = 2;
     track.selected = true;
-    track.name = u"Picture";
+    track.name = "Picture";
     track.hue = 30;
     track.height = 64;
     track.minimized = true;

@@ -1,25 +1,26 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <vector>
 
-#include "platform/kelcore/Types.h"
+#include <orvo/Api.h>
 
-namespace refhost::model {
+namespace orvo {
 
 /// A named input or output of the audio device. Tracks refer to it by its id.
 struct AudioPort {
-    kelcore::int32 id = 0;
-    std::u16string name{};
+    std::int32_t id = 0;
+    std::string name{};
 
     friend bool operator==(const AudioPort&, const AudioPort&) = default;
 };
 
 /// The devices that the session was made with; the identifiers are the host's own texts.
 struct AudioDevice {
-    std::u16string inputDeviceId{};
-    std::u16string outputDeviceId{};
+    std::string inputDeviceId{};
+    std::string outputDeviceId{};
     std::vector<AudioPort> inputPorts{};
     std::vector<AudioPort> outputPorts{};
 
@@ -27,7 +28,7 @@ struct AudioDevice {
 };
 
 /// Print the JSON form.
-std::ostream& operator<<(std::ostream& out, const AudioPort& port);
-std::ostream& operator<<(std::ostream& out, const AudioDevice& device);
+ORVO_API std::ostream& operator<<(std::ostream& out, const AudioPort& port);
+ORVO_API std::ostream& operator<<(std::ostream& out, const AudioDevice& device);
 
-}  // namespace refhost::model
+}  // namespace orvo

@@ -1,20 +1,22 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <optional>
 #include <vector>
 
-#include "platform/kelcore/Types.h"
-#include "reference_host/model/Effects.h"
+#include <orvo/Api.h>
+#include <orvo/Effects.h>
+#include <orvo/Ids.h>
 
-namespace refhost::model {
+namespace orvo {
 
 /// One feed from a track to another track.
 struct SendSlot {
-    kelcore::uint32 slotIndex = 0;
-    kelcore::int32 sendOutputId = -1;  ///< the track that is fed; -1: none
+    std::uint32_t slotIndex = 0;
+    std::int32_t sendOutputId = kNone;  ///< the track that is fed
     bool preFader = false;
-    kelcore::int32 destCompIndex = -1;  ///< the component of the destination; -1: not said
+    std::int32_t destCompIndex = kNone;  ///< the component of the destination
     std::optional<Component> sendComponent{};
     std::optional<Component> panComponent{};
 
@@ -28,7 +30,7 @@ struct SendList {
 };
 
 /// Print the JSON form.
-std::ostream& operator<<(std::ostream& out, const SendSlot& slot);
-std::ostream& operator<<(std::ostream& out, const SendList& list);
+ORVO_API std::ostream& operator<<(std::ostream& out, const SendSlot& slot);
+ORVO_API std::ostream& operator<<(std::ostream& out, const SendList& list);
 
-}  // namespace refhost::model
+}  // namespace orvo

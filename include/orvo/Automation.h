@@ -1,17 +1,18 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <vector>
 
-#include "platform/kelcore/Types.h"
+#include <orvo/Api.h>
 
-namespace refhost::model {
+namespace orvo {
 
 /// A point of a lane. The value is in the parameter's own unit.
 struct Keyframe {
     float value = 0;
-    kelcore::int64 sampleOffset = 0;  ///< on the timeline of the lane's owner
-    bool hold = false;                ///< the value stays until the next keyframe
+    std::int64_t sampleOffset = 0;  ///< on the timeline of the lane's owner
+    bool hold = false;              ///< the value stays until the next keyframe
     bool selected = false;
 
     friend bool operator==(const Keyframe&, const Keyframe&) = default;
@@ -28,7 +29,7 @@ struct AutomationLane {
 };
 
 /// Print the JSON form.
-std::ostream& operator<<(std::ostream& out, const Keyframe& keyframe);
-std::ostream& operator<<(std::ostream& out, const AutomationLane& lane);
+ORVO_API std::ostream& operator<<(std::ostream& out, const Keyframe& keyframe);
+ORVO_API std::ostream& operator<<(std::ostream& out, const AutomationLane& lane);
 
-}  // namespace refhost::model
+}  // namespace orvo

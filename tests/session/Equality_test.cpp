@@ -50,7 +50,7 @@ void ExpectEveryMemberCompared(const std::map<kelcore::uint32, Held>&) {
 }
 
 TEST(ModelEqualityTest, SessionsThatDifferInAnyMemberAreNotEqual) {
-    ExpectEveryMemberCompared(model::Session());
+    ExpectEveryMemberCompared(orvo::Session());
 }
 
 }  // namespace

@@ -1,25 +1,26 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <vector>
 
-#include "platform/kelcore/Types.h"
+#include <orvo/Api.h>
 
-namespace refhost::model {
+namespace orvo {
 
 /// A member of a clip group. Neither need exist.
 struct ClipGroupItem {
-    kelcore::uint32 trackId = 0;
-    kelcore::uint32 clipId = 0;
+    std::uint32_t trackId = 0;
+    std::uint32_t clipId = 0;
 
     friend bool operator==(const ClipGroupItem&, const ClipGroupItem&) = default;
 };
 
 /// Clips that are edited as one.
 struct ClipGroup {
-    kelcore::uint32 id = 0;
-    std::u16string name{};
+    std::uint32_t id = 0;
+    std::string name{};
     double hue = 0;  ///< the host's number
     std::vector<ClipGroupItem> items{};
 
@@ -27,7 +28,7 @@ struct ClipGroup {
 };
 
 /// Print the JSON form.
-std::ostream& operator<<(std::ostream& out, const ClipGroupItem& item);
-std::ostream& operator<<(std::ostream& out, const ClipGroup& group);
+ORVO_API std::ostream& operator<<(std::ostream& out, const ClipGroupItem& item);
+ORVO_API std::ostream& operator<<(std::ostream& out, const ClipGroup& group);
 
-}  // namespace refhost::model
+}  // namespace orvo

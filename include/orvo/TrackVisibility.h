@@ -1,16 +1,17 @@
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <vector>
 
-#include "platform/kelcore/Types.h"
+#include <orvo/Api.h>
 
-namespace refhost::model {
+namespace orvo {
 
 /// A visible track of a preset.
 struct TrackVisibility {
-    kelcore::uint32 trackId = 0;
+    std::uint32_t trackId = 0;
     float height = 0;  ///< the host's number
     bool minimized = false;
 
@@ -19,15 +20,15 @@ struct TrackVisibility {
 
 /// A named choice of visible tracks.
 struct TrackVisibilityPreset {
-    kelcore::uint32 id = 0;
-    std::u16string name{};
+    std::uint32_t id = 0;
+    std::string name{};
     std::vector<TrackVisibility> tracks{};
 
     friend bool operator==(const TrackVisibilityPreset&, const TrackVisibilityPreset&) = default;
 };
 
 /// Print the JSON form.
-std::ostream& operator<<(std::ostream& out, const TrackVisibility& visibility);
-std::ostream& operator<<(std::ostream& out, const TrackVisibilityPreset& preset);
+ORVO_API std::ostream& operator<<(std::ostream& out, const TrackVisibility& visibility);
+ORVO_API std::ostream& operator<<(std::ostream& out, const TrackVisibilityPreset& preset);
 
-}  // namespace refhost::model
+}  // namespace orvo

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+
+namespace orvo {
+
+/// The unsigned id or index that means none.
+inline constexpr std::uint32_t kNoId = 4294967295;
+
+/// The signed id or index that means none.
+inline constexpr std::int32_t kNone = -1;
+
+}  // namespace orvo
