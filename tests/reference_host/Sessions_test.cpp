@@ -76,7 +76,7 @@ TEST_F(SessionsTest, AFailedReadSaysWhatTheParserSays) {
     const ReadResult read = ReadSession(plugin_, path.u16string());
     EXPECT_EQ(read.result, tses::SessionResult::ReadFailed);
     ASSERT_THAT(read.messages, SizeIs(1));
-    EXPECT_NE(read.messages[0].find("(line: 2, col: "), std::u16string::npos);
+    EXPECT_NE(read.messages[0].find(u"(line: 2, col: "), std::u16string::npos);
     EXPECT_NE(read.messages[0].back(), u'\n');
 }
 
@@ -84,7 +84,7 @@ TEST_F(SessionsTest, AMessageOfLineEndsAloneIsEmpty) {
     const std::filesystem::path path = folder_.Write("a.orvo", "<orvo/>");
     const ReadResult read =
         ReadSession(plugin_, path.u16string(), {.wrap = [](tses::IEditSession& session) {
-                        const auto text = Ref<HostString>::Adopt(new HostString("\n\n"));
+                        const auto text = Ref<HostString>::Adopt(new HostString(u"\n\n"));
                         session.GetLogTarget()->LogMessage(text.Get());
                         return Ref<tses::IEditSession>::Retain(&session);
                     }});
