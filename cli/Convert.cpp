@@ -6,10 +6,13 @@
 #include <utility>
 #include <vector>
 
+#include <orvo/Json.h>
+#include <orvo/Session.h>
 #include "cli/Kind.h"
 #include "cli/Losses.h"
 #include "cli/Messages.h"
 #include "cli/Output.h"
+#include "cli/PluginCheck.h"
 #include "cli/ProgressBar.h"
 #include "cli/ReadProgress.h"
 #include "cli/Refusals.h"
@@ -18,8 +21,6 @@
 #include "cli/SessionFile.h"
 #include "cli/Stream.h"
 #include "cli/Verb.h"
-#include "reference_host/Sessions.h"
-#include "reference_host/json/SessionJson.h"
 #include "toolkit/FileContent.h"
 #include "toolkit/FileKind.h"
 #include "toolkit/MediaPaths.h"
@@ -131,14 +132,13 @@ struct ReadInput {
     kelcore::uint64 size = 0;
 };
 
-std::optional<ReadInput> ReadOrvo(refhost::Plugin& plugin, const SessionFile& file,
-                                  const toolkit::Conversion& conversion, const LossRule& rule,
-                                  Progress& progress) {
+std::optional<ReadInput> ReadOrvo(const SessionFile& file, const toolkit::Conversion& conversion,
+                                  const LossRule& rule, Progress& progress) {
     const Progress::Phase reading = progress.Begin(kReading);
     reading.Watch(ShareRead(file.Path()));
     std::optional<ScanBesideRead> scan(std::in_place, file.Path(), conversion, rule.Limit());
-    refhost::ReadResult read = refhost::ReadSession(plugin, file.FullPath());
-    if (read.result != tses::SessionResult::Ok) {
+    orvo::ReadResult read = orvo::ReadSession(file.FullName());
+    if (!read) {
         scan.reset();
         for (const Message& message : ExplainRefusal(file, read.messages)) {
             Complain(message);
@@ -151,24 +151,19 @@ std::optional<ReadInput> ReadOrvo(refhost::Plugin& plugin, const SessionFile& fi
     return ReadInput{std::move(read.session), static_cast<kelcore::uint64>(SizeOrOne(file.Path()))};
 }
 
-toolkit::Place PlaceOf(const refhost::JsonError& failure) {
-    const auto& place = failure.Place();
-    return place ? toolkit::Place{place->line, place->column} : toolkit::Place{};
-}
-
 std::optional<toolkit::Problem> FindProblemOfStream(const std::optional<Stream>& stream) {
     return stream ? FindProblem(*stream, Direction::In) : std::nullopt;
 }
 
 /// Says what the file is instead of JSON, if that can be recognised, or where the JSON is
 /// malformed.
-Message Explain(const refhost::JsonError& failure, const std::string& subject,
-                std::string_view begin) {
+Message Explain(const orvo::Message& reason, const std::string& subject, std::string_view begin) {
     const auto otherKind =
-        failure.Place() ? toolkit::RecogniseOtherKindThanJson(begin) : std::nullopt;
-    return otherKind
-               ? ToMessage(subject, *otherKind)
-               : Message{.subject = subject, .place = PlaceOf(failure), .what = failure.what()};
+        reason.line != 0 ? toolkit::RecogniseOtherKindThanJson(begin) : std::nullopt;
+    return otherKind ? ToMessage(subject, *otherKind)
+                     : Message{.subject = subject,
+                               .place = {reason.line, reason.column},
+                               .what = reason.what};
 }
 
 /// Parses the session in the blocks. Reports a failed read rather than the malformed JSON that
@@ -176,7 +171,6 @@ Message Explain(const refhost::JsonError& failure, const std::string& subject,
 std::optional<ReadInput> ReadJsonBlocks(toolkit::FileBlocks& blocks, const std::string& subject,
                                         const Progress::Phase& reading) {
     ReadInput input;
-    std::optional<Message> wrong;
     std::string begin;
     const auto next = [&] {
         constexpr std::size_t kTelling = 64;
@@ -184,20 +178,17 @@ std::optional<ReadInput> ReadJsonBlocks(toolkit::FileBlocks& blocks, const std::
         begin += block.substr(0, kTelling - begin.size());
         return block;
     };
-    try {
-        input.session = refhost::FromJson(next, [&](kelcore::uint64 bytes) {
-            input.size = bytes;
-            reading.Update(bytes, blocks.Size());
-        });
-    } catch (const refhost::JsonError& failure) {
-        wrong = Explain(failure, subject, begin);
-    }
+    orvo::ReadResult read = orvo::FromJson(next, [&](kelcore::uint64 bytes) {
+        input.size = bytes;
+        reading.Update(bytes, blocks.Size());
+    });
     if (const auto& problem = blocks.Failure()) {
         return Refuse(ToMessage(subject, *problem));
     }
-    if (wrong) {
-        return Refuse(*wrong);
+    if (!read) {
+        return Refuse(Explain(read.messages.front(), subject, begin));
     }
+    input.session = std::move(read.session);
     return input;
 }
 
@@ -219,14 +210,14 @@ std::optional<ReadInput> ReadJson(const Input& in, Progress& progress) {
     return input;
 }
 
-std::optional<ReadInput> ReadOrvo(refhost::Plugin& plugin, const Input& in, Kind to,
-                                  const Output& out, const LossRule& rule, Progress& progress) {
+std::optional<ReadInput> ReadOrvo(const Input& in, Kind to, const Output& out, const LossRule& rule,
+                                  Progress& progress) {
     const SessionFile file(in.name, in.stream);
     const toolkit::Conversion conversion = {
         .target = to == Kind::Json ? toolkit::Target::Json : toolkit::Target::SessionFile,
         .from = file.FullPath(),
         .to = out.FullPath()};
-    return ReadOrvo(plugin, file, conversion, rule, progress);
+    return ReadOrvo(file, conversion, rule, progress);
 }
 
 // The whole
@@ -248,20 +239,16 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
     const Output out(options.out);
     const Input in(options.in);
     Progress progress(in.Subject(), PhasesOf(from, to));
-    refhost::UseFeatureDefaults();
-    std::optional<refhost::Plugin> plugin;
     if (from == Kind::Orvo || to == Kind::Orvo) {
-        plugin.emplace();
+        RequirePlugin();
     }
-    std::optional<ReadInput> input = from == Kind::Json
-                                         ? ReadJson(in, progress)
-                                         : ReadOrvo(*plugin, in, to, out, options.rule, progress);
+    std::optional<ReadInput> input =
+        from == Kind::Json ? ReadJson(in, progress) : ReadOrvo(in, to, out, options.rule, progress);
     if (!input) {
         return ExitCode::Failure;
     }
     return to == Kind::Orvo
-               ? SaveSession(*plugin, std::move(input->session), out, in.Subject(), options.rule,
-                             progress)
+               ? SaveSession(input->session, out, in.Subject(), options.rule, progress)
                : SaveJson(input->session, out, progress, ExpectedSizeOfJson(*input, from));
 }
 

@@ -7,11 +7,10 @@
 
 #include "cli/Kind.h"
 #include "cli/Output.h"
+#include "cli/PluginCheck.h"
 #include "cli/SaveSession.h"
 #include "cli/Verb.h"
 #include "platform/kelcore/Types.h"
-#include "reference_host/Plugin.h"
-#include "reference_host/Sessions.h"
 #include "toolkit/GeneratedSession.h"
 
 // orvo generate [--tracks N] [--clips N] [--slots N] [--keyframes N] [--seed N] [--to KIND] OUT
@@ -40,10 +39,8 @@ ExitCode RunGenerate(const Options& options) {
         return SaveJson(toolkit::GenerateSession(options.size, options.seed), out, progress,
                         ExpectedSizeOfJson(options.size));
     }
-    refhost::UseFeatureDefaults();
-    refhost::Plugin plugin;
-    return SaveWholeSession(plugin, toolkit::GenerateSession(options.size, options.seed), out,
-                            progress);
+    RequirePlugin();
+    return SaveWholeSession(toolkit::GenerateSession(options.size, options.seed), out, progress);
 }
 
 /// Each number has its own range; this limits their total.

@@ -2,15 +2,16 @@
 #include <nlohmann/json.hpp>
 #include <system_error>
 
+#include <orvo/Session.h>
 #include "cli/InfoReport.h"
 #include "cli/Messages.h"
+#include "cli/PluginCheck.h"
 #include "cli/ProgressBar.h"
 #include "cli/ReadProgress.h"
 #include "cli/Refusals.h"
 #include "cli/SessionFile.h"
 #include "cli/StandardStreams.h"
 #include "cli/Verb.h"
-#include "reference_host/Sessions.h"
 #include "toolkit/SessionFolder.h"
 #include "toolkit/scan/StoredPaths.h"
 
@@ -93,11 +94,10 @@ InfoContent Summarise(const orvo::Session& session) {
     return content;
 }
 
-refhost::ReadResult Read(refhost::Plugin& plugin, const SessionFile& file, Progress& progress) {
+orvo::ReadResult Read(const SessionFile& file, Progress& progress) {
     const Progress::Phase reading = progress.Begin(kReading, file.Name());
     reading.Watch(ShareRead(file.Path()));
-    plugin.Restart();  // a read that ended inside an unknown element would affect the next one
-    return refhost::ReadSession(plugin, file.FullPath());
+    return orvo::ReadSession(file.FullName());
 }
 
 /// Reads the file a second time, so call it only if media are missing.
@@ -108,7 +108,7 @@ std::map<kelcore::uint32, toolkit::StoredPaths> FindPaths(const SessionFile& fil
     return toolkit::FindStoredPaths(file.Path());
 }
 
-InfoReport Inspect(refhost::Plugin& plugin, const std::string& name, Progress& progress) {
+InfoReport Inspect(const std::string& name, Progress& progress) {
     if (IsFolder(name)) {
         return {name,
                 std::nullopt,
@@ -117,8 +117,8 @@ InfoReport Inspect(refhost::Plugin& plugin, const std::string& name, Progress& p
                   .advice = "name a session file in it, or add --recursive"}}};
     }
     const SessionFile file(name);
-    const refhost::ReadResult read = Read(plugin, file, progress);
-    if (read.result != tses::SessionResult::Ok) {
+    const orvo::ReadResult read = Read(file, progress);
+    if (!read) {
         return {file.Name(), std::nullopt, ExplainRefusal(file, read.messages)};
     }
     InfoReport report{file.Name(), Summarise(read.session), {}};
@@ -192,14 +192,13 @@ private:
 };
 
 ExitCode RunInfo(const Options& options) {
-    refhost::UseFeatureDefaults();
-    refhost::Plugin plugin;
+    RequirePlugin();
     const Named named = FindFiles(options);
     ExitCode code = named.allKnown ? ExitCode::Good : ExitCode::Failure;
     Progress progress("sessions", PhasesOf(named.files));
     Printer printer(options);
     for (const std::string& name : named.files) {
-        const InfoReport report = Inspect(plugin, name, progress);
+        const InfoReport report = Inspect(name, progress);
         for (const Message& message : report.messages) {
             Complain(message);
         }

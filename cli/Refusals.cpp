@@ -1,11 +1,9 @@
 #include "cli/Refusals.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <string_view>
 #include <utility>
 
-#include "platform/kelcore/Strings.h"
 #include "toolkit/CharacterPlaces.h"
 #include "toolkit/FileKind.h"
 
@@ -14,28 +12,11 @@ namespace {
 
 constexpr std::string_view kRefused = "refused: ";
 
-std::u16string_view WithoutLineEnd(std::u16string_view text) {
-    return text.substr(0, text.find_last_not_of(u'\n') + 1);
-}
-
-/// Parses a line of the plug-in's log: "XML ERROR: (line: 2, col: 7) [ /song.orvo] the text". The
-/// path may contain anything, including brackets.
-Message FromLog(const SessionFile& file, std::u16string_view logged) {
-    std::string text = kelcore::UTF16to8(WithoutLineEnd(logged));
-    unsigned long long line = 0;
-    unsigned long long column = 0;
-    int end = 0;
-    if (std::sscanf(text.c_str(), "XML %*[A-Z ]: (line: %llu, col: %llu) %n", &line, &column,
-                    &end) != 2 ||
-        end == 0) {
-        return {.subject = file.Name(), .what = std::move(text)};
-    }
-    text.erase(0, static_cast<std::size_t>(end));
-    const std::string origin = "[ " + kelcore::UTF16to8(file.FullPath()) + "] ";
-    if (text.starts_with(origin)) {
-        text.erase(0, origin.size());
-    }
-    return {.subject = file.Name(), .place = {line, column}, .what = std::move(text)};
+Message FromLibrary(const SessionFile& file, const orvo::Message& reason) {
+    return {.subject = file.Name(),
+            .place = {reason.line, reason.column},
+            .what = reason.what,
+            .advice = reason.advice};
 }
 
 /// Converts places to the lines and columns that people count.
@@ -62,10 +43,14 @@ bool IsOwnRefusal(const Message& message) {
     return message.what.starts_with(kRefused);
 }
 
+bool HasPlace(const orvo::Message& reason) {
+    return reason.line != 0;
+}
+
 }  // namespace
 
 std::vector<Message> ExplainRefusal(const SessionFile& file,
-                                    const std::vector<std::u16string>& parserMessages) {
+                                    const std::vector<orvo::Message>& reasons) {
     if (file.EarlyProblem()) {
         return {ToMessage(file.Name(), *file.EarlyProblem())};
     }
@@ -73,26 +58,21 @@ std::vector<Message> ExplainRefusal(const SessionFile& file,
         return {ToMessage(file.Name(), *otherKind)};
     }
     std::vector<Message> messages;
-    for (const std::u16string& text : parserMessages) {
-        messages.push_back(FromLog(file, text));
+    for (const orvo::Message& reason : reasons) {
+        messages.push_back(FromLibrary(file, reason));
     }
-    if (std::any_of(messages.begin(), messages.end(), IsOwnRefusal)) {
+    if (std::ranges::any_of(messages, IsOwnRefusal)) {
         return WithPlaces(std::move(messages), file);
     }
     const toolkit::DocumentScan scan = toolkit::ScanDocument(file.Path());
     if (scan.problem) {
         return {ToMessage(file.Name(), *scan.problem)};
     }
-    if (!messages.empty()) {
+    if (std::ranges::any_of(reasons, HasPlace)) {
         return WithPlaces(std::move(messages), file);
     }
-    messages = TracksWithoutId(file, scan);
-    if (messages.empty()) {
-        messages.push_back({.subject = file.Name(),
-                            .what = "the plug-in refused the file",
-                            .advice = "try again; if it happens again, report it with the file"});
-    }
-    return messages;
+    std::vector<Message> tracks = TracksWithoutId(file, scan);
+    return tracks.empty() ? messages : tracks;
 }
 
 }  // namespace cli

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include <orvo/Message.h>
 #include "cli/Messages.h"
 #include "cli/SessionFile.h"
 
@@ -10,8 +11,8 @@ namespace cli {
 
 /// Explains why the plug-in refused to read a file, by inspecting the file or from the parser's
 /// messages. Does not parse the file again if the plug-in itself refused it.
-/// @param parserMessages  what the log target received
+/// @param reasons  from the library, or from the log target
 std::vector<Message> ExplainRefusal(const SessionFile& file,
-                                    const std::vector<std::u16string>& parserMessages);
+                                    const std::vector<orvo::Message>& reasons);
 
 }  // namespace cli

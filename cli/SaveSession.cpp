@@ -3,11 +3,13 @@
 #include <fstream>
 #include <memory>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 #include <utility>
 #include <vector>
 
-#include "cli/ListLimits.h"
+#include <orvo/Differences.h>
+#include <orvo/Json.h>
 #include "cli/Messages.h"
 #include "cli/ReadProgress.h"
 #include "cli/SessionFile.h"
@@ -15,9 +17,6 @@
 #include "format/document/Document.h"
 #include "platform/kelcore/ClientVersion.h"
 #include "platform/kelcore/Strings.h"
-#include "reference_host/Sessions.h"
-#include "reference_host/json/Differences.h"
-#include "reference_host/json/SessionJson.h"
 #include "toolkit/Conversion.h"
 
 namespace cli {
@@ -39,32 +38,26 @@ std::unique_ptr<const StandInFile> MakeStandIn(const Output& out) {
     }
 }
 
-refhost::WriteResult Write(refhost::Plugin& plugin, Session session, const StandInFile& file,
-                           const Output& out, Progress& progress) {
-    // The plug-in asks for the tracks in the first half of the time and does not report its
-    // progress in the second.
+orvo::WriteResult Write(const Session& session, const StandInFile& file, const Output& out,
+                        Progress& progress) {
+    constexpr double kSteps = 10'000;
     const Progress::Phase writing = progress.Begin(kWriting, out.Name());
-    refhost::WriteOptions options;
-    options.trackProgress = [&writing](kelcore::uint32 done, kelcore::uint32 total) {
-        writing.Update(done, kelcore::uint64{2} * total);
-    };
-    refhost::WriteResult written =
-        refhost::WriteSession(plugin, file.PluginPath(), std::move(session), options);
-    if (written.result != tses::SessionResult::Ok && written.messages.empty()) {
-        written.messages = {"the plug-in refused to write it"};
-    }
-    for (std::string& message : written.messages) {
-        message = file.Explain(std::move(message));
+    orvo::WriteResult written =
+        orvo::WriteSession(session, file.FullName(), {.progress = [&writing](double share) {
+                               writing.Update(static_cast<kelcore::uint64>(share * kSteps),
+                                              static_cast<kelcore::uint64>(kSteps));
+                               return true;
+                           }});
+    for (orvo::Message& message : written.messages) {
+        message.what = file.Explain(std::move(message.what));
     }
     return written;
 }
 
-refhost::ReadResult ReadAgain(refhost::Plugin& plugin, const StandInFile& file, const Output& out,
-                              Progress& progress) {
+orvo::ReadResult ReadAgain(const StandInFile& file, const Output& out, Progress& progress) {
     const Progress::Phase checking = progress.Begin(kChecking, out.Name());
     checking.Watch(ShareRead(file.Path()));
-    plugin.Restart();  // a read that ended inside an unknown element would affect this one
-    return refhost::ReadSession(plugin, file.PluginPath());
+    return orvo::ReadSession(file.FullName());
 }
 
 /// Copies the temporary file to `out`.
@@ -97,24 +90,64 @@ bool IsOfFirstVersion(const Session& session, const Session& saved) {
                                    kelcore::UTF16to8(tses::kFirstVersion));
 }
 
+/// Takes over the facts about the writer, and the position that every file computes.
+void TakeWhatTheWriterMakes(const Session& session, Session& saved) {
+    if (!IsOfFirstVersion(session, saved)) {
+        saved.versionDependentValue = session.versionDependentValue;
+    }
+    saved.formatVersion = session.formatVersion;
+    saved.formatDescription = session.formatDescription;
+}
+
+std::vector<std::string> LinesOf(const orvo::Differences& differences) {
+    std::vector<std::string> lines;
+    for (const orvo::Difference& difference : differences.list) {
+        std::ostringstream line;
+        line << difference;
+        lines.push_back(line.str());
+    }
+    return lines;
+}
+
+/// What is said of the file. The rest is said of the session.
+std::vector<std::string> Reasons(const orvo::WriteResult& written) {
+    std::vector<std::string> reasons;
+    for (const orvo::Message& message : written.messages) {
+        if (!message.file.empty()) {
+            reasons.push_back(message.what);
+        }
+    }
+    return reasons;
+}
+
+void ComplainOfSession(const std::string& source, const orvo::WriteResult& written) {
+    for (const orvo::Message& message : written.messages) {
+        if (message.file.empty()) {
+            Complain({.subject = source, .what = message.what, .advice = message.advice});
+        }
+    }
+}
+
+std::vector<std::string> DistinctReasons(const orvo::WriteResult& written) {
+    const std::vector<std::string> reasons = Reasons(written);
+    const std::set distinct(reasons.begin(), reasons.end());
+    return {distinct.begin(), distinct.end()};
+}
+
 /// Compares the saved session with the original, except for facts about the writer and the position
 /// that every file computes. Lists each difference and returns whether there is none.
-bool HoldsEverything(refhost::WriteResult written, const Session& saved, const std::string& source,
-                     const LossRule& rule) {
-    if (!IsOfFirstVersion(written.session, saved)) {
-        written.session.versionDependentValue = saved.versionDependentValue;
-    }
-    written.session.formatVersion = saved.formatVersion;
-    written.session.formatDescription = saved.formatDescription;
-    refhost::Differences differences =
-        refhost::FindDifferences(written.session, saved, rule.Limit());
+bool HoldsEverything(const Session& session, const orvo::WriteResult& written, Session saved,
+                     const std::string& source, const LossRule& rule) {
+    TakeWhatTheWriterMakes(session, saved);
+    orvo::Differences differences = orvo::FindDifferences(session, saved, rule.Limit());
+    std::vector<std::string> lines = LinesOf(differences);
     if (differences.count == 0) {
         // Characters that the plug-in replaced usually show up as a difference too; list them once.
-        const std::set remarks(written.messages.begin(), written.messages.end());
-        differences = {.lines = {remarks.begin(), remarks.end()}, .count = remarks.size()};
+        lines = DistinctReasons(written);
+        differences.count = lines.size();
     }
     std::vector<toolkit::NotCarried> losses;
-    for (std::string& line : differences.lines) {
+    for (std::string& line : lines) {
         losses.push_back({.place = {}, .what = std::move(line)});
     }
     NameLosses(source, losses, differences.count);
@@ -129,36 +162,32 @@ std::vector<ProgressPhase> PhasesOfSaving(Kind kind) {
                : std::vector<ProgressPhase>{{kWriting, 2}, {kChecking, 1}, {kSaving, 0.25}};
 }
 
-ExitCode SaveWholeSession(refhost::Plugin& plugin, Session session, const Output& out,
-                          Progress& progress) {
+ExitCode SaveWholeSession(const Session& session, const Output& out, Progress& progress) {
     const auto file = MakeStandIn(out);
     if (!file) {
         return ExitCode::Failure;
     }
-    const refhost::WriteResult written = Write(plugin, std::move(session), *file, out, progress);
-    return written.result == tses::SessionResult::Ok ? Deliver(*file, out, progress)
-                                                     : FailToSave(out, written.messages);
+    const orvo::WriteResult written = Write(session, *file, out, progress);
+    return written ? Deliver(*file, out, progress) : FailToSave(out, Reasons(written));
 }
 
-ExitCode SaveSession(refhost::Plugin& plugin, Session session, const Output& out,
-                     const std::string& source, const LossRule& rule, Progress& progress) {
+ExitCode SaveSession(const Session& session, const Output& out, const std::string& source,
+                     const LossRule& rule, Progress& progress) {
     const auto file = MakeStandIn(out);
     if (!file) {
         return ExitCode::Failure;
     }
-    refhost::WriteResult written = Write(plugin, std::move(session), *file, out, progress);
-    if (written.result != tses::SessionResult::Ok) {
-        FailToSave(out, written.messages);
-        if (const auto problem = FindListBeyondLimits(written.session)) {
-            Complain(ToMessage(source, *problem));
-        }
+    const orvo::WriteResult written = Write(session, *file, out, progress);
+    if (!written) {
+        FailToSave(out, Reasons(written));
+        ComplainOfSession(source, written);
         return ExitCode::Failure;
     }
-    const refhost::ReadResult saved = ReadAgain(plugin, *file, out, progress);
-    if (saved.result != tses::SessionResult::Ok) {
+    orvo::ReadResult saved = ReadAgain(*file, out, progress);
+    if (!saved) {
         return FailToSave(out, {"the plug-in cannot read back what it wrote"});
     }
-    if (!HoldsEverything(std::move(written), saved.session, source, rule) && !rule.lossy) {
+    if (!HoldsEverything(session, written, std::move(saved.session), source, rule) && !rule.lossy) {
         RefuseLosses(source);
         return ExitCode::Failure;
     }
@@ -169,8 +198,8 @@ ExitCode SaveJson(const Session& session, const Output& out, Progress& progress,
                   kelcore::uint64 expectedSize) {
     const Progress::Phase writing = progress.Begin(kWriting, out.Name());
     return out.Save([&](const Output::Sink& sink) {
-        refhost::ToJson(session, sink,
-                        [&](kelcore::uint64 bytes) { writing.Update(bytes, expectedSize); });
+        orvo::ToJson(session, sink,
+                     [&](kelcore::uint64 bytes) { writing.Update(bytes, expectedSize); });
     });
 }
 

@@ -3,13 +3,12 @@
 #include <string>
 #include <vector>
 
-#include <orvo/Model.h>
+#include <orvo/Session.h>
 #include "cli/ExitCode.h"
 #include "cli/Kind.h"
 #include "cli/Losses.h"
 #include "cli/Output.h"
 #include "cli/ProgressBar.h"
-#include "reference_host/Plugin.h"
 
 namespace cli {
 
@@ -23,12 +22,11 @@ std::vector<ProgressPhase> PhasesOfSaving(Kind kind);
 /// file, reads it back and compares the two. Delivers the file to `out` unless something was lost
 /// and the rule forbids losses.
 /// @param source  the origin of the session, which messages about losses name
-ExitCode SaveSession(refhost::Plugin& plugin, orvo::Session session, const Output& out,
-                     const std::string& source, const LossRule& rule, Progress& progress);
+ExitCode SaveSession(const orvo::Session& session, const Output& out, const std::string& source,
+                     const LossRule& rule, Progress& progress);
 
 /// Saves a session that session files can hold completely.
-ExitCode SaveWholeSession(refhost::Plugin& plugin, orvo::Session session,
-                          const Output& out, Progress& progress);
+ExitCode SaveWholeSession(const orvo::Session& session, const Output& out, Progress& progress);
 
 /// Saves a session as JSON, which can hold any session.
 /// @param expectedSize  an estimate in bytes for the progress bar; 0 if unknown

@@ -57,6 +57,10 @@ SessionFile::SessionFile(const std::string& name, const std::optional<Stream>& s
     }
 }
 
+std::filesystem::path SessionFile::FullName() const {
+    return kelcore::PathToBytes(fullPath_);
+}
+
 void SessionFile::Spool(const Stream& stream) {
     name_ = stream.name;
     try {

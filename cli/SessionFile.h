@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,6 +29,9 @@ public:
 
     /// The full path for the plug-in.
     const std::u16string& FullPath() const { return fullPath_; }
+
+    /// The same for the library.
+    std::filesystem::path FullName() const;
 
     /// Why the file could not be opened. If set, the paths are empty.
     const std::optional<toolkit::Problem>& EarlyProblem() const { return problem_; }

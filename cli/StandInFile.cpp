@@ -75,6 +75,10 @@ std::string StandInFile::Place() const {
     return fs::path(folder_.Path()).parent_path().string();
 }
 
+std::filesystem::path StandInFile::FullName() const {
+    return kelcore::PathToBytes(pluginPath_);
+}
+
 std::string StandInFile::Explain(std::string message) const {
     const std::size_t named = message.find(place_);
     if (named == std::string::npos || !NamesErrorOfPlace(message.substr(named + place_.size()))) {

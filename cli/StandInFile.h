@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "cli/TemporaryFolder.h"
@@ -31,6 +32,9 @@ public:
 
     /// The path for the plug-in.
     const std::u16string& PluginPath() const { return pluginPath_; }
+
+    /// The same for the library.
+    std::filesystem::path FullName() const;
 
     /// Rewrites a write error for the user: names the folder for temporary files instead of the
     /// path, and adds advice. Leaves the reason alone if it would be the same in any folder.

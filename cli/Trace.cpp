@@ -17,6 +17,7 @@
 #include "cli/Verb.h"
 #include "platform/kelappsupport/Features.h"
 #include "reference_host/LogTarget.h"
+#include "reference_host/LoggedMessage.h"
 #include "reference_host/Plugin.h"
 #include "reference_host/SessionNode.h"
 #include "reference_host/Sessions.h"
@@ -122,6 +123,18 @@ std::string FormatResult(const SessionFile& file, tses::SessionResult result) {
     return fmt::format(R"({{"file": {}, "result": {}}})", name, static_cast<std::int32_t>(result));
 }
 
+std::vector<orvo::Message> ReasonsIn(const refhost::LogTarget& log, const SessionFile& file) {
+    std::vector<orvo::Message> reasons;
+    for (const std::u16string& logged : log.Messages()) {
+        const refhost::LoggedMessage message = refhost::ParseLoggedMessage(logged, file.FullPath());
+        reasons.push_back({.line = message.line, .column = message.column, .what = message.text});
+    }
+    if (reasons.empty()) {
+        reasons.push_back({.what = refhost::kRefusedWithoutReason, .advice = refhost::kTryAgain});
+    }
+    return reasons;
+}
+
 tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
                               const SessionFile& file) {
     const auto logTarget = refhost::Ref<refhost::LogTarget>::Adopt(new refhost::LogTarget());
@@ -138,7 +151,7 @@ tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
     const tses::SessionResult result = ReadQuietly(plugin, file, recorder.Wrap(session->Edit()));
     PrintLine(FormatResult(file, result));
     if (result != tses::SessionResult::Ok) {
-        for (const Message& message : ExplainRefusal(file, logTarget->Messages())) {
+        for (const Message& message : ExplainRefusal(file, ReasonsIn(*logTarget, file))) {
             Complain(message);
         }
     }

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "fuzz/PluginUnderTest.h"
-#include "reference_host/json/SessionJson.h"
+#include "session/json/SessionJson.h"
 
 // Feeds arbitrary bytes to the JSON reader. It must refuse them with a message, or produce a
 // session that survives a round trip through its own JSON.
@@ -12,8 +12,8 @@ namespace {
 
 std::optional<orvo::Session> SessionOf(std::string_view text) {
     try {
-        return refhost::FromJson(text);
-    } catch (const refhost::JsonError& error) {
+        return orvo::json::Parse(text);
+    } catch (const orvo::json::JsonError& error) {
         if (std::string_view(error.what()).empty()) {
             fuzz::Fail("refused without a message");
         }
@@ -25,8 +25,8 @@ std::optional<orvo::Session> SessionOf(std::string_view text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (const auto session = SessionOf({reinterpret_cast<const char*>(data), size})) {
-        const std::string json = refhost::ToJson(*session);
-        if (refhost::ToJson(refhost::FromJson(json)) != json) {
+        const std::string json = orvo::ToJson(*session);
+        if (orvo::ToJson(orvo::json::Parse(json)) != json) {
             fuzz::Fail("a session changed on its way through JSON");
         }
     }

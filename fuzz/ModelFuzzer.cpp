@@ -9,14 +9,14 @@
 #include "fuzz/ByteSource.h"
 #include "fuzz/PluginUnderTest.h"
 #include "platform/kelcore/Strings.h"
-#include "reference_host/json/Schema.h"
+#include "session/Schema.h"
 
 // Saves and reads sessions with arbitrary values in every field. Saving and reading once more must
 // give the same session in the same bytes.
 
 namespace {
 
-using refhost::Schema;
+using orvo::Schema;
 
 /// Fills every field of a model, driven by the same tables as the JSON.
 class Filler {

@@ -8,6 +8,7 @@
 namespace refhost {
 namespace {
 
+constexpr char kPluginName[] = "OrvoNative.so";
 constexpr char kPluginVariable[] = "ORVO_PLUGIN";
 constexpr char kHowToName[] = "name the built plug-in with the environment variable ORVO_PLUGIN";
 
@@ -31,6 +32,18 @@ void* Load(const std::filesystem::path& path) {
                       kHowToName);
 }
 
+/// A program is known by the name that it was started with, which need not be a path.
+std::filesystem::path FolderOfThisCode() {
+    static const int anchor = 0;
+    Dl_info info{};
+    const bool isLibrary = dladdr(&anchor, &info) != 0 && info.dli_fname != nullptr &&
+                           std::filesystem::path(info.dli_fname).has_parent_path();
+    std::error_code error;
+    const std::filesystem::path file =
+        isLibrary ? std::filesystem::canonical(info.dli_fname, error) : std::filesystem::path();
+    return (file.empty() ? std::filesystem::read_symlink("/proc/self/exe") : file).parent_path();
+}
+
 }  // namespace
 
 std::filesystem::path DefaultPluginPath() {
@@ -38,8 +51,12 @@ std::filesystem::path DefaultPluginPath() {
     if (named != nullptr && *named != '\0') {
         return named;
     }
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
-    return (program.parent_path() / "../lib/OrvoNative.so").lexically_normal();
+    const std::filesystem::path folder = FolderOfThisCode();
+    const std::filesystem::path beside = folder / kPluginName;
+    std::error_code ignored;
+    return std::filesystem::exists(beside, ignored)
+               ? beside
+               : (folder / "../lib" / kPluginName).lexically_normal();
 }
 
 PluginLibrary::PluginLibrary(const std::filesystem::path& path) : handle_(Load(path)) {

@@ -13,8 +13,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Where the plug-in is: what the environment variable ORVO_PLUGIN names, else ../lib/OrvoNative.so
-/// as seen from the folder of the running program.
+/// Where the plug-in is: what the environment variable ORVO_PLUGIN names, else OrvoNative.so in the
+/// folder of the program or library that this code is part of, else in ../lib beside that folder.
 std::filesystem::path DefaultPluginPath();
 
 /// A loaded plug-in library; unloaded by the destructor.

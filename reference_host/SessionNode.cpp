@@ -10,9 +10,21 @@ Ref<SessionNode> SessionNode::Make(orvo::Session session) {
     return Ref<SessionNode>::Retain(new SessionNode(std::move(session)));
 }
 
+Ref<SessionNode> SessionNode::Borrow(const orvo::Session& session) {
+    return Ref<SessionNode>::Retain(new SessionNode(&session));
+}
+
 SessionNode::SessionNode(orvo::Session session)
-    : DataNode([this]() -> orvo::Session& { return session_; }),
-      session_(std::move(session)),
+    : DataNode([this]() -> orvo::Session& { return own_; }),
+      own_(std::move(session)),
+      edit_(std::make_unique<EditSession>(*this)),
+      query_(std::make_unique<QuerySession>(*this)) {}
+
+// Queries change nothing; the nodes are made for both directions.
+SessionNode::SessionNode(const orvo::Session* borrowed)
+    : DataNode([session = const_cast<orvo::Session*>(borrowed)]() -> orvo::Session& {
+          return *session;
+      }),
       edit_(std::make_unique<EditSession>(*this)),
       query_(std::make_unique<QuerySession>(*this)) {}
 

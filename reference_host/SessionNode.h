@@ -20,6 +20,10 @@ public:
     /// A session with one reference, which the caller holds.
     static Ref<SessionNode> Make(orvo::Session session = {});
 
+    /// The same for a session of the caller, which must stay for as long as the node, and is only
+    /// to be queried.
+    static Ref<SessionNode> Borrow(const orvo::Session& session);
+
     /// The faces; they live as long as the node is referenced.
     tses::IEditSession& Edit();
     tses::IQuerySession& Query();
@@ -45,9 +49,10 @@ public:
 
 private:
     explicit SessionNode(orvo::Session session);
+    explicit SessionNode(const orvo::Session* borrowed);
     ~SessionNode() override;
 
-    orvo::Session session_;
+    orvo::Session own_;
     std::unique_ptr<EditSession> edit_;
     std::unique_ptr<QuerySession> query_;
     Ref<LogTarget> logTarget_;

@@ -55,9 +55,9 @@ ReadResult ReadSession(Plugin& plugin, const std::u16string& path, const ReadOpt
     return read;
 }
 
-WriteResult WriteSession(Plugin& plugin, const std::u16string& path, orvo::Session session,
+WriteResult WriteSession(Plugin& plugin, const std::u16string& path, const orvo::Session& session,
                          const WriteOptions& options) {
-    const Ref<SessionNode> node = SessionNode::Make(std::move(session));
+    const Ref<SessionNode> node = SessionNode::Borrow(session);
     node->SetProgressListener(options.progress);
     node->SetTrackListener(options.trackProgress);
     WriteResult written;
@@ -67,7 +67,6 @@ WriteResult WriteSession(Plugin& plugin, const std::u16string& path, orvo::Sessi
         written.result = plugin.Write(path, *wrapped);
     }
     plugin.ReleaseContext();
-    written.session = std::move(node->Value());
     return written;
 }
 

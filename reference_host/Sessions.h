@@ -56,13 +56,11 @@ struct WriteResult {
     tses::SessionResult result = tses::SessionResult::Ok;
     /// Why the file could not be saved, in words for people (UTF-8), if the plug-in said why.
     std::vector<std::string> messages{};
-    /// The session that was to be written, unchanged: who needs it on needs no copy.
-    orvo::Session session{};
 };
 
 /// Writes a session to a file. The plug-in holds nothing of it afterwards. The trace is diverted as
 /// in a read, to collect the messages.
-WriteResult WriteSession(Plugin& plugin, const std::u16string& path, orvo::Session session,
+WriteResult WriteSession(Plugin& plugin, const std::u16string& path, const orvo::Session& session,
                          const WriteOptions& options = {});
 
 }  // namespace refhost

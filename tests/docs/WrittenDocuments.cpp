@@ -5,10 +5,10 @@
 #include <cstdint>
 
 #include "platform/kelcore/Types.h"
-#include "reference_host/json/Schema.h"
+#include "session/Schema.h"
 #include "tests/plugin/RandomSession.h"
 #include "tests/plugin/StoredSession.h"
-#include "tests/reference_host/support/Filled.h"
+#include "tests/session/Filled.h"
 
 namespace test {
 namespace {
@@ -22,7 +22,7 @@ constexpr kelcore::uint32 kKinds = 5;
 
 template <class Struct>
 concept HasSchema = requires {
-    refhost::Schema<Struct>::kRows;
+    orvo::Schema<Struct>::kRows;
 };
 
 /// Everything is there, with nothing in it: one of each thing, no texts, no bytes, zeros.
@@ -54,7 +54,7 @@ void MakeBare(std::map<kelcore::uint32, Held>& value) {
 template <HasSchema Struct>
 void MakeBare(Struct& value) {
     std::apply([&](const auto&... rows) { (MakeBare(value.*rows.member), ...); },
-               refhost::Schema<Struct>::kRows);
+               orvo::Schema<Struct>::kRows);
 }
 
 Session WithTracksOf(kelcore::uint32 kind, Session session) {
@@ -72,7 +72,7 @@ Session WithTracksOf(kelcore::uint32 kind, Session session) {
 }  // namespace
 
 std::vector<Session> AnySessions() {
-    const Session full = refhost::test::Filler{}.Make<Session>();
+    const Session full = orvo::test::Filler{}.Make<Session>();
     Session bare;
     MakeBare(bare);
     std::vector<Session> sessions;

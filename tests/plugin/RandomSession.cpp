@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "platform/kelcore/Types.h"
-#include "reference_host/json/Schema.h"
+#include "session/Schema.h"
 
 namespace test {
 namespace {
@@ -29,7 +29,7 @@ void Draw(Value& value);
 
 template <class Struct>
 concept HasSchema = requires {
-    refhost::Schema<Struct>::kRows;
+    orvo::Schema<Struct>::kRows;
 };
 
 void DrawValue(bool& value) {
@@ -93,7 +93,7 @@ void DrawValue(std::map<kelcore::uint32, Held>& values) {
 template <HasSchema Struct>
 void DrawValue(Struct& value) {
     std::apply([&](const auto&... rows) { (Draw(value.*rows.member), ...); },
-               refhost::Schema<Struct>::kRows);
+               orvo::Schema<Struct>::kRows);
 }
 
 template <class Value>

@@ -2,7 +2,7 @@
 #include <rapidcheck/gtest.h>
 
 #include "platform/kelappsupport/Features.h"
-#include "reference_host/json/SessionJson.h"
+#include "session/json/SessionJson.h"
 #include "tests/plugin/RandomSession.h"
 #include "tests/plugin/StoredSession.h"
 #include "tests/support/SerializerFixture.h"
@@ -51,9 +51,9 @@ RC_GTEST_FIXTURE_PROP(RoundTrip, OfWhatWasReadBackWritesTheSameBytes, ()) {
 RC_GTEST_FIXTURE_PROP(RoundTrip, FromJsonThroughTheFileToJsonIsTheSame, ()) {
     // A send list whose slots are all missing is stored as an empty one, and that not at all.
     const Session stored = test::Stored(test::Stored(test::DrawSession(), true), true);
-    const std::string json = refhost::ToJson(stored);
-    const Session session = refhost::FromJson(json);
-    RC_ASSERT(refhost::ToJson(ThroughFile(session)) == json);
+    const std::string json = orvo::ToJson(stored);
+    const Session session = orvo::json::Parse(json);
+    RC_ASSERT(orvo::ToJson(ThroughFile(session)) == json);
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "tests/reference_host/support/Filled.h"
+#include "tests/session/Filled.h"
 
 // The comparisons of the model decide whether a session came back as it was, so none may leave out
 // a member.
 
-namespace refhost {
+namespace orvo {
 namespace {
 
 template <class Value>
@@ -16,7 +16,7 @@ void ExpectEveryMemberCompared(const std::vector<Held>&);
 template <class Held>
 void ExpectEveryMemberCompared(const std::optional<Held>&);
 template <class Held>
-void ExpectEveryMemberCompared(const std::map<kelcore::uint32, Held>&);
+void ExpectEveryMemberCompared(const std::map<std::uint32_t, Held>&);
 
 template <class Struct>
 requires requires {
@@ -45,7 +45,7 @@ void ExpectEveryMemberCompared(const std::optional<Held>&) {
 }
 
 template <class Held>
-void ExpectEveryMemberCompared(const std::map<kelcore::uint32, Held>&) {
+void ExpectEveryMemberCompared(const std::map<std::uint32_t, Held>&) {
     ExpectEveryMemberCompared(Held());
 }
 
@@ -54,4 +54,4 @@ TEST(ModelEqualityTest, SessionsThatDifferInAnyMemberAreNotEqual) {
 }
 
 }  // namespace
-}  // namespace refhost
+}  // namespace orvo

@@ -12,8 +12,8 @@ from pathlib import Path
 
 FOLDERS = ("include", "host", "platform", "format", "plugin", "session", "reference_host", "toolkit", "cli", "tests", "fuzz", "bench", "examples")
 
-# The project headers that the files of a folder may include, as patterns of the included path. The first row
-# that matches the folder applies. Every folder may include itself.
+# The project headers that a file, or the files of a folder, may include, as patterns of the included path. The
+# first row that matches applies. Every folder may include itself.
 PROJECT_RULES = (
     ("include", ()),
     ("host", (r"platform/kelcore/Types\.h",)),
@@ -26,7 +26,8 @@ PROJECT_RULES = (
     ("session", (r"include/orvo/.*", r"format/.*", r"reference_host/.*", r"platform/.*")),
     ("reference_host", (r"include/orvo/.*", r"host/.*", r"platform/.*")),
     ("toolkit", (r"format/.*", r"include/orvo/.*", r"platform/.*")),
-    ("cli", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"reference_host/.*", r"platform/.*")),
+    ("cli/Trace.cpp", (r"include/orvo/.*", r"cli/.*", r"reference_host/.*", r"platform/.*")),
+    ("cli", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"platform/.*")),
     ("examples", (r"host/.*", r"platform/.*")),
     ("tests", (r".*",)),
     ("fuzz", (r".*",)),
@@ -63,7 +64,7 @@ def begins(path, pattern):
 
 def folder_rule(path):
     for folder, allowed in PROJECT_RULES:
-        if path.startswith(folder + "/"):
+        if path == folder or path.startswith(folder + "/"):
             return folder, allowed
     return None, ()
 

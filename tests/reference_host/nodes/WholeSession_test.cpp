@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "reference_host/SessionNode.h"
-#include "reference_host/json/SessionJson.h"
-#include "tests/reference_host/support/Filled.h"
+#include "session/json/SessionJson.h"
 #include "tests/reference_host/support/Mirror.h"
 #include "tests/reference_host/support/NoLiveNodes.h"
+#include "tests/session/Filled.h"
 
 namespace refhost {
 namespace {
@@ -13,7 +13,7 @@ class WholeSessionTest : public test::NoLiveNodes {
 protected:
     /// A session in which everything is something, as far as the interfaces can tell it.
     static orvo::Session FullSession() {
-        auto session = test::Filler().Make<orvo::Session>();
+        auto session = orvo::test::Filler().Make<orvo::Session>();
         for (orvo::AudioTrack& track : session.audioTracks) {
             MakeTellable(track);
         }
@@ -67,8 +67,8 @@ TEST_F(WholeSessionTest, NullSlotsAreSkipped) {
 }
 
 TEST_F(WholeSessionTest, EverythingComesBackFromJson) {
-    const auto session = test::Filler().Make<orvo::Session>();
-    EXPECT_EQ(FromJson(ToJson(session)), session);
+    const auto session = orvo::test::Filler().Make<orvo::Session>();
+    EXPECT_EQ(orvo::FromJson(orvo::ToJson(session)).session, session);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "platform/kelappsupport/Features.h"
-#include "reference_host/json/SessionJson.h"
+#include "session/json/SessionJson.h"
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/plugin/elements/TrackSamples.h"
 
@@ -16,8 +16,8 @@ namespace {
 
 using orvo::AudioTrack;
 using orvo::Session;
-using refhost::FromJson;
-using refhost::ToJson;
+using orvo::ToJson;
+using orvo::json::Parse;
 using testing::IsEmpty;
 
 enum Kind : kelcore::uint32 { kAudio = 1, kBus = 2, kMaster = 3, kMetronome = 4, kInstrument = 5 };
@@ -26,7 +26,7 @@ class TrackRoundTrip : public test::ElementFixture {
 protected:
     /// The JSON of what comes back from the file of a JSON session.
     std::string JsonThroughFile(const std::string& json) {
-        return ToJson(ThroughFile(FromJson(json)));
+        return ToJson(ThroughFile(Parse(json)));
     }
 
     /// A session as it comes back from a file, with these tracks in place of its own.

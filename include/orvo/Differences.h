@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include <orvo/Api.h>
+#include <orvo/Model.h>
+
+namespace orvo {
+
+/// One thing that a session has otherwise than another. All texts are UTF-8.
+struct Difference {
+    std::string place{};   ///< as a JSON pointer into `ToJson`: "/audioTracks/0/name"
+    std::string before{};  ///< as JSON, shortened to some 60 bytes; "nothing" for what is not there
+    std::string after{};   ///< the same
+
+    friend bool operator==(const Difference&, const Difference&) = default;
+};
+
+struct Differences {
+    std::vector<Difference> list{};  ///< the first ones, in the order of the session's JSON
+    std::size_t count = 0;           ///< of all
+
+    friend bool operator==(const Differences&, const Differences&) = default;
+};
+
+/// Compares two sessions. A NaN is the same as a NaN. A null in a list is nothing, so that a list
+/// without it is the same. A channel that a clip leaves out below the highest is fed by the channel
+/// of its own number. Things in lists are told apart by their ids, if they have some.
+/// May run in any number of threads.
+/// @param limit  the longest list that is wanted
+ORVO_API Differences FindDifferences(const Session& session, const Session& other,
+                                     std::size_t limit);
+
+/// Prints "/audioTracks/0/name: \"a\" became \"b\"".
+ORVO_API std::ostream& operator<<(std::ostream& out, const Difference& difference);
+
+}  // namespace orvo

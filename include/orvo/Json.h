@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include <orvo/Api.h>
+#include <orvo/Session.h>
+
+/// Sessions as JSON (UTF-8), whole and in both directions. docs/json.md describes every key.
+///
+/// An unpaired surrogate in a text stands as its escape ("\ud800"). A real number that is none
+/// stands as "NaN", "Infinity" or "-Infinity". Integers are exact. Byte blocks are Base64 texts.
+///
+/// All functions may run in any number of threads. They throw std::bad_alloc, and what the
+/// caller's own functions throw.
+namespace orvo {
+
+/// Takes the next block of a text.
+using TextSink = std::function<void(std::string_view block)>;
+
+/// Gives the next block of a text, of any size, which stays until the next call; an empty one at
+/// the end.
+using TextSource = std::function<std::string_view()>;
+
+/// Called after each block with the bytes written or read so far.
+using ByteProgress = std::function<void(std::uint64_t bytes)>;
+
+/// Writes a session, every key of it, indented by two blanks and ended by a line feed, in blocks of
+/// about 64 KiB; no more than a block is held. `FromJson` gives the same session back.
+ORVO_API void ToJson(const Session& session, const TextSink& sink,
+                     const ByteProgress& progress = {});
+
+/// The same as one text.
+ORVO_API std::string ToJson(const Session& session);
+
+/// Reads a session, and holds no more of the text than a block and the value that is read. An
+/// absent key takes the default of the session's member.
+///
+/// Fails for malformed JSON, with its place (columns count characters, a byte order mark not among
+/// them); otherwise for the first unknown or repeated key or wrong value, and otherwise for a file
+/// or track without an id of its own: then the message begins with the path of the value, as
+/// "/files/2/id".
+ORVO_API ReadResult FromJson(const TextSource& source, const ByteProgress& progress = {});
+ORVO_API ReadResult FromJson(std::string_view text);
+
+}  // namespace orvo

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+
+#include <orvo/Api.h>
+
+namespace orvo {
+
+enum class Severity {
+    Error,   ///< the operation failed
+    Warning  ///< the operation succeeded, and something in it is worth knowing
+};
+
+/// Something to tell a person. All texts are UTF-8.
+struct Message {
+    Severity severity = Severity::Error;
+    std::string file{};        ///< the file that is meant, as it was named; empty: no file
+    std::uint64_t line = 0;    ///< from 1; 0: the file as a whole is meant
+    std::uint64_t column = 0;  ///< from 1, counting UTF-16 code units; 0 as for the line
+    std::string what{};        ///< what is wrong
+    std::string advice{};      ///< what to do about it; may be empty
+
+    friend bool operator==(const Message&, const Message&) = default;
+};
+
+/// Prints "FILE:LINE:COLUMN: what; advice", each part only where there is one, without a line end.
+ORVO_API std::ostream& operator<<(std::ostream& out, const Message& message);
+
+}  // namespace orvo

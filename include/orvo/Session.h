@@ -1,0 +1,68 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include <orvo/Api.h>
+#include <orvo/Message.h>
+#include <orvo/Model.h>
+
+/// Sessions and their files. The work is done by the plug-in `OrvoNative.so`, which is loaded once
+/// in a process and stays loaded: from the file that the environment variable ORVO_PLUGIN names,
+/// else from the library's own folder, else from `../lib` beside it.
+///
+/// Every function here may be called from any thread. Reads and writes wait for each other, because
+/// the plug-in takes one call at a time. Nothing is thrown but std::bad_alloc.
+namespace orvo {
+
+/// Called during a read or a write with the share that is done, from 0 to 1, never less than
+/// before, and with 1 once the operation has succeeded; in the thread of the call. False cancels
+/// what has not succeeded yet. The function must not throw, and it must not read or write a
+/// session.
+using ProgressFunction = std::function<bool(double share)>;
+
+struct ReadOptions {
+    ProgressFunction progress{};
+};
+
+struct ReadResult {
+    bool ok = false;
+    bool cancelled = false;           ///< `progress` ended the read
+    Session session{};                ///< what was read; a new session after a failure
+    std::vector<Message> messages{};  ///< why nothing was read
+
+    explicit operator bool() const { return ok; }
+};
+
+struct WriteOptions {
+    ProgressFunction progress{};
+};
+
+struct WriteResult {
+    bool ok = false;
+    bool cancelled = false;  ///< `progress` ended the write
+
+    /// Why nothing was saved. After success, warnings: what the file holds otherwise than the
+    /// session.
+    std::vector<Message> messages{};
+
+    explicit operator bool() const { return ok; }
+};
+
+/// Reads a session file. A relative path counts from the working directory. Paths of media become
+/// full paths, which need not exist.
+ORVO_API ReadResult ReadSession(const std::filesystem::path& file, const ReadOptions& options = {});
+
+/// Saves a session. The file is replaced only once the new one is whole; after a failure, or if the
+/// write is cancelled, it is what it was. Its folder must exist. What a session file has no place
+/// for is left out: `FindDifferences` between the session and one that is read back tells what.
+ORVO_API WriteResult WriteSession(const Session& session, const std::filesystem::path& file,
+                                  const WriteOptions& options = {});
+
+/// Loads the plug-in if it is not loaded.
+/// @return why sessions can be neither read nor written; nothing if they can
+ORVO_API std::optional<Message> CheckPlugin();
+
+}  // namespace orvo

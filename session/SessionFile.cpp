@@ -1,0 +1,244 @@
+#include <orvo/Session.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "platform/kelcore/File.h"
+#include "platform/kelcore/Paths.h"
+#include "reference_host/LoggedMessage.h"
+#include "reference_host/Plugin.h"
+#include "reference_host/Sessions.h"
+#include "session/ListLimits.h"
+
+namespace orvo {
+namespace {
+
+// The plug-in
+
+/// The plug-in of the process. It is never unloaded, so that no order of destructors matters.
+class SharedPlugin {
+public:
+    static SharedPlugin& Instance() {
+        static auto& instance = *new SharedPlugin;
+        return instance;
+    }
+
+    /// @throws refhost::PluginError
+    void Load() {
+        const std::lock_guard lock(mutex_);
+        Loaded();
+    }
+
+    /// Calls `request` with the plug-in, without anything that an earlier request left in it.
+    /// @throws refhost::PluginError
+    template <class Request>
+    auto Do(const Request& request) {
+        const std::lock_guard lock(mutex_);
+        refhost::Plugin& plugin = Loaded();
+        if (wasUsed_) {
+            plugin.Restart();
+        }
+        wasUsed_ = true;
+        return request(plugin);
+    }
+
+private:
+    refhost::Plugin& Loaded() {
+        if (plugin_ == nullptr) {
+            refhost::UseFeatureDefaults();
+            plugin_ = new refhost::Plugin;
+        }
+        return *plugin_;
+    }
+
+    std::mutex mutex_;
+    refhost::Plugin* plugin_ = nullptr;
+    bool wasUsed_ = false;
+};
+
+Message MessageOf(const refhost::PluginError& error) {
+    const std::string text = error.what();
+    const std::size_t advice = text.find("; ");
+    return advice == text.npos
+               ? Message{.what = text}
+               : Message{.what = text.substr(0, advice), .advice = text.substr(advice + 2)};
+}
+
+// Progress
+
+/// Ends a request when it is thrown out of a host's operation: the plug-in then fails.
+struct Cancelled {};
+
+/// Hands on the progress of a request.
+class Watch {
+public:
+    explicit Watch(const ProgressFunction& progress) : progress_(progress) {}
+
+    void Report(double share) {
+        share_ = std::max(share_, std::min(share, 1.0));
+        if (progress_ && !progress_(share_)) {
+            cancelled_ = true;
+            throw Cancelled();
+        }
+    }
+
+    /// Of what succeeded, which nothing cancels any more.
+    void Finish() const {
+        if (progress_) {
+            progress_(1);
+        }
+    }
+
+    bool IsCancelled() const { return cancelled_; }
+
+private:
+    const ProgressFunction& progress_;
+    double share_ = 0;
+    bool cancelled_ = false;
+};
+
+double Share(std::uint32_t done, std::uint32_t total) {
+    return total == 0 ? 0 : static_cast<double>(done) / total;
+}
+
+// Paths
+
+/// To the system, what ".." leads to depends on links in front of it; the plug-in goes by the text
+/// alone.
+std::filesystem::path WithoutStepsBack(const std::filesystem::path& path) {
+    if (std::ranges::find(path, "..") == path.end()) {
+        return path;
+    }
+    std::error_code error;
+    const std::filesystem::path folder =
+        std::filesystem::weakly_canonical(path.parent_path(), error);
+    return error ? path : folder / path.filename();
+}
+
+/// As the plug-in takes it. A full path is used as it is.
+std::u16string PluginPathOf(const std::filesystem::path& file) {
+    return file.is_absolute()
+               ? kelcore::PathFromBytes(file.string())
+               : kelcore::File(kelcore::PathFromBytes(WithoutStepsBack(file).string())).FullPath();
+}
+
+// Messages
+
+Message MessageOf(const std::filesystem::path& file, const refhost::LoggedMessage& logged) {
+    return {
+        .file = file.string(), .line = logged.line, .column = logged.column, .what = logged.text};
+}
+
+std::vector<Message> MessagesOf(const std::filesystem::path& file, const std::u16string& path,
+                                const refhost::ReadResult& read) {
+    std::vector<Message> messages;
+    for (const std::u16string& logged : read.messages) {
+        messages.push_back(MessageOf(file, refhost::ParseLoggedMessage(logged, path)));
+    }
+    if (messages.empty()) {
+        for (const std::string& line : read.traced) {
+            messages.push_back({.file = file.string(), .what = line});
+        }
+    }
+    if (messages.empty()) {
+        messages.push_back({.file = file.string(),
+                            .what = refhost::kRefusedWithoutReason,
+                            .advice = refhost::kTryAgain});
+    }
+    return messages;
+}
+
+std::vector<Message> MessagesOf(const std::filesystem::path& file,
+                                const refhost::WriteResult& written) {
+    const bool ok = written.result == tses::SessionResult::Ok;
+    std::vector<Message> messages;
+    for (const std::string& line : written.messages) {
+        messages.push_back({.severity = ok ? Severity::Warning : Severity::Error,
+                            .file = file.string(),
+                            .what = line});
+    }
+    if (!ok && messages.empty()) {
+        messages.push_back({.file = file.string(), .what = "the plug-in refused to write it"});
+    }
+    return messages;
+}
+
+std::vector<Message> CancelledMessage(const std::filesystem::path& file) {
+    return {{.file = file.string(), .what = "was cancelled"}};
+}
+
+}  // namespace
+
+ReadResult ReadSession(const std::filesystem::path& file, const ReadOptions& options) {
+    ReadResult result;
+    try {
+        Watch watch(options.progress);
+        const std::u16string path = PluginPathOf(file);
+        const refhost::ReadOptions hostOptions = {
+            .progress = [&watch](const refhost::Progress& progress) {
+                watch.Report(Share(progress.done, progress.total));
+            }};
+        refhost::ReadResult read = SharedPlugin::Instance().Do([&](refhost::Plugin& plugin) {
+            return refhost::ReadSession(plugin, path, hostOptions);
+        });
+        result.ok = read.result == tses::SessionResult::Ok;
+        if (result.ok) {
+            result.session = std::move(read.session);
+            watch.Finish();
+        } else {
+            result.cancelled = watch.IsCancelled();
+            result.messages =
+                result.cancelled ? CancelledMessage(file) : MessagesOf(file, path, read);
+        }
+    } catch (const refhost::PluginError& error) {
+        result.messages.push_back(MessageOf(error));
+    }
+    return result;
+}
+
+WriteResult WriteSession(const Session& session, const std::filesystem::path& file,
+                         const WriteOptions& options) {
+    WriteResult result;
+    try {
+        Watch watch(options.progress);
+        // The plug-in asks for all tracks in the first half of the time, and does not say how far
+        // it is in the second.
+        const refhost::WriteOptions hostOptions = {
+            .trackProgress = [&watch](std::uint32_t done, std::uint32_t total) {
+                watch.Report(Share(done, total) / 2);
+            }};
+        const refhost::WriteResult written =
+            SharedPlugin::Instance().Do([&](refhost::Plugin& plugin) {
+                return refhost::WriteSession(plugin, PluginPathOf(file), session, hostOptions);
+            });
+        result.ok = written.result == tses::SessionResult::Ok;
+        result.cancelled = !result.ok && watch.IsCancelled();
+        result.messages = result.cancelled ? CancelledMessage(file) : MessagesOf(file, written);
+        if (result.ok) {
+            watch.Finish();
+        }
+        if (!result.ok && !result.cancelled) {
+            if (auto beyond = FindListBeyondLimits(session)) {
+                result.messages.push_back(std::move(*beyond));
+            }
+        }
+    } catch (const refhost::PluginError& error) {
+        result.messages.push_back(MessageOf(error));
+    }
+    return result;
+}
+
+std::optional<Message> CheckPlugin() {
+    try {
+        SharedPlugin::Instance().Load();
+        return std::nullopt;
+    } catch (const refhost::PluginError& error) {
+        return MessageOf(error);
+    }
+}
+
+}  // namespace orvo

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "platform/kelcore/Types.h"
+#include "session/json/SessionJson.h"
+
+namespace orvo::json {
+
+/// Writes JSON in blocks, holding only one. The caller keeps the order: `Key` before each value of
+/// an object, `Item` before each element of a list.
+class JsonWriter {
+public:
+    enum class Layout {
+        Indented,  ///< by two blanks, a line each
+        Compact    ///< on one line, without blanks
+    };
+
+    JsonWriter(TextSink sink, Layout layout, ByteProgress progress = {});
+
+    void BeginObject() { Begin('{'); }
+    void EndObject() { End('}'); }
+    void BeginList() { Begin('['); }
+    void EndList() { End(']'); }
+
+    /// @param key  has nothing that needs an escape
+    void Key(std::string_view key);
+    void Item();
+
+    /// A number, `true`, `false` or `null`, as it is to stand.
+    void Plain(std::string_view text) { Append(text); }
+
+    /// A text that needs no escapes.
+    void Quoted(std::string_view text);
+
+    /// UTF-8. An unpaired surrogate, which is there as three bytes, stands as its escape; each
+    /// other malformed sequence as U+FFFD.
+    void Text(std::string_view text);
+
+    /// In Base64.
+    void Bytes(const kelcore::byte* data, std::size_t size);
+
+    /// Hands on what is left.
+    void Finish(std::string_view end = {});
+
+private:
+    void Begin(char bracket);
+    void End(char bracket);
+    void NewLine();
+    void Append(std::string_view text);
+    /// Both return how many bytes of the text they took.
+    std::size_t AppendPlain(std::string_view text);
+    std::size_t AppendSpecial(std::string_view text);
+
+    void HandOn();
+
+    TextSink sink_;
+    Layout layout_;
+    ByteProgress progress_;
+    std::string block_;
+    kelcore::uint64 handedOn_ = 0;
+    std::size_t depth_ = 0;
+    bool isFirst_ = true;  // of its object or list
+};
+
+}  // namespace orvo::json

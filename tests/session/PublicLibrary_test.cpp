@@ -1,0 +1,66 @@
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <sstream>
+
+#include <orvo/Differences.h>
+#include <orvo/Json.h>
+#include <orvo/Session.h>
+#include "tests/support/TemporaryFolder.h"
+
+// What is exported is enough for a program that has the public headers and the shared library.
+
+namespace {
+
+int Fade(const std::filesystem::path& from, const std::filesystem::path& to) {
+    orvo::ReadResult read = orvo::ReadSession(from);
+    if (!read) {
+        for (const orvo::Message& message : read.messages) {
+            std::cerr << message << '\n';
+        }
+        return 1;
+    }
+    for (orvo::AudioTrack& track : read.session.audioTracks) {
+        for (orvo::AudioClip& clip : track.clips) {
+            clip.fadeIn = orvo::Fade{.endPoint = 480};
+        }
+    }
+    return orvo::WriteSession(read.session, to) ? 0 : 1;
+}
+
+TEST(PublicLibrary, AProgramReadsChangesAndWritesASession) {
+    const test::TemporaryFolder folder;
+    const orvo::Session song{.audioTracks = {{.id = 1, .clips = {{.id = 2, .duration = 4800}}}}};
+    ASSERT_TRUE(orvo::WriteSession(song, folder / "song.orvo"));
+    ASSERT_EQ(Fade(folder / "song.orvo", folder / "faded.orvo"), 0);
+    const orvo::ReadResult faded = orvo::ReadSession(folder / "faded.orvo");
+    ASSERT_TRUE(faded);
+    EXPECT_EQ(faded.session.audioTracks[0].clips[0].fadeIn, orvo::Fade{.endPoint = 480});
+}
+
+TEST(PublicLibrary, AFileThatIsNotThereIsAnError) {
+    const test::TemporaryFolder folder;
+    EXPECT_EQ(Fade(folder / "none.orvo", folder / "faded.orvo"), 1);
+}
+
+TEST(PublicLibrary, JsonAndDifferencesWorkWithoutThePlugin) {
+    const orvo::Session one{.sampleRate = 44100};
+    const orvo::ReadResult read = orvo::FromJson(orvo::ToJson(one));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read.session, one);
+    const orvo::Differences differences = orvo::FindDifferences(one, {}, 10);
+    ASSERT_EQ(differences.count, 1u);
+    std::ostringstream text;
+    text << differences.list[0];
+    EXPECT_EQ(text.str(), "/sampleRate: 44100 became 48000");
+    EXPECT_FALSE(orvo::FromJson("{").ok);
+    EXPECT_EQ(orvo::FromJson("{\n  x").messages.at(0).line, 2u);
+}
+
+TEST(PublicLibrary, ValuesPrint) {
+    std::ostringstream text;
+    text << orvo::Fade{.endPoint = 480};
+    EXPECT_NE(text.str().find("\"endPoint\": 480"), std::string::npos);
+}
+
+}  // namespace
