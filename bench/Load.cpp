@@ -3,26 +3,18 @@
 #include <chrono>
 #include <cstdio>
 
-#include "host/Registration.h"
+#include "host/Bases.h"
 #include "host/SessionInterface.h"
 
 // orvo-bench-load LIBRARY: how many milliseconds it takes to load the plug-in as the reference host
-// does, to initialise it and to have it register itself. A program of its own, because nothing of
-// what the plug-in needs may be loaded before.
+// does, to initialise it and to have it register itself. This is a program of its own because
+// nothing that the plug-in needs may be loaded before.
 
 namespace {
 
-struct Registrar final : tses::IPlugInRegistrar {
+struct Registrar final : tses::PlugInRegistrarBase {
     bool registered = false;
 
-    void AddReference() override {}
-    void Release() override {}
-    void UnusedSlot3() override {}
-    void DeclareInterfaceVersion(kelcore::int32, kelcore::int32) override {}
-    void UnusedSlot5() override {}
-    void SetPlugInIdentity(const char*, const kelcore::char16*) override {}
-    void RegisterOpenFormat(const kelcore::char16*, const kelcore::char16* const*,
-                            kelcore::int32) override {}
     void RegisterSaveFormat(const kelcore::char16*, const kelcore::char16* const*,
                             kelcore::int32) override {
         registered = true;

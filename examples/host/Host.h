@@ -30,7 +30,7 @@ struct FileRef final : tses::HostFileRefBase {
     tses::IHostString* GetPath() override { return &path; }
 };
 
-/// Prints what is wrong in a document, with its place, and why a file cannot be read.
+/// Prints what is wrong in a document, and where, and why a file cannot be read.
 struct LogTarget final : tses::HostLogTargetBase {
     void LogMessage(tses::IHostString* text) override {
         const std::string line = kelcore::UTF16to8({text->GetData(), text->GetLength()});
@@ -72,13 +72,13 @@ private:
     tses::SessionInterfaceFunction* function_ = nullptr;
 };
 
-/// The plug-in, initialised. The arguments are passed as the interface that the selector asks for:
-/// the function takes the address alone.
+/// The initialised plug-in. The exported function takes any address, so each argument is first cast
+/// to the interface that the selector asks for.
 class Plugin {
 public:
-    /// @throws std::runtime_error as `Library`, or if the plug-in refuses to initialise
+    /// @throws std::runtime_error like `Library`, or if the plug-in refuses to initialise
     explicit Plugin(const char* library) : library_(library) {
-        // Before Initialize, which asks once. Without it instrument tracks are passed over.
+        // Initialize looks at the feature once. Without it the plug-in skips instrument tracks.
         kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", true);
         if (!library_.Call(tses::SessionSelector::Initialize,
                            static_cast<tses::IPlugInRegistrar*>(&registrar_))) {

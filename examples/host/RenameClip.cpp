@@ -3,9 +3,9 @@
 //     rename-clip LIBRARY IN OUT CLIP-ID NAME
 //
 // OUT has the audio format, the media, the metronome, the tracks of the audio side and the plain
-// values of their clips. All else that IN has is lost: among it video, MIDI, effects, automation,
-// sends, fades, groups, ports, the saved state and the metadata. Each operation that Tracks.h and
-// Session.h do not override is such a loss.
+// values of their clips. It loses everything else that IN has: video, MIDI, effects, automation,
+// sends, fades, groups, ports, the saved state, the metadata and more. Each operation that Tracks.h
+// and Session.h do not override is such a loss.
 
 #include <cstdio>
 #include <exception>
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// How many clips have the id and got the name.
+/// Renames every clip with the id, and returns how many there are.
 int Rename(example::Session& session, const std::string& id, const std::u16string& name) {
     int renamed = 0;
     for (example::Track& track : session.values.tracks) {
@@ -33,7 +33,7 @@ int Rename(example::Session& session, const std::string& id, const std::u16strin
     return renamed;
 }
 
-/// A session that was thinned out must not take the place of the whole one.
+/// OUT holds less than IN, so it must not replace IN.
 void RequireOther(const char* in, const char* out) {
     std::error_code missing;
     if (std::filesystem::equivalent(in, out, missing)) {
@@ -62,8 +62,8 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "usage: rename-clip LIBRARY IN OUT CLIP-ID NAME\n");
         return 2;
     }
-    // Why a read or a save failed, also where the log target gets nothing. Without this the lines
-    // go to standard error, with the time.
+    // The trace says why a read or a save failed, even where the log target gets nothing. By
+    // default its lines go to standard error after the time.
     kelcore::trace::SetOutput([](std::string_view /*category*/, std::string_view text) {
         std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
     });

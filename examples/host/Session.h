@@ -4,7 +4,7 @@
 
 #include "examples/host/Tracks.h"
 
-// The session: format, media, tracks of the audio side, metronome. The bases drop all else.
+// The session: format, media, tracks of the audio side, metronome. The bases drop everything else.
 
 namespace example {
 
@@ -54,7 +54,7 @@ struct EditMetronome final : tses::EditMetronomeInfoBase {
     void SetPattern(const uint32* beats, uint32 count) override {
         values.pattern.assign(beats, beats + count);
     }
-    /// Not kept, but must be there: without it a session with the metronome's track is not read.
+    /// Not kept, but must not be null: a session with a metronome track could not be read.
     tses::IEditAudioTrack* GetTrack() override { return &dropped_.edit; }
 
 private:
@@ -83,7 +83,7 @@ struct SessionValues {
     Metronome metronome;
 };
 
-/// The thing with this id, made if need be.
+/// The thing with this id, added if it is missing.
 template <class Things>
 auto& ThingWithId(Things& things, uint32 id) {
     for (auto& thing : things) {

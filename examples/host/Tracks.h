@@ -4,8 +4,8 @@
 
 #include "examples/host/Host.h"
 
-// Tracks and clips: the values that this host keeps, and the two faces that the plug-in sees of
-// them, one to fill and one to ask. What they do not override is not kept.
+// Tracks and clips: the values that this host keeps, and the two objects that the plug-in sees of
+// each: one to fill, one to query. This host does not keep what these objects do not override.
 
 namespace example {
 
@@ -73,7 +73,7 @@ struct QueryClip final : tses::QueryAudioClipBase {
     bool GetClipAutoCrossfade() override { return values.autoCrossfade; }
 };
 
-/// A thing of the session: its values with both faces. It stays where it is.
+/// The values of a thing in the session, with its two objects. It must not move.
 template <class Values, class Edit, class Query>
 struct Thing {
     Values values;

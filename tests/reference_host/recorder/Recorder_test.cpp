@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "host/GlobalTrackInfo.h"
-#include "host/Metronome.h"
+#include "host/Bases.h"
+#include "host/Text.h"
 #include "reference_host/SessionNode.h"
 #include "reference_host/recorder/CallJson.h"
 #include "tests/reference_host/recorder/HostStubs.h"
@@ -23,7 +23,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 struct Host {
-    struct Session : StubEditSession {
+    struct Session final : tses::EditSessionBase {
         tses::IHostLogTarget* GetLogTarget() override { return &host->logTarget; }
         tses::IEditFile* GetFile(kelcore::uint32 id) override { return &host->files.at(id); }
         tses::IEditAudioTrack* GetAudioTrack(kelcore::uint32 id) override {
@@ -36,15 +36,15 @@ struct Host {
         kelcore::uint32 sampleRate = 0;
         Host* host = nullptr;
     };
-    struct Metronome : StubEditMetronomeInfoPrivate {
+    struct Metronome final : tses::EditMetronomeInfoBase {
         tses::IEditAudioTrack* GetTrack() override { return track; }
         tses::IEditAudioTrack* track = nullptr;
     };
-    struct Track : StubEditAudioTrackPrivate {
+    struct Track final : tses::EditAudioTrackBase {
         tses::IEditComponent* GetFaderComponent(const kelcore::char16*) override {
             return &component;
         }
-        StubEditComponent component;
+        tses::EditComponentBase component;
     };
 
     Host() {
@@ -53,12 +53,12 @@ struct Host {
     }
 
     Session session;
-    StubHostLogTarget logTarget;
-    std::array<StubEditFile, 2> files;
+    tses::HostLogTargetBase logTarget;
+    std::array<tses::EditFileBase, 2> files;
     Track track;
-    StubEditAudioTrack plainTrack;
+    PublicOnly<tses::IEditAudioTrack> plainTrack;
     Metronome privateMetronome;
-    StubEditMetronomeInfo plainMetronome;
+    PublicOnly<tses::IEditMetronomeInfo> plainMetronome;
     tses::IEditMetronomeInfo* metronome = &privateMetronome;
 };
 
@@ -176,7 +176,7 @@ TEST_F(RecorderOfARead, APointerWithItsCountIsOneArgument) {
 }
 
 TEST_F(RecorderOfARead, AHostStringIsShownByItsText) {
-    StubString message(u"XML ERROR");
+    tses::HostText message(u"XML ERROR");
     session->GetLogTarget()->LogMessage(&message);
     EXPECT_EQ(
         lines.back(),
@@ -185,12 +185,12 @@ TEST_F(RecorderOfARead, AHostStringIsShownByItsText) {
 
 TEST_F(RecorderOfARead, CountingReachesTheHostAndIsNotReported) {
     tses::IEditFile* file = session->GetFile(0);
-    const int held = host.files[0].references;
+    const auto held = host.files[0].ReferenceCount();
     lines.clear();
     file->AddReference();
-    EXPECT_EQ(host.files[0].references, held + 1);
+    EXPECT_EQ(host.files[0].ReferenceCount(), held + 1);
     file->Release();
-    EXPECT_EQ(host.files[0].references, held);
+    EXPECT_EQ(host.files[0].ReferenceCount(), held);
     EXPECT_THAT(lines, IsEmpty());
 }
 
@@ -207,11 +207,11 @@ TEST_F(RecorderOfARead, CountingIsReportedOnRequest) {
 TEST_F(RecorderOfARead, ObjectsAreHeldUntilTheRecorderEnds) {
     session->GetFile(0);
     session->GetFile(0);
-    EXPECT_EQ(host.files[0].references, 1);
-    EXPECT_EQ(host.session.references, 1);
+    EXPECT_EQ(host.files[0].ReferenceCount(), 2U);
+    EXPECT_EQ(host.session.ReferenceCount(), 2U);
     recorder.reset();
-    EXPECT_EQ(host.files[0].references, 0);
-    EXPECT_EQ(host.session.references, 0);
+    EXPECT_EQ(host.files[0].ReferenceCount(), 1U);
+    EXPECT_EQ(host.session.ReferenceCount(), 1U);
 }
 
 TEST_F(RecorderOfARead, ACallThatTheHostThrowsFromIsReportedAndThrows) {
@@ -279,7 +279,9 @@ TEST(Recorder, WorksWithoutASink) {
 
 // A write -----------------------------------------------------------------------------------------
 
-struct WriteHost : StubQuerySession {
+struct Context final : tses::Counted<tses::IHostObject> {};
+
+struct WriteHost final : tses::QuerySessionBase {
     tses::IHostObject* GetContext() override { return &context; }
     void GetFormatVersion(kelcore::int32* major, kelcore::int32* minor) override {
         *major = 1;
@@ -292,8 +294,8 @@ struct WriteHost : StubQuerySession {
         panPower = -4.5;
     }
 
-    Counted<tses::IHostObject> context;
-    StubString xmp{u"<x/>"};
+    Context context;
+    tses::HostText xmp{u"<x/>"};
 };
 
 class RecorderOfAWrite : public testing::Test {
@@ -351,7 +353,7 @@ TEST(RecorderOfAWriteWithFaults, OutputsOfACallThatIsKeptFromTheHostAreWhatStood
 
 TEST_F(RecorderOfAWrite, TheContextIsGivenAsItIsAndNotHeld) {
     EXPECT_EQ(session.GetContext(), &host.context);
-    EXPECT_EQ(host.context.references, 0);
+    EXPECT_EQ(host.context.ReferenceCount(), 1U);
     EXPECT_EQ(calls.at(0).returned, (ObjectResult{"IHostObject", 2}));
 }
 

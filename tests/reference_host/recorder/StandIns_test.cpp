@@ -1,7 +1,7 @@
 // Proves for every operation that a stand-in forwards it to the same operation of the host's object
-// and reports it by its name, with its arguments in their order. The host's objects are nothing but
-// tables of functions, each of which notes its own place; what they return leads to every stand-in
-// there is.
+// and reports it by its name, with its arguments in order. The host's objects are only tables of
+// functions. Each function notes its own place in the table, and the results lead to every
+// stand-in.
 
 #include <gtest/gtest.h>
 
@@ -63,7 +63,7 @@ Interface* HostObject() {
     static const Table table = MakeTable(typeid(typename WholeInterface<Interface>::type),
                                          std::make_index_sequence<kMostSlots>{});
     static const SlotFunction* pointerToTable = table.slots.data();
-    // Volatile, so that the compiler cannot know what it points to and has to go through the table.
+    // Volatile: the compiler must not know what it points to, and must call through the table.
     static void* volatile object = &pointerToTable;
     return static_cast<Interface*>(object);
 }

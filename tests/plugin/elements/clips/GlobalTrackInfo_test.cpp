@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "host/Bases.h"
 #include "platform/kelappsupport/Features.h"
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/reference_host/recorder/HostStubs.h"
@@ -100,7 +101,7 @@ TEST_F(GlobalTrackInfoElement, OfAMetronomeWithoutInfoDoesNotReachThatOfTheMetro
                     "IEditMetronomeInfoPrivate#2.GetGlobalTrackInfo() -> null"));
 }
 
-class CountingInfo final : public refhost::Counted<IEditGlobalTrackInfo> {
+class CountingInfo final : public Counted<IEditGlobalTrackInfo> {
 public:
     void SetTimeSigVisible(bool) override { ++calls; }
     void SetKeySigVisible(bool) override { ++calls; }
@@ -113,7 +114,7 @@ public:
 };
 
 /// A session whose metronomes come one after the other.
-class MetronomesInTurn final : public refhost::StubEditSession {
+class MetronomesInTurn final : public EditSessionBase {
 public:
     explicit MetronomesInTurn(std::vector<IEditMetronomeInfo*> metronomes)
         : metronomes_(std::move(metronomes)) {}
@@ -124,7 +125,7 @@ private:
     std::size_t asked_ = 0;
 };
 
-class MetronomeWithInfo final : public refhost::StubEditMetronomeInfoPrivate {
+class MetronomeWithInfo final : public EditMetronomeInfoBase {
 public:
     explicit MetronomeWithInfo(IEditGlobalTrackInfo& info) : info_(info) {}
     IEditGlobalTrackInfo* GetGlobalTrackInfo() override { return &info_; }
@@ -136,7 +137,7 @@ private:
 TEST_F(GlobalTrackInfoElement, OfAMetronomeWithoutAPrivateFaceReachesNobodyAlsoNotAnEarlierInfo) {
     CountingInfo info;
     MetronomeWithInfo first(info);
-    refhost::StubEditMetronomeInfo second;
+    refhost::PublicOnly<IEditMetronomeInfo> second;
     MetronomesInTurn session({&first, &second, nullptr});
     folder.Write("session.orvo",
                  "<orvo><session><metronome><globalTrackInfo/></metronome>"
@@ -144,7 +145,10 @@ TEST_F(GlobalTrackInfoElement, OfAMetronomeWithoutAPrivateFaceReachesNobodyAlsoN
                      kInfo + "</metronome><metronome>" + kInfo + "</metronome></session></orvo>");
     EXPECT_TRUE(serializer->Read(Path(), Retain<IEditSession>(&session)));
     EXPECT_EQ(info.calls, 0);
-    EXPECT_EQ(info.references + first.references + second.references + session.references, 0);
+    for (const auto held : {info.ReferenceCount(), first.ReferenceCount(), second.ReferenceCount(),
+                            session.ReferenceCount()}) {
+        EXPECT_EQ(held, 1U);
+    }
 }
 
 TEST_F(GlobalTrackInfoElement, WithoutInstrumentTracksItIsSkipped) {

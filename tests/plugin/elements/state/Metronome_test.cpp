@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "host/Bases.h"
 #include "platform/kelcore/Trace.h"
 #include "tests/plugin/elements/ElementFixture.h"
-#include "tests/reference_host/recorder/HostStubs.h"
 
 namespace tses {
 namespace {
@@ -225,7 +225,7 @@ TEST_F(MetronomeElement, BeatsWithoutATokenAreLostByAWriteAndARead) {
 }
 
 /// A host that keeps no musical timeline.
-class PlainMetronome final : public refhost::Counted<IQueryMetronomeInfo> {
+class PlainMetronome final : public Counted<IQueryMetronomeInfo> {
 public:
     bool IsEnabled() override { return true; }
     kelcore::uint32 GetSoundSet() override { return 0; }
@@ -234,7 +234,7 @@ public:
     IQueryAudioTrack* GetMetronomeTrack() override { return nullptr; }
 };
 
-class SessionOfMetronome final : public refhost::StubQuerySession {
+class SessionOfMetronome final : public QuerySessionBase {
 public:
     explicit SessionOfMetronome(IQueryMetronomeInfo& metronome) : metronome_(metronome) {}
     IQueryMetronomeInfo* GetMetronomeInfo() override { return &metronome_; }
@@ -250,7 +250,8 @@ TEST_F(MetronomeElement, OfAHostWithoutAPrivateFaceIsWrittenWithoutATimeline) {
     const std::string file = test::ReadFile(folder.Path() / "session.orvo");
     EXPECT_EQ(test::ElementOf(file, "metronome"),
               "<metronome enabled=\"true\" pattern=\"\" soundSet=\"african1\"/>");
-    EXPECT_EQ(metronome.references + session.references, 0);
+    EXPECT_EQ(metronome.ReferenceCount(), 1U);
+    EXPECT_EQ(session.ReferenceCount(), 1U);
 }
 
 }  // namespace

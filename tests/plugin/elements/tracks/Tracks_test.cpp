@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 
+#include "host/Bases.h"
 #include "platform/kelappsupport/Features.h"
 #include "reference_host/SessionNode.h"
 #include "tests/plugin/elements/ElementFixture.h"
@@ -143,18 +144,19 @@ TEST_F(Tracks, TheHandlerThrowsThatTheIdIsInvalid) {
 }
 
 /// A session whose tracks have no private face.
-class PublicTracks final : public refhost::StubEditSession {
+class PublicTracks final : public EditSessionBase {
 public:
     IEditAudioTrack* GetAudioTrack(kelcore::uint32 /*id*/) override { return &track; }
 
-    refhost::StubEditAudioTrack track;
+    refhost::PublicOnly<IEditAudioTrack> track;
 };
 
 TEST_F(Tracks, ATrackWithoutAPrivateFaceCountsAsOneOfAnInvalidId) {
     PublicTracks session;
     EXPECT_THAT([&] { StartTrackIn(session); },
                 testing::ThrowsMessage<std::runtime_error>("Invalid Track Id"));
-    EXPECT_EQ(session.references + session.track.references, 0);
+    EXPECT_EQ(session.ReferenceCount(), 1U);
+    EXPECT_EQ(session.track.ReferenceCount(), 1U);
 }
 
 TEST_F(Tracks, WhatCameBeforeAnInvalidIdIsInTheHost) {
