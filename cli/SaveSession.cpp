@@ -86,8 +86,7 @@ bool IsOfFirstVersion(const Session& session, const Session& saved) {
     const std::size_t place = description.find(version);
     return place != description.npos &&
            session.formatDescription ==
-               description.replace(place, version.size(),
-                                   kelcore::UTF16to8(tses::kFirstVersion));
+               description.replace(place, version.size(), kelcore::UTF16to8(tses::kFirstVersion));
 }
 
 /// Takes over the facts about the writer, and the position that every file computes.

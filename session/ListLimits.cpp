@@ -16,7 +16,6 @@
 namespace orvo {
 namespace {
 
-
 struct List {
     std::string place;
     std::uint64_t length = 0;

@@ -51,8 +51,8 @@ struct DocumentScan {
 inline constexpr std::size_t kNotCarriedLimit = 20;
 
 /// Looks the file over. What is not a regular file is never opened, so that a pipe without a writer
-/// does not hang. Comments, processing instructions and layout are no content. Whatever else is not in
-/// `format/Elements.h` is lost.
+/// does not hang. Comments, processing instructions and layout are no content. Whatever else is not
+/// in `format/Elements.h` is lost.
 ///
 /// Starts and stops the XML library, which counts its starts: the plug-in may be loaded or not.
 /// Of a media file with two paths that differ it asks whether they lead to a file.

@@ -51,7 +51,7 @@ struct NamelessHandler : Text {
 struct FileRecord {
     kelcore::uint32 id = kNoId;
     std::u16string absolutePath{};
-    std::optional<std::u16string> relativePath{};
+    std::u16string relativePath{};
     std::u16string mediaHandler{};  // the identifier
     std::u16string recoveryId{};
     std::u16string importerPrivateSettings{};

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <tuple>
+#include <utility>
 
 #include "format/Rows.h"
 #include "plugin/xml/AttributeMap.h"
@@ -41,8 +42,8 @@ template <const auto&... Tables, class Record>
 void SetAttributes(const Record& record, AttributeMap& attributes) {
     const auto setRow = [&](const auto& row) {
         if (row.written != Written::Never) {
-            if (const auto text = row.Write(record)) {
-                attributes.Set(row.name, *text);
+            if (auto text = row.Write(record)) {
+                attributes.Set(row.name, *std::move(text));
             }
         }
     };

@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tses {
@@ -26,22 +27,22 @@ public:
     }
 
     /// Adds the attribute, or replaces its value.
-    void Set(std::u16string_view name, std::u16string_view value) {
+    void Set(std::u16string_view name, std::u16string value) {
         if (attributes_.empty()) {
             attributes_.reserve(kUsualCount);
         }
         const auto place = std::ranges::lower_bound(attributes_, name, {}, &Attribute::name);
         if (place != attributes_.end() && place->name == name) {
-            place->value = value;
+            place->value = std::move(value);
         } else {
-            attributes_.insert(place, {name, std::u16string(value)});
+            attributes_.insert(place, {name, std::move(value)});
         }
     }
 
     /// Adds an attribute that is left out, rather than written, when it has no text.
     void SetUnlessEmpty(std::u16string_view name, std::u16string_view value) {
         if (!value.empty()) {
-            Set(name, value);
+            Set(name, std::u16string(value));
         }
     }
 

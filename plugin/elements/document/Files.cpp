@@ -23,10 +23,10 @@ bool Exists(const std::u16string& path) {
 void ChoosePath(FileRecord& record, const std::u16string& sessionPath) {
     // Mostly both are one path, and it makes no difference then whether there is a file: two calls
     // of the system are spared.
-    if (kelcore::LeadsPlainlyTo(record.absolutePath, *record.relativePath, sessionPath)) {
+    if (kelcore::LeadsPlainlyTo(record.absolutePath, record.relativePath, sessionPath)) {
         return;
     }
-    const kelcore::File resolved(kelcore::MakeFileFromPath(*record.relativePath, sessionPath));
+    const kelcore::File resolved(kelcore::MakeFileFromPath(record.relativePath, sessionPath));
     if (record.absolutePath.empty() || (!Exists(record.absolutePath) && resolved.Exists())) {
         record.absolutePath = resolved.FullPath();
     }
@@ -52,7 +52,7 @@ void Serializer::Impl::StartFile(State state, const TagAttributes& attributes) {
     PendingFile& record = document_.file;
     record.Reset();
     ReadAttributes<kFileRows>(attributes, record);
-    if (record.relativePath) {
+    if (!record.relativePath.empty()) {
         ChoosePath(record, path_);
     }
     if (const auto file = Retain(session_->GetFile(record.id))) {

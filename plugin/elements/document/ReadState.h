@@ -12,10 +12,9 @@ struct PendingFile : FileRecord {
     void Reset() {
         id = FileRecord().id;
         for (std::u16string* const text :
-             {&absolutePath, &mediaHandler, &recoveryId, &importerPrivateSettings}) {
+             {&absolutePath, &relativePath, &mediaHandler, &recoveryId, &importerPrivateSettings}) {
             text->clear();
         }
-        relativePath.reset();
     }
 };
 

@@ -52,8 +52,7 @@ public:
                                      tses::SessionResult expected) const;
 
     /// Inspects the session in the file that a disturbed write saved.
-    using Inspector =
-        std::function<std::vector<std::string>(const orvo::Session& session)>;
+    using Inspector = std::function<std::vector<std::string>(const orvo::Session& session)>;
     std::vector<std::string> Disturb(const refhost::Interceptor& interceptor,
                                      tses::SessionResult expected,
                                      const Inspector& inspector) const;
@@ -69,7 +68,7 @@ private:
     std::filesystem::path file_;
     std::string name_;
     orvo::Session expected_;  // the result of an undisturbed read
-    std::string written_;               // the file of an undisturbed write
+    std::string written_;     // the file of an undisturbed write
     tses::SessionResult undisturbed_ = tses::SessionResult::Ok;
     std::vector<HostCall> calls_;
 };

@@ -19,14 +19,13 @@ namespace test {
 /// A session, and the result of saving it.
 struct Saved {
     orvo::Session session;
-    std::string bytes;                 ///< of the file
+    std::string bytes;       ///< of the file
     orvo::Session readBack;  ///< what a host gets when it reads the file
 };
 
 /// Saves a session undisturbed and removes the file, to learn its bytes in this folder: they
 /// contain relative media paths. Throws if that fails.
-Saved SaveInPeace(refhost::Plugin& plugin, const orvo::Session& session,
-                  const std::string& folder);
+Saved SaveInPeace(refhost::Plugin& plugin, const orvo::Session& session, const std::string& folder);
 
 /// Reads the session in a file; throws if that fails.
 orvo::Session SessionOf(refhost::Plugin& plugin, const std::string& path);
