@@ -18,9 +18,9 @@ TEST(ListLimitsTest, AChannelMapThatIsTooLongIsNamedByItsHighestChannel) {
     const auto message = FindListBeyondLimits(WithClip({.channelSources = {{0, 0}, {1024, 0}}}));
     ASSERT_TRUE(message);
     EXPECT_EQ(message->what,
-              "/audioTracks/0/clips/0/channelSources/1024: this makes 1025 channels, and a session "
+              "/audioTracks/0/clips/0/channelSources/1024: this makes 1025 channels, but a session "
               "file has room for 1024");
-    EXPECT_EQ(message->advice, "give lower numbers, or fewer of them");
+    EXPECT_EQ(message->advice, "use lower numbers, or fewer of them");
 }
 
 TEST(ListLimitsTest, AHighIndexOfAParameterMakesTooManyEntries) {
