@@ -78,10 +78,10 @@ TEST(ClipSummary, AClipIsStretchedOrHasEffectsOnlyIfItHasSome) {
     orvo::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};
     orvo::AudioClip& clip = session.audioTracks[0].clips[0];
-    clip.stretch.emplace().stretchMode = 0;
+    clip.stretch.emplace().stretchMode = orvo::StretchMode::Off;
     clip.effectsRack.emplace();
     EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks, IsEmpty());
-    clip.stretch->stretchMode = 1;
+    clip.stretch->stretchMode = orvo::StretchMode::Realtime;
     clip.effectsRack->slots.emplace_back();
     EXPECT_THAT(SummariseClips(session, Media(true)).at(0).marks,
                 ElementsAre("stretched", "effects"));

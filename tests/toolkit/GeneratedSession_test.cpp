@@ -40,7 +40,8 @@ TEST(GeneratedSession, WhatItRefersToIsThere) {
     const orvo::Session session = GenerateSession({.tracks = 20, .clips = 6}, 1);
     const std::set<uint32> tracks = IdsOf(session.audioTracks);
     for (const orvo::AudioTrack& track : session.audioTracks) {
-        EXPECT_TRUE(track.kind == 3 || tracks.contains(static_cast<uint32>(track.outputTrackId)));
+        EXPECT_TRUE(track.kind == orvo::TrackKind::Master ||
+                    tracks.contains(static_cast<uint32>(track.outputTrackId)));
         for (const orvo::AudioClip& clip : track.clips) {
             EXPECT_GE(clip.fileId, 1u);
             EXPECT_LE(clip.fileId, session.files.size());
