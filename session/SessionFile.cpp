@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -19,18 +20,14 @@ namespace {
 
 // The plug-in
 
-/// The plug-in of the process. It is never unloaded, so that no order of destructors matters.
+/// The plug-in of the process, loaded when it is first needed. Its library's own objects are older
+/// than this one, so that it is terminated before the end of the process destroys them.
 class SharedPlugin {
 public:
-    static SharedPlugin& Instance() {
-        static auto& instance = *new SharedPlugin;
-        return instance;
-    }
-
     /// @throws refhost::PluginError
-    void Load() {
-        const std::lock_guard lock(mutex_);
-        Loaded();
+    static SharedPlugin& Instance() {
+        static SharedPlugin instance;
+        return instance;
     }
 
     /// Calls `request` with the plug-in, without anything that an earlier request left in it.
@@ -38,25 +35,21 @@ public:
     template <class Request>
     auto Do(const Request& request) {
         const std::lock_guard lock(mutex_);
-        refhost::Plugin& plugin = Loaded();
         if (wasUsed_) {
-            plugin.Restart();
+            plugin_->Restart();
         }
         wasUsed_ = true;
-        return request(plugin);
+        return request(*plugin_);
     }
 
 private:
-    refhost::Plugin& Loaded() {
-        if (plugin_ == nullptr) {
-            refhost::UseFeatureDefaults();
-            plugin_ = new refhost::Plugin;
-        }
-        return *plugin_;
+    SharedPlugin() {
+        refhost::UseFeatureDefaults();
+        plugin_.emplace();
     }
 
     std::mutex mutex_;
-    refhost::Plugin* plugin_ = nullptr;
+    std::optional<refhost::Plugin> plugin_;
     bool wasUsed_ = false;
 };
 
@@ -234,7 +227,7 @@ WriteResult WriteSession(const Session& session, const std::filesystem::path& fi
 
 std::optional<Message> CheckPlugin() {
     try {
-        SharedPlugin::Instance().Load();
+        SharedPlugin::Instance();
         return std::nullopt;
     } catch (const refhost::PluginError& error) {
         return MessageOf(error);
