@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""Checks that README.md tells the truth: its commands give the output that it shows, and its program is
-compiled and run.
+"""Checks README.md and the guide for hosts: the commands print the output that is shown, and the programs compile and
+run.
 
     readme_test.py ROOT BUILD ORVO CMAKE COMPILER -fsanitize=SANITIZERS
 
-In a ```console block, a line that begins with "$ " is a command, run in ROOT with the built tool in place of
-build/release/bin/orvo; the lines up to the next command are its output. The ```cpp block with a main is a
-host of at most 60 lines that takes the plug-in and a session. It is compiled with nothing but what BUILD installs.
-Every other one stands as it is in a file of examples/host/.
+In a ```console block, a line that starts with "$ " is a command, which runs in ROOT with the built tool instead
+of build/release/bin/orvo; the lines up to the next command are its output. A ```cpp block with a main is compiled
+with nothing but what BUILD installs. README.md has one, which uses the library and gives every clip of an example a
+fade; docs/host-interfaces.md has one, a host of at most 60 lines that takes the plug-in and a session. Every other
+block is an excerpt of a file in examples/host/.
 """
 
 import json
@@ -44,49 +45,68 @@ def check_command(root, orvo, command, shown):
     return False
 
 
-def compile_host(folder, build, cmake, compiler, sanitizers, program):
-    """The program, compiled against an installed tree; and the plug-in that is installed there."""
-    source, host, installed = folder / "host.cpp", folder / "host", folder / "installed"
-    subprocess.run([cmake, "--install", build, "--prefix", installed], check=True, capture_output=True)
-    source.write_text(program, "utf-8")
-    flags = ["-std=c++20", "-Wall", "-Wextra", "-Werror", "-I", installed / "include/orvo-host"]
-    if sanitizers != "-fsanitize=":
-        flags.append(sanitizers)
-    links = [installed / "lib/libkelplatform.so", f"-Wl,-rpath,{installed}/lib"]
-    subprocess.run([compiler, *flags, source, *links, "-o", host], check=True)
-    return host, installed / "lib/OrvoNative.so"
+class Installed:
+    """What the build installs, in a folder, and programs that are compiled with nothing else."""
+
+    def __init__(self, folder, build, cmake, compiler, sanitizers):
+        self.folder, self.prefix = folder, folder / "installed"
+        self.flags = [compiler, "-std=c++20", "-Wall", "-Wextra", "-Werror"]
+        if sanitizers != "-fsanitize=":
+            self.flags.append(sanitizers)
+        subprocess.run([cmake, "--install", build, "--prefix", self.prefix], check=True, capture_output=True)
+
+    def compile(self, name, program, headers, library):
+        source, made = self.folder / f"{name}.cpp", self.folder / name
+        source.write_text(program, "utf-8")
+        links = [self.prefix / "lib" / library, f"-Wl,-rpath,{self.prefix}/lib"]
+        subprocess.run([*self.flags, "-I", self.prefix / headers, source, *links, "-o", made], check=True)
+        return made
 
 
-def clips(orvo, session):
-    """What the program has to print: the names of the session's audio clips, in the order of the file."""
-    listing = subprocess.run(
+def as_json(orvo, session):
+    return json.loads(subprocess.run(
         [orvo, "convert", session, "-", "--to", "json", "--lossy"], check=True, capture_output=True
-    ).stdout
-    tracks = json.loads(listing)["audioTracks"]
-    return "".join(f"clip: {clip['name']}\n" for track in tracks for clip in track["clips"])
+    ).stdout)
 
 
-def check_program(root, build, orvo, tools, program):
-    with tempfile.TemporaryDirectory() as name:
-        folder = Path(name)
-        host, plugin = compile_host(folder, build, *tools, program)
+def audio_clips(session):
+    return [clip for track in session["audioTracks"] for clip in track["clips"]]
 
-        def read(session):
-            return subprocess.run([host, plugin, session], capture_output=True, text=True, check=False)
 
-        sessions = [session for pattern in SESSIONS for session in sorted(root.glob(pattern))]
-        expected = [clips(orvo, session) for session in sessions]
-        good = [read(session) for session in sessions]
-        malformed = folder / "bad.orvo"
-        malformed.write_text(MALFORMED, "utf-8")
-        missing, broken = read(folder / "missing.orvo"), read(malformed)
+def check_library_program(root, installed, orvo, program):
+    """The program runs in another folder, so that it leaves nothing in this one."""
+    source = re.search(r'ReadSession\("([^"]*)"\)', program)[1]
+    made = installed.compile("fade", program.replace(source, str(root / source)), "include", "liborvo.so")
+    run = subprocess.run([made], cwd=installed.folder, capture_output=True, text=True, check=False)
+    print(run)
+    before = audio_clips(as_json(orvo, root / source))
+    after = audio_clips(as_json(orvo, installed.folder / "faded.orvo"))
+    for clip in before:
+        clip["fadeIn"] = {"startPoint": 0, "endPoint": 480, "type": 0, "shape": 0, "crossFadeLinkType": 0}
+    return run.returncode == 0 and len(before) > 0 and after == before
+
+
+def check_host(root, installed, orvo, program):
+    host, plugin = installed.compile("host", program, "include/orvo-host", "libkelplatform.so"), \
+        installed.prefix / "lib/OrvoNative.so"
+
+    def read(session):
+        return subprocess.run([host, plugin, session], capture_output=True, text=True, check=False)
+
+    sessions = [session for pattern in SESSIONS for session in sorted(root.glob(pattern))]
+    expected = ["".join(f"clip: {clip['name']}\n" for clip in audio_clips(as_json(orvo, session)))
+                for session in sessions]
+    good = [read(session) for session in sessions]
+    malformed, absent = installed.folder / "bad.orvo", installed.folder / "missing.orvo"
+    malformed.write_text(MALFORMED, "utf-8")
+    missing, broken = read(absent), read(malformed)
     print(*good, missing, broken, sep="\n")
     return (
         len(program.splitlines()) <= MOST_LINES
         and any(expected)
         and [(run.returncode, run.stdout, run.stderr) for run in good] == [(0, names, "") for names in expected]
         and (missing.returncode, missing.stdout) == (1, "")
-        and missing.stderr.endswith(f"app::XMLReader: {folder}/missing.orvo: no such file: check the path\n")
+        and missing.stderr.endswith(f"app::XMLReader: {absent}: no such file: check the path\n")
         and (broken.returncode, broken.stdout) == (1, "")
         and f"XML FATAL ERROR: (line: 2, col: 12) [ {malformed}] " in broken.stderr
     )
@@ -99,20 +119,28 @@ def check_excerpt(root, excerpt):
     return False
 
 
+def split_code(page):
+    """The programs of a page, and its other blocks of C++."""
+    code = blocks(page, "cpp")
+    return [block for block in code if "int main" in block], [block for block in code if "int main" not in block]
+
+
 def main():
     root, build, orvo, *tools = Path(sys.argv[1]), *sys.argv[2:7]
     readme = (root / "README.md").read_text("utf-8")
-    checked = [
-        check_command(root, orvo, command, shown)
-        for block in blocks(readme, "console")
-        for command, shown in commands(block)
-    ]
-    code = blocks(readme, "cpp")
-    programs = [block for block in code if "int main" in block]
-    checked += [check_program(root, build, orvo, tools, program) for program in programs]
-    checked += [check_excerpt(root, block) for block in code if block not in programs]
-    complete = len(programs) == 1 and len(code) == 2 and len(checked) > len(code)
-    return 0 if complete and all(checked) else 1
+    guide = (root / "docs/host-interfaces.md").read_text("utf-8")
+    shown = [command for block in blocks(readme, "console") for command in commands(block)]
+    [library_program], nothing = split_code(readme)
+    [host_program], excerpts = split_code(guide)
+    with tempfile.TemporaryDirectory() as name:
+        installed = Installed(Path(name), build, *tools)
+        checked = [
+            *(check_command(root, orvo, command, output) for command, output in shown),
+            check_library_program(root, installed, orvo, library_program),
+            check_host(root, installed, orvo, host_program),
+            *(check_excerpt(root, excerpt) for excerpt in excerpts),
+        ]
+    return 0 if shown and not nothing and excerpts and all(checked) else 1
 
 
 if __name__ == "__main__":
