@@ -25,10 +25,10 @@ inline constexpr Keyword<kelcore::uint32> kFadeTypes[] = {{u"log", 0}, {u"cosine
 inline constexpr Keyword<kelcore::uint32> kLinkTypes[] = {{u"linkedSymmetric", 0},
                                                           {u"linkedAsymmetric", 1}};
 
-inline constexpr auto kFadeRows = Rows(
-    FirstOfTwo<&FadeRecord::crossFadeLinkType, kLinkTypes>(names::crossFadeLinkType),
-    Number<&FadeRecord::endPoint>(names::endPoint),  //
-    Number<&FadeRecord::shape>(names::shape), Number<&FadeRecord::startPoint>(names::startPoint),
-    FirstOfTwo<&FadeRecord::type, kFadeTypes>(names::type));
+inline constexpr auto kFadeRows =
+    Rows(FirstOfTwo<&FadeRecord::crossFadeLinkType, kLinkTypes>(names::crossFadeLinkType),
+         Number<&FadeRecord::endPoint>(names::endPoint), Number<&FadeRecord::shape>(names::shape),
+         Number<&FadeRecord::startPoint>(names::startPoint),
+         FirstOfTwo<&FadeRecord::type, kFadeTypes>(names::type));
 
 }  // namespace tses

@@ -9,12 +9,15 @@
 #include <orvo/Message.h>
 #include <orvo/Model.h>
 
-/// Sessions and their files. The work is done by the plug-in `OrvoNative.so`, which is loaded once
-/// in a process and stays loaded: from the file that the environment variable ORVO_PLUGIN names,
-/// else from the library's own folder, else from `../lib` beside it.
+/// Sessions and their files. The work is done by the plug-in `OrvoNative.so`, which is loaded when
+/// it is first needed, once in a process: from the file that the environment variable ORVO_PLUGIN
+/// names, else from the library's own folder, else from `../lib` beside it.
 ///
 /// Every function here may be called from any thread. Reads and writes wait for each other, because
 /// the plug-in takes one call at a time. Nothing is thrown but std::bad_alloc.
+///
+/// The plug-in starts and stops Xerces-C, which counts its users without a lock. A program that
+/// uses Xerces-C itself must not start or stop it while a function here runs.
 namespace orvo {
 
 /// Called during a read or a write with the share that is done, from 0 to 1, never less than
