@@ -6,9 +6,10 @@
 
 namespace tses {
 
-/// What a file element says. The session's files share one, whose texts keep their room.
+/// What a file element says. One record serves all files of a session.
 struct PendingFile : FileRecord {
-    /// As it was at first, but that the texts keep their room.
+    /// Restores the defaults. The texts keep their capacity, so that the next file need not
+    /// allocate.
     void Reset() {
         id = FileRecord().id;
         for (std::u16string* const text :

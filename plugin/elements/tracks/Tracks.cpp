@@ -17,8 +17,8 @@
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// The host owns or makes the tracks; reading
-// finds each by its id, but for the metronome's, which the host's metronome has.
+// The host owns or makes the tracks. Reading finds each by its id, except the metronome's, which
+// belongs to the host's metronome.
 
 namespace tses {
 namespace {
