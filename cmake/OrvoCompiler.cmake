@@ -1,9 +1,15 @@
-# Options for every target: C++20, warnings as errors, optional sanitizers, output in bin/ and lib/.
+# How the project's own targets are compiled. Nothing here reaches the targets of a project that contains this one.
 
-option(ORVO_BUILD_TESTS "Build the tests and the fuzzers" ON)
+option(ORVO_BUILD_TOOL "Build the command-line tool" ${PROJECT_IS_TOP_LEVEL})
+option(ORVO_BUILD_TESTS "Build the tool, the tests, the fuzzers and the benchmark" OFF)
+option(ORVO_WARNINGS_AS_ERRORS "Stop at the first warning" OFF)
 option(ORVO_COVERAGE "Count how often each line and branch runs (needs clang)" OFF)
 set(ORVO_SANITIZE "" CACHE STRING "Sanitizers for the code under test, as for -fsanitize")
 set(ORVO_CODE_FLAGS "" CACHE STRING "List of optimisation and debug flags for the code under test")
+
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -11,49 +17,58 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-# Programs find their libraries next to them, whether built or installed. Given two paths, CMake would pad the
-# one in the build tree with empty entries, and an empty entry means the working directory.
+# The build tree has the folders of the installed tree, so that one relative path serves both: programs and
+# libraries find the libraries beside them.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_BINDIR}")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
+file(RELATIVE_PATH ORVO_LIBRARIES_OF_PROGRAMS "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+# Given two paths, CMake would pad the one in the build tree with empty entries, and an empty entry means the
+# working directory.
 set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
-set(CMAKE_INSTALL_RPATH "$ORIGIN/../lib")
+set(CMAKE_INSTALL_RPATH "$ORIGIN/${ORVO_LIBRARIES_OF_PROGRAMS}")
 set(CMAKE_INSTALL_RPATH_USE_LINK_PATH ON)
 
 find_program(ORVO_CCACHE ccache)
-if(ORVO_CCACHE)
+if(ORVO_CCACHE AND PROJECT_IS_TOP_LEVEL)
   # Also cache what is compiled with precompiled headers, and share objects that two presets compile alike.
   set(CMAKE_CXX_COMPILER_LAUNCHER
     env "CCACHE_SLOPPINESS=pch_defines,time_macros" "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}"
     "${ORVO_CCACHE}")
 endif()
 
-add_compile_options(
-  -Wall -Wextra -Wpedantic -Werror
-  -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wcast-qual -Wold-style-cast -Wextra-semi -Wundef)
-
-# orvo_add_code_options(OPTIONS...): compiles everything except tests with these options.
-function(orvo_add_code_options)
-  add_compile_options("$<$<NOT:$<BOOL:$<TARGET_PROPERTY:ORVO_IS_TEST>>>:${ARGV}>")
+# What code and tests share. Every include names its folder from the top ("format/Names.h"), so that a reader,
+# and the test of the include rules, sees where it leads.
+function(orvo_compile target)
+  target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/include")
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic $<$<BOOL:${ORVO_WARNINGS_AS_ERRORS}>:-Werror>
+    -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wcast-qual -Wold-style-cast -Wextra-semi -Wundef)
+  if(ORVO_SANITIZE)
+    target_link_options(${target} PRIVATE "-fsanitize=${ORVO_SANITIZE}")
+  endif()
+  if(ORVO_COVERAGE)
+    # The counters live in the mapped profile itself (%c), one profile per program and library (%m). Counts
+    # survive if the process is killed, calls _exit or unloads a library.
+    target_compile_options(${target} PRIVATE
+      "-fprofile-instr-generate=${PROJECT_BINARY_DIR}/profiles/%c%m.profraw" -fcoverage-mapping
+      "SHELL:-mllvm -runtime-counter-relocation")
+    target_link_options(${target} PRIVATE -fprofile-instr-generate)
+  endif()
 endfunction()
 
-orvo_add_code_options(${ORVO_CODE_FLAGS})
-if(ORVO_SANITIZE)
-  orvo_add_code_options("-fsanitize=${ORVO_SANITIZE}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  add_link_options("-fsanitize=${ORVO_SANITIZE}")
-  # The sanitizers' checks make GCC's flow analysis report false positives. The other builds keep this
-  # warning.
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    orvo_add_code_options(-Wno-maybe-uninitialized)
+# orvo_compile_as_code(TARGET): compiles with the flags and sanitizers for the code under test.
+function(orvo_compile_as_code target)
+  orvo_compile(${target})
+  target_compile_options(${target} PRIVATE ${ORVO_CODE_FLAGS})
+  if(ORVO_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      "-fsanitize=${ORVO_SANITIZE}" -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    # The sanitizers' checks make GCC's flow analysis report false positives. The other builds keep this
+    # warning.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
+    endif()
   endif()
-endif()
-
-if(ORVO_COVERAGE)
-  # The counters live in the mapped profile itself (%c), one profile per program and library (%m). Counts
-  # survive if the process is killed, calls _exit or unloads a library.
-  add_compile_options(
-    "-fprofile-instr-generate=${CMAKE_BINARY_DIR}/profiles/%c%m.profraw" -fcoverage-mapping
-    "SHELL:-mllvm -runtime-counter-relocation")
-  add_link_options(-fprofile-instr-generate)
-endif()
+endfunction()

@@ -1,7 +1,7 @@
 # orvo_compile_as_test(TARGET): compiles without optimisation and sanitizers, which the code under test needs
 # but the tests do not. Tests then compile in half the time, and once for all presets.
 function(orvo_compile_as_test target)
-  set_target_properties(${target} PROPERTIES ORVO_IS_TEST ON)
+  orvo_compile(${target})
   if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR ORVO_SANITIZE)
     target_compile_options(${target} PRIVATE -O0 -g0)
   endif()
@@ -19,7 +19,6 @@ function(orvo_add_test name)
     target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
   endif()
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
-  target_compile_definitions(${name} PRIVATE ORVO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
   if(NOT ARG_SHARDS)
     set(ARG_SHARDS 1)
   endif()

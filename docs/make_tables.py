@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the tables of format.md of what the build's `print-format` prints; their last column is written by hand.
+"""Makes the tables of format.md of what the build's `orvo-print-format` prints; their last column is written by hand.
 
     docs/make_tables.py PRINT_FORMAT            writes them
     docs/make_tables.py PRINT_FORMAT --check    only says whether they are what they would become, and fails if not

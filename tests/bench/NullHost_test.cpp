@@ -6,6 +6,7 @@
 
 #include "reference_host/Plugin.h"
 #include "reference_host/recorder/Recorder.h"
+#include "tests/support/SourceFolder.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace bench {
@@ -45,8 +46,7 @@ Calls CallsOfReading(const std::filesystem::path& path) {
 
 TEST(NullHost, TakesTheGoldenFilesWhole) {
     for (const char* const name : {"everything.orvo", "read-only.orvo"}) {
-        const Calls calls =
-            CallsOfReading(std::filesystem::path(ORVO_SOURCE_DIR) / "tests/golden" / name);
+        const Calls calls = CallsOfReading(test::SourceFolder() / "tests/golden" / name);
         EXPECT_EQ(calls.result, SessionResult::Ok) << name;
         EXPECT_GT(calls.all, 50) << name;
         EXPECT_EQ(calls.references, 0) << name;

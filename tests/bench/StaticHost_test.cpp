@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "reference_host/Sessions.h"
+#include "tests/support/SourceFolder.h"
 #include "tests/support/TemporaryFolder.h"
 #include "toolkit/GeneratedSession.h"
 
@@ -47,7 +48,7 @@ protected:
 };
 
 std::vector<std::filesystem::path> StoredSessions() {
-    const std::filesystem::path root = ORVO_SOURCE_DIR;
+    const std::filesystem::path root = test::SourceFolder();
     std::vector<std::filesystem::path> sessions = {root / "tests/golden/everything.orvo",
                                                    root / "tests/golden/read-only.orvo"};
     for (const char* const name :

@@ -6,6 +6,7 @@
 #include <cctype>
 #include <sstream>
 
+#include "tests/support/SourceFolder.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace test {
@@ -81,7 +82,7 @@ const PageAttribute* PageSection::FindAttribute(std::string_view name) const {
 }
 
 FormatPage::FormatPage() {
-    std::istringstream lines(ReadFile(ORVO_SOURCE_DIR "/docs/format.md"));
+    std::istringstream lines(ReadFile(SourceFolder() / "docs/format.md"));
     for (std::string line; std::getline(lines, line);) {
         ReadLine(line);
     }

@@ -16,6 +16,7 @@
 #include "tests/docs/FormatPage.h"
 #include "tests/docs/GoldenElements.h"
 #include "tests/support/SerializerFixture.h"
+#include "tests/support/SourceFolder.h"
 
 // What docs/format.md says of reading, found out by what the host hears: of every attribute in
 // every element, whether it matters, what its absence means, and what its type takes.
@@ -377,7 +378,7 @@ TEST_F(FormatReading, AChoiceOfKeywordsOrNumbersCountsTheKeywords) {
 
 TEST_F(FormatReading, TheLimitsAreThoseOfThePage) {
     constexpr kelcore::uint64 kMiB = 1024 * 1024;
-    const std::string text = test::ReadFile(ORVO_SOURCE_DIR "/docs/format.md");
+    const std::string text = test::ReadFile(test::SourceFolder() / "docs/format.md");
     const auto expectRow = [&](const std::string& limit, const std::string& value) {
         EXPECT_THAT(text, HasSubstr("\n| " + limit + " | " + value + " |\n"));
     };

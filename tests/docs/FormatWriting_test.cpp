@@ -9,6 +9,7 @@
 #include "tests/docs/WrittenDocuments.h"
 #include "tests/docs/XmlElement.h"
 #include "tests/support/SerializerFixture.h"
+#include "tests/support/SourceFolder.h"
 
 // What docs/format.md says of writing, seen in what is written: of the golden session, and of many
 // that hold anything.
@@ -90,7 +91,7 @@ protected:
 
     void AddGolden() {
         AddDocument(
-            test::ParseXml(test::ReadFile(ORVO_SOURCE_DIR "/tests/golden/everything.orvo")));
+            test::ParseXml(test::ReadFile(test::SourceFolder() / "tests/golden/everything.orvo")));
     }
 
     void AddGoldenAndAnySessions() {

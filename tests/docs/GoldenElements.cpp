@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "tests/support/SourceFolder.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace test {
@@ -54,7 +55,7 @@ private:
 std::vector<GoldenElement> GoldenElements(const FormatPage& page) {
     Collector collector(page);
     for (const char* const name : {"everything.orvo", "read-only.orvo"}) {
-        const std::string document = ReadFile(std::string(ORVO_SOURCE_DIR "/tests/golden/") + name);
+        const std::string document = ReadFile(SourceFolder() / "tests/golden" / name);
         collector.Visit(ParseXml(document), page.Root());
     }
     return collector.collected;

@@ -20,6 +20,7 @@
 #include "tests/docs/WrittenDocuments.h"
 #include "tests/docs/XmlElement.h"
 #include "tests/support/SerializerFixture.h"
+#include "tests/support/SourceFolder.h"
 
 // docs/orvo.xsd: it accepts what the reader understands, and rejects what the reader would pass
 // over.
@@ -67,7 +68,7 @@ public:
         reader_.setFeature(xercesc::XMLUni::fgXercesLoadSchema, false);
         reader_.setFeature(xercesc::XMLUni::fgXercesUseCachedGrammarInParse, true);
         reader_.setErrorHandler(&list_);
-        const std::u16string path = kelcore::UTF8to16(ORVO_SOURCE_DIR "/docs/orvo.xsd");
+        const std::u16string path = (test::SourceFolder() / "docs/orvo.xsd").u16string();
         reader_.loadGrammar(xercesc::LocalFileInputSource(path.c_str()),
                             xercesc::Grammar::SchemaGrammarType, true);
         schemaErrors = std::move(list_.errors);
@@ -118,8 +119,8 @@ protected:
 
     static std::vector<std::string> FilesLike(const std::string& folder) {
         std::vector<std::string> files;
-        for (const auto& file : std::filesystem::recursive_directory_iterator(
-                 std::filesystem::path(ORVO_SOURCE_DIR) / folder)) {
+        for (const auto& file :
+             std::filesystem::recursive_directory_iterator(test::SourceFolder() / folder)) {
             if (file.path().extension() == ".orvo") {
                 files.push_back(file.path());
             }

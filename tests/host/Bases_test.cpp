@@ -15,6 +15,7 @@
 #include "host/Text.h"
 #include "reference_host/Plugin.h"
 #include "reference_host/Sessions.h"
+#include "tests/support/SourceFolder.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace tses {
@@ -184,7 +185,7 @@ protected:
     BareHost() { refhost::UseFeatureDefaults(); }
 
     SessionResult Read(const char* session, IEditSession& into) {
-        const auto path = std::filesystem::path(ORVO_SOURCE_DIR) / "examples" / session;
+        const auto path = test::SourceFolder() / "examples" / session;
         return plugin_.Read(path.u16string(), into);
     }
 

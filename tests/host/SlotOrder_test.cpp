@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "host/Implementation.h"
+#include "tests/support/SourceFolder.h"
 
 namespace tses {
 namespace {
@@ -185,7 +186,7 @@ Page ReadPage() {
     constexpr std::string_view kContinues = "Continues ";
     Page page;
     std::string name;
-    std::ifstream file(ORVO_SOURCE_DIR "/docs/host-interfaces.md");
+    std::ifstream file(test::SourceFolder() / "docs/host-interfaces.md");
     for (std::string line; std::getline(file, line);) {
         if (line.starts_with(kHeading)) {
             name = line.substr(kHeading.size());
@@ -233,7 +234,7 @@ TEST(SlotOrder, ThePageStatesExactlyTheInterfacesThatAreDeclared) {
 // Counts the declarations by itself, because the page and the list of operations have one origin.
 TEST(SlotOrder, ThePageHasARowForEveryOperationOfTheHeaders) {
     std::size_t declared = 0;
-    for (const auto& header : std::filesystem::directory_iterator(ORVO_SOURCE_DIR "/host")) {
+    for (const auto& header : std::filesystem::directory_iterator(test::SourceFolder() / "host")) {
         std::ifstream file(header.path());
         for (std::string line; std::getline(file, line);) {
             declared += line.ends_with(" = 0;") ? 1U : 0U;

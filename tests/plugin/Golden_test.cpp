@@ -15,6 +15,7 @@
 #include "reference_host/recorder/Recorder.h"
 #include "tests/plugin/EverythingSession.h"
 #include "tests/support/SerializerFixture.h"
+#include "tests/support/SourceFolder.h"
 
 // Whole documents, kept in tests/golden beside what a host sees of them, one call a line.
 // "everything" has all that is written, "read-only" what is read and never written; of the first,
@@ -42,7 +43,7 @@ std::string Replaced(std::string text, std::string_view from, std::string_view t
 }
 
 std::filesystem::path GoldenPath(const std::string& name) {
-    return std::filesystem::path(ORVO_SOURCE_DIR) / "tests" / "golden" / name;
+    return test::SourceFolder() / "tests" / "golden" / name;
 }
 
 void ExpectGolden(const std::string& name, const std::string& actual) {

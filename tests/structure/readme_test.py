@@ -6,9 +6,9 @@ run.
 
 In a ```console block, a line that starts with "$ " is a command, which runs in ROOT with the built tool instead
 of build/release/bin/orvo; the lines up to the next command are its output. A ```cpp block with a main is compiled
-with nothing but what BUILD installs. README.md has one, which uses the library and gives every clip of an example a
-fade; docs/host-interfaces.md has one, a host of at most 60 lines that takes the plug-in and a session. Every other
-block is an excerpt of a file in examples/host/.
+with nothing but what BUILD installs, once by the page's ```cmake block and once by its ```sh block. README.md has one,
+which uses the library and gives every clip of an example a fade; docs/host-interfaces.md has one, a host of at most 60
+lines that takes the plug-in and a session. Every other block is an excerpt of a file in examples/host/.
 """
 
 import json
@@ -46,21 +46,34 @@ def check_command(root, orvo, command, shown):
 
 
 class Installed:
-    """What the build installs, in a folder, and programs that are compiled with nothing else."""
+    """What the build installs, moved to another folder, and programs that are built with nothing else."""
 
     def __init__(self, folder, build, cmake, compiler, sanitizers):
-        self.folder, self.prefix = folder, folder / "installed"
-        self.flags = [compiler, "-std=c++20", "-Wall", "-Wextra", "-Werror"]
-        if sanitizers != "-fsanitize=":
-            self.flags.append(sanitizers)
-        subprocess.run([cmake, "--install", build, "--prefix", self.prefix], check=True, capture_output=True)
+        self.folder, self.prefix, self.cmake, self.compiler = folder, folder / "orvo-sdk", cmake, compiler
+        self.flags = "-Wall -Wextra -Werror" + ("" if sanitizers == "-fsanitize=" else f" {sanitizers}")
+        subprocess.run([cmake, "--install", build, "--prefix", folder / "first"], check=True, capture_output=True)
+        (folder / "first").rename(self.prefix)
 
-    def compile(self, name, program, headers, library):
-        source, made = self.folder / f"{name}.cpp", self.folder / name
-        source.write_text(program, "utf-8")
-        links = [self.prefix / "lib" / library, f"-Wl,-rpath,{self.prefix}/lib"]
-        subprocess.run([*self.flags, "-I", self.prefix / headers, source, *links, "-o", made], check=True)
-        return made
+    def built_by_cmake(self, lists, program):
+        """The program that a CMakeLists.txt builds of one source file."""
+        name = re.search(r"^add_executable\((\w+) \1\.cpp\)$", lists, re.MULTILINE)[1]
+        source, build = self.folder / f"{name}-cmake", self.folder / f"{name}-cmake-build"
+        source.mkdir()
+        (source / "CMakeLists.txt").write_text(lists, "utf-8")
+        (source / f"{name}.cpp").write_text(program, "utf-8")
+        subprocess.run(
+            [self.cmake, "-G", "Ninja", "-S", source, "-B", build, f"-DCMAKE_PREFIX_PATH={self.prefix}",
+             f"-DCMAKE_CXX_COMPILER={self.compiler}", f"-DCMAKE_CXX_FLAGS={self.flags}"], check=True)
+        subprocess.run([self.cmake, "--build", build], check=True)
+        return build / name
+
+    def built_by_commands(self, commands, program):
+        """The program that shell commands build of one source file."""
+        name = re.search(r"-o (\w+)$", commands, re.MULTILINE)[1]
+        (self.folder / f"{name}.cpp").write_text(program, "utf-8")
+        commands = commands.replace("g++ ", f"{self.compiler} {self.flags} ")
+        subprocess.run(["bash", "-euc", commands], cwd=self.folder, check=True)
+        return self.folder / name
 
 
 def as_json(orvo, session):
@@ -73,22 +86,36 @@ def audio_clips(session):
     return [clip for track in session["audioTracks"] for clip in track["clips"]]
 
 
-def check_library_program(root, installed, orvo, program):
+def check_library_program(root, installed, orvo, page, program):
     """The program runs in another folder, so that it leaves nothing in this one."""
     source = re.search(r'ReadSession\("([^"]*)"\)', program)[1]
-    made = installed.compile("fade", program.replace(source, str(root / source)), "include", "liborvo.so")
-    run = subprocess.run([made], cwd=installed.folder, capture_output=True, text=True, check=False)
-    print(run)
+    program = program.replace(source, str(root / source))
+    [lists], [commands] = blocks(page, "cmake"), blocks(page, "sh")
     before = audio_clips(as_json(orvo, root / source))
-    after = audio_clips(as_json(orvo, installed.folder / "faded.orvo"))
     for clip in before:
         clip["fadeIn"] = {"startPoint": 0, "endPoint": 480, "type": 0, "shape": 0, "crossFadeLinkType": 0}
-    return run.returncode == 0 and len(before) > 0 and after == before
+
+    def fades(made):
+        run = subprocess.run([made], cwd=installed.folder, capture_output=True, text=True, check=False)
+        print(run)
+        faded = installed.folder / "faded.orvo"
+        after = audio_clips(as_json(orvo, faded))
+        faded.unlink()
+        return run.returncode == 0 and len(before) > 0 and after == before
+
+    return fades(installed.built_by_cmake(lists, program)) and fades(installed.built_by_commands(commands, program))
 
 
-def check_host(root, installed, orvo, program):
-    host, plugin = installed.compile("host", program, "include/orvo-host", "libkelplatform.so"), \
-        installed.prefix / "lib/OrvoNative.so"
+def check_host(root, installed, orvo, page, program):
+    [lists], [commands] = blocks(page, "cmake"), blocks(page, "sh")
+    plugin = installed.prefix / "lib/OrvoNative.so"
+    return all(
+        runs_as_host(root, installed.folder, orvo, host, plugin)
+        for host in (installed.built_by_cmake(lists, program), installed.built_by_commands(commands, program))
+    ) and len(program.splitlines()) <= MOST_LINES
+
+
+def runs_as_host(root, folder, orvo, host, plugin):
 
     def read(session):
         return subprocess.run([host, plugin, session], capture_output=True, text=True, check=False)
@@ -97,13 +124,12 @@ def check_host(root, installed, orvo, program):
     expected = ["".join(f"clip: {clip['name']}\n" for clip in audio_clips(as_json(orvo, session)))
                 for session in sessions]
     good = [read(session) for session in sessions]
-    malformed, absent = installed.folder / "bad.orvo", installed.folder / "missing.orvo"
+    malformed, absent = folder / "bad.orvo", folder / "missing.orvo"
     malformed.write_text(MALFORMED, "utf-8")
     missing, broken = read(absent), read(malformed)
     print(*good, missing, broken, sep="\n")
     return (
-        len(program.splitlines()) <= MOST_LINES
-        and any(expected)
+        any(expected)
         and [(run.returncode, run.stdout, run.stderr) for run in good] == [(0, names, "") for names in expected]
         and (missing.returncode, missing.stdout) == (1, "")
         and missing.stderr.endswith(f"app::XMLReader: {absent}: no such file: check the path\n")
@@ -136,8 +162,8 @@ def main():
         installed = Installed(Path(name), build, *tools)
         checked = [
             *(check_command(root, orvo, command, output) for command, output in shown),
-            check_library_program(root, installed, orvo, library_program),
-            check_host(root, installed, orvo, host_program),
+            check_library_program(root, installed, orvo, readme, library_program),
+            check_host(root, installed, orvo, guide, host_program),
             *(check_excerpt(root, excerpt) for excerpt in excerpts),
         ]
     return 0 if shown and not nothing and excerpts and all(checked) else 1

@@ -1,4 +1,5 @@
 #include "reference_host/recorder/Operations.h"
+#include "tests/support/SourceFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +15,7 @@ namespace {
 std::vector<std::string> OperationsOfThePage() {
     std::vector<std::string> operations;
     std::string interfaceName;
-    std::ifstream page(ORVO_SOURCE_DIR "/docs/host-interfaces.md");
+    std::ifstream page(test::SourceFolder() / "docs/host-interfaces.md");
     for (std::string line; std::getline(page, line);) {
         if (line.starts_with("### ")) {
             interfaceName = line.substr(4);

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "session/json/SessionJson.h"
+#include "tests/support/SourceFolder.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace orvo::json {
@@ -29,7 +30,7 @@ std::vector<std::string> DescribedKeys(const std::string& page) {
 }
 
 TEST(JsonPageTest, DescribesEveryKeyAndNoOther) {
-    const std::string page = ::test::ReadFile(ORVO_SOURCE_DIR "/docs/json.md");
+    const std::string page = ::test::ReadFile(::test::SourceFolder() / "docs/json.md");
     EXPECT_THAT(DescribedKeys(page), ::testing::UnorderedElementsAreArray(JsonKeys()));
 }
 

@@ -1,0 +1,20 @@
+# What other projects need to find the installed library: a CMake package and pkg-config files. Both name their
+# folders relative to themselves, so that the installed tree can be moved.
+include(CMakePackageConfigHelpers)
+
+set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/orvo")
+configure_package_config_file(
+  "${CMAKE_CURRENT_LIST_DIR}/orvoConfig.cmake.in" "${PROJECT_BINARY_DIR}/orvoConfig.cmake"
+  INSTALL_DESTINATION "${package_folder}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/orvoConfigVersion.cmake"
+  COMPATIBILITY SameMinorVersion)
+install(EXPORT orvo NAMESPACE orvo:: FILE orvoTargets.cmake DESTINATION "${package_folder}")
+install(
+  FILES "${PROJECT_BINARY_DIR}/orvoConfig.cmake" "${PROJECT_BINARY_DIR}/orvoConfigVersion.cmake"
+  DESTINATION "${package_folder}")
+
+file(RELATIVE_PATH ORVO_PREFIX_OF_PKGCONFIG "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+foreach(module orvo orvo-host)
+  configure_file("${CMAKE_CURRENT_LIST_DIR}/${module}.pc.in" "${PROJECT_BINARY_DIR}/${module}.pc" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/${module}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+endforeach()
