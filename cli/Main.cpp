@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "cli/Messages.h"
-#include "cli/StandardStreams.h"
-#include "cli/Stream.h"
-#include "cli/Suggestions.h"
-#include "cli/Verb.h"
+#include "cli/terminal/Messages.h"
+#include "cli/terminal/StandardStreams.h"
+#include "cli/terminal/Stream.h"
+#include "cli/terminal/Suggestions.h"
+#include "cli/verbs/Verb.h"
 
 namespace {
 

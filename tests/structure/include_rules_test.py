@@ -26,7 +26,7 @@ PROJECT_RULES = (
     ("session", (r"include/orvo/.*", r"format/.*", r"reference_host/.*", r"platform/.*")),
     ("reference_host", (r"include/orvo/.*", r"host/.*", r"platform/.*")),
     ("toolkit", (r"format/.*", r"include/orvo/.*", r"platform/.*")),
-    ("cli/Trace.cpp", (r"include/orvo/.*", r"cli/.*", r"reference_host/.*", r"platform/.*")),
+    ("cli/verbs/Trace.cpp", (r"include/orvo/.*", r"cli/.*", r"reference_host/.*", r"platform/.*")),
     ("cli", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"platform/.*")),
     ("examples", (r"host/.*", r"platform/.*")),
     ("tests", (r".*",)),
