@@ -11,8 +11,8 @@ namespace tses {
 inline constexpr kelcore::int32 kInterfaceMajor = 1;
 inline constexpr kelcore::int32 kInterfaceMinor = 9;
 
-/// What stands behind the exported function: one operation for each selector. This base is what a
-/// plug-in of the kind does by default; its results are selector results.
+/// The plug-in behind the exported function, with one operation for each selector. The base class
+/// holds the default results.
 class SessionInterface {
 public:
     virtual ~SessionInterface() = default;
@@ -43,12 +43,12 @@ private:
     HostReference<IHostObject> context_;
 };
 
-/// One call of the export: releases what the last write held, checks selector and argument, and
-/// passes the call on. Exceptions of the operations pass through.
+/// Handles one call of the export: releases what the last write held, checks selector and argument,
+/// and passes the call on. Exceptions of the operations pass through.
 SessionResult Dispatch(SessionInterface& plugIn, std::int32_t selector, void* argument);
 
-/// The same, with nothing passing through: an exception is traced and is the selector's failure,
-/// -10 for a write and -4 for anything else.
+/// The same, but catches every exception, traces it and returns the selector's failure: -10 for a
+/// write, -4 for anything else.
 SessionResult DispatchGuarded(SessionInterface& plugIn, std::int32_t selector,
                               void* argument) noexcept;
 

@@ -33,7 +33,7 @@ void RegisterFormat(IPlugInRegistrar& registrar) {
     registrar.RegisterSaveFormat(formatName.c_str(), extensions, 1);
 }
 
-/// None if there is no memory for it; the plug-in then reads and writes nothing.
+/// Returns null if memory runs out; the plug-in then reads and writes nothing.
 std::unique_ptr<Serializer> MakeSerializer() {
     try {
         return std::make_unique<Serializer>();
@@ -70,7 +70,7 @@ SessionResult SessionNativeInterface::Terminate() {
     initialised_ = false;
     ModuleHostService().Reset();
     kelui::InstallPlugInResourceManager(nullptr);
-    // Before the XML library stops: nothing of it may be in use then.
+    // The serializer holds objects of the XML library, so it must go before the library stops.
     serializer_.reset();
     Serializer::StopXmlLibrary();
     return SessionResult::Ok;

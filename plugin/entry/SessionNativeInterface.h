@@ -13,21 +13,21 @@ class SessionNativeInterface final : public SessionInterface {
 public:
     SessionNativeInterface() = default;
 
-    /// Registers identity and format with the host and makes the serializer. An XML library that
-    /// does not start does not stop it: reads and writes then fail.
+    /// Registers the plug-in's identity and format with the host and makes the serializer. Succeeds
+    /// even if the XML library does not start; reads and writes then fail.
     SessionResult Initialize(IPlugInRegistrar* registrar) override;
     SessionResult Reserved() override { return SessionResult::Ok; }
 
-    /// Undoes the last Initialize, also one that failed half way. From here on, until the next one,
-    /// reads and writes fail.
+    /// Undoes the last Initialize, even one that failed halfway. Reads and writes then fail until
+    /// the next Initialize.
     SessionResult Terminate() override;
 
-    /// Keeps the path; an exception while it is taken leaves none, so that no later call works on
-    /// the file before.
+    /// Keeps the path. If getting it throws, the kept path is empty, so that no later call works on
+    /// the previous file.
     SessionResult SetFilePath(IHostFileRef* fileRef) override;
 
-    /// Success with nothing done while there is no serializer; failure after `Terminate`, so that a
-    /// host is never told of a save that did not happen.
+    /// Without a serializer both succeed and do nothing. After `Terminate` both fail, so that the
+    /// host never takes a session for saved that was not.
     SessionResult ReadSession(IEditSession* session) override;
     SessionResult WriteSession(IQuerySession* session) override;
 
@@ -35,11 +35,11 @@ private:
     std::u16string filePath_;
     std::unique_ptr<Serializer> serializer_;
     bool initialised_ = false;  // there is something to undo
-    bool terminated_ = false;   // no read or write may be claimed
+    bool terminated_ = false;   // reads and writes fail
 };
 
-/// A further host service that the host's support code may have given this module; released by
-/// `Terminate`.
+/// Another host service, which the host's support code may have given to this module. `Terminate`
+/// releases it.
 HostReference<IHostObject>& ModuleHostService();
 
 }  // namespace tses

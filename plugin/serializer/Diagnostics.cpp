@@ -10,13 +10,13 @@
 #include "plugin/xml/SessionXMLReader.h"
 #include "plugin/xml/XercesPlatform.h"
 
-// What the parser reports, as the host's log shows it:
+// The parser's reports, as the host's log shows them:
 //
 //     XML ERROR: (line: 12, col: 7) [ /music/song.orvo] the message
 //
-// the brackets, with the public and the system identifier, only where there is one of them. A file
-// that cannot be read has no place in it: line and column are 0, as in the parser's own message of
-// a file that it cannot open.
+// The brackets hold the public and the system identifier; without both they are left out. If a file
+// cannot be read, line and column are 0, as in the parser's own message about a file that it cannot
+// open.
 
 namespace tses {
 namespace {
@@ -73,7 +73,7 @@ void Serializer::Impl::FatalError(kelcore::uint64 line, kelcore::uint64 column,
     kelcore::trace::Write(kelcore::trace::kReaderCategory, kelcore::UTF16to8(text));
 }
 
-/// Whether there was somebody to tell. An error that nobody hears of does not end the parse.
+/// Returns whether the host has a log target. An error that nobody sees does not end the parse.
 bool Serializer::Impl::Log(std::u16string text) {
     if (!session_) {
         return false;
@@ -87,7 +87,7 @@ bool Serializer::Impl::Log(std::u16string text) {
     return true;
 }
 
-/// The parser does not report a missing file, and does not say why it cannot open others.
+/// The parser does not report a missing file, nor why it cannot open another one.
 std::optional<kelcore::ReadObstacle> Serializer::Impl::FindObstacle() const {
     if (!path_.empty() && !IsXercesStarted()) {
         return kelcore::ReadObstacle{"the XML library did not start",
@@ -113,7 +113,7 @@ void Serializer::Impl::SayWhyTheFileCannotBeRead() noexcept {
         kelcore::trace::Write(kelcore::trace::kReaderCategory, subject + reason);
         Log(Located(kFatalError, 0, 0, {}, file, kelcore::UTF8to16(reason)));
     } catch (...) {
-        // No memory for the reason, or the host threw. The result still reports the failure.
+        // Memory ran out, or the host threw. The result still reports the failure.
     }
 }
 

@@ -17,8 +17,8 @@ using Impl = Serializer::Impl;
 
 constexpr std::string_view kInstrumentTracksFeature = "Tembra.InstrumentTracks";
 
-/// What the start and the end of an element do. A row names the element by its name and one of the
-/// places where it stands; which element that is, is looked up when the row is compiled.
+/// What the start and the end of an element do. A row names the element by its name and any one of
+/// its parents; the compiler looks the element up.
 struct HandlerRow {
     const Element& element;
     void (Impl::*onStart)(State state, const TagAttributes& attributes);
@@ -61,11 +61,11 @@ consteval bool AreAllHandled(std::span<const HandlerRow> rows) {
     });
 }
 
-/// How many places there are for an entry, so that it is mostly found in its own.
+/// The places per entry. So many leave most entries in the place where their search begins.
 constexpr std::size_t kSparseness = 4;
 
-/// A number that most entries have to themselves, from what is at hand: the upper bits of a product
-/// depend on all of it.
+/// Where the search for an entry begins. Cheap to compute, and different for most entries: the
+/// upper bits of the product depend on every input.
 std::size_t PlaceOf(std::u16string_view name, State parentState) {
     constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15;
     const std::uint64_t ends =

@@ -33,9 +33,9 @@ public:
 
 private:
     std::vector<ElementEntry> entries_;  // in the order in which they were given
-    // What there is in the place of a name and parent or, if that is another entry, in one of the
-    // next places: the number of the entry in the list, from 1; 0: nothing.
-    std::vector<std::uint16_t> places_;  // a power of two of them
+    // A hash table with linear probing. A place holds the number of an entry in the list, counted
+    // from 1, or 0 if it is free.
+    std::vector<std::uint16_t> places_;  // their number is a power of two
 };
 
 }  // namespace tses

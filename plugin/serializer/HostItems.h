@@ -5,9 +5,9 @@
 
 namespace tses {
 
-/// Calls `visit` with every index of a host's list, until it returns false. False if it did, or,
-/// without a single call, if the list is longer than the document takes: the count is the host's
-/// word alone, and nothing may be sized or walked by it before it is checked.
+/// Calls `visit` with every index of a host's list until it returns false. Returns whether it never
+/// did. Returns false without calling `visit` if the list is longer than a document may hold: a
+/// host may report any count, and nothing may be allocated or walked by it before this check.
 template <class Visit>
 bool ForEachItem(SessionXMLWriter& writer, kelcore::uint32 count, Visit&& visit) {
     if (!writer.TakesItems(count)) {

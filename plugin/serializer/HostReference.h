@@ -11,12 +11,12 @@ inline void intrusive_ptr_add_ref(IHostObject* object) {
     object->AddReference();
 }
 
-/// A host object must not throw here; one that does ends the process.
+/// A host object must not throw here; if it does, the process ends.
 inline void intrusive_ptr_release(IHostObject* object) noexcept {
     object->Release();
 }
 
-/// A counted reference to a host object, or none. There are two ways in: `Retain` for what a host
+/// A counted reference to a host object, or null. There are two ways in: `Retain` for what a host
 /// call returned, which adds a reference, and `Adopt` for a reference that was passed in already
 /// counted.
 template <class Interface>
@@ -31,7 +31,7 @@ public:
     /// Releases the object, if there is one.
     void Reset() { pointer_.reset(); }
 
-    /// The same object through another of its interfaces; none if it does not have that one.
+    /// The same object through another of its interfaces; null if it does not have that interface.
     template <class Other>
     HostReference<Other> As() const {
         return HostReference<Other>(dynamic_cast<Other*>(pointer_.get()), true);

@@ -6,9 +6,9 @@
 
 namespace tses {
 
-/// The text of a host string that a call returned; empty for null, and for a string without data.
-/// One that claims to be longer than any text is not looked at: a `std::length_error` that says so
-/// fails the request.
+/// Returns the text of a host string that a call returned; empty for null and for a string without
+/// data. If the string claims to be longer than any text may be, throws a `std::length_error` that
+/// says so and fails the request, without touching the data.
 std::u16string TextOf(IHostString* returned);
 
 /// A host string of the plug-in's own, for the host operations that take one.

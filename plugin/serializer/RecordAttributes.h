@@ -8,11 +8,11 @@
 #include "plugin/xml/AttributeMap.h"
 #include "plugin/xml/TagAttributes.h"
 
-/// The attributes of a tag to the record of its element, and back, by the element's table of rows.
+/// Turns the attributes of a tag into the record of its element and back, by the element's rows.
 namespace tses {
 
-/// Applies the rows of the attributes that are there, in the order of their names. Attributes
-/// without a row mean nothing; rows without an attribute leave the record's default.
+/// Applies the rows whose attributes are present, in the order of their names. An attribute without
+/// a row is ignored; a row without an attribute leaves the record as it is.
 template <const auto&... Tables, class Record>
 void ReadAttributes(const TagAttributes& attributes, Record& record) {
     const auto readTable = [&](const auto& table) {
@@ -29,7 +29,7 @@ void ReadAttributes(const TagAttributes& attributes, Record& record) {
     (readTable(Tables), ...);
 }
 
-/// A record with the defaults, and what the attributes say.
+/// Returns a record with the values of the attributes, and the defaults for the others.
 template <class Record, const auto&... Tables>
 Record ReadRecord(const TagAttributes& attributes) {
     Record record;

@@ -20,23 +20,22 @@ public:
     Serializer(const Serializer&) = delete;
     Serializer& operator=(const Serializer&) = delete;
 
-    /// Reads the file at `path` into `session` and returns whether it is a session that was read to
-    /// its end. An empty path reads nothing and fails. Why a file cannot be read goes to the trace
-    /// and to the log target of `session`. What the host throws while the document is parsed is
-    /// traced and fails the read; what its first report of progress throws passes through.
+    /// Reads the file at `path` into `session`. Returns whether the file is a session and was read
+    /// to its end. An empty path fails. The trace and the log target of `session` get the reason
+    /// why a file cannot be read. An exception of the host during the parse is traced and fails the
+    /// read; an exception of its first `SetProgress` passes through.
     bool Read(const std::u16string& path, HostReference<IEditSession> session);
 
-    /// Writes `session` to the file at `path`, which stays as it was unless everything succeeds
-    /// (but see `SessionXMLWriter::Save`). What the host throws passes through.
+    /// Writes `session` to the file at `path`. The file stays as it was unless everything succeeds
+    /// (but see `SessionXMLWriter::Save`). Exceptions of the host pass through.
     bool Write(const std::u16string& path, HostReference<IQuerySession> session);
 
-    /// Starts and stops the XML library for all serializers. Starting twice is starting once;
-    /// between a stop and the next start every read and write fails. No serializer may be at work.
+    /// Starts and stops the XML library for all serializers. A second start has no effect. Between
+    /// a stop and the next start every read and write fails. No serializer may be at work.
     static void StartXmlLibrary();
     static void StopXmlLibrary();
 
-    /// Traces the message of the exception that is being handled. Only to be called in a catch
-    /// clause.
+    /// Traces the message of the exception that is being handled. Call it only in a catch clause.
     static void TraceFailure(std::string_view category) noexcept;
 
     class Impl;

@@ -9,7 +9,7 @@
 
 namespace tses {
 
-/// Whatever ends a read, nothing of the host is held afterwards, nor room for its texts.
+/// However a read ends, this releases the objects of the host and the memory for the texts.
 class Serializer::Impl::ReadScope {
 public:
     explicit ReadScope(Impl& impl) : impl_(impl) {}
@@ -55,9 +55,9 @@ bool Serializer::Impl::Read(const std::u16string& path, HostReference<IEditSessi
     return false;
 }
 
-// skipDepth_ stays: it is zero after a read, but for one that failed inside a skipped element, or
-// whose last elements hold one named like the root; and files read after such a one have always
-// been read from that depth on.
+// Keeps skipDepth_. It is zero after a read, unless the read failed inside a skipped element or one
+// of the document's last elements was named like the root. The next file has always been read from
+// that depth on.
 void Serializer::Impl::Reset() {
     rootSeen_ = false;
     stateStack_.assign(1, states::unknown);
@@ -108,8 +108,8 @@ void Serializer::Impl::StartElementEvent(std::u16string_view /*uri*/, std::u16st
 void Serializer::Impl::EndElementEvent(std::u16string_view /*uri*/, std::u16string_view localName,
                                        std::u16string_view /*qualifiedName*/) {
     stateStack_.pop_back();
-    // None for an element that was begun while skipping: a skip that an earlier read left can end
-    // inside of it, and then its end counts.
+    // Null for an element that began while skipping. A skip left over from an earlier read can end
+    // inside such an element, and then its end handler runs.
     const ElementEntry* entry = openEntries_.back();
     openEntries_.pop_back();
     if (IsSame(localName, names::orvo)) {

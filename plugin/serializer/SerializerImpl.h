@@ -31,9 +31,9 @@ inline constexpr std::array progressMilestones = {
     names::xmpMetadata, names::clipGroups, names::audioDevice};
 inline constexpr kelcore::uint32 kProgressTotal = progressMilestones.size();
 
-/// Receives the events of a parse and hands each to the element that it belongs to. The handlers'
-/// bodies stand in their elements' rooms (plugin/elements); what they remember between events, in
-/// their groups' read states.
+/// Receives the events of a parse and hands each to the element that it belongs to. The handlers
+/// are defined with their elements (plugin/elements); what they remember between events is in the
+/// read states of their groups.
 class Serializer::Impl final : SAXContentHandler, SAXErrorHandler {
 public:
     explicit Impl(WriterFault fault, NodeMaker makeNodes = kNodeMaker);
@@ -73,7 +73,7 @@ private:
     void PushState(State state) { stateStack_.push_back(state); }
     void OnlyPush(State state, const TagAttributes& /*attributes*/) { PushState(state); }
     void AdvanceProgress();
-    /// The block that the text since the last start tag stands for.
+    /// Decodes the text since the last start tag as a block.
     const std::vector<kelcore::byte>& CollectedBlock();
 
     // elements/document
@@ -163,14 +163,14 @@ private:
 
     ElementTable elementTable_;
     std::vector<State> stateStack_;
-    // The stack's depth at which an unknown element was entered; 0: in none.
+    // The depth of the stack where an unknown element began; 0 outside of unknown elements.
     std::size_t skipDepth_ = 0;
     bool rootSeen_ = false;
-    // Of the open elements; null where there is none.
+    // The entries of the open elements; null for an element without one.
     std::vector<const ElementEntry*> openEntries_;
     // The character data since the last start tag.
     std::u16string characterBuffer_;
-    // Room for CollectedBlock.
+    // What CollectedBlock returns; kept for its capacity.
     std::vector<kelcore::byte> block_;
 
     DocumentReadState document_;
@@ -182,7 +182,7 @@ private:
     std::u16string path_;
     HostReference<IEditSession> session_;
     const SessionXMLReader* reader_ = nullptr;  // during a read
-    bool couldNotOpenFile_ = false;             // though it was there
+    bool couldNotOpenFile_ = false;             // although it exists
     kelcore::uint32 progressStep_ = 0;
     WriterFault writerFault_;
     NodeMaker makeNodes_;

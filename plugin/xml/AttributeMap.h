@@ -10,8 +10,8 @@
 
 namespace tses {
 
-/// The attributes of an element that is written, ordered by name (code unit by code unit), each
-/// name once. The names are constants, the values are the map's own.
+/// The attributes of an element to write, ordered by name (code unit by code unit), each name once.
+/// The map owns the values but not the names, which are constants.
 class AttributeMap {
 public:
     struct Attribute {
@@ -39,7 +39,7 @@ public:
         }
     }
 
-    /// Adds an attribute that is left out, rather than written, when it has no text.
+    /// Adds the attribute unless its value is empty.
     void SetUnlessEmpty(std::u16string_view name, std::u16string_view value) {
         if (!value.empty()) {
             Set(name, std::u16string(value));

@@ -25,7 +25,7 @@ bool IsUnpairedSurrogate(std::u16string_view text, std::size_t at) {
            !endsPair;
 }
 
-/// How a unit that is no surrogate is carried.
+/// How to carry a unit that is not a surrogate.
 Carriage CarriageOf(char16_t unit, TextPlace place, XmlVersion version) {
     const bool isXml11 = version == XmlVersion::V1_1;
     if (unit == 0 || unit >= 0xFFFE) {

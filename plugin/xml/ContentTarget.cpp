@@ -16,7 +16,7 @@ void ContentTarget::writeChars(const XMLByte* bytes, XMLSize_t count,
         Grow(size_ + count);
     }
     XMLByte* const end = bytes_.get() + size_;
-    if (count == 1) {  // four calls of five: signs of the markup, and blanks
+    if (count == 1) {  // four of five calls: characters of markup, and blanks
         *end = *bytes;
     } else {
         std::copy_n(bytes, count, end);

@@ -8,15 +8,15 @@
 
 namespace tses {
 
-/// Takes what a serialiser writes and keeps it in memory, in one piece. Unlike the library's own
-/// target it does not hold all of it twice while it grows: the system moves large pieces of memory
-/// by their pages.
+/// Keeps what a serialiser writes in memory, in one piece. Unlike the library's own target, it does
+/// not hold everything twice while it grows: the system grows large blocks of memory by remapping
+/// their pages.
 class ContentTarget final : public xercesc::XMLFormatTarget {
 public:
     void writeChars(const XMLByte* bytes, XMLSize_t count,
                     xercesc::XMLFormatter* formatter) override;
 
-    /// All of it, valid until more is written.
+    /// Everything written so far; valid until more is written.
     std::span<const XMLByte> Bytes() const { return {bytes_.get(), size_}; }
 
     void Clear() { size_ = 0; }

@@ -9,11 +9,11 @@
 
 namespace tses {
 
-/// Counts how many different names there were. Names are known by their hashes alone, so the count
-/// may come out too low, by one for two names of one hash.
+/// Counts different names. It keeps only their hashes, so two names with the same hash count as
+/// one.
 class DistinctNames {
 public:
-    /// Takes in a name and returns whether there are no more than `limits::kNames` now.
+    /// Adds a name. Returns false if it would be one more than `limits::kNames`.
     bool Add(std::u16string_view name) noexcept {
         const std::size_t hash = std::hash<std::u16string_view>()(name) | 1;
         std::size_t place = hash % hashes_.size();
@@ -43,7 +43,7 @@ private:
         return true;
     }
 
-    std::array<std::size_t, 4 * limits::kNames> hashes_{};  // 0: free; so there is always one
+    std::array<std::size_t, 4 * limits::kNames> hashes_{};  // 0 is a free place; there is one
     std::size_t count_ = 0;
 };
 

@@ -14,7 +14,7 @@ struct Beginning {
     DocumentEncoding encoding;
 };
 
-// A byte order mark, or what the "<" or "<?" of a document without one looks like.
+// Byte order marks, and how "<" or "<?" looks at the beginning of a document without one.
 constexpr Beginning kBeginnings[] = {
     {"\x00\x00\xFE\xFF"sv, {4, false, 4}}, {"\xFF\xFE\x00\x00"sv, {4, true, 4}},
     {"\x00\x00\x00<"sv, {4, false, 0}},    {"<\x00\x00\x00"sv, {4, true, 0}},

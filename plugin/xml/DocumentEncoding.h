@@ -5,8 +5,8 @@
 
 namespace tses {
 
-/// How a document's characters stand in its bytes, as far as its first bytes tell: which is enough
-/// to find markup in it.
+/// How a document stores its characters, as far as its first bytes show. That is enough to find
+/// markup in it.
 struct DocumentEncoding {
     std::size_t unitSize = 1;  ///< bytes: 2 in UTF-16, 4 in UCS-4, 1 in UTF-8 and all others
     bool littleEndian = false;
@@ -15,9 +15,9 @@ struct DocumentEncoding {
 
 DocumentEncoding RecogniseEncoding(const unsigned char* bytes, std::size_t size);
 
-/// The bytes of whole units as one byte each: ASCII as it is, every other unit as 0xE0, but one of
-/// a character beyond U+FFFF as 0xF0, like the first byte of UTF-8. An incomplete unit at the end
-/// is left out.
+/// Reduces units of several bytes to one byte each: ASCII stays as it is, a unit beyond U+FFFF
+/// becomes 0xF0 and every other unit 0xE0, like the first byte in UTF-8. Leaves out an incomplete
+/// unit at the end. Units of one byte stay as they are.
 std::string MarkupOf(const unsigned char* bytes, std::size_t size, DocumentEncoding encoding);
 
 }  // namespace tses

@@ -8,26 +8,26 @@
 
 namespace tses {
 
-/// Makes elements with their attributes in a document. There are two kinds, which make the same
-/// document: one by the calls that every program may use, the other as the library's own parser
-/// does it, which takes an eighth of the instructions.
+/// Makes elements and their attributes in a document. There are two implementations, which make the
+/// same document: one uses the library's public calls, the other works as the library's own parser
+/// does and takes an eighth of the instructions.
 ///
-/// A zero follows each name. What the library refuses is thrown as `xercesc::DOMException`.
+/// Each name must end with a zero. Throws `xercesc::DOMException` for what the library refuses.
 class DocumentNodes {
 public:
     virtual ~DocumentNodes() = default;
 
-    /// An element that stands nowhere yet, and that is going to get exactly that many attributes.
-    /// It is the document's.
+    /// Makes an element that has no parent yet and is to get exactly `attributeCount` attributes.
+    /// The document owns it.
     virtual xercesc::DOMElement& CreateElement(std::u16string_view name,
                                                std::size_t attributeCount) = 0;
 
-    /// Adds an attribute to an element of `CreateElement`, whose attributes so far all have names
-    /// that come before this one, code unit by code unit.
+    /// Adds an attribute to an element from `CreateElement`. The attributes must be added in the
+    /// order of their names, code unit by code unit.
     virtual void AddAttribute(xercesc::DOMElement& element, std::u16string_view name,
                               const std::u16string& value) = 0;
 
-    /// Makes an element of `CreateElement` the last child of another element of the document.
+    /// Makes an element from `CreateElement` the last child of another element of the document.
     virtual void Append(xercesc::DOMElement& parent, xercesc::DOMElement& child) = 0;
 
 protected:
@@ -36,7 +36,7 @@ protected:
     DocumentNodes& operator=(const DocumentNodes&) = default;
 };
 
-/// Makes nodes for a document, which must outlive the object.
+/// Makes the `DocumentNodes` of a document, which must outlive them.
 using NodeMaker = std::unique_ptr<DocumentNodes> (*)(xercesc::DOMDocument& document);
 
 std::unique_ptr<DocumentNodes> MakePublicNodes(xercesc::DOMDocument& document);

@@ -11,10 +11,10 @@
 
 #include "plugin/xml/DocumentNodes.h"
 
-// What the library's own parser does to build a document, with the nodes' real types known, and
-// hence without the checked casts by which the public calls, and half of the parser's, find the
-// parts of a node. The fields of the nodes get the values that `DOMParentNode::appendChildFast` and
-// `DOMAttrMapImpl::setNamedItemFast` give them. What each step won: bench/README.md.
+// Builds a document as the library's own parser does. The nodes' real types are known here, which
+// saves the checked casts by which the public calls, and half of the parser's, find the parts of a
+// node. The fields of the nodes get the values that `DOMParentNode::appendChildFast` and
+// `DOMAttrMapImpl::setNamedItemFast` give them. bench/README.md says what each step gained.
 
 namespace tses {
 namespace {
@@ -25,8 +25,8 @@ using xercesc::DOMMemoryManager;
 using xercesc::DOMNode;
 using xercesc::DOMTextImpl;
 
-/// Gives access to the list of an element's attributes, which `setNamedItemFast` searches for the
-/// place of each.
+/// Gives access to the list of an element's attributes, because `setNamedItemFast` searches the
+/// list for the place of each attribute.
 class AttributeVector : public xercesc::DOMAttrMapImpl {
 public:
     static xercesc::DOMNodeVector& Of(xercesc::DOMAttrMapImpl& map) {
@@ -58,8 +58,8 @@ void AppendChild(DOMNode& parent, DOMNode*& firstChild, DOMNode& child, xercesc:
     last = &child;
 }
 
-/// The document's own copies of names that it has found to be names, by where in memory the names
-/// stand: those of a session file are constants.
+/// The document's own copies of the names that it has accepted. It finds them by the names'
+/// addresses in memory, because the names in a session file are constants.
 class NamePool {
 public:
     explicit NamePool(xercesc::DOMDocumentImpl& document) : document_(document) {}
@@ -73,7 +73,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kSlots = 1021;  // a prime: few of the hundred names share one
+    static constexpr std::size_t kSlots = 1021;  // prime: few of the hundred names share a slot
 
     static std::size_t SlotOf(std::u16string_view name) {
         return reinterpret_cast<std::uintptr_t>(name.data()) / sizeof(XMLCh) % kSlots;
@@ -129,9 +129,9 @@ public:
     }
 
 private:
-    /// A text takes a buffer that the document holds for another use, or a new one with room to
-    /// grow. Here it gets one that only the value fits into, which spares a byte for each byte of
-    /// the file.
+    /// By itself, a text takes a buffer that the document keeps for reuse, or a new one with room
+    /// to grow. This gives it a buffer that fits the value exactly, which saves a byte for each
+    /// byte of the file.
     DOMTextImpl& CreateText(const std::u16string& value) {
         document_.releaseBuffer(new (&document_) xercesc::DOMBuffer(&document_, value.size() + 1));
         return *new (&document_, DOMMemoryManager::TEXT_OBJECT)
@@ -145,7 +145,7 @@ private:
 }  // namespace
 
 std::unique_ptr<DocumentNodes> MakeInternalNodes(xercesc::DOMDocument& document) {
-    // Whoever shares the library with the plug-in may have given it other documents.
+    // Another user of the library in this process may have given it other documents.
     if (auto* const known = dynamic_cast<xercesc::DOMDocumentImpl*>(&document)) {
         return std::make_unique<InternalNodes>(*known);
     }

@@ -26,8 +26,8 @@ bool IsWithinPair(std::u16string_view text, std::size_t at) {
     return at < text.size() && text[at] >= 0xDC00 && text[at] <= 0xDFFF;
 }
 
-/// How much of a text one section takes. None can hold what ends it, which the serialiser drops,
-/// and none may be longer than a reader takes in one piece.
+/// How much of a text fits into one section. A section cannot hold its own end mark, which the
+/// serialiser would drop, and must not be longer than a reader accepts in one piece.
 std::size_t SectionLength(std::u16string_view text) {
     const std::size_t longest = kLongestSection - (IsWithinPair(text, kLongestSection) ? 1 : 0);
     const std::size_t end = text.substr(0, longest).find(kSectionEnd);
@@ -43,7 +43,7 @@ void ForEachSection(std::u16string_view text, Take take) {
     } while (!text.empty());
 }
 
-/// The name that makes a reference to an entity one to the character.
+/// The name that turns an entity reference into a reference to the character.
 std::u16string ReferenceName(char16_t unit) {
     constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
     std::u16string digits;
@@ -53,9 +53,9 @@ std::u16string ReferenceName(char16_t unit) {
     return u"#x" + digits;
 }
 
-/// The serialiser writes the name of an entity reference as it is, so that one named "#x85" is the
-/// character reference "&#x85;". The document's own factory asks for the name of an entity, which
-/// this is not, and has no node for character references; hence the library's class.
+/// The serialiser writes the name of an entity reference as it is, so one named "#x85" becomes the
+/// character reference "&#x85;". The document's own factory accepts only entity names and has no
+/// node for character references, so this uses the library's class itself.
 xercesc::DOMNode* CreateReference(xercesc::DOMDocument& document, char16_t unit) {
     return new (&document, xercesc::DOMMemoryManager::ENTITY_REFERENCE_OBJECT)
         xercesc::DOMEntityReferenceImpl(&document, ReferenceName(unit).c_str());

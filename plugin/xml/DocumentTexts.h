@@ -12,18 +12,18 @@
 
 namespace tses {
 
-/// Puts texts into a document so that a reader gets every character back that XML can carry; what
-/// becomes of the others stands in `CarriableText.h`.
+/// Puts texts into a document so that a reader gets back every character that XML can carry;
+/// `CarriableText.h` says what becomes of the others.
 ///
-/// How a character is carried may hang on the version of the document, which any later text can
-/// change. The few texts with such characters are therefore put in place by `Settle`.
+/// How a character is carried may depend on the version of the document, which any later text can
+/// change. `Settle` therefore puts the few texts with such characters in place.
 class DocumentTexts {
 public:
     /// `document` must outlive the object.
     DocumentTexts(xercesc::DOMDocument& document, NodeMaker makeNodes)
         : document_(document), nodes_(makeNodes(document)) {}
 
-    /// Sets the attributes of an element that may have some, in the order of the map.
+    /// Sets the attributes of an element that may already have some, in the order of the map.
     void SetAttributes(xercesc::DOMElement& element, const AttributeMap& attributes);
 
     /// Appends an element with these attributes.
@@ -33,19 +33,19 @@ public:
     /// Appends ordinary text.
     void AppendText(xercesc::DOMElement& parent, std::u16string_view text);
 
-    /// Appends CDATA sections, at least one section or reference. A reader joins them.
+    /// Appends at least one CDATA section or reference. A reader joins them.
     void AppendSections(xercesc::DOMElement& parent, std::u16string_view text);
 
-    /// Puts in place what waits for the version of the document. To be called before it is
-    /// serialised, and again when it was changed since. A text of which a character is replaced is
-    /// traced, one line each.
+    /// Puts the texts in place that wait for the version of the document. Call it before the
+    /// document is serialised, and again if the document has changed since. Every text in which a
+    /// character is replaced gives one trace line.
     void Settle();
 
 private:
     struct Waiting {
         TextPlace place;
         xercesc::DOMNode* parent;
-        std::vector<xercesc::DOMNode*> nodes;  // what stands for it in the parent; never empty
+        std::vector<xercesc::DOMNode*> nodes;  // its nodes in the parent; never empty
         std::u16string text;
     };
 

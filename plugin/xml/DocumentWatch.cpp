@@ -27,7 +27,7 @@ constexpr std::u16string_view kHasTooManyAttributes =
 constexpr std::u16string_view kHasDocumentType =
     u"refused: a session has no document type declaration; remove it to read the file";
 
-/// More than the parser ever leaves unused when it asks for more.
+/// More bytes than the parser ever leaves unused when it asks for more.
 constexpr kelcore::uint64 kUnusedRest = 256;
 
 /// The bytes of the longest sequence that a UTF-8 decoder may wait for.
@@ -37,8 +37,8 @@ std::size_t SequenceLength(unsigned char lead) {
     return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF8 ? 4 : lead < 0xFC ? 5 : kTailSize;
 }
 
-/// Whether the text ends in the first bytes of a UTF-8 sequence, which the parser drops. Behind a
-/// root nothing of the kind can stand in any encoding.
+/// Whether the text ends within a UTF-8 sequence; the parser drops such an incomplete one. A
+/// complete document does not end like this in any encoding.
 bool EndsWithinCharacter(std::string_view tail) {
     for (std::size_t length = 1; length <= tail.size(); ++length) {
         const auto byte = static_cast<unsigned char>(tail[tail.size() - length]);
@@ -137,7 +137,7 @@ void DocumentWatch::LookForDocumentType() {
     }
 }
 
-/// A file that grows as fast as it is read would have no end. Some file systems tell no sizes.
+/// A file that grows as fast as it is read would never end. Some file systems report no sizes.
 void DocumentWatch::CheckGrowth() {
     const auto size = static_cast<kelcore::uint64>(opened_.st_size);
     if (started_ && size != 0 && received_ > size) {
@@ -145,7 +145,8 @@ void DocumentWatch::CheckGrowth() {
     }
 }
 
-/// The first bytes come while the parser makes its reader, which it would not clean up.
+/// The first bytes come while the parser makes its reader. It would not clean that up if this
+/// threw.
 void DocumentWatch::CheckDocumentType() {
     if (started_ && documentType_) {
         refuse_(kHasDocumentType, documentType_);
@@ -161,8 +162,8 @@ void DocumentWatch::SawStartOfDocument() {
     CheckDocumentType();
 }
 
-/// Of what was received earlier: the parser comes back for more when it has used that up, but for
-/// the rest that may be part of something longer.
+/// Checks only what came earlier: when the parser asks for more, it has used all of that, except
+/// for a rest that may be part of something longer.
 void DocumentWatch::CheckLength() {
     const kelcore::uint64 used = received_ - std::min(received_, kUnusedRest);
     const kelcore::uint64 sinceEvent = used - std::min(used, lastEvent_);
@@ -194,7 +195,7 @@ void DocumentWatch::CheckLengthOfTag(kelcore::uint64 used) {
     }
 }
 
-/// Only of what goes on since the block before: hardly a block of a session is without an event.
+/// Counts only in what began before this block: almost every block of a session brings an event.
 void DocumentWatch::CountAssignments(const unsigned char* bytes, std::size_t size) {
     if (lastEvent_ == received_) {
         assignments_ = 0;

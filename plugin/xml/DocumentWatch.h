@@ -14,18 +14,18 @@
 
 namespace tses {
 
-/// Watches what a parse takes from its file and is told of, and refuses a document that goes beyond
-/// the limits of `format/Limits.h`, is malformed or damaged in a way that the parser lets pass, or
-/// changes while it is read.
+/// Watches the bytes and the events of a parse. Refuses a document that exceeds the limits of
+/// `format/Limits.h`, is malformed or damaged in a way that the parser lets pass, or changes while
+/// it is read.
 ///
-/// The parser tells of a thing when all of it is built, so lengths are watched where its bytes are
-/// handed over: only what goes on for long without an event is looked at more closely. The parser
-/// takes blocks of 48 KiB, so that a thing may exceed its limit by two of them before it is
-/// refused; nothing within its limit ever is.
+/// The parser reports a tag or a text only when all of it is built. The watch therefore measures
+/// lengths as it sees the bytes, and looks more closely only at what goes on for long without an
+/// event. The parser takes blocks of 48 KiB, so something may exceed its limit by two blocks before
+/// it is refused. Nothing within its limit is ever refused.
 class DocumentWatch {
 public:
-    /// Called with the reason, which begins with "refused: " to tell it from what the parser says,
-    /// and with the place where it is not the parser's own; must throw.
+    /// Called with the reason, which begins with "refused: " to tell it from the parser's own
+    /// messages, and with the place if it differs from the parser's. Must throw.
     using Refuse =
         std::function<void(std::u16string_view reason, std::optional<DocumentPlace> place)>;
 
@@ -34,22 +34,22 @@ public:
     /// A parse begins.
     void Begin();
 
-    /// The regular file behind `descriptor` is what is parsed; it stays open until the end.
+    /// The parse reads the regular file behind `descriptor`, which stays open until the end.
     void Opened(int descriptor, const struct stat& status);
     bool HasOpenedFile() const noexcept { return descriptor_ >= 0; }
 
-    /// The parser was handed the file's next bytes; none at the end.
+    /// The parser got the next bytes of the file; `size` is 0 at the end.
     void Received(const unsigned char* bytes, std::size_t size);
 
-    /// The parser told of something.
+    /// The parser reported something.
     void SawEvent() noexcept { lastEvent_ = received_; }
     void SawElementName(std::u16string_view qualifiedName);
     void BeginElement(std::size_t attributeCount);
     void EndElement() noexcept;
     bool HasPrefixes() const noexcept { return prefixes_ != 0; }
-    /// Whether the document's encoding can express one half of a pair of surrogates, which the
-    /// parser lets pass at the end of an attribute and of a processing instruction. What it tells
-    /// of is to be looked at, then.
+    /// Whether the document's encoding can express half of a surrogate pair, which the parser lets
+    /// pass at the end of an attribute and of a processing instruction. If so, pass their texts to
+    /// `CheckCharacters`.
     bool MayHoldHalfCharacters() const noexcept {
         return hasForeignEncoding_ || encoding_.unitSize != 1;
     }
@@ -57,8 +57,8 @@ public:
     void BeginPrefix(std::u16string_view prefix, std::u16string_view uri);
     void EndPrefix() noexcept;
     void SawStartOfDocument();
-    /// The parser reads the document in `encoding` from behind its XML declaration on. What was
-    /// declared may be another: the parser passes over some names that the bytes belie.
+    /// After the XML declaration, the parser reads the document in `encoding`. The declaration may
+    /// name another one: the parser ignores some names that the bytes contradict.
     void SawXmlDeclaration(const char16_t* encoding);
     void SawDocumentType();
     void SawEndOfDocument();
@@ -80,8 +80,8 @@ private:
     DocumentEncoding encoding_;
     std::optional<MarkupTracker> markup_;
     kelcore::uint64 received_ = 0;
-    kelcore::uint64 lastEvent_ = 0;  // what was received when it came
-    std::size_t assignments_ = 0;    // signs of equality in what goes on for long
+    kelcore::uint64 lastEvent_ = 0;  // how much was received by then
+    std::size_t assignments_ = 0;    // "=" signs in what goes on for long
     std::size_t zeroBytes_ = 0;      // in the unit that the next byte belongs to
     bool started_ = false;
     bool foundRoot_ = false;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view kNoMemory = "memory ran out";
 
-/// What keeps the message from being told is a lack of memory, too.
+/// If the message cannot be traced, memory has run out as well.
 void TraceLibraryMessage(std::string_view category, const XMLCh* message) noexcept {
     try {
         kelcore::trace::Write(category, TranscodeMessage(message));

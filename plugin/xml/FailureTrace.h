@@ -5,14 +5,14 @@
 
 namespace tses {
 
-/// Ends a parse whose reason has been reported.
+/// Ends a parse for a reason that has already been reported.
 class ReportedFailure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Traces the message of the exception that is being handled; nothing for a `ReportedFailure`. Only
-/// to be called in a catch clause.
+/// Traces the message of the exception that is being handled; ignores a `ReportedFailure`. Call it
+/// only in a catch clause.
 void TraceFailure(std::string_view category) noexcept;
 
 }  // namespace tses

@@ -57,8 +57,8 @@ void Pass(std::string_view text, DocumentPlace& place) {
 
 }  // namespace
 
-/// Goes on to `offset`, or as near to it as can be understood. After each step `visit` is shown
-/// what it passed; false ends it there.
+/// Advances to `offset`, or as close to it as the markup can be understood. Calls `visit` with what
+/// each step passed, and stops if `visit` returns false.
 template <class Visit>
 void MarkupTracker::AdvanceTo(kelcore::uint64 offset, Visit visit) {
     Block block;
@@ -97,7 +97,7 @@ std::optional<DocumentPlace> MarkupTracker::FindDocumentType(kelcore::uint64 off
     return kind_ == Kind::DocumentType ? std::optional(place_) : std::nullopt;
 }
 
-/// Takes in what can be understood without what follows, and returns how much that is.
+/// Takes in what can be understood without what follows, and returns the length of that.
 std::size_t MarkupTracker::Advance(std::string_view markup) {
     switch (kind_) {
         case Kind::Text:
@@ -134,7 +134,7 @@ std::size_t MarkupTracker::AdvanceInText(std::string_view markup) {
 std::size_t MarkupTracker::AdvanceBehind(std::string_view markup, Kind next) {
     const std::size_t found = markup.find(end_);
     if (found == std::string_view::npos) {
-        // The last of it may be the first of the end.
+        // The last characters may belong to the end mark.
         return markup.size() - std::min(markup.size(), end_.size() - 1);
     }
     const std::size_t step = found + end_.size();

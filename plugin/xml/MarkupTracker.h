@@ -15,9 +15,9 @@ struct DocumentPlace {
 };
 
 /// Tells what stands at a place in a file. It reads the file itself, each byte once and only as far
-/// as it is asked, so that a document in which nothing is long costs next to nothing.
+/// as it is asked, so a document without long parts costs next to nothing.
 ///
-/// It takes the document to be well-formed: the parser ends at the first place where it is not.
+/// It assumes a well-formed document: the parser stops at the first place where it is not.
 class MarkupTracker {
 public:
     enum class Kind {
@@ -27,16 +27,16 @@ public:
         DocumentType,  ///< from its declaration on; what follows is not looked at
     };
 
-    /// @param descriptor  of the file, open as long as the tracker is asked
+    /// @param descriptor  of the file, which must stay open as long as the tracker is asked
     MarkupTracker(int descriptor, DocumentEncoding encoding)
         : descriptor_(descriptor), encoding_(encoding), position_(encoding.markSize) {}
 
-    /// Looks for a document type declaration in front of the root, in the bytes before `offset`. To
-    /// be asked before anything else, with ever more of the file until the root is found.
+    /// Looks for a document type declaration before the root, in the bytes before `offset`. Call it
+    /// before anything else, with growing offsets until the root is found.
     std::optional<DocumentPlace> FindDocumentType(kelcore::uint64 offset);
     bool FoundRoot() const noexcept { return kind_ == Kind::Tag && end_.empty(); }
 
-    /// What the byte at `offset` belongs to. Offsets must not fall from call to call.
+    /// What the byte at `offset` belongs to. Offsets must not decrease from call to call.
     Kind KindAt(kelcore::uint64 offset);
 
     /// The offset in the file at which that began.
@@ -56,11 +56,11 @@ private:
     int descriptor_;
     DocumentEncoding encoding_;
     kelcore::uint64 position_;  // up to where the file is understood
-    DocumentPlace place_;       // of that, while the root is looked for
+    DocumentPlace place_;       // of position_, until the root is found
     kelcore::uint64 begin_ = 0;
     std::size_t values_ = 0;
     Kind kind_ = Kind::Text;
-    std::string_view end_;  // what ends it, or the attribute's value in it; in a tag, empty
+    std::string_view end_;  // what ends the section or value; empty elsewhere in a tag
 };
 
 }  // namespace tses

@@ -17,7 +17,7 @@ namespace {
 using xercesc::XMLTranscoder;
 using xercesc::XMLUni;
 
-/// What decoders put in place of bytes that stand for nothing.
+/// What decoders return for bytes that encode no character.
 constexpr char16_t kNoCharacter = 0xFFFD;
 
 std::u16string Capitals(std::u16string_view name) {
@@ -42,10 +42,10 @@ struct WideName {
     bool littleEndian;
 };
 
-/// Whether units of several bytes stand in the order that `encoding` says. Known by the parser's
-/// own names alone: other decoders may look for a mark of the order anew behind the declaration.
+/// Whether the encoding has units of the size and byte order that `encoding` says. Accepts only the
+/// parser's own names: other decoders may look for a byte order mark again after the declaration.
 bool IsWideAs(std::u16string_view name, DocumentEncoding encoding) {
-    // These leave the order open. The parser stays with what it found, whatever its size.
+    // These leave the order open. The parser keeps the order and the size that it found.
     const char16_t* const kAsFound[] = {
         XMLUni::fgUTF16EncodingString,  XMLUni::fgUTF16EncodingString2,
         XMLUni::fgUTF16EncodingString3, XMLUni::fgUTF16EncodingString4,
@@ -68,7 +68,7 @@ bool IsWideAs(std::u16string_view name, DocumentEncoding encoding) {
            });
 }
 
-/// The parser's decoder; none if it has none of the name.
+/// The parser's decoder of that name; null if it has none.
 std::unique_ptr<XMLTranscoder> MakeDecoder(const char16_t* name) {
     constexpr XMLSize_t kBlockSize = 64;
     xercesc::XMLTransService::Codes failure{};
@@ -77,8 +77,8 @@ std::unique_ptr<XMLTranscoder> MakeDecoder(const char16_t* name) {
             name, failure, kBlockSize, xercesc::XMLPlatformUtils::fgMemoryManager));
 }
 
-/// The one unit of UTF-16 that a byte stands for by itself; none if it stands for more, or for
-/// nothing without what follows.
+/// The single UTF-16 unit that a byte encodes by itself. Empty if it encodes more than one, or
+/// nothing without the bytes that follow.
 std::optional<char16_t> Decode(XMLTranscoder& decoder, XMLByte byte) {
     std::array<XMLCh, 4> units{};
     std::array<unsigned char, 4> sizes{};
@@ -88,7 +88,7 @@ std::optional<char16_t> Decode(XMLTranscoder& decoder, XMLByte byte) {
             decoder.transcodeFrom(&byte, 1, units.data(), units.size(), used, sizes.data());
         return count == 1 && used == 1 ? std::optional(units[0]) : std::nullopt;
     } catch (const xercesc::XMLException&) {
-        return kNoCharacter;  // the parser ends there
+        return kNoCharacter;  // the parser stops at such a byte
     }
 }
 
@@ -101,13 +101,13 @@ bool IsHalf(char16_t unit) {
     return (unit & 0xF800) == 0xD800;
 }
 
-/// Whether a byte stands for itself where that may be markup, and for anything else where not.
+/// Whether a byte of markup decodes to itself, and any other byte to neither markup nor a half.
 bool IsInPlace(XMLTranscoder& decoder, XMLByte byte) {
     const std::optional<char16_t> unit = Decode(decoder, byte);
     return unit && (IsMarkup(byte) ? *unit == byte : !IsMarkup(*unit) && !IsHalf(*unit));
 }
 
-/// From above, so that ASCII is seen behind whatever might change what it means.
+/// Goes downwards, so that ASCII comes after every byte that might change its meaning.
 bool AreAllInPlace(XMLTranscoder& decoder) {
     constexpr int kLast = 0xFF;
     for (int byte = kLast; byte >= 0; --byte) {

@@ -4,13 +4,13 @@
 
 namespace tses {
 
-/// Whether a document in the encoding that the parser knows as `name` has its markup where
-/// `encoding`, which its first bytes look like, says: ASCII alone looks like ASCII there. Among the
-/// encodings of single bytes none that passes can express half of a character.
+/// Whether a document in the encoding `name` has its markup where `encoding` says, which was
+/// recognised from the first bytes: only ASCII looks like ASCII there. No encoding of single bytes
+/// that passes can express half of a surrogate pair.
 ///
-/// Of single bytes the parser's own decoder is asked, since an encoding has many names, and a name
-/// may lead anywhere. UTF-8 and wider units are known by name.
-/// @param name  ends with a zero, as the parser has it
+/// An encoding of single bytes has many names, and a name may lead anywhere, so this asks the
+/// parser's own decoder. It recognises UTF-8 and wider units by name. @param name  as the parser
+/// knows it; ends with a zero
 bool HasMarkupInPlace(const char16_t* name, DocumentEncoding encoding);
 
 }  // namespace tses

@@ -5,8 +5,7 @@
 
 namespace tses {
 
-/// Has a document serialised indented, with a byte order mark and an XML declaration: each as far
-/// as the serialiser can.
+/// Makes the serialiser indent and write a byte order mark and an XML declaration, each if it can.
 inline void ConfigureSerialiser(xercesc::DOMConfiguration& configuration) {
     for (const XMLCh* const setting :
          {xercesc::XMLUni::fgDOMWRTFormatPrettyPrint, xercesc::XMLUni::fgDOMWRTBOM,

@@ -15,8 +15,8 @@
 namespace tses {
 namespace {
 
-/// Asked in front: the parser takes the first bytes while it makes its reader, and loses memory if
-/// that fails.
+/// Checked in advance: the parser takes the first bytes while it makes its reader, and loses memory
+/// if that fails.
 bool CanBeRead(int descriptor) {
     char first = 0;
     return ::pread(descriptor, &first, sizeof first, 0) >= 0 || errno == EINTR;
@@ -36,9 +36,9 @@ public:
     Stream(const Stream&) = delete;
     Stream& operator=(const Stream&) = delete;
 
-    /// Opens the source's file; false if it is none that can be read.
+    /// Opens the source's file. Returns false if it is not a regular file or cannot be read.
     bool Open() {
-        // Asked in front as well: to be opened means something to a pipe or a device.
+        // Checked before opening as well, because opening affects a pipe or a device.
         struct stat status {};
         if (::stat(source_.systemPath_.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
             return false;

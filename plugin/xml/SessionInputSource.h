@@ -7,13 +7,12 @@
 
 namespace tses {
 
-/// A session file as the parser reads it. It makes its own stream: the file is opened only
-/// if it is a regular one, and read only if it still is: that is asked again of the opened file,
-/// and to open it never waits, so that it can be exchanged in between for nothing that matters. All
-/// that is read goes past the watch, which must outlive the parse.
+/// A session file as the parser reads it, with a stream of its own. The stream opens only a regular
+/// file, checks that again once the file is open, and never waits to open it. So it does no harm if
+/// another file takes its place in between. All bytes pass the watch, which must outlive the parse.
 ///
-/// A parser that fails may forget its stream, or hold it until its own end; so a source is to
-/// outlive the parser, and then closes what is left.
+/// A parser that fails may forget its stream, or hold it until its own end. A source must therefore
+/// outlive the parser; it then closes what is left.
 class SessionInputSource final : public xercesc::LocalFileInputSource {
 public:
     SessionInputSource(const std::u16string& path, DocumentWatch& watch);
@@ -21,8 +20,8 @@ public:
     SessionInputSource(const SessionInputSource&) = delete;
     SessionInputSource& operator=(const SessionInputSource&) = delete;
 
-    /// The opened stream, owned by the parser; null if there is no such regular file to be read,
-    /// which the parser then reports as an error. To be called once.
+    /// Returns the opened stream, which the parser owns. Returns null if there is no regular file
+    /// that can be read; the parser then reports that as an error. Call it once.
     xercesc::BinInputStream* makeStream() const override;
 
 private:

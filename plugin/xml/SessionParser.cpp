@@ -15,7 +15,7 @@ bool IsEmpty(const XMLCh* text) {
 }
 
 /// Whether an attribute declares no namespace and has no prefix. Names that begin with "xml" are
-/// reserved, and not looked at further.
+/// reserved; none of them counts as plain.
 bool IsPlain(const xercesc::XMLAttr& attribute) {
     const XMLCh* const name = attribute.getName();
     return IsEmpty(attribute.getPrefix()) &&
@@ -36,8 +36,8 @@ bool ArePlain(const Attributes& attributes, XMLSize_t count) {
 SessionParser::SessionParser(SessionXMLDefaultHandler& handler) : handler_(handler) {
     // The scanner that knows no schemas takes 0.82 to 0.87 of the default one's time. For a
     // document without a document type it gives the same events, with two differences: end tags
-    // have no namespaces, and a "xsi:schemaLocation" that is not well-made is an attribute like any
-    // other, where the default scanner reports an error.
+    // have no namespaces, and a malformed "xsi:schemaLocation" is an attribute like any other,
+    // where the default scanner reports an error.
     setProperty(xercesc::XMLUni::fgXercesScannerName,
                 const_cast<XMLCh*>(xercesc::XMLUni::fgDGXMLScanner));
     setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);

@@ -6,12 +6,12 @@
 
 namespace tses {
 
-/// The library's SAX2 parser, but that elements without anything of namespaces, as all of a saved
-/// session are, go to the handler as the scanner has them. To look each of their attributes over
-/// for namespaces and to hand them out one by one took 0.06 of a parse.
+/// The library's SAX2 parser, except that elements without prefixes and namespaces go to the
+/// handler as the scanner has them. All elements of a saved session are like that. Searching their
+/// attributes for namespaces and handing them out one by one took 0.06 of a parse.
 class SessionParser final : public xercesc::SAX2XMLReaderImpl {
 public:
-    /// The handler must outlive it, and is told of everything.
+    /// The handler gets all events and must outlive the parser.
     explicit SessionParser(SessionXMLDefaultHandler& handler);
 
     void XMLDecl(const XMLCh* version, const XMLCh* declaredEncoding, const XMLCh* standalone,

@@ -18,8 +18,8 @@ bool HasPrefix(std::u16string_view qualifiedName) {
     return qualifiedName.find(u':') != std::u16string_view::npos;
 }
 
-/// An attribute counts under its local name. Where several prefixes give one name, the last stands,
-/// but for an attribute without a prefix, which always does.
+/// An attribute counts under its local name. If several have the same local name, the one without a
+/// prefix counts, or else the last.
 void Fill(TagAttributes& tag, const xercesc::Attributes& attributes) {
     tag.Clear();
     for (const bool withPrefix : {true, false}) {
@@ -76,7 +76,7 @@ void SessionXMLDefaultHandler::Refuse(std::u16string_view reason,
 }
 
 bool SessionXMLDefaultHandler::IsRecent(const XMLCh* name) {
-    constexpr std::uintptr_t kSpacing = 32;  // of blocks of memory, about
+    constexpr std::uintptr_t kSpacing = 32;  // about that of blocks of memory
     const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(name) / kSpacing;
     return std::exchange(recentNames_[place % recentNames_.size()], name) == name;
 }

@@ -12,22 +12,22 @@
 
 namespace tses {
 
-/// Ends the parse of a document that is no session's.
+/// Ends the parse of a document that was refused.
 class DocumentRefused : public ReportedFailure {
 public:
     DocumentRefused() : ReportedFailure("document refused.") {}
 };
 
 /// Turns the XML library's callbacks into the plug-in's own events. Either receiver may be null;
-/// what would go to it is then dropped. A document that its watch refuses is told of as a fatal
-/// error, and the parse ends with a `DocumentRefused` if the receiver does not end it.
+/// its events are then dropped. If the watch refuses the document, the handler reports a fatal
+/// error and ends the parse with a `DocumentRefused`, unless the receiver ends it first.
 class SessionXMLDefaultHandler final : public xercesc::DefaultHandler {
 public:
     SessionXMLDefaultHandler(SAXContentHandler* content, SAXErrorHandler* errors)
         : content_(content), errors_(errors) {}
 
     /// Whether a fatal error was reported since the document's start. The parser stops after one,
-    /// also when the receiver lets it pass, so the document was then not read to its end.
+    /// even if the receiver lets it pass, so the document was not read to its end.
     bool SawFatalError() const noexcept { return sawFatalError_; }
 
     void setDocumentLocator(const xercesc::Locator* locator) override { locator_ = locator; }
@@ -49,8 +49,8 @@ public:
 
     void BeforeParse(std::u16string_view systemId);
 
-    /// The start and the end of an element in no namespace, none of whose attributes has a prefix,
-    /// as the scanner tells of them. Where these tell of the start, they must of the end.
+    /// The start and the end of an element in no namespace and without prefixed attributes, as the
+    /// scanner reports them. If an element's start comes here, its end must too.
     void StartPlainElement(const XMLCh* name,
                            const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                            XMLSize_t count);
@@ -58,13 +58,13 @@ public:
     bool IsInPlainElement() const { return IsInElement() && openElements_.back().isPlain; }
     bool IsInElement() const { return !openElements_.empty(); }
 
-    /// What is told how the parse goes.
+    /// The watch over the current parse.
     DocumentWatch& Watch() noexcept { return watch_; }
     const DocumentWatch& Watch() const noexcept { return watch_; }
 
 private:
-    /// Its namespace, which the scanner forgets, and its name. The texts are the parser's, which
-    /// keeps them as long as the element is open.
+    /// An open element's namespace, which the scanner forgets, and its name. The texts belong to
+    /// the parser, which keeps them as long as the element is open.
     struct OpenElement {
         std::u16string_view uri;
         std::u16string_view localName;
@@ -74,14 +74,14 @@ private:
     void Start(const OpenElement& element, std::u16string_view qualifiedName);
     void End(std::u16string_view localName, std::u16string_view qualifiedName);
 
-    /// Whether a plain element's name at this address was seen not long ago. The scanner keeps the
-    /// name of all that share it once, at one address.
+    /// Whether the name of a plain element at this address was seen recently. The scanner keeps
+    /// each different name once, at one address.
     bool IsRecent(const XMLCh* name);
     [[noreturn]] void Refuse(std::u16string_view reason, std::optional<DocumentPlace> place);
 
     SAXContentHandler* content_;
     SAXErrorHandler* errors_;
-    TagAttributes attributes_;  // filled anew for every start tag, its room kept
+    TagAttributes attributes_;  // filled anew for every start tag
     DocumentWatch watch_{[this](std::u16string_view reason, std::optional<DocumentPlace> place) {
         Refuse(reason, place);
     }};

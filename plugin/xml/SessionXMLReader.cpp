@@ -15,7 +15,7 @@
 namespace tses {
 namespace {
 
-/// What ends a parse may be a lack of memory; then there is none to tell of it either.
+/// A lack of memory may have ended the parse; then there is none for the message either.
 void TraceLibraryMessage(const XMLCh* message) noexcept {
     try {
         kelcore::trace::Write(kelcore::trace::kReaderCategory,

@@ -13,8 +13,8 @@ namespace tses {
 
 class SessionParser;
 
-/// Parses session files into the events of the handlers, which must outlive it. The XML library
-/// should have been started; if it was not, nothing parses.
+/// Parses session files and passes their events to the handlers, which must outlive it. If the XML
+/// library was not started before, every parse fails.
 class SessionXMLReader {
 public:
     SessionXMLReader(SAXContentHandler* contentHandler, SAXErrorHandler* errorHandler);
@@ -22,13 +22,12 @@ public:
     SessionXMLReader(const SessionXMLReader&) = delete;
     SessionXMLReader& operator=(const SessionXMLReader&) = delete;
 
-    /// Parses the file at `path` and returns whether it was read to its end. Nothing is thrown:
-    /// what the handlers or the parser throw ends the parse and is traced in the reader's category.
-    /// Nothing is reported of a missing file and of a folder. Concurrent calls run one after the
-    /// other.
+    /// Parses the file at `path` and returns whether it was read to its end. What the handlers or
+    /// the parser throw ends the parse and is traced in the reader's category. A missing file or a
+    /// folder is not reported. Concurrent calls run one after the other.
     bool Parse(const std::u16string& path) noexcept;
 
-    /// Whether the parse has opened its file. Asked of a reader after its first parse.
+    /// Whether the parse opened its file. Call it after the reader's first parse.
     bool HasOpenedFile() const noexcept { return handler_.Watch().HasOpenedFile(); }
 
 private:
@@ -43,7 +42,7 @@ private:
 /// Paths of this many code units and more are opened in the platform's form for long paths.
 inline constexpr std::size_t kLongPathLength = 260;
 
-/// The path as it is opened.
+/// The form of `path` in which the file is opened.
 std::u16string OpenablePath(const std::u16string& path);
 
 }  // namespace tses

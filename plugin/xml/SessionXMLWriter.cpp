@@ -55,7 +55,7 @@ bool NeedsXml11(char16_t unit) {
 constexpr kelcore::uint64 kLongestReference = 8;  // that of the line separator
 constexpr kelcore::uint64 kOtherReference = 6;
 
-/// At most what the text takes up as the value of an attribute: every unit as a reference.
+/// The longest that the text may get as the value of an attribute: every unit as a reference.
 kelcore::uint64 LongestValue(std::u16string_view text) {
     return kLongestReference * text.size();
 }
@@ -70,7 +70,7 @@ kelcore::uint64 LengthOf(char16_t unit) {
     return unit < 0xA0 ? kOtherReference : unit == u'\u2028' ? kLongestReference : kBytesOfUnit;
 }
 
-/// What it takes up, whatever version the document has in the end.
+/// The text's length as a value, enough for any version that the document gets in the end.
 kelcore::uint64 ValueLength(std::u16string_view text) {
     kelcore::uint64 length = 0;
     for (const char16_t unit : text) {
@@ -81,7 +81,7 @@ kelcore::uint64 ValueLength(std::u16string_view text) {
 
 template <class Measure>
 bool FitsTag(const AttributeMap& attributes, Measure measure) {
-    constexpr kelcore::uint64 kName = 64;  // and quotes, and what stands between
+    constexpr kelcore::uint64 kName = 64;  // with quotes and separators
     kelcore::uint64 length = kName;
     for (const auto& attribute : attributes) {
         length += kName + measure(attribute.value);
@@ -89,12 +89,12 @@ bool FitsTag(const AttributeMap& attributes, Measure measure) {
     return length <= limits::kTagBytes;
 }
 
-/// Whether a reader takes the tag.
+/// Whether a reader accepts the tag.
 bool IsReadable(const AttributeMap& attributes) {
     return FitsTag(attributes, LongestValue) || FitsTag(attributes, ValueLength);
 }
 
-/// What the DOM refuses, it throws; a writer's operation then reports failure.
+/// The DOM throws if it refuses something; the writer's operation then reports failure.
 template <class Operation>
 bool Attempt(Operation&& operation) {
     try {
@@ -121,7 +121,7 @@ bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& t
     return serializer->write(&document, output.get());
 }
 
-/// Whether a reader takes the file.
+/// Whether a reader accepts the file.
 bool IsReadable(const ContentTarget& content) {
     const bool readable = content.Bytes().size() <= limits::kFileBytes;
     if (!readable) {
@@ -164,8 +164,8 @@ public:
     }
 
     LibraryPointer<xercesc::DOMDocument> document;
-    std::optional<DocumentTexts> texts;      // of the document, if there is one
-    std::vector<xercesc::DOMElement*> open;  // likewise: the document element to the current one
+    std::optional<DocumentTexts> texts;      // empty without a document
+    std::vector<xercesc::DOMElement*> open;  // from the document element to the current one
     std::u16string path;
     WriterFault fault;
     std::size_t operations = 0;

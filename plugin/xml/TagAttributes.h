@@ -9,9 +9,9 @@
 namespace tses {
 
 /// The attributes of a start tag in the document's order, each name once. Names and values are the
-/// parser's own texts, which live as long as the tag's event, and a zero follows each; what they
-/// are is looked at only where it is used. Attributes that are cleared keep their room, so that the
-/// same can be filled for every element. What that won: bench/README.md.
+/// parser's own texts, which end with a zero and live as long as the tag's event. They are examined
+/// only where they are used, and cleared attributes keep their room for the next element.
+/// bench/README.md says what that gained.
 class TagAttributes {
 public:
     struct Attribute {
@@ -22,7 +22,7 @@ public:
     TagAttributes() = default;
     TagAttributes(std::initializer_list<Attribute> attributes) : attributes_(attributes) {}
 
-    /// Adds an attribute; its name must not be there.
+    /// Adds an attribute; its name must not be there yet.
     void Add(const char16_t* name, const char16_t* value) { attributes_.push_back({name, value}); }
 
     /// Adds the attribute, or replaces its value.
@@ -36,15 +36,15 @@ public:
         Add(name, value);
     }
 
-    /// The value of the attribute of that name, which a zero follows; none if there is no such
-    /// attribute.
+    /// The value of the attribute of that name, which ends with a zero; `std::nullopt` without such
+    /// an attribute.
     std::optional<std::u16string_view> Find(std::u16string_view name) const {
         std::size_t from = 0;
         return FindNext(name, from);
     }
 
-    /// The same for names that are asked for in about the order of the document: looks from the
-    /// attribute `from` on, and then in front of it. Moves `from` behind what was found.
+    /// The same for names that are looked up in about the order of the document. Searches from the
+    /// attribute `from` on, then the ones before it, and moves `from` behind what it finds.
     std::optional<std::u16string_view> FindNext(std::u16string_view name, std::size_t& from) const {
         for (std::size_t i = from; i < attributes_.size(); ++i) {
             if (IsNamed(attributes_[i], name)) {

@@ -5,7 +5,7 @@
 
 namespace tses {
 
-/// Whether both are the same units. The standard's `==` compares UTF-16 unit by unit.
+/// Compares whole blocks of memory; the standard's `==` compares UTF-16 unit by unit.
 inline bool IsSame(std::u16string_view one, std::u16string_view other) noexcept {
     return one.size() == other.size() &&
            (one.empty() ||

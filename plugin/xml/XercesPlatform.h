@@ -6,11 +6,11 @@
 
 namespace tses {
 
-/// Starts the XML library for this plug-in. A failure is printed to standard output and gives
-/// false. Starting twice is starting once: one stop undoes it.
+/// Starts the XML library for this plug-in. Prints a failure to standard output and returns false.
+/// A second start has no effect: one stop undoes both.
 bool StartXerces();
 
-/// Stops it, if it was started. Nothing of the library may be in use.
+/// Stops the XML library, if it was started. Nothing of it may be in use.
 void StopXerces();
 
 bool IsXercesStarted() noexcept;

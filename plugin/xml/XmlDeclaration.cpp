@@ -21,7 +21,7 @@ bool IsNumber(std::string_view text) {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-/// The value of the attribute that comes next; empty if that has another name, or none.
+/// The value of the next attribute; empty if its name is not `name`, or if there is no attribute.
 std::string_view TakeAttribute(std::string_view markup, std::string_view name) {
     if (!Take(markup, name)) {
         return {};

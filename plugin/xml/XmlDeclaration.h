@@ -4,9 +4,9 @@
 
 namespace tses {
 
-/// Whether a document, given as its markup (see `MarkupOf`) without the byte order mark, declares a
-/// version of XML that begins with "1." and goes on with anything but a number. The parser takes
-/// every version that begins so; of all else that is wrong with a declaration it tells itself.
+/// Whether a document declares an XML version that begins with "1." but does not go on with a
+/// number. The parser accepts every version that begins so; it reports every other mistake in a
+/// declaration itself. `markup` is the document's (see `MarkupOf`), without the byte order mark.
 bool HasMalformedVersion(std::string_view markup);
 
 }  // namespace tses

@@ -13,7 +13,7 @@
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// Older documents say "clip"; that is read as the same element and never written.
+// Older documents call the element "clip". It is read in the same way and never written.
 
 namespace tses {
 namespace {

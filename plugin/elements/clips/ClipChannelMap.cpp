@@ -6,7 +6,7 @@
 #include "plugin/serializer/SerializerImpl.h"
 
 // Which channel of the media feeds each channel of a clip. Reading collects the pairs and applies
-// them, by ascending channel, when the clip ends. The first of two entries for one channel stands.
+// them, by ascending channel, when the clip ends. If a channel has two entries, the first counts.
 
 namespace tses {
 

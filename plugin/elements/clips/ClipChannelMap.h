@@ -5,7 +5,7 @@
 
 namespace tses {
 
-/// Writes a clip's "channelMap", dense from channel 0; nothing for a clip without channels.
+/// Writes a clip's "channelMap", with an entry for every channel, if the clip has channels.
 bool WriteClipChannelMap(SessionXMLWriter& writer, IQueryAudioClip& clip);
 
 }  // namespace tses

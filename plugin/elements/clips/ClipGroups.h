@@ -6,7 +6,7 @@
 
 namespace tses {
 
-/// Writes "clipGroups", also when there are none.
+/// Writes "clipGroups", even if there are no groups.
 bool WriteClipGroups(SessionXMLWriter& writer, HostReference<IQuerySession> session);
 
 }  // namespace tses

@@ -6,7 +6,7 @@
 
 namespace tses {
 
-/// Writes a clip's "properties"; nothing if it has none or they are empty.
+/// Writes a clip's "properties" if it has any.
 bool WriteClipProperties(SessionXMLWriter& writer, HostReference<IQueryClipProperties> properties);
 
 }  // namespace tses

@@ -6,7 +6,7 @@
 
 namespace tses {
 
-/// Writes "clipStretch"; nothing for a clip without it.
+/// Writes "clipStretch" if the clip has one.
 bool WriteClipStretch(SessionXMLWriter& writer, HostReference<IQueryClipStretch> stretch);
 
 }  // namespace tses

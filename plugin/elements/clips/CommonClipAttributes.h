@@ -7,11 +7,11 @@
 
 namespace tses {
 
-/// The clip's length comes from its source range alone; "endPoint" says nothing. Computed so that
-/// no value that a file can hold overflows.
+/// Returns the clip's length. Only the source range counts; "endPoint" is ignored. No value that a
+/// file can hold causes an overflow.
 kelcore::int64 DurationOf(const ClipRecord& record);
 
-/// Passes the common values to a clip of any kind, in the order that hosts know.
+/// Passes the common values to a clip of any kind, in the order that hosts expect.
 template <class EditClip>
 void ApplyCommonClipAttributes(const ClipRecord& record, EditClip& clip) {
     clip.SetSourceInPoint(record.sourceInPoint);
@@ -23,11 +23,11 @@ void ApplyCommonClipAttributes(const ClipRecord& record, EditClip& clip) {
     clip.SetLockedInTime(record.lockedInTime);
 }
 
-/// Sets the out point and the end point, which hosts give as a duration.
+/// Sets the out point and the end point from the duration, which is what hosts report.
 void SetEnds(kelcore::int64 duration, ClipRecord& record);
 
-/// Asks a clip of any kind for the common values, in the order that hosts know: after its id and
-/// what only its kind has.
+/// Asks a clip of any kind for the common values, in the order that hosts expect. Ask for the id
+/// and for the values of this kind of clip first.
 template <class QueryClip>
 void QueryCommonClipAttributes(QueryClip& clip, ClipRecord& record) {
     record.sourceInPoint = clip.GetSourceInPoint();

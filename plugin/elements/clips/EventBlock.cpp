@@ -16,7 +16,7 @@ void WriteEventBlock(SessionXMLWriter& writer, std::u16string_view element,
     }
     if (writer.StartElement(element)) {
         writer.Characters(EncodeBlock(bytes));
-        writer.EndElement();  // also of an element without its text: what follows stands beside it
+        writer.EndElement();  // even without the text, so that what follows stands beside it
     }
 }
 

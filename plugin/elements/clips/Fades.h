@@ -5,7 +5,7 @@
 
 namespace tses {
 
-/// Writes "fadeIn" and "fadeOut", each only if the clip has it.
+/// Writes "fadeIn" and "fadeOut", each only if the clip has one.
 bool WriteFades(SessionXMLWriter& writer, IQueryAudioClip& clip);
 
 }  // namespace tses

@@ -9,7 +9,7 @@
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// Each block of the musical timeline is the host's own bytes as text.
+// The blocks of the musical timeline are the host's own bytes, encoded as text.
 
 namespace tses {
 namespace {
@@ -41,7 +41,7 @@ void ApplyEvents(const std::vector<kelcore::byte>& bytes,
 void Serializer::Impl::StartGlobalTrackInfo(State state, const TagAttributes& attributes) {
     PushState(state);
     const auto metronome = savedState_.metronome.As<IEditMetronomeInfoPrivate>();
-    // Without one the events inside find no info either, also not that of an earlier metronome.
+    // Without a metronome, the events inside must not reach the info of an earlier metronome.
     clips_.globalTrackInfo =
         metronome ? Retain(metronome->GetGlobalTrackInfo()) : HostReference<IEditGlobalTrackInfo>();
     if (clips_.globalTrackInfo) {

@@ -5,7 +5,7 @@
 
 namespace tses {
 
-/// Writes "globalTrackInfo" with those of its three blocks that there are.
+/// Writes "globalTrackInfo" with those of its three blocks that the host has.
 bool WriteGlobalTrackInfo(SessionXMLWriter& writer, IQueryGlobalTrackInfo& info);
 
 }  // namespace tses

@@ -8,8 +8,8 @@
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// The events are the host's own bytes. Text that does not decode changes nothing, without a
-// word. The clip lists are borrowed from the track for the call, not counted.
+// The events are the host's own bytes. Text that cannot be decoded is silently ignored. A track
+// lends its clip list for the duration of the call; the list is not counted.
 
 namespace tses {
 

@@ -13,8 +13,8 @@
 
 namespace tses {
 
-/// What a clip element of any kind says. A clip that lacks "name" or "hue" takes over those of the
-/// clip before it in the document, so `Reset` leaves both alone.
+/// What a clip element of any kind says. A clip without "name" or "hue" takes over the value of the
+/// clip before it in the document, so `Reset` keeps both.
 struct PendingClipRecord : ClipRecord {
     std::map<kelcore::uint32, kelcore::int32> channelMapEntries;  // source by channel
 

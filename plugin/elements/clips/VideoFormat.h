@@ -6,7 +6,7 @@
 
 namespace tses {
 
-/// Writes "videoFormat"; nothing for a clip without it.
+/// Writes "videoFormat" if the clip has one.
 bool WriteVideoFormat(SessionXMLWriter& writer, HostReference<IQueryVideoFormat> format);
 
 }  // namespace tses

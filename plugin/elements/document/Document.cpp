@@ -8,7 +8,7 @@
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// Reading accepts the root in the dispatch itself.
+// The root has no handler: on reading, the dispatch itself accepts it.
 
 namespace tses {
 namespace {

@@ -14,9 +14,9 @@ struct DocumentVersion {
     kelcore::int32 minor = 0;
 };
 
-/// Fills the document element from the session, for the file at `path`. The three children are
-/// written until one fails; the host's progress goes on to the end all the same, each step telling,
-/// as 1 or 0, whether the version could be set.
+/// Fills the document element from the session, for the file at `path`. Stops writing at the first
+/// of the three children that fails, but still reports every step of progress to the host. The flag
+/// of each step is 1 if the version was set, and 0 if not.
 bool WriteDocument(SessionXMLWriter& writer, const HostReference<IQuerySession>& session,
                    const std::u16string& path);
 

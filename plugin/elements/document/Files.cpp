@@ -18,11 +18,12 @@ bool Exists(const std::u16string& path) {
     return kelcore::File(path).Exists();
 }
 
-/// Leaves the file's path in `absolutePath`: the absolute one, unless only the relative one leads
-/// to a file. Where neither does, the absolute one stands: it tells people what is missing.
+/// Leaves the file's path in `absolutePath`. The relative path replaces it if it is empty, or if it
+/// leads to no file but the relative one does. If neither leads to a file, the absolute path stays,
+/// because it tells people what is missing.
 void ChoosePath(FileRecord& record, const std::u16string& sessionPath) {
-    // Mostly both are one path, and it makes no difference then whether there is a file: two calls
-    // of the system are spared.
+    // Usually both are the same path. Then it does not matter whether the file exists, and not
+    // checking saves two system calls.
     if (kelcore::LeadsPlainlyTo(record.absolutePath, record.relativePath, sessionPath)) {
         return;
     }
@@ -87,7 +88,7 @@ bool WriteFile(SessionXMLWriter& writer, IQueryFile& file, const std::u16string&
 
 bool WriteFiles(SessionXMLWriter& writer, const HostReference<IQuerySession>& session,
                 const std::u16string& path) {
-    // As seen from a relative path nothing would have a place.
+    // Paths can be made relative only to an absolute path.
     const kelcore::File sessionFile(path);
     const auto writeFile = [&](kelcore::uint32 index) {
         const auto file = Retain(session->GetFile(index));

@@ -8,8 +8,7 @@
 
 namespace tses {
 
-/// Writes the media table, also when it is empty, with paths relative to the session file at
-/// `path`.
+/// Writes the media table, even if it is empty, with paths relative to the session file at `path`.
 bool WriteFiles(SessionXMLWriter& writer, const HostReference<IQuerySession>& session,
                 const std::u16string& path);
 

@@ -43,7 +43,7 @@ void Serializer::Impl::StartSession(State state, const TagAttributes& attributes
     Apply(record, *session_);
 }
 
-/// Files of the first version keep the value that "session" ends with elsewhere than later ones.
+/// Files of the first version keep this value in "sessionState", later ones in "selectionState".
 void Serializer::Impl::EndSession() {
     session_->SetVersionDependentValue(document_.appVersion == kFirstVersion
                                            ? savedState_.ctiPosition

@@ -4,8 +4,8 @@
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// Who owns a component opens it (tracks, sends, clips, racks,
-// slots); what all of them then do with its attributes, and what its end does, is here.
+// Each owner of a component opens it: a track, a send, a clip, a rack or a slot. This file holds
+// what they share: how the attributes are applied, and what the end tag does.
 
 namespace tses {
 namespace {

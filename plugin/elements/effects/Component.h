@@ -11,19 +11,19 @@
 
 namespace tses {
 
-/// Reads the component of one of an owner's `Controls`.
+/// Reads the attributes of one of an owner's `Controls`.
 template <const auto& Controls>
 ComponentRecord ReadControl(const TagAttributes& attributes) {
     return ReadRecord<ComponentRecord, kComponentKeywordRows<Controls>, kKeywordComponentRows,
                       kEditorRectRows>(attributes);
 }
 
-/// Writes the component of a control that a track, clip, send or rack has by nature, under its
-/// keyword as "id". Nothing for a component that the host does not have, and that is success.
+/// Writes the component of a built-in control of a track, clip, send or rack, with the keyword as
+/// its "id". If the host has no such component, writes nothing and succeeds.
 bool WriteKeywordComponent(SessionXMLWriter& writer, std::u16string_view keyword,
                            HostReference<IQueryComponent> component);
 
-/// The texts of a component that is written.
+/// The texts of a component while it is written.
 struct ComponentTexts {
     std::u16string guid;
     std::u16string id;
@@ -31,10 +31,10 @@ struct ComponentTexts {
     std::u16string presetName;
 };
 
-/// Asks a component of any kind what it is. The record refers to `texts`.
+/// Asks a component of any kind for its values. The record refers to `texts`.
 ComponentRecord QueryComponent(IQueryComponent& component, ComponentTexts& texts);
 
-/// Adds the place of the editor window, if it has one.
+/// Adds the place of the editor window, if the component has one.
 void QueryEditorRect(IQueryComponent& component, AttributeMap& attributes);
 
 }  // namespace tses

@@ -7,7 +7,7 @@
 namespace tses {
 namespace {
 
-/// A track's or a clip's; both call it the same.
+/// The owner is a track or a clip; both have an operation of the same name.
 template <class Owner>
 void Apply(const TagAttributes& attributes, const HostReference<Owner>& owner) {
     if (owner) {

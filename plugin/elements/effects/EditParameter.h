@@ -7,7 +7,7 @@
 
 namespace tses {
 
-/// Writes the "editParameter" elements of a track or clip, but for those that name no slot.
+/// Writes the "editParameter" elements of a track or clip, except those that name no slot.
 template <class Owner>
 bool WriteEditParameters(SessionXMLWriter& writer, Owner& owner) {
     return ForEachItem(writer, owner.GetEditParameterCount(), [&](kelcore::uint32 index) {

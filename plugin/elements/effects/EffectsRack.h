@@ -6,8 +6,7 @@
 
 namespace tses {
 
-/// Writes "effectsRack" of a track or clip: its three components and its slots. Nothing for one
-/// without a rack.
+/// Writes the "effectsRack" of a track or clip, if it has a rack: three components and the slots.
 bool WriteEffectsRack(SessionXMLWriter& writer, HostReference<IQueryEffectsRack> rack);
 
 }  // namespace tses

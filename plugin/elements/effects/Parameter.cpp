@@ -7,7 +7,7 @@
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// An index without a value is not written, so that indices may have gaps.
+// An index without a value is not written, so the written indices may have gaps.
 
 namespace tses {
 namespace {

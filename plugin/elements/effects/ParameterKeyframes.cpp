@@ -5,11 +5,11 @@
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// A lane is known by its place in the document alone. Keyframes go to the host in the document's
-// order, neither sorted nor made unique.
+// Only its place in the document says which parameter a lane belongs to. Keyframes go to the host
+// in the document's order; they are neither sorted nor deduplicated.
 
 namespace tses {
-/// A lane element without any attribute leaves both of the lane's flags; one attribute sets both.
+/// A lane element without attributes leaves both flags of the lane alone; one attribute sets both.
 void Serializer::Impl::StartParameterKeyframes(State state, const TagAttributes& attributes) {
     PushState(state);
     effects_.lane =

@@ -7,7 +7,7 @@
 
 namespace tses {
 
-/// Writes a lane and its keyframes under the given names; nothing for a lane without keyframes,
+/// Writes a lane and its keyframes under the given names. A lane without keyframes is not written,
 /// whatever its flags.
 bool WriteParameterKeyframes(SessionXMLWriter& writer, std::u16string_view laneName,
                              std::u16string_view keyframeName, IQueryAutomationLane& lane);

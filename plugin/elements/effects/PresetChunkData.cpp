@@ -7,7 +7,7 @@
 //
 //     <presetChunkData><![CDATA[AAEC...]]></presetChunkData>
 //
-// Text that does not decode, or to no bytes, leaves the effect as it is.
+// Text that cannot be decoded, or that decodes to no bytes, leaves the effect as it is.
 
 namespace tses {
 

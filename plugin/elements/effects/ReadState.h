@@ -9,9 +9,9 @@
 
 namespace tses {
 
-/// What the elements of effects and automation remember during a read. Each object is replaced by
-/// the next of its kind; only the component is let go at its element's end, so that what follows a
-/// lane still lands in it.
+/// What the elements of effects and automation remember during a read. Each object stays until the
+/// next of its kind replaces it, so keyframes that follow a lane still land in it. Only the
+/// component is released at the end of its element.
 struct EffectsReadState {
     HostReference<IEditEffectsRack> rack;
     HostReference<IEditEffectsSlot> slot;
@@ -21,8 +21,8 @@ struct EffectsReadState {
     kelcore::uint32 parameterIndex = 0;             // of the last "parameter"
     float parameterValue = 0;                       // of the last "parameter"
     std::vector<kelcore::uint32> parameterIndices;  // of the "parameter" elements of this component
-    bool poweredApplied = false;  // this component's "powered" was there and applied
-    ChannelMapRecord channelMap;  // of the slot, whose channels follow
+    bool poweredApplied = false;  // this component had "powered", and it was applied
+    ChannelMapRecord channelMap;  // the slot's map whose channels follow
 
     void Clear() { *this = {}; }
 };

@@ -5,8 +5,8 @@
 
 namespace tses {
 
-/// Writes "slot" with its effect; an empty slot without one. None is written where the host has no
-/// slot, and that is success.
+/// Writes "slot" with its effect, or an empty "slot" if it has no effect. If the host has no slot
+/// there, writes nothing and succeeds.
 bool WriteSlot(SessionXMLWriter& writer, IQueryEffectsRack& rack, kelcore::uint32 position);
 
 }  // namespace tses

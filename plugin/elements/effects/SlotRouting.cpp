@@ -7,8 +7,8 @@
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
 
-// The bus configuration of an effect is the host's own text and passes through unchanged, its
-// blanks included; one of nothing but blanks is none.
+// The bus configuration of an effect is the host's own text and passes through unchanged, with its
+// white space. A text of nothing but white space counts as missing.
 
 namespace tses {
 void Serializer::Impl::EndBusConfig() {

@@ -33,7 +33,7 @@ void Serializer::Impl::StartMetronome(State state, const TagAttributes& attribut
     if (metronome) {
         Apply(record, *metronome);
     }
-    // Only now: the one before is released when its successor is set.
+    // Last, so that the earlier metronome is released only after the new one has its values.
     savedState_.metronome = std::move(metronome);
 }
 
@@ -71,8 +71,8 @@ bool WriteMusicalTimeline(SessionXMLWriter& writer,
 bool WriteMetronome(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
     const auto metronome = Retain(session->GetMetronomeInfo());
     if (!metronome) {
-        // Closes the session's element. What follows lands beside it, the session's own end then
-        // fails, and nothing is saved.
+        // This closes the session's element. What follows lands beside it, the session's own
+        // EndElement then fails, and nothing is saved.
         kelcore::trace::Write(kelcore::trace::kWriterCategory, "the host gave no metronome");
         writer.EndElement();
         return true;

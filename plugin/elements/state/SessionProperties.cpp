@@ -8,7 +8,7 @@
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
 
-// A value loses its blanks and line ends at both ends on the way back.
+// Reading trims the white space at both ends of a value.
 
 namespace tses {
 

@@ -4,14 +4,14 @@
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// Writing and reading map the format differently. All timecode codes are written as one keyword,
-// and reading works the NTSC ones out of the rate and the flags. A code without a keyword is
-// written as its number, which reading does not take back: it then keeps decimal.
+// Writing and reading map the format differently. Writing uses one keyword for all timecode codes;
+// reading tells the NTSC ones by the rate and the flags. Writing spells a code without a keyword as
+// its number; reading does not accept the number and keeps decimal.
 
 namespace tses {
 namespace {
 
-/// NTSC timecode exists at 24, 30 and 60 frames a second; at any other rate it is taken for 30.
+/// NTSC timecode exists at 24, 30 and 60 frames a second; any other rate counts as 30.
 void NormaliseNtscTimeCode(TimeFormatRecord& record) {
     if (record.format != timeFormats::timeCode || !record.ntsc) {
         return;

@@ -4,7 +4,7 @@
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
 
-// The session's XMP packet, which loses its outer blanks on the way back and nothing else:
+// The session's XMP packet. Reading trims the white space at both ends and changes nothing else:
 //
 //     <xmpMetadata><![CDATA[<x:xmpmeta> ... </x:xmpmeta>]]></xmpMetadata>
 

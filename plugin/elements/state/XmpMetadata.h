@@ -6,7 +6,7 @@
 
 namespace tses {
 
-/// Writes "xmpMetadata"; nothing for a session without it.
+/// Writes "xmpMetadata" if the session has any.
 bool WriteXmpMetadata(SessionXMLWriter& writer, HostReference<IQuerySession> session);
 
 }  // namespace tses

@@ -8,8 +8,8 @@
 
 namespace tses {
 
-/// Without any attribute, the host keeps both of its identifiers; with one, the other becomes
-/// empty.
+/// Without attributes, the host keeps both of its identifiers. With only one of the two, the other
+/// identifier becomes empty.
 void Serializer::Impl::StartAudioDevice(State state, const TagAttributes& attributes) {
     PushState(state);
     if (attributes.empty()) {

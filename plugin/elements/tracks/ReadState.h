@@ -23,7 +23,8 @@ enum class TrackKind : kelcore::uint32 {
 };
 
 /// What a track element and its children say, until it reaches the track. Only a track element
-/// resets it: children that come twice, or lack an attribute, find what stood there before.
+/// resets it: a child that comes twice keeps the value of an attribute that it lacks the second
+/// time.
 struct PendingTrack {
     TrackKind kind = TrackKind::Audio;
     TrackRecord track;

@@ -8,7 +8,7 @@
 namespace tses {
 namespace {
 
-// Each attribute that is there is applied at once, each that is not causes no call.
+// Applies each attribute that is present at once; a missing one causes no call.
 void Apply(const SendSlotRecord& record, IEditSendSlot& slot) {
     slot.SetSlotIndex(*record.slotIndex);
     if (record.sendOutputId) {

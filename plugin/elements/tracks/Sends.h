@@ -5,7 +5,7 @@
 
 namespace tses {
 
-/// Writes "sendList"; nothing for a list without slots.
+/// Writes "sendList" if the list has slots.
 bool WriteSendList(SessionXMLWriter& writer, IQuerySendList& sends);
 
 }  // namespace tses

@@ -73,7 +73,7 @@ void Serializer::Impl::StartTrackComponent(State state, const TagAttributes& att
     ApplyComponent(record);
 }
 
-/// Old files say whether the EQ is on by its last parameter alone.
+/// In old files only the EQ's last parameter says whether the EQ is on.
 void Serializer::Impl::EndTrackComponent() {
     if (tracks_.pending.eqComponentPending) {
         if (effects_.component && !effects_.poweredApplied && !effects_.parameterIndices.empty()) {
@@ -88,7 +88,7 @@ void Serializer::Impl::EndTrackComponent() {
 
 namespace {
 
-/// Only an id above 0 names a track; anything else is written as an output of the hardware.
+/// Only an id above 0 names a track; otherwise the hardware output is written.
 TrackOutputRecord ChooseOutput(kelcore::int32 trackId, kelcore::int32 hardwareId) {
     const bool toTrack = trackId > 0;
     return {toTrack, toTrack ? trackId : hardwareId};

@@ -2,8 +2,8 @@
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// The pan of a track in old files. It is read into the track's record and goes no further, and it
-// is never written: the track's pan lives in its "trackPan" component.
+// The pan of a track in old files. It is read into the track's record but never reaches the host,
+// and it is never written: the track's pan lives in its "trackPan" component.
 
 namespace tses {
 

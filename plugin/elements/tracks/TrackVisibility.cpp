@@ -7,8 +7,8 @@
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
-// Both directions go through a list of records: the host sees a preset when all of them have been
-// read.
+// Both directions go through a list of records. On reading, the host gets the presets when all of
+// them have been read.
 
 namespace tses {
 namespace {

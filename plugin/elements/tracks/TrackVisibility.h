@@ -6,7 +6,7 @@
 
 namespace tses {
 
-/// Writes "trackVisibilityPresets"; nothing for a session without presets.
+/// Writes "trackVisibilityPresets" if the session has presets.
 bool WriteTrackVisibilityPresets(SessionXMLWriter& writer, HostReference<IQuerySession> session);
 
 }  // namespace tses

@@ -119,7 +119,7 @@ void QueryInstrument(IQueryAudioTrackPrivate& track, TrackRecord& record) {
     }
 }
 
-/// A kind that has no element of its own is an audio track's.
+/// A kind without an element of its own is written as an audio track.
 std::u16string_view ElementFor(TrackKind kind) {
     for (const KindRow& row : kKinds) {
         if (row.kind == kind) {
@@ -161,8 +161,8 @@ bool WriteTrack(SessionXMLWriter& writer, IQueryAudioTrackPrivate& track) {
            WriteClips(writer, track, kind) && writer.EndElement();
 }
 
-// Every track is attempted, and the last one alone decides: a track that fails has always cost
-// itself, not the session. Its element stays open then, and what follows lands in it.
+// Tries every track, and only the last one decides the result: a failing track has always cost
+// itself, not the session. Its element stays open, and what follows lands in it.
 bool WriteTracks(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
     bool written = writer.StartElement(names::tracks);
     const bool walked =

@@ -7,7 +7,7 @@
 
 namespace tses {
 
-/// Writes "tracks": the video tracks, then all others. The result is that of the last track.
+/// Writes "tracks": the video tracks, then all others. Returns the result of the last track.
 bool WriteTracks(SessionXMLWriter& writer, HostReference<IQuerySession> session);
 
 /// Writes one audio-side track under the name of its kind, with everything in it.
