@@ -7,7 +7,7 @@
 
 namespace tses {
 
-/// What text an attribute's value is.
+/// What the text of an attribute's value may be.
 enum class ValueKind {
     Text,
     Unsigned,     ///< whole, of 32 bits; -1 is 4294967295
@@ -21,7 +21,7 @@ enum class ValueKind {
     Keyword,      ///< one of some words
     KeywordOrNumber,  ///< one of some words, or the number that a word stands for
     Keywords,         ///< any number of some words, with a space behind each
-    HandlerName,      ///< a media handler's name for people
+    HandlerName,      ///< the name that people know a media handler by
 };
 
 /// When an attribute is written.
@@ -34,19 +34,19 @@ enum class Written {
     Never,
 };
 
-/// What the format says of an attribute, without the record that holds it.
+/// What the format says about an attribute, without the record that holds it.
 struct Attribute {
     std::u16string_view name;
     ValueKind kind;
-    std::span<const std::u16string_view> words;  ///< of a kind that has some
-    bool isRead;                                 ///< or it is written for people, like "appBuild"
+    std::span<const std::u16string_view> words;  ///< of the kinds that have some
+    bool isRead;                                 ///< false for one that only people read
     Written written;
-    bool isDropped;   ///< accepted in old files, and it means nothing
-    bool isAsBefore;  ///< absent, it is that of the element of its kind before it
-    /// The attribute beside which this one does not count; empty if there is none.
+    bool isDropped;   ///< accepted in old files but ignored
+    bool isAsBefore;  ///< if absent, that of the previous element of its kind
+    /// The attribute whose presence makes this one ignored; empty if there is none.
     std::u16string_view yieldsTo;
-    /// The text that means the same as an absent attribute. No value if absence means something of
-    /// its own. Null for an attribute that is not read, or means nothing.
+    /// Returns the text that means the same as an absent attribute, or no value if absence has a
+    /// meaning of its own. Null for an attribute that is not read or is ignored.
     std::optional<std::u16string> (*defaultText)();
 };
 

@@ -16,41 +16,41 @@ enum class TextKind {
     Base64,  ///< bytes
 };
 
-/// How often an element counts.
+/// How often an element counts, and what tells several apart.
 struct Occurrence {
-    /// Where two must not have the same key.
+    /// Where two elements must not have the same key.
     enum class Unique { Nowhere, InParent, InSession };
     /// What becomes of an element without the key, or whose key is `kNoId`.
     enum class WithoutKey {
         IsCarried,
-        IsNotSaved,  ///< the host gets it, and it is not written
+        IsNotSaved,  ///< the host gets it, but it is not written
         IsLost,
         EndsTheRead,
     };
 
-    /// Of several under one parent the last one's attributes hold.
+    /// Of several under one parent, the attributes of the last one hold.
     bool once = false;
     /// The attribute that tells the elements apart; empty if there is none.
     std::u16string_view key = {};
-    bool mayNameNone = false;  ///< whether the number `kNoId` is no key
+    bool mayNameNone = false;  ///< whether `kNoId` counts as a missing key
     WithoutKey withoutKey = WithoutKey::IsCarried;
     Unique unique = Unique::Nowhere;
-    /// What the elements of all names are, for people, that share their keys in the session.
+    /// What people call the elements, of whatever name, that share their keys in the session.
     std::string_view among = {};
 };
 
-/// One kind of element, at the places where it stands. An element whose start or end means
-/// something else in another place is another one there.
+/// One kind of element, at the places where it stands. If its start or end means something else in
+/// another place, it is another kind there.
 struct Element {
     std::u16string_view name;
     std::span<const State> parents;  ///< the root alone has none
-    State state;                     ///< that it pushes
+    State state;                     ///< what its start pushes
     Occurrence occurrence = {};
     std::span<const Attribute> attributes = {};
     TextKind text = TextKind::None;
-    /// Whether it is accepted in old files and means nothing, as all that stands in it.
+    /// Whether it is accepted in old files but ignored, with everything in it.
     bool isDropped = false;
-    /// Whether it is there only with the application's feature of instrument tracks.
+    /// Whether it exists only with the application's feature of instrument tracks.
     bool needsInstrumentTracks = false;
 
     constexpr bool StandsIn(State parent) const {

@@ -40,12 +40,12 @@ inline constexpr auto& kInSendingTrack = kIn<busTrack, audioTrack, instrumentTra
 inline constexpr Occurrence kMany;
 inline constexpr Occurrence kOnce = {.once = true};
 
-/// Of two with one key the second takes the first one's place.
+/// Of two with the same key, the second replaces the first.
 consteval Occurrence UniqueInParent(std::u16string_view key) {
     return {.key = key, .unique = Occurrence::Unique::InParent};
 }
 
-/// Without the key it goes nowhere.
+/// Without the key, the element is lost.
 consteval Occurrence Needing(std::u16string_view key) {
     return {.key = key, .withoutKey = Occurrence::WithoutKey::IsLost};
 }

@@ -12,13 +12,13 @@
 #include "format/Keywords.h"
 #include "format/ValueEncoding.h"
 
-/// How the values of attributes stand in a document, one type an encoding:
+/// How the values of attributes stand in a document, one type per encoding:
 ///
-///     kKind, Words()      what a text of it is
-///     Read(text, value)   sets the value. A `bool` result tells whether the text means one at all.
+///     kKind, Words()      what its text may be
+///     Read(text, value)   sets the value. A `bool` result says whether the text means one.
 ///     Write(value)        the text. An optional result is empty for a value that is not written.
 ///
-/// What an encoding makes of a text or a value outside its range is said at each.
+/// Each encoding says what it makes of a text or a value outside its range.
 namespace tses::encoding {
 
 struct Plain {
@@ -29,12 +29,12 @@ struct Text : Plain {
     static constexpr ValueKind kKind = ValueKind::Text;
 
     static void Read(std::u16string_view text, std::u16string& value) { value = text; }
-    /// A view of the tag's own text, which a zero follows.
+    /// A view of the tag's own text, which is zero-terminated.
     static void Read(std::u16string_view text, std::u16string_view& value) { value = text; }
     static std::u16string Write(std::u16string_view value) { return std::u16string(value); }
 };
 
-/// The whole text must be a number; any other leaves the default.
+/// The whole text must be a number; any other text leaves the default.
 template <class Value>
 struct Number : Plain {
     static constexpr ValueKind kKind = std::same_as<Value, kelcore::uint32>  ? ValueKind::Unsigned
@@ -47,7 +47,7 @@ struct Number : Plain {
     static std::u16string Write(Value value) { return FormatNumber(value); }
 };
 
-/// A number of which 0 reads as another.
+/// A number, except that 0 reads as another one.
 template <class Value, Value InsteadOf0>
 struct NumberExcept0 : Number<Value> {
     static void Read(std::u16string_view text, Value& value) {
@@ -58,8 +58,8 @@ struct NumberExcept0 : Number<Value> {
     }
 };
 
-/// Read as a stream reads: blanks in front, a tail, and a comma for the point do no harm. A text
-/// that begins with no number is 0.
+/// Reads like a stream: leading blanks, a tail, and a comma for the point do no harm. A text that
+/// does not begin with a number is 0.
 template <class Value>
 struct LenientReal : Plain {
     static constexpr ValueKind kKind =
@@ -92,7 +92,7 @@ struct Worded {
     static constexpr std::span<const std::u16string_view> Words() { return kWordsOf<Table>; }
 };
 
-/// The first word for its exact text or value alone; whatever else there is, is the second.
+/// Only the exact text or value of the first word gives it; everything else gives the second.
 template <const auto& Table>
 struct FirstOfTwo : Worded<Table> {
     static_assert(std::size(Table) == 2);
@@ -107,7 +107,7 @@ struct FirstOfTwo : Worded<Table> {
     }
 };
 
-/// Another text leaves the default. A value without a word is not written.
+/// Any other text leaves the default. A value without a word is not written.
 template <const auto& Table>
 struct KnownWord : Worded<Table> {
     template <class Value>
@@ -126,7 +126,7 @@ struct KnownWord : Worded<Table> {
     }
 };
 
-/// Another text leaves the default. A value without a word is written as the word of `Otherwise`.
+/// Any other text leaves the default. A value without a word is written as the word of `Otherwise`.
 template <const auto& Table, auto Otherwise>
 struct KnownWordOr : KnownWord<Table> {
     template <class Value>
@@ -136,8 +136,8 @@ struct KnownWordOr : KnownWord<Table> {
     }
 };
 
-/// Another text leaves the default. A value without a word is written as its number, which reading
-/// does not take back.
+/// Any other text leaves the default. A value without a word is written as its number, which
+/// reading does not accept.
 template <const auto& Table>
 struct KnownWordElseNumber : KnownWord<Table> {
     template <class Value>
@@ -172,8 +172,8 @@ struct WordAsText : Text {
     static constexpr std::span<const std::u16string_view> Words() { return Table; }
 };
 
-/// Words with a space behind each, the last one too. What is no word, the empty piece between two
-/// spaces included, is passed over; a value without a word is not written.
+/// Words, each followed by a space, the last one too. Reading skips everything else, including the
+/// empty text between two spaces; a value without a word is not written.
 template <const auto& Table>
 struct WordList : Worded<Table> {
     static constexpr ValueKind kKind = ValueKind::Keywords;

@@ -4,7 +4,7 @@
 
 namespace tses {
 
-/// The id, or index of a slot, that names nothing. Reads as -1 where the number is signed.
+/// The id or slot index that names nothing. As a signed number it is -1.
 inline constexpr kelcore::uint32 kNoId = 4294967295;
 
 }  // namespace tses

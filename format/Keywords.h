@@ -17,7 +17,7 @@ struct Keyword {
     Value value;
 };
 
-/// The value of the keyword that `text` is, exactly; no value if it is no keyword.
+/// The value of the keyword that is exactly `text`; no value if there is no such keyword.
 template <class Value, std::size_t Count>
 constexpr std::optional<Value> FindValue(const Keyword<Value> (&table)[Count],
                                          std::u16string_view text) {

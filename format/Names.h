@@ -58,8 +58,8 @@
     NAME(playOverlappingClips) NAME(properties) NAME(property) NAME(key) NAME(xmpMetadata)
 // clang-format on
 
-/// The names as UTF-16 constants. They are literals: ready before any code runs, and followed by a
-/// zero, so that `data()` serves where the XML library wants a terminated string.
+/// The names as UTF-16 constants. They are literals: they are ready before any code runs, and they
+/// are zero-terminated, so `data()` serves where the XML library wants a terminated string.
 namespace tses::names {
 
 #define TSES_DEFINE_NAME(name) inline constexpr std::u16string_view name = u"" #name;

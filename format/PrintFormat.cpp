@@ -1,4 +1,4 @@
-// Prints the tree of elements as JSON, for the scripts that make documents of it.
+// Prints the tree of elements as JSON, for the scripts that make documents from it.
 
 #include <fmt/format.h>
 

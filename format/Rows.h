@@ -19,10 +19,10 @@
 ///         FirstOfTwo<&FadeRecord::crossFadeLinkType, kLinkTypes>(names::crossFadeLinkType),
 ///         Number<&FadeRecord::endPoint>(names::endPoint), ...
 ///
-/// A row is named for its encoding (Encodings.h), which says the attribute's oddities. The member's
-/// initialiser is its default. A member that is `std::optional` tells an absent attribute from
-/// every value, and is not written without one. Rows stand in the order of their names: where two
-/// fill one member, the later name wins.
+/// A row is named after its encoding (Encodings.h), which states the attribute's oddities. The
+/// member's initialiser is its default. A `std::optional` member tells an absent attribute from
+/// every value; an empty one is not written. Rows stand in the order of their names: if two fill
+/// one member, the later name wins.
 namespace tses {
 
 template <class Member>
@@ -196,20 +196,20 @@ consteval auto Sometimes(Row<Member, Encoding> row) {
     row.written = Written::Sometimes;
     return row;
 }
-/// Accepted in old files: it is read into the record and goes no further.
+/// Accepted in old files: it is read into the record but has no effect.
 template <auto Member, class Encoding>
 consteval auto Dropped(Row<Member, Encoding> row) {
     row.written = Written::Never;
     row.isDropped = true;
     return row;
 }
-/// Absent, it is that of the element of its kind before it.
+/// If absent, the value of the previous element of its kind holds.
 template <auto Member, class Encoding>
 consteval auto OrAsBefore(Row<Member, Encoding> row) {
     row.isAsBefore = true;
     return row;
 }
-/// Does not count where the attribute `other` stands.
+/// Ignored if the attribute `other` is present.
 template <auto Member, class Encoding>
 consteval auto YieldsTo(std::u16string_view other, Row<Member, Encoding> row) {
     row.yieldsTo = other;

@@ -110,8 +110,7 @@ Real ReadFromStream(std::string_view characters) {
     return stream >> value ? value : Real{};
 }
 
-/// A text that is a number from its first unit to its last, as those are that were written by a
-/// program.
+/// Parses a text that is a number from its first unit to its last, as a program writes it.
 template <class Real>
 std::optional<Real> ParsePlain(std::u16string_view text) {
     std::array<char, 32> narrow;
@@ -147,7 +146,7 @@ Real ParseLenient(std::u16string_view text) {
     if (read.ec == std::errc::result_out_of_range) {
         return ReadFromStream<Real>(characters);  // tells too large (0) from too small (rounded)
     }
-    // A number that stops in the middle ("1e") is none, as for a stream.
+    // A number that stops in the middle ("1e") is 0, as for a stream.
     return read.ec == std::errc() && read.ptr == last ? value : Real{};
 }
 

@@ -8,11 +8,11 @@
 #include "platform/kelcore/Numbers.h"
 #include "platform/kelcore/Types.h"
 
-/// Host values to attribute text and back. No conversion reports an error; what text that does not
-/// fit gives is stated at each.
+/// Converts host values to attribute text and back. No conversion reports an error; each says what
+/// it makes of text that does not fit.
 namespace tses {
 
-/// Reals as the shortest text that reads back to the same value.
+/// Writes a real number as the shortest text that reads back to the same value.
 std::u16string FormatNumber(kelcore::uint32 value);
 std::u16string FormatNumber(kelcore::int32 value);
 std::u16string FormatNumber(kelcore::int64 value);
@@ -22,15 +22,14 @@ std::u16string FormatNumber(double value);
 /// "true" or "false".
 std::u16string FormatBool(bool value);
 
-/// The whole text must be a number, else `target` keeps what it holds: callers put the default
-/// there.
+/// The whole text must be a number, or `target` keeps what it holds: callers put the default there.
 void ParseNumber(std::u16string_view text, kelcore::uint32& target);
 void ParseNumber(std::u16string_view text, kelcore::int32& target);
 void ParseNumber(std::u16string_view text, kelcore::int64& target);
 void ParseNumber(std::u16string_view text, float& target);
 
-/// Reads as a stream of the "C" locale does, after turning every "," into ".": leading blanks and a
-/// tail that is no number are passed over. 0 if there is no number or it is too large.
+/// Reads as a stream of the "C" locale does, after turning every "," into ".": skips leading blanks
+/// and ignores what follows the number. Gives 0 if there is no number or it is too large.
 float ParseFloatLenient(std::u16string_view text);
 double ParseDoubleLenient(std::u16string_view text);
 
@@ -40,8 +39,8 @@ bool ParseBoolStrict(std::u16string_view text);
 /// True for "true" and "1".
 bool ParseBoolLenient(std::u16string_view text);
 
-/// Binary blocks as the text of a CDATA section. Text that is no encoding decodes to no bytes. What
-/// `bytes` held is replaced.
+/// Binary blocks as the text of a CDATA section. Text that is not encoded so decodes to no bytes.
+/// `DecodeBlock` replaces what `bytes` held.
 std::u16string EncodeBlock(std::span<const kelcore::byte> bytes);
 void DecodeBlock(std::u16string_view text, std::vector<kelcore::byte>& bytes);
 

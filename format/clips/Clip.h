@@ -17,8 +17,8 @@
 //
 // "endPoint" is written for other readers: a clip's length is that of its source range.
 //
-// What a clip of each kind has beside the common attributes is in its own table. Looping and
-// crossfades of a video clip mean nothing.
+// Each kind of clip has a table of its own for what it has besides the common attributes. Looping
+// and crossfades of a video clip mean nothing.
 
 namespace tses {
 

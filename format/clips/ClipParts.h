@@ -6,7 +6,7 @@
 #include "format/Names.h"
 #include "format/Rows.h"
 
-// What else stands in a clip and has attributes:
+// The other elements in a clip that have attributes:
 //
 //     <take sourceInPoint="96000"/>
 //     <properties properties="..."/>
@@ -23,7 +23,7 @@ inline constexpr auto kTakeRows = Rows(Number<&TakeRecord::sourceInPoint>(names:
 
 /// A text that the host keeps with a clip. Element and attribute have the same name.
 struct ClipPropertiesRecord {
-    std::optional<std::u16string_view> properties;  // a zero follows
+    std::optional<std::u16string_view> properties;  // zero-terminated
 };
 
 inline constexpr auto kClipPropertiesRows =

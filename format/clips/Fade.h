@@ -3,13 +3,13 @@
 #include "format/Names.h"
 #include "format/Rows.h"
 
-// How a clip begins and ends, and where clips overlap, how they cross:
+// How a clip begins and ends, and how overlapping clips cross:
 //
 //     <fadeIn startPoint="0" endPoint="4800" type="log" shape="0"
 //             crossFadeLinkType="linkedSymmetric"/>
 //     <fadeOut .../>
 //
-// A misspelt curve is a cosine, not the default.
+// A misspelt curve reads as a cosine, not the default.
 
 namespace tses {
 

@@ -14,8 +14,8 @@
 //       <files/> <audioDevice/>
 //     </orvo>
 //
-// "version" is written and never read: what a file means is told by its elements alone. "appBuild"
-// is written for people and never read.
+// "version" is written but never read: only the elements say what a file means. "appBuild" is
+// written for people and never read.
 
 namespace tses {
 
@@ -26,7 +26,7 @@ struct DocumentRecord {
 inline constexpr auto kDocumentRows =
     Rows(WriteOnly(Text<&DocumentRecord::version>(names::version)));
 
-/// The version of the files that do not say any.
+/// The version of files that do not state one.
 inline constexpr std::u16string_view kFirstVersion = u"4.0";
 
 struct SessionRecord {

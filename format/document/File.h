@@ -16,16 +16,16 @@
 //             mediaHandler="..." recoveryID="..." relativePath="voice.wav"/>
 //     </files>
 //
-// A place is stored twice, absolute and as seen from the session file, so that a folder that was
-// moved together with its media still finds them. A handler without a name for people stands as
+// A path is stored twice, absolute and as seen from the session file, so that a folder that was
+// moved together with its media still finds them. A handler without a name for people is stored as
 // "mediaHandlerID".
 
 namespace tses {
 
 namespace encoding {
 
-/// A media handler's identifier as its name for people. A text that names no handler leaves the
-/// default.
+/// A media handler's identifier, stored as its name for people. A text that names no handler leaves
+/// the default.
 struct HandlerName : Plain {
     static constexpr ValueKind kKind = ValueKind::HandlerName;
 

@@ -15,12 +15,12 @@
 //       <parameter/> ...
 //     </component>
 //
-// "id" and "powered" stand on the components with a keyword. An effect's component has no keyword,
-// its slot says whether it is powered, and it always tells what it is, also by an empty text.
+// Components with a keyword have "id" and "powered". An effect's component has no keyword, and its
+// slot says whether it is powered. Its guid, id and name are written even if they are empty.
 
 namespace tses {
 
-/// The texts end with a zero.
+/// The texts are zero-terminated.
 struct ComponentRecord {
     std::optional<std::u16string_view> keyword;
     std::u16string_view guid = u"";

@@ -19,7 +19,7 @@
 //       ...
 //     </effectsRack>
 //
-// A rack that does not say so is pre-fader, on purpose, and a slot that does not say so is powered.
+// A rack without "preFader" is pre-fader, on purpose. A slot without "powered" is powered.
 
 namespace tses {
 
@@ -45,7 +45,7 @@ inline constexpr auto kSlotRows =
          Number<&SlotRecord::sideChainChannels>(names::sideChainChannels),
          Number<&SlotRecord::slotIndex>(names::slotIndex));
 
-/// A map is one of outputs unless it says exactly "input".
+/// A map is for outputs unless it says exactly "input".
 struct ChannelMapRecord {
     bool isInput = false;
 };

@@ -23,7 +23,7 @@ namespace tses {
 struct ParameterRecord {
     kelcore::uint32 index = 0;
     float value = 0;
-    std::u16string_view name = u"";  // a zero follows
+    std::u16string_view name = u"";  // zero-terminated
     bool safeDuringWrite = false;
 };
 

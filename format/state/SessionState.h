@@ -3,7 +3,7 @@
 #include "format/Names.h"
 #include "format/Rows.h"
 
-// Where the editor stood, in samples and in numbers of the host:
+// Where the editor stood, in samples and in the host's own numbers:
 //
 //     <sessionState ctiPosition="96000" smpteStart="0">
 //       <selectionState selectionDuration="48000" selectionStart="-100"/>

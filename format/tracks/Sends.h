@@ -6,7 +6,7 @@
 #include "format/Names.h"
 #include "format/Rows.h"
 
-// Where a track also goes:
+// Where else a track goes:
 //
 //     <sendList>
 //       <sendSlot destCompIndex="1" preFader="false" sendOutputID="4" slotIndex="0">
@@ -14,8 +14,8 @@
 //       </sendSlot>
 //     </sendList>
 //
-// A slot without "slotIndex" makes no slot, and what stands in it goes to the slot before. An
-// attribute that is not there leaves the slot as the host has it; one that is no number is 0.
+// A slot without "slotIndex" makes no slot; its content goes to the slot before it. A missing
+// attribute leaves the host's value; an attribute that is not a number is 0.
 
 namespace tses {
 

@@ -39,7 +39,7 @@ struct TrackRecord {
 };
 
 inline constexpr auto kTrackIdRows = Rows(Number<&TrackRecord::id>(names::id));
-/// The host's metronome has its track; no id finds it.
+/// The host's metronome holds its track; no id finds it.
 inline constexpr auto kMetronomeTrackIdRows = Rows(WriteOnly(Number<&TrackRecord::id>(names::id)));
 
 inline constexpr auto kTrackRows =
@@ -56,7 +56,7 @@ inline constexpr auto kInstrumentRows =
     Rows(IfTrue(StrictBool<&TrackRecord::midiAll>(names::midiAll)),
          UnlessEmpty(Text<&TrackRecord::midiIn>(names::midiIn)));
 
-/// A video track loses its index when it is saved: that is how the format stands.
+/// The format does not save the index of a video track.
 inline constexpr auto kVideoTrackRows =
     Rows(Number<&TrackRecord::id>(names::id), ReadOnly(Number<&TrackRecord::index>(names::index)),
          StrictBool<&TrackRecord::select>(names::select));

@@ -16,9 +16,9 @@
 //       <component id="trackPan"/> <component id="trackEQ"/>
 //     </trackAudioParameters>
 //
-// Its switches are on for "true" and for "1", where a track's own are on for "true" alone. "volume"
-// and "mute" of old files mean nothing: the fader and mute components carry them. So it is with the
-// pan, which old files have in an element of its own:
+// Its switches are on for "true" and for "1", while a track's own are on only for "true". "volume"
+// and "mute" of old files mean nothing: the fader and mute components carry them. Nor does the pan,
+// which old files have in an element of its own:
 //
 //     <trackPanner angle="0" panLeftRight="-0.3" radius="1" stereoSpread="0"> ... </trackPanner>
 
@@ -45,8 +45,7 @@ inline constexpr auto kTrackAudioRows =
          LenientBool<&TrackAudioRecord::soloSafe>(names::soloSafe),
          Dropped(LenientReal<&TrackAudioRecord::volume>(names::volume)));
 
-/// The id is a track's only for exactly "trackID"; for any other text or none it is that of an
-/// output of the hardware.
+/// The id is a track's only if "type" is exactly "trackID"; otherwise it is a hardware output's.
 struct TrackOutputRecord {
     bool toTrack = false;
     kelcore::int32 id = -1;

@@ -5,7 +5,7 @@
 #include "format/Names.h"
 #include "format/Rows.h"
 
-// Presets of which tracks are shown how high:
+// Presets of how high each track is shown:
 //
 //     <trackVisibilityPresets>
 //       <trackVisibilityPreset id="1" name="Voices only">

@@ -9,8 +9,8 @@ namespace tses {
 /// that passes can express half of a surrogate pair.
 ///
 /// An encoding of single bytes has many names, and a name may lead anywhere, so this asks the
-/// parser's own decoder. It recognises UTF-8 and wider units by name. @param name  as the parser
-/// knows it; ends with a zero
+/// parser's own decoder. It recognises UTF-8 and wider units by name.
+/// @param name  as the parser knows it; ends with a zero
 bool HasMarkupInPlace(const char16_t* name, DocumentEncoding encoding);
 
 }  // namespace tses
