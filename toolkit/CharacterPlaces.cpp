@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// How the characters of a document stand in its bytes.
+/// How a document stores its characters.
 struct Encoding {
     std::size_t unitSize = 1;  ///< 1: UTF-8
     bool littleEndian = false;
@@ -27,7 +27,7 @@ struct Beginning {
     Encoding encoding;
 };
 
-// A byte order mark, or what a "<" without one looks like.
+// Byte order marks, and how a "<" without one looks.
 constexpr Beginning kWideBeginnings[] = {
     {"\x00\x00\xFE\xFF"sv, {4, false, 4}},
     {"\xFF\xFE\x00\x00"sv, {4, true, 4}},
@@ -54,7 +54,7 @@ std::optional<Encoding> EncodingOf(std::string_view document) {
     return Encoding{1, false, document.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0};
 }
 
-/// The XML declaration in single bytes.
+/// The beginning of a document, with its XML declaration, in single bytes.
 std::string NarrowBegin(std::string_view document, const Encoding& encoding) {
     constexpr std::size_t kEnough = 1024;
     std::string narrow;
@@ -66,7 +66,7 @@ std::string NarrowBegin(std::string_view document, const Encoding& encoding) {
     return narrow;
 }
 
-/// Goes through a document up to a place, block by block, and counts what the parser counts twice.
+/// Walks through a document to a place, block by block, and counts what the parser counts twice.
 class Walk {
 public:
     Walk(std::string_view firstBlock, const Encoding& encoding, Place target)
@@ -76,8 +76,8 @@ public:
                            "1.1"),
           toSkip_(encoding.markSize) {}
 
-    /// Goes on towards the target, and returns how many bytes of the block were left over when it
-    /// was reached.
+    /// Walks on towards the target. Returns how many bytes of the block were left when it was
+    /// reached.
     std::size_t Pass(std::string_view block) {
         block.remove_prefix(std::min(std::exchange(toSkip_, 0), block.size()));
         while (!block.empty() && !IsReached()) {
@@ -92,7 +92,7 @@ public:
         return block.size();
     }
 
-    /// @param target  not in front of the one before
+    /// @param target  not before the previous one
     void SetTarget(Place target) { target_ = target; }
 
     bool IsReached() const {
@@ -103,7 +103,7 @@ public:
     Place Result() const { return {target_.line, target_.column - SurplusOfTarget()}; }
 
 private:
-    /// The target may lie behind the end of its line, or of the document.
+    /// The target may lie beyond the end of its line, or of the document.
     kelcore::uint64 SurplusOfTarget() const {
         return at_.line == target_.line ? surplus_ : at_.line > target_.line ? formerSurplus_ : 0;
     }
@@ -156,14 +156,14 @@ private:
 
     Encoding encoding_;
     Place target_;
-    bool hasManyLineEnds_;  // as XML 1.1 has
+    bool hasManyLineEnds_;  // as in XML 1.1
     std::size_t toSkip_;
     Place at_{1, 1};
     kelcore::uint64 surplus_ = 0;        // in the line so far
     kelcore::uint64 formerSurplus_ = 0;  // in the line before
     bool afterReturn_ = false;
-    kelcore::uint32 character_ = 0;  // that has begun
-    std::size_t bytes_ = 0;  // of it: those to come in UTF-8, those that came in wide encodings
+    kelcore::uint32 character_ = 0;  // the one that has begun
+    std::size_t bytes_ = 0;          // left of it in UTF-8, seen of it in wide encodings
 };
 
 bool IsAtBegin(Place place) {

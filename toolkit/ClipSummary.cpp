@@ -26,7 +26,7 @@ public:
         }
     }
 
-    /// What a person should know of a clip's media; nothing if they are there.
+    /// What a person should know about a clip's media; null if they are there.
     const char* MarkOfMedia(kelcore::uint32 fileId) const {
         const auto file = isFound_.find(fileId);
         if (file == isFound_.end()) {
@@ -76,7 +76,7 @@ bool Fades(const std::optional<orvo::Fade>& fade) {
     return fade && fade->startPoint != fade->endPoint;
 }
 
-/// A channel that is fed by the one of its own number would be so without a map.
+/// A map that feeds every channel from the one of the same number changes nothing.
 bool MapsChannels(const orvo::AudioClip& clip) {
     return std::any_of(
         clip.channelSources.begin(), clip.channelSources.end(),

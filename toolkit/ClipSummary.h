@@ -18,23 +18,24 @@ struct ClipSummary {
     std::string name;
     kelcore::int64 start = 0;
     kelcore::int64 duration = 0;
-    std::optional<kelcore::uint32> fileId;        ///< none: a MIDI clip
+    std::optional<kelcore::uint32> fileId;        ///< empty for a MIDI clip
     std::optional<kelcore::int64> sourceInPoint;  ///< its first sample in the file
-    /// What a person should know: "missing" (its media are not there), "no media" (the session has
-    /// no file of that id), "offline", "muted", "locked", "looped", "stretched", "fades" (of some
-    /// length), "crossfades", "takes 3", "channel map" (that changes something), "effects",
-    /// "automation", "empty".
+    /// What a person should know: "missing" (its media file is not there), "no media" (the session
+    /// has no file of that id), "offline", "muted", "locked", "looped", "stretched", "fades" (of
+    /// some length), "crossfades", "takes 3", "channel map" (one that changes something),
+    /// "effects", "automation", "empty".
     std::vector<std::string> marks;
     std::string group;  ///< the groups that it belongs to, by name
 
     friend bool operator==(const ClipSummary&, const ClipSummary&) = default;
 };
 
-/// All clips, track by track and in the order of their starts. `media` tells which are missing.
+/// All clips, track by track and in the order of their starts. `media` says which files are
+/// missing.
 std::vector<ClipSummary> SummariseClips(const orvo::Session& session,
                                         const std::vector<MediaSummary>& media);
 
-/// A clip group with the number of its members, and of those that do not exist.
+/// A clip group with the number of its members and of those members that do not exist.
 struct GroupSummary {
     kelcore::uint32 id = 0;
     std::string name;

@@ -5,15 +5,15 @@
 
 namespace toolkit {
 
-/// What a session file becomes.
+/// What a session file is converted to.
 enum class Target { SessionFile, Json };
 
-/// The conversion of a session file, on which it depends what of the session arrives.
+/// The conversion of a session file. It decides what of the session is carried over.
 struct Conversion {
     Target target = Target::SessionFile;
 
-    /// The full path of the session file, from which the relative paths in it count. Empty: it is
-    /// not known what becomes of paths, and they are not looked at.
+    /// The full path of the session file, to which its relative paths refer. If empty, the
+    /// conversion of paths is unknown and paths are not checked.
     std::u16string from = {};
 
     /// The full path of the new session file; not used for JSON.

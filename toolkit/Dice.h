@@ -7,14 +7,14 @@
 
 namespace toolkit {
 
-/// Numbers that look random and are the same for a seed on every machine: the standard says what
-/// the engine gives, but not what its distributions make of that, so they are not used. Two draws
-/// in one expression need an order that the language fixes, as that of a list in braces.
+/// Numbers that look random and are the same for a seed on every machine. The standard fixes what
+/// the engine gives but not what its distributions make of that, so this uses none of them. Draw
+/// two numbers in one expression only where the language fixes the order, as in a list in braces.
 class Dice {
 public:
     explicit Dice(kelcore::uint64 seed) : engine_(seed) {}
 
-    /// From 0 up to `count` - 1, which must not be negative.
+    /// From 0 to `count` - 1. `count` must not be 0.
     kelcore::uint32 Below(kelcore::uint32 count) {
         return static_cast<kelcore::uint32>(engine_() % count);
     }

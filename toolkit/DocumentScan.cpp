@@ -15,7 +15,7 @@ Problem NotUtf8(std::string_view content, std::size_t offset) {
     return {place, "not UTF-8", "save it as UTF-8, or let the XML declaration state its encoding"};
 }
 
-/// Looks for places only in a document of which there is something to tell.
+/// Finds places only in a document that has something to report.
 DocumentScan ScanWithPlaces(std::string_view content, const Conversion& conversion,
                             std::size_t limit, const std::stop_token& stop) {
     DocumentScan result = ScanContent(content, conversion, limit, Places::Unknown, stop);
@@ -23,7 +23,7 @@ DocumentScan ScanWithPlaces(std::string_view content, const Conversion& conversi
         result = ScanContent(content, conversion, limit, Places::Known, stop);
     }
     if (result.problem) {
-        // The parser decodes ahead of where it reads, so that it does not know where that fails.
+        // The parser decodes ahead of what it reads, so it does not know where decoding fails.
         if (const auto offset = FindMalformedUtf8(content)) {
             result.problem = NotUtf8(content, *offset);
         }

@@ -33,14 +33,14 @@ bool IsRegular(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-/// Whether a file stands there if what says that it is a folder is left out: "a.orvo/", "a.orvo/.".
+/// Whether a file is there once the folder ending is removed: "a.orvo/", "a.orvo/.".
 bool IsFileNamedAsFolder(const std::string& path) {
     const std::size_t last = path.find_last_not_of("/.");
     const std::size_t slash = path.find('/', last);
     return slash != std::string::npos && IsRegular(path.substr(0, slash));
 }
 
-/// For a stream that somebody set up not to wait.
+/// For a stream that somebody made non-blocking.
 void WaitForInput(int descriptor) {
     pollfd awaited{.fd = descriptor, .events = POLLIN, .revents = 0};
     ::poll(&awaited, 1, -1);
@@ -140,7 +140,7 @@ std::variant<std::string, Problem> ReadFileContent(const std::string& path,
         }
         return content;
     } catch (const std::bad_alloc&) {
-        return Problem{{}, "cannot be read", "it is larger than the memory that there is"};
+        return Problem{{}, "cannot be read", "it is larger than the available memory"};
     }
 }
 

@@ -12,7 +12,7 @@
 
 namespace toolkit {
 
-/// What tells a file from another, and its content from what it was before a change.
+/// What distinguishes a file from another, and its content from its content before a change.
 struct FileIdentity {
     kelcore::uint64 device = 0;
     kelcore::uint64 number = 0;
@@ -23,36 +23,34 @@ struct FileIdentity {
     friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
-/// Of the file that stands at the path now; nothing if there is none.
+/// The identity of the file at the path; no value if there is none.
 std::optional<FileIdentity> IdentityOf(const std::string& path);
 
-/// Why there is no file at the path whose content could be had, as far as that shows without it
-/// being opened.
+/// Why the path has no file that can be read, as far as that shows without opening it.
 std::optional<Problem> FindProblem(const std::string& path);
 
 /// A file that is read block by block, so that it need not fit into memory.
 class FileBlocks {
 public:
-    /// Opens a file. Never waits: what is not a regular file is a problem, also when something else
-    /// takes the file's place while it is looked at.
+    /// Opens a file. Never waits: anything but a regular file is a problem, even if it takes the
+    /// file's place at the last moment.
     /// @param path  as the system's calls take it
     explicit FileBlocks(const std::string& path);
 
-    /// What is open already, of any kind; it stays open. A stream is waited for.
+    /// Reads from an open descriptor of any kind, which stays open. Waits for a stream.
     explicit FileBlocks(int descriptor);
 
     ~FileBlocks();
     FileBlocks(const FileBlocks&) = delete;
     FileBlocks& operator=(const FileBlocks&) = delete;
 
-    /// The next bytes, which stay until the next call; none at the end, and where there is a
-    /// problem.
+    /// The next bytes, valid until the next call; empty at the end and if there is a problem.
     std::string_view Next();
 
-    /// Why not all could be read.
+    /// Why not everything could be read.
     const std::optional<Problem>& Failure() const { return failure_; }
 
-    /// Of the file when it was opened; 0 if that is not known.
+    /// The size of the file when it was opened; 0 if unknown.
     std::size_t Size() const { return size_; }
 
 private:
@@ -63,9 +61,9 @@ private:
     std::vector<char> block_;
 };
 
-/// The whole content of a file, or why it cannot be had, as `FileBlocks` reads it.
+/// The whole content of a file, read as `FileBlocks` does, or why it cannot be read.
 /// @param path  as the system's calls take it
-/// @param stop  ends the reading before the next block; the content is then cut there
+/// @param stop  ends the reading before the next block; the content is then cut off there
 std::variant<std::string, Problem> ReadFileContent(const std::string& path,
                                                    const std::stop_token& stop = {});
 

@@ -15,7 +15,7 @@ using namespace std::string_view_literals;
 
 struct Kind {
     std::string_view begin;
-    std::string_view form;  ///< eight bytes behind the begin of the file; empty: any
+    std::string_view form;  ///< eight bytes into the file; empty: any
     const char* what;
     const char* advice;
 };
@@ -44,19 +44,19 @@ bool Fits(const Kind& kind, std::string_view content) {
             (content.size() > kFormOffset && content.substr(kFormOffset).starts_with(kind.form)));
 }
 
-/// The first character of a text of UTF-8 that is no blank; 0 if there is none.
+/// The first character of a UTF-8 text that is not a blank; 0 if there is none.
 char FirstOf(std::string_view content) {
     content.remove_prefix(content.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
     const std::size_t first = content.find_first_not_of(" \t\r\n");
     return first != std::string_view::npos ? content[first] : '\0';
 }
 
-/// A session as JSON is an object, and what info prints is a list.
+/// A session in JSON is an object; the output of info is a list.
 bool IsJson(std::string_view content) {
     return FirstOf(content) == '{' || FirstOf(content) == '[';
 }
 
-/// Without a byte order mark, a zero tells it: JSON and XML begin with a character of ASCII.
+/// Without a byte order mark, a zero reveals it: JSON and XML begin with an ASCII character.
 bool IsUtf16(std::string_view content) {
     return content.starts_with("\xFF\xFE"sv) || content.starts_with("\xFE\xFF"sv) ||
            content.substr(0, 2).find('\0') != content.npos;

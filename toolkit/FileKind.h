@@ -8,12 +8,12 @@
 
 namespace toolkit {
 
-/// What a file is instead of a session, as far as its first bytes tell, and what to do with it;
-/// nothing if they tell nothing.
+/// What a file is instead of a session, as far as its first bytes show, and what to do with it; no
+/// value if they do not show it.
 /// @param path  as the system's calls take it
 std::optional<Problem> RecogniseOtherKind(const std::string& path);
 
-/// The same of what was taken for JSON.
+/// The same for what should be JSON.
 /// @param begin  its first bytes; a few dozen are enough
 std::optional<Problem> RecogniseOtherKindThanJson(std::string_view begin);
 

@@ -3,13 +3,13 @@
 #include <string>
 #include <string_view>
 
-/// What names of files tell without a look at the files.
+/// What the names of files say without looking at the files.
 namespace toolkit {
 
-/// Whether the name ends like a folder's. The plug-in would ignore that ending.
+/// Whether the name ends like a folder's. The plug-in ignores such an ending.
 bool IsNamedAsFolder(std::string_view name);
 
-/// The letters from A to Z in lower case; all else stays.
+/// Turns the letters from A to Z into lower case; everything else stays.
 char ToLower(char letter);
 std::string ToLower(std::string_view text);
 

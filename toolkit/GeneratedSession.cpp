@@ -31,7 +31,7 @@ orvo::File MakeFile(uint32 id, Dice& dice) {
             .mediaHandler = "kel.importer.wave"};
 }
 
-/// A file for every four clips, and one at least.
+/// One file for every four clips, and at least one.
 uint32 CountFiles(const GeneratedSize& size) {
     const uint64 clips = uint64{size.tracks} * size.clips;
     return static_cast<uint32>(clips / 4 + 1);
@@ -39,7 +39,7 @@ uint32 CountFiles(const GeneratedSize& size) {
 
 // Tracks
 
-/// The kinds of the tracks, from the first to the last. The video track is none of them.
+/// The kinds of the tracks, from the first to the last, without the video track.
 std::vector<TrackKind> PlanTracks(uint32 count) {
     std::vector<TrackKind> kinds;
     for (uint32 i = 0; i + 1 < count; ++i) {
@@ -51,7 +51,7 @@ std::vector<TrackKind> PlanTracks(uint32 count) {
     return kinds;
 }
 
-/// What the tracks of a session know of each other.
+/// What the tracks of a session know about each other.
 Routing PlanRouting(const std::vector<TrackKind>& kinds, uint32 firstId, uint32 files) {
     Routing routing;
     routing.masterId = firstId + static_cast<uint32>(kinds.size()) - 1;
@@ -92,7 +92,7 @@ orvo::ClipGroup MakeGroup(uint32 id, const orvo::AudioTrack& track, Dice& dice) 
     return group;
 }
 
-/// The clips that every fourth track begins with are a group.
+/// Groups the first clips of every fourth track.
 void AddGroups(orvo::Session& session, Dice& dice) {
     uint32 id = 1;
     for (std::size_t i = 0; i < session.audioTracks.size(); i += 4) {

@@ -5,24 +5,24 @@
 
 namespace toolkit {
 
-/// How much there is to be in a generated session.
+/// The size of a generated session.
 struct GeneratedSize {
     kelcore::uint32 tracks = 16;     ///< of all kinds together, the master among them; at least 1
-    kelcore::uint32 clips = 52;      ///< on each track that has clips: all but busses and master
-    kelcore::uint32 slots = 3;       ///< effects in the rack of each track of the audio side
+    kelcore::uint32 clips = 52;      ///< on each track except busses and the master
+    kelcore::uint32 slots = 3;       ///< effects in the rack of each audio-side track
     kelcore::uint32 keyframes = 64;  ///< in each lane: of every fader and of every effect
 };
 
-/// How many tracks, clips, effects and keyframes come of that, at most.
+/// The most tracks, clips, effects and keyframes that a session of this size can have.
 kelcore::uint64 CountItems(const GeneratedSize& size);
 
-/// The most that `CountItems` may give: a session file holds lists of that length together.
+/// The most that `CountItems` may return: all lists of a session file together may be that long.
 inline constexpr kelcore::uint64 kMostGeneratedItems = 8 * 1024 * 1024;
 
-/// A session as one might be in the editor: the last track is the master, others are audio tracks,
-/// a few instruments and busses, and a video track in front if there are eight tracks or more.
-/// Clips follow each other, some of them faded, stretched or looped; effects have parameters and
-/// saved states; tracks feed the busses. The media exist on no machine.
+/// A session as an editor might have it. The last track is the master; the others are audio tracks,
+/// a few instruments and busses, and, from eight tracks on, a video track in front. Clips follow
+/// each other, some of them faded, stretched or looped. Effects have parameters and saved states,
+/// and tracks feed the busses. The media files exist on no machine.
 ///
 /// The same size and seed give the same session everywhere.
 orvo::Session GenerateSession(const GeneratedSize& size, kelcore::uint64 seed);

@@ -140,7 +140,7 @@ orvo::EffectsRack TrackMaker::MakeRack() {
     return rack;
 }
 
-/// One to a bus, and now and then one to another bus.
+/// One send to a bus, and sometimes a second to another bus.
 orvo::SendList TrackMaker::MakeSends() {
     orvo::SendList sends;
     const uint32 count = dice_.OneIn(4) ? 2 : 1;

@@ -22,7 +22,7 @@ struct Routing {
     kelcore::uint32 files = 1;  ///< their ids count from 1
 };
 
-/// Makes tracks one after the other; ids of clips go on from track to track.
+/// Makes tracks one after the other; the ids of clips continue from track to track.
 class TrackMaker {
 public:
     /// All three must outlive the maker.
@@ -32,7 +32,7 @@ public:
     orvo::AudioTrack MakeTrack(kelcore::uint32 id, kelcore::uint32 index, orvo::TrackKind kind);
     orvo::VideoTrack MakeVideoTrack(kelcore::uint32 id);
 
-    /// The sample after the last one of all clips so far.
+    /// The sample after the end of all clips so far.
     kelcore::int64 End() const { return end_; }
 
 private:

@@ -35,7 +35,7 @@ bool HasDrive(std::u16string_view path) {
     return path.size() > 2 && IsLetter(path[0]) && path[1] == u':' && IsSlash(path[2]);
 }
 
-/// The scheme of a URL, in small letters; empty for a path. A name may have a colon in it.
+/// The scheme of a URL, in lower case; empty for a path. A file name may contain a colon.
 std::string SchemeOf(std::u16string_view path) {
     std::string scheme;
     for (const char16_t unit : path.substr(0, path.find(u':'))) {
@@ -51,7 +51,7 @@ std::string SchemeOf(std::u16string_view path) {
     return isUrl ? scheme : std::string();
 }
 
-/// The byte that two digits at the begin of a text stand for; 0 if they are none.
+/// The byte for the two hexadecimal digits at the beginning of a text; 0 if there are none.
 unsigned ByteOf(std::string_view text) {
     constexpr std::string_view kDigits = "0123456789abcdef";
     const std::size_t high = text.size() < 2 ? kDigits.npos : kDigits.find(ToLower(text[0]));
@@ -59,7 +59,7 @@ unsigned ByteOf(std::string_view text) {
     return high == kDigits.npos || low == kDigits.npos ? 0 : static_cast<unsigned>(high * 16 + low);
 }
 
-/// The bytes that a part of a URL without %00 stands for; none if it is malformed.
+/// Decodes a part of a URL without %00; no value if it is malformed.
 std::optional<std::string> DecodePercents(std::string_view text) {
     std::string bytes;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -77,7 +77,7 @@ std::optional<std::string> DecodePercents(std::string_view text) {
     return bytes;
 }
 
-/// @param rest  of the URL, behind its scheme and the colon
+/// @param rest  of the URL, after its scheme and the colon
 Resolved PathOfFileUrl(std::string_view rest) {
     if (rest.starts_with("//")) {
         rest.remove_prefix(2);
@@ -103,7 +103,7 @@ Resolved PathOfFileUrl(std::string_view rest) {
         return Refusal{"a % in this URL is not followed by the number of a byte",
                        "write % as %25 in a name"};
     }
-    // A path with a drive has a slash in front of it in a URL.
+    // In a URL, a path with a drive has a slash before it.
     std::u16string path = kelcore::PathFromBytes(*bytes);
     return HasDrive(std::u16string_view(path).substr(1)) ? path.substr(1) : path;
 }

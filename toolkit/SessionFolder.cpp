@@ -9,8 +9,8 @@
 namespace toolkit {
 namespace {
 
-/// Adds what is in one folder, and returns the folders in it. It is closed again before those are
-/// opened, so that they may nest deeper than a process may have folders open.
+/// Adds what is in one folder and returns the folders in it. Closes the folder before the caller
+/// opens those, so that they may nest deeper than a process may have folders open.
 std::vector<std::filesystem::path> LookInto(const std::filesystem::path& folder,
                                             FolderContent& content) {
     std::vector<std::filesystem::path> below;

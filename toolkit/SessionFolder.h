@@ -7,7 +7,7 @@
 
 namespace toolkit {
 
-/// A folder below the one that was searched, and why what is in it is not known.
+/// A folder below the searched one, and why its content is unknown.
 struct UnreadFolder {
     std::string path;
     Problem problem;
@@ -18,8 +18,9 @@ struct FolderContent {
     std::vector<UnreadFolder> unread;
 };
 
-/// The session files in a folder and all folders in it, by their extension in any case,
-/// sorted by their paths. Links to files are taken, links to folders are not followed.
+/// The session files in a folder and in all folders below it, sorted by path. Recognises them by
+/// their extension in upper or lower case. Includes links to files but does not follow links to
+/// folders.
 /// @param folder  as the system's calls take it
 FolderContent FindSessions(const std::string& folder);
 

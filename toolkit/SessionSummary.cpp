@@ -115,7 +115,7 @@ std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sa
     }
     const auto bits = static_cast<kelcore::uint64>(samples);
     const kelcore::uint64 magnitude = samples < 0 ? 0 - bits : bits;
-    // Whole seconds first: all of it in milliseconds may be more than 64 bits hold.
+    // Whole seconds first: the milliseconds of the whole may not fit into 64 bits.
     kelcore::uint64 seconds = magnitude / sampleRate;
     kelcore::uint64 milliseconds = (magnitude % sampleRate * 1000 + sampleRate / 2) / sampleRate;
     seconds += milliseconds / 1000;

@@ -17,14 +17,14 @@ struct MediaSummary {
     kelcore::uint32 id = 0;
     std::string path;
     std::string handlerId;
-    std::string handlerName;  ///< what people call the handler; its identifier where it has no name
+    std::string handlerName;  ///< for people; the identifier of a handler without a name
     bool found = false;
-    std::optional<StoredPaths> stored;  ///< what the document says, of missing media
+    std::optional<StoredPaths> stored;  ///< of missing media, as the document has them
 
     friend bool operator==(const MediaSummary&, const MediaSummary&) = default;
 };
 
-/// What a person wants to know of a session at first sight.
+/// What a person wants to know about a session at first sight.
 struct SessionSummary {
     std::string format;  ///< the sentence that names the application; may be empty
     kelcore::uint32 sampleRate = 0;
@@ -32,12 +32,12 @@ struct SessionSummary {
     kelcore::uint32 bitDepth = 0;
     kelcore::int64 duration = 0;  ///< in samples
     orvo::AudioDevice audioDevice;
-    double beatsPerMinute = 0;  ///< 0: not said
+    double beatsPerMinute = 0;  ///< 0: unknown
     kelcore::int32 beatsPerBar = 0;
     kelcore::int32 noteLength = 0;
     orvo::TimeFormat timeFormat;
     kelcore::int64 smpteStart = 0;  ///< the timecode of the first sample, taken as samples
-    bool tempoChanges = false;      ///< the musical timeline has tempo events, and the like
+    bool tempoChanges = false;      ///< the musical timeline has such events
     bool timeSignatureChanges = false;
     bool keySignatureChanges = false;
     bool metronomeOn = false;
@@ -50,29 +50,30 @@ struct SessionSummary {
     std::vector<MediaSummary> MissingMedia() const;
     std::size_t MissingCount() const;
 
-    /// `smpteStart` as the session shows times: timecode where it does, else as `FormatTime`.
+    /// `smpteStart` as the session shows times: as timecode if it uses timecode, else as
+    /// `FormatTime`.
     std::optional<std::string> FormatSmpteStart() const;
 
-    /// Gives missing media the paths that the document says of them.
+    /// Gives missing media the paths that the document has for them.
     void AddStoredPaths(const std::map<kelcore::uint32, StoredPaths>& paths);
 };
 
 /// Whether there is a file at a full path.
 using FileTest = std::function<bool(const std::string& path)>;
 
-/// Whether a regular file is there, links followed.
+/// Whether the path leads to a regular file, directly or through links.
 bool IsMediaFile(const std::string& path);
 
 SessionSummary Summarise(const orvo::Session& session, const FileTest& exists);
 
-/// A count of samples as "h:mm:ss.mmm", to the nearest millisecond, with "-" in front for a
-/// negative one. None when the rate is 0.
+/// A count of samples as "h:mm:ss.mmm", to the nearest millisecond, with "-" in front if it is
+/// negative. No value if the rate is 0.
 std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sampleRate);
 
 /// How times are shown, as people call it: "samples", "timecode, 25 frames a second", ...
 std::string TimeFormatName(const orvo::TimeFormat& format);
 
-/// "mono", "stereo", "5.1", or none for counts without a name.
+/// "mono", "stereo", "5.1"; no value for counts without a name.
 std::optional<std::string> ChannelLayoutName(kelcore::int32 channelCount);
 
 }  // namespace toolkit

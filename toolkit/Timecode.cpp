@@ -11,7 +11,7 @@ using kelcore::uint64;
 
 struct FrameRate {
     uint64 count = 0;   ///< frames that are counted as a second
-    bool ntsc = false;  ///< and last 1.001 seconds
+    bool ntsc = false;  ///< they last 1.001 seconds
     bool drop = false;
 };
 
@@ -37,7 +37,8 @@ std::optional<FrameRate> FrameRateOf(const orvo::TimeFormat& format) {
                : std::nullopt;
 }
 
-/// To the nearest frame. Whole periods first: all of it at once may be more than 64 bits hold.
+/// To the nearest frame. Whole periods first: the product with all samples may not fit into 64
+/// bits.
 std::optional<uint64> FramesIn(uint64 samples, kelcore::uint32 sampleRate, const FrameRate& rate) {
     const uint64 period = uint64{sampleRate} * (rate.ntsc ? 1001 : 1);  // in samples
     const uint64 perPeriod = rate.count * (rate.ntsc ? 1000 : 1);
@@ -49,7 +50,7 @@ std::optional<uint64> FramesIn(uint64 samples, kelcore::uint32 sampleRate, const
     return periods * perPeriod + (samples % period * perPeriod + period / 2) / period;
 }
 
-/// Adds the numbers that are left out: the first two, or four at 60, of each minute but every
+/// Adds the numbers that are left out: the first two, or four at 60, of each minute except every
 /// tenth.
 uint64 WithDroppedNumbers(uint64 frames, const FrameRate& rate) {
     const uint64 dropped = rate.count / 15;

@@ -8,8 +8,9 @@
 
 namespace toolkit {
 
-/// A position in samples as "hh:mm:ss:ff", to the nearest frame; with drop frame "hh:mm:ss;ff",
-/// where NTSC leaves out numbers of frames. Nothing if the format is no timecode, or has no rate.
+/// A position in samples as "hh:mm:ss:ff", to the nearest frame. With drop frame it is
+/// "hh:mm:ss;ff", and some frame numbers are left out. No value if the format is not timecode or
+/// has no rate.
 std::optional<std::string> FormatTimecode(kelcore::int64 samples, kelcore::uint32 sampleRate,
                                           const orvo::TimeFormat& format);
 

@@ -48,7 +48,8 @@ std::string NameOr(const std::string& name, const std::string& otherwise) {
     return name.empty() ? otherwise : name;
 }
 
-/// A track by its id as routing gives it. One that is not there, or has no name, is told by number.
+/// The name of the track with the id. A track that does not exist or has no name goes by its
+/// number.
 std::string TrackName(const orvo::Session& session, kelcore::int32 id) {
     const auto track = std::find_if(
         session.audioTracks.begin(), session.audioTracks.end(),
@@ -63,7 +64,7 @@ std::string PortName(const std::vector<orvo::AudioPort>& ports, kelcore::int32 i
     return port != ports.end() ? NameOr(port->name, Numbered("port ", id)) : Numbered("port ", id);
 }
 
-/// As sessions are saved: an id above 0 is a track, everything else goes to the hardware.
+/// As sessions are saved: an id above 0 is a track, anything else goes to the hardware.
 std::string OutputName(const orvo::Session& session, const orvo::AudioTrack& track) {
     if (track.outputTrackId > 0) {
         return TrackName(session, track.outputTrackId);

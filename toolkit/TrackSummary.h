@@ -10,7 +10,7 @@
 
 namespace toolkit {
 
-/// How much automation there is. A lane without keyframes counts for nothing: no file keeps it.
+/// The amount of automation. A lane without keyframes does not count, because no file keeps it.
 struct AutomationCount {
     std::size_t lanes = 0;
     std::size_t keyframes = 0;
@@ -22,7 +22,7 @@ struct AutomationCount {
 /// An effect in a rack.
 struct EffectSummary {
     kelcore::uint32 slotIndex = 0;
-    std::string name;  ///< the component's name, or its id where it has none; empty: an empty slot
+    std::string name;  ///< the component's name, else its id; empty: an empty slot
     std::string preset;
     bool bypassed = false;
     std::size_t parameters = 0;
@@ -33,7 +33,7 @@ struct EffectSummary {
     friend bool operator==(const EffectSummary&, const EffectSummary&) = default;
 };
 
-/// A send, by where it goes.
+/// A send and where it goes.
 struct SendSummary {
     std::string destination;
     std::optional<kelcore::int32> component;  ///< of the destination's effects, if it feeds one
@@ -50,7 +50,7 @@ struct TrackSummary {
     TrackFamily family = TrackFamily::Audio;
     kelcore::uint32 id = 0;
     std::string name;
-    kelcore::uint32 channelCount = 0;  ///< 0: not said
+    kelcore::uint32 channelCount = 0;  ///< 0: unknown
     std::string output;     ///< the track or port that it goes to, by name; empty: nowhere
     std::string input;      ///< the port that it records from, by name; empty: none
     std::string midiInput;  ///< the MIDI inputs that an instrument hears; empty: none

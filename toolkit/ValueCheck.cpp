@@ -20,7 +20,7 @@ bool IsNumber(std::u16string_view text) {
     return kelcore::StringToNumber(text, ignored);
 }
 
-/// Of a number that is too small for its type, only 0 is left.
+/// A number that is too small for its type reads as 0.
 template <std::floating_point Real>
 bool IsNumber(std::u16string_view text) {
     const std::u16string_view digits = text.substr(0, text.find_first_of(u"eE"));
@@ -42,7 +42,7 @@ bool IsWord(Words words, std::u16string_view text) {
     return std::find(words.begin(), words.end(), text) != words.end();
 }
 
-/// A reader takes any number; a session file is given the last word for one that has none.
+/// A reader accepts any number; a session file gets the last word for a number without a word.
 bool IsNumberOfWord(Words words, std::u16string_view text, Target target) {
     kelcore::uint32 place = 0;
     return kelcore::StringToNumber(text, place) && (target == Target::Json || place < words.size());

@@ -48,7 +48,7 @@ const Element* FindCarried(std::u16string_view name, tses::State parent) {
     return element != nullptr && !element->isDropped ? element : nullptr;
 }
 
-/// The attribute of that name; null if what it says is lost.
+/// The attribute of that name; null if its value is lost.
 const Attribute* FindCarried(const Element& element, std::u16string_view name) {
     const Attribute* const attribute = element.FindAttribute(name);
     return attribute != nullptr && !attribute->isDropped ? attribute : nullptr;
@@ -58,7 +58,7 @@ bool IsWhiteSpace(std::u16string_view text) {
     return text.find_first_not_of(u" \t\r\n\u0085\u2028") == std::u16string_view::npos;
 }
 
-/// Attributes, and declarations of namespaces.
+/// Attributes and declarations of namespaces together.
 constexpr XMLSize_t kMostAttributes = tses::limits::kAttributes + tses::limits::kPrefixes;
 
 class Scanner final : public xercesc::DefaultHandler {
@@ -74,7 +74,7 @@ public:
           length_(limit == std::numeric_limits<std::size_t>::max() ? Length::Whole : Length::Short),
           joint_(conversion, length_),
           parser_(*this) {
-        // The same events for a document without a document type, in less time.
+        // For a document without a document type, this scanner gives the same events in less time.
         parser_.setProperty(xercesc::XMLUni::fgXercesScannerName,
                             const_cast<XMLCh*>(xercesc::XMLUni::fgDGXMLScanner));
         parser_.setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
@@ -100,7 +100,7 @@ public:
         }
     }
 
-    /// Says of what was found where it is.
+    /// Adds the places of everything that was found.
     void FindPlaces() {
         if (places_ == Places::Known) {
             FindPlaces(tags_, result_.notCarried);
@@ -185,8 +185,8 @@ private:
     /// Ends the parse from within a callback.
     struct Ended {};
 
-    /// The library's SAX2 parser, but that tags and texts come as its scanner has them. To hand
-    /// them on by the calls of SAX2 took a tenth of a scan.
+    /// The library's SAX2 parser, except that tags and texts come directly from its scanner.
+    /// Passing them on through the calls of SAX2 took a tenth of a scan.
     class Parser final : public xercesc::SAX2XMLReaderImpl {
     public:
         explicit Parser(Scanner& scanner) : scanner_(scanner) {}
@@ -211,7 +211,7 @@ private:
         Scanner& scanner_;
     };
 
-    /// A number is one however it is written.
+    /// Two spellings of a number are the same key.
     using Key = std::variant<kelcore::uint32, std::u16string>;
 
     struct OpenElement {
@@ -251,7 +251,7 @@ private:
         return places_ == Places::Known ? BeginsOf({Here()}, content_).front() : Place{};
     }
 
-    /// Elements of one kind stand together, so that the kind of the one before is tried first.
+    /// Elements of one kind stand together, so this tries the kind of the previous one first.
     const Element* FindRow(std::u16string_view name) {
         if (open_.empty()) {
             return name == tses::kRootElement.name ? &tses::kRootElement : nullptr;
@@ -281,7 +281,7 @@ private:
         throw Ended();
     }
 
-    /// A first line that cannot even be decoded has no place to the parser.
+    /// If the first line cannot be decoded, the parser knows no place.
     void NotWellFormed(Place place, const XMLCh* message) {
         if (place.line == 0) {
             place = {1, 1};
@@ -353,7 +353,7 @@ private:
                                  : Quoted(std::get<std::u16string>(key), length_);
     }
 
-    /// Whether it is, of those that must have different keys, the first one with that key.
+    /// Whether this is the first element with the key, among those that must have different keys.
     bool IsFirst(const Element& row, const Key& key) {
         switch (row.occurrence.unique) {
             case Occurrence::Unique::Nowhere:

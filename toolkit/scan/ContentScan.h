@@ -7,10 +7,10 @@
 
 namespace toolkit {
 
-/// Whether a scan is to know where things are, which takes a tenth of it.
+/// Whether a scan finds out where things are. That takes a tenth of its time.
 enum class Places { Unknown, Known };
 
-/// Looks the content of a session file over. Starts and stops the XML library meanwhile.
+/// Scans the content of a session file. Starts the XML library and stops it again.
 DocumentScan ScanContent(std::string_view content, const Conversion& conversion, std::size_t limit,
                          Places places, const std::stop_token& stop);
 

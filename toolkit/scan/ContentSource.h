@@ -7,7 +7,7 @@
 
 namespace toolkit {
 
-/// The document, which ends early for a parser that is to stop.
+/// The document. It ends early when the parser is to stop.
 class ContentSource final : public xercesc::InputSource {
 public:
     ContentSource(std::string_view content, const std::stop_token& stop)

@@ -31,7 +31,7 @@ bool IsTrue(std::optional<std::u16string_view> text) {
     return text == u"true" || text == u"1";
 }
 
-/// NTSC timecode has three rates; a reader takes each other one for 30.
+/// NTSC timecode has three rates; a reader takes any other rate for 30.
 std::vector<std::string> OfTimeFormat(const ScannedAttributes& attributes) {
     constexpr std::array kRates = {24, 30, 60};
     kelcore::int32 rate = 0;
@@ -47,7 +47,7 @@ std::vector<std::string> OfTimeFormat(const ScannedAttributes& attributes) {
             ", which NTSC timecode does not have"};
 }
 
-/// A reader takes the pixel type 0 for 1.
+/// A reader takes pixel type 0 for 1.
 std::vector<std::string> OfVideoFormat(const ScannedAttributes& attributes) {
     kelcore::int32 type = 1;
     const auto text = attributes.Find(names::pixelType);
@@ -61,7 +61,7 @@ bool Exists(std::u16string_view path) {
     return kelcore::File(path).Exists();
 }
 
-/// Whether a session file at `location` that has the path states a relative one to that place.
+/// Whether a session file at `location` that holds `path` also states a relative path to `place`.
 bool StatesRelatively(std::u16string_view path, std::u16string_view place,
                       std::u16string_view location) {
     const std::u16string relative = kelcore::MakeNormalizedRelativePath(path, location);
@@ -91,8 +91,8 @@ std::vector<std::string> JointLosses::AtStart(std::u16string_view name,
     return {};
 }
 
-/// A reader ends a session of the first version with the one position, and every other with the
-/// other. JSON has what a reader ended with.
+/// A reader ends a session of the first version with one position, and any other session with
+/// another. JSON has the position that a reader ended with.
 std::vector<std::string> JointLosses::AtEnd(std::u16string_view name) const {
     if (name != names::session || conversion_.target == Target::Json ||
         ctiPosition_ == selectionStart_) {
@@ -111,14 +111,14 @@ std::vector<std::string> JointLosses::AtEnd(std::u16string_view name) const {
             position(newVersion) + " in a file of version " + Quoted(newVersion)};
 }
 
-/// The new file has the one path that a reader chooses: the absolute one, unless the relative one
-/// alone leads to a file, which is then where the media are. A new session file has that path as
-/// seen from itself, too, and from JSON such a file can be made.
+/// The new file has the one path that a reader chooses: the absolute one, unless only the relative
+/// one leads to a file; then the media are there. A new session file also has that path relative to
+/// itself, and so will a session file made from JSON.
 std::vector<std::string> JointLosses::OfFile(const ScannedAttributes& attributes) const {
     const std::u16string& from = conversion_.from;
     const std::u16string_view absolute = attributes.Find(names::absolutePath).value_or(u"");
     const std::u16string_view relative = attributes.Find(names::relativePath).value_or(u"");
-    // Mostly both are one path, and the system is not asked then.
+    // Usually both are the same path; then the file system need not be asked.
     if (from.empty() || absolute.empty() || kelcore::LeadsPlainlyTo(absolute, relative, from)) {
         return {};
     }

@@ -11,8 +11,9 @@
 
 namespace toolkit {
 
-/// Finds losses that no single attribute shows: from attributes together, from the kind of
-/// conversion, or from values that a reader replaces. Call it for each element in document order.
+/// Finds losses that no single attribute shows: those that follow from several attributes, from the
+/// kind of conversion, or from values that a reader replaces. Call it for each element in document
+/// order.
 class JointLosses {
 public:
     explicit JointLosses(const Conversion& conversion, Length length = Length::Short)
@@ -28,7 +29,7 @@ private:
     const Conversion& conversion_;
     Length length_;
 
-    /// What the position depends on that reading a session ends with.
+    /// They decide the position that reading a session ends with.
     std::u16string version_;
     kelcore::int64 ctiPosition_ = 0;
     kelcore::int64 selectionStart_ = 0;

@@ -4,7 +4,7 @@
 
 namespace toolkit {
 
-/// Starts the XML library, which counts its starts, and stops it.
+/// Starts the XML library, which counts its starts, and stops it again.
 class LibraryUse {
 public:
     LibraryUse() { xercesc::XMLPlatformUtils::Initialize(); }

@@ -7,12 +7,12 @@
 
 namespace toolkit {
 
-/// The parser's texts may be null.
+/// The parser's texts may be null; null gives an empty view.
 inline std::u16string_view ViewOf(const XMLCh* text) {
     return text != nullptr ? std::u16string_view(text) : std::u16string_view();
 }
 
-/// The attributes of a tag as the parser has them, declarations of namespaces included.
+/// The attributes of a tag as the parser has them, including declarations of namespaces.
 class ScannedAttributes {
 public:
     using XMLAttr = xercesc::XMLAttr;
@@ -55,7 +55,8 @@ public:
         return false;
     }
 
-    /// The value that counts of those with that name; none without one, and for an empty name.
+    /// The value that counts among those with that name; no value without one, or for an empty
+    /// name.
     std::optional<std::u16string_view> Find(std::u16string_view name) const {
         if (name.empty()) {
             return std::nullopt;

@@ -28,7 +28,7 @@ namespace {
 
 namespace names = tses::names;
 
-/// A file as a stream, so that how far it is read can be seen from outside.
+/// A file as a stream of its own, so that the caller can see how far it has been read.
 class FileSource final : public xercesc::InputSource {
 public:
     explicit FileSource(const std::string& path) : InputSource(u"session"), path_(path) {}
@@ -68,7 +68,7 @@ public:
         setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
         setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
         setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
-        setContentHandler(&errors_);  // else the scanner does not tell of elements
+        setContentHandler(&errors_);  // or the scanner does not report elements
         setErrorHandler(&errors_);
     }
 
@@ -127,7 +127,8 @@ std::map<kelcore::uint32, StoredPaths> FindStoredPaths(const std::string& path) 
     try {
         finder.parse(source);
     } catch (const xercesc::SAXException&) {
-        // The plug-in has read the file; if it is another one by now, this much is still known.
+        // The plug-in has read the file. If it has changed since, what was found so far still
+        // counts.
     } catch (const xercesc::XMLException&) {
     } catch (const xercesc::OutOfMemoryException&) {
         throw std::bad_alloc();

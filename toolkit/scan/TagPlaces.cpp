@@ -14,7 +14,7 @@ bool IsBefore(const TagEnd& one, const TagEnd& other) {
                                               : one.place.column < other.place.column;
 }
 
-/// The columns of offsets that come in the document's order. Each counts on from the one before.
+/// The columns of offsets in the document's order. Each call counts on from the one before.
 class Columns {
 public:
     explicit Columns(std::string_view document) : document_(document) {}
@@ -33,7 +33,7 @@ private:
     kelcore::uint64 column_ = 1;
 };
 
-/// In a document where "<" is a byte.
+/// For a document where "<" is a byte.
 std::vector<Place> BeginsByBytes(const std::vector<TagEnd>& ends, std::string_view document) {
     std::vector<Place> places;
     Columns columns(document);
@@ -45,7 +45,7 @@ std::vector<Place> BeginsByBytes(const std::vector<TagEnd>& ends, std::string_vi
     return places;
 }
 
-/// Where "<" is of more bytes, tags are told by their ends.
+/// Where "<" has several bytes, the place of a tag is its end.
 std::vector<Place> EndsInCharacters(const std::vector<TagEnd>& ends, std::string_view document) {
     std::vector<Place> places;
     for (const TagEnd& end : ends) {

@@ -8,14 +8,14 @@
 
 namespace toolkit {
 
-/// Where a tag ends, which is what the parser tells.
+/// Where a tag ends, which is what the parser reports.
 struct TagEnd {
-    Place place;         ///< behind the tag
+    Place place;         ///< just after the tag
     std::size_t offset;  ///< the same in bytes
 };
 
-/// Where the tags begin that end there. Takes time by the length of the document and the number of
-/// tags, however many stand on one line.
+/// Where the tags with these ends begin. The time grows with the length of the document and the
+/// number of tags, however many are on one line.
 std::vector<Place> BeginsOf(const std::vector<TagEnd>& ends, std::string_view document);
 
 }  // namespace toolkit
