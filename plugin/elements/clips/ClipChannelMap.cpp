@@ -1,4 +1,4 @@
-#include "plugin/elements/clips/ClipChannelMap.h"
+#include "plugin/elements/clips/Writers.h"
 
 #include "format/clips/ClipParts.h"
 #include "plugin/serializer/HostItems.h"

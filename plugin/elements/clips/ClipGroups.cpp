@@ -1,4 +1,4 @@
-#include "plugin/elements/clips/ClipGroups.h"
+#include "plugin/elements/clips/Writers.h"
 
 #include "format/clips/ClipGroup.h"
 #include "host/ClipGroups.h"

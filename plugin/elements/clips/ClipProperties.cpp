@@ -1,4 +1,4 @@
-#include "plugin/elements/clips/ClipProperties.h"
+#include "plugin/elements/clips/Writers.h"
 
 #include "format/clips/ClipParts.h"
 #include "plugin/serializer/HostText.h"

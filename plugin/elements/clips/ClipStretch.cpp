@@ -1,4 +1,4 @@
-#include "plugin/elements/clips/ClipStretch.h"
+#include "plugin/elements/clips/Writers.h"
 
 #include "format/clips/ClipStretch.h"
 #include "plugin/serializer/RecordAttributes.h"

@@ -1,4 +1,4 @@
-#include "plugin/elements/clips/Fades.h"
+#include "plugin/elements/clips/Writers.h"
 
 #include "format/clips/Fade.h"
 #include "host/Fades.h"

@@ -1,4 +1,4 @@
-#include "plugin/elements/clips/GlobalTrackInfo.h"
+#include "plugin/elements/clips/Writers.h"
 
 #include <boost/bind/bind.hpp>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "plugin/elements/clips/MidiClips.h"
+#include "plugin/elements/clips/Writers.h"
 
 #include <boost/bind/bind.hpp>
 

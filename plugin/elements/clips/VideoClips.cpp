@@ -1,7 +1,6 @@
-#include "plugin/elements/clips/VideoClips.h"
+#include "plugin/elements/clips/Writers.h"
 
 #include "plugin/elements/clips/CommonClipAttributes.h"
-#include "plugin/elements/clips/VideoFormat.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"

@@ -1,4 +1,4 @@
-#include "plugin/elements/clips/VideoFormat.h"
+#include "plugin/elements/clips/Writers.h"
 
 #include "format/clips/VideoFormat.h"
 #include "plugin/serializer/RecordAttributes.h"

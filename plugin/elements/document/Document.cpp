@@ -1,10 +1,8 @@
-#include "plugin/elements/document/Document.h"
+#include "plugin/elements/document/Writers.h"
 
 #include "format/document/Document.h"
 #include "platform/kelcore/Trace.h"
-#include "plugin/elements/document/Files.h"
-#include "plugin/elements/document/Session.h"
-#include "plugin/elements/tracks/AudioDevice.h"
+#include "plugin/elements/tracks/Writers.h"
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 
@@ -16,6 +14,12 @@ namespace {
 constexpr kelcore::uint32 kSessionDone = 2;
 constexpr kelcore::uint32 kFilesDone = 3;
 constexpr kelcore::uint32 kAudioDeviceDone = 4;
+
+/// The version of the format, as the host reports it.
+struct DocumentVersion {
+    kelcore::int32 major = 0;
+    kelcore::int32 minor = 0;
+};
 
 DocumentRecord ToRecord(const DocumentVersion& version) {
     return {FormatNumber(version.major) + u"." + FormatNumber(version.minor)};

@@ -1,4 +1,4 @@
-#include "plugin/elements/document/Files.h"
+#include "plugin/elements/document/Writers.h"
 
 #include "format/document/File.h"
 #include "host/Files.h"

@@ -1,6 +1,6 @@
 #include "plugin/elements/effects/Component.h"
 
-#include "plugin/elements/effects/Parameter.h"
+#include "plugin/elements/effects/Writers.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"
 

@@ -1,8 +1,7 @@
-#include "plugin/elements/effects/EffectsRack.h"
+#include "plugin/elements/effects/Writers.h"
 
 #include "format/effects/EffectsRack.h"
 #include "plugin/elements/effects/Component.h"
-#include "plugin/elements/effects/Slot.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/SerializerImpl.h"
 

@@ -1,7 +1,6 @@
-#include "plugin/elements/effects/Parameter.h"
+#include "plugin/elements/effects/Writers.h"
 
 #include "format/effects/Parameter.h"
-#include "plugin/elements/effects/ParameterKeyframes.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/RecordAttributes.h"

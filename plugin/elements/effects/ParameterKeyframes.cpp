@@ -1,4 +1,4 @@
-#include "plugin/elements/effects/ParameterKeyframes.h"
+#include "plugin/elements/effects/Writers.h"
 
 #include "format/effects/Parameter.h"
 #include "plugin/serializer/HostItems.h"

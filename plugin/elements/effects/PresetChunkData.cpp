@@ -1,4 +1,4 @@
-#include "plugin/elements/effects/PresetChunkData.h"
+#include "plugin/elements/effects/Writers.h"
 
 #include "format/ValueEncoding.h"
 #include "plugin/serializer/SerializerImpl.h"

@@ -1,10 +1,7 @@
-#include "plugin/elements/effects/Slot.h"
+#include "plugin/elements/effects/Writers.h"
 
 #include "format/effects/EffectsRack.h"
 #include "plugin/elements/effects/Component.h"
-#include "plugin/elements/effects/Parameter.h"
-#include "plugin/elements/effects/PresetChunkData.h"
-#include "plugin/elements/effects/SlotRouting.h"
 #include "plugin/serializer/SerializerImpl.h"
 
 namespace tses {

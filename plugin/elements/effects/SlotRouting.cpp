@@ -1,4 +1,4 @@
-#include "plugin/elements/effects/SlotRouting.h"
+#include "plugin/elements/effects/Writers.h"
 
 #include "format/effects/EffectsRack.h"
 #include "plugin/serializer/HostItems.h"

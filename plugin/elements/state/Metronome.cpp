@@ -1,4 +1,4 @@
-#include "plugin/elements/state/Metronome.h"
+#include "plugin/elements/state/Writers.h"
 
 #include <utility>
 
@@ -6,8 +6,8 @@
 #include "host/AudioTracks.h"
 #include "host/GlobalTrackInfo.h"
 #include "platform/kelcore/Trace.h"
-#include "plugin/elements/clips/GlobalTrackInfo.h"
-#include "plugin/elements/tracks/Tracks.h"
+#include "plugin/elements/clips/Writers.h"
+#include "plugin/elements/tracks/Writers.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"

@@ -1,4 +1,4 @@
-#include "plugin/elements/state/SessionProperties.h"
+#include "plugin/elements/state/Writers.h"
 
 #include "format/state/Property.h"
 #include "host/Properties.h"

@@ -1,10 +1,6 @@
-#include "plugin/elements/state/SessionState.h"
+#include "plugin/elements/state/Writers.h"
 
 #include "format/state/SessionState.h"
-#include "plugin/elements/state/MixingOptionState.h"
-#include "plugin/elements/state/SelectionState.h"
-#include "plugin/elements/state/TimeFormatState.h"
-#include "plugin/elements/state/ViewState.h"
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 

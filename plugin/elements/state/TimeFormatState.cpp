@@ -1,4 +1,4 @@
-#include "plugin/elements/state/TimeFormatState.h"
+#include "plugin/elements/state/Writers.h"
 
 #include "format/state/TimeFormat.h"
 #include "plugin/serializer/RecordAttributes.h"

@@ -1,4 +1,4 @@
-#include "plugin/elements/state/ViewState.h"
+#include "plugin/elements/state/Writers.h"
 
 #include "format/state/SessionState.h"
 #include "plugin/serializer/RecordAttributes.h"

@@ -1,4 +1,4 @@
-#include "plugin/elements/state/XmpMetadata.h"
+#include "plugin/elements/state/Writers.h"
 
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/SerializerImpl.h"

@@ -1,4 +1,4 @@
-#include "plugin/elements/tracks/AudioDevice.h"
+#include "plugin/elements/tracks/Writers.h"
 
 #include "format/tracks/AudioDevice.h"
 #include "plugin/serializer/HostItems.h"

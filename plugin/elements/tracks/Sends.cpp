@@ -1,4 +1,4 @@
-#include "plugin/elements/tracks/Sends.h"
+#include "plugin/elements/tracks/Writers.h"
 
 #include "format/tracks/Sends.h"
 #include "plugin/elements/effects/Component.h"

@@ -1,4 +1,4 @@
-#include "plugin/elements/tracks/TrackParameters.h"
+#include "plugin/elements/tracks/Writers.h"
 
 #include "format/tracks/Track.h"
 #include "plugin/serializer/HostText.h"

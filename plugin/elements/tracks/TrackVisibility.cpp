@@ -1,4 +1,4 @@
-#include "plugin/elements/tracks/TrackVisibility.h"
+#include "plugin/elements/tracks/Writers.h"
 
 #include "format/tracks/TrackVisibility.h"
 #include "host/TrackVisibility.h"

@@ -1,17 +1,12 @@
-#include "plugin/elements/tracks/Tracks.h"
+#include "plugin/elements/tracks/Writers.h"
 
 #include <stdexcept>
 
 #include "format/tracks/Track.h"
 #include "host/Metronome.h"
-#include "plugin/elements/clips/AudioClips.h"
-#include "plugin/elements/clips/MidiClips.h"
+#include "plugin/elements/clips/Writers.h"
 #include "plugin/elements/effects/EditParameter.h"
-#include "plugin/elements/effects/EffectsRack.h"
-#include "plugin/elements/tracks/Sends.h"
-#include "plugin/elements/tracks/TrackAudioParameters.h"
-#include "plugin/elements/tracks/TrackParameters.h"
-#include "plugin/elements/tracks/VideoTracks.h"
+#include "plugin/elements/effects/Writers.h"
 #include "plugin/serializer/HostItems.h"
 #include "plugin/serializer/HostText.h"
 #include "plugin/serializer/RecordAttributes.h"

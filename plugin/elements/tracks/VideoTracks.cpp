@@ -1,8 +1,7 @@
-#include "plugin/elements/tracks/VideoTracks.h"
+#include "plugin/elements/tracks/Writers.h"
 
 #include "format/tracks/Track.h"
-#include "plugin/elements/clips/VideoClips.h"
-#include "plugin/elements/tracks/TrackParameters.h"
+#include "plugin/elements/clips/Writers.h"
 #include "plugin/serializer/RecordAttributes.h"
 #include "plugin/serializer/SerializerImpl.h"
 

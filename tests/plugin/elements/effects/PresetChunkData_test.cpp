@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "plugin/elements/effects/PresetChunkData.h"
+#include "plugin/elements/effects/Writers.h"
 #include "tests/plugin/elements/ElementFixture.h"
 
 namespace tses {

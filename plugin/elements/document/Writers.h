@@ -1,5 +1,7 @@
 #pragma once
 
+// What the elements of this folder write. Each is defined in its element's file, beside the reading.
+
 #include <string>
 
 #include "host/Session.h"
@@ -8,16 +10,17 @@
 
 namespace tses {
 
-/// The version of the format, as the host reports it.
-struct DocumentVersion {
-    kelcore::int32 major = 0;
-    kelcore::int32 minor = 0;
-};
-
 /// Fills the document element from the session, for the file at `path`. Stops writing at the first
 /// of the three children that fails, but still reports every step of progress to the host. The flag
 /// of each step is 1 if the version was set, and 0 if not.
 bool WriteDocument(SessionXMLWriter& writer, const HostReference<IQuerySession>& session,
                    const std::u16string& path);
+
+/// Writes the media table, even if it is empty, with paths relative to the session file at `path`.
+bool WriteFiles(SessionXMLWriter& writer, const HostReference<IQuerySession>& session,
+                const std::u16string& path);
+
+/// Writes "session" and everything in it.
+bool WriteSession(SessionXMLWriter& writer, const HostReference<IQuerySession>& session);
 
 }  // namespace tses
