@@ -17,8 +17,7 @@ namespace tses {
 ///  - On the heap, by `MakeOwned`: the `Owned` pointer holds the creator's reference. The object
 ///    lives until that pointer is gone and the plug-in has given its references back.
 ///  - As a member or a variable: the creator never gives its reference back, and the object lives
-///  as
-///    long as its scope. The scope has to last until the plug-in has given its references back,
+///    as long as its scope. The scope has to last until the plug-in has given its references back,
 ///    which it has done when the call of `SessionInterface` returns; only the context of a write
 ///    (`IQuerySession::GetContext`) has to last until the next call.
 ///

@@ -1,6 +1,8 @@
 #include "reference_host/Plugin.h"
 
+#include "host/Bases.h"
 #include "reference_host/FileReference.h"
+#include "reference_host/Ref.h"
 
 namespace refhost {
 
@@ -37,8 +39,8 @@ void Plugin::ReleaseContext() {
 }
 
 void Plugin::Initialize() {
-    registrar_ = Ref<Registrar>::Adopt(new Registrar);
-    tses::IPlugInRegistrar* const argument = registrar_.Get();
+    const auto registrar = tses::MakeOwned<tses::PlugInRegistrarBase>();
+    tses::IPlugInRegistrar* const argument = registrar.get();
     const tses::SessionResult result = Call(tses::SessionSelector::Initialize, argument);
     if (result != tses::SessionResult::Ok) {
         throw PluginError(name_ + " refuses to initialise (result " +

@@ -6,8 +6,6 @@
 #include "host/Session.h"
 #include "host/SessionInterface.h"
 #include "reference_host/PluginLibrary.h"
-#include "reference_host/Ref.h"
-#include "reference_host/Registrar.h"
 
 namespace refhost {
 
@@ -25,9 +23,6 @@ public:
     /// it does next.
     /// @throws PluginError if the plug-in refuses to initialise
     void Restart();
-
-    /// What the plug-in said of itself when it was initialised last.
-    const Registrar& Registration() const { return *registrar_; }
 
     /// Any call at all.
     std::int32_t Call(std::int32_t selector, void* argument) {
@@ -49,7 +44,6 @@ private:
 
     PluginLibrary library_;
     std::string name_;
-    Ref<Registrar> registrar_;
 };
 
 }  // namespace refhost

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Steps that the conversions between UTF-8 and UTF-16 share. Internal to this library.
+/// UTF-8 and UTF-16, one code point at a time.
 namespace kelcore::unicode {
 
 constexpr bool IsSurrogate(char32_t codePoint) {

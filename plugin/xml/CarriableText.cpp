@@ -1,19 +1,18 @@
 #include "plugin/xml/CarriableText.h"
 
+#include "platform/kelcore/Unicode.h"
+
 namespace tses {
 namespace {
+
+using kelcore::unicode::IsHighSurrogate;
+using kelcore::unicode::IsLowSurrogate;
+using kelcore::unicode::IsSurrogate;
 
 constexpr char16_t kReplacement = u'\uFFFD';
 constexpr char16_t kLineSeparator = u'\u2028';
 
 enum class Carriage { AsItIs, AsReference, Replaced };
-
-bool IsHighSurrogate(char16_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool IsLowSurrogate(char16_t unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
 
 bool BeginsPair(std::u16string_view text, std::size_t at) {
     return at + 1 < text.size() && IsHighSurrogate(text[at]) && IsLowSurrogate(text[at + 1]);
@@ -21,8 +20,7 @@ bool BeginsPair(std::u16string_view text, std::size_t at) {
 
 bool IsUnpairedSurrogate(std::u16string_view text, std::size_t at) {
     const bool endsPair = at > 0 && BeginsPair(text, at - 1);
-    return (IsHighSurrogate(text[at]) || IsLowSurrogate(text[at])) && !BeginsPair(text, at) &&
-           !endsPair;
+    return IsSurrogate(text[at]) && !BeginsPair(text, at) && !endsPair;
 }
 
 /// How to carry a unit that is not a surrogate.

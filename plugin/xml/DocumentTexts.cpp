@@ -7,6 +7,7 @@
 
 #include "format/Limits.h"
 #include "platform/kelcore/Trace.h"
+#include "platform/kelcore/Unicode.h"
 
 namespace tses {
 namespace {
@@ -23,7 +24,7 @@ XmlVersion VersionOf(const xercesc::DOMDocument& document) {
 }
 
 bool IsWithinPair(std::u16string_view text, std::size_t at) {
-    return at < text.size() && text[at] >= 0xDC00 && text[at] <= 0xDFFF;
+    return at < text.size() && kelcore::unicode::IsLowSurrogate(text[at]);
 }
 
 /// How much of a text fits into one section. A section cannot hold its own end mark, which the

@@ -6,6 +6,7 @@
 #include "format/Limits.h"
 #include "plugin/xml/ParserEncoding.h"
 #include "plugin/xml/XmlDeclaration.h"
+#include "platform/kelcore/Unicode.h"
 
 namespace tses {
 namespace {
@@ -59,18 +60,9 @@ bool IsForeign(std::string_view markup) {
     return !markup.empty() && static_cast<unsigned char>(markup.front()) == kForeignLess;
 }
 
-bool IsHighHalf(char16_t unit) {
-    return (unit & 0xFC00) == 0xD800;
-}
-bool IsLowHalf(char16_t unit) {
-    return (unit & 0xFC00) == 0xDC00;
-}
-
 bool HasHalfCharacter(std::u16string_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (IsHighHalf(text[i]) && i + 1 < text.size() && IsLowHalf(text[i + 1])) {
-            ++i;
-        } else if (IsHighHalf(text[i]) || IsLowHalf(text[i])) {
+    for (std::size_t i = 0; i < text.size();) {
+        if (kelcore::unicode::IsSurrogate(kelcore::unicode::NextCodePoint(text, i))) {
             return true;
         }
     }

@@ -11,6 +11,8 @@
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include "platform/kelcore/Unicode.h"
+
 namespace tses {
 namespace {
 
@@ -97,14 +99,10 @@ bool IsMarkup(char16_t character) {
            character == u'\r';
 }
 
-bool IsHalf(char16_t unit) {
-    return (unit & 0xF800) == 0xD800;
-}
-
 /// Whether a byte of markup decodes to itself, and any other byte to neither markup nor a half.
 bool IsInPlace(XMLTranscoder& decoder, XMLByte byte) {
     const std::optional<char16_t> unit = Decode(decoder, byte);
-    return unit && (IsMarkup(byte) ? *unit == byte : !IsMarkup(*unit) && !IsHalf(*unit));
+    return unit && (IsMarkup(byte) ? *unit == byte : !IsMarkup(*unit) && !kelcore::unicode::IsSurrogate(*unit));
 }
 
 /// Goes downwards, so that ASCII comes after every byte that might change its meaning.

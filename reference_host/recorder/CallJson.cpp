@@ -1,46 +1,18 @@
 #include "reference_host/recorder/CallJson.h"
 
 #include <fmt/format.h>
-#include <boost/archive/iterators/base64_from_binary.hpp>
-#include <boost/archive/iterators/transform_width.hpp>
 #include <cmath>
 #include <cstddef>
 #include <iterator>
+#include <string>
+
+#include "platform/kelcore/BinaryText.h"
+#include "platform/kelcore/Unicode.h"
 
 namespace refhost {
 namespace {
 
 using Output = std::back_insert_iterator<std::string>;
-
-constexpr bool IsHighSurrogate(char32_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-constexpr bool IsLowSurrogate(char32_t unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
-char Byte(char32_t bits) {
-    return static_cast<char>(static_cast<unsigned char>(bits));
-}
-
-void AppendUtf8(std::string& json, char32_t codePoint) {
-    if (codePoint < 0x80) {
-        json += Byte(codePoint);
-    } else if (codePoint < 0x800) {
-        json += Byte(0xC0 | (codePoint >> 6));
-        json += Byte(0x80 | (codePoint & 0x3F));
-    } else if (codePoint < 0x10000) {
-        json += Byte(0xE0 | (codePoint >> 12));
-        json += Byte(0x80 | ((codePoint >> 6) & 0x3F));
-        json += Byte(0x80 | (codePoint & 0x3F));
-    } else {
-        json += Byte(0xF0 | (codePoint >> 18));
-        json += Byte(0x80 | ((codePoint >> 12) & 0x3F));
-        json += Byte(0x80 | ((codePoint >> 6) & 0x3F));
-        json += Byte(0x80 | (codePoint & 0x3F));
-    }
-}
 
 void AppendCharacter(std::string& json, char32_t character) {
     switch (character) {
@@ -68,23 +40,17 @@ void AppendCharacter(std::string& json, char32_t character) {
         default:
             break;
     }
-    const bool isUnpaired = IsHighSurrogate(character) || IsLowSurrogate(character);
-    if (character < 0x20 || isUnpaired) {
+    if (character < 0x20 || kelcore::unicode::IsSurrogate(character)) {
         fmt::format_to(Output(json), "\\u{:04x}", static_cast<std::uint32_t>(character));
     } else {
-        AppendUtf8(json, character);
+        kelcore::unicode::AppendUtf8(json, character);
     }
 }
 
 void AppendText(std::string& json, std::u16string_view text) {
     json += '"';
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char32_t character = text[i];
-        if (IsHighSurrogate(character) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
-            ++i;
-            character = 0x10000 + ((character - 0xD800) << 10) + (text[i] - 0xDC00U);
-        }
-        AppendCharacter(json, character);
+    for (std::size_t i = 0; i < text.size();) {
+        AppendCharacter(json, kelcore::unicode::NextCodePoint(text, i));
     }
     json += '"';
 }
@@ -101,14 +67,9 @@ void AppendReal(std::string& json, Real number) {
 }
 
 void AppendBytes(std::string& json, const std::vector<kelcore::byte>& bytes) {
-    using Sextets =
-        boost::archive::iterators::transform_width<std::vector<kelcore::byte>::const_iterator, 6,
-                                                   8>;
-    using Digits = boost::archive::iterators::base64_from_binary<Sextets>;
-    fmt::format_to(Output(json), R"({{"bytes": {}, "base64": ")", bytes.size());
-    json.append(Digits(bytes.begin()), Digits(bytes.end()));
-    json.append((3 - bytes.size() % 3) % 3, '=');
-    json += "\"}";
+    std::string digits = kelcore::EncodeBinaryDataToUTF8String(bytes.data(), bytes.size());
+    std::erase(digits, '\n');
+    fmt::format_to(Output(json), R"({{"bytes": {}, "base64": "{}"}})", bytes.size(), digits);
 }
 
 struct ValueAppender {

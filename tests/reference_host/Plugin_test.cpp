@@ -11,7 +11,6 @@
 namespace refhost {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 class PluginTest : public test::NoLiveNodes {
@@ -24,19 +23,6 @@ protected:
 
     ::test::TemporaryFolder folder_;
 };
-
-TEST_F(PluginTest, RegistersItself) {
-    const Plugin plugin;
-    const Registrar& registration = plugin.Registration();
-    EXPECT_THAT(registration.InterfaceVersions(),
-                ElementsAre(Registrar::InterfaceVersion{1, 9}, Registrar::InterfaceVersion{1, 9}));
-    EXPECT_THAT(registration.Identities(),
-                ElementsAre(Registrar::Identity{"7A1C9E52-3B6D-4f08-A2E4-5D93C07B1F68",
-                                                u"Tembra Orvo plug-in"}));
-    EXPECT_THAT(registration.OpenFormats(),
-                ElementsAre(Registrar::Format{u"Tembra Session", {u"orvo"}}));
-    EXPECT_EQ(registration.SaveFormats(), registration.OpenFormats());
-}
 
 TEST_F(PluginTest, WritesAFileAndReadsItBack) {
     Plugin plugin;
@@ -113,12 +99,6 @@ TEST_F(PluginTest, ARestartEndsTheSkippingThatAFailedReadLeft) {
     };
     EXPECT_EQ(rateAfterFailure(false), 1U);
     EXPECT_EQ(rateAfterFailure(true), 8000U);
-}
-
-TEST_F(PluginTest, ARestartRegistersAnew) {
-    Plugin plugin;
-    plugin.Restart();
-    EXPECT_EQ(plugin.Registration().Identities().size(), 1U);
 }
 
 TEST_F(PluginTest, ARestartThatThePluginRefusesIsAnError) {

@@ -21,10 +21,10 @@
 #include "reference_host/FileReference.h"
 #include "reference_host/LiveNodes.h"
 #include "reference_host/PluginLibrary.h"
-#include "reference_host/Registrar.h"
 #include "reference_host/SessionNode.h"
 #include "reference_host/recorder/FaultPlan.h"
 #include "reference_host/recorder/Recorder.h"
+#include "tests/support/Registrar.h"
 #include "tests/support/TemporaryFolder.h"
 
 // The exported function, called as a host calls it: through the built and loaded library.
@@ -34,7 +34,7 @@ namespace {
 
 using refhost::FileReference;
 using refhost::Ref;
-using refhost::Registrar;
+using test::Registrar;
 using testing::ElementsAre;
 
 constexpr std::int32_t kInitialize = 0;

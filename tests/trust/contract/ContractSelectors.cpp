@@ -5,10 +5,10 @@
 #include <optional>
 
 #include "platform/kelcore/Paths.h"
+#include "host/Bases.h"
 #include "reference_host/FileReference.h"
 #include "reference_host/LiveNodes.h"
 #include "reference_host/PluginLibrary.h"
-#include "reference_host/Registrar.h"
 #include "reference_host/SessionNode.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/contract/Contract.h"
@@ -103,7 +103,7 @@ public:
                 return library_.Call(5, &session_->Query());
             default:
                 return library_.Call(call.selector,
-                                     static_cast<tses::IPlugInRegistrar*>(registrar_.Get()));
+                                     static_cast<tses::IPlugInRegistrar*>(registrar_.get()));
         }
     }
 
@@ -116,7 +116,8 @@ private:
     const refhost::PluginLibrary& library_;
     TemporaryFolder folder_;
     std::filesystem::path file_;
-    Ref<refhost::Registrar> registrar_ = Ref<refhost::Registrar>::Adopt(new refhost::Registrar);
+    tses::Owned<tses::PlugInRegistrarBase> registrar_ =
+        tses::MakeOwned<tses::PlugInRegistrarBase>();
     Ref<refhost::SessionNode> session_ = refhost::SessionNode::Make();
 };
 

@@ -1,16 +1,15 @@
 #pragma once
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "host/Registration.h"
 #include "reference_host/CountedObject.h"
 
-namespace refhost {
+namespace test {
 
-/// Takes what a plug-in says of itself and keeps all of it, in order. Made with one reference.
-class Registrar final : public CountedObject<tses::IPlugInRegistrar> {
+/// Keeps everything that a plug-in registers, in order. Starts with one reference.
+class Registrar final : public refhost::CountedObject<tses::IPlugInRegistrar> {
 public:
     struct InterfaceVersion {
         kelcore::int32 a = 0;
@@ -32,15 +31,23 @@ public:
     };
 
     void UnusedSlot3() override {}
-    void DeclareInterfaceVersion(kelcore::int32 a, kelcore::int32 b) override;
+    void DeclareInterfaceVersion(kelcore::int32 a, kelcore::int32 b) override {
+        interfaceVersions_.push_back({a, b});
+    }
     void UnusedSlot5() override {}
-    void SetPlugInIdentity(const char* guid, const kelcore::char16* displayName) override;
+    void SetPlugInIdentity(const char* guid, const kelcore::char16* displayName) override {
+        identities_.push_back({guid, displayName});
+    }
     void RegisterOpenFormat(const kelcore::char16* formatName,
                             const kelcore::char16* const* extensions,
-                            kelcore::int32 extensionCount) override;
+                            kelcore::int32 extensionCount) override {
+        openFormats_.push_back({formatName, {extensions, extensions + extensionCount}});
+    }
     void RegisterSaveFormat(const kelcore::char16* formatName,
                             const kelcore::char16* const* extensions,
-                            kelcore::int32 extensionCount) override;
+                            kelcore::int32 extensionCount) override {
+        saveFormats_.push_back({formatName, {extensions, extensions + extensionCount}});
+    }
 
     const std::vector<InterfaceVersion>& InterfaceVersions() const { return interfaceVersions_; }
     const std::vector<Identity>& Identities() const { return identities_; }
@@ -54,4 +61,4 @@ private:
     std::vector<Format> saveFormats_;
 };
 
-}  // namespace refhost
+}  // namespace test
