@@ -7,12 +7,12 @@
 
 namespace refhost {
 
-/// Ends the process: an object was released more often than it was referenced, so that somebody
-/// uses it who must not. Says so on standard error.
+/// Ends the process and says why on standard error: an object was released more often than it was
+/// referenced, so somebody may use it after its end.
 [[noreturn]] void EndAtExcessRelease() noexcept;
 
-/// A host object that stands by itself. Made with one reference, which its maker holds; the last
-/// one destroys it.
+/// A host object that stands alone. It begins with one reference, which its maker holds; releasing
+/// the last one destroys it.
 template <class Interface>
 class CountedObject : public Interface {
 public:

@@ -9,7 +9,7 @@
 
 namespace refhost {
 
-/// Names the file of a read or write. Made with one reference.
+/// Names the file of a read or write. Begins with one reference.
 class FileReference final : public CountedObject<tses::IHostFileRef> {
 public:
     explicit FileReference(std::u16string path)

@@ -7,7 +7,7 @@
 
 namespace refhost {
 
-/// A text as the host gives it out. Made with one reference.
+/// A text that the host returns. Begins with one reference.
 class HostString final : public CountedObject<tses::IHostString> {
 public:
     explicit HostString(std::u16string text) : text_(std::move(text)) {}
@@ -20,7 +20,7 @@ private:
     std::u16string text_;
 };
 
-/// The text of a host string; null counts as empty. Holds a reference meanwhile.
+/// The text of a host string; null counts as empty. Holds a reference during the call.
 std::u16string TextOf(tses::IHostString* string);
 
 }  // namespace refhost

@@ -4,9 +4,9 @@
 
 namespace refhost {
 
-/// How many counted objects of the reference host exist in the process: nodes, host strings, log
-/// targets, registrars, file references. Anything above zero after all work is a reference that
-/// somebody never gave back. The context of a write is held until the plug-in's next call.
+/// The number of counted objects of the reference host in the process: nodes, host strings, log
+/// targets, registrars, file references. If it is above zero when all work is done, somebody never
+/// gave back a reference. The plug-in holds the context of a write until its next call.
 std::size_t LiveNodes();
 
 /// Counts its owner as alive.

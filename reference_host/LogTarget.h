@@ -9,12 +9,12 @@
 
 namespace refhost {
 
-/// Collects what the parser says. Made with one reference.
+/// Collects the parser's messages. Begins with one reference.
 class LogTarget final : public CountedObject<tses::IHostLogTarget> {
 public:
     using Listener = std::function<void(const std::u16string&)>;
 
-    /// `listener`, which may be empty, hears each message as it comes.
+    /// Calls `listener`, which may be empty, with each message as it comes.
     explicit LogTarget(Listener listener = {});
 
     void UnusedSlot3() override {}

@@ -7,19 +7,19 @@
 
 namespace refhost {
 
-/// What the plug-in logged of a document, taken apart. Texts are UTF-8.
+/// The parts of a message that the plug-in logged about a document. Texts are UTF-8.
 struct LoggedMessage {
     kelcore::uint64 line = 0;    ///< from 1; 0: the document as a whole
     kelcore::uint64 column = 0;  ///< from 1, in UTF-16 code units; 0 as for the line
     std::string text{};
 };
 
-/// Takes a line such as "XML ERROR: (line: 2, col: 7) [ /song.orvo] the text" apart; any other one
-/// is all text.
-/// @param path  of the document, as the plug-in was given it: it may hold anything, brackets too
+/// Takes a line such as "XML ERROR: (line: 2, col: 7) [ /song.orvo] the text" apart. In any other
+/// line everything is text.
+/// @param path  of the document, as the plug-in got it: it may hold anything, even brackets
 LoggedMessage ParseLoggedMessage(std::u16string_view logged, std::u16string_view path);
 
-/// What to tell of a read that failed when the plug-in did not say why.
+/// What to say about a failed read when the plug-in did not say why.
 inline constexpr char kRefusedWithoutReason[] = "the plug-in refused the file";
 inline constexpr char kTryAgain[] = "try again; if it happens again, report it with the file";
 

@@ -18,11 +18,12 @@
 
 namespace refhost {
 
-/// A counted thing of the host: what stands behind the interface objects that the plug-in holds.
+/// A counted thing of the host, behind the interface objects that the plug-in holds.
 ///
-/// Nodes form a tree. A parent makes a child when it is first asked for and gives out the same one
-/// for as long as somebody holds it; the child holds its parent meanwhile. A child that was given
-/// out and not referenced stays until its parent goes, so that it outlives the call it came from.
+/// Nodes form a tree. A parent makes a child when it is first asked for, and returns the same one
+/// for as long as somebody holds it; meanwhile the child holds its parent. A child that was
+/// returned but never referenced stays until its parent goes, so that it outlives the call that
+/// returned it.
 class Node {
 public:
     Node(const Node&) = delete;
@@ -30,25 +31,26 @@ public:
 
     void AddReference();
 
-    /// The last reference destroys the node. Ends the process when there is none to give back.
+    /// The last reference destroys the node. Ends the process if there is no reference to give
+    /// back.
     void Release() noexcept;
 
-    /// Stays until its parent goes, also after its last reference: for what is given out to be used
-    /// without one.
+    /// Keeps the node until its parent goes, even after its last reference: for objects that are
+    /// used without a reference.
     void StayWithParent() { staysWithParent_ = true; }
 
-    /// A host string for a query to return, kept alive by this node until its next one.
+    /// A host string for a query to return. This node keeps it until the next call of `GiveOut`.
     tses::IHostString* GiveOut(std::u16string text);
 
 protected:
-    /// Which of its parent's things a child is: the tag of a member, and the index in it if it is a
-    /// list.
+    /// Which of its parent's things a child is: the tag of a member and, for a list, the index in
+    /// it.
     using Place = std::pair<const void*, std::size_t>;
 
     Node() = default;
     virtual ~Node() = default;
 
-    /// The child in a place of this node, which `make` makes if there is none.
+    /// The child in a place of this node. If there is none, `make` makes it.
     template <class Child, class Make>
     Child& ChildAt(Place place, Make make) {
         std::unique_ptr<Node, Deleter>& child = children_[place];
@@ -78,7 +80,7 @@ private:
 template <auto member>
 inline constexpr char kTagOf = 0;
 
-/// What an optional holds; a value that is always there is itself.
+/// The value in an optional; any other value is returned as it is.
 template <class Value>
 Value& Held(Value& value) {
     return value;
@@ -88,7 +90,7 @@ Value& Held(std::optional<Value>& value) {
     return *value;
 }
 
-/// Makes what an optional is to hold; any other value is there.
+/// Makes the value in an empty optional; does nothing to other values.
 template <class Value>
 void Fill(Value&) {}
 template <class Value>
@@ -98,7 +100,7 @@ void Fill(std::optional<Value>& value) {
     }
 }
 
-/// Whether there is something to hold.
+/// Whether there is a value: always, except for an empty optional.
 template <class Value>
 bool IsThere(const Value&) {
     return true;
@@ -108,8 +110,8 @@ bool IsThere(const std::optional<Value>& value) {
     return value.has_value();
 }
 
-/// A node for a part of the model, which it asks for at each use: what holds that part may have
-/// grown.
+/// A node for a part of the model. It looks the part up at each use, because the container of the
+/// part may have grown.
 template <class Data>
 class DataNode : public Node {
 public:
@@ -119,8 +121,8 @@ public:
 
     Data& Value() const { return locate_(); }
 
-    /// The node of something in this node's part, which `find` finds in it. The tag and the index
-    /// tell it from the other things.
+    /// The node of something in this node's part. `find` finds it there; the tag and the index
+    /// distinguish it from other things.
     template <class Child, class Find>
     Child& NodeAt(const void* tag, std::size_t index, Find find) {
         const auto make = [this, find]() {
@@ -132,14 +134,14 @@ public:
         return this->template ChildAt<Child>({tag, index}, make);
     }
 
-    /// The node of a member, which is there.
+    /// The node of a member, which must exist.
     template <class Child, auto member>
     Child& PartNode() {
         return NodeAt<Child>(&kTagOf<member>, 0,
                              [](Data& value) -> decltype(auto) { return Held(value.*member); });
     }
 
-    /// The node of an element of a list, which is there.
+    /// The node of an element of a list, which must exist.
     template <class Child, auto member>
     Child& ElementNode(std::size_t index) {
         return NodeAt<Child>(&kTagOf<member>, index, [index](Data& value) -> decltype(auto) {
@@ -152,7 +154,7 @@ private:
     Locate locate_;
 };
 
-/// A code of the model as the host's interfaces have it.
+/// A code of the model as a number of the host's interfaces.
 template <class Code>
 auto NumberOf(Code code) {
     return static_cast<std::underlying_type_t<Code>>(code);
@@ -163,7 +165,7 @@ kelcore::uint32 CountOf(const std::vector<Element>& list) {
     return static_cast<kelcore::uint32>(list.size());
 }
 
-/// One of the interface objects of a node. The node is what is counted.
+/// One of the interface objects of a node. References are counted by the node.
 template <class Interface, class Data>
 class Face : public Interface {
 public:
@@ -182,14 +184,14 @@ protected:
         return node_.GiveOut(kelcore::UTF8to16(text));
     }
 
-    /// For editing: a member, made if it is missing.
+    /// For editing: returns a member, and makes it if it is missing.
     template <class Child, auto member>
     auto* Made() const {
         Fill(Value().*member);
         return &node_.template PartNode<Child, member>().Edit();
     }
 
-    /// For editing: a new element at a list's end.
+    /// For editing: appends a new element to a list.
     template <class Child, auto member>
     auto* Appended() const {
         auto& list = Value().*member;
@@ -217,9 +219,9 @@ private:
     DataNode<Data>& node_;
 };
 
-/// The node that shows a part of the model to the plug-in: through one face for reading a file into
-/// it and through another for writing it. One class cannot be both, since operations of the two
-/// interfaces have the same names.
+/// A node that shows a part of the model to the plug-in, through one face for reading a file into
+/// it and another for writing it to a file. A single class cannot be both, because the two
+/// interfaces have operations of the same names.
 template <class Data, class EditFace, class QueryFace>
 class TwoFacedNode final : public DataNode<Data> {
 public:
@@ -233,7 +235,7 @@ private:
     QueryFace query_{*this};
 };
 
-/// The same for what is only queried.
+/// The same for what the plug-in only queries.
 template <class Data, class QueryFace>
 class QueryNode final : public DataNode<Data> {
 public:

@@ -6,8 +6,8 @@
 
 namespace refhost {
 
-// What the plug-in is passed is the interface, not the object behind it: the pointers may differ,
-// and it casts back to the interface.
+// The plug-in gets the interface, not the object behind it: the pointers may differ, and the
+// plug-in casts back to the interface.
 
 Plugin::Plugin(const std::filesystem::path& library) : library_(library), name_(library.string()) {
     Initialize();

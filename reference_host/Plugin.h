@@ -9,8 +9,9 @@
 
 namespace refhost {
 
-/// A plug-in that is ready to work: loaded and initialised, and terminated before it is unloaded.
-/// One thread at a time, and one plug-in of a library at a time: its state belongs to the library.
+/// A plug-in that is ready to work: loaded and initialised. The destructor terminates and unloads
+/// it. Use it from one thread at a time, and only one plug-in of a library at a time: the state
+/// belongs to the library.
 class Plugin {
 public:
     /// @throws PluginError as `PluginLibrary`, or if the plug-in refuses to initialise.
@@ -19,18 +20,18 @@ public:
     Plugin(const Plugin&) = delete;
     Plugin& operator=(const Plugin&) = delete;
 
-    /// Terminates it and initialises it again, so that nothing of what it did before tells in what
+    /// Terminates the plug-in and initialises it again, so that nothing it did before affects what
     /// it does next.
     /// @throws PluginError if the plug-in refuses to initialise
     void Restart();
 
-    /// Any call at all.
+    /// Calls the plug-in with any selector and argument.
     std::int32_t Call(std::int32_t selector, void* argument) {
         return library_.Call(selector, argument);
     }
 
-    /// Names the file, then reads it into `session` or writes `session` to it. The path is taken as
-    /// it is; an empty one fails.
+    /// Names the file, then reads it into `session` or writes `session` to it. The path is passed
+    /// on as it is; an empty one fails.
     tses::SessionResult Read(const std::u16string& path, tses::IEditSession& session);
     tses::SessionResult Write(const std::u16string& path, tses::IQuerySession& session);
 

@@ -22,8 +22,8 @@ void* Load(const std::filesystem::path& path) {
     if (!std::filesystem::exists(path, ignored)) {
         throw PluginError("no plug-in at " + path.string() + "; build it, or " + kHowToName);
     }
-    // With its folder, so that the loader does not look for it elsewhere. Lazily, which spares
-    // 0.7 of 12 ms: most functions of the libraries that come with it are never called.
+    // With its folder, so that the loader does not search elsewhere. Lazily, which saves 0.7 of 12
+    // ms: most functions of the libraries that come with it are never called.
     const std::filesystem::path absolute = std::filesystem::absolute(path);
     if (void* const handle = dlopen(absolute.c_str(), RTLD_LAZY | RTLD_LOCAL)) {
         return handle;
@@ -32,7 +32,7 @@ void* Load(const std::filesystem::path& path) {
                       kHowToName);
 }
 
-/// A program is known by the name that it was started with, which need not be a path.
+/// A program is known by the name that started it, and that need not be a path.
 std::filesystem::path FolderOfThisCode() {
     static const int anchor = 0;
     Dl_info info{};

@@ -7,20 +7,20 @@
 
 namespace refhost {
 
-/// Why a plug-in could not be loaded or made ready: which file, what is wrong with it, what to do.
+/// Why a plug-in could not be loaded or initialised: which file, what is wrong with it, what to do.
 class PluginError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Where the plug-in is: what the environment variable ORVO_PLUGIN names, else OrvoNative.so in the
-/// folder of the program or library that this code is part of, else in ../lib beside that folder.
+/// The path of the plug-in: the value of the environment variable ORVO_PLUGIN, else OrvoNative.so
+/// in the folder of the program or library that holds this code, else in ../lib beside that folder.
 std::filesystem::path DefaultPluginPath();
 
 /// A loaded plug-in library; unloaded by the destructor.
 class PluginLibrary {
 public:
-    /// @throws PluginError if there is no such file, it is no library, or it lacks the function.
+    /// @throws PluginError if the file does not exist, is not a library or lacks the function.
     explicit PluginLibrary(const std::filesystem::path& path);
     ~PluginLibrary();
     PluginLibrary(const PluginLibrary&) = delete;

@@ -4,7 +4,7 @@
 
 namespace refhost {
 
-/// Holds one reference to a counted object, a node or any host interface, or none.
+/// Holds one reference to a counted object, a node or any host interface; may be null.
 template <class Counted>
 class Ref {
 public:

@@ -20,7 +20,7 @@ SessionNode::SessionNode(orvo::Session session)
       edit_(std::make_unique<EditSession>(*this)),
       query_(std::make_unique<QuerySession>(*this)) {}
 
-// Queries change nothing; the nodes are made for both directions.
+// The cast is safe because queries change nothing. Nodes are made for both directions.
 SessionNode::SessionNode(const orvo::Session* borrowed)
     : DataNode([session = const_cast<orvo::Session*>(borrowed)]() -> orvo::Session& {
           return *session;

@@ -13,22 +13,21 @@ namespace refhost {
 class EditSession;
 class QuerySession;
 
-/// A session as the plug-in sees it: the root of all nodes. It owns the model that reading fills
-/// and writing asks.
+/// A session as the plug-in sees it: the root of all nodes. It owns the model that a read fills and
+/// a write queries.
 class SessionNode final : public DataNode<orvo::Session> {
 public:
-    /// A session with one reference, which the caller holds.
+    /// Makes a session with one reference, which the caller holds.
     static Ref<SessionNode> Make(orvo::Session session = {});
 
-    /// The same for a session of the caller, which must stay for as long as the node, and is only
-    /// to be queried.
+    /// The same for a session of the caller, which must outlive the node. It may only be queried.
     static Ref<SessionNode> Borrow(const orvo::Session& session);
 
     /// The faces; they live as long as the node is referenced.
     tses::IEditSession& Edit();
     tses::IQuerySession& Query();
 
-    /// Where the parser's messages go; none by default.
+    /// Sets where the parser's messages go. There is no target by default.
     void SetLogTarget(Ref<LogTarget> target) { logTarget_ = std::move(target); }
     LogTarget* GetLogTarget() const { return logTarget_.Get(); }
 

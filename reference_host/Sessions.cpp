@@ -24,7 +24,7 @@ std::vector<std::u16string> WithoutLineEnds(std::vector<std::u16string> messages
     return messages;
 }
 
-/// What the plug-in gets to see of a session.
+/// The object that the plug-in gets for a session.
 template <class Interface, class Wrap>
 Ref<Interface> Wrapped(const Wrap& wrap, Interface& session) {
     return wrap ? wrap(session) : Ref<Interface>::Retain(&session);

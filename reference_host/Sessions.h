@@ -11,19 +11,20 @@
 #include "reference_host/Progress.h"
 #include "reference_host/Ref.h"
 
-/// Session files through a plug-in, as values. One read or write at a time in a process: each
-/// collects what is traced while it runs.
+/// Session files through a plug-in, as values. Only one read or write at a time in a process,
+/// because each collects the trace while it runs.
 namespace refhost {
 
-/// Switches on what the application switches on. Call before the plug-in is made: it asks once.
+/// Enables the features that the application enables. Call it before making the plug-in, which asks
+/// for them only once.
 void UseFeatureDefaults();
 
 struct ReadOptions {
     /// Without a log target only `traced` says why a read failed, and reading goes on after errors
     /// that the parser can recover from.
     bool logTarget = true;
-    /// Puts an object between plug-in and session: it is given the session and returns what the
-    /// plug-in gets to see. Empty: the session itself.
+    /// Puts an object between the plug-in and the session: gets the session and returns what the
+    /// plug-in is to see. Empty: the session itself.
     std::function<Ref<tses::IEditSession>(tses::IEditSession& session)> wrap{};
     /// Called for each report of progress.
     ProgressListener progress{};
@@ -31,17 +32,18 @@ struct ReadOptions {
 
 struct ReadResult {
     tses::SessionResult result = tses::SessionResult::Ok;
-    /// What was read. After a failure: what was read until then, which a host discards.
+    /// What was read. After a failure, what was read until then; a host discards that.
     orvo::Session session{};
-    /// What the parser said, or why it could not open the file, a line each, without line ends.
+    /// What the parser reported, or why it could not open the file: one line each, without line
+    /// ends.
     std::vector<std::u16string> messages{};
-    /// What the plug-in traced of a failure (UTF-8), also without a log target. Where the messages
-    /// say what is malformed, this says only that something was thrown.
+    /// What the plug-in traced about a failure (UTF-8), with or without a log target. If the
+    /// messages say what is malformed, this says only that something was thrown.
     std::vector<std::string> traced{};
 };
 
-/// Reads a session file into a new session. While it runs, the output of kelcore::trace is diverted
-/// to collect what is traced; afterwards it is what it was.
+/// Reads a session file into a new session. Diverts the output of kelcore::trace while it runs and
+/// restores it afterwards.
 ReadResult ReadSession(Plugin& plugin, const std::u16string& path, const ReadOptions& options = {});
 
 struct WriteOptions {
@@ -58,8 +60,8 @@ struct WriteResult {
     std::vector<std::string> messages{};
 };
 
-/// Writes a session to a file. The plug-in holds nothing of it afterwards. The trace is diverted as
-/// in a read, to collect the messages.
+/// Writes a session to a file. The plug-in holds nothing of it afterwards. Diverts the trace like a
+/// read, to collect the messages.
 WriteResult WriteSession(Plugin& plugin, const std::u16string& path, const orvo::Session& session,
                          const WriteOptions& options = {});
 

@@ -25,7 +25,7 @@ TraceCollector::TraceCollector(std::vector<std::string>& lines)
 }
 
 TraceCollector::~TraceCollector() {
-    kelcore::trace::SetOutput({});  // takes no memory: no line may come for `lines` any more
+    kelcore::trace::SetOutput({});  // needs no memory; from here on no line may reach `lines`
     try {
         kelcore::trace::SetOutput(std::move(formerOutput_));
         kelcore::trace::SetEnabled(kReaderCategory, readerWasEnabled_);

@@ -8,8 +8,8 @@
 namespace refhost {
 
 /// While it lives, collects the trace lines in which the plug-in says why a read or a save failed,
-/// whether their categories are on or off; lines of others go to standard error. Afterwards the
-/// categories and the output are as they were. One collector at a time in a process.
+/// whether their categories are on or off. Other lines go to standard error. The destructor
+/// restores the categories and the output. Only one collector at a time in a process.
 class TraceCollector {
 public:
     /// `lines` must outlive the collector.

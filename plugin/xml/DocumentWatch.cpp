@@ -4,9 +4,9 @@
 #include <cstring>
 
 #include "format/Limits.h"
+#include "platform/kelcore/Unicode.h"
 #include "plugin/xml/ParserEncoding.h"
 #include "plugin/xml/XmlDeclaration.h"
-#include "platform/kelcore/Unicode.h"
 
 namespace tses {
 namespace {

@@ -102,7 +102,8 @@ bool IsMarkup(char16_t character) {
 /// Whether a byte of markup decodes to itself, and any other byte to neither markup nor a half.
 bool IsInPlace(XMLTranscoder& decoder, XMLByte byte) {
     const std::optional<char16_t> unit = Decode(decoder, byte);
-    return unit && (IsMarkup(byte) ? *unit == byte : !IsMarkup(*unit) && !kelcore::unicode::IsSurrogate(*unit));
+    return unit && (IsMarkup(byte) ? *unit == byte
+                                   : !IsMarkup(*unit) && !kelcore::unicode::IsSurrogate(*unit));
 }
 
 /// Goes downwards, so that ASCII comes after every byte that might change its meaning.

@@ -123,7 +123,7 @@ public:
     }
     kelcore::uint32 GetChannelCount() override {
         const auto& sources = Value().channelSources;
-        // The highest channel of all could not be counted.
+        // A count that includes the highest channel of all would not fit into 32 bits.
         return sources.empty() ? 0 : std::min(sources.rbegin()->first, orvo::kNoId - 1) + 1;
     }
     kelcore::int32 GetChannelSource(kelcore::uint32 channel) override {

@@ -31,7 +31,7 @@ public:
 
 using InstrumentNode = TwoFacedNode<orvo::InstrumentTrack, EditInstrument, QueryInstrument>;
 
-/// The list of a track's MIDI clips, which is not counted by those who use it.
+/// The list of a track's MIDI clips, which its users do not count.
 inline MidiClipListNode& MidiClipListOf(DataNode<orvo::AudioTrack>& track) {
     auto& list = track.PartNode<MidiClipListNode, &orvo::AudioTrack::midiClips>();
     list.StayWithParent();
@@ -100,7 +100,7 @@ public:
     }
 };
 
-/// What every face of a track for querying can tell.
+/// What every query face of a track can report.
 template <class Interface>
 class QueryTrackClips : public Face<Interface, orvo::AudioTrack> {
 public:

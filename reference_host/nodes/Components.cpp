@@ -35,7 +35,7 @@ tses::IEditAutomationLane* EditComponent::GetParameterAutomation(kelcore::uint32
 
 kelcore::uint32 QueryComponent::GetParameterCount() {
     const auto& parameters = Value().parameters;
-    // The highest index of all could not be counted.
+    // A count that includes the highest index of all would not fit into 32 bits.
     return parameters.empty() ? 0 : std::min(parameters.rbegin()->first, orvo::kNoId - 1) + 1;
 }
 

@@ -80,7 +80,7 @@ public:
     }
 
 private:
-    /// Null if there is none of this index.
+    /// Null if there is no parameter with this index.
     const orvo::Parameter* Find(kelcore::uint32 index) const;
 };
 

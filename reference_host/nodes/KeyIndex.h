@@ -11,8 +11,8 @@ namespace refhost {
 template <auto member>
 class KeyIndex;
 
-/// Finds the things of a list by one of their members, however long the list is. It may grow at its
-/// end only, and the keys must not change.
+/// Finds the things in a list by one of their members, however long the list is. The list may only
+/// grow at its end, and the keys must not change.
 template <class Thing, class Key, Key Thing::*member>
 class KeyIndex<member> {
 public:
@@ -25,7 +25,7 @@ public:
         return found == places_.end() ? std::nullopt : std::optional(found->second);
     }
 
-    /// The place of the first thing with this key; of a new one, at the end, if there is none.
+    /// The place of the first thing with this key. If there is none, adds one at the end.
     std::size_t FindOrAdd(std::vector<Thing>& things, const Key& key) {
         if (const auto place = Find(things, key)) {
             return *place;

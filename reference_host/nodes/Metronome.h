@@ -73,7 +73,7 @@ public:
         std::transform(beats, beats + count, Value().pattern.begin(),
                        [](kelcore::uint32 beat) { return orvo::Beat{beat}; });
     }
-    /// The track that is made has no id of its own: a read is not told the file's.
+    /// A track that is made here has no id of its own, because a read does not pass on the file's.
     tses::IEditAudioTrack* GetTrack() override {
         if (!Value().track) {
             Value().track.emplace().id = orvo::kNoId;

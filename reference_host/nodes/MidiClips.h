@@ -46,7 +46,7 @@ public:
 
 using MidiClipNode = TwoFacedNode<orvo::MidiClip, EditMidiClip, QueryMidiClip>;
 
-/// The node of a clip of a list, which is there.
+/// The node of a clip in a list. The clip must exist.
 inline MidiClipNode& MidiClipAt(DataNode<std::vector<orvo::MidiClip>>& list, std::size_t index) {
     return list.NodeAt<MidiClipNode>(
         nullptr, index,

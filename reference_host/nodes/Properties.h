@@ -13,7 +13,7 @@ class EditProperties final : public Face<tses::IEditProperties, std::vector<orvo
 public:
     using Face::Face;
 
-    /// Replaces the value of a key that is there.
+    /// Replaces the value of an existing key.
     void SetProperty(const kelcore::char16* key, const kelcore::char16* value) override {
         Value()[index_.FindOrAdd(Value(), kelcore::UTF16to8(key))].value = kelcore::UTF16to8(value);
     }

@@ -13,7 +13,7 @@
 namespace refhost {
 
 class EditSession final : public Face<tses::IEditSession, orvo::Session> {
-    /// The thing with this id, made if need be; none for the id that means none.
+    /// The thing with this id, made if it is missing; null for the id that names nothing.
     template <class Child, auto member, class Index>
     auto* FoundOrAdded(Index& index, kelcore::uint32 id) {
         const auto place = [&] { return index.FindOrAdd(Value().*member, id); };

@@ -21,7 +21,7 @@ bool DoesReturn(const HostOperation& operation, Returns needed) {
            (needed == Returns::Object ? operation.returnsObject : operation.returnsNumber);
 }
 
-// What may be named: the operations of the interface before the point, or else all interfaces.
+// What the plan can name: the operations of the interface before the point, or else all interfaces.
 std::string Choices(std::string_view wrongName, Returns needed) {
     const std::string_view interfaceName = wrongName.substr(0, wrongName.find('.'));
     std::vector<std::string_view> operations;

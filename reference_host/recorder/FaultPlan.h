@@ -12,19 +12,19 @@
 
 namespace refhost {
 
-/// What is to become of a call.
+/// What happens to a call.
 struct CallDecision {
     enum class Kind {
         Forward,       ///< the host answers it
         ReturnNull,    ///< null in place of a host object or host string; the host is not asked
         ReturnNumber,  ///< `number` in place of a number or truth value; the host is not asked
-        ReturnText,    ///< `text` in place of a host string; neither it nor the host is asked
-        Throw,         ///< `exception` comes out of it; the host is not asked
+        ReturnText,    ///< `text` in place of a host string, unread; the host is not asked
+        Throw,         ///< the call throws `exception`; the host is not asked
     };
     Kind kind = Kind::Forward;
     std::exception_ptr exception{};
     std::uint64_t number = 0;           ///< converted to the type of the result
-    tses::IHostString* text = nullptr;  ///< belongs to whoever decides
+    tses::IHostString* text = nullptr;  ///< belongs to the interceptor
 
     static CallDecision Forward() { return {}; }
     static CallDecision ReturnNull() { return {.kind = Kind::ReturnNull}; }
@@ -39,26 +39,26 @@ struct CallDecision {
     }
 };
 
-/// Is asked before each call, whose results are not there yet. `ReturnNull` counts as `Forward`
-/// where the operation returns neither a host object nor a host string, `ReturnText` where it
-/// returns no host string, and `ReturnNumber` where it returns either; with `ReturnNumber` an
-/// operation that returns nothing does nothing.
+/// Decides before each call; the record has no results yet. `ReturnNull` counts as `Forward` if the
+/// operation returns neither a host object nor a host string, `ReturnText` if it returns no host
+/// string, and `ReturnNumber` if it returns either of them. With `ReturnNumber`, an operation that
+/// returns nothing does nothing.
 using Interceptor = std::function<CallDecision(const CallRecord& call)>;
 
-/// An interceptor that lets named operations fail, every time they are called. A name is that of
-/// the interface which declares the operation, a point, and that of the operation:
-/// "IEditSession.GetFile".
+/// An interceptor that makes named operations fail, every time they are called. A name consists of
+/// the interface that declares the operation, a point and the operation: "IEditSession.GetFile".
 class FaultPlan {
 public:
-    /// Lets the operation return null. Throws `std::invalid_argument`, with a message that says
-    /// what can be named, for a name of no operation that returns a host object or host string.
+    /// Makes the operation return null. Throws `std::invalid_argument`, with a message that says
+    /// which names are valid, unless the name is that of an operation that returns a host object or
+    /// host string.
     void ReturnNull(std::string_view operation);
 
-    /// Lets the operation return that number. Throws `std::invalid_argument`, as above, for a name
-    /// of no operation that returns a number or truth value.
+    /// Makes the operation return that number. Throws `std::invalid_argument`, as above, unless the
+    /// name is that of an operation that returns a number or truth value.
     void ReturnNumber(std::string_view operation, std::uint64_t number);
 
-    /// Lets the operation throw. Throws `std::invalid_argument` for a name of no operation.
+    /// Makes the operation throw. Throws `std::invalid_argument` if no operation has that name.
     void Throw(std::string_view operation, std::exception_ptr exception);
 
     CallDecision operator()(const CallRecord& call) const;

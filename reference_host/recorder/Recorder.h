@@ -10,17 +10,17 @@ namespace refhost {
 
 class Recording;
 
-/// Stands between plug-in and host: a session that it wraps, and every object that is reached
-/// through it, forwards each call to the host's own object and reports it.
+/// Stands between plug-in and host. It wraps a session; the session and every object that is
+/// reached through it then forward each call to the host's own object and report it.
 ///
-/// One recorder serves one read or write. An object has one number and one stand-in for as long as
-/// the recorder lives, which holds a reference to it until then (so its address cannot become
-/// another object's). A track or metronome casts to its private interface when the host's own
-/// object does. Host strings, the plug-in's and the host's, are passed through as they are; so is
-/// the context of a write, which may outlive the recorder and is not held by it.
+/// One recorder serves one read or write. For as long as the recorder lives, an object has one
+/// number and one stand-in. The stand-in holds a reference to the object, so the object's address
+/// cannot become another object's. A track or metronome casts to its private interface if the
+/// host's own object does. Host strings, the plug-in's and the host's, pass through as they are; so
+/// does the context of a write, which may outlive the recorder and is not held by it.
 ///
-/// The recorder must outlive every use that the plug-in makes of the session, which ends with the
-/// call of `SessionInterface`.
+/// The recorder must outlive every use that the plug-in makes of the session. That use ends with
+/// the call of `SessionInterface`.
 class Recorder {
 public:
     struct Options {

@@ -21,7 +21,7 @@
 /// What the stand-ins of a recorder are made of. Only the recorder's own files include this.
 namespace refhost {
 
-/// A stand-in, whatever its interface: what the recording owns.
+/// A stand-in for any interface, as the recording owns it.
 class AnyStandIn {
 public:
     virtual ~AnyStandIn() = default;
@@ -39,7 +39,7 @@ public:
     template <class Interface>
     Interface* StandInFor(Interface* real);
 
-    /// The number of an object; a new one for an object that has none.
+    /// The number of an object; a new number if the object has none.
     std::uint64_t NumberOf(tses::IHostObject& real);
 
     bool RecordsReferences() const { return options_.recordReferences; }
@@ -86,7 +86,7 @@ requires std::is_arithmetic_v<Number> TraceValue ToTraceValue(Number value) {
 TraceValue ToTraceValue(const kelcore::char16* text);
 TraceValue ToTraceValue(tses::IHostString* text);
 
-/// Lists the arguments of a call, a pointer with its count as one.
+/// Lists the arguments of a call; a pointer with its count is one argument.
 struct ArgumentList {
     std::vector<TraceValue>& values;
 
@@ -124,7 +124,7 @@ struct OutputList {
     }
 };
 
-/// Stands in for one object of the host: forwards every call to it, and holds a reference to it.
+/// Stands in for one object of the host: forwards every call to it and holds a reference to it.
 template <class Interface>
 class StandIn final : public tses::Implementation<Interface, StandIn<Interface>>,
                       public AnyStandIn {
@@ -185,7 +185,7 @@ public:
     }
 
 private:
-    // Reports also a call that an exception leaves.
+    // Reports the call even if it throws.
     template <class Member, class... Arguments>
     auto Forward(const CallRecord& record, Member member, Arguments&... arguments) {
         try {
@@ -211,7 +211,7 @@ private:
         }
     }
 
-    // Notes the result, reports the call, and gives what the caller gets in place of the result.
+    // Notes the result, reports the call, and returns what the caller gets in place of the result.
     template <class Result>
     Result Finish(CallRecord& record, Result result) {
         Result given = result;

@@ -1,6 +1,7 @@
 #pragma once
 
-// What the elements of this folder write. Each is defined in its element's file, beside the reading.
+// What the elements of this folder write. Each is defined in its element's file, beside the
+// reading.
 
 #include "host/AudioTracks.h"
 #include "host/Sends.h"

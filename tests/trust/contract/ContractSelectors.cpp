@@ -4,8 +4,8 @@
 #include <iterator>
 #include <optional>
 
-#include "platform/kelcore/Paths.h"
 #include "host/Bases.h"
+#include "platform/kelcore/Paths.h"
 #include "reference_host/FileReference.h"
 #include "reference_host/LiveNodes.h"
 #include "reference_host/PluginLibrary.h"
