@@ -5,7 +5,7 @@
 #include <set>
 #include <utility>
 
-#include "platform/kelcore/Strings.h"
+#include <orvo/Lookup.h>
 #include "toolkit/TrackSummary.h"
 
 namespace toolkit {
@@ -143,18 +143,9 @@ void SortFrom(std::vector<ClipSummary>& summaries, std::size_t first) {
 
 std::set<ClipKey> AllClips(const orvo::Session& session) {
     std::set<ClipKey> keys;
-    const auto add = [&keys](const auto& track, const auto& clips) {
-        for (const auto& clip : clips) {
-            keys.insert({track.id, clip.id});
-        }
-    };
-    for (const orvo::VideoTrack& track : session.videoTracks) {
-        add(track, track.clips);
-    }
-    for (const orvo::AudioTrack& track : session.audioTracks) {
-        add(track, track.clips);
-        add(track, track.midiClips);
-    }
+    orvo::ForEachClip(session, [&keys](const auto& track, const auto& clip) {
+        keys.insert({track.id, clip.id});
+    });
     return keys;
 }
 
@@ -164,15 +155,15 @@ std::vector<ClipSummary> SummariseClips(const orvo::Session& session,
                                         const std::vector<MediaSummary>& media) {
     const Context context(session, media);
     std::vector<ClipSummary> summaries;
-    for (const orvo::VideoTrack& track : session.videoTracks) {
+    for (const orvo::VideoTrack* const track : orvo::VideoTracksInOrder(session)) {
         const std::size_t first = summaries.size();
-        Append(summaries, track, track.clips, context);
+        Append(summaries, *track, track->clips, context);
         SortFrom(summaries, first);
     }
-    for (const orvo::AudioTrack& track : session.audioTracks) {
+    for (const orvo::AudioTrack* const track : orvo::AudioTracksInOrder(session)) {
         const std::size_t first = summaries.size();
-        Append(summaries, track, track.clips, context);
-        Append(summaries, track, track.midiClips, context);
+        Append(summaries, *track, track->clips, context);
+        Append(summaries, *track, track->midiClips, context);
         SortFrom(summaries, first);
     }
     return summaries;

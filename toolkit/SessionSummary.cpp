@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include <orvo/Lookup.h>
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Strings.h"
 #include "platform/tbcore/MediaHandlers.h"
@@ -29,13 +30,13 @@ MediaSummary SummariseFile(const orvo::File& file, const FileTest& exists) {
     return summary;
 }
 
-template <class Tracks>
-std::size_t CountOffline(const Tracks& tracks) {
+std::size_t CountOffline(const orvo::Session& session) {
     std::size_t count = 0;
-    for (const auto& track : tracks) {
-        count += static_cast<std::size_t>(std::count_if(
-            track.clips.begin(), track.clips.end(), [](const auto& clip) { return clip.offline; }));
-    }
+    orvo::ForEachClip(session, [&count](const auto& /*track*/, const auto& clip) {
+        if constexpr (requires { clip.offline; }) {
+            count += clip.offline ? 1 : 0;
+        }
+    });
     return count;
 }
 
@@ -102,7 +103,7 @@ SessionSummary Summarise(const orvo::Session& session, const FileTest& exists) {
     summary.metronomeBeats = session.metronome.pattern.size();
     summary.properties = session.properties;
     summary.xmpLength = kelcore::UTF8to16(session.xmpMetadata).size();
-    summary.clipsOffline = CountOffline(session.videoTracks) + CountOffline(session.audioTracks);
+    summary.clipsOffline = CountOffline(session);
     for (const orvo::File& file : session.files) {
         summary.media.push_back(SummariseFile(file, exists));
     }

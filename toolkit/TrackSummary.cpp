@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/kelcore/Strings.h"
+#include <orvo/Lookup.h>
 
 namespace toolkit {
 namespace {
@@ -48,56 +48,46 @@ std::string NameOr(const std::string& name, const std::string& otherwise) {
     return name.empty() ? otherwise : name;
 }
 
-/// The name of the track with the id. A track that does not exist or has no name goes by its
-/// number.
-std::string TrackName(const orvo::Session& session, kelcore::int32 id) {
-    const auto track = std::find_if(
-        session.audioTracks.begin(), session.audioTracks.end(),
-        [id](const orvo::AudioTrack& each) { return each.id == static_cast<kelcore::uint32>(id); });
-    return track != session.audioTracks.end() ? NameOr(track->name, Numbered("track ", id))
-                                              : Numbered("missing track ", id);
+using Feed = orvo::Feed<const orvo::Session>;
+
+std::string PortName(const orvo::AudioPort* port, kelcore::int32 id) {
+    return port != nullptr ? NameOr(port->name, Numbered("port ", id)) : Numbered("port ", id);
 }
 
-std::string PortName(const std::vector<orvo::AudioPort>& ports, kelcore::int32 id) {
-    const auto port = std::find_if(ports.begin(), ports.end(),
-                                   [id](const orvo::AudioPort& each) { return each.id == id; });
-    return port != ports.end() ? NameOr(port->name, Numbered("port ", id)) : Numbered("port ", id);
-}
-
-/// As sessions are saved: an id above 0 is a track, anything else goes to the hardware.
-std::string OutputName(const orvo::Session& session, const orvo::AudioTrack& track) {
-    if (track.outputTrackId > 0) {
-        return TrackName(session, track.outputTrackId);
+/// A target that does not exist or has no name goes by its number.
+std::string TargetName(const orvo::Session& session, const Feed& feed) {
+    switch (feed.targetKind) {
+        case orvo::FeedTarget::Nowhere:
+            return {};
+        case orvo::FeedTarget::Track:
+            return feed.target != nullptr
+                       ? NameOr(feed.target->name, Numbered("track ", feed.targetId))
+                       : Numbered("missing track ", feed.targetId);
+        case orvo::FeedTarget::Port:
+            return PortName(orvo::FindOutputPort(session, feed.targetId), feed.targetId);
     }
-    return track.hardwareOutputId >= 0
-               ? PortName(session.audioDevice.outputPorts, track.hardwareOutputId)
-               : std::string();
+    return {};
 }
 
-SendSummary Summarise(const orvo::Session& session, const orvo::SendSlot& slot) {
-    SendSummary summary;
-    summary.destination =
-        slot.sendOutputId >= 0 ? TrackName(session, slot.sendOutputId) : std::string();
-    if (slot.destCompIndex >= 0) {
-        summary.component = slot.destCompIndex;
-    }
-    summary.preFader = slot.preFader;
-    summary.automation += Count(slot.sendComponent);
-    summary.automation += Count(slot.panComponent);
-    return summary;
+std::string InputName(const orvo::Session& session, kelcore::int32 id) {
+    return id >= 0 ? PortName(orvo::FindInputPort(session, id), id) : std::string();
 }
 
-std::vector<SendSummary> SummariseSends(const orvo::Session& session,
-                                        const std::optional<orvo::SendList>& list) {
-    std::vector<SendSummary> summaries;
-    if (list) {
-        for (const auto& slot : list->slots) {
-            if (slot) {
-                summaries.push_back(Summarise(session, *slot));
-            }
+void SummariseFeeds(const orvo::Session& session, const std::vector<Feed>& feeds,
+                    TrackSummary& summary) {
+    for (const Feed& feed : feeds) {
+        const std::string target = TargetName(session, feed);
+        if (feed.send == nullptr) {
+            summary.output = target;
+            continue;
         }
+        SendSummary& send = summary.sends.emplace_back();
+        send.destination = target;
+        send.component = feed.component;
+        send.preFader = feed.send->preFader;
+        send.automation += Count(feed.send->sendComponent);
+        send.automation += Count(feed.send->panComponent);
     }
-    return summaries;
 }
 
 EffectSummary Summarise(const orvo::EffectsSlot& slot) {
@@ -165,15 +155,15 @@ TrackFamily FamilyOf(orvo::TrackKind kind) {
     }
 }
 
-TrackSummary Summarise(const orvo::Session& session, const orvo::AudioTrack& track) {
+TrackSummary Summarise(const orvo::Session& session, const orvo::SessionIndex& index,
+                       const orvo::AudioTrack& track) {
     TrackSummary summary;
     summary.family = FamilyOf(track.kind);
     summary.id = track.id;
     summary.name = track.name;
     summary.channelCount = static_cast<kelcore::uint32>(track.audioChannelType);
-    summary.output = OutputName(session, track);
-    summary.input = track.inputId >= 0 ? PortName(session.audioDevice.inputPorts, track.inputId)
-                                       : std::string();
+    SummariseFeeds(session, index.FeedsOf(track), summary);
+    summary.input = InputName(session, track.inputId);
     summary.midiInput = MidiInputName(track.instrument);
     summary.solo = track.solo;
     summary.soloSafe = track.soloSafe;
@@ -184,7 +174,6 @@ TrackSummary Summarise(const orvo::Session& session, const orvo::AudioTrack& tra
     summary.preRendered = track.preRendered;
     summary.muted = IsSwitchedOn(track.mute);
     summary.visible = track.visible;
-    summary.sends = SummariseSends(session, track.sendList);
     summary.effects = SummariseEffects(track.effectsRack);
     summary.clips = track.clips.size() + track.midiClips.size();
     summary.automation = CountTrack(summary, track);
@@ -240,14 +229,12 @@ const char* FamilyName(TrackFamily family) {
 
 std::vector<TrackSummary> SummariseTracks(const orvo::Session& session) {
     std::vector<TrackSummary> summaries;
-    for (const orvo::VideoTrack& track : session.videoTracks) {
-        summaries.push_back(Summarise(track));
+    const orvo::SessionIndex index(session);
+    for (const orvo::VideoTrack* const track : orvo::VideoTracksInOrder(session)) {
+        summaries.push_back(Summarise(*track));
     }
-    for (const orvo::AudioTrack& track : session.audioTracks) {
-        summaries.push_back(Summarise(session, track));
-    }
-    if (session.metronome.track) {
-        summaries.push_back(Summarise(session, *session.metronome.track));
+    for (const orvo::AudioTrack* const track : orvo::AudioTracksInOrder(session)) {
+        summaries.push_back(Summarise(session, index, *track));
     }
     return summaries;
 }

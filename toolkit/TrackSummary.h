@@ -75,7 +75,7 @@ struct TrackSummary {
 /// What a family is called in tables and JSON: "audio", "bus", ...
 const char* FamilyName(TrackFamily family);
 
-/// The video tracks, the other tracks and the metronome's, in the session's order.
+/// The video tracks, the other tracks and the metronome's, each side in its order.
 std::vector<TrackSummary> SummariseTracks(const orvo::Session& session);
 
 /// Whether a control that is a switch, such as a mute, is on: its parameter is one half or more.

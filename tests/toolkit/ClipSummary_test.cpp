@@ -124,5 +124,17 @@ TEST(ClipSummary, AClipNamesItsGroupsAndAGroupItsMissingMembers) {
                 ElementsAre(GroupSummary{5, "Call", 2, 1}, GroupSummary{6, "", 1, 0}));
 }
 
+TEST(ClipSummary, ClipsOfTheMetronomeComeLast) {
+    orvo::Session session = OneTrack();
+    session.audioTracks[0].clips = {Clip(1, 900)};
+    session.metronome.track = orvo::AudioTrack{.id = 9, .clips = {Clip(2, 0)}};
+    session.clipGroups = {{.id = 1, .name = "Both", .items = {{7, 1}, {9, 2}}}};
+    const auto clips = SummariseClips(session, Media(true));
+    ASSERT_EQ(clips.size(), 2u);
+    EXPECT_EQ(clips[1].id, 2u);
+    EXPECT_EQ(clips[1].group, "Both");
+    EXPECT_EQ(SummariseGroups(session).at(0).dangling, 0u);
+}
+
 }  // namespace
 }  // namespace toolkit

@@ -152,5 +152,12 @@ TEST(TrackSummary, VideoComesFirstAndTheMetronomeLastAndAnUnknownKindIsAudio) {
     EXPECT_STREQ(FamilyName(tracks[2].family), "metronome");
 }
 
+TEST(TrackSummary, TracksOfASideComeInTheOrderOfTheirIndices) {
+    orvo::Session session;
+    session.audioTracks = {Track(1, "second"), Track(2, "first")};
+    session.audioTracks[0].index = 1;
+    EXPECT_EQ(SummariseTracks(session).at(0).name, "first");
+}
+
 }  // namespace
 }  // namespace toolkit
