@@ -6,10 +6,10 @@
 #include <iterator>
 
 #include <orvo/Lookup.h>
+#include <orvo/Times.h>
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Strings.h"
 #include "platform/tbcore/MediaHandlers.h"
-#include "toolkit/Timecode.h"
 
 namespace toolkit {
 namespace {
@@ -68,8 +68,9 @@ std::size_t SessionSummary::MissingCount() const {
 }
 
 std::optional<std::string> SessionSummary::FormatSmpteStart() const {
-    const auto timecode = FormatTimecode(smpteStart, sampleRate, timeFormat);
-    return timecode ? timecode : FormatTime(smpteStart, sampleRate);
+    const auto rate = orvo::FrameRateOf(timeFormat);
+    return rate ? orvo::FormatTimecode(smpteStart, sampleRate, *rate)
+                : orvo::FormatTime(smpteStart, sampleRate);
 }
 
 void SessionSummary::AddStoredPaths(const std::map<kelcore::uint32, StoredPaths>& paths) {
@@ -108,22 +109,6 @@ SessionSummary Summarise(const orvo::Session& session, const FileTest& exists) {
         summary.media.push_back(SummariseFile(file, exists));
     }
     return summary;
-}
-
-std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sampleRate) {
-    if (sampleRate == 0) {
-        return std::nullopt;
-    }
-    const auto bits = static_cast<kelcore::uint64>(samples);
-    const kelcore::uint64 magnitude = samples < 0 ? 0 - bits : bits;
-    // Whole seconds first: the milliseconds of the whole may not fit into 64 bits.
-    kelcore::uint64 seconds = magnitude / sampleRate;
-    kelcore::uint64 milliseconds = (magnitude % sampleRate * 1000 + sampleRate / 2) / sampleRate;
-    seconds += milliseconds / 1000;
-    milliseconds %= 1000;
-    const bool isNegative = samples < 0 && seconds + milliseconds != 0;
-    return fmt::format("{}{}:{:02}:{:02}.{:03}", isNegative ? "-" : "", seconds / 3600,
-                       seconds / 60 % 60, seconds % 60, milliseconds);
 }
 
 std::string TimeFormatName(const orvo::TimeFormat& format) {

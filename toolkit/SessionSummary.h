@@ -51,7 +51,7 @@ struct SessionSummary {
     std::size_t MissingCount() const;
 
     /// `smpteStart` as the session shows times: as timecode if it uses timecode, else as
-    /// `FormatTime`.
+    /// `orvo::FormatTime`.
     std::optional<std::string> FormatSmpteStart() const;
 
     /// Gives missing media the paths that the document has for them.
@@ -65,10 +65,6 @@ using FileTest = std::function<bool(const std::string& path)>;
 bool IsMediaFile(const std::string& path);
 
 SessionSummary Summarise(const orvo::Session& session, const FileTest& exists);
-
-/// A count of samples as "h:mm:ss.mmm", to the nearest millisecond, with "-" in front if it is
-/// negative. No value if the rate is 0.
-std::optional<std::string> FormatTime(kelcore::int64 samples, kelcore::uint32 sampleRate);
 
 /// How times are shown, as people call it: "samples", "timecode, 25 frames a second", ...
 std::string TimeFormatName(const orvo::TimeFormat& format);

@@ -1,5 +1,6 @@
 #include <nlohmann/json.hpp>
 
+#include <orvo/Times.h>
 #include "cli/verbs/InfoReport.h"
 #include "platform/kelcore/Strings.h"
 
@@ -146,7 +147,7 @@ void AddSession(const toolkit::SessionSummary& summary, ordered_json& object) {
     object["channelCount"] = summary.channelCount;
     object["bitDepth"] = summary.bitDepth;
     object["durationSamples"] = summary.duration;
-    object["duration"] = OrNull(toolkit::FormatTime(summary.duration, summary.sampleRate));
+    object["duration"] = OrNull(orvo::FormatTime(summary.duration, summary.sampleRate));
     object["input"] = Device(summary.audioDevice.inputDeviceId, summary.audioDevice.inputPorts);
     object["output"] = Device(summary.audioDevice.outputDeviceId, summary.audioDevice.outputPorts);
     object["beatsPerMinute"] = summary.beatsPerMinute;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include <orvo/Times.h>
 #include "cli/terminal/Table.h"
 #include "cli/verbs/InfoReport.h"
 #include "format/Ids.h"
@@ -52,7 +53,7 @@ std::string WithSamples(const std::optional<std::string>& time, kelcore::int64 c
 }
 
 std::string ShownDuration(const SessionSummary& summary) {
-    return WithSamples(toolkit::FormatTime(summary.duration, summary.sampleRate), summary.duration);
+    return WithSamples(orvo::FormatTime(summary.duration, summary.sampleRate), summary.duration);
 }
 
 std::string ShownChannels(kelcore::int32 count) {
@@ -336,7 +337,7 @@ std::string ShownTrack(const TrackSummary& track, const InfoDetail& detail) {
 // Clips
 
 std::string ShownPosition(kelcore::int64 samples, kelcore::uint32 sampleRate) {
-    const auto time = toolkit::FormatTime(samples, sampleRate);
+    const auto time = orvo::FormatTime(samples, sampleRate);
     return time ? *time : std::to_string(samples);
 }
 

@@ -5,7 +5,9 @@
 
 #include <orvo/Differences.h>
 #include <orvo/Json.h>
+#include <orvo/Lookup.h>
 #include <orvo/Session.h>
+#include <orvo/Times.h>
 #include "tests/support/TemporaryFolder.h"
 
 // What is exported is enough for a program that has the public headers and the shared library.
@@ -61,6 +63,18 @@ TEST(PublicLibrary, ValuesPrint) {
     std::ostringstream text;
     text << orvo::Fade{.endPoint = 480};
     EXPECT_NE(text.str().find("\"endPoint\": 480"), std::string::npos);
+}
+
+TEST(PublicLibrary, ThingsAreFoundAndPositionsRead) {
+    orvo::Session song{.audioTracks = {{.id = 1, .outputTrackId = 2}, {.id = 2}},
+                       .timeFormat = {.format = orvo::TimeDisplay::Ntsc30Drop}};
+    EXPECT_EQ(orvo::SessionIndex(song).FindAudioTrack(2), orvo::FindAudioTrack(song, 2));
+    EXPECT_EQ(orvo::FeedsInto(song, song.audioTracks[1]).at(0).source, &song.audioTracks[0]);
+    EXPECT_EQ(orvo::ParsePosition(song, "00:01:00;02").position, 2882880);
+    EXPECT_EQ(orvo::FormatPosition(song, 2882880), "00:01:00;02");
+    std::ostringstream text;
+    text << orvo::ParsePosition(song, "one minute").messages.at(0);
+    EXPECT_EQ(text.str(), "this is no timecode; write hh:mm:ss:ff, as 01:00:00:00");
 }
 
 }  // namespace

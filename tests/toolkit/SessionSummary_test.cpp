@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "platform/tbcore/MediaHandlers.h"
 
 using orvo::File;
 using orvo::Session;
-using toolkit::FormatTime;
 using toolkit::SessionSummary;
 using toolkit::Summarise;
 
@@ -120,32 +117,6 @@ TEST(TimeFormatName, ATimecodeSaysItsRateAndHowFramesAreCounted) {
     times.ntsc = true;
     times.dropFrame = true;
     EXPECT_EQ(toolkit::TimeFormatName(times), "timecode, 25 frames a second, NTSC, drop frame");
-}
-
-TEST(FormatTime, ShowsHoursMinutesSecondsAndMilliseconds) {
-    EXPECT_EQ(FormatTime(0, 48000), "0:00:00.000");
-    EXPECT_EQ(FormatTime(48000LL * 3723 + 24000, 48000), "1:02:03.500");
-}
-
-TEST(FormatTime, RoundsToTheNearestMillisecondAcrossTheSecond) {
-    EXPECT_EQ(FormatTime(47999, 48000), "0:00:01.000");
-    EXPECT_EQ(FormatTime(23, 48000), "0:00:00.000");
-    EXPECT_EQ(FormatTime(24, 48000), "0:00:00.001");
-}
-
-TEST(FormatTime, KeepsTheSign) {
-    EXPECT_EQ(FormatTime(-48000, 48000), "-0:00:01.000");
-    EXPECT_EQ(FormatTime(-1, 48000), "0:00:00.000");
-}
-
-TEST(FormatTime, HoldsForEveryCountOfSamples) {
-    EXPECT_EQ(FormatTime(std::numeric_limits<std::int64_t>::min(), 1),
-              "-2562047788015215:30:08.000");
-    EXPECT_EQ(FormatTime(std::numeric_limits<std::int64_t>::max(), 4294967295), "596523:14:08.500");
-}
-
-TEST(FormatTime, HasNoTimeWithoutARate) {
-    EXPECT_EQ(FormatTime(1, 0), std::nullopt);
 }
 
 TEST(ChannelLayoutName, NamesTheLayoutsThatAFileCanHold) {
