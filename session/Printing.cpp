@@ -1,10 +1,13 @@
 #include <ostream>
 #include <string>
+#include <type_traits>
 
+#include <orvo/Message.h>
 #include <orvo/Session.h>
+#include "session/Words.h"
 #include "session/json/Encode.h"
 
-// Values print as their JSON.
+// Values print as their JSON, enumerations as their words.
 
 namespace orvo {
 namespace {
@@ -14,8 +17,48 @@ std::string Dump(const Value& value) {
     return json::Encoded(value, json::JsonWriter::Layout::Indented, "\n");
 }
 
+template <HasWords Code>
+std::ostream& PrintCode(std::ostream& out, Code code) {
+    const auto word = WordOf(code);
+    return out << (word ? std::string(*word)
+                        : std::to_string(static_cast<std::underlying_type_t<Code>>(code)));
+}
+
 }  // namespace
 
+std::ostream& operator<<(std::ostream& out, FadeType type) {
+    return PrintCode(out, type);
+}
+std::ostream& operator<<(std::ostream& out, CrossFadeLink link) {
+    return PrintCode(out, link);
+}
+std::ostream& operator<<(std::ostream& out, StretchMode mode) {
+    return PrintCode(out, mode);
+}
+std::ostream& operator<<(std::ostream& out, StretchType type) {
+    return PrintCode(out, type);
+}
+std::ostream& operator<<(std::ostream& out, StretchQuality quality) {
+    return PrintCode(out, quality);
+}
+std::ostream& operator<<(std::ostream& out, TrackKind kind) {
+    return PrintCode(out, kind);
+}
+std::ostream& operator<<(std::ostream& out, ChannelType type) {
+    return PrintCode(out, type);
+}
+std::ostream& operator<<(std::ostream& out, SoundSet soundSet) {
+    return PrintCode(out, soundSet);
+}
+std::ostream& operator<<(std::ostream& out, Beat beat) {
+    return PrintCode(out, beat);
+}
+std::ostream& operator<<(std::ostream& out, TimeDisplay display) {
+    return PrintCode(out, display);
+}
+std::ostream& operator<<(std::ostream& out, Severity severity) {
+    return PrintCode(out, severity);
+}
 std::ostream& operator<<(std::ostream& out, const Keyframe& keyframe) {
     return out << Dump(keyframe);
 }

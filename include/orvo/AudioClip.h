@@ -91,6 +91,13 @@ struct AudioClip {
     friend bool operator==(const AudioClip&, const AudioClip&) = default;
 };
 
+/// Print the value's word, or its number if it has none.
+ORVO_API std::ostream& operator<<(std::ostream& out, FadeType type);
+ORVO_API std::ostream& operator<<(std::ostream& out, CrossFadeLink link);
+ORVO_API std::ostream& operator<<(std::ostream& out, StretchMode mode);
+ORVO_API std::ostream& operator<<(std::ostream& out, StretchType type);
+ORVO_API std::ostream& operator<<(std::ostream& out, StretchQuality quality);
+
 /// Print the JSON form.
 ORVO_API std::ostream& operator<<(std::ostream& out, const Fade& fade);
 ORVO_API std::ostream& operator<<(std::ostream& out, const ClipStretch& stretch);

@@ -76,6 +76,10 @@ struct AudioTrack {
     friend bool operator==(const AudioTrack&, const AudioTrack&) = default;
 };
 
+/// Print the value's word, or its number if it has none.
+ORVO_API std::ostream& operator<<(std::ostream& out, TrackKind kind);
+ORVO_API std::ostream& operator<<(std::ostream& out, ChannelType type);
+
 /// Print the JSON form.
 ORVO_API std::ostream& operator<<(std::ostream& out, const InstrumentTrack& instrument);
 ORVO_API std::ostream& operator<<(std::ostream& out, const AudioTrack& track);

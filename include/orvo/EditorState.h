@@ -78,6 +78,9 @@ struct Property {
     friend bool operator==(const Property&, const Property&) = default;
 };
 
+/// Prints the value's word, or its number if it has none.
+ORVO_API std::ostream& operator<<(std::ostream& out, TimeDisplay display);
+
 /// Print the JSON form.
 ORVO_API std::ostream& operator<<(std::ostream& out, const Selection& selection);
 ORVO_API std::ostream& operator<<(std::ostream& out, const ViewState& view);

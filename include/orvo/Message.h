@@ -25,6 +25,9 @@ struct Message {
     friend bool operator==(const Message&, const Message&) = default;
 };
 
+/// Prints "error" or "warning".
+ORVO_API std::ostream& operator<<(std::ostream& out, Severity severity);
+
 /// Prints "FILE:LINE:COLUMN: what; advice", each part only where there is one, without a line end.
 ORVO_API std::ostream& operator<<(std::ostream& out, const Message& message);
 

@@ -49,6 +49,10 @@ struct Metronome {
     friend bool operator==(const Metronome&, const Metronome&) = default;
 };
 
+/// Print the value's word, or its number if it has none.
+ORVO_API std::ostream& operator<<(std::ostream& out, SoundSet soundSet);
+ORVO_API std::ostream& operator<<(std::ostream& out, Beat beat);
+
 /// Print the JSON form.
 ORVO_API std::ostream& operator<<(std::ostream& out, const GlobalTrackInfo& info);
 ORVO_API std::ostream& operator<<(std::ostream& out, const Metronome& metronome);
