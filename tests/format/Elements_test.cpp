@@ -19,7 +19,7 @@ TEST(Elements, AreFoundByNameAndPlace) {
     EXPECT_EQ(FindElement(names::orvo, states::unknown), nullptr);
 }
 
-TEST(Elements, StandOnceAtEachPlace) {
+TEST(Elements, AreOnceAtEachPlace) {
     std::set<std::pair<std::u16string_view, State>> places;
     for (const Element& element : kElements) {
         for (const State parent : element.parents) {
@@ -29,7 +29,7 @@ TEST(Elements, StandOnceAtEachPlace) {
     }
 }
 
-TEST(Elements, StandInElementsThatThereAre) {
+TEST(Elements, HaveParentsThatExist) {
     std::set<State> pushed;
     for (const Element& element : kElements) {
         pushed.insert(element.state);
@@ -41,7 +41,7 @@ TEST(Elements, StandInElementsThatThereAre) {
     }
 }
 
-TEST(Elements, HaveTheAttributesThatTellThemApart) {
+TEST(Elements, HaveTheAttributesThatDistinguishThem) {
     for (const Element& element : kElements) {
         const std::u16string_view key = element.occurrence.key;
         EXPECT_TRUE(key.empty() || element.FindAttribute(key) != nullptr)

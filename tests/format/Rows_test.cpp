@@ -29,14 +29,14 @@ Thing ReadInto(const auto& row, std::u16string_view text) {
     return thing;
 }
 
-TEST(Rows, ANumberThatIsNoneLeavesTheDefault) {
+TEST(Rows, TextThatIsNotANumberLeavesTheDefault) {
     constexpr auto kRow = Number<&Thing::count>(u"count");
     EXPECT_EQ(ReadInto(kRow, u"12").count, 12u);
     EXPECT_EQ(ReadInto(kRow, u"12 ").count, 3u);
     EXPECT_EQ(Written(kRow, {.count = 12}), u"12");
 }
 
-TEST(Rows, AnOptionalMemberTellsAnAbsentAttributeFromAnyValue) {
+TEST(Rows, AnOptionalMemberDistinguishesAnAbsentAttributeFromAnyValue) {
     constexpr auto kRow = Number<&Thing::place>(u"place");
     EXPECT_EQ(ReadInto(kRow, u"5").place, 5);
     EXPECT_EQ(ReadInto(kRow, u"no number").place, 0);
@@ -54,7 +54,7 @@ TEST(Rows, AnUnknownWordLeavesAnOptionalMemberAsItIs) {
     EXPECT_EQ(Written(kRow, {.known = 1}), u"blue");
 }
 
-TEST(Rows, TheFirstOfTwoWordsStandsForItsExactTextAlone) {
+TEST(Rows, OnlyItsExactTextGivesTheFirstOfTwoWords) {
     constexpr auto kRow = FirstOfTwo<&Thing::colour, kColours>(u"colour");
     EXPECT_EQ(ReadInto(kRow, u"red").colour, 4u);
     EXPECT_EQ(ReadInto(kRow, u"Red").colour, 7u);
@@ -69,7 +69,7 @@ TEST(Rows, AValueWithoutAWordIsNotWritten) {
     EXPECT_EQ(Written(kRow, {.colour = 5}), std::nullopt);
 }
 
-TEST(Rows, AValueWithoutAWordIsWrittenAsANumberWhereTheRowSaysSo) {
+TEST(Rows, AValueWithoutAWordIsWrittenAsANumberIfTheRowSaysSo) {
     constexpr auto kRow = KnownWordElseNumber<&Thing::colour, kColours>(u"colour");
     EXPECT_EQ(ReadInto(kRow, u"7").colour, 4u);
     EXPECT_EQ(Written(kRow, {.colour = 5}), u"5");
@@ -83,13 +83,13 @@ TEST(Rows, AWordOrItsNumberIsReadAndANumberWithoutAWordIsWrittenAsTheLast) {
     EXPECT_EQ(Written(kRow, {.colour = 9}), u"blue");
 }
 
-TEST(Rows, AWordThatIsKeptAsTextMayBeAny) {
+TEST(Rows, AWordThatIsKeptAsTextMayBeAnyWord) {
     constexpr auto kRow = WordAsText<&Thing::shape, kShapes>(u"shape");
     EXPECT_EQ(ReadInto(kRow, u"oval").shape, u"oval");
     EXPECT_EQ(kRow.Describe().words.size(), 2u);
 }
 
-TEST(Rows, WhatIsLeftOutUnlessEmptyOrIfTrueIsReadAlways) {
+TEST(Rows, UnlessEmptyAndIfTrueDecideWhatIsWritten) {
     constexpr auto kText = UnlessEmpty(Text<&Thing::text>(u"text"));
     EXPECT_EQ(Written(kText, {}), std::nullopt);
     EXPECT_EQ(Written(kText, {.text = u"a"}), u"a");

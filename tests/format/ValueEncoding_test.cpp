@@ -34,7 +34,7 @@ TEST(Format, BooleansAreTrueAndFalse) {
     EXPECT_EQ(FormatBool(false), u"false");
 }
 
-TEST(ParseInteger, TextThatIsNoNumberLeavesTheDefault) {
+TEST(ParseInteger, TextThatIsNotANumberLeavesTheDefault) {
     for (const char16_t* const text : {u"", u" 5", u"5 ", u"+5", u"5x", u"0x5", u"5.0", u"-",
                                        u"4294967296", u"-2147483649", u"\u0665"}) {
         kelcore::int32 number = 77;
@@ -64,7 +64,7 @@ TEST(ParseInteger, APositionBeyond32BitsSurvivesWriteAndRead) {
     }
 }
 
-TEST(ParseBool, OneIsTrueForTheLenientReaderAlone) {
+TEST(ParseBool, OneIsTrueOnlyForTheLenientReader) {
     EXPECT_TRUE(ParseBoolLenient(u"1"));
     EXPECT_FALSE(ParseBoolStrict(u"1"));
 }
@@ -85,7 +85,7 @@ TEST(ParseLenient, ACommaIsADecimalPoint) {
     EXPECT_EQ(ParseDoubleLenient(u"-0,5"), -0.5);
 }
 
-TEST(ParseLenient, TextThatIsNoNumberIsZero) {
+TEST(ParseLenient, TextThatIsNotANumberIsZero) {
     for (const char16_t* const text :
          {u"abc", u"", u" ", u".", u"-", u"+", u"e5", u"1e", u"1e+", u"nan", u"inf", u"infinity",
           u"\u2212"
@@ -95,7 +95,7 @@ TEST(ParseLenient, TextThatIsNoNumberIsZero) {
     }
 }
 
-TEST(ParseLenient, BlanksBeforeAndAnythingAfterTheNumberArePassedOver) {
+TEST(ParseLenient, BlanksBeforeAndAnythingAfterTheNumberAreIgnored) {
     EXPECT_EQ(ParseDoubleLenient(u" \t\n\v\f\r1.5 dB"), 1.5);
     EXPECT_EQ(ParseDoubleLenient(u"1.5.3"), 1.5);
     EXPECT_EQ(ParseDoubleLenient(u"0x10"), 0.0);
@@ -164,7 +164,7 @@ TEST(Block, EveryByteSurvives) {
     EXPECT_EQ(Decoded(EncodeBlock(bytes)), bytes);
 }
 
-TEST(Block, TextThatIsNoEncodingGivesNoBytes) {
+TEST(Block, TextThatIsNotEncodedGivesNoBytes) {
     EXPECT_TRUE(Decoded(u"").empty());
     EXPECT_TRUE(Decoded(u"%%%").empty());
     EXPECT_TRUE(Decoded(u"\u00E9\u00E9\u00E9\u00E9").empty());

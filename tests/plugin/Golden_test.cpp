@@ -130,13 +130,13 @@ protected:
     }
 };
 
-TEST_F(Golden, EverythingIsWrittenAsItStandsThere) {
+TEST_F(Golden, EverythingIsWrittenAsInTheGoldenFile) {
     const auto outcome = Write(Everything());
     ASSERT_TRUE(outcome.ok);
     ExpectGolden("everything.orvo", Replaced(*outcome.file, Folder(), kFolderMark));
 }
 
-TEST_F(Golden, EverythingIsReadBackWithoutALoss) {
+TEST_F(Golden, EverythingIsReadBackWithoutLoss) {
     folder.Write("session.orvo", Document("everything.orvo"));
     const Traced traced = ReadTraced();
     ASSERT_TRUE(traced.ok);
@@ -148,13 +148,13 @@ TEST_F(Golden, EverythingReachesTheHostInTheseCalls) {
     ExpectGolden("everything.trace", ReadTraced().calls);
 }
 
-TEST_F(Golden, EverythingIsAskedOfTheHostInTheseCalls) {
+TEST_F(Golden, TheHostIsAskedForEverythingInTheseCalls) {
     const Traced traced = WriteTraced(Everything());
     ASSERT_TRUE(traced.ok);
     ExpectGolden("everything.write.trace", traced.calls);
 }
 
-TEST_F(Golden, EverythingThatWasReadBackIsWrittenByteForByteTheSame) {
+TEST_F(Golden, EverythingThatWasReadBackIsWrittenWithTheSameBytes) {
     const std::string document = Document("everything.orvo");
     folder.Write("session.orvo", document);
     EXPECT_EQ(Write(ReadTraced().session).file, document);

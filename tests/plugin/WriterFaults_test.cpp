@@ -46,33 +46,33 @@ protected:
     }
 };
 
-TEST_F(WriterFaults, ThatMeetAnythingButABlockOfEventsFailTheSaveWithoutAFile) {
+TEST_F(WriterFaults, InAnythingButABlockOfEventsFailTheSaveWithoutAFile) {
     AudioTrack track = test::EverythingSession("/media/").audioTracks.at(0);
     EXPECT_THAT(SurvivedFaults(With(track)), IsEmpty());
 }
 
-TEST_F(WriterFaults, ThatMeetTheBlockOfAMidiClipAreIgnored) {
+TEST_F(WriterFaults, InTheBlockOfAMidiClipAreIgnored) {
     AudioTrack track = test::EverythingSession("/media/").audioTracks.at(3);
     const auto survived = SurvivedFaults(With(track));
     ASSERT_EQ(survived.size(), 3u);  // its start, its text and its end
     EXPECT_EQ(survived.back(), survived.front() + 2);
 }
 
-TEST_F(WriterFaults, ThatMeetTheBlocksOfTheMusicalTimelineAreIgnored) {
+TEST_F(WriterFaults, InTheBlocksOfTheMusicalTimelineAreIgnored) {
     Session session = With({});
     session.metronome.globalTrackInfo =
         test::EverythingSession("/media/").metronome.globalTrackInfo;
     EXPECT_EQ(SurvivedFaults(session).size(), 9u);
 }
 
-TEST_F(WriterFaults, ThatMeetAVideoTrackWhichIsTheLastOneFailTheSave) {
+TEST_F(WriterFaults, InAVideoTrackThatIsTheLastTrackFailTheSave) {
     Session session = With({});
     session.audioTracks.clear();
     session.videoTracks = test::EverythingSession("/media/").videoTracks;
     EXPECT_THAT(SurvivedFaults(session), IsEmpty());
 }
 
-TEST_F(WriterFaults, EndTheAskingForMoreOfAList) {
+TEST_F(WriterFaults, StopTheQueriesForTheRestOfAList) {
     AudioTrack ofClips;
     ofClips.clips.resize(3);
     AudioTrack ofSlots;

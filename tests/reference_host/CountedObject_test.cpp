@@ -11,7 +11,7 @@ namespace {
 
 class CountedObjectTest : public test::NoLiveNodes {};
 
-TEST_F(CountedObjectTest, IsAliveUntilItsMakerLetsGo) {
+TEST_F(CountedObjectTest, IsAliveUntilItsMakerReleasesIt) {
     auto string = Ref<HostString>::Adopt(new HostString(u"text"));
     EXPECT_EQ(LiveNodes(), 1U);
     string.Reset();
@@ -33,7 +33,7 @@ TEST_F(CountedObjectTest, ACopiedReferenceCounts) {
     EXPECT_EQ(TextOf(copy.Get()), u"text");
 }
 
-TEST_F(CountedObjectTest, ACopyOfNoReferenceIsNone) {
+TEST_F(CountedObjectTest, ACopyOfANullReferenceIsNull) {
     const Ref<HostString> none;
     const Ref<HostString> copy = none;
     EXPECT_FALSE(copy);
@@ -46,7 +46,7 @@ TEST_F(CountedObjectTest, AHostStringKeepsZerosAndSurrogatesOfItsText) {
     EXPECT_EQ(TextOf(string.Get()), text);
 }
 
-TEST_F(CountedObjectTest, NoHostStringCountsAsEmpty) {
+TEST_F(CountedObjectTest, ANullHostStringCountsAsEmpty) {
     EXPECT_EQ(TextOf(nullptr), u"");
 }
 

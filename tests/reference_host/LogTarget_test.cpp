@@ -26,7 +26,7 @@ TEST_F(LogTargetTest, KeepsMessagesInOrder) {
     EXPECT_THAT(target->Messages(), ElementsAre(u"first\n", u"second\n"));
 }
 
-TEST_F(LogTargetTest, TellsItsListenerEachMessageAsItComes) {
+TEST_F(LogTargetTest, PassesEachMessageToItsListenerAsItComes) {
     std::vector<std::u16string> heard;
     const auto target = Ref<LogTarget>::Adopt(
         new LogTarget([&heard](const std::u16string& message) { heard.push_back(message); }));

@@ -90,7 +90,7 @@ TEST_F(NodeTest, AStringDoesNotChangeWhileItIsHeld) {
     EXPECT_EQ(TextOf(session_->Query().GetInputDeviceId()), u"after");
 }
 
-TEST_F(NodeTest, AReleaseTooManyEndsTheProcess) {
+TEST_F(NodeTest, OneReleaseTooManyEndsTheProcess) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     tses::IEditFile* const file = session_->Edit().GetFile(1);
     EXPECT_DEATH(file->Release(), "released more often than it was referenced");

@@ -28,7 +28,7 @@ TEST(PluginLibraryTest, AMissingFileIsNamed) {
                 AllOf(HasSubstr("no plug-in at " + path.string()), HasSubstr("ORVO_PLUGIN")));
 }
 
-TEST(PluginLibraryTest, AFileThatIsNoLibraryIsNamed) {
+TEST(PluginLibraryTest, AFileThatIsNotALibraryIsNamed) {
     const ::test::TemporaryFolder folder;
     const std::filesystem::path path = folder.Write("text.so", "just a text");
     EXPECT_THAT(ErrorOf(path), HasSubstr("cannot load " + path.string() + " as a library"));

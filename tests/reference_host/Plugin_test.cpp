@@ -73,7 +73,7 @@ TEST_F(PluginTest, APluginThatRefusesToInitialiseIsAnErrorWithItsResult) {
     ::unsetenv("ORVO_REFUSES");
 }
 
-TEST_F(PluginTest, APathThatIsRefusedEndsTheReadOrWrite) {
+TEST_F(PluginTest, ARefusedPathEndsTheReadOrWrite) {
     ::setenv("ORVO_REFUSES", "SetFilePath", 1);
     Plugin plugin(RefusingPlugin());
     const auto session = SessionNode::Make();

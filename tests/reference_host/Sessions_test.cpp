@@ -77,7 +77,7 @@ TEST_F(SessionsTest, AFailedReadSaysWhatTheParserSays) {
     EXPECT_NE(read.messages[0].back(), u'\n');
 }
 
-TEST_F(SessionsTest, AMessageOfLineEndsAloneIsEmpty) {
+TEST_F(SessionsTest, AMessageOfOnlyLineEndsIsEmpty) {
     const std::filesystem::path path = folder_.Write("a.orvo", "<orvo/>");
     const ReadResult read =
         ReadSession(plugin_, path.u16string(), {.wrap = [](tses::IEditSession& session) {
@@ -103,7 +103,7 @@ TEST_F(SessionsTest, AFailedWriteSaysWhyAndWhere) {
     EXPECT_THAT(written.messages, ElementsAre(HasSubstr((folder_ / "none/a.orvo").string())));
 }
 
-TEST_F(SessionsTest, AFileThatIsMissingSaysSoWithAndWithoutALogTarget) {
+TEST_F(SessionsTest, AMissingFileIsReportedWithAndWithoutALogTarget) {
     for (const bool logTarget : {true, false}) {
         ::testing::internal::CaptureStderr();
         const ReadResult read =
@@ -170,7 +170,7 @@ TEST_F(SessionsTest, ThePluginSeesWhatWrapReturns) {
     EXPECT_EQ(read.session.sampleRate, 44100U);
 }
 
-TEST_F(SessionsTest, ProgressIsTold) {
+TEST_F(SessionsTest, ProgressIsReported) {
     std::vector<Progress> written;
     WriteSession(plugin_, InFolder("a.orvo"), {},
                  {.progress = [&](const Progress& progress) { written.push_back(progress); }});

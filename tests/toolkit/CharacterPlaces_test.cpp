@@ -39,7 +39,7 @@ std::string Wide(std::basic_string_view<Character> text, bool littleEndian) {
     return bytes;
 }
 
-TEST(CharacterPlaces, ACharacterOfTwoUnitsInFrontIsOneColumn) {
+TEST(CharacterPlaces, ACharacterOfTwoUnitsBeforeThePlaceIsOneColumn) {
     EXPECT_EQ(InCharacters("<a \U0001F600\U0001F600 x", At(1, 9)), At(1, 7));
     EXPECT_EQ(InCharacters("<a \U0001F600 x", At(1, 4)), At(1, 4)) << "it begins there";
     EXPECT_EQ(InCharacters("<a \U0001F600 x", At(1, 6)), At(1, 5));
@@ -74,7 +74,7 @@ TEST(CharacterPlaces, WideEncodingsAreUnderstood) {
               At(2, 3));
 }
 
-TEST(CharacterPlaces, AByteOrderMarkIsNoColumn) {
+TEST(CharacterPlaces, AByteOrderMarkIsNotAColumn) {
     EXPECT_EQ(InCharacters("\xEF\xBB\xBFxx\U0001F600", At(1, 5)), At(1, 4));
     EXPECT_EQ(InCharacters("\xEF\xBB\xBFxx\U0001F600", At(1, 3)), At(1, 3));
 }

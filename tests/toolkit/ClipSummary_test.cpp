@@ -47,7 +47,7 @@ TEST(ClipSummary, ClipsComeInTheOrderOfTheTimelineTrackByTrack) {
     EXPECT_THAT(starts, ElementsAre(5000, 100, 500, 900));
 }
 
-TEST(ClipSummary, TellsWhatIsMissingOfflineAndDone) {
+TEST(ClipSummary, SaysWhatIsMissingOfflineAndDone) {
     orvo::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};
     orvo::AudioClip& clip = session.audioTracks[0].clips[0];
@@ -101,7 +101,7 @@ TEST(ClipSummary, AFadeWithoutLengthAndAMapThatChangesNothingAreNotMarked) {
                 ElementsAre("fades", "channel map"));
 }
 
-TEST(ClipSummary, TellsTheFirstSampleInTheFileButOfMidi) {
+TEST(ClipSummary, SaysTheFirstSampleInTheFileExceptForMidi) {
     orvo::Session session = OneTrack();
     session.audioTracks[0].clips = {Clip(1, 0)};
     session.audioTracks[0].clips[0].sourceInPoint = 77;

@@ -91,7 +91,7 @@ TEST_F(DocumentScanTest, APipeIsNotOpened) {
     EXPECT_EQ(scan.problem->what, "this is a pipe");
 }
 
-TEST_F(DocumentScanTest, AScanThatIsToStopTellsOfNothingBehindThat) {
+TEST_F(DocumentScanTest, AScanThatIsStoppedReportsNothingBeyondThat) {
     std::stop_source stop;
     const std::string lossy = folder_.Write("a.orvo", "<orvo><a/>").string();
     EXPECT_TRUE(ScanDocument(lossy, {}, toolkit::kNotCarriedLimit, stop.get_token()).problem);
@@ -102,7 +102,7 @@ TEST_F(DocumentScanTest, AScanThatIsToStopTellsOfNothingBehindThat) {
     EXPECT_EQ(std::get<std::string>(toolkit::ReadFileContent(lossy, stop.get_token())), "");
 }
 
-TEST_F(DocumentScanTest, AScanThatIsToStopTakesNoFurtherBlock) {
+TEST_F(DocumentScanTest, AScanThatIsStoppedTakesNoFurtherBlock) {
     std::stop_source stop;
     stop.request_stop();
     const DocumentScan scan =
@@ -150,14 +150,14 @@ TEST_F(DocumentScanTest, ATruncatedFileIsMalformedAtItsEnd) {
     EXPECT_EQ(scan.problem->place.line, 3u);
 }
 
-TEST_F(DocumentScanTest, TextThatIsNoXmlIsMalformedAtItsBegin) {
+TEST_F(DocumentScanTest, TextThatIsNotXmlIsMalformedAtItsBeginning) {
     const DocumentScan scan = Scan("RIFF....WAVEfmt ");
     ASSERT_TRUE(scan.problem);
     EXPECT_EQ(scan.problem->what, "not well-formed XML");
     EXPECT_EQ(scan.problem->place.line, 1u);
 }
 
-TEST_F(DocumentScanTest, BytesThatAreNoUtf8AreReportedWhereTheyStand) {
+TEST_F(DocumentScanTest, BytesThatAreNotUtf8AreReportedInTheirPlace) {
     const DocumentScan scan =
         Scan("<orvo>\n<files><file id='1' absolutePath='\xFF\xFE'/></files></orvo>");
     ASSERT_TRUE(scan.problem);
@@ -216,14 +216,14 @@ TEST_F(DocumentScanTest, EverythingThatIsCarriedIsNoLoss) {
                 IsEmpty());
 }
 
-TEST_F(DocumentScanTest, AnElementThatIsNotCarriedIsOneLossWithAllThatIsInIt) {
+TEST_F(DocumentScanTest, AnElementThatIsNotCarriedIsOneLossWithEverythingInIt) {
     EXPECT_THAT(Losses("<orvo>\n <session>\n  <glow>\n   <beam id='1'><name>a</name>"
                        "</beam></glow>\n  <trackPanner/>\n </session>\n</orvo>"),
                 ElementsAre("3:3: <glow> in <session> with 2 elements in it",
                             "5:3: <trackPanner> in <session>"));
 }
 
-TEST_F(DocumentScanTest, AnElementOfOneNameIsJudgedByWhatItStandsIn) {
+TEST_F(DocumentScanTest, AnElementIsJudgedByItsParentNotOnlyByItsName) {
     const std::string chunk = "<presetChunkData>AAEC</presetChunkData>";
     const auto inTrack = [&](const std::string& content) {
         return Losses("<orvo><session><tracks><audioTrack id='1'>" + content +
@@ -270,7 +270,7 @@ TEST_F(DocumentScanTest, AValueThatCannotBeReadIsALoss) {
                     "1:7: the value \"7.1\" of the attribute audioChannelType of <session>"));
 }
 
-TEST_F(DocumentScanTest, AValueIsShownOnOneLineAndNotInFullLength) {
+TEST_F(DocumentScanTest, AValueIsShownShortenedOnOneLine) {
     EXPECT_THAT(
         Losses("<?xml version='1.1'?><orvo><session sampleRate='1&#10;2&#x7F;3&#x9F;4\xC3\xA4'/>"
                "<session bitDepth='0123456789012345678901234567890123456789abc'/></orvo>"),
@@ -301,7 +301,7 @@ TEST_F(DocumentScanTest, ASecondTrackWithTheSameIdIsALossWhateverItsKind) {
         ElementsAre("1:44: a second track with id 1", "1:85: a second video track with id 1"));
 }
 
-TEST_F(DocumentScanTest, TracksWithoutAnIdEndTheReadButForVideoTracks) {
+TEST_F(DocumentScanTest, TracksWithoutAnIdEndTheReadExceptForVideoTracks) {
     const DocumentScan scan = Scan(
         "<orvo><x/><session><tracks><videoTrack/><busTrack/>"
         "<audioTrack id='4294967295'/></tracks></session></orvo>",
@@ -313,7 +313,7 @@ TEST_F(DocumentScanTest, TracksWithoutAnIdEndTheReadButForVideoTracks) {
     EXPECT_EQ(scan.notCarriedCount, 4u);
 }
 
-TEST_F(DocumentScanTest, OfWhatEndsTheReadNoMoreThanTheLimitIsKept) {
+TEST_F(DocumentScanTest, NoMoreThanTheLimitIsKeptOfWhatEndsTheRead) {
     const DocumentScan scan =
         Scan("<orvo><session><tracks><busTrack/><busTrack/></tracks></session></orvo>", 1);
     EXPECT_THAT(scan.endTheRead, SizeIs(1));
@@ -346,7 +346,7 @@ TEST_F(DocumentScanTest, ASecondParameterChannelOrPropertyWithTheSameKeyIsALoss)
                 ElementsAre("1:72: a second property with key \"a\""));
 }
 
-TEST_F(DocumentScanTest, WhatGoesNowhereWithoutItsPlaceIsALoss) {
+TEST_F(DocumentScanTest, WhatIsDroppedWithoutItsPlaceIsALoss) {
     EXPECT_THAT(
         Losses("<orvo><session><tracks><busTrack id='1'><editParameter/>"
                "<editParameter slotIndex='-1'/><editParameter slotIndex='0'/><sendList>"
@@ -365,7 +365,7 @@ TEST_F(DocumentScanTest, AMediaHandlerBesideItsIdentifierIsALoss) {
                 ElementsAre("1:14: the attribute mediaHandler of <file>"));
 }
 
-TEST_F(DocumentScanTest, ATextThatIsNoBase64IsALossWhereItMustBe) {
+TEST_F(DocumentScanTest, ATextThatIsNotBase64IsALossIfItMustBe) {
     EXPECT_THAT(Losses("<orvo><session><tracks><instrumentTrack id='1'>"
                        "<midiClip id='1'><midiEvents>AA<![CDATA[EC]]> </midiEvents></midiClip>"
                        "<midiClip id='2'><midiEvents>AA*C</midiEvents></midiClip>"
@@ -393,7 +393,7 @@ TEST_F(DocumentScanTest, ADeclarationOfANamespaceIsNeitherALossNorAnId) {
                 ElementsAre("1:14: <file> without an id"));
 }
 
-TEST_F(DocumentScanTest, OfTwoIdsWithAPrefixTheLastCountsUnlessOneIsWithout) {
+TEST_F(DocumentScanTest, OfTwoIdsWithAPrefixTheLastCountsUnlessAnotherHasNone) {
     EXPECT_THAT(Losses("<orvo xmlns:x='u' xmlns:y='v'><files>"
                        "<file absolutePath='/a' x:id='1' y:id='2'/><file id='2'/></files></orvo>"),
                 ElementsAre("1:38: the attribute x:id of <file>", "1:81: a second file with id 2"));
@@ -419,7 +419,7 @@ TEST_F(DocumentScanTest, EveryKindOfLineEndCounts) {
     EXPECT_THAT(Losses("<orvo>\r\n\r\n  <a\r\n b='1'/></orvo>"), ElementsAre("3:3: <a> in <orvo>"));
 }
 
-TEST_F(DocumentScanTest, PlacesHoldFarIntoALargeFile) {
+TEST_F(DocumentScanTest, PlacesAreRightFarIntoALargeFile) {
     std::string document = "<orvo>\n<files>\n";
     for (int id = 0; id < 20000; ++id) {
         document += "  <file id='" + std::to_string(id) + "' absolutePath='/\xC3\xA4/long.wav'/>\n";
@@ -456,7 +456,7 @@ TEST_F(DocumentScanTest, ADocumentThatStatesUtf8WithoutAHyphenIsUtf8) {
 }
 
 /// What the parent itself loses is found behind what its children lose.
-TEST_F(DocumentScanTest, LossesOfALineHaveTheirPlacesInWhateverOrderTheyAreFound) {
+TEST_F(DocumentScanTest, LossesOfALineHaveTheirPlacesWhateverOrderTheyAreFoundIn) {
     EXPECT_THAT(Losses("<orvo><session><a name='\u00e9\U0001F3A7'/><b/>text</session><c/></orvo>"),
                 ElementsAre("1:16: <a> in <session>", "1:30: <b> in <session>",
                             "1:7: text in <session>", "1:48: <c> in <orvo>"));
@@ -471,7 +471,7 @@ std::string ManyLosses(std::size_t count) {
     return document + "</orvo>";
 }
 
-TEST_F(DocumentScanTest, ManyLossesOnOneLineTakeTimeByTheirNumber) {
+TEST_F(DocumentScanTest, TheTimeForManyLossesOnOneLineGrowsWithTheirNumber) {
     constexpr std::size_t kCount = 20'000;
     const std::string narrow = ManyLosses(kCount);
     std::string wide = "\xFF\xFE";

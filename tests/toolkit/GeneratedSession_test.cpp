@@ -36,7 +36,7 @@ TEST(GeneratedSession, NoTwoTracksOrClipsHaveTheSameId) {
     EXPECT_EQ(clips.size(), count);
 }
 
-TEST(GeneratedSession, WhatItRefersToIsThere) {
+TEST(GeneratedSession, EverythingItRefersToExists) {
     const orvo::Session session = GenerateSession({.tracks = 20, .clips = 6}, 1);
     const std::set<uint32> tracks = IdsOf(session.audioTracks);
     for (const orvo::AudioTrack& track : session.audioTracks) {
@@ -52,7 +52,7 @@ TEST(GeneratedSession, WhatItRefersToIsThere) {
     EXPECT_TRUE(tracks.contains(session.clipGroups.at(0).items.at(0).trackId));
 }
 
-TEST(GeneratedSession, TheSeedDecidesAndNothingElse) {
+TEST(GeneratedSession, OnlyTheSeedDecides) {
     EXPECT_EQ(GenerateSession({.tracks = 5}, 3), GenerateSession({.tracks = 5}, 3));
     EXPECT_NE(GenerateSession({.tracks = 5}, 3), GenerateSession({.tracks = 5}, 4));
 }

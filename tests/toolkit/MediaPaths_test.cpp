@@ -25,7 +25,7 @@ std::string Refusal(const std::string& path) {
     return problem ? problem->what + ": " + problem->advice : "none";
 }
 
-TEST(MediaPaths, ARelativeOneCountsFromTheFolderOfTheJson) {
+TEST(MediaPaths, ARelativeOneIsResolvedFromTheFolderOfTheJson) {
     EXPECT_EQ(Resolved("Media/drum.wav"), "/music/song/Media/drum.wav");
     EXPECT_EQ(Resolved("../drum.wav"), "/music/drum.wav");
     EXPECT_EQ(Resolved("Media\\drum.wav"), "/music/song/Media/drum.wav");
@@ -45,7 +45,7 @@ TEST(MediaPaths, AFullOneStaysAsItIs) {
     }
 }
 
-TEST(MediaPaths, AUrlOfAFileIsThePathThatItStandsFor) {
+TEST(MediaPaths, AUrlOfAFileBecomesItsPath) {
     EXPECT_EQ(Resolved("file:///media/a%20b%C3%A4%25.wav"), "/media/a b\u00E4%.wav");
     EXPECT_EQ(Resolved("file://localhost/media/a.wav"), "/media/a.wav");
     EXPECT_EQ(Resolved("FILE://LocalHost/A.wav"), "/A.wav");
@@ -54,7 +54,7 @@ TEST(MediaPaths, AUrlOfAFileIsThePathThatItStandsFor) {
     EXPECT_EQ(Resolved("file:///D:/Jobs/a%20b.wav"), "D:/Jobs/a b.wav");
 }
 
-TEST(MediaPaths, AByteOfAUrlThatIsNoUtf8StaysThatByte) {
+TEST(MediaPaths, AByteOfAUrlThatIsNotUtf8StaysThatByte) {
     EXPECT_EQ(Resolved("file:///a%FF.wav"), "/a\xED\xB3\xBF.wav");
 }
 

@@ -28,7 +28,7 @@ TEST(SessionFolder, FindsSessionsOfAnyCaseInAllFoldersSorted) {
     EXPECT_THAT(FindSessions(top).unread, IsEmpty());
 }
 
-TEST(SessionFolder, FollowsLinksToFilesAndNoneToFolders) {
+TEST(SessionFolder, FollowsLinksToFilesButNotToFolders) {
     const test::TemporaryFolder folder;
     std::filesystem::create_directory(folder / "b");
     folder.Write("b/a.orvo", "");

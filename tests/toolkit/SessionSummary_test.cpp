@@ -38,7 +38,7 @@ TEST(SessionSummary, TakesTheFormatOfTheSession) {
     EXPECT_EQ(summary.audioDevice, session.audioDevice);
 }
 
-TEST(SessionSummary, TellsFoundMediaFromMissing) {
+TEST(SessionSummary, DistinguishesFoundMediaFromMissing) {
     Session session;
     session.files = {MediaAt("/there"), MediaAt("/gone"), MediaAt("/gone too")};
     const SessionSummary summary =
@@ -55,14 +55,14 @@ TEST(SessionSummary, MediaWithoutAPathIsMissing) {
     EXPECT_EQ(Summarise(session, [](const std::string&) { return true; }).MissingCount(), 1u);
 }
 
-TEST(SessionSummary, AnUnknownHandlerIsCalledByItsIdentifier) {
+TEST(SessionSummary, AnUnknownHandlerGoesByItsIdentifier) {
     Session session;
     session.files = {MediaAt("/a")};
     session.files[0].mediaHandler = "nobody knows it";
     EXPECT_EQ(Summarise(session, Never).media[0].handlerName, "nobody knows it");
 }
 
-TEST(SessionSummary, TellsWhichEventsTheMusicalTimelineHas) {
+TEST(SessionSummary, SaysWhichEventsTheMusicalTimelineHas) {
     Session session;
     session.metronome.globalTrackInfo.emplace().timeSignatureEvents = {1};
     const SessionSummary summary = Summarise(session, Never);

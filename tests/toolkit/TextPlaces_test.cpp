@@ -12,7 +12,7 @@ TEST(TextPlaces, ColumnsCountCharactersOfTheLine) {
     EXPECT_EQ(toolkit::ColumnOf("abc", 0), 1u);
 }
 
-TEST(TextPlaces, AByteOrderMarkIsNoColumn) {
+TEST(TextPlaces, AByteOrderMarkIsNotAColumn) {
     EXPECT_EQ(toolkit::ColumnOf("\xEF\xBB\xBF<a/>", 3), 1u);
 }
 

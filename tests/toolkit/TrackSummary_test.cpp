@@ -33,7 +33,7 @@ TEST(TrackSummary, TheOutputIsTheTrackOrPortByName) {
     EXPECT_EQ(tracks.at(2).output, "missing track 9");
 }
 
-TEST(TrackSummary, TrackNumberZeroIsNoTrackSoThatTheHardwareOutputCounts) {
+TEST(TrackSummary, TrackNumberZeroIsNotATrackSoTheHardwareOutputCounts) {
     orvo::Session session;
     session.audioTracks = {Track(0, "Voice")};
     session.audioTracks[0].outputTrackId = 0;
@@ -125,7 +125,7 @@ TEST(TrackSummary, ASendMayFeedOneComponentOfItsDestination) {
     EXPECT_EQ(sends.at(1).component, 0);
 }
 
-TEST(TrackSummary, AVideoTrackTellsEachFormatOfItsClipsOnce) {
+TEST(TrackSummary, AVideoTrackListsEachFormatOfItsClipsOnce) {
     orvo::VideoFormat wide;
     wide.width = 1920;
     orvo::Session session;

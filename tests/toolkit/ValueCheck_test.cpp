@@ -31,7 +31,7 @@ TEST(IsValue, TakesWholeNumbersAsLargeAsTheirTypes) {
     EXPECT_FALSE(Is(ValueKind::Long, u"9223372036854775808"));
 }
 
-TEST(IsValue, TakesARealNumberWithWhateverAReaderPassesOverAroundIt) {
+TEST(IsValue, TakesARealNumberWithWhateverAReaderIgnoresAroundIt) {
     for (const ValueKind kind : {ValueKind::Real, ValueKind::Real32}) {
         for (const auto* const number : {u"0.5", u"0,5", u" -3e2\t", u"7"}) {
             EXPECT_TRUE(Is(kind, number));
@@ -44,13 +44,13 @@ TEST(IsValue, TakesARealNumberWithWhateverAReaderPassesOverAroundIt) {
     EXPECT_FALSE(Is(ValueKind::Real32, u"1e60"));
 }
 
-TEST(IsValue, TakesAnExactRealNumberAlone) {
+TEST(IsValue, TakesAnExactRealNumberWithNothingAroundIt) {
     EXPECT_TRUE(Is(ValueKind::ExactReal32, u"-0.5"));
     EXPECT_FALSE(Is(ValueKind::ExactReal32, u"0,5"));
     EXPECT_FALSE(Is(ValueKind::ExactReal32, u" 3"));
 }
 
-TEST(IsValue, TakesNoNumberOfWhichOnlyZeroIsLeft) {
+TEST(IsValue, TakesNoNumberThatReadsAsZeroButIsNot) {
     for (const ValueKind kind : {ValueKind::Real32, ValueKind::ExactReal32}) {
         EXPECT_FALSE(Is(kind, u"1e-60"));
         EXPECT_FALSE(Is(kind, u"-0.1E-60"));
@@ -88,7 +88,7 @@ TEST(IsValue, TakesOneOfTheWordsOrItsPlace) {
     EXPECT_FALSE(Is(ValueKind::KeywordOrNumber, u"none"));
 }
 
-TEST(IsValue, TakesForJsonAnyNumberInPlaceOfAWord) {
+TEST(IsValue, TakesAnyNumberInPlaceOfAWordForJson) {
     for (const auto* const number : {u"2", u"4294967295", u"-1"}) {
         EXPECT_TRUE(IsValue(ValueKind::KeywordOrNumber, kWords, number, toolkit::Target::Json));
         EXPECT_FALSE(Is(ValueKind::KeywordOrNumber, number));

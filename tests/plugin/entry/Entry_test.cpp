@@ -195,13 +195,13 @@ TEST_F(Entry, AnUnknownSelectorIsRefusedBeforeAndAfterInitialising) {
     EXPECT_EQ(Call(-1, registrar.Get()), kUnknownSelector);
 }
 
-TEST_F(Entry, ANullArgumentIsRefusedWhereOneIsNeeded) {
+TEST_F(Entry, ANullArgumentIsRefusedIfOneIsNeeded) {
     for (const std::int32_t selector : {kInitialize, kSetFilePath, kRead, kWrite}) {
         EXPECT_EQ(Call(selector, nullptr), kNullArgument) << selector;
     }
 }
 
-TEST_F(Entry, SelectorsOneAndTwoTakeANullArgument) {
+TEST_F(Entry, SelectorsOneAndTwoAcceptANullArgument) {
     EXPECT_EQ(Call(kReserved, nullptr), 0);
     EXPECT_EQ(Call(kTerminate, nullptr), 0);
 }
@@ -216,7 +216,7 @@ TEST_F(Entry, BeforeInitialisingReadAndWriteSucceedAndDoNothing) {
     Call(kReserved, nullptr);
 }
 
-TEST_F(Entry, AfterAnInitialiseThatFailedReadAndWriteSucceedAndReportNothing) {
+TEST_F(Entry, AfterAFailedInitialiseReadAndWriteSucceedAndReportNothing) {
     const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
     order->throws = true;
     EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), kReadFailed);
@@ -266,7 +266,7 @@ TEST_F(Entry, AnEmptyPathFailsAReadAndAWrite) {
     EXPECT_EQ(Read(), kReadFailed);
 }
 
-TEST_F(Entry, AFileThatTellsNoPathLeavesNone) {
+TEST_F(Entry, AFileWithoutAPathLeavesNoPath) {
     Initialize();
     SetPath(folder.Write("a.orvo", "<orvo/>"));
     const auto reference = Ref<CountingFileReference>::Adopt(new CountingFileReference);
@@ -274,7 +274,7 @@ TEST_F(Entry, AFileThatTellsNoPathLeavesNone) {
     EXPECT_EQ(Read(), kReadFailed);
 }
 
-TEST_F(Entry, APathThatCannotBeTakenLeavesNone) {
+TEST_F(Entry, APathThatThrowsLeavesNoPath) {
     Initialize();
     SetPath(folder.Write("a.orvo", "<orvo/>"));
     const auto reference = Ref<ThrowingFileReference>::Adopt(new ThrowingFileReference);
@@ -282,7 +282,7 @@ TEST_F(Entry, APathThatCannotBeTakenLeavesNone) {
     EXPECT_EQ(Read(), kReadFailed);
 }
 
-TEST_F(Entry, WhatIsNoSessionFailsTheRead) {
+TEST_F(Entry, AFileThatIsNoSessionFailsTheRead) {
     Initialize();
     SetPath(folder.Write("a.orvo", "<session/>"));
     EXPECT_EQ(Read(), kReadFailed);
@@ -310,7 +310,7 @@ TEST_F(Entry, TheContextOfAWriteIsHeldUntilTheNextCallWhateverItIs) {
     }
 }
 
-TEST_F(Entry, TheContextIsHeldAlsoWhenTheWriteFails) {
+TEST_F(Entry, TheContextIsHeldEvenIfTheWriteFails) {
     Initialize();
     const std::size_t before = refhost::LiveNodes();
     EXPECT_EQ(Write(), kWriteFailed);
@@ -329,7 +329,7 @@ TEST_F(Entry, TheContextIsReleasedBeforeTheNextCallDoesAnything) {
     EXPECT_EQ(reference->liveNodes, before);
 }
 
-TEST_F(Entry, RegistersInTheOrderThatHostsKnow) {
+TEST_F(Entry, RegistersInTheOrderThatHostsExpect) {
     const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
     EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), 0);
     EXPECT_THAT(order->calls,
@@ -417,7 +417,7 @@ TEST_F(Entry, AfterTerminateTheTraceSaysWhyNothingIsReadOrWritten) {
     Call(kReserved, nullptr);
 }
 
-TEST_F(Entry, AfterTerminateAnInitialiseThatFailedClaimsNoReadOrWrite) {
+TEST_F(Entry, AfterTerminateAFailedInitialiseLeavesReadsAndWritesFailing) {
     Initialize();
     SetPath(folder.Write("a.orvo", "<orvo/>"));
     Call(kTerminate, nullptr);
@@ -431,7 +431,7 @@ TEST_F(Entry, AfterTerminateAnInitialiseThatFailedClaimsNoReadOrWrite) {
     EXPECT_EQ(Read(), 0);
 }
 
-TEST_F(Entry, AnInitialiseThatFailedLeavesAPlugInThatIsReadyAsItWas) {
+TEST_F(Entry, AFailedInitialiseLeavesAReadyPlugInReady) {
     Initialize();
     const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
     order->throws = true;
@@ -442,7 +442,7 @@ TEST_F(Entry, AnInitialiseThatFailedLeavesAPlugInThatIsReadyAsItWas) {
     EXPECT_EQ(Read(), kReadFailed) << "it did read";
 }
 
-TEST_F(Entry, AfterTerminateNoReadOrWriteIsClaimed) {
+TEST_F(Entry, AfterTerminateReadsAndWritesFail) {
     Initialize();
     SetPath(folder.Write("a.orvo", "<orvo/>"));
     EXPECT_EQ(Call(kTerminate, nullptr), 0);
@@ -452,14 +452,14 @@ TEST_F(Entry, AfterTerminateNoReadOrWriteIsClaimed) {
     EXPECT_EQ(test::ReadFile(folder / "a.orvo"), "<orvo/>");
 }
 
-TEST_F(Entry, TerminatingTwiceIsTerminatingOnce) {
+TEST_F(Entry, ASecondTerminateDoesNothing) {
     Initialize();
     EXPECT_EQ(Call(kTerminate, nullptr), 0);
     EXPECT_EQ(Call(kTerminate, nullptr), 0);
     EXPECT_EQ(Read(), kReadFailed);
 }
 
-TEST_F(Entry, InitialisingAgainAfterTerminateWorksOn) {
+TEST_F(Entry, InitialisingAgainAfterTerminateWorks) {
     SetPath(folder.Write("a.orvo", "<orvo/>"));
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(Initialize(), 0);
@@ -468,7 +468,7 @@ TEST_F(Entry, InitialisingAgainAfterTerminateWorksOn) {
     }
 }
 
-TEST_F(Entry, InitialisingTwiceWorksOn) {
+TEST_F(Entry, InitialisingTwiceWorks) {
     Initialize();
     EXPECT_EQ(Initialize(), 0);
     SetPath(folder.Write("a.orvo", "<orvo/>"));
@@ -505,7 +505,7 @@ TEST(LoadedLibrary, LeavesTheProcessWhenItIsClosed) {
     EXPECT_FALSE(isLoaded());
 }
 
-TEST(LoadedLibrary, GivesTheContextOfTheLastWriteBackWhenItIsClosed) {
+TEST(LoadedLibrary, ReleasesTheContextOfTheLastWriteWhenItIsClosed) {
     const std::size_t before = refhost::LiveNodes();
     {
         refhost::PluginLibrary library{refhost::DefaultPluginPath()};

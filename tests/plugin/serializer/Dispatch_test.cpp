@@ -40,7 +40,7 @@ TEST_F(Dispatch, AnEmptyRootIsASession) {
     EXPECT_THAT(outcome.progress, ElementsAre(Progress{0, 7, 0, 0}));
 }
 
-TEST_F(Dispatch, ARootOfAnotherNameIsNoSession) {
+TEST_F(Dispatch, ARootOfAnotherNameIsNotASession) {
     for (const char* const document :
          {"<session/>", "<Orvo/>", "<orv/>", "<orvos><session/></orvos>"}) {
         const auto outcome = Read(document);
@@ -131,7 +131,7 @@ TEST_F(Dispatch, EverythingThatHandlersRememberIsClearedBeforeARead) {
     EXPECT_EQ(node->Value().versionDependentValue, 0);
 }
 
-TEST_F(Dispatch, ARootOfAnotherNameEndsTheParseInThoseWords) {
+TEST_F(Dispatch, ARootOfAnotherNameEndsTheParseWithThatMessage) {
     Serializer::Impl impl{WriterFault{}};
     try {
         SerializerTestAccess::Content(impl).StartElementEvent(u"", u"song", u"song", {});
@@ -175,7 +175,7 @@ TEST_F(Dispatch, AnElementNamedLikeTheRootInsideTheDocumentIsSkippedUntilItsPare
     EXPECT_THAT(Steps(outcome), ElementsAre(0, 1, 2));
 }
 
-TEST_F(Dispatch, TheEndOfTheElementBehindAnInnerRootStillActs) {
+TEST_F(Dispatch, TheEndOfTheElementAfterAnInnerRootStillActs) {
     const auto outcome = ReadInSession(
         "<orvo/><xmpMetadata>a packet</xmpMetadata><properties><property key='k'/></properties>");
     EXPECT_THAT(CallsOf(outcome.calls, "SetXmpMetadata"),
@@ -199,7 +199,7 @@ TEST_F(Dispatch, AReadThatFailedInsideASkippedElementLeavesTheNextOneSkipping) {
     EXPECT_THAT(Steps(outcome), ElementsAre(0, 1, 2));
 }
 
-TEST_F(Dispatch, TheEndCountsOfAnElementInsideOfWhichTheSkippingOfAnEarlierReadEnds) {
+TEST_F(Dispatch, AnElementInWhichTheSkippingOfAnEarlierReadEndsStillRunsItsEnd) {
     EXPECT_FALSE(Read("<orvo><session><unknown><broken></unknown></session></orvo>").ok);
     // Skipping began at depth 3 and ends with the name, inside of the session.
     const auto outcome = ReadInRoot("<session sampleRate='96000'><name/></session>");
@@ -208,7 +208,7 @@ TEST_F(Dispatch, TheEndCountsOfAnElementInsideOfWhichTheSkippingOfAnEarlierReadE
     EXPECT_THAT(Steps(outcome), ElementsAre(0, 1));
 }
 
-TEST_F(Dispatch, AnElementNamedLikeTheRootPutsOffTheEndOfSkippingIntoTheElementsThatFollow) {
+TEST_F(Dispatch, AnElementNamedLikeTheRootPostponesTheEndOfSkippingToLaterElements) {
     const auto outcome = ReadInRoot("<session><orvo/></session><files><file/><file/></files>");
     EXPECT_TRUE(outcome.ok);
     EXPECT_THAT(Steps(outcome), ElementsAre(0, 1));
@@ -239,7 +239,7 @@ TEST_F(Dispatch, AMalformedDocumentIsLoggedWithItsPlaceAndFails) {
     EXPECT_THAT(CallsOf(outcome.calls, "LogTarget"), SizeIs(2));
 }
 
-TEST_F(Dispatch, AMalformedDocumentFailsAlsoWithoutALogTarget) {
+TEST_F(Dispatch, AMalformedDocumentFailsEvenWithoutALogTarget) {
     test::HostSetup host;
     host.logTarget = false;
     for (const char* const document :

@@ -212,7 +212,7 @@ protected:
     }
 };
 
-TEST_F(ElementPlaces, OfTheseTestsAreAllPlacesOfTheTable) {
+TEST_F(ElementPlaces, CoverAllPlacesOfTheTable) {
     const Serializer::Impl impl{WriterFault{}};
     std::vector<std::pair<std::string, State>> inTable;
     for (const ElementEntry& entry : SerializerTestAccess::Table(impl).Entries()) {
@@ -253,7 +253,7 @@ TEST_F(ElementPlaces, EveryElementPushesItsOwnStateExactlyOnce) {
     }
 }
 
-TEST_F(ElementPlaces, TheEndsThatDoSomethingAreThese) {
+TEST_F(ElementPlaces, OnlyTheseEndsDoSomething) {
     for (const PlaceRow& row : kRows) {
         // The name of the session itself is accepted and dropped.
         const bool dropped = row.name == std::string_view("name") && row.parent == states::session;
@@ -340,7 +340,7 @@ TEST_F(ElementPlaces, EveryElementUnderEveryOtherParentReachesNothing) {
     }
 }
 
-TEST_F(ElementPlaces, EveryElementUnderTheRootButItsThreeReachesNothing) {
+TEST_F(ElementPlaces, EveryElementUnderTheRootExceptItsThreeReachesNothing) {
     const Context context = Around(states::orvo);
     for (const std::string& stranger : Strangers(states::orvo)) {
         EXPECT_THAT(CallsOfContent(context, stranger), IsEmpty()) << stranger;
@@ -370,7 +370,7 @@ TEST_F(ElementPlaces, WithoutInstrumentTracksTheirElementsReachNothing) {
     }
 }
 
-TEST_F(ElementPlaces, WithoutInstrumentTracksWhatStandsInOneReachesNothing) {
+TEST_F(ElementPlaces, WithoutInstrumentTracksTheContentOfOneReachesNothing) {
     kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", false);
     serializer.emplace();
     const Calls undisturbed = CallsOfContent(Around(states::tracks), "");

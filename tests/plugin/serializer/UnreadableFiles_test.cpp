@@ -47,13 +47,13 @@ protected:
     std::vector<std::string> traced;
 };
 
-TEST_F(UnreadableFiles, AMissingFileIsSaidOnceInTheTraceAndOnceInTheLog) {
+TEST_F(UnreadableFiles, AMissingFileIsReportedOnceInTheTraceAndOnceInTheLog) {
     ExpectReason(Path(), "no such file: check the path");
     EXPECT_THAT(ReadPath(Path()).calls,
                 ElementsAre(HasSubstr("GetLogTarget() -> "), HasSubstr("LogMessage(")));
 }
 
-TEST_F(UnreadableFiles, AnEmptyPathIsSaidWithoutAName) {
+TEST_F(UnreadableFiles, AnEmptyPathIsReportedWithoutAName) {
     const auto outcome = ReadPath(u"");
     EXPECT_FALSE(outcome.ok);
     EXPECT_THAT(outcome.log, ElementsAre("XML FATAL ERROR: (line: 0, col: 0) the path is empty: "
@@ -61,7 +61,7 @@ TEST_F(UnreadableFiles, AnEmptyPathIsSaidWithoutAName) {
     EXPECT_THAT(traced, ElementsAre("the path is empty: name a session file"));
 }
 
-TEST_F(UnreadableFiles, AFolderAPipeADeviceAndASocketAreSaidToBeThat) {
+TEST_F(UnreadableFiles, AFolderAPipeADeviceAndASocketAreReportedAsSuch) {
     const std::string pipe = (folder / "pipe.orvo").string();
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     ExpectReason(folder.Path().u16string(), "this is a folder: name a session file in it");
@@ -73,7 +73,7 @@ TEST_F(UnreadableFiles, AFolderAPipeADeviceAndASocketAreSaidToBeThat) {
                  "this is a socket: put its content into a file first");
 }
 
-TEST_F(UnreadableFiles, AFileThatThisUserMayNotReadIsSaidToBeThat) {
+TEST_F(UnreadableFiles, AFileThatThisUserMayNotReadIsReportedAsSuch) {
     const std::string file = folder.Write("locked.orvo", "<orvo/>").string();
     ASSERT_EQ(::chmod(file.c_str(), 0), 0);
     using std::filesystem::perms;
@@ -104,18 +104,18 @@ TEST_F(UnreadableFiles, AFileIsNotReadWithoutTheXmlLibrary) {
     StartXerces();
 }
 
-TEST_F(UnreadableFiles, AFileThatGivesNotOneByteIsSaidInTheWordsOfTheSystem) {
+TEST_F(UnreadableFiles, AFileThatYieldsNoByteIsReportedInTheWordsOfTheSystem) {
     ExpectReason(u"/proc/self/mem", "cannot be read: Input/output error");
 }
 
-TEST_F(UnreadableFiles, WithoutALogTargetTheTraceSaysIt) {
+TEST_F(UnreadableFiles, WithoutALogTargetTheTraceSaysWhy) {
     test::HostSetup host;
     host.logTarget = false;
     EXPECT_FALSE(ReadPath(Path(), host).ok);
     EXPECT_THAT(traced, ElementsAre(HasSubstr(": no such file: ")));
 }
 
-TEST_F(UnreadableFiles, WhatTheHostThrowsWhileItIsToldGoesNoFurther) {
+TEST_F(UnreadableFiles, AnExceptionOfTheHostDuringTheReportGoesNoFurther) {
     for (const char* const operation : {"IEditSession.GetLogTarget", "IHostLogTarget.LogMessage"}) {
         traced.clear();
         test::HostSetup host;
@@ -125,14 +125,14 @@ TEST_F(UnreadableFiles, WhatTheHostThrowsWhileItIsToldGoesNoFurther) {
     }
 }
 
-TEST_F(UnreadableFiles, AFileThatIsReadInPartHasItsOwnMessageAlone) {
+TEST_F(UnreadableFiles, AFileThatIsReadInPartHasOnlyItsOwnMessage) {
     const auto outcome = Read("<orvo><session></orvo>");
     EXPECT_FALSE(outcome.ok);
     EXPECT_THAT(outcome.log, ElementsAre(HasSubstr("XML FATAL ERROR: (line: 1, col: ")));
     EXPECT_THAT(traced, ElementsAre("Unexpected XMLReader Exception"));
 }
 
-TEST_F(UnreadableFiles, ADocumentThatIsNoSessionIsNotTakenForAFileThatCannotBeRead) {
+TEST_F(UnreadableFiles, ADocumentThatIsNoSessionIsNotReportedAsUnreadable) {
     const auto outcome = Read("<score/>");
     EXPECT_FALSE(outcome.ok);
     EXPECT_THAT(outcome.log, IsEmpty());
@@ -164,7 +164,7 @@ TEST_F(UnreadableFiles, WithoutALogTargetTheTraceSaysWhatIsRefused) {
                 ElementsAre(HasSubstr("(line: 1, col: 1) "), "Unexpected XMLReader Exception"));
 }
 
-TEST_F(UnreadableFiles, AReadBehindOneThatBeganStillSaysWhyItDidNot) {
+TEST_F(UnreadableFiles, AReadThatCannotBeginSaysWhyEvenAfterOneThatBegan) {
     EXPECT_TRUE(Read("<orvo/>").ok);
     ExpectReason(kelcore::PathFromBytes((folder / "none.orvo").string()),
                  "no such file: check the path");

@@ -46,7 +46,7 @@ TEST(AttributeMap, ASecondValueOfANameReplacesTheFirst) {
     EXPECT_EQ(Content(map).at(u"id"), u"2");
 }
 
-TEST(AttributeMap, AnEmptyValueIsThereUnlessItIsToBeLeftOut) {
+TEST(AttributeMap, AnEmptyValueIsKeptUnlessItIsToBeLeftOut) {
     AttributeMap map = {{u"name", u""}};
     map.SetUnlessEmpty(u"key", u"");
     map.SetUnlessEmpty(u"id", u"1");

@@ -27,7 +27,7 @@ TEST(CarriableText, PrintableTextStaysAsItIs) {
     }
 }
 
-TEST(CarriableText, WhatNoDocumentHoldsIsReplacedEverywhere) {
+TEST(CarriableText, WhatNoDocumentCanHoldIsReplacedEverywhere) {
     for (const char16_t unit : std::u16string{0, 0xFFFE, 0xFFFF, 0xD800, 0xDC00}) {
         for (const TextPlace place : kPlaces) {
             EXPECT_FALSE(IsCarriedAsItIs(std::u16string{unit}, place));
@@ -60,7 +60,7 @@ TEST(CarriableText, ALowerControlIsReplacedInXml10AndAReferenceInXml11) {
     }
 }
 
-TEST(CarriableText, AnUpperControlOrALineSeparatorIsAReferenceInXml11Alone) {
+TEST(CarriableText, AnUpperControlOrALineSeparatorIsAReferenceOnlyInXml11) {
     for (const char16_t unit : {u'\x7F', u'\x80', u'\x85', u'\x9F', u'\u2028'}) {
         const std::u16string text = {unit, u'b'};
         for (const TextPlace place : kPlaces) {
@@ -72,7 +72,7 @@ TEST(CarriableText, AnUpperControlOrALineSeparatorIsAReferenceInXml11Alone) {
     }
 }
 
-TEST(CarriableText, ACarriageReturnIsAReferenceInSectionsAlone) {
+TEST(CarriableText, ACarriageReturnIsAReferenceOnlyInSections) {
     const std::u16string text = u"a\r\r\nb";
     EXPECT_TRUE(IsCarriedAsItIs(text, TextPlace::Text));
     EXPECT_TRUE(IsCarriedAsItIs(text, TextPlace::Attribute));

@@ -24,7 +24,7 @@ TEST_F(ContentTargetTest, HoldsNothingAtFirst) {
     EXPECT_EQ(Content(), "");
 }
 
-TEST_F(ContentTargetTest, NothingAddsNothing) {
+TEST_F(ContentTargetTest, AnEmptyPieceAddsNothing) {
     Write("");
     EXPECT_EQ(Content(), "");
 }
@@ -51,7 +51,7 @@ TEST_F(ContentTargetTest, KeepsAPieceThatIsMuchLongerThanWhatItHolds) {
     EXPECT_TRUE(Content() == written);
 }
 
-TEST_F(ContentTargetTest, BeginsAnewWhenItIsCleared) {
+TEST_F(ContentTargetTest, StartsOverWhenItIsCleared) {
     Write(std::string(100'000, 'x'));
     target.Clear();
     EXPECT_EQ(Content(), "");

@@ -62,7 +62,7 @@ TEST_P(LongTagTest, TheBytesOfATagCountWhateverTheirEncoding) {
                           "tag is longer than the 1 MiB"));
 }
 
-TEST_P(LongTagTest, WhereMarkupCannotBeToldEverythingHas64KiBAndNot128KiBMore) {
+TEST_P(LongTagTest, IfMarkupCannotBeFoundEverythingMayHave64KiBAndNot128KiBMore) {
     for (const std::string encoding : {"Shift_JIS", "EBCDIC-CP-US"}) {
         const std::string start =
             Declaring(encoding) + "<a>" + Repeated("<b/>", GetParam()) + "<b c='0'/>";
@@ -109,7 +109,7 @@ TEST_F(DocumentLengthsTest, TheAttributesOfALongTagAreCountedBeforeItsEnd) {
     EXPECT_TRUE(ParseText("<a><![CDATA[" + Repeated("a='b' ", 1 << 18) + "]]></a>"));
 }
 
-TEST_F(DocumentLengthsTest, NamesHaveALength) {
+TEST_F(DocumentLengthsTest, NamesHaveAMaximumLength) {
     const std::string reason = "name is longer than the 1024";
     EXPECT_TRUE(ParseText("<" + std::string(1024, 'a') + "/>"));
     EXPECT_TRUE(IsRefused("<" + std::string(1025, 'a') + "/>", reason));
@@ -122,7 +122,7 @@ TEST_F(DocumentLengthsTest, NamesHaveALength) {
     EXPECT_TRUE(IsRefused("<xmlns:a/>", "the prefix xmlns"));
 }
 
-TEST_F(DocumentLengthsTest, WhereMarkupCannotBeToldNothingIsLong) {
+TEST_F(DocumentLengthsTest, IfMarkupCannotBeFoundNothingMayBeLong) {
     for (const char* const encoding :
          {"UTF-7", "HZ-GB-2312", "Shift_JIS", "GB18030", "Big5", "ISO-2022-JP", "SCSU"}) {
         const std::string start = Declaring(encoding) + "<a b='";
@@ -164,7 +164,7 @@ TEST_F(DocumentLengthsTest, WideCharactersHaveTheLimitsOfUtf8WhateverNameTheyAre
     EXPECT_TRUE(ParseText(Utf16BigEndian(Declaring("UTF-16BE") + text)));
 }
 
-TEST_F(DocumentLengthsTest, WhereTheEncodingIsAnotherBehindTheDeclarationNothingIsLong) {
+TEST_F(DocumentLengthsTest, IfTheEncodingChangesAfterTheDeclarationNothingMayBeLong) {
     const std::string reason = "in this encoding";
     const std::string rest = "<a b='" + std::string(300000, 'x') + "'/>";
     const std::string wideRest = Utf16LittleEndian(rest).substr(2);
@@ -177,7 +177,7 @@ TEST_F(DocumentLengthsTest, WhereTheEncodingIsAnotherBehindTheDeclarationNothing
     EXPECT_TRUE(IsRefused(Utf16BigEndian(Declaring("unicode")) + Utf16LittleEndian(rest), reason));
 }
 
-TEST_F(DocumentLengthsTest, WhatLooksLikeASectionDoesNotStretchATag) {
+TEST_F(DocumentLengthsTest, TextThatLooksLikeASectionDoesNotStretchATag) {
     const std::string long_ = Repeated("x", 3 * limits::kTagBytes);
     EXPECT_TRUE(IsRefused("<a><!-- <![CDATA[ --><b c=\"" + long_ + "\"/></a>", "tag is longer"));
     EXPECT_TRUE(IsRefused("<a><![CDATA[ <!-- ]]><b c=\"" + long_ + "\"/></a>", "tag is longer"));
@@ -185,7 +185,7 @@ TEST_F(DocumentLengthsTest, WhatLooksLikeASectionDoesNotStretchATag) {
     EXPECT_TRUE(IsRefused("<a b=\"'\" c='\"'><b c=\"" + long_ + "\"/></a>", "tag is longer"));
 }
 
-TEST_F(DocumentLengthsTest, TextsAreFarLongerThanTags) {
+TEST_F(DocumentLengthsTest, TextsMayBeFarLongerThanTags) {
     const std::string text = Repeated("0123456789abcde\n", 2 * 65536);  // 2 MiB
     EXPECT_TRUE(ParseText("<a><![CDATA[" + text + "]]></a>"));
     EXPECT_TRUE(ParseText("<a><![CDATA[ <a b=\" <!-- " + text + "]]></a>"));

@@ -28,7 +28,7 @@ TEST_F(DocumentLimitsTest, ADocumentTypeDeclarationIsRefusedWithItsPlaceAndNothi
     EXPECT_THAT(traced, ElementsAre("app::XMLReader: Unexpected XMLReader Exception"));
 }
 
-TEST_F(DocumentLimitsTest, ADocumentTypeDeclarationIsFoundWhereverItStandsInFrontOfTheRoot) {
+TEST_F(DocumentLimitsTest, ADocumentTypeDeclarationIsFoundAnywhereBeforeTheRoot) {
     const std::string comment = "<!-- <a> \xC3\xA4 \"-->";
     const std::string type = "<!DOCTYPE a><a/>";
     EXPECT_TRUE(IsRefused(type, "document type"));
@@ -56,7 +56,7 @@ TEST_F(DocumentLimitsTest, AnExternalDocumentTypeIsRefusedUnopened) {
     EXPECT_TRUE(IsRefused("<!DOCTYPE a SYSTEM '" + type + "'><a/>", "document type"));
 }
 
-TEST_F(DocumentLimitsTest, ARefusedDocumentFailsAlsoWhenNobodyHearsOfIt) {
+TEST_F(DocumentLimitsTest, ARefusedDocumentFailsEvenWithoutAReceiver) {
     events.throwOnError = false;
     EXPECT_FALSE(ParseText("<!DOCTYPE a><a/>"));
     EXPECT_THAT(events.lines, IsEmpty());
@@ -95,7 +95,7 @@ TEST_F(DocumentLimitsTest, ElementsNest256DeepAndNoDeeper) {
     EXPECT_TRUE(IsRefused(Nested(257), "nested deeper than the 256 levels"));
 }
 
-TEST_F(DocumentLimitsTest, ManyElementsBesideEachOtherAreNotDeep) {
+TEST_F(DocumentLimitsTest, ManySiblingsAreNotDeep) {
     EXPECT_TRUE(ParseText("<a>" + Repeated(Nested(3), 1000) + "</a>"));
 }
 
@@ -159,7 +159,7 @@ TEST_F(DocumentLimitsTest, EveryVersionNumberOfXml1IsRead) {
     }
 }
 
-TEST_F(DocumentLimitsTest, NulCharactersBehindTheRootAreRefused) {
+TEST_F(DocumentLimitsTest, NulCharactersAfterTheRootAreRefused) {
     using namespace std::string_literals;
     EXPECT_TRUE(IsRefused("<a/>\0\0\0"s, "NUL"));
     EXPECT_TRUE(IsRefused("<a/>\0<junk"s, "NUL"));
@@ -167,7 +167,7 @@ TEST_F(DocumentLimitsTest, NulCharactersBehindTheRootAreRefused) {
     EXPECT_TRUE(IsRefused("<a/>" + Repeated(" ", 200000) + "\0"s, "NUL"));
 }
 
-TEST_F(DocumentLimitsTest, HalfACharacterIsRefusedWhereTheParserLetsItPass) {
+TEST_F(DocumentLimitsTest, HalfACharacterIsRefusedIfTheParserLetsItPass) {
     const auto utf16 = [](std::u16string_view text) {
         std::string bytes = "\xFF\xFE";
         for (const char16_t unit : text) {
@@ -209,7 +209,7 @@ TEST_F(DocumentLimitsTest, AFileThatEndsWithinACharacterIsRefused) {
     }
 }
 
-TEST_F(DocumentLimitsTest, LineEndsOfAnotherEncodingBehindTheRootArePartOfNoCharacter) {
+TEST_F(DocumentLimitsTest, LineEndsOfAnotherEncodingAfterTheRootArePartOfNoCharacter) {
     EXPECT_TRUE(
         ParseText("<?xml version='1.1' encoding='ISO-8859-1'?><a/>" + Repeated("\x85", 20)));
     EXPECT_THAT(events.problems, IsEmpty());

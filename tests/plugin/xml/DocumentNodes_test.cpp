@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(Public, DocumentNodesTest, testing::Values(MakePublicNo
 INSTANTIATE_TEST_SUITE_P(Internal, DocumentNodesTest, testing::Values(MakeInternalNodes));
 #endif
 
-TEST_P(DocumentNodesTest, AnElementStandsNowhereUntilItIsAppended) {
+TEST_P(DocumentNodesTest, AnElementHasNoParentUntilItIsAppended) {
     const DOMElement& element = nodes->CreateElement(u"a", 0);
     EXPECT_EQ(element.getParentNode(), nullptr);
     EXPECT_EQ(element.getOwnerDocument(), document);
@@ -66,7 +66,7 @@ TEST_P(DocumentNodesTest, AnElementStandsNowhereUntilItIsAppended) {
     EXPECT_EQ(ChildrenOf(Root()), u"");
 }
 
-TEST_P(DocumentNodesTest, ElementsAreChildrenInTheOrderOfTheirAppending) {
+TEST_P(DocumentNodesTest, ElementsAreChildrenInTheOrderInWhichTheyAreAppended) {
     DOMElement& first = Add(Root(), u"a");
     Add(first, u"x");
     Add(Root(), u"b");
@@ -129,7 +129,7 @@ TEST_P(DocumentNodesTest, AttributesCanBeChangedAndRemoved) {
     EXPECT_EQ(element.getAttributes()->getLength(), 2u);
 }
 
-TEST_P(DocumentNodesTest, AnAttributeOfTheSameValueIsAnother) {
+TEST_P(DocumentNodesTest, AttributesOfTheSameValueAreSeparate) {
     DOMElement& element = nodes->CreateElement(u"a", 2);
     nodes->AddAttribute(element, u"a", u"same");
     nodes->AddAttribute(element, u"b", u"same");
@@ -138,7 +138,7 @@ TEST_P(DocumentNodesTest, AnAttributeOfTheSameValueIsAnother) {
     EXPECT_EQ(std::u16string(element.getAttribute(u"b")), u"same");
 }
 
-TEST_P(DocumentNodesTest, NamesThatAreNoneAreRefused) {
+TEST_P(DocumentNodesTest, InvalidNamesAreRefused) {
     DOMElement& element = nodes->CreateElement(u"a", 2);
     for (const XMLCh* const name : {u"", u"a b", u"1", u"a\u0001", u"<"}) {
         EXPECT_THROW(nodes->CreateElement(name, 0), xercesc::DOMException);
@@ -147,7 +147,7 @@ TEST_P(DocumentNodesTest, NamesThatAreNoneAreRefused) {
     EXPECT_EQ(element.getAttributes()->getLength(), 0u);
 }
 
-TEST_P(DocumentNodesTest, ANameIsWhatItsCharactersAreWhereverTheyStand) {
+TEST_P(DocumentNodesTest, ANameIsItsCharactersWhereverTheyAreInMemory) {
     std::u16string name = u"ab";
     DOMElement& element = nodes->CreateElement(name.c_str(), 1);
     nodes->AddAttribute(element, name.c_str(), u"1");

@@ -41,7 +41,7 @@ private:
     std::u16string refused_;
 };
 
-TEST(SerialiserSettings, EachIsSetAfterTheSerialiserSaidThatItCan) {
+TEST(SerialiserSettings, EachIsSetAfterTheSerialiserSaysThatItCanBe) {
     Configuration configuration;
     ConfigureSerialiser(configuration);
     EXPECT_THAT(

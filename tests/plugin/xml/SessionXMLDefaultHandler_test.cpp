@@ -43,7 +43,7 @@ TEST_F(SessionXMLDefaultHandlerTest, OnlyAFatalErrorIsRememberedUntilTheNextPars
     EXPECT_FALSE(handler.SawFatalError());
 }
 
-TEST_F(SessionXMLDefaultHandlerTest, ARefusalIsAFatalErrorAlsoWhenTheReceiverLetsItPass) {
+TEST_F(SessionXMLDefaultHandlerTest, ARefusalIsAFatalErrorEvenIfTheReceiverLetsItPass) {
     EXPECT_THROW(handler.startDTD(u"orvo", nullptr, nullptr), DocumentRefused);
     EXPECT_TRUE(handler.SawFatalError());
     ASSERT_THAT(events.problems, SizeIs(1));

@@ -47,7 +47,7 @@ TEST_F(SessionXMLReaderTest, AnEndTagHasTheNamespaceOfItsStartTag) {
                                           ">a|urn:x|a", "end of document"));
 }
 
-TEST_F(SessionXMLReaderTest, AnAttributeWithAnEmptyValueIsThere) {
+TEST_F(SessionXMLReaderTest, AnAttributeMayHaveAnEmptyValue) {
     EXPECT_TRUE(ParseText("<a b=''/>"));
     EXPECT_EQ(events.lines.at(1), "<a||a b=");
 }
@@ -78,7 +78,7 @@ TEST_F(SessionXMLReaderTest, ThePrefixThatNeedsNoDeclarationIsAPrefixToo) {
     EXPECT_EQ(events.lines.at(1), "<a||a id=plain lang=en xmlfoo=x");
 }
 
-TEST_F(SessionXMLReaderTest, ElementsOfNamespacesAndOthersMayStandInEachOther) {
+TEST_F(SessionXMLReaderTest, ElementsWithAndWithoutNamespacesMayBeNested) {
     EXPECT_TRUE(
         ParseText("<a>1<p:b xmlns:p='u' p:k='v'>2<c d='3'/>4<e>5</e></p:b>6<f xml:k='7'/>"
                   "<g xmlns='w'><h/></g><i>8<j/></i></a>"));
@@ -110,7 +110,7 @@ TEST_F(SessionXMLReaderTest, ElementsOfNamespacesAndOthersMayStandInEachOther) {
                                                       "end of document"}));
 }
 
-TEST_F(SessionXMLReaderTest, DeclarationsOfNamespacesAreNoAttributes) {
+TEST_F(SessionXMLReaderTest, DeclarationsOfNamespacesAreNotAttributes) {
     EXPECT_TRUE(ParseText("<a xmlns='urn:x' b='1' xmlns:p='urn:y'><c d='2'/></a>"));
     EXPECT_EQ(events.lines.at(1), "<a|urn:x|a b=1");
     EXPECT_EQ(events.lines.at(2), "<c|urn:x|c d=2");
@@ -338,7 +338,7 @@ TEST_F(SessionXMLReaderTest, NamesInOtherScriptsOpen) {
     EXPECT_TRUE(ParseFile(folder.Write("latin \xE9.orvo", "<a/>")));
 }
 
-TEST_F(SessionXMLReaderTest, APathThatIsTooLongForTheSystemButForItsEmptyStepsOpens) {
+TEST_F(SessionXMLReaderTest, APathThatIsTooLongOnlyBecauseOfEmptyStepsOpens) {
     folder.Write("document.orvo", "<a/>");
     std::string path = folder.Path().string();
     for (std::size_t i = 0; i < PATH_MAX; ++i) {

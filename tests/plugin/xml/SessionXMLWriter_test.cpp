@@ -296,7 +296,7 @@ TEST_F(SessionXMLWriterTest, WithoutTheXmlLibraryEveryOperationFailsAndNoFileApp
     StartXerces();
 }
 
-TEST_F(SessionXMLWriterTest, TheOperationThatIsToldToFailFailsWithoutEffect) {
+TEST_F(SessionXMLWriterTest, TheOperationWithTheFaultFailsWithoutEffect) {
     SessionXMLWriter writer(TargetPath(), WriterFault{1});
     EXPECT_TRUE(writer.StartElement(names::session));
     EXPECT_FALSE(writer.StartElement(names::tracks));
@@ -360,7 +360,7 @@ TEST_F(SessionXMLWriterTest, WhatAnXml11DocumentReservesIsAReferenceWhenTheVersi
                                HasSubstr("<name key=\"a&#x85;\">&#x2028;b</name>")));
 }
 
-TEST_F(SessionXMLWriterTest, AnXml10DocumentHoldsItAsItIs) {
+TEST_F(SessionXMLWriterTest, WhatAnXml11DocumentReservesStaysAsItIsInXml10) {
     SessionXMLWriter writer(TargetPath());
     EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\u0080\u2028"}}));
     EXPECT_TRUE(writer.Text(u"\u0085"));
@@ -388,7 +388,7 @@ TEST_F(SessionXMLWriterTest, ContentKeepsItsOrderAroundWhatIsPutInPlaceOnSaving)
     EXPECT_THAT(Saved(), HasSubstr("<name>12&#x1;<![CDATA[3]]>&#xD;4</name>"));
 }
 
-TEST_F(SessionXMLWriterTest, TheLastValueOfARootAttributeStandsWhateverTheFirstWas) {
+TEST_F(SessionXMLWriterTest, TheLastValueOfARootAttributeCountsWhateverTheFirstWas) {
     SessionXMLWriter writer(TargetPath());
     EXPECT_TRUE(writer.SetRootAttributes({{names::version, u"\u2028"}, {names::key, u"\u0085"}}));
     EXPECT_TRUE(writer.SetRootAttributes({{names::version, u"1.5"}}));
@@ -415,7 +415,7 @@ TEST_F(SessionXMLWriterTest, AttributesThatAreTooLongOnlyAsReferencesFail) {
 }
 
 // As many as fit by the length that each has in the file, which is less than its longest.
-TEST_F(SessionXMLWriterTest, AttributesAreMeasuredAsLongAsTheyAreWritten) {
+TEST_F(SessionXMLWriterTest, AttributesAreMeasuredByTheLengthThatIsWritten) {
     constexpr std::size_t kRoom = limits::kTagBytes - 200;
     const std::pair<char16_t, std::size_t> lengths[] = {
         {u'a', 1}, {u'\t', 6}, {u'\u007F', 6}, {u'&', 6},      {u'<', 6},
@@ -480,7 +480,7 @@ TEST_F(SessionXMLWriterTest, ListsWithMoreEntriesThanAFileHasRoomForFailTheSaveF
     EXPECT_FALSE(std::filesystem::exists(Target()));
 }
 
-TEST_F(SessionXMLWriterTest, AChannelMapThatNoMediaHaveFailsTheSave) {
+TEST_F(SessionXMLWriterTest, AChannelMapThatNoMediaFileHasFailsTheSave) {
     SessionXMLWriter writer(TargetPath());
     EXPECT_TRUE(writer.TakesChannels(1024));
     EXPECT_FALSE(writer.TakesChannels(1025));

@@ -16,7 +16,7 @@ TEST(TagAttributes, AreFoundByTheirWholeNameInAnyOrder) {
     EXPECT_EQ(tag.Find(u""), std::nullopt);
 }
 
-TEST(TagAttributes, AreFoundInFrontOfThePlaceToo) {
+TEST(TagAttributes, AreFoundBeforeThePlaceToo) {
     const TagAttributes tag = {{u"a", u"1"}, {u"b", u"2"}, {u"c", u"3"}};
     std::size_t place = 0;
     EXPECT_EQ(tag.FindNext(u"b", place), u"2");
@@ -38,7 +38,7 @@ TEST(TagAttributes, ASecondValueOfANameReplacesTheFirst) {
     EXPECT_EQ(tag.Find(u"name"), u"x");
 }
 
-TEST(TagAttributes, HoldNothingOfTheirLastFillingWhenTheyAreCleared) {
+TEST(TagAttributes, HoldNothingOfTheirLastContentAfterClear) {
     TagAttributes tag = {{u"a", u"1"}};
     tag.Clear();
     EXPECT_TRUE(tag.empty());

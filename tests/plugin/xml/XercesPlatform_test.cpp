@@ -55,14 +55,14 @@ std::exception_ptr LibraryException(xercesc::MemoryManager& memory) {
     ::_exit(started ? 1 : 0);
 }
 
-TEST(XercesPlatformDeathTest, AStartThatFailsIsNoneAndIsPrintedWithTheLibrarysMessage) {
+TEST(XercesPlatformDeathTest, AFailedStartDoesNotCountAndIsPrintedWithTheLibrarysMessage) {
     EXPECT_EXIT(FailToStart(), testing::ExitedWithCode(0),
                 testing::StrEq("Error during initialization of Xerces XML parser! :\n"
                                "Exception message is: \n"
                                "unable to read data from file\n"));
 }
 
-TEST(XercesPlatform, StoppingWhatIsNotStartedChangesNothing) {
+TEST(XercesPlatform, StoppingWithoutAStartChangesNothing) {
     StopXerces();
     EXPECT_FALSE(IsXercesStarted());
     EXPECT_TRUE(StartXerces());
@@ -71,7 +71,7 @@ TEST(XercesPlatform, StoppingWhatIsNotStartedChangesNothing) {
     EXPECT_FALSE(IsXercesStarted());
 }
 
-TEST(XercesPlatform, AMessageThatIsMissingIsAnEmptyText) {
+TEST(XercesPlatform, AMissingMessageIsAnEmptyText) {
     EXPECT_EQ(TranscodeMessage(nullptr), "");
     EXPECT_EQ(TranscodeMessage(u"\u00E4"), "\xC3\xA4");
 }

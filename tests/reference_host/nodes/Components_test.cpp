@@ -27,7 +27,7 @@ TEST_F(ComponentsTest, ParametersMayLeaveGaps) {
     EXPECT_EQ(value, 0.5F);
 }
 
-TEST_F(ComponentsTest, AParameterMayBeWithoutAValue) {
+TEST_F(ComponentsTest, AParameterMayHaveNoValue) {
     component_.parameters[2].name = "gone";
     float value = 0;
     EXPECT_EQ(query_.GetParameterCount(), 3U);
@@ -35,7 +35,7 @@ TEST_F(ComponentsTest, AParameterMayBeWithoutAValue) {
     EXPECT_EQ(TextOf(query_.GetParameterName(2)), u"gone");
 }
 
-TEST_F(ComponentsTest, AParameterThatIsMissingHasNothing) {
+TEST_F(ComponentsTest, AMissingParameterHasNothing) {
     EXPECT_EQ(query_.GetParameterName(0), nullptr);
     EXPECT_EQ(query_.GetParameterAutomation(0), nullptr);
     EXPECT_FALSE(query_.IsParameterSafeDuringWrite(0));
@@ -74,7 +74,7 @@ TEST_F(ComponentsTest, TheCountOfParametersEndsAtTheLargestNumber) {
     EXPECT_EQ(query_.GetParameterCount(), 4294967295U);
 }
 
-TEST_F(ComponentsTest, APresetIsThereWhenItHasAName) {
+TEST_F(ComponentsTest, APresetExistsIfItHasAName) {
     EXPECT_EQ(query_.GetPreset(), nullptr);
     edit_.SetPresetName(u"Warm");
     ASSERT_NE(query_.GetPreset(), nullptr);

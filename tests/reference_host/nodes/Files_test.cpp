@@ -19,7 +19,7 @@ TEST_F(FilesTest, EditingFillsTheModel) {
               (std::vector<orvo::File>{{5, "/a.wav", "handler", "recovery", "settings"}}));
 }
 
-TEST_F(FilesTest, QueryingTellsTheModel) {
+TEST_F(FilesTest, QueryingReportsTheModel) {
     const auto session =
         SessionNode::Make({.files = {{5, "/a.wav", "handler", "recovery", "settings"}}});
     tses::IQueryFile* const file = session->Query().GetFile(0);
@@ -40,7 +40,7 @@ TEST_F(FilesTest, AFileIsMadeOnceForEachId) {
     EXPECT_EQ(session->Value().files[1].id, 4294967294U);
 }
 
-TEST_F(FilesTest, NoFileIsMadeForTheIdThatMeansNone) {
+TEST_F(FilesTest, NoFileIsMadeForTheIdThatNamesNothing) {
     const auto session = SessionNode::Make();
     EXPECT_EQ(session->Edit().GetFile(4294967295), nullptr);
     EXPECT_TRUE(session->Value().files.empty());

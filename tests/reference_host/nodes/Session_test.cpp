@@ -37,7 +37,7 @@ TEST_F(SessionTest, EditingFillsTheFormat) {
     EXPECT_EQ(model.versionDependentValue, 12);
 }
 
-TEST_F(SessionTest, QueryingTellsTheFormat) {
+TEST_F(SessionTest, QueryingReportsTheFormat) {
     const auto session = SessionNode::Make({.formatVersion = {2, 7},
                                             .sampleRate = 44100,
                                             .channelCount = 6,
@@ -67,7 +67,7 @@ TEST_F(SessionTest, EditingFillsTheAudioDevice) {
               (orvo::AudioDevice{"in", "out", {{-1, "Mic"}}, {{1, "Left"}, {2, "Right"}}}));
 }
 
-TEST_F(SessionTest, QueryingTellsTheAudioDevice) {
+TEST_F(SessionTest, QueryingReportsTheAudioDevice) {
     const auto session = SessionNode::Make(
         {.audioDevice = {"in", "out", {{-1, "Mic"}}, {{1, "Left"}, {2, "Right"}}}});
     tses::IQuerySession& query = session->Query();

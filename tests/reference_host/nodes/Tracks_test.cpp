@@ -25,7 +25,7 @@ TEST_F(TracksTest, ATrackIsMadeOnceForEachId) {
     EXPECT_EQ(session->Value().videoTracks.size(), 1U);
 }
 
-TEST_F(TracksTest, NoTrackIsMadeForTheIdThatMeansNone) {
+TEST_F(TracksTest, NoTrackIsMadeForTheIdThatNamesNothing) {
     const auto session = SessionNode::Make();
     EXPECT_EQ(session->Edit().GetAudioTrack(4294967295), nullptr);
     EXPECT_EQ(session->Edit().GetVideoTrack(4294967295), nullptr);
@@ -92,7 +92,7 @@ TEST_F(TracksTest, ATrackOfClipsOnlyDoesNotCast) {
     EXPECT_EQ(track->GetClip(0)->GetID(), 8U);
 }
 
-TEST_F(TracksTest, AMidiClipListStaysWithoutAReferenceAfterItsClipsWent) {
+TEST_F(TracksTest, AMidiClipListStaysWithoutAReferenceAfterItsClipsAreGone) {
     const auto session = SessionNode::Make();
     const auto track = Ref<tses::IEditAudioTrack>::Retain(session->Edit().GetAudioTrack(1));
     tses::IEditMIDIClipList* const list = track->GetMIDIClipList();
@@ -127,7 +127,7 @@ TEST_F(TracksTest, TheMetronomesTrackIsMadeOnce) {
     EXPECT_EQ(session->Value().metronome.track->name, "Click");
 }
 
-TEST_F(TracksTest, ASlotThatIsMissingHasTheIndexThatMeansNone) {
+TEST_F(TracksTest, AMissingSlotHasTheIndexThatNamesNothing) {
     orvo::AudioTrack track{.id = 1};
     track.effectsRack = {.slots = {std::nullopt, orvo::EffectsSlot{.slotIndex = 4}}};
     const auto session = SessionNode::Make({.audioTracks = {track}});
@@ -156,7 +156,7 @@ TEST_F(TracksTest, APropertyThatIsSetAgainIsReplaced) {
     EXPECT_EQ(session->Query().GetProperties()->GetValue(u"none"), nullptr);
 }
 
-TEST_F(TracksTest, AReferenceToTheInnermostKeepsEverythingAboveAlive) {
+TEST_F(TracksTest, AReferenceToTheInnermostNodeKeepsEverythingAboveItAlive) {
     auto session = SessionNode::Make();
     auto component = Ref<tses::IEditComponent>::Retain(
         Track(*session).CreateAudioClip(1)->GetEffectsRack()->AddSlot()->GetComponent());

@@ -43,7 +43,7 @@ protected:
     }
 };
 
-TEST_F(WholeSessionTest, EverythingThatQueryingTellsEditingTakes) {
+TEST_F(WholeSessionTest, EditingTakesEverythingThatQueryingReports) {
     const orvo::Session session = FullSession();
     EXPECT_EQ(Mirrored(session), session);
 }

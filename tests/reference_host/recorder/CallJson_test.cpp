@@ -59,13 +59,13 @@ TEST(CallJson, AReturnedNullIsNull) {
     EXPECT_TRUE(FormatCallAsJson(call).ends_with(R"("args": [], "returns": null})"));
 }
 
-TEST(CallJson, AResultThatIsNoObjectIsNotShown) {
+TEST(CallJson, AResultThatIsNotAnObjectIsNotShown) {
     CallRecord call = SomeCall();
     call.value = TraceValue(true);
     EXPECT_EQ(FormatCallAsJson(call), FormatCallAsJson(SomeCall()));
 }
 
-TEST(CallJson, NullAndTruthValuesAreThoseOfJson) {
+TEST(CallJson, NullAndTruthValuesAreAsInJson) {
     EXPECT_EQ(JsonOf(std::monostate()), "null");
     EXPECT_EQ(JsonOf(true), "true");
     EXPECT_EQ(JsonOf(false), "false");

@@ -23,14 +23,14 @@ std::string Refusal(std::string_view operation) {
     return "accepted";
 }
 
-TEST(FaultPlan, ForwardsWhatIsNotNamed) {
+TEST(FaultPlan, ForwardsOperationsThatAreNotNamed) {
     FaultPlan plan;
     plan.ReturnNull("IEditSession.GetFile");
     EXPECT_EQ(plan(Call("IEditSession", "GetAudioTrack")).kind, CallDecision::Kind::Forward);
     EXPECT_EQ(plan(Call("IQuerySession", "GetFile")).kind, CallDecision::Kind::Forward);
 }
 
-TEST(FaultPlan, ReturnsNullFromWhatIsNamedEachTime) {
+TEST(FaultPlan, ReturnsNullFromANamedOperationEachTime) {
     FaultPlan plan;
     plan.ReturnNull("IEditSession.GetFile");
     EXPECT_EQ(plan(Call("IEditSession", "GetFile")).kind, CallDecision::Kind::ReturnNull);
@@ -58,7 +58,7 @@ TEST(FaultPlan, AnOperationThatReturnsNoObjectCannotReturnNull) {
     EXPECT_NE(Refusal("IEditSession.SetSampleRate"), "accepted");
 }
 
-TEST(FaultPlan, AnUnknownInterfaceIsAnsweredWithThoseThatThereAre) {
+TEST(FaultPlan, AnUnknownInterfaceIsAnsweredWithTheKnownOnes) {
     const std::string refusal = Refusal("GetFile");
     EXPECT_TRUE(refusal.starts_with(
         "\"GetFile\" is no operation that returns a host object. Name an operation of "

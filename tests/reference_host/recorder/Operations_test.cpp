@@ -38,7 +38,7 @@ std::vector<std::string> OperationsOfThePage() {
     return operations;
 }
 
-TEST(Operations, TheListIsThatOfThePageOfSlots) {
+TEST(Operations, TheListMatchesThePageOfSlots) {
     std::vector<std::string> listed;
     for (const HostOperation& operation : HostOperations()) {
         listed.push_back(std::string(operation.interfaceName) + "." + std::string(operation.name) +

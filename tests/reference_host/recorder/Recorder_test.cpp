@@ -136,7 +136,7 @@ TEST_F(RecorderOfARead, ATrackHasOneNumberThroughBothItsInterfaces) {
             R"({"seq": 3, "object": "IEditAudioTrack#2", "call": "CreateAudioClip", "args": [7], "returns": null})"));
 }
 
-TEST_F(RecorderOfARead, ATrackThatDoesNotCastToItsPrivateInterfaceDoesNotCastBehindARecorder) {
+TEST_F(RecorderOfARead, ATrackWithoutItsPrivateInterfaceDoesNotCastBehindARecorderEither) {
     tses::IEditAudioTrack* track = session->GetAudioTrack(1);
     ASSERT_NE(track, nullptr);
     EXPECT_EQ(dynamic_cast<tses::IEditAudioTrackPrivate*>(track), nullptr);
@@ -175,7 +175,7 @@ TEST_F(RecorderOfARead, APointerWithItsCountIsOneArgument) {
     EXPECT_THAT(lines.back(), testing::HasSubstr(R"("args": [{"bytes": 3, "base64": "AAEC"}])"));
 }
 
-TEST_F(RecorderOfARead, AHostStringIsShownByItsText) {
+TEST_F(RecorderOfARead, AHostStringIsShownAsItsText) {
     tses::HostText message(u"XML ERROR");
     session->GetLogTarget()->LogMessage(&message);
     EXPECT_EQ(
@@ -214,7 +214,7 @@ TEST_F(RecorderOfARead, ObjectsAreHeldUntilTheRecorderEnds) {
     EXPECT_EQ(host.session.ReferenceCount(), 1U);
 }
 
-TEST_F(RecorderOfARead, ACallThatTheHostThrowsFromIsReportedAndThrows) {
+TEST_F(RecorderOfARead, ACallInWhichTheHostThrowsIsReportedAndThrows) {
     EXPECT_THROW(session->SetDuration(9), std::runtime_error);
     EXPECT_THAT(
         lines,
@@ -262,7 +262,7 @@ TEST_F(RecorderOfARead, ANullFaultOnAnOperationThatReturnsNoObjectIsForwarded) {
     EXPECT_EQ(host.session.sampleRate, 8000U);
 }
 
-TEST_F(RecorderOfARead, ANumberInPlaceOfNoResultKeepsTheCallFromTheHost) {
+TEST_F(RecorderOfARead, ANumberForACallWithoutAResultKeepsTheCallFromTheHost) {
     Start([](const CallRecord&) { return CallDecision::ReturnNumber(7); }, false);
     session->SetSampleRate(8000);
     EXPECT_EQ(host.session.sampleRate, 0U);
@@ -308,20 +308,20 @@ protected:
     tses::IQuerySession& session = recorder.Wrap(host);
 };
 
-TEST_F(RecorderOfAWrite, AResultThatIsNoObjectIsItsValue) {
+TEST_F(RecorderOfAWrite, AResultThatIsNotAnObjectIsReportedAsItsValue) {
     EXPECT_EQ(session.GetChannelCount(), -2);
     EXPECT_EQ(calls.at(0).value, TraceValue(std::int64_t{-2}));
     EXPECT_FALSE(calls.at(0).returned.has_value());
 }
 
-TEST_F(RecorderOfAWrite, AHostStringIsGivenAsItIsAndReportedByItsText) {
+TEST_F(RecorderOfAWrite, AHostStringIsReturnedAsItIsAndReportedAsItsText) {
     EXPECT_EQ(session.GetXmpMetadata(), &host.xmp);
     EXPECT_EQ(calls.at(0).value, TraceValue(std::u16string(u"<x/>")));
     EXPECT_EQ(session.GetInputDeviceId(), nullptr);
     EXPECT_EQ(calls.at(1).value, TraceValue());
 }
 
-TEST_F(RecorderOfAWrite, OutputsAreReportedApartFromArguments) {
+TEST_F(RecorderOfAWrite, OutputsAreReportedSeparatelyFromArguments) {
     bool logarithmic = false;
     double panPower = 0;
     session.GetPanMode(logarithmic, panPower);
@@ -337,7 +337,7 @@ TEST_F(RecorderOfAWrite, OutputsAreReportedApartFromArguments) {
                 ElementsAre(TraceValue(std::int64_t{1}), TraceValue(std::int64_t{5})));
 }
 
-TEST(RecorderOfAWriteWithFaults, OutputsOfACallThatIsKeptFromTheHostAreWhatStoodInThem) {
+TEST(RecorderOfAWriteWithFaults, OutputsOfACallThatDoesNotReachTheHostKeepTheirValues) {
     WriteHost host;
     std::vector<CallRecord> calls;
     Recorder recorder{
@@ -351,7 +351,7 @@ TEST(RecorderOfAWriteWithFaults, OutputsOfACallThatIsKeptFromTheHostAreWhatStood
     EXPECT_THAT(calls.at(0).outputs, ElementsAre(TraceValue(false), TraceValue(2.5)));
 }
 
-TEST_F(RecorderOfAWrite, TheContextIsGivenAsItIsAndNotHeld) {
+TEST_F(RecorderOfAWrite, TheContextIsReturnedAsItIsAndNotHeld) {
     EXPECT_EQ(session.GetContext(), &host.context);
     EXPECT_EQ(host.context.ReferenceCount(), 1U);
     EXPECT_EQ(calls.at(0).returned, (ObjectResult{"IHostObject", 2}));

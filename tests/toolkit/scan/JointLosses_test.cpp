@@ -58,7 +58,7 @@ protected:
 
 constexpr const char* kDrumOfWindows = "D:\\Jobs\\Show\\Media\\drum.wav";
 
-TEST_F(JointLossesTest, ARelativePathIsLostWhereTheNewFileNamesAnotherPlace) {
+TEST_F(JointLossesTest, ARelativePathIsLostIfTheNewFileNamesAnotherPlace) {
     const std::string document = File(kDrumOfWindows, "Media/drum.wav");
     const std::string loss =
         "1:14: the value \"Media/drum.wav\" of the attribute relativePath of <file> with id 3: the "
@@ -67,7 +67,7 @@ TEST_F(JointLossesTest, ARelativePathIsLostWhereTheNewFileNamesAnotherPlace) {
     EXPECT_THAT(LossesToJson(document), ElementsAre(loss));
 }
 
-TEST_F(JointLossesTest, NothingIsLostWhereTheMediaMovedWithTheSession) {
+TEST_F(JointLossesTest, NothingIsLostIfTheMediaMovedWithTheSession) {
     std::filesystem::create_directory(folder_ / "Media");
     folder_.Write("Media/drum.wav", "RIFF");
     for (const std::string absolutePath : {kDrumOfWindows, "/gone/Media/drum.wav", "drum.wav"}) {
@@ -76,14 +76,14 @@ TEST_F(JointLossesTest, NothingIsLostWhereTheMediaMovedWithTheSession) {
     }
 }
 
-TEST_F(JointLossesTest, ARelativePathIsLostWhereBothPathsLeadToAFile) {
+TEST_F(JointLossesTest, ARelativePathIsLostIfBothPathsLeadToAFile) {
     folder_.Write("one.wav", "RIFF");
     folder_.Write("two.wav", "RIFF");
     EXPECT_THAT(Losses(File(InFolder("one.wav"), "two.wav")), SizeIs(1));
     EXPECT_THAT(LossesToJson(File(InFolder("one.wav"), "two.wav")), SizeIs(1));
 }
 
-TEST_F(JointLossesTest, ARelativePathThatLeadsToTheSamePlaceIsNotLostWhetherOrNotMediaAreThere) {
+TEST_F(JointLossesTest, ARelativePathToTheSamePlaceIsNotLostWhetherOrNotMediaAreThere) {
     for (const std::string relativePath :
          {"Media/drum.wav", "./Media//drum.wav", "Media\\drum.wav", "x/../Media/drum.wav"}) {
         const std::string document = File(InFolder("Media/drum.wav"), relativePath);
@@ -103,20 +103,20 @@ TEST_F(JointLossesTest, ARelativePathThatTheNewFileCannotStateIsLost) {
     EXPECT_THAT(Losses(File(path, "a.wav"), elsewhere), SizeIs(1));
 }
 
-TEST_F(JointLossesTest, AnEmptyRelativePathSaysNothingThatCouldBeLost) {
+TEST_F(JointLossesTest, AnEmptyRelativePathIsNotALoss) {
     for (const std::string absolutePath : {"/gone/drum.wav", kDrumOfWindows, ""}) {
         EXPECT_THAT(Losses(File(absolutePath, "")), IsEmpty()) << absolutePath;
         EXPECT_THAT(LossesToJson(File(absolutePath, "")), IsEmpty()) << absolutePath;
     }
 }
 
-TEST_F(JointLossesTest, ARelativePathAloneIsThePathThatIsKept) {
+TEST_F(JointLossesTest, ARelativePathWithoutAnAbsoluteOneIsKept) {
     const std::string document = "<files><file id='3' relativePath='Media/drum.wav'/></files>";
     EXPECT_THAT(Losses(document), IsEmpty());
     EXPECT_THAT(LossesToJson(document), IsEmpty());
 }
 
-TEST_F(JointLossesTest, AnAbsolutePathThatIsNoFullOneIsLostInJsonAlone) {
+TEST_F(JointLossesTest, AnAbsolutePathThatIsNotAFullOneIsLostOnlyInJson) {
     for (const std::string absolutePath : {"drum.wav", "file:///drum.wav"}) {
         const std::string document =
             "<files><file id='3' absolutePath='" + absolutePath + "'/></files>";
@@ -128,7 +128,7 @@ TEST_F(JointLossesTest, AnAbsolutePathThatIsNoFullOneIsLostInJsonAlone) {
     }
 }
 
-TEST_F(JointLossesTest, PathsAreNotLookedAtWhereItIsNotKnownWhatBecomesOfThem) {
+TEST_F(JointLossesTest, PathsAreNotCheckedIfTheirConversionIsUnknown) {
     EXPECT_THAT(Losses(File(kDrumOfWindows, "Media/drum.wav"), Conversion{}), IsEmpty());
 }
 
@@ -208,7 +208,7 @@ TEST_F(JointLossesTest, ThePositionThatTheFirstVersionGivesIsLostInASessionOfAno
                 SizeIs(1));
 }
 
-TEST_F(JointLossesTest, ThePositionIsKeptByOtherVersionsByJsonAndWhereBothAreOne) {
+TEST_F(JointLossesTest, ThePositionIsKeptByOtherVersionsByJsonAndIfBothAreTheSame) {
     EXPECT_THAT(Losses(Session("appVersion='4.0.1'", "5", "6")), IsEmpty());
     EXPECT_THAT(Losses(Session("appVersion='4.0'", "5", "5")), IsEmpty());
     EXPECT_THAT(LossesToJson(Session("appVersion='4.0'", "5", "6")), IsEmpty());
@@ -228,7 +228,7 @@ TEST_F(JointLossesTest, AnApplicationOfTheFirstVersionKeepsItsPositionAndLosesTh
 
 // What JSON has and a session file has not
 
-TEST_F(JointLossesTest, ANumberWithoutAWordAndAnEditParameterWithoutASlotAreLostInASessionAlone) {
+TEST_F(JointLossesTest, ANumberWithoutAWordAndAnEditParameterWithoutASlotAreLostOnlyInASession) {
     const std::string document =
         "<session><tracks><audioTrack id='1'><editParameter/><clip id='1'><clipStretch "
         "stretchMode='7' stretchType='3' stretchQuality='4294967295'/></clip></audioTrack></tracks>"

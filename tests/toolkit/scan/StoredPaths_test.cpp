@@ -40,7 +40,7 @@ TEST_F(StoredPathsTest, AreThoseOfTheDocument) {
                     Pair(3, StoredPaths{u"D:\\Jobs\\drum.wav", u"Media/drum.wav"})));
 }
 
-TEST_F(StoredPathsTest, AFileElsewhereIsNone) {
+TEST_F(StoredPathsTest, AFileElementElsewhereDoesNotCount) {
     EXPECT_THAT(Find(R"(<orvo><file id="1" absolutePath="/1"/><session><files><file id="2"/></files>
 </session><files><other><file id="3"/></other><file id="4" absolutePath="/4"><file id="5"/></file>
 </files></orvo>)"),

@@ -93,7 +93,7 @@ protected:
     std::string path_;
 };
 
-TEST_F(SavingFaultsTest, ARenameThatIsDoneThoughReportedAsFailedIsASave) {
+TEST_F(SavingFaultsTest, ARenameThatWorksButReportsFailureIsASave) {
     const std::size_t place = PlaceOf("renameat", [this] { Replace(); });
     for (const int error : {EIO, EINTR}) {
         folder_.Write("song.orvo", "old");
@@ -105,7 +105,7 @@ TEST_F(SavingFaultsTest, ARenameThatIsDoneThoughReportedAsFailedIsASave) {
     }
 }
 
-TEST_F(SavingFaultsTest, ARenameThatFailsIsNoSave) {
+TEST_F(SavingFaultsTest, ARenameThatFailsIsNotASave) {
     const std::size_t place = PlaceOf("renameat", [this] { Replace(); });
     folder_.Write("song.orvo", "old");
     BeginFaults({Wrong::Fails, EIO, Extent::Once, place});
@@ -133,7 +133,7 @@ TEST_F(SavingFaultsTest, AStrayThatCannotBeRemovedIsRemovedByTheNextSave) {
     EXPECT_EQ(CountStrays(folder_.Path()), 0U);
 }
 
-TEST_F(SavingFaultsTest, APropertyThatTheFileSystemDoesNotTakeIsLeftBehind) {
+TEST_F(SavingFaultsTest, APropertyThatTheFileSystemRejectsIsLeftBehind) {
     for (const char* const call : {"fchown", "fremovexattr", "flistxattr"}) {
         folder_.Write("song.orvo", "old");
         const std::size_t place = PlaceOf(call, [this] { Replace(); });
@@ -198,7 +198,7 @@ TEST_F(SavingFaultsTest, AnOldFileThatMayNotBeReadIsReplacedWithoutItsAttributes
     }
 }
 
-TEST_F(SavingFaultsTest, ATemporaryNameThatIsTakenIsPassedOver) {
+TEST_F(SavingFaultsTest, ATemporaryNameThatIsTakenIsSkipped) {
     const std::size_t place = PlaceBefore("flock", "openat", CallsOfAReplacement());
     BeginFaults({Wrong::Fails, EEXIST, Extent::Once, place});
     EXPECT_NO_THROW(Replace());
@@ -221,7 +221,7 @@ TEST_F(SavingFaultsTest, ATemporaryFileThatAnotherTookForAStrayIsMadeAgain) {
     EXPECT_EQ(CountStrays(folder_.Path()), 0U);
 }
 
-TEST_F(SavingFaultsTest, AFolderThatNeedsNoSyncIsNoFailure) {
+TEST_F(SavingFaultsTest, AFolderThatNeedsNoSyncIsNotAFailure) {
     const std::vector<std::string> calls = CallsOfAReplacement();
     const auto last = std::find(calls.rbegin(), calls.rend(), "fsync");
     const auto place = static_cast<std::size_t>(std::distance(last, calls.rend())) - 1;
@@ -232,7 +232,7 @@ TEST_F(SavingFaultsTest, AFolderThatNeedsNoSyncIsNoFailure) {
     }
 }
 
-TEST_F(SavingFaultsTest, AFileSystemWithoutALimitOfNamesIsTakenToHaveTheUsualOne) {
+TEST_F(SavingFaultsTest, AFileSystemThatStatesNoLimitForNamesHasTheUsualOne) {
     const std::size_t place = PlaceOf("fpathconf", [this] { Replace(); });
     BeginFaults({Wrong::Fails, 0, Extent::Once, place});
     EXPECT_NO_THROW(Replace());

@@ -36,7 +36,7 @@ protected:
 
 // Reading
 
-TEST_F(AudioClips, EveryAttributeReachesTheHostInTheOrderThatHostsKnow) {
+TEST_F(AudioClips, EveryAttributeReachesTheHostInTheOrderThatHostsExpect) {
     EXPECT_THAT(
         CallsInTrack(
             "<audioClip id='12' fileID='3' sourceInPoint='100' sourceOutPoint='48100' "
@@ -56,7 +56,7 @@ TEST_F(AudioClips, EveryAttributeReachesTheHostInTheOrderThatHostsKnow) {
                     "IEditAudioClip#3.SetLockedInTime(true)"));
 }
 
-TEST_F(AudioClips, WithoutAttributesTheHostHearsTheDefaults) {
+TEST_F(AudioClips, WithoutAttributesTheHostGetsTheDefaults) {
     EXPECT_THAT(
         CallsInTrack("<audioClip/>"),
         ElementsAre("IEditAudioTrack#2.CreateAudioClip(4294967295) -> IEditAudioClip#3",
@@ -71,7 +71,7 @@ TEST_F(AudioClips, WithoutAttributesTheHostHearsTheDefaults) {
                     "IEditAudioClip#3.SetLockedInTime(false)"));
 }
 
-TEST_F(AudioClips, TheNameOfOlderDocumentsMeansTheSameInEveryWay) {
+TEST_F(AudioClips, TheElementNameOfOlderDocumentsMeansExactlyTheSame) {
     const std::string content =
         " id='1' name='a' fileID='2'><fadeIn/><take/><component id='clipGain'/>"
         "<channelMap><channel index='0' sourceIndex='1'/></channelMap><clipStretch/>"
@@ -88,13 +88,13 @@ TEST_F(AudioClips, TheEndPointIsIgnored) {
     EXPECT_EQ(CallsInTrack("<audioClip " + clip + " endPoint='x'/>"), without);
 }
 
-TEST_F(AudioClips, AnEndPointThatDisagreesIsWrittenAnew) {
+TEST_F(AudioClips, AnEndPointThatDisagreesIsCorrectedOnWriting) {
     const auto track = ReadInTrack(
         "<audioClip id='1' sourceInPoint='10' sourceOutPoint='30' startPoint='100' endPoint='7'/>");
     EXPECT_THAT(WrittenElement("audioClip", track), HasSubstr(" endPoint=\"120\""));
 }
 
-TEST_F(AudioClips, AClipThatDoesNotSayCrossfadesByItselfAndIsLinkedToNone) {
+TEST_F(AudioClips, ByDefaultAClipCrossfadesAutomaticallyAndIsLinkedToNoOther) {
     const auto track = ReadInTrack("<audioClip id='1'/>");
     EXPECT_TRUE(track.clips.at(0).autoCrossfade);
     EXPECT_EQ(track.clips.at(0).crossFadeHeadClipId, -1);
@@ -104,7 +104,7 @@ TEST_F(AudioClips, AClipThatDoesNotSayCrossfadesByItselfAndIsLinkedToNone) {
                           "crossFadeTailClipID=\"-1\""));
 }
 
-TEST_F(AudioClips, NoCrossfadeMayAlsoStandAsAnUnsignedNumber) {
+TEST_F(AudioClips, ACrossfadeIdIsAlsoReadAsAnUnsignedNumber) {
     const auto clips = ReadClips(
         "<audioClip id='1' crossFadeHeadClipID='4294967295' crossFadeTailClipID='4294967294'/>");
     EXPECT_EQ(clips.at(0).crossFadeHeadClipId, -1);
@@ -203,7 +203,7 @@ TEST_F(AudioClips, AClipThatTheHostDoesNotMakeIsDroppedWithItsChildren) {
         ElementsAre("IEditAudioTrack#2.CreateAudioClip(1) -> null"));
 }
 
-TEST_F(AudioClips, StandInAudioTracksAlone) {
+TEST_F(AudioClips, AreReadOnlyInAudioTracks) {
     for (const std::string track : {"busTrack", "masterTrack", "instrumentTrack", "videoTrack"}) {
         const auto with = [&](const std::string& clip) {
             return CallsIn("<tracks><" + track + " id='1'>" + clip + "</" + track + "></tracks>");
@@ -214,7 +214,7 @@ TEST_F(AudioClips, StandInAudioTracksAlone) {
 
 // Built-in components
 
-TEST_F(AudioClips, EachBuiltInComponentIsAskedOfTheClipByItsKeyword) {
+TEST_F(AudioClips, TheClipIsAskedForEachBuiltInComponentByItsKeyword) {
     const std::vector<std::pair<std::string, std::string>> operations = {
         {"clipGain", "GetClipGainComponent"},
         {"clipMute", "GetClipMuteComponent"},
@@ -229,7 +229,7 @@ TEST_F(AudioClips, EachBuiltInComponentIsAskedOfTheClipByItsKeyword) {
     }
 }
 
-TEST_F(AudioClips, AComponentWithAnotherKeywordOrNoneAsksTheClipForNothing) {
+TEST_F(AudioClips, AComponentWithAnotherKeywordOrNoneCausesNoCall) {
     for (const std::string attribute : {"", "id='clipgain'", "id='trackFader'", "id=''"}) {
         EXPECT_EQ(CallsInTrack("<audioClip><component " + attribute +
                                " name='n'>"
@@ -254,7 +254,7 @@ TEST_F(AudioClips, AComponentThatTheHostDoesNotHaveIsDropped) {
                 ElementsAre("IEditAudioClip#3.GetClipPanComponent() -> null"));
 }
 
-TEST_F(AudioClips, AClipIsGivenBackWhenItsElementEnds) {
+TEST_F(AudioClips, AClipIsReleasedWhenItsElementEnds) {
     const auto calls = CallsWithReferences(
         "<orvo><session><tracks><audioTrack id='1'><audioClip id='5'/></audioTrack>"
         "<videoTrack id='2'/></tracks></session></orvo>");
@@ -315,7 +315,7 @@ TEST_F(AudioClips, ATrackWithoutClipsWritesNone) {
     EXPECT_THAT(*Write(WithTrack({})).file, Not(HasSubstr("<audioClip")));
 }
 
-TEST_F(AudioClips, AClipThatTheHostDoesNotGiveIsPassedOver) {
+TEST_F(AudioClips, AClipThatTheHostReportsAsNullIsSkipped) {
     EXPECT_EQ(WrittenElement("audioClip", WithClips({Sample()}), Null("IQueryAudioTrack.GetClip")),
               "");
 }
@@ -388,7 +388,7 @@ TEST_F(AudioClips, AnEditParameterWithoutASlotIsNotWritten) {
                 ElementsAre("editParameter"));
 }
 
-TEST_F(AudioClips, AreAskedInTheOrderThatHostsKnow) {
+TEST_F(AudioClips, AreQueriedInTheOrderThatHostsExpect) {
     auto queries = QueriesOf("IQueryAudioClip", WithTrack(WithClips({AudioClip{}})));
     ASSERT_GE(queries.size(), 15u);
     queries.resize(15);

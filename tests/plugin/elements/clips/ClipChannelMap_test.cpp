@@ -43,7 +43,7 @@ TEST_F(ClipChannelMap, TheFirstEntryOfAChannelIsKept) {
                 ElementsAre("IEditAudioClip#3.SetChannelSource(0,5)"));
 }
 
-TEST_F(ClipChannelMap, AChannelWithoutAttributesIsTheFirstFedByTheFirst) {
+TEST_F(ClipChannelMap, AChannelWithoutAttributesFeedsTheFirstFromTheFirst) {
     EXPECT_THAT(CallsOfMap("<channelMap><channel/></channelMap>"),
                 ElementsAre("IEditAudioClip#3.SetChannelSource(0,0)"));
 }
@@ -58,7 +58,7 @@ TEST_F(ClipChannelMap, AnEmptyMapSetsNothing) {
     EXPECT_THAT(CallsOfMap("<channelMap/>"), IsEmpty());
 }
 
-TEST_F(ClipChannelMap, IsGoneWithItsClip) {
+TEST_F(ClipChannelMap, IsForgottenWithItsClip) {
     EXPECT_EQ(CallsOf(CallsInTrack("<audioClip><channelMap><channel index='0'/></channelMap>"
                                    "</audioClip><audioClip/>"),
                       "SetChannelSource")
@@ -66,13 +66,13 @@ TEST_F(ClipChannelMap, IsGoneWithItsClip) {
               1u);
 }
 
-TEST_F(ClipChannelMap, IsGoneWithAClipThatTheHostDidNotMake) {
+TEST_F(ClipChannelMap, IsForgottenWithAClipThatTheHostDidNotMake) {
     EXPECT_THAT(CallsOfMap("<channelMap><channel index='0'/></channelMap>",
                            Null("IEditAudioTrack.CreateAudioClip")),
                 IsEmpty());
 }
 
-TEST_F(ClipChannelMap, IsWrittenDenseFromZero) {
+TEST_F(ClipChannelMap, IsWrittenForEveryChannelFromZero) {
     EXPECT_EQ(WrittenElement("channelMap", With({{0, 1}, {2, -1}})),
               "<channelMap>\n"
               "  <channel index=\"0\" sourceIndex=\"1\"/>\n"
@@ -90,7 +90,7 @@ TEST_F(ClipChannelMap, SurvivesAWriteAndARead) {
     EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).clips, track.clips);
 }
 
-TEST_F(ClipChannelMap, AChannelThatWasLeftOutComesBackAsFedByItself) {
+TEST_F(ClipChannelMap, AChannelThatWasLeftOutComesBackFedByItsOwnNumber) {
     EXPECT_EQ(ThroughFile(WithTrack(With({{1, 0}}))).audioTracks.at(0).clips,
               With({{0, 0}, {1, 0}}).clips);
 }
@@ -115,7 +115,7 @@ TEST_F(ClipChannelMap, WithAGapLosesItsHighestSourceIfTheHostCountsThoseThatItHa
               "</channelMap>");
 }
 
-TEST_F(ClipChannelMap, OfTheMostChannelsIsWrittenAndOneOfMoreFailsTheSave) {
+TEST_F(ClipChannelMap, WithTheMostChannelsIsWrittenAndWithMoreFailsTheSave) {
     EXPECT_TRUE(Write(WithTrack(With({{1023, 0}}))).ok);
     EXPECT_FALSE(Write(WithTrack(With({{1024, 0}}))).ok);
     EXPECT_FALSE(Write(WithTrack(With({{4294967295, 0}}))).ok);

@@ -63,7 +63,7 @@ TEST_F(ClipGroups, WhatAnItemLacksIsZero) {
                             "IEditClipGroup#2.AddItem(0,0)"));
 }
 
-TEST_F(ClipGroups, AnItemNeedNotNameWhatExists) {
+TEST_F(ClipGroups, AnItemMayNameWhatDoesNotExist) {
     const auto session = ReadInSession(
                              "<clipGroups><clipGroup><item trackID='1' clipID='2'/></clipGroup>"
                              "</clipGroups>")
@@ -118,7 +118,7 @@ TEST_F(ClipGroups, ANameThatTheHostDoesNotHaveIsWrittenEmpty) {
         HasSubstr("<name></name>"));
 }
 
-TEST_F(ClipGroups, AGroupThatTheHostDoesNotGiveIsPassedOver) {
+TEST_F(ClipGroups, AGroupThatTheHostReportsAsNullIsSkipped) {
     EXPECT_THAT(
         WrittenElement("clipGroups", With({{3, "a", 0, {}}}), Null("IQuerySession.GetClipGroup")),
         "<clipGroups/>");

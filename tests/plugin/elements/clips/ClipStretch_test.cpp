@@ -33,7 +33,7 @@ protected:
     }
 };
 
-TEST_F(ClipStretchElement, EveryValueReachesTheClipsStretchInTheOrderThatHostsKnow) {
+TEST_F(ClipStretchElement, EveryValueReachesTheClipsStretchInTheOrderThatHostsExpect) {
     const auto calls = CallsInTrack(
         "<audioClip><clipStretch stretchMode='realtime' stretchType='varispeed' "
         "stretchRatio='1.25' pitchAdjustment='-3.5' stretchQuality='low' transientSensitivity='-1' "

@@ -134,7 +134,8 @@ private:
     IEditGlobalTrackInfo& info_;
 };
 
-TEST_F(GlobalTrackInfoElement, OfAMetronomeWithoutAPrivateFaceReachesNobodyAlsoNotAnEarlierInfo) {
+TEST_F(GlobalTrackInfoElement,
+       OfAMetronomeWithoutAPrivateInterfaceReachesNoInfoNotEvenAnEarlierOne) {
     CountingInfo info;
     MetronomeWithInfo first(info);
     refhost::PublicOnly<IEditMetronomeInfo> second;

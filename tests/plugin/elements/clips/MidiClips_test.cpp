@@ -47,7 +47,7 @@ protected:
 
 // Reading
 
-TEST_F(MidiClips, EveryAttributeReachesTheHostInTheOrderThatHostsKnow) {
+TEST_F(MidiClips, EveryAttributeReachesTheHostInTheOrderThatHostsExpect) {
     EXPECT_THAT(
         CallsOfClips("<midiClip id='12' sourceInPoint='100' sourceOutPoint='300' startPoint='7' "
                      "endPoint='1' hue='30.5' name='Bass' select='true' lockedInTime='true'/>"),
@@ -59,7 +59,7 @@ TEST_F(MidiClips, EveryAttributeReachesTheHostInTheOrderThatHostsKnow) {
                     "IEditMIDIClip#5.SetLockedInTime(true)"));
 }
 
-TEST_F(MidiClips, WithoutAttributesTheHostHearsTheDefaults) {
+TEST_F(MidiClips, WithoutAttributesTheHostGetsTheDefaults) {
     EXPECT_THAT(
         CallsOfClips("<midiClip/>"),
         ElementsAre("IEditAudioTrack#2.GetMIDIClipList() -> IEditMIDIClipList#4",
@@ -169,7 +169,7 @@ TEST_F(MidiClips, WithoutEventsAreWrittenWithoutTheChild) {
     EXPECT_THAT(WrittenElement("midiClip", With({clip})), Not(HasSubstr("midiEvents")));
 }
 
-TEST_F(MidiClips, AreWrittenForInstrumentTracksAlone) {
+TEST_F(MidiClips, AreWrittenOnlyForInstrumentTracks) {
     for (const kelcore::uint32 kind : {1u, 2u, 3u, 4u}) {
         AudioTrack track = With({Sample()});
         track.kind = orvo::TrackKind{kind};
@@ -183,7 +183,7 @@ TEST_F(MidiClips, ATrackWithoutAListWritesNone) {
         IsEmpty());
 }
 
-TEST_F(MidiClips, AClipThatTheHostDoesNotGiveIsPassedOver) {
+TEST_F(MidiClips, AClipThatTheHostReportsAsNullIsSkipped) {
     EXPECT_THAT(WrittenElement("midiClip", With({Sample()}), Null("IQueryMIDIClipList.GetClip")),
                 IsEmpty());
 }
@@ -199,7 +199,7 @@ TEST_F(MidiClips, SurviveAWriteAndARead) {
     EXPECT_EQ(ThroughFile(WithTrack(With(clips))).audioTracks.at(0).midiClips, clips);
 }
 
-TEST_F(MidiClips, AClipIsGivenBackWhenItsElementEnds) {
+TEST_F(MidiClips, AClipIsReleasedWhenItsElementEnds) {
     const auto calls = CallsWithReferences(
         "<orvo><session><tracks><instrumentTrack id='1'><midiClip id='5'/></instrumentTrack>"
         "<videoTrack id='2'/></tracks></session></orvo>");
@@ -218,7 +218,7 @@ TEST_F(MidiClips, TheListIsBorrowedForTheCallInBothDirections) {
                 ElementsAre("IQueryMIDIClipList.GetCount", "IQueryMIDIClipList.GetClip"));
 }
 
-TEST_F(MidiClips, AreAskedInTheOrderThatHostsKnow) {
+TEST_F(MidiClips, AreQueriedInTheOrderThatHostsExpect) {
     EXPECT_THAT(QueriesOf("IQueryMIDIClip", WithTrack(With({MidiClip{}}))),
                 ElementsAre("GetID", "GetSourceInPoint", "GetDuration", "GetStartPoint", "GetHue",
                             "GetName", "GetSelected", "GetLockedInTime", "GetMIDIEventsSize"));

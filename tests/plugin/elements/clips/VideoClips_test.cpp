@@ -36,7 +36,7 @@ protected:
     }
 };
 
-TEST_F(VideoClips, EveryAttributeReachesTheHostInTheOrderThatHostsKnow) {
+TEST_F(VideoClips, EveryAttributeReachesTheHostInTheOrderThatHostsExpect) {
     EXPECT_THAT(
         CallsOfClips("<videoClip id='12' fileID='3' sourceInPoint='100' sourceOutPoint='300' "
                      "startPoint='7' endPoint='1' hue='30.5' name='Scene' select='true' "
@@ -49,7 +49,7 @@ TEST_F(VideoClips, EveryAttributeReachesTheHostInTheOrderThatHostsKnow) {
                     "IEditVideoClip#3.SetOffline(true)", "IEditVideoClip#3.SetZOrder(-4)"));
 }
 
-TEST_F(VideoClips, WithoutAttributesTheHostHearsTheDefaults) {
+TEST_F(VideoClips, WithoutAttributesTheHostGetsTheDefaults) {
     EXPECT_THAT(
         CallsOfClips("<videoClip/>"),
         ElementsAre("IEditVideoTrack#2.CreateVideoClip(4294967295) -> IEditVideoClip#3",
@@ -61,7 +61,7 @@ TEST_F(VideoClips, WithoutAttributesTheHostHearsTheDefaults) {
                     "IEditVideoClip#3.SetZOrder(0)"));
 }
 
-TEST_F(VideoClips, LoopingAndCrossfadesAreAcceptedAndGoNowhere) {
+TEST_F(VideoClips, LoopingAndCrossfadesAreAcceptedAndIgnored) {
     EXPECT_EQ(CallsOfClips("<videoClip id='1' looped='true' crossFadeHeadClipID='5' "
                            "crossFadeTailClipID='6' clipAutoCrossfade='false'/>"),
               CallsOfClips("<videoClip id='1'/>"));
@@ -113,7 +113,7 @@ VideoClip Sample() {
     return clip;
 }
 
-TEST_F(VideoClips, AreWrittenWithTheirAttributesAndWithoutThoseOfAudioClipsAlone) {
+TEST_F(VideoClips, AreWrittenWithTheirAttributesAndWithoutThoseOfAudioClips) {
     EXPECT_EQ(WrittenElement("videoClip", With({Sample()})),
               "<videoClip endPoint=\"5000000200\" fileID=\"3\" hue=\"30.5\" id=\"12\" "
               "lockedInTime=\"true\" name=\"Scene\" offline=\"true\" select=\"true\" "
@@ -121,7 +121,7 @@ TEST_F(VideoClips, AreWrittenWithTheirAttributesAndWithoutThoseOfAudioClipsAlone
               "zOrder=\"-4\"/>");
 }
 
-TEST_F(VideoClips, AClipThatTheHostDoesNotGiveIsPassedOver) {
+TEST_F(VideoClips, AClipThatTheHostReportsAsNullIsSkipped) {
     EXPECT_THAT(
         WrittenElement("videoClip", With({Sample()}), Null("IQueryVideoTrack.GetVideoClip")),
         IsEmpty());
@@ -136,7 +136,7 @@ TEST_F(VideoClips, SurviveAWriteAndARead) {
     EXPECT_EQ(ThroughFile(With(clips)).videoTracks.at(0).clips, clips);
 }
 
-TEST_F(VideoClips, AClipIsGivenBackWhenItsElementEnds) {
+TEST_F(VideoClips, AClipIsReleasedWhenItsElementEnds) {
     const auto calls = CallsWithReferences(
         "<orvo><session><tracks><videoTrack id='1'><videoClip id='5'/></videoTrack>"
         "<audioTrack id='2'/></tracks></session></orvo>");
@@ -145,7 +145,7 @@ TEST_F(VideoClips, AClipIsGivenBackWhenItsElementEnds) {
     EXPECT_LT(released - calls.begin(), next - calls.begin());
 }
 
-TEST_F(VideoClips, AreAskedInTheOrderThatHostsKnow) {
+TEST_F(VideoClips, AreQueriedInTheOrderThatHostsExpect) {
     EXPECT_THAT(QueriesOf("IQueryVideoClip", With({VideoClip{}})),
                 ElementsAre("GetID", "GetFileID", "GetOffline", "GetZOrder", "GetSourceInPoint",
                             "GetDuration", "GetStartPoint", "GetHue", "GetName", "GetSelected",

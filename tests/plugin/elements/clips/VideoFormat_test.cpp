@@ -43,7 +43,7 @@ protected:
     }
 };
 
-TEST_F(VideoFormatElement, EveryValueReachesTheClipsFormatInTheOrderThatHostsKnow) {
+TEST_F(VideoFormatElement, EveryValueReachesTheClipsFormatInTheOrderThatHostsExpect) {
     EXPECT_THAT(
         CallsOfFormat("<videoFormat timeScale='24000' sampleSize='1001' pixelType='5' width='1920' "
                       "height='1080' parNumerator='16' parDenominator='15' fieldType='2'/>"),

@@ -48,12 +48,12 @@ TEST_F(Document, TheVersionsTwoNumbersAreSigned) {
     EXPECT_THAT(*Write(session).file, HasSubstr("<orvo version=\"-1.20\">"));
 }
 
-TEST_F(Document, ProgressIsToldAtTheStartAndAfterEachChild) {
+TEST_F(Document, ProgressIsReportedAtTheStartAndAfterEachChild) {
     EXPECT_THAT(Write(Sample()).progress, ElementsAre(Progress{1, 7, 0, 0}, Progress{2, 7, 0, 1},
                                                       Progress{3, 7, 0, 1}, Progress{4, 7, 0, 1}));
 }
 
-TEST_F(Document, ProgressIsToldBeforeTheVersionAndBetweenTheChildrenAndBeforeTheSave) {
+TEST_F(Document, ProgressIsReportedBeforeTheVersionBetweenTheChildrenAndBeforeTheSave) {
     std::vector<std::string> afterProgress;
     bool follows = false;
     std::size_t reports = 0;
@@ -72,14 +72,14 @@ TEST_F(Document, ProgressIsToldBeforeTheVersionAndBetweenTheChildrenAndBeforeThe
     EXPECT_TRUE(follows) << "the last call of all";
 }
 
-TEST_F(Document, ProgressTellsAVersionThatCouldNotBeSet) {
+TEST_F(Document, ProgressReportsAVersionThatCouldNotBeSet) {
     const auto outcome = WriteWithFault(Sample(), 0);
     EXPECT_FALSE(outcome.ok);
     EXPECT_THAT(outcome.progress, ElementsAre(Progress{1, 7, 0, 0}, Progress{2, 7, 0, 0},
                                               Progress{3, 7, 0, 0}, Progress{4, 7, 0, 0}));
 }
 
-TEST_F(Document, ProgressIsToldOfEveryStepAlsoAfterOneThatFailed) {
+TEST_F(Document, ProgressReportsEveryStepEvenAfterAFailedOne) {
     constexpr std::size_t kStartOfSession = 1;
     const auto outcome = WriteWithFault(Sample(), kStartOfSession);
     EXPECT_FALSE(outcome.ok);
@@ -100,7 +100,7 @@ TEST_F(Document, AnEmptyPathFailsBeforeTheHostIsAskedAnythingAndIsTraced) {
     EXPECT_THAT(outcome.progress, IsEmpty());
 }
 
-TEST_F(Document, AFailureOfAnyOperationMakesNoFile) {
+TEST_F(Document, NoFileIsMadeIfAnyOperationFails) {
     std::size_t operation = 0;
     for (;; ++operation) {
         const auto outcome = WriteWithFault(Sample(), operation);

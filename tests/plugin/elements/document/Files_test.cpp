@@ -55,13 +55,13 @@ TEST_F(Files, EveryAttributeReachesTheHostInOrderAndThePathAlways) {
                     "IEditFile#2.SetImporterPrivateSettings(\"i\")"));
 }
 
-TEST_F(Files, EmptyTextsCauseNoCallButThePaths) {
+TEST_F(Files, EmptyTextsExceptThePathCauseNoCall) {
     EXPECT_THAT(
         ReadFileElement("id='3' mediaHandlerID='' recoveryID='' importerPrivateSettings=''"),
         ElementsAre("IEditSession#1.GetFile(3) -> IEditFile#2", "IEditFile#2.SetPath(\"\")"));
 }
 
-TEST_F(Files, AFileWithoutAnIdAsksForNone) {
+TEST_F(Files, AFileWithoutAnIdAsksForTheIdThatNamesNothing) {
     EXPECT_THAT(ReadFileElement("absolutePath='/m/a.wav'"),
                 ElementsAre("IEditSession#1.GetFile(4294967295) -> null"));
 }
@@ -80,7 +80,7 @@ TEST_F(Files, ASessionThatMovedWithItsMediaFindsThemByTheRelativePath) {
                 testing::Contains("IEditFile#2.SetPath(\"" + Absolute("a.wav") + "\")"));
 }
 
-TEST_F(Files, TheAbsolutePathWinsWhereBothLeadToAFile) {
+TEST_F(Files, TheAbsolutePathWinsIfBothLeadToAFile) {
     folder.Write("a.wav", "sound");
     folder.Write("b.wav", "sound");
     EXPECT_THAT(
@@ -88,7 +88,7 @@ TEST_F(Files, TheAbsolutePathWinsWhereBothLeadToAFile) {
         testing::Contains("IEditFile#2.SetPath(\"" + Absolute("a.wav") + "\")"));
 }
 
-TEST_F(Files, TheAbsolutePathIsPassedOnWhereNeitherLeadsToAFile) {
+TEST_F(Files, TheAbsolutePathIsPassedOnIfNeitherLeadsToAFile) {
     EXPECT_THAT(ReadFileElement("id='3' absolutePath='/gone/a.wav' relativePath='b.wav'"),
                 testing::Contains("IEditFile#2.SetPath(\"/gone/a.wav\")"));
 }
@@ -116,7 +116,7 @@ TEST_F(Files, ARelativePathToAFolderNeverReplacesTheAbsoluteOne) {
     }
 }
 
-TEST_F(Files, ARelativePathToAFolderIsThePathOfTheMediaWhereThereIsNoAbsoluteOne) {
+TEST_F(Files, ARelativePathToAFolderIsThePathOfTheMediaIfThereIsNoAbsoluteOne) {
     std::filesystem::create_directory(folder / "media");
     for (const std::string absolute : {"", " absolutePath=''"}) {
         EXPECT_THAT(ReadFileElement("id='3' relativePath='.'" + absolute),
@@ -126,7 +126,7 @@ TEST_F(Files, ARelativePathToAFolderIsThePathOfTheMediaWhereThereIsNoAbsoluteOne
     }
 }
 
-TEST_F(Files, AFolderAtTheAbsolutePathIsNoMediaFile) {
+TEST_F(Files, AFolderAtTheAbsolutePathIsNotAMediaFile) {
     std::filesystem::create_directory(folder / "media");
     folder.Write("a.wav", "sound");
     EXPECT_THAT(
@@ -147,7 +147,7 @@ TEST_F(Files, TheRelativePathAloneIsResolvedAgainstTheSessionWhetherOrNotItExist
                 testing::Contains("IEditFile#2.SetPath(\"" + Absolute("b.wav") + "\")"));
 }
 
-TEST_F(Files, AnEmptyAbsolutePathCountsAsNone) {
+TEST_F(Files, AnEmptyAbsolutePathCountsAsMissing) {
     EXPECT_THAT(ReadFileElement("id='3' absolutePath='' relativePath='b.wav'"),
                 testing::Contains("IEditFile#2.SetPath(\"" + Absolute("b.wav") + "\")"));
 }
@@ -191,7 +191,7 @@ TEST_F(Files, BothPathsAreWrittenAndTheRelativeOneFromTheSession) {
                   "recoveryID=\"r\" relativePath=\"media/a.wav\"/>"));
 }
 
-TEST_F(Files, TheRelativePathIsWrittenAlsoWhereTheSessionsOwnIsRelative) {
+TEST_F(Files, TheRelativePathIsWrittenEvenIfTheSessionsOwnIsRelative) {
     std::filesystem::create_directory(folder / "songs");
     const WorkingFolder here(folder.Path());
     const auto session = WithFile({3, Here("media/a.wav"), "h", "", ""});
@@ -224,7 +224,7 @@ TEST_F(Files, AHandlerWithoutAReadableNameIsWrittenAsItsIdentifier) {
     EXPECT_THAT(file, Not(HasSubstr("mediaHandler=")));
 }
 
-TEST_F(Files, NoHandlerIsWrittenAsAnEmptyIdentifier) {
+TEST_F(Files, AMissingHandlerIsWrittenAsAnEmptyIdentifier) {
     EXPECT_THAT(*Write(WithFile({3, "", "", "", ""})).file,
                 HasSubstr("<file id=\"3\" mediaHandlerID=\"\"/>"));
 }

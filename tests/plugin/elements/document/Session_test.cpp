@@ -16,7 +16,7 @@ using testing::Not;
 
 class SessionElement : public test::SerializerFixture {};
 
-TEST_F(SessionElement, WithoutAttributesTheHostHearsTheDefaultsAndTheFirstVersion) {
+TEST_F(SessionElement, WithoutAttributesTheHostGetsTheDefaultsAndTheFirstVersion) {
     const auto outcome = ReadInRoot("<session/>");
     EXPECT_THAT(
         outcome.calls,
@@ -26,7 +26,7 @@ TEST_F(SessionElement, WithoutAttributesTheHostHearsTheDefaultsAndTheFirstVersio
                     "IEditSession#1.SetVersionDependentValue(0)"));
 }
 
-TEST_F(SessionElement, TheLayoutIsToldFirstAndTheRestInTheOrderOfRateLengthDepthAndDescription) {
+TEST_F(SessionElement, TheLayoutIsSetFirstAndThenRateLengthDepthAndDescription) {
     const auto outcome = ReadInRoot(
         "<session sampleRate='96000' duration='5000000000' bitDepth='24' "
         "audioChannelType='fivePointOne' "
@@ -73,7 +73,7 @@ TEST_F(SessionElement, TheBuildAndUnknownAttributesAreNotRead) {
               ReadInRoot("<session/>").calls);
 }
 
-TEST_F(SessionElement, TheNameIsAcceptedAndGoesNowhere) {
+TEST_F(SessionElement, TheNameIsAcceptedAndIgnored) {
     EXPECT_EQ(ReadInRoot("<session><name>Song <b/> two</name></session>").calls,
               ReadInRoot("<session/>").calls);
 }
@@ -85,7 +85,7 @@ TEST_F(SessionElement, APlaceInTheVersionTextIsNotReplacedAgain) {
             "IEditSession#1.SetFormatDescription(\"Vantor Tembra @0 @1 Multitrack Session\")"));
 }
 
-TEST_F(SessionElement, TheDescriptionIsThatOfTheTranslation) {
+TEST_F(SessionElement, TheDescriptionIsTranslated) {
     kelcore::Localizer::SetTranslation("$$$/SessionPlugIns/OrvoNative/FormatDescription",
                                        u"Mehrspursitzung von @0");
     const auto outcome = ReadInRoot("<session appVersion='25.1'/>");

@@ -46,7 +46,7 @@ TEST_F(Component, EveryAttributeReachesItInTheOrderOfTheCalls) {
                     "IEditComponent#4.SetEditorRect(-1,2,3,4)"));
 }
 
-TEST_F(Component, WithoutAttributesItsTextsAreEmptyAndItsPowerIsNotTold) {
+TEST_F(Component, WithoutAttributesItsTextsAreEmptyAndItsPowerIsNotSet) {
     EXPECT_THAT(CallsOfMix(""), ElementsAre("IEditComponent#4.SetComponentGuid(\"\")",
                                             "IEditComponent#4.SetComponentID(\"\")",
                                             "IEditComponent#4.SetName(\"\")",
@@ -69,7 +69,7 @@ TEST_F(Component, NumbersOfTheEditorThatDoNotParseAreZero) {
                 "IEditComponent#4.SetEditorRect(0,0,0,7)");
 }
 
-TEST_F(Component, ACompletedOneIsLetGo) {
+TEST_F(Component, IsReleasedAtItsEnd) {
     const auto calls = CallsInTrack(
         "<effectsRack><component id='rackMix'/><component name='late'/></effectsRack>");
     EXPECT_THAT(calls, Not(Contains(HasSubstr("late"))));
@@ -153,7 +153,7 @@ TEST_F(Component, OfASlotLeavesOutAnEditorOfNoWidthToo) {
               "presetName=\"p\"/>");
 }
 
-TEST_F(Component, APresetOrANameOfItThatTheHostReportsAsNullIsNone) {
+TEST_F(Component, APresetThatIsNullOrHasNoNameIsNotWritten) {
     EXPECT_THAT(WrittenMix(Sample(), Null("IQueryComponent.GetPreset")), Not(HasSubstr("preset")));
     EXPECT_THAT(WrittenMix(Sample(), Null("IQueryComponentPreset.GetName")),
                 Not(HasSubstr("preset")));
@@ -179,7 +179,7 @@ TEST_F(Component, SurvivesAWriteAndARead) {
     EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).effectsRack, track.effectsRack);
 }
 
-TEST_F(Component, WithAKeywordIsAskedInTheOrderThatHostsKnow) {
+TEST_F(Component, WithAKeywordIsQueriedInTheOrderThatHostsExpect) {
     AudioTrack track;
     track.effectsRack.emplace().mix.emplace();
     auto queries = QueriesOf("IQueryComponent", WithTrack(track));

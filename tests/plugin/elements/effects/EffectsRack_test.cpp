@@ -19,13 +19,13 @@ class EffectsRackElement : public test::ElementFixture {};
 
 // Reading
 
-TEST_F(EffectsRackElement, TellsTheTracksRackWhetherItIsPreFader) {
+TEST_F(EffectsRackElement, SetsWhetherTheTracksRackIsPreFader) {
     EXPECT_THAT(CallsInTrack("<effectsRack preFader='false'/>"),
                 ElementsAre("IEditAudioTrackPrivate#2.GetEffectsRack() -> IEditEffectsRack#3",
                             "IEditEffectsRack#3.SetPreFader(false)"));
 }
 
-TEST_F(EffectsRackElement, WithoutSayingSoIsPreFader) {
+TEST_F(EffectsRackElement, IsPreFaderByDefault) {
     EXPECT_THAT(CallsInTrack("<effectsRack/>"), Contains("IEditEffectsRack#3.SetPreFader(true)"));
 }
 
@@ -47,7 +47,7 @@ TEST_F(EffectsRackElement, EachKeywordAsksForItsComponent) {
                             "IEditEffectsRack#3.GetMixComponent() -> IEditComponent#6"));
 }
 
-TEST_F(EffectsRackElement, AComponentWithAnotherIdOrNoneReachesNobody) {
+TEST_F(EffectsRackElement, AComponentWithAnotherIdOrNoneIsDropped) {
     for (const std::string id : {"id='rackmix'", "id='trackFader'", "id=''", ""}) {
         EXPECT_THAT(CallsInTrack("<effectsRack><component id='rackMix'/><component " + id +
                                  " name='x'><parameter index='5'/></component></effectsRack>"),
@@ -56,7 +56,7 @@ TEST_F(EffectsRackElement, AComponentWithAnotherIdOrNoneReachesNobody) {
     }
 }
 
-TEST_F(EffectsRackElement, ComponentsThatTheHostReportsAsNullAreReadIntoNobody) {
+TEST_F(EffectsRackElement, ComponentsThatTheHostReportsAsNullAreDropped) {
     EXPECT_THAT(CallsInTrack("<effectsRack><component id='rackMix'><parameter/></component>"
                              "</effectsRack>",
                              Null("IEditEffectsRack.GetMixComponent"))
@@ -64,7 +64,7 @@ TEST_F(EffectsRackElement, ComponentsThatTheHostReportsAsNullAreReadIntoNobody) 
                 "IEditEffectsRack#3.GetMixComponent() -> null");
 }
 
-TEST_F(EffectsRackElement, WithoutARackEverythingInItIsReadIntoNobody) {
+TEST_F(EffectsRackElement, WithoutARackEverythingInItIsDropped) {
     EXPECT_THAT(CallsInTrack("<effectsRack preFader='true'><component id='rackMix'/>"
                              "<slot slotIndex='0'><component name='x'><parameter/>"
                              "<presetChunkData>AAEC</presetChunkData></component></slot>"

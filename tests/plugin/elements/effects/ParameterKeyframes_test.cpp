@@ -52,7 +52,7 @@ protected:
 
 // Reading
 
-TEST_F(ParameterKeyframes, ALaneIsThatOfTheParameterAroundIt) {
+TEST_F(ParameterKeyframes, ALaneBelongsToTheParameterAroundIt) {
     EXPECT_THAT(
         CallsOfLanes("<parameter index='3'><parameterKeyframes enableSplines='true' "
                      "readOnly='true'><parameterKeyframe sampleOffset='48000' select='true' "
@@ -81,7 +81,7 @@ TEST_F(ParameterKeyframes, OneAttributeSetsBothFlags) {
                             "IEditAutomationLane#5.SetReadOnly(false)"));
 }
 
-TEST_F(ParameterKeyframes, FlagsAreOnForTrueAndForOneAlone) {
+TEST_F(ParameterKeyframes, FlagsAreOnOnlyForTrueAndForOne) {
     const auto flags = [this](const std::string& text) {
         auto calls = CallsOfLanes("<parameter><parameterKeyframes enableSplines='" + text +
                                   "' readOnly='" + text + "'/></parameter>");
@@ -102,14 +102,14 @@ TEST_F(ParameterKeyframes, AKeyframeWithoutAttributesIsAllZero) {
                 ElementsAre("IEditAutomationLane#5.AddKeyframe(0,0,false,false)"));
 }
 
-TEST_F(ParameterKeyframes, AKeyframeIsSelectedForTrueAndForOneAlone) {
+TEST_F(ParameterKeyframes, AKeyframeIsSelectedOnlyForTrueAndForOne) {
     EXPECT_THAT(CallsOfKeyframe("select='1'"),
                 ElementsAre("IEditAutomationLane#5.AddKeyframe(0,0,false,true)"));
     EXPECT_THAT(CallsOfKeyframe("select='TRUE'"),
                 ElementsAre("IEditAutomationLane#5.AddKeyframe(0,0,false,false)"));
 }
 
-TEST_F(ParameterKeyframes, EveryTypeButExactlyHoldIsLinear) {
+TEST_F(ParameterKeyframes, EveryTypeExceptTheExactTextHoldIsLinear) {
     for (const std::string type : {"Hold", "linear", "hold ", "", "1", "spline"}) {
         EXPECT_THAT(CallsOfKeyframe("type='" + type + "'"),
                     ElementsAre("IEditAutomationLane#5.AddKeyframe(0,0,false,false)"))
@@ -137,7 +137,7 @@ TEST_F(ParameterKeyframes, AnOffsetMayNeedMoreThan32Bits) {
         ElementsAre("IEditAutomationLane#5.AddKeyframe(0,-9223372036854775808,false,false)"));
 }
 
-TEST_F(ParameterKeyframes, KeyframesAreNeitherSortedNorMadeUnique) {
+TEST_F(ParameterKeyframes, KeyframesAreNeitherSortedNorDeduplicated) {
     EXPECT_THAT(CallsOf(CallsOfLanes("<parameter><parameterKeyframes>"
                                      "<parameterKeyframe sampleOffset='9'/>"
                                      "<parameterKeyframe sampleOffset='1'/>"
@@ -170,7 +170,7 @@ TEST_F(ParameterKeyframes, OfALaneThatTheHostReportsAsNullDoNotReachTheLaneBefor
                     "IEditComponent#4.GetParameterAutomation(2) -> null"));
 }
 
-TEST_F(ParameterKeyframes, InAComponentOfNobodyTheLaneBeforeIsNotReached) {
+TEST_F(ParameterKeyframes, InADroppedComponentTheLaneBeforeIsNotReached) {
     const auto calls = CallsInTrack(
         "<effectsRack><component id='rackMix'><parameter><parameterKeyframes/></parameter>"
         "</component><component id='nobody'><parameter><parameterKeyframes readOnly='true'>"

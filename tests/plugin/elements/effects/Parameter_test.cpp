@@ -40,7 +40,7 @@ protected:
 
 // Reading
 
-TEST_F(Parameter, TellsItsValueAndItsName) {
+TEST_F(Parameter, SetsItsValueAndItsName) {
     EXPECT_THAT(CallsOfParameters("<parameter index='3' name='Gain' parameterValue='-0.5'/>"),
                 ElementsAre("IEditComponent#5.SetParameterValue(3,-0.5)",
                             "IEditComponent#5.SetParameterName(3,\"Gain\")"));
@@ -52,7 +52,7 @@ TEST_F(Parameter, WithoutAttributesIsTheFirstWithZeroAndNoName) {
                             "IEditComponent#5.SetParameterName(0,\"\")"));
 }
 
-TEST_F(Parameter, IsSafeDuringWriteOnlyForTheExactTextTrueAndElseNotTold) {
+TEST_F(Parameter, IsSafeDuringWriteOnlyForTheExactTextTrueAndOtherwiseNotSet) {
     EXPECT_THAT(CallsOfParameters("<parameter index='3' safeDuringWrite='true'/>").back(),
                 "IEditComponent#5.SetParameterSafeDuringWrite(3,true)");
     for (const std::string text : {"false", "TRUE", "1", ""}) {
@@ -79,7 +79,7 @@ TEST_F(Parameter, AnIndexThatIsNoNumberIsTheFirst) {
                 "IEditComponent#5.SetParameterValue(0,1)");
 }
 
-TEST_F(Parameter, StandingTwiceTheLaterOneWins) {
+TEST_F(Parameter, OfTwoTheLaterOneWins) {
     EXPECT_THAT(CallsOfParameters("<parameter index='1' parameterValue='1' name='A'/>"
                                   "<parameter index='1' parameterValue='2'/>"),
                 ElementsAre("IEditComponent#5.SetParameterValue(1,1)",
@@ -162,7 +162,7 @@ TEST_F(Parameter, AnIndexThatNoEffectHasFailsTheSaveAtOnce) {
     EXPECT_THAT(CallsOf(outcome.calls, "GetParameterValue"), IsEmpty());
 }
 
-TEST_F(Parameter, ACountThatCannotBeFailsTheSaveAlsoWhenALaterTrackIsWritten) {
+TEST_F(Parameter, AnImpossibleCountFailsTheSaveEvenIfALaterTrackIsWritten) {
     orvo::Component mix;
     mix.parameters[0].value = 1.0F;
     orvo::Session session = WithTrack(WithMix(mix));

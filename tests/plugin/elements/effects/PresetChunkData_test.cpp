@@ -52,7 +52,7 @@ TEST_F(PresetChunkData, OneThatDoesNotDecodeLeavesThePreset) {
     }
 }
 
-TEST_F(PresetChunkData, WithoutAComponentGoesNowhere) {
+TEST_F(PresetChunkData, WithoutAComponentIsDropped) {
     EXPECT_THAT(CallsInTrack("<effectsRack><slot><component><presetChunkData>AAEC"
                              "</presetChunkData></component></slot></effectsRack>",
                              Null("IEditEffectsSlot.GetComponent"))
@@ -75,7 +75,7 @@ TEST_F(PresetChunkData, IsWrittenAsACDataSection) {
               "<presetChunkData><![CDATA[AAEC\n]]></presetChunkData>");
 }
 
-TEST_F(PresetChunkData, OfNoSizeIsNotWritten) {
+TEST_F(PresetChunkData, OfSizeZeroIsNotWritten) {
     EXPECT_EQ(WrittenElement("presetChunkData", WithChunk({})), "");
 }
 

@@ -60,7 +60,7 @@ TEST_F(SlotRouting, ChannelsReachTheSlotAtOnceInTheOrderOfTheFile) {
                             "IEditEffectsSlot#4.AddInputChannel(-2,7)"));
 }
 
-TEST_F(SlotRouting, AMapIsAnInputMapForTheExactTextInputAlone) {
+TEST_F(SlotRouting, AMapIsAnInputMapOnlyForTheExactTextInput) {
     const std::string channel = "<channel index='0' sourceIndex='1'/></channelMap>";
     EXPECT_THAT(CallsOfWiring("<channelMap direction='input'>" + channel),
                 ElementsAre("IEditEffectsSlot#4.AddInputChannel(0,1)"));
@@ -72,7 +72,7 @@ TEST_F(SlotRouting, AMapIsAnInputMapForTheExactTextInputAlone) {
     }
 }
 
-TEST_F(SlotRouting, AMapWithoutADirectionIsAnOutputMapAlsoAfterAnInputMap) {
+TEST_F(SlotRouting, AMapWithoutADirectionIsAnOutputMapEvenAfterAnInputMap) {
     EXPECT_THAT(CallsOfWiring("<channelMap direction='input'><channel index='0'/></channelMap>"
                               "<channelMap><channel index='1'/></channelMap>"),
                 ElementsAre("IEditEffectsSlot#4.AddInputChannel(0,0)",
@@ -104,7 +104,7 @@ TEST_F(SlotRouting, TheBusConfigurationReachesTheSlotUnchanged) {
                 ElementsAre("IEditEffectsSlot#4.SetBusConfig(\" 5.1 <in> \")"));
 }
 
-TEST_F(SlotRouting, ABusConfigurationOfBlanksIsNone) {
+TEST_F(SlotRouting, ABusConfigurationOfBlanksCountsAsMissing) {
     EXPECT_THAT(CallsOfWiring("<busConfig/>"), IsEmpty());
     EXPECT_THAT(CallsOfWiring("<busConfig> \n\t </busConfig>"), IsEmpty());
 }

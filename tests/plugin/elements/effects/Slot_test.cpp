@@ -26,7 +26,7 @@ protected:
 
 // Reading
 
-TEST_F(Slot, IsAddedAndToldItsIndexItsBypassAndItsSideChain) {
+TEST_F(Slot, IsAddedWithItsIndexItsBypassAndItsSideChain) {
     EXPECT_THAT(
         CallsInRack("<slot powered='false' sideChainChannels='2' slotIndex='9'/>"),
         ElementsAre("IEditEffectsRack#3.AddSlot() -> IEditEffectsSlot#4",
@@ -34,19 +34,19 @@ TEST_F(Slot, IsAddedAndToldItsIndexItsBypassAndItsSideChain) {
                     "IEditEffectsSlot#4.SetSideChainChannels(2)"));
 }
 
-TEST_F(Slot, WithoutAttributesIsPoweredWithoutAnIndexAndItsSideChainIsNotTold) {
+TEST_F(Slot, WithoutAttributesIsPoweredWithoutAnIndexAndItsSideChainIsNotSet) {
     EXPECT_THAT(CallsInRack("<slot/>"),
                 ElementsAre("IEditEffectsRack#3.AddSlot() -> IEditEffectsSlot#4",
                             "IEditEffectsSlot#4.SetSlotIndex(4294967295)",
                             "IEditEffectsSlot#4.SetBypassed(false)"));
 }
 
-TEST_F(Slot, AnIndexThatIsNoNumberIsNone) {
+TEST_F(Slot, AnIndexThatIsNoNumberCountsAsMissing) {
     EXPECT_THAT(CallsInRack("<slot slotIndex='first'/>"),
                 Contains("IEditEffectsSlot#4.SetSlotIndex(4294967295)"));
 }
 
-TEST_F(Slot, ASideChainThatIsNoNumberIsZeroAndTold) {
+TEST_F(Slot, ASideChainThatIsNoNumberIsSetToZero) {
     EXPECT_THAT(CallsInRack("<slot sideChainChannels='two'/>"),
                 Contains("IEditEffectsSlot#4.SetSideChainChannels(0)"));
 }
@@ -71,21 +71,21 @@ TEST_F(Slot, ItsComponentNeedsNoId) {
             "IEditComponent#5.SetEditorVisible(false)", "IEditComponent#5.SetEditorRect(0,0,0,0)"));
 }
 
-TEST_F(Slot, AComponentThatTheHostReportsAsNullIsReadIntoNobody) {
+TEST_F(Slot, AComponentThatTheHostReportsAsNullIsDropped) {
     EXPECT_THAT(CallsInRack("<slot><component name='x'><parameter/></component></slot>",
                             Null("IEditEffectsSlot.GetComponent"))
                     .back(),
                 "IEditEffectsSlot#4.GetComponent() -> null");
 }
 
-TEST_F(Slot, ThatTheHostReportsAsNullIsReadIntoNobody) {
+TEST_F(Slot, ThatTheHostReportsAsNullIsDropped) {
     EXPECT_THAT(CallsInRack("<slot slotIndex='0'/><slot><component name='x'/></slot>",
                             Null("IEditEffectsRack.AddSlot")),
                 ElementsAre("IEditEffectsRack#3.AddSlot() -> null",
                             "IEditEffectsRack#3.AddSlot() -> null"));
 }
 
-TEST_F(Slot, WhatStandsInOneThatTheHostReportsAsNullDoesNotReachTheSlotBefore) {
+TEST_F(Slot, TheContentOfOneThatTheHostReportsAsNullDoesNotReachTheSlotBefore) {
     EXPECT_THAT(
         CallsInRack("<slot slotIndex='0'/><slot slotIndex='1' sideChainChannels='2'>"
                     "<component name='x'><busConfig>5.1</busConfig>"
@@ -134,7 +134,7 @@ TEST_F(Slot, WithoutAComponentIsWrittenEmpty) {
               "<slot powered=\"false\" sideChainChannels=\"2\" slotIndex=\"4294967295\"/>");
 }
 
-TEST_F(Slot, AnEffectAlwaysTellsWhatItIsAlsoByEmptyTexts) {
+TEST_F(Slot, AnEffectAlwaysWritesItsTextsEvenIfTheyAreEmpty) {
     EffectsSlot slot;
     slot.component.emplace();
     EXPECT_THAT(WrittenElement("slot", WithSlot(slot)),

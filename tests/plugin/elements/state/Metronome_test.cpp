@@ -74,18 +74,18 @@ TEST_F(MetronomeElement, AMisspeltSoundReadsAsSticks) {
     }
 }
 
-TEST_F(MetronomeElement, RepeatedAndTrailingBlanksOfAPatternArePassedOver) {
+TEST_F(MetronomeElement, RepeatedAndTrailingBlanksOfAPatternAreSkipped) {
     EXPECT_THAT(ReadMetronome("pattern='downBeat  upBeat upBeat '").pattern,
                 ElementsAre(orvo::Beat::DownBeat, orvo::Beat::UpBeat, orvo::Beat::UpBeat));
     EXPECT_THAT(ReadMetronome("pattern=' downBeat'").pattern, ElementsAre(orvo::Beat::DownBeat));
 }
 
-TEST_F(MetronomeElement, UnknownBeatsArePassedOver) {
+TEST_F(MetronomeElement, UnknownBeatsAreSkipped) {
     EXPECT_THAT(ReadMetronome("pattern='downBeat DownBeat 1 upBeat,none none'").pattern,
                 ElementsAre(orvo::Beat::DownBeat, orvo::Beat::Silent));
 }
 
-TEST_F(MetronomeElement, OnlyABlankPartsBeats) {
+TEST_F(MetronomeElement, OnlyABlankSeparatesBeats) {
     EXPECT_THAT(ReadMetronome("pattern='downBeat,upBeat&#x9;none subdivision'").pattern,
                 ElementsAre(orvo::Beat::Subdivision));
 }
@@ -113,7 +113,7 @@ TEST_F(MetronomeElement, ASecondOneIsSetBeforeTheFirstIsReleased) {
                     "IEditMetronomeInfoPrivate.Release"));
 }
 
-TEST_F(MetronomeElement, AHostWithoutAMetronomeIsToldNothing) {
+TEST_F(MetronomeElement, AHostWithoutAMetronomeGetsNoOtherCall) {
     EXPECT_THAT(CallsIn("<metronome enabled='true'/>", Null("IEditSession.GetMetronomeInfo")),
                 ElementsAre("IEditSession#1.GetMetronomeInfo() -> null"));
 }
@@ -243,7 +243,7 @@ private:
     IQueryMetronomeInfo& metronome_;
 };
 
-TEST_F(MetronomeElement, OfAHostWithoutAPrivateFaceIsWrittenWithoutATimeline) {
+TEST_F(MetronomeElement, WithoutAPrivateInterfaceIsWrittenWithoutATimeline) {
     PlainMetronome metronome;
     SessionOfMetronome session(metronome);
     EXPECT_TRUE(serializer->Write(Path(), Retain<IQuerySession>(&session)));

@@ -52,7 +52,7 @@ TEST_F(SessionProperties, OnlyAsciiBlanksAreTrimmed) {
         ElementsAre("IEditProperties#2.SetProperty(\"k\",\"\u00a0a\u00a0\")"));
 }
 
-TEST_F(SessionProperties, AMissingKeyIsEmptyAlsoAfterAPropertyThatHadOne) {
+TEST_F(SessionProperties, AMissingKeyIsEmptyEvenAfterAPropertyThatHadOne) {
     EXPECT_THAT(CallsOf(CallsOfProperties("<property key='a'>1</property><property>2</property>"),
                         "SetProperty"),
                 ElementsAre("IEditProperties#2.SetProperty(\"a\",\"1\")",
@@ -64,13 +64,13 @@ TEST_F(SessionProperties, AnEmptyPropertyHasAnEmptyValue) {
                 ElementsAre("IEditProperties#2.SetProperty(\"a\",\"\")"));
 }
 
-TEST_F(SessionProperties, AHostWithoutPropertiesIsToldNone) {
+TEST_F(SessionProperties, AHostWithoutPropertiesGetsNone) {
     EXPECT_THAT(
         CallsOfProperties("<property key='a'>1</property>", Null("IEditSession.GetProperties")),
         ElementsAre("IEditSession#1.GetProperties() -> null"));
 }
 
-TEST_F(SessionProperties, ThatTheHostDoesNotTakeDoNotReachThoseItTookBefore) {
+TEST_F(SessionProperties, ThatTheHostReportsAsNullDoNotReachTheEarlierOnes) {
     EXPECT_THAT(CallsIn("<properties><property key='a'>1</property></properties>"
                         "<properties><property key='b'>2</property></properties>",
                         NullAtTheSecond("IEditSession.GetProperties")),
@@ -92,12 +92,12 @@ TEST_F(SessionProperties, AnEmptyValueIsWrittenAsAnEmptyElement) {
               "<properties>\n  <property key=\"a\"/>\n</properties>");
 }
 
-TEST_F(SessionProperties, AValueThatTheHostDoesNotGiveIsWrittenAsAnEmptyElement) {
+TEST_F(SessionProperties, AValueThatTheHostReportsAsNullIsWrittenAsAnEmptyElement) {
     EXPECT_THAT(WrittenElement("properties", With({{"a", "1"}}), Null("IQueryProperties.GetValue")),
                 HasSubstr("<property key=\"a\"/>"));
 }
 
-TEST_F(SessionProperties, TheElementIsWrittenAlsoWithoutProperties) {
+TEST_F(SessionProperties, TheElementIsWrittenEvenWithoutProperties) {
     EXPECT_EQ(WrittenElement("properties", Session{}), "<properties/>");
     EXPECT_EQ(WrittenElement("properties", With({{"a", "1"}}), Null("IQuerySession.GetProperties")),
               "<properties/>");

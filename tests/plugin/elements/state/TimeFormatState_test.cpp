@@ -78,7 +78,7 @@ TEST_F(TimeFormatState, AMisspeltFormatOrANumberStaysDecimal) {
     }
 }
 
-TEST_F(TimeFormatState, NtscTimeCodeIsToldByItsFrameRateAndDropFrame) {
+TEST_F(TimeFormatState, NtscTimeCodeIsRecognisedByItsFrameRateAndDropFrame) {
     struct Row {
         std::string attributes;
         kelcore::int32 format;
@@ -95,7 +95,7 @@ TEST_F(TimeFormatState, NtscTimeCodeIsToldByItsFrameRateAndDropFrame) {
     }
 }
 
-TEST_F(TimeFormatState, NtscTimeCodeKeepsTheRateAndTheDropFrameThatItWasToldBy) {
+TEST_F(TimeFormatState, NtscTimeCodeKeepsTheRateAndTheDropFrameThatItWasRecognisedBy) {
     const TimeFormat format =
         ReadTimeCode("timeCodeNTSC='1' timeCodeFrameRate='24' timeCodeDropFrame='1'");
     EXPECT_EQ(format.frameRate, 24);
@@ -103,7 +103,7 @@ TEST_F(TimeFormatState, NtscTimeCodeKeepsTheRateAndTheDropFrameThatItWasToldBy) 
     EXPECT_TRUE(format.dropFrame);
 }
 
-TEST_F(TimeFormatState, NtscTimeCodeAtAnyOtherRateIsTakenForThirty) {
+TEST_F(TimeFormatState, NtscTimeCodeAtAnyOtherRateCountsAsThirty) {
     for (const std::string rate : {"25", "0", "-30", "120", "x"}) {
         const std::string attributes = "timeCodeNTSC='true' timeCodeFrameRate='" + rate + "' ";
         EXPECT_EQ(ReadTimeCode(attributes).format, orvo::TimeDisplay::Ntsc30) << rate;
@@ -115,7 +115,7 @@ TEST_F(TimeFormatState, NtscTimeCodeAtAnyOtherRateIsTakenForThirty) {
     }
 }
 
-TEST_F(TimeFormatState, TimeCodeThatIsNotNtscStaysWithItsRate) {
+TEST_F(TimeFormatState, TimeCodeThatIsNotNtscKeepsItsRate) {
     for (const std::string rate : {"24", "25", "30", "60", "7"}) {
         const TimeFormat format =
             ReadTimeCode("timeCodeDropFrame='true' timeCodeFrameRate='" + rate + "'");
@@ -124,7 +124,7 @@ TEST_F(TimeFormatState, TimeCodeThatIsNotNtscStaysWithItsRate) {
     }
 }
 
-TEST_F(TimeFormatState, NtscMattersToTimeCodeAlone) {
+TEST_F(TimeFormatState, NtscMattersOnlyToTimeCode) {
     const TimeFormat format =
         ReadFormat("timeFormat='timeFormatSamples' timeCodeNTSC='true' timeCodeFrameRate='25'");
     EXPECT_EQ(format.format, orvo::TimeDisplay::Samples);
@@ -211,7 +211,7 @@ TEST_F(TimeFormatState, ACodeWithoutAKeywordComesBackAsDecimal) {
               orvo::TimeDisplay::Decimal);
 }
 
-TEST_F(TimeFormatState, ANtscCodeWhoseFlagsDoNotSaySoComesBackAsPlainTimeCode) {
+TEST_F(TimeFormatState, AnNtscCodeWithoutTheMatchingFlagsComesBackAsPlainTimeCode) {
     EXPECT_EQ(ThroughFile(With({.format = orvo::TimeDisplay::Ntsc60Drop, .frameRate = 60}))
                   .timeFormat.format,
               orvo::TimeDisplay::Timecode);

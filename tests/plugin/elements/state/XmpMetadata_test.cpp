@@ -47,7 +47,7 @@ TEST_F(XmpMetadata, ASessionWithoutAPacketWritesNoElement) {
                 IsEmpty());
 }
 
-TEST_F(XmpMetadata, SurvivesAWriteAndAReadAlsoWithTheEndOfACDataSectionInIt) {
+TEST_F(XmpMetadata, SurvivesAWriteAndAReadEvenWithTheEndOfACDataSectionInIt) {
     const Session session = With("<a>]]></a>\n\t]]>]]> \U0001F3B5 ]");
     EXPECT_EQ(ThroughFile(session).xmpMetadata, session.xmpMetadata);
 }
@@ -56,7 +56,7 @@ TEST_F(XmpMetadata, ItsOuterBlanksAreLostByAWriteAndARead) {
     EXPECT_EQ(ThroughFile(With("\n<a/>\n")).xmpMetadata, "<a/>");
 }
 
-TEST_F(XmpMetadata, APacketOfBlanksAloneIsWrittenAndReadAsNone) {
+TEST_F(XmpMetadata, APacketOfOnlyBlanksIsWrittenAndReadAsEmpty) {
     EXPECT_THAT(*Write(With(" ")).file, HasSubstr("<xmpMetadata>"));
     EXPECT_EQ(ThroughFile(With(" ")).xmpMetadata, "");
 }

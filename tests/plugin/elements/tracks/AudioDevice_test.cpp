@@ -42,7 +42,7 @@ TEST_F(AudioDevice, APortWithoutAttributesIsZeroWithoutAName) {
         ElementsAre("IEditSession#1.AddInputPort(0,\"\")", "IEditSession#1.AddOutputPort(0,\"\")"));
 }
 
-TEST_F(AudioDevice, IsWrittenLastWithBothIdentifiersAlsoWhenEmpty) {
+TEST_F(AudioDevice, IsWrittenLastWithBothIdentifiersEvenIfTheyAreEmpty) {
     EXPECT_THAT(*Write({}).file, HasSubstr("<audioDevice inputID=\"\" outputID=\"\"/>\n\n</orvo>"));
 }
 

@@ -24,7 +24,7 @@ protected:
 
 // Reading
 
-TEST_F(Sends, ASlotIsAddedAndToldWhatItsElementSays) {
+TEST_F(Sends, ASlotIsAddedWithWhatItsElementSays) {
     EXPECT_THAT(
         CallsInList("<sendSlot destCompIndex='2' preFader='true' sendOutputID='4' "
                     "slotIndex='9'/>"),
@@ -41,7 +41,7 @@ TEST_F(Sends, AttributesThatAreAbsentCauseNoCall) {
                             "IEditSendSlot#4.SetSlotIndex(9)"));
 }
 
-TEST_F(Sends, ADestinationComponentThatIsNotSaidIsNotTold) {
+TEST_F(Sends, AMissingDestinationComponentIsNotSet) {
     EXPECT_THAT(CallsInList("<sendSlot slotIndex='9' sendOutputID='4' preFader='false'/>"),
                 Not(Contains(HasSubstr("SetDestCompIndex"))));
 }
@@ -67,14 +67,14 @@ TEST_F(Sends, ASlotWithoutAnIndexCreatesNoSlot) {
                 ElementsAre("IEditAudioTrackPrivate#2.GetSendList() -> IEditSendList#3"));
 }
 
-TEST_F(Sends, WhatStandsInASlotWithoutAnIndexReachesTheSlotBefore) {
+TEST_F(Sends, TheContentOfASlotWithoutAnIndexReachesTheSlotBefore) {
     EXPECT_THAT(CallsOf(CallsInList("<sendSlot slotIndex='0'/>"
                                     "<sendSlot><component id='sendPan'/></sendSlot>"),
                         "GetPanComponent"),
                 ElementsAre("IEditSendSlot#4.GetPanComponent(\"sendPan\") -> IEditComponent#5"));
 }
 
-TEST_F(Sends, TheSlotBeforeMayBeAnotherTracks) {
+TEST_F(Sends, TheSlotBeforeMayBelongToAnotherTrack) {
     const auto tracks =
         ReadInSession(
             "<tracks><audioTrack id='1'><sendList><sendSlot slotIndex='0'/></sendList>"
@@ -112,7 +112,7 @@ TEST_F(Sends, ASlotWithoutAListClearsTheSlotBefore) {
     EXPECT_THAT(CallsOf(outcome.calls, "GetPanComponent"), IsEmpty());
 }
 
-TEST_F(Sends, ASlotWithoutAnIndexLeavesTheSlotBeforeAlsoWithoutAList) {
+TEST_F(Sends, ASlotWithoutAnIndexLeavesTheSlotBeforeEvenWithoutAList) {
     const auto outcome = ReadInSession(
         "<tracks><audioTrack id='1'><sendList><sendSlot slotIndex='0'/></sendList></audioTrack>"
         "<audioTrack id='2'><sendList><sendSlot><component id='sendPan'/></sendSlot></sendList>"
@@ -132,7 +132,7 @@ TEST_F(Sends, ASlotThatTheHostReportsAsNullIsDropped) {
                             "IEditSendList#3.AddSlot() -> null"));
 }
 
-TEST_F(Sends, WhatStandsInASlotThatTheHostReportsAsNullDoesNotReachTheSlotBefore) {
+TEST_F(Sends, TheContentOfASlotThatTheHostReportsAsNullDoesNotReachTheSlotBefore) {
     EXPECT_THAT(
         CallsInList("<sendSlot slotIndex='0'/><sendSlot slotIndex='1' preFader='true'>"
                     "<component id='sendComponent'/><component id='sendPan'/></sendSlot>",
@@ -170,7 +170,7 @@ TEST_F(Sends, ParametersAndLanesOfAComponentReachIt) {
     EXPECT_EQ(level->parameters.at(1).automation->keyframes.at(0).sampleOffset, 7);
 }
 
-TEST_F(Sends, AComponentWithAnotherIdOrNoneReachesNobody) {
+TEST_F(Sends, AComponentWithAnotherIdOrNoneIsDropped) {
     for (const std::string id : {"id='sendpan'", "id='trackPan'", "id=''", ""}) {
         EXPECT_THAT(CallsInList("<sendSlot slotIndex='0'><component " + id +
                                 "><parameter index='1'/></component></sendSlot>"),
@@ -179,7 +179,7 @@ TEST_F(Sends, AComponentWithAnotherIdOrNoneReachesNobody) {
     }
 }
 
-TEST_F(Sends, AComponentThatTheHostReportsAsNullIsReadIntoNobody) {
+TEST_F(Sends, AComponentThatTheHostReportsAsNullIsDropped) {
     EXPECT_THAT(CallsInList("<sendSlot slotIndex='0'><component id='sendPan' powered='true'>"
                             "<parameter index='1'/></component></sendSlot>",
                             Null("IEditSendSlot.GetPanComponent"))

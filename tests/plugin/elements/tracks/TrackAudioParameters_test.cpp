@@ -79,7 +79,7 @@ TEST_F(TrackAudioParameters, EachLayoutHasItsNumberOfChannels) {
               orvo::ChannelType::FivePointOne);
 }
 
-TEST_F(TrackAudioParameters, AnUnknownLayoutIsZeroAndThatIsTold) {
+TEST_F(TrackAudioParameters, AnUnknownLayoutIsSetToZero) {
     for (const std::string keyword : {"quad", "Stereo", "2", ""}) {
         EXPECT_THAT(CallsInTrack("<trackAudioParameters audioChannelType='" + keyword + "'/>"),
                     Contains("IEditAudioTrackPrivate#2.SetAudioChannelType(0)"))
@@ -155,7 +155,7 @@ TEST_F(TrackAudioParameters, AnOutputOfAnyOtherTypeOrNoneGoesToTheHardware) {
     }
 }
 
-TEST_F(TrackAudioParameters, AnOutputWithoutAnIdIsNone) {
+TEST_F(TrackAudioParameters, AnOutputWithoutAnIdNamesNoOutput) {
     for (const std::string output :
          {"<trackOutput/>", "<trackOutput type='trackID'/>", "<trackOutput type='hardwareOutput'/>",
           "<trackOutput type='trackID' outputID='x'/>"}) {
@@ -173,14 +173,14 @@ TEST_F(TrackAudioParameters, ASecondOutputForgetsTheFirst) {
     EXPECT_EQ(ReadParameters("", "<trackOutput outputID='6'/><trackOutput/>").hardwareOutputId, -1);
 }
 
-TEST_F(TrackAudioParameters, AnInputWithoutAnIdIsNone) {
+TEST_F(TrackAudioParameters, AnInputWithoutAnIdNamesNoInput) {
     EXPECT_EQ(ReadParameters("", "<trackInput inputID='4'/>").inputId, 4);
     EXPECT_EQ(ReadParameters("", "<trackInput/>").inputId, -1);
     EXPECT_EQ(ReadParameters("", "<trackInput inputID='x'/>").inputId, -1);
     EXPECT_EQ(ReadParameters("", "<trackInput inputID='4'/><trackInput/>").inputId, -1);
 }
 
-TEST_F(TrackAudioParameters, StandingTwiceTheSecondFindsWhatTheFirstLeft) {
+TEST_F(TrackAudioParameters, OfTwoTheSecondStartsFromTheValuesOfTheFirst) {
     const AudioTrack track = ReadInTrack(
         "<trackAudioParameters solo='true' audioChannelType='stereo' automationMode='3'>"
         "<trackInput inputID='4'/><trackOutput outputID='5'/></trackAudioParameters>"
@@ -206,14 +206,14 @@ TEST_F(TrackAudioParameters, EachKeywordAsksForItsComponentByTheKeyword) {
                     "IEditComponent#6"));
 }
 
-TEST_F(TrackAudioParameters, AComponentIsToldBeforeTheSwitches) {
+TEST_F(TrackAudioParameters, AComponentIsSetBeforeTheSwitches) {
     const auto calls =
         CallsInTrack("<trackAudioParameters><component id='trackPan'/></trackAudioParameters>");
     EXPECT_THAT(calls.front(), HasSubstr("GetPanComponent"));
     EXPECT_THAT(calls.back(), HasSubstr("SetAutomationMode"));
 }
 
-TEST_F(TrackAudioParameters, AComponentWithAnotherIdOrNoneReachesNobody) {
+TEST_F(TrackAudioParameters, AComponentWithAnotherIdOrNoneIsDropped) {
     for (const std::string id : {"id='trackfader'", "id='rackMix'", "id=''", "id='sendPan'", ""}) {
         EXPECT_THAT(CallsOfComponents("<component " + id +
                                       " powered='true'>"
@@ -231,7 +231,7 @@ TEST_F(TrackAudioParameters, AComponentWithoutAKeywordDoesNotReachTheOneBefore) 
     EXPECT_THAT(calls, Not(Contains(HasSubstr("SetParameterValue"))));
 }
 
-TEST_F(TrackAudioParameters, AComponentThatTheHostReportsAsNullIsReadIntoNobody) {
+TEST_F(TrackAudioParameters, AComponentThatTheHostReportsAsNullIsDropped) {
     EXPECT_THAT(CallsOfComponents("<component id='trackFader' powered='false'>"
                                   "<parameter index='0' parameterValue='1'/></component>",
                                   Null("IEditAudioTrackPrivate.GetFaderComponent")),
@@ -269,7 +269,7 @@ TEST_F(TrackAudioParameters, AnEqIsSwitchedAfterItsParameters) {
     EXPECT_THAT(calls.back(), "IEditComponent#3.SetPowered(true)");
 }
 
-TEST_F(TrackAudioParameters, AnEqWithPoweredStaysAsThatSays) {
+TEST_F(TrackAudioParameters, AnEqWithPoweredIsOnOrOffAsThatSays) {
     EXPECT_THAT(PoweredOfEq("powered='true'", "<parameter parameterValue='0.2'/>"),
                 ElementsAre("IEditComponent#3.SetPowered(true)"));
     EXPECT_THAT(PoweredOfEq("powered='false'", "<parameter parameterValue='1'/>"),

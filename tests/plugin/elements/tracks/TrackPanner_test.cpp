@@ -52,7 +52,7 @@ TEST_F(TrackPanner, IsReadIntoTheTracksRecord) {
     EXPECT_EQ(record.stereoSpread, 0.0F);
 }
 
-TEST_F(TrackPanner, TheBalanceIsAnotherNameOfThePanWhichWins) {
+TEST_F(TrackPanner, TheBalanceIsAnotherNameForThePanAndThePanWins) {
     EXPECT_EQ(RecordAfter({{u"balanceLeftRight", u"0.25"}}).panLeftRight, 0.25F);
     EXPECT_EQ(
         RecordAfter({{u"panLeftRight", u"0.75"}, {u"balanceLeftRight", u"0.25"}}).panLeftRight,

@@ -30,7 +30,7 @@ TEST_F(TrackParameters, WithoutAnyAttributeTheHueIsMinusOneAndEverythingElseEmpt
                     "IEditAudioTrackPrivate#2.SetMinimized(false)"));
 }
 
-TEST_F(TrackParameters, ATrackWithoutThemHearsNothing) {
+TEST_F(TrackParameters, ATrackWithoutThemGetsNoCall) {
     EXPECT_THAT(CallsInTrack(""), testing::IsEmpty());
 }
 
@@ -67,7 +67,7 @@ TEST_F(TrackParameters, AHueMayHaveADecimalCommaAndIsZeroWhenItIsNoNumber) {
     EXPECT_EQ(ReadInTrack("<trackParameters trackHue='red'/>").hue, 0.0);
 }
 
-TEST_F(TrackParameters, StandingTwiceTheSecondFindsWhatTheFirstLeft) {
+TEST_F(TrackParameters, OfTwoTheSecondStartsFromTheValuesOfTheFirst) {
     const AudioTrack track = ReadInTrack(
         "<trackParameters trackHeight='64' trackHue='30'><name>One</name>"
         "</trackParameters><trackParameters trackHeight='80'/>");
@@ -76,7 +76,7 @@ TEST_F(TrackParameters, StandingTwiceTheSecondFindsWhatTheFirstLeft) {
     EXPECT_EQ(track.name, "One");
 }
 
-TEST_F(TrackParameters, AVideoTracksReachTheVideoTrack) {
+TEST_F(TrackParameters, OfAVideoTrackReachTheVideoTrack) {
     EXPECT_THAT(
         CallsIn("<tracks><videoTrack id='3'><trackParameters trackHeight='64' "
                 "trackHue='30' trackMinimized='true'><name>Picture</name>"
@@ -123,7 +123,7 @@ TEST_F(TrackParameters, ANameThatTheHostReportsAsNullIsEmpty) {
                 HasSubstr("<name/>"));
 }
 
-TEST_F(TrackParameters, AVideoTracksAreTheSameElement) {
+TEST_F(TrackParameters, OfAVideoTrackAreTheSameElement) {
     Session session;
     orvo::VideoTrack& track = session.videoTracks.emplace_back();
     track.name = "Picture";

@@ -59,14 +59,14 @@ TEST_F(TrackRoundTrip, AnInstrumentTrackLosesNothing) {
     ExpectLossless(test::FullTrack(kInstrument, 1));
 }
 
-TEST_F(TrackRoundTrip, AMasterTrackLosesItsSendsAlone) {
+TEST_F(TrackRoundTrip, AMasterTrackLosesOnlyItsSends) {
     AudioTrack track = test::FullTrack(kMaster, 1);
     const std::string start = ToJson(WithTracks({track}));
     track.sendList.reset();
     EXPECT_EQ(JsonThroughFile(start), ToJson(WithTracks({track})));
 }
 
-TEST_F(TrackRoundTrip, TheMetronomesTrackLosesItsIdAlone) {
+TEST_F(TrackRoundTrip, TheMetronomesTrackLosesOnlyItsId) {
     Session session = WithTracks({});
     session.metronome.track = test::FullTrack(kMetronome, 1);
     const std::string start = ToJson(session);
@@ -74,7 +74,7 @@ TEST_F(TrackRoundTrip, TheMetronomesTrackLosesItsIdAlone) {
     EXPECT_EQ(JsonThroughFile(start), ToJson(session));
 }
 
-TEST_F(TrackRoundTrip, AVideoTrackLosesItsIndexAlone) {
+TEST_F(TrackRoundTrip, AVideoTrackLosesOnlyItsIndex) {
     Session session = WithTracks({});
     session.videoTracks = {test::FullVideoTrack(1)};
     const std::string start = ToJson(session);
@@ -153,7 +153,7 @@ TEST_F(TrackRoundTrip, AudioClipsOfABusAMasterAnInstrumentAndTheMetronomeAreLost
     EXPECT_THAT(ThroughFile(session).metronome.track->clips, IsEmpty());
 }
 
-TEST_F(TrackRoundTrip, MidiClipsOfAllButAnInstrumentAreLost) {
+TEST_F(TrackRoundTrip, MidiClipsOfAnyTrackButAnInstrumentAreLost) {
     for (const kelcore::uint32 kind : {kAudio, kBus, kMaster}) {
         AudioTrack track = test::FullTrack(kind, 1);
         track.midiClips.resize(1);
@@ -218,7 +218,7 @@ TEST_F(TrackRoundTrip, ALayoutWithoutAKeywordBecomesZero) {
     EXPECT_EQ(Back(track).audioChannelType, orvo::ChannelType::NotSaid);
 }
 
-TEST_F(TrackRoundTrip, OfATrackWithBothOutputsTheHardwaresIsLost) {
+TEST_F(TrackRoundTrip, ATrackWithBothOutputsLosesTheHardwareOutput) {
     AudioTrack track = test::FullTrack(kAudio, 1);
     track.outputTrackId = 9;
     track.hardwareOutputId = 2;
@@ -240,7 +240,7 @@ TEST_F(TrackRoundTrip, AListOfSendsWithoutSlotsIsLost) {
     EXPECT_FALSE(Back(track).sendList.has_value());
 }
 
-TEST_F(TrackRoundTrip, AListOfNothingButNullSlotsComesBackEmptyOnceAndIsLostThen) {
+TEST_F(TrackRoundTrip, AListOfNothingButNullSlotsComesBackEmptyOnceAndIsThenLost) {
     AudioTrack track = test::FullTrack(kAudio, 1);
     track.sendList->slots = {std::nullopt};
     const AudioTrack once = Back(track);

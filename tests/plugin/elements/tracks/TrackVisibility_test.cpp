@@ -41,7 +41,7 @@ TEST_F(TrackVisibility, MissingAttributesAreZeroEmptyAndFalse) {
                     "IEditTrackVisibilityPreset#2.AddTrack(0,0,false)"));
 }
 
-TEST_F(TrackVisibility, TheHostHearsOfNoPresetBeforeTheListEnds) {
+TEST_F(TrackVisibility, NoPresetReachesTheHostBeforeTheListEnds) {
     const auto outcome = ReadInRoot(
         "<session><trackVisibilityPresets><trackVisibilityPreset id='4'/></wrong></session>");
     EXPECT_FALSE(outcome.ok);

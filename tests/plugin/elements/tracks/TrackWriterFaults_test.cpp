@@ -109,7 +109,7 @@ TEST_P(TrackWriterFaultsInTurn, TheFileIsReplacedExactlyWhenTheFailedTrackIsNotT
 
 INSTANTIATE_TEST_SUITE_P(, TrackWriterFaultsInTurn, testing::Range(std::size_t{0}, kTurns));
 
-TEST_F(TrackWriterFaults, ATrackAfterAFailedOneIsStillAsked) {
+TEST_F(TrackWriterFaults, ATrackAfterAFailedOneIsStillQueried) {
     Session session;
     session.audioTracks = {test::FullTrack(1, 1), test::FullTrack(1, 2)};
     const auto outcome = WriteWithFault(session, kFirstOfTracks);
@@ -120,7 +120,7 @@ TEST_F(TrackWriterFaults, ATrackAfterAFailedOneIsStillAsked) {
                 Not(testing::HasSubstr("<audioTrack automationLaneOpenState=\"true\" id=\"1\"")));
 }
 
-TEST_F(TrackWriterFaults, TracksBehindOneThatIsBeyondALimitAreStillAskedAndNothingIsSaved) {
+TEST_F(TrackWriterFaults, TracksAfterOneThatExceedsALimitAreStillQueriedAndNothingIsSaved) {
     PutOldFile();
     Session session;
     session.audioTracks.resize(3);
@@ -135,7 +135,7 @@ TEST_F(TrackWriterFaults, TracksBehindOneThatIsBeyondALimitAreStillAskedAndNothi
     EXPECT_THAT(CallsOf(outcome.calls, "GetFileCount"), IsEmpty());
 }
 
-TEST_F(TrackWriterFaults, NoTrackIsAskedBehindATextThatIsTooLong) {
+TEST_F(TrackWriterFaults, NoTrackIsQueriedAfterATextThatIsTooLong) {
     PutOldFile();
     LongerThanAnyText text;
     std::size_t tracks = 0;

@@ -75,7 +75,7 @@ TEST_F(Tracks, EveryAttributeReachesTheTrackInTheOrderOfTheCalls) {
                     "IEditAudioTrackPrivate#2.SetPreRenderedFile(\"/r.wav\")"));
 }
 
-TEST_F(Tracks, AnEmptyPreRenderedFileIsNotTold) {
+TEST_F(Tracks, AnEmptyPreRenderedFileIsNotSet) {
     EXPECT_EQ(CallsOfTrack("<audioTrack id='7' preRenderedFile=''/>"),
               CallsOfTrack("<audioTrack id='7'/>"));
 }
@@ -151,7 +151,7 @@ public:
     refhost::PublicOnly<IEditAudioTrack> track;
 };
 
-TEST_F(Tracks, ATrackWithoutAPrivateFaceCountsAsOneOfAnInvalidId) {
+TEST_F(Tracks, ATrackWithoutAPrivateInterfaceCountsAsAnInvalidId) {
     PublicTracks session;
     EXPECT_THAT([&] { StartTrackIn(session); },
                 testing::ThrowsMessage<std::runtime_error>("Invalid Track Id"));
@@ -167,7 +167,7 @@ TEST_F(Tracks, WhatCameBeforeAnInvalidIdIsInTheHost) {
     EXPECT_EQ(outcome.session.audioTracks[0].index, 4u);
 }
 
-TEST_F(Tracks, AnInstrumentsInputIsToldAfterEverythingElseAlsoWhenEmpty) {
+TEST_F(Tracks, AnInstrumentsInputIsSetAfterEverythingElseEvenIfItIsEmpty) {
     const auto calls = CallsOfTrack("<instrumentTrack id='7' preRenderedFile='/r.wav'/>");
     ASSERT_EQ(calls.size(), 13u);
     EXPECT_THAT(std::vector<std::string>(calls.end() - 4, calls.end()),
@@ -185,7 +185,7 @@ TEST_F(Tracks, AnInstrumentReadsItsInput) {
     EXPECT_FALSE(ReadTrack("<instrumentTrack id='7' midiAll='1'/>").instrument->midiAll);
 }
 
-TEST_F(Tracks, AnInstrumentTrackThatTheHostGivesNoInstrumentIsReadWithoutIt) {
+TEST_F(Tracks, AnInstrumentTrackWithoutAnInstrumentInTheHostIsReadWithoutIt) {
     const auto calls =
         CallsOfTrack("<instrumentTrack id='7'/>", Null("IEditAudioTrackPrivate.GetInstrument"));
     EXPECT_THAT(calls.back(), "IEditAudioTrackPrivate#2.GetInstrument() -> null");
@@ -198,7 +198,7 @@ TEST_F(Tracks, OnlyInstrumentTracksAskForAnInstrument) {
     }
 }
 
-TEST_F(Tracks, WithoutTheHostsFeatureAnInstrumentTrackIsSkippedWhole) {
+TEST_F(Tracks, WithoutTheHostsFeatureAnInstrumentTrackIsSkippedCompletely) {
     kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", false);
     serializer.emplace();
     EXPECT_THAT(CallsOfTrack("<instrumentTrack><trackParameters/></instrumentTrack>"), IsEmpty());
@@ -256,7 +256,7 @@ TEST_F(Tracks, EachTrackStartsFromTheDefaultsAgain) {
     EXPECT_EQ(tracks[1], expected);
 }
 
-TEST_F(Tracks, ATrackThatStandsTwiceIsAppliedTwiceToTheSameTrack) {
+TEST_F(Tracks, ATrackThatComesTwiceIsAppliedTwiceToTheSameTrack) {
     const auto tracks = ReadInSession(
                             "<tracks><audioTrack id='1' index='5' preRenderedFile='/r'/>"
                             "<busTrack id='1'/></tracks>")
@@ -281,7 +281,7 @@ std::string StartTag(const std::string& element) {
     return element.substr(0, element.find('\n'));
 }
 
-TEST_F(Tracks, TheAttributesThatAreAlwaysWrittenAreTheseFive) {
+TEST_F(Tracks, FiveAttributesAreAlwaysWritten) {
     EXPECT_EQ(StartTag(WrittenElement("audioTrack", Sample())),
               "<audioTrack automationLaneOpenState=\"false\" id=\"4294967294\" "
               "index=\"4294967295\" select=\"false\" visible=\"true\">");
@@ -322,7 +322,7 @@ TEST_F(Tracks, AKindWithoutAnElementIsWrittenAsAnAudioTrack) {
     }
 }
 
-TEST_F(Tracks, OnlyAnInstrumentTrackWritesItsInputAndOnlyWhatIsOnOrNotEmpty) {
+TEST_F(Tracks, OnlyAnInstrumentTrackWritesItsInputUnlessItIsOffOrEmpty) {
     AudioTrack track = Sample();
     track.instrument = {"Keys", true};
     EXPECT_THAT(WrittenElement("audioTrack", track), Not(HasSubstr("midi")));
@@ -344,7 +344,7 @@ TEST_F(Tracks, OnlyAnInstrumentTrackIsAskedForItsInstrument) {
     EXPECT_THAT(CallsOf(Write(WithTrack(track)).calls, "GetInstrument"), testing::SizeIs(1));
 }
 
-TEST_F(Tracks, TheChildrenOfATrackStandInTheirOrder) {
+TEST_F(Tracks, TheChildrenOfATrackAreWrittenInTheirOrder) {
     AudioTrack track = Sample();
     track.effectsRack.emplace();
     track.editParameters = {{0, 1}};
