@@ -6,8 +6,8 @@
 
 namespace test {
 
-/// A session of which a file keeps every value, and whose file has every element and attribute that
-/// the writer knows. Its media lie in `folder`, which ends with a slash.
+/// A session that a file keeps completely, and whose file has every element and attribute that the
+/// writer knows. Its media are in `folder`, which ends with a slash.
 orvo::Session EverythingSession(const std::string& folder);
 
 }  // namespace test

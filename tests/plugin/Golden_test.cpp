@@ -17,11 +17,11 @@
 #include "tests/support/SerializerFixture.h"
 #include "tests/support/SourceFolder.h"
 
-// Whole documents, kept in tests/golden beside what a host sees of them, one call a line.
-// "everything" has all that is written, "read-only" what is read and never written; of the first,
-// "everything.write.trace" is what the host is asked when it is written, in order. The folder of
-// the session stands in them as "@FOLDER@". To accept what the code says now, run these tests with
-// ORVO_UPDATE_GOLDEN=1 and look at the difference.
+// Whole documents, kept in tests/golden together with the calls that a host sees, one per line.
+// "everything" has everything that is written, "read-only" what is read but never written.
+// "everything.write.trace" has what the host is asked, in order, when "everything" is written. The
+// folder of the session appears as "@FOLDER@". To accept what the code does now, run these tests
+// with ORVO_UPDATE_GOLDEN=1 and look at the difference.
 
 namespace tses {
 namespace {
@@ -91,7 +91,7 @@ protected:
         Session session;
     };
 
-    /// Reads the file at `Path()` and keeps every call of the host, those of the progress included.
+    /// Reads the file at `Path()` and keeps every call of the host, including those for progress.
     Traced ReadTraced() {
         Traced traced;
         const auto node = refhost::SessionNode::Make();
@@ -104,8 +104,7 @@ protected:
         return traced;
     }
 
-    /// Writes a session to `Path()` and keeps every call of the host, those of the progress
-    /// included.
+    /// Writes a session to `Path()` and keeps every call of the host, including those for progress.
     Traced WriteTraced(const Session& session) {
         Traced traced;
         const auto node = refhost::SessionNode::Make(session);
@@ -124,7 +123,7 @@ protected:
         return options;
     }
 
-    /// A golden document as it would stand in the folder of this test.
+    /// A golden document as it would be in the folder of this test.
     std::string Document(const std::string& name) const {
         return Replaced(test::ReadFile(GoldenPath(name)), kFolderMark, Folder());
     }

@@ -18,8 +18,8 @@ namespace {
 
 constexpr std::size_t kLongestList = 3;
 
-/// What makes a text hard to carry: markup, blanks at its ends, line ends, what is beyond ASCII and
-/// beyond 16 bits, the end of a CDATA section.
+/// Texts that are hard to carry: markup, outer blanks, line ends, characters beyond ASCII and
+/// beyond 16 bits, and the end of a CDATA section.
 const std::string kTexts[] = {
     "",           "a",   "Take 2", " b ", "\n\t",    "<&>\"'",  "]]>",    "\u00e4\u4e2d",
     "\U0001F3B5", "1.5", "true",   "-->", "a\tb\nc", "a\u0085", "\u0080", "\u2028"};
@@ -81,7 +81,7 @@ void DrawValue(std::optional<Held>& value) {
     }
 }
 
-/// Keys are counted up to by the writer, so they are small.
+/// The writer counts up to the largest key, so keys are small.
 template <class Held>
 void DrawValue(std::map<kelcore::uint32, Held>& values) {
     for (const kelcore::uint32 key : *rc::gen::container<std::vector<kelcore::uint32>>(
@@ -101,7 +101,7 @@ void Draw(Value& value) {
     DrawValue(value);
 }
 
-/// Hosts find these by their ids.
+/// Hosts find these things by their ids.
 template <class Thing>
 void MakeIdsUnique(std::vector<Thing>& things) {
     kelcore::uint32 next = *rc::gen::inRange<kelcore::uint32>(0, 4294967000);
@@ -116,7 +116,7 @@ void MakeKeysUnique(std::vector<orvo::Property>& properties) {
     }
 }
 
-/// Half of the tracks are of the kinds that exist.
+/// Gives half of the tracks a kind that exists.
 void MakeKindsLikely(std::vector<orvo::AudioTrack>& tracks) {
     for (orvo::AudioTrack& track : tracks) {
         if (*rc::gen::arbitrary<bool>()) {

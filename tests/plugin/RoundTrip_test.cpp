@@ -49,7 +49,8 @@ RC_GTEST_FIXTURE_PROP(RoundTrip, OfWhatWasReadBackWritesTheSameBytes, ()) {
 }
 
 RC_GTEST_FIXTURE_PROP(RoundTrip, FromJsonThroughTheFileToJsonIsTheSame, ()) {
-    // A send list whose slots are all missing is stored as an empty one, and that not at all.
+    // A send list with only missing slots is stored as an empty list, and an empty list is not
+    // stored.
     const Session stored = test::Stored(test::Stored(test::DrawSession(), true), true);
     const std::string json = orvo::ToJson(stored);
     const Session session = orvo::json::Parse(json);

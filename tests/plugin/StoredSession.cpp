@@ -50,7 +50,7 @@ void StoreComponent(orvo::Component& component) {
     }
 }
 
-/// Only an effect's component has its state stored.
+/// The state is stored only for the component of an effect.
 void StoreControl(std::optional<orvo::Component>& component) {
     if (component) {
         StoreComponent(*component);
@@ -58,13 +58,13 @@ void StoreControl(std::optional<orvo::Component>& component) {
     }
 }
 
-/// Whether an effect is on is its slot's to say.
+/// The slot, not the component, says whether an effect is on.
 void StoreEffect(orvo::Component& component) {
     StoreComponent(component);
     component.powered = true;
 }
 
-/// The wiring stands inside the component.
+/// The wiring is stored inside the component.
 void LoseTheWiringOfAnEmptySlot(orvo::EffectsSlot& slot) {
     if (!slot.component) {
         slot.busConfig.clear();
@@ -126,7 +126,8 @@ void StoreStretch(std::optional<orvo::ClipStretch>& stretch) {
     }
 }
 
-/// The written map is dense: a channel that is left out is fed by that of its own number.
+/// The written map has every channel: one that was left out is fed by the channel of its own
+/// number.
 void FillChannelSources(std::map<kelcore::uint32, kelcore::int32>& sources) {
     const kelcore::uint32 count = sources.empty() ? 0 : sources.rbegin()->first + 1;
     for (kelcore::uint32 channel = 0; channel < count; ++channel) {
@@ -150,7 +151,7 @@ void StoreAudioClip(orvo::AudioClip& clip) {
 }
 
 void StoreVideoTrack(orvo::VideoTrack& track) {
-    track.index = 0;  // is never written
+    track.index = 0;  // never written
     LoseOuterBlanks(track.name);
     for (orvo::VideoClip& clip : track.clips) {
         if (clip.format && clip.format->pixelType == 0) {
@@ -169,7 +170,7 @@ void StoreRouting(orvo::AudioTrack& track) {
     (track.outputTrackId > 0 ? track.hardwareOutputId : track.outputTrackId) = -1;
 }
 
-/// A list without a slot is not written; one whose slots are not there is, without them.
+/// A list without slots is not written; a list of missing slots is written, without them.
 void StoreSends(orvo::AudioTrack& track) {
     if (track.kind == TrackKind::Master || (track.sendList && track.sendList->slots.empty())) {
         track.sendList.reset();
@@ -224,7 +225,7 @@ void StoreTrack(orvo::AudioTrack& track) {
     StoreClips(track);
 }
 
-/// A metronome's track stands in the metronome alone.
+/// A metronome's track is stored only in the metronome.
 void StoreTracks(std::vector<orvo::AudioTrack>& tracks, bool instrumentTracks) {
     std::erase_if(tracks, [&](const orvo::AudioTrack& track) {
         return track.clipsOnly || track.kind == TrackKind::Metronome ||
@@ -246,7 +247,7 @@ void StoreMetronome(orvo::Metronome& metronome, bool instrumentTracks) {
     }
     if (metronome.track) {
         StoreTrack(*metronome.track);
-        metronome.track->id = orvo::kNoId;  // reading asks the metronome for it, not by the id
+        metronome.track->id = orvo::kNoId;  // reading asks the metronome, not the id, for it
     }
     if (!instrumentTracks) {
         metronome.globalTrackInfo.reset();
@@ -276,7 +277,7 @@ void StoreTimeFormat(orvo::TimeFormat& format) {
     }
 }
 
-/// These are told by the file and its reader.
+/// The file and its reader decide these values.
 void StoreVersion(orvo::Session& session) {
     const std::string version = kelcore::GetClientVersion();
     session.formatVersion = {};

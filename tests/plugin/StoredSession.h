@@ -4,8 +4,8 @@
 
 namespace test {
 
-/// What of a session a file keeps: what a reference host holds after the session was written and
-/// read back. Everything else comes back as it was.
+/// What a file keeps of a session: what a reference host holds after writing it and reading it
+/// back. Everything that a file keeps comes back as it was.
 orvo::Session Stored(orvo::Session session, bool instrumentTracks);
 
 }  // namespace test

@@ -7,7 +7,7 @@
 #include "tests/plugin/EverythingSession.h"
 #include "tests/support/SerializerFixture.h"
 
-// Each single operation of the XML writer that fails during a save, one after the other.
+// A save in which a single operation of the XML writer fails, for each operation in turn.
 
 namespace tses {
 namespace {
@@ -18,8 +18,8 @@ using testing::IsEmpty;
 
 class WriterFaults : public test::SerializerFixture {
 protected:
-    /// The operations whose failure a save survives, counted from 0. What is written then is not
-    /// what is written without a failure.
+    /// The operations whose failure a save survives, counted from 0. Such a save writes something
+    /// other than an undisturbed one.
     std::vector<std::size_t> SurvivedFaults(const Session& session) {
         std::vector<std::size_t> survived;
         const auto undisturbed = Write(session).file;
@@ -28,7 +28,7 @@ protected:
             const test::WriteOutcome outcome = WriteWithFault(session, operation);
             EXPECT_EQ(outcome.ok, outcome.file.has_value()) << operation;
             if (outcome.file == undisturbed) {
-                return survived;  // the save has no such operation any more
+                return survived;  // the save has fewer operations
             }
             if (outcome.ok) {
                 survived.push_back(operation);
@@ -36,7 +36,7 @@ protected:
         }
     }
 
-    /// With one track, which cannot be outlived by another one.
+    /// A session with only one track, so that no later track decides the result.
     static Session With(AudioTrack track) {
         Session session = test::EverythingSession("/media/");
         session.metronome.globalTrackInfo.reset();

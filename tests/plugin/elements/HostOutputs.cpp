@@ -23,7 +23,7 @@ std::vector<std::vector<refhost::TraceValue>> OutputsBefore(std::string_view ope
             outputs.push_back(call.outputs);
         }
     };
-    // Keeps the host from filling them.
+    // Keeps these calls from the host, so that it does not fill the outputs.
     options.interceptor = [&](const refhost::CallRecord& call) {
         asked += isMeant(call) ? 1U : 0U;
         return isMeant(call) && asked > filled ? refhost::CallDecision::ReturnNumber(0)

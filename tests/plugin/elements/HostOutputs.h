@@ -11,9 +11,9 @@
 
 namespace test {
 
-/// What stands in the outputs of a host's operation before each of its calls, while a session is
-/// written to a path. An operation is named as in a fault plan: "IQuerySession.GetSelection".
-/// @param filled  so many calls, the first ones, the host does fill, and they are left out
+/// The outputs of a host's operation as they are before each of its calls, while a session is
+/// written to a path. The operation has the form of a fault plan: "IQuerySession.GetSelection".
+/// @param filled  the number of first calls that the host does fill; they are left out
 std::vector<std::vector<refhost::TraceValue>> OutputsBefore(std::string_view operation,
                                                             const orvo::Session& session,
                                                             tses::Serializer& serializer,

@@ -8,8 +8,8 @@
 #include "tests/plugin/EverythingSession.h"
 #include "tests/support/SerializerFixture.h"
 
-// A host that leaves an output alone leaves it at a value that is stated, also when it has filled
-// it in an earlier call.
+// If a host leaves an output alone, the output has a stated value, even if the host filled it in an
+// earlier call.
 
 namespace tses {
 namespace {

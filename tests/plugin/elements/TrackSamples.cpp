@@ -143,7 +143,7 @@ EffectsRack StoredRack(EffectsRack rack) {
     Apply(rack.output, StoredControl);
     DropNulls(rack.slots);
     for (auto& slot : rack.slots) {
-        if (!slot->component) {  // nobody is left whose wiring it would be
+        if (!slot->component) {  // nothing is left to wire
             slot->busConfig.clear();
             slot->inputChannels.clear();
             slot->outputChannels.clear();

@@ -27,7 +27,7 @@
 #include "tests/support/Registrar.h"
 #include "tests/support/TemporaryFolder.h"
 
-// The exported function, called as a host calls it: through the built and loaded library.
+// The exported function, called as a host calls it: in the built library, after loading it.
 
 namespace tses {
 namespace {
@@ -56,7 +56,7 @@ public:
     IHostString* GetPath() override { throw 42; }
 };
 
-/// Writes down, in one list, what it is told.
+/// Notes every registration in one list.
 class OrderRegistrar final : public refhost::CountedObject<IPlugInRegistrar> {
 public:
     std::vector<std::string> calls;
@@ -86,7 +86,7 @@ public:
     bool throws = false;
 };
 
-/// Notes, when it is asked, how many objects of the host are alive.
+/// When it is asked for the path, notes how many objects of the host are alive.
 class CountingFileReference final : public refhost::CountedObject<IHostFileRef> {
 public:
     std::size_t liveNodes = 0;

@@ -12,8 +12,8 @@
 #include "reference_host/Ref.h"
 #include "reference_host/SessionNode.h"
 
-// What a host can neither bring about nor see from outside the library: no memory for the
-// serializer, a second host service, the XML library's state, and what memory stays.
+// What a host can neither cause nor see from outside the library: no memory for the serializer, a
+// second host service, the state of the XML library, and the memory that is left.
 
 namespace {
 
@@ -51,7 +51,7 @@ namespace {
 
 using refhost::Ref;
 
-/// Does nothing of what it is told.
+/// Ignores everything that is registered.
 class QuietRegistrar : public refhost::CountedObject<IPlugInRegistrar> {
 public:
     void UnusedSlot3() override {}
@@ -66,7 +66,7 @@ public:
                             kelcore::int32 /*extensionCount*/) override {}
 };
 
-/// The memory runs out with the last registration, before the serializer is made.
+/// Uses up the memory at the last registration, before the serializer is made.
 class ExhaustingRegistrar final : public QuietRegistrar {
 public:
     void RegisterSaveFormat(const kelcore::char16* /*formatName*/,
@@ -76,7 +76,7 @@ public:
     }
 };
 
-/// Notes whether the XML library runs when it is told of the first format.
+/// Notes whether the XML library runs when the first format is registered.
 class NotingRegistrar final : public QuietRegistrar {
 public:
     void RegisterOpenFormat(const kelcore::char16* /*formatName*/,
@@ -90,7 +90,7 @@ public:
 
 class Service final : public refhost::CountedObject<IHostObject> {};
 
-/// Breaks the one promise that a host must keep.
+/// Breaks the one promise that a host must keep: not to throw from Release.
 class ThrowingService final : public IHostObject {
 public:
     void AddReference() override {}
@@ -122,7 +122,7 @@ TEST(SessionNativeInterface, InitializeStartsTheXmlLibraryBeforeItRegistersTheFo
 
 TEST(SessionNativeInterface, TerminateStopsTheXmlLibraryAndKeepsNoMemory) {
     const auto registrar = Ref<QuietRegistrar>::Adopt(new QuietRegistrar);
-    // What stays to the end of the process is there after the first time.
+    // Allocates what stays until the end of the process.
     SessionNativeInterface first;
     first.Initialize(registrar.Get());
     first.Terminate();

@@ -9,7 +9,7 @@
 #include "tests/support/SerializerFixture.h"
 #include "tests/support/SerializerTestAccess.h"
 
-// Which elements reach a handler, what is skipped, and what the host hears of the progress.
+// Which elements reach a handler, what is skipped, and which progress the host gets.
 
 namespace tses {
 namespace {
@@ -165,8 +165,8 @@ TEST_F(Dispatch, EachReadBeginsItsProgressAnew) {
 }
 
 TEST_F(Dispatch, AnElementNamedLikeTheRootInsideTheDocumentIsSkippedUntilItsParentsDepthIsBack) {
-    // Its end does not end the skipping: the next sibling is still skipped, and its end, which
-    // brings the depth back, runs the end handler alone.
+    // Its end does not end the skipping. The next sibling is still skipped; its end brings the
+    // depth back and runs only the end handler.
     const auto outcome =
         ReadInRoot("<orvo/><files><file id='1'/></files><files><file id='2'/></files>");
     EXPECT_TRUE(outcome.ok);
@@ -201,7 +201,7 @@ TEST_F(Dispatch, AReadThatFailedInsideASkippedElementLeavesTheNextOneSkipping) {
 
 TEST_F(Dispatch, AnElementInWhichTheSkippingOfAnEarlierReadEndsStillRunsItsEnd) {
     EXPECT_FALSE(Read("<orvo><session><unknown><broken></unknown></session></orvo>").ok);
-    // Skipping began at depth 3 and ends with the name, inside of the session.
+    // Skipping began at depth 3 and ends with the name, inside the session.
     const auto outcome = ReadInRoot("<session sampleRate='96000'><name/></session>");
     EXPECT_TRUE(outcome.ok);
     EXPECT_THAT(CallsOf(outcome.calls, "SetSampleRate"), IsEmpty());

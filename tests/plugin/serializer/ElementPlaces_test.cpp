@@ -12,8 +12,8 @@
 #include "tests/support/SerializerFixture.h"
 #include "tests/support/SerializerTestAccess.h"
 
-// What the host sees of every element in every place: in its own, one call of its own; in any
-// other, nothing.
+// What the host sees of every element in every place: in the element's own place, one call that no
+// other element causes; in any other place, nothing.
 
 namespace tses {
 namespace {
@@ -23,8 +23,8 @@ using testing::IsEmpty;
 using testing::UnorderedElementsAreArray;
 using Calls = std::vector<std::string>;
 
-/// An element as its room wants it, and the call of the host that tells that it was understood
-/// there. No call: the element is accepted and the host never hears of it by itself.
+/// An element with the attributes and the text that it needs, and the call of the host that shows
+/// that it was understood there. No call: the element is accepted but causes no call by itself.
 struct PlaceRow {
     const char* name;
     State parent;
@@ -34,8 +34,8 @@ struct PlaceRow {
     const char* call;
 };
 
-// A row's context is the chain of first rows that lead to its parent. Wherever elements of one name
-// stand under several parents, they differ in the handler or the object, so each has its own row.
+// A row's context is the chain of first rows that lead to its parent. Elements of the same name
+// under several parents differ in the handler or the object, so each has its own row.
 constexpr PlaceRow kRows[] = {
     {"session", 1, 2, "", "", "IEditSession#1.SetSampleRate("},
     {"files", 1, 3, "", "", nullptr},
@@ -170,7 +170,7 @@ constexpr std::string_view kElementsWithAnEnd[] = {"session",
                                                    "property",
                                                    "trackVisibilityPresets"};
 
-/// What to put around an element so that it stands in a place where everything is alive.
+/// The document around an element that puts it in a place where all objects exist.
 struct Context {
     std::string before;
     std::string after;
@@ -242,7 +242,7 @@ struct OpenRead {
     Serializer::Impl impl{WriterFault{}};
 };
 
-// Of an element without children nobody else sees which State it pushes.
+// For an element without children, only this shows which State it pushes.
 TEST_F(ElementPlaces, EveryElementPushesItsOwnStateExactlyOnce) {
     for (const PlaceRow& row : kRows) {
         OpenRead read;
@@ -300,7 +300,7 @@ TEST_F(ElementPlaces, WhatIsOnlyOpenedOrDroppedIsAcceptedWithoutACall) {
     }
 }
 
-/// One element of every name, however it wants to be, that does not belong under that parent.
+/// One element of every name, in a form that it accepts, that does not belong under that parent.
 std::vector<std::string> Strangers(State parent) {
     std::map<std::string, std::string> elements;
     for (const PlaceRow& row : kRows) {

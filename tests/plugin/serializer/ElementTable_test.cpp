@@ -17,7 +17,7 @@ using testing::UnorderedElementsAreArray;
 
 using Place = std::pair<std::string, State>;  // an element and its parent's State
 
-/// The accepted tree as people know it, written down a second time.
+/// The tree of accepted elements, written down a second time by hand.
 std::vector<Place> ExpectedPlaces() {
     std::vector<Place> places;
     const auto add = [&places](std::string_view name, std::initializer_list<State> parents) {

@@ -8,7 +8,7 @@
 namespace tses {
 namespace {
 
-/// Belongs to the test.
+/// The test owns it, so it counts no references.
 class HostString final : public IHostString {
 public:
     HostString(const kelcore::char16* data, kelcore::uint32 length)

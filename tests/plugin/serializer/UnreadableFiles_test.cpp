@@ -12,8 +12,7 @@
 #include "plugin/xml/XercesPlatform.h"
 #include "tests/support/SerializerFixture.h"
 
-// A file that the parser does not get to read: the host learns why, by the trace and by its log
-// target.
+// A file that the parser cannot read: the trace and the log target tell the host why.
 
 namespace tses {
 namespace {
@@ -32,7 +31,7 @@ protected:
     }
     ~UnreadableFiles() override { kelcore::trace::SetOutput({}); }
 
-    /// That all that is said of a read of `path` is this reason, once in the trace and once in the
+    /// Expects that a read of `path` reports only this reason, once in the trace and once in the
     /// log.
     void ExpectReason(const std::u16string& path, const std::string& reason) {
         traced.clear();

@@ -3,7 +3,7 @@
 
 #include "tests/plugin/xml/DocumentLimitsFixture.h"
 
-// How long the reader takes anything of a document to be, in every encoding.
+// How long the parts of a document may be, in every encoding.
 
 namespace tses {
 namespace {
@@ -30,12 +30,12 @@ std::string InEbcdic(std::string_view ascii) {
     return result;
 }
 
-/// What the parser's blocks may let pass beyond the length of a tag, a section or a comment.
+/// How much the parser's blocks may let pass beyond the limit of a tag, a section or a comment.
 constexpr std::size_t kReadBeyond = 128 * 1024;
 
 class LongTagTest : public DocumentLengthsTest, public testing::WithParamInterface<std::size_t> {};
 
-// Wherever the parser's blocks fall in it.
+// The limit must hold wherever the parser's blocks begin in the tag.
 TEST_P(LongTagTest, ATagOf1MiBIsReadAndOneOf128KiBMoreIsNot) {
     const std::string before = "<a>" + Repeated("<b/>", GetParam()) + "<c d=\"";
     const std::string behind = "\"/></a>";
@@ -170,10 +170,10 @@ TEST_F(DocumentLengthsTest, IfTheEncodingChangesAfterTheDeclarationNothingMayBeL
     const std::string wideRest = Utf16LittleEndian(rest).substr(2);
     EXPECT_TRUE(IsRefused(Utf16LittleEndian(Declaring("UTF-8")) + rest, reason));
     EXPECT_TRUE(IsRefused(Utf16LittleEndian(Declaring("latin1")) + rest, reason));
-    // The last byte of a unit in front of the rest turns its order.
+    // The last byte of a unit before the rest reverses its byte order.
     EXPECT_TRUE(IsRefused(Utf16LittleEndian(Declaring("UTF-16BE")) + '\0' + wideRest, reason));
     EXPECT_TRUE(IsRefused(Declaring("UTF-16LE") + wideRest, reason));
-    // A mark of the order behind a declaration that a decoder of this name looks for.
+    // A decoder of this name looks for a byte order mark after the declaration.
     EXPECT_TRUE(IsRefused(Utf16BigEndian(Declaring("unicode")) + Utf16LittleEndian(rest), reason));
 }
 

@@ -16,7 +16,7 @@ inline std::string Repeated(std::string_view text, std::size_t count) {
     return result;
 }
 
-/// `count` pieces, each with its number in place of "#".
+/// `count` copies of a piece, each with its number instead of "#".
 inline std::string Numbered(std::string_view piece, std::size_t count) {
     std::string result;
     for (std::size_t i = 0; i < count; ++i) {
@@ -54,8 +54,8 @@ inline std::string Declaring(const std::string& encoding) {
 
 class DocumentLimitsTest : public SessionXMLReaderTest {
 protected:
-    /// Whether the document is refused with one fatal error that says `reason`, and told of no
-    /// more.
+    /// Whether the document is refused with one fatal error that contains `reason`, and nothing
+    /// else is reported.
     testing::AssertionResult IsRefused(std::string_view document, const std::string& reason) {
         events.problems.clear();
         if (ParseText(document)) {

@@ -6,8 +6,8 @@
 
 #include "tests/plugin/xml/DocumentLimitsFixture.h"
 
-// What the reader refuses of documents that the parser would take, and that it takes everything
-// within its limits. How long things may be is tested in DocumentLengths_test.cpp.
+// Documents that the reader refuses although the parser accepts them, and documents within all
+// limits, which it reads. DocumentLengths_test.cpp tests how long things may be.
 
 namespace tses {
 namespace {
@@ -195,7 +195,7 @@ TEST_F(DocumentLimitsTest, HalfACharacterIsRefusedIfTheParserLetsItPass) {
 TEST_F(DocumentLimitsTest, ZeroBytesOfUtf16CharactersAreNoNul) {
     EXPECT_TRUE(ParseText(Utf16LittleEndian("<a b='c'/>")));
     EXPECT_TRUE(ParseText(std::string_view("\xFE\xFF\0<\0a\0/\0>\x01\x00", 12).substr(0, 10)));
-    // U+0100 U+0001 has two zero bytes side by side, but no zero unit, either way round.
+    // U+0100 U+0001 has two adjacent zero bytes but no zero unit, in either byte order.
     EXPECT_TRUE(ParseText(std::string_view("\xFE\xFF\0<\0a\0>\x01\0\0A\0<\0/\0a\0>", 20)));
 }
 

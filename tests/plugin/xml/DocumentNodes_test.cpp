@@ -4,7 +4,7 @@
 
 #include "plugin/xml/XercesPlatform.h"
 
-// The tree, seen through the library's public calls.
+// The tree as the library's public calls show it.
 
 namespace tses {
 namespace {
@@ -35,7 +35,7 @@ protected:
         return element;
     }
 
-    /// The names of a node's children, in the order of both directions if they agree.
+    /// The names of a node's children, if both directions agree on the order.
     static std::u16string ChildrenOf(const DOMNode& parent) {
         std::u16string forth;
         for (const DOMNode* node = parent.getFirstChild(); node; node = node->getNextSibling()) {

@@ -22,7 +22,7 @@ namespace {
 
 using test::Values;
 
-/// A text and where it is to stand. Each gets an element of its own under the root.
+/// A text and its place. Each case gets an element of its own under the root.
 struct Case {
     TextPlace place;
     std::u16string text;
@@ -34,7 +34,7 @@ bool IsControl(char16_t unit) {
     return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F);
 }
 
-/// Whether it makes the document XML 1.1.
+/// Whether the case makes the document XML 1.1.
 bool SwitchesToXml11(const Case& tried) {
     const bool hasControl = std::any_of(tried.text.begin(), tried.text.end(), [](char16_t unit) {
         return IsControl(unit) && unit != 0x85;
@@ -79,7 +79,7 @@ std::string Hexadecimal(const std::u16string& text) {
     return out.str();
 }
 
-/// The value of each element: that of its attribute, or its content where it has none.
+/// The value of each element: its attribute, or its content if it has no attribute.
 class ValueReader final : public SAXContentHandler {
 public:
     Values values;
@@ -109,7 +109,7 @@ protected:
 
     static bool IsXml11() { return GetParam() == XmlVersion::V1_1; }
 
-    /// The text in all places where it leaves the version of the document as it is to be.
+    /// Adds the text in every place where it does not change the version of the document.
     static void AddEverywhere(std::vector<Case>& cases, const std::u16string& text) {
         for (const TextPlace place : kPlaces) {
             if (IsXml11() || !SwitchesToXml11({place, text})) {

@@ -17,7 +17,7 @@ using Libxml2Document = std::unique_ptr<xmlDoc, void (*)(xmlDoc*)>;
 
 constexpr int kLibxml2Options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
 
-/// What expat puts between a namespace and a local name; no name can hold it.
+/// What expat puts between a namespace and a local name. No name can contain it.
 constexpr XML_Char kNamespaceEnd = '/';
 
 bool ParseByExpat(XML_Parser parser, std::string_view document) {
@@ -25,7 +25,7 @@ bool ParseByExpat(XML_Parser parser, std::string_view document) {
            XML_STATUS_OK;
 }
 
-/// The values that expat has told of.
+/// The values that expat has reported.
 struct ExpatValues {
     Values values;
     std::string content;

@@ -13,7 +13,7 @@ using testing::ElementsAre;
 
 const std::u16string kMark = xercesc::XMLUni::fgDOMWRTBOM;
 
-/// Writes down what it is asked, and can set everything but one parameter.
+/// Notes every call, and accepts every parameter except one.
 class Configuration final : public xercesc::DOMConfiguration {
 public:
     explicit Configuration(std::u16string refused = {}) : refused_(std::move(refused)) {}

@@ -14,7 +14,7 @@ protected:
     SessionParser parser{handler};
 };
 
-/// The errors of a parser with the default scanner, and otherwise set as the session parser is.
+/// Counts the errors of a parser with the default scanner and the session parser's other settings.
 class DefaultScanner : private xercesc::DefaultHandler {
 public:
     DefaultScanner() {

@@ -4,7 +4,7 @@
 
 #include "tests/plugin/xml/SessionXMLReaderFixture.h"
 
-// What the parser reports: also what it never does while it checks no document type.
+// What the parser reports, including reports that it never makes without checking a document type.
 
 namespace tses {
 namespace {

@@ -99,7 +99,7 @@ private:
     }
 };
 
-/// A reader whose events and problems are written down, and what it traces.
+/// A reader whose events, problems and trace are kept.
 class SessionXMLReaderTest : public testing::Test {
 protected:
     SessionXMLReaderTest() {

@@ -303,7 +303,7 @@ TEST_F(SessionXMLReaderTest, ASocketFailsWithAMessage) {
 }
 
 TEST_F(SessionXMLReaderTest, AFileWhoseBytesCannotBeReadFails) {
-    // Opens as a regular file, and has nothing to read at its beginning.
+    // Opens as a regular file but cannot be read at its beginning.
     EXPECT_FALSE(ParseFile("/proc/self/mem"));
     EXPECT_THAT(events.lines, IsEmpty());
 }

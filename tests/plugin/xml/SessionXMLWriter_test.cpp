@@ -110,7 +110,7 @@ TEST_F(SessionXMLWriterTest, TheEndOfASectionInCharactersIsSplitBetweenTwoSectio
                                    "<![CDATA[]>]]></xmpMetadata>"));
 }
 
-/// Keeps the text, without what indents it.
+/// Keeps the text without its indentation.
 class TextPieces final : public SAXContentHandler {
 public:
     std::u16string text;
@@ -132,7 +132,7 @@ class LongCharactersTest : public SessionXMLWriterTest,
                            public testing::WithParamInterface<std::u16string_view> {};
 
 TEST_P(LongCharactersTest, AreSplitWhereAReaderTakesThemWhateverStandsThere) {
-    // Three bytes each in the file, so that the sections are as long as they can be.
+    // Three bytes each in the file, so that the sections are as long as they may be.
     std::u16string text(limits::kSectionBytes / 3 - 17, u'\u4E00');
     for (int i = 0; i < 20; ++i) {
         text += GetParam();
@@ -414,7 +414,7 @@ TEST_F(SessionXMLWriterTest, AttributesThatAreTooLongOnlyAsReferencesFail) {
     EXPECT_EQ(traced.size(), 1u);
 }
 
-// As many as fit by the length that each has in the file, which is less than its longest.
+// As many as fit by the real length of each in the file, which is less than its greatest length.
 TEST_F(SessionXMLWriterTest, AttributesAreMeasuredByTheLengthThatIsWritten) {
     constexpr std::size_t kRoom = limits::kTagBytes - 200;
     const std::pair<char16_t, std::size_t> lengths[] = {

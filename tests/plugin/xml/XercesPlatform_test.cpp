@@ -13,7 +13,7 @@
 namespace tses {
 namespace {
 
-/// Memory that the library does not take away when it stops.
+/// Memory that the library does not free when it stops.
 class LastingMemory final : public xercesc::MemoryManager {
 public:
     xercesc::MemoryManager* getExceptionMemoryManager() override { return this; }
@@ -21,7 +21,7 @@ public:
     void deallocate(void* memory) override { ::operator delete(memory); }
 };
 
-/// Answers every request with an exception.
+/// Throws at every request.
 class FailingMemory final : public xercesc::MemoryManager {
 public:
     explicit FailingMemory(std::exception_ptr failure) : failure_(std::move(failure)) {}

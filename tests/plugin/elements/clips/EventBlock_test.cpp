@@ -21,7 +21,7 @@ protected:
     EventBlock() { StartXerces(); }
     ~EventBlock() override { StopXerces(); }
 
-    /// What a block leaves in a document, between two elements that must stay beside each other.
+    /// What a block leaves in a document, between two elements that must stay side by side.
     std::string Document(const EventBlockSource& source, WriterFault fault = {}) {
         SessionXMLWriter writer(kelcore::PathFromBytes((folder_ / "block.orvo").string()), fault);
         EXPECT_TRUE(writer.StartElement(names::midiClip));

@@ -113,7 +113,7 @@ public:
     int calls = 0;
 };
 
-/// A session whose metronomes come one after the other.
+/// A session that returns one metronome after the other.
 class MetronomesInTurn final : public EditSessionBase {
 public:
     explicit MetronomesInTurn(std::vector<IEditMetronomeInfo*> metronomes)

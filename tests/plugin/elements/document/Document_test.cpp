@@ -8,7 +8,7 @@
 #include "platform/kelcore/Trace.h"
 #include "tests/support/SerializerFixture.h"
 
-// The write driver: order, progress, and that a failure leaves the file alone.
+// How a document is written: the order, the progress, and that a failure leaves the file alone.
 
 namespace tses {
 namespace {
@@ -109,7 +109,7 @@ TEST_F(Document, NoFileIsMadeIfAnyOperationFails) {
         }
         ASSERT_FALSE(outcome.file.has_value()) << operation;
     }
-    // The version, 2 for "session", 4 for the table, 6 for the device and the save.
+    // The version, 2 for "session", 4 for the table, 6 for the device, and the save.
     EXPECT_GE(operation, 14u);
 }
 

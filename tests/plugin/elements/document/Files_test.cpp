@@ -14,7 +14,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-/// Another working folder as long as it stands.
+/// Changes the working folder for as long as it lives.
 class WorkingFolder {
 public:
     explicit WorkingFolder(const std::filesystem::path& folder) {

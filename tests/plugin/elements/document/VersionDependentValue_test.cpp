@@ -3,7 +3,7 @@
 #include "reference_host/SessionNode.h"
 #include "tests/support/SerializerTestAccess.h"
 
-// At the end of "session" the host is told one of two kept positions, by the version of the file.
+// At the end of "session" the host gets one of two positions, depending on the version of the file.
 
 namespace tses {
 namespace {

@@ -34,7 +34,7 @@ protected:
         return calls;
     }
 
-    /// The keyframe calls of a lane with such a keyframe.
+    /// The keyframe calls of a lane with one keyframe that has these attributes.
     std::vector<std::string> CallsOfKeyframe(const std::string& attributes) {
         return CallsOf(CallsOfLanes("<parameter><parameterKeyframes><parameterKeyframe " +
                                     attributes + "/></parameterKeyframes></parameter>"),
@@ -179,7 +179,7 @@ TEST_F(ParameterKeyframes, InADroppedComponentTheLaneBeforeIsNotReached) {
     EXPECT_THAT(calls, Not(Contains(HasSubstr("SetReadOnly"))));
 }
 
-// No document reaches the handler of a keyframe outside of a lane, so it is called here.
+// In a document, no keyframe outside of a lane reaches the handler, so the test calls the handler.
 TEST_F(ParameterKeyframes, AStrayKeyframeAfterItsLaneStillLandsInIt) {
     const auto session = refhost::SessionNode::Make();
     Serializer::Impl impl{WriterFault{}};

@@ -30,7 +30,7 @@ protected:
         return track;
     }
 
-    /// The mix of a rack once it has been written and read.
+    /// The mix of a rack after it has been written and read.
     orvo::Component ThroughFile(const orvo::Component& mix) {
         return *ElementFixture::ThroughFile(WithTrack(WithMix(mix)))
                     .audioTracks.at(0)

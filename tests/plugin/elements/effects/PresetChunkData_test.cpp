@@ -79,7 +79,7 @@ TEST_F(PresetChunkData, OfSizeZeroIsNotWritten) {
     EXPECT_EQ(WrittenElement("presetChunkData", WithChunk({})), "");
 }
 
-/// A component that announces a state and then does not hand it over.
+/// A component that announces a state but does not hand it over.
 class WithholdingComponent final : public IQueryComponent {
 public:
     virtual ~WithholdingComponent() = default;

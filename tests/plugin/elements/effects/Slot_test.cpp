@@ -15,7 +15,7 @@ using testing::Not;
 
 class Slot : public test::ElementFixture {
 protected:
-    /// The calls of what stands in a rack, without the rack's own two.
+    /// The calls for the content of a rack, without the two calls for the rack itself.
     std::vector<std::string> CallsInRack(const std::string& slots,
                                          const test::HostSetup& host = {}) {
         auto calls = CallsInTrack("<effectsRack>" + slots + "</effectsRack>", host);

@@ -224,7 +224,7 @@ TEST_F(MetronomeElement, BeatsWithoutATokenAreLostByAWriteAndARead) {
         ElementsAre(orvo::Beat::DownBeat));
 }
 
-/// A host that keeps no musical timeline.
+/// A metronome whose host has no musical timeline.
 class PlainMetronome final : public Counted<IQueryMetronomeInfo> {
 public:
     bool IsEnabled() override { return true; }

@@ -15,7 +15,7 @@ protected:
     std::vector<std::string> CallsOfMixing(const std::string& attributes) {
         const auto calls =
             CallsIn("<sessionState><mixingOptionState " + attributes + "/></sessionState>");
-        return {calls.begin() + 2, calls.end()};  // without the state's own two
+        return {calls.begin() + 2, calls.end()};  // without the two of the state itself
     }
 };
 

@@ -19,7 +19,7 @@ protected:
     std::vector<std::string> CallsOfFormat(const std::string& attributes) {
         const auto calls =
             CallsIn("<sessionState><timeFormatState " + attributes + "/></sessionState>");
-        return {calls.begin() + 2, calls.end()};  // without the state's own two
+        return {calls.begin() + 2, calls.end()};  // without the two of the state itself
     }
 
     TimeFormat ReadFormat(const std::string& attributes) {

@@ -102,8 +102,8 @@ TEST_F(Sends, ATrackWithoutASendListDropsItsSlots) {
 }
 
 TEST_F(Sends, ASlotWithoutAListClearsTheSlotBefore) {
-    // The second track has no list, so that its slot clears the first track's, and what follows
-    // without an index reaches nobody.
+    // The second track has no list, so its slot clears the first track's, and what follows without
+    // an index is dropped.
     const auto outcome = ReadInSession(
         "<tracks><audioTrack id='1'><sendList><sendSlot slotIndex='0'/></sendList></audioTrack>"
         "<audioTrack id='2'><sendList><sendSlot slotIndex='1'/>"

@@ -23,7 +23,7 @@ protected:
                            "</trackAudioParameters>");
     }
 
-    /// The calls of the components alone.
+    /// Only the calls of the components.
     std::vector<std::string> CallsOfComponents(const std::string& components,
                                                const test::HostSetup& host = {}) {
         return CallsOf(

@@ -26,7 +26,7 @@ TEST_F(TrackPanner, IsNeverWritten) {
     EXPECT_THAT(*Write(WithTrack({})).file, Not(HasSubstr("trackPanner")));
 }
 
-/// What the track remembers of a panner with these attributes.
+/// What the track's record holds after a panner with these attributes.
 TrackPannerRecord RecordAfter(TagAttributes attributes) {
     Serializer::Impl impl{WriterFault{}};
     SAXContentHandler& events = SerializerTestAccess::Content(impl);

@@ -8,7 +8,7 @@
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/plugin/elements/TrackSamples.h"
 
-// Whatever tracks a host has, what is stored of them comes back.
+// Whatever tracks a host has, everything that is stored of them comes back.
 
 namespace tses {
 namespace {

@@ -8,8 +8,8 @@
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/plugin/elements/TrackSamples.h"
 
-// From JSON to a file and back to JSON: for each kind of track everything comes back, but for the
-// losses that are named here.
+// From JSON to a file and back to JSON: for each kind of track everything comes back, except for
+// the losses that these tests name.
 
 namespace tses {
 namespace {
@@ -24,19 +24,19 @@ enum Kind : kelcore::uint32 { kAudio = 1, kBus = 2, kMaster = 3, kMetronome = 4,
 
 class TrackRoundTrip : public test::ElementFixture {
 protected:
-    /// The JSON of what comes back from the file of a JSON session.
+    /// The JSON of a session that was JSON, was written to a file and read back.
     std::string JsonThroughFile(const std::string& json) {
         return ToJson(ThroughFile(Parse(json)));
     }
 
-    /// A session as it comes back from a file, with these tracks in place of its own.
+    /// A session as it comes back from a file, with these tracks instead of its own.
     Session WithTracks(std::vector<AudioTrack> tracks) {
         Session session = ThroughFile({});
         session.audioTracks = std::move(tracks);
         return session;
     }
 
-    /// What of the only track in a session comes back.
+    /// What comes back of the only track in a session.
     AudioTrack Back(const AudioTrack& track) {
         return ThroughFile(WithTrack(track)).audioTracks.at(0);
     }
@@ -181,8 +181,8 @@ TEST_F(TrackRoundTrip, ANameIsTrimmed) {
     EXPECT_EQ(Back(track).name, "");
 }
 
-// A control character in a name makes the document XML 1.1, in which these two are line ends and
-// the controls only stand as references.
+// A control character in a name makes the document XML 1.1. There, these two are line ends, and
+// control characters can only be references.
 TEST_F(TrackRoundTrip, NextLineLineSeparatorAndControlsSurviveBesideAControlCharacter) {
     AudioTrack track = test::FullTrack(kAudio, 1);
     track.name = "a\u0085b\u2028c";

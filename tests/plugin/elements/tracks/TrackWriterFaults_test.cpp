@@ -6,7 +6,7 @@
 #include "tests/plugin/elements/ElementFixture.h"
 #include "tests/plugin/elements/TrackSamples.h"
 
-// A writer that fails at any of its operations, in a session with everything that tracks have.
+// A writer that fails at any one of its operations, in a session with everything that tracks have.
 
 namespace tses {
 namespace {
@@ -16,10 +16,10 @@ using testing::EndsWith;
 using testing::IsEmpty;
 using testing::Not;
 
-/// The root's version, the start of "session" and that of "tracks" come before the first track.
+/// The version, the start of "session" and the start of "tracks" come before the first track.
 constexpr std::size_t kFirstOfTracks = 3;
 
-/// Belongs to the test.
+/// The test owns it, so it counts no references.
 class LongerThanAnyText final : public IHostString {
 public:
     void AddReference() override {}
@@ -31,8 +31,8 @@ public:
 
 class TrackWriterFaults : public test::ElementFixture {
 protected:
-    /// The writer's operations for a session of which every operation must succeed: it is saved
-    /// from the first fault on that comes too late.
+    /// The number of the writer's operations for a session. Every one of them must succeed, so a
+    /// save succeeds as soon as the fault comes after the last one.
     std::size_t OperationsOf(const Session& session) {
         const auto fails = [&](std::size_t operation) {
             return !WriteWithFault(session, operation).ok;
@@ -53,7 +53,7 @@ protected:
         return count;
     }
 
-    /// The writer's operations for one track of a session.
+    /// The number of the writer's operations for one track of a session.
     std::size_t OperationsOfTrack(const orvo::AudioTrack& track) {
         return OperationsOf(WithTrack(track)) - OperationsOf({});
     }
@@ -75,7 +75,7 @@ Session Sample() {
     return session;
 }
 
-/// Every operation takes its turn in one of some tests, as all of them take a minute.
+/// The operations are shared out among this many tests, because all of them take a minute.
 constexpr std::size_t kTurns = 4;
 
 class TrackWriterFaultsInTurn : public TrackWriterFaults,

@@ -26,7 +26,7 @@ using testing::StartsWith;
 
 class Tracks : public test::ElementFixture {
 protected:
-    /// The calls of a track element that stands alone in "tracks".
+    /// The calls of a track element that is alone in "tracks".
     std::vector<std::string> CallsOfTrack(const std::string& element,
                                           const test::HostSetup& host = {}) {
         return CallsIn("<tracks>" + element + "</tracks>", host);
@@ -127,7 +127,7 @@ TEST_F(Tracks, AnIdThatTheHostDoesNotKnowEndsTheRead) {
     }
 }
 
-/// Begins a track in the first list of tracks of a session.
+/// Begins a track in the first "tracks" of a session.
 void StartTrackIn(IEditSession& session) {
     Serializer::Impl impl{WriterFault{}};
     SerializerTestAccess::Attach(impl, &session);
@@ -143,7 +143,7 @@ TEST_F(Tracks, TheHandlerThrowsThatTheIdIsInvalid) {
                 testing::ThrowsMessage<std::runtime_error>("Invalid Track Id"));
 }
 
-/// A session whose tracks have no private face.
+/// A session whose tracks have no private interface.
 class PublicTracks final : public EditSessionBase {
 public:
     IEditAudioTrack* GetAudioTrack(kelcore::uint32 /*id*/) override { return &track; }
@@ -276,7 +276,7 @@ AudioTrack Sample() {
     return track;
 }
 
-/// The start tag of a track alone.
+/// Only the start tag of a track.
 std::string StartTag(const std::string& element) {
     return element.substr(0, element.find('\n'));
 }
