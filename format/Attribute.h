@@ -14,13 +14,13 @@ enum class ValueKind {
     Signed,       ///< whole, of 32 bits; 4294967295 is -1
     Long,         ///< whole, of 64 bits
     Real,         ///< of double precision; blanks around it, and a comma for the point, are fine
-    Real32,       ///< of single precision; likewise
+    Real32,       ///< of single precision, otherwise the same
     ExactReal32,  ///< of single precision, and nothing but the number
     Boolean,      ///< "true"; anything else is false
     BooleanOr1,   ///< "true" or "1"; anything else is false
     Keyword,      ///< one of some words
     KeywordOrNumber,  ///< one of some words, or the number that a word stands for
-    Keywords,         ///< any number of some words, with a space behind each
+    Keywords,         ///< any number of some words, each followed by a space
     HandlerName,      ///< the name that people know a media handler by
 };
 

@@ -43,7 +43,7 @@ struct Occurrence {
 /// another place, it is another kind there.
 struct Element {
     std::u16string_view name;
-    std::span<const State> parents;  ///< the root alone has none
+    std::span<const State> parents;  ///< empty only for the root
     State state;                     ///< what its start pushes
     Occurrence occurrence = {};
     std::span<const Attribute> attributes = {};

@@ -70,7 +70,7 @@ struct LenientReal : Plain {
     static std::u16string Write(Value value) { return FormatNumber(value); }
 };
 
-/// True for "true" alone.
+/// True only for "true".
 struct StrictBool : Plain {
     static constexpr ValueKind kKind = ValueKind::Boolean;
 

@@ -97,7 +97,7 @@ private:
     const char16_t* next_;
     const char16_t* end_;
     char* begin_;
-    char* narrow_;  // behind what was taken
+    char* narrow_;  // the end of the number
     std::array<char, 64> short_;
     std::string long_;
 };

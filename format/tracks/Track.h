@@ -19,7 +19,7 @@
 //       ...
 //     </tracks>
 //
-// "audioTrack", "busTrack", "masterTrack" and "instrumentTrack" differ in name alone, and so does
+// "audioTrack", "busTrack", "masterTrack" and "instrumentTrack" differ only in name, and so does
 // the "metronomeTrack" that stands inside "metronome".
 
 namespace tses {

@@ -113,7 +113,7 @@ void Serializer::Impl::EndElementEvent(std::u16string_view /*uri*/, std::u16stri
     const ElementEntry* entry = openEntries_.back();
     openEntries_.pop_back();
     if (IsSame(localName, names::orvo)) {
-        return;  // also for an element of that name inside the document, skipping or not
+        return;  // even for an element of that name inside the document, skipping or not
     }
     if (skipDepth_ != 0) {
         if (stateStack_.size() != skipDepth_) {

@@ -111,7 +111,7 @@ TEST(ParseLenient, ANumberTooLargeIsZeroAndOneTooSmallIsRounded) {
     EXPECT_EQ(ParseFloatLenient(u"1e-45"), 1e-45f);
 }
 
-/// What the quick parse is measured by.
+/// The reference for the fast parse.
 template <class Real>
 Real ByStream(std::u16string text) {
     kelcore::ReplaceInString(text, u",", u".");

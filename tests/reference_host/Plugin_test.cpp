@@ -66,7 +66,7 @@ TEST_F(PluginTest, APluginThatRefusesToInitialiseIsAnErrorWithItsResult) {
     ::setenv("ORVO_REFUSES", "Initialize", 1);
     try {
         const Plugin plugin(RefusingPlugin());
-        ADD_FAILURE() << "it was taken";
+        ADD_FAILURE() << "the plug-in was accepted";
     } catch (const PluginError& error) {
         EXPECT_THAT(error.what(), HasSubstr("refuses to initialise (result -3)"));
     }

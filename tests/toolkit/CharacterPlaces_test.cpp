@@ -41,7 +41,7 @@ std::string Wide(std::basic_string_view<Character> text, bool littleEndian) {
 
 TEST(CharacterPlaces, ACharacterOfTwoUnitsBeforeThePlaceIsOneColumn) {
     EXPECT_EQ(InCharacters("<a \U0001F600\U0001F600 x", At(1, 9)), At(1, 7));
-    EXPECT_EQ(InCharacters("<a \U0001F600 x", At(1, 4)), At(1, 4)) << "it begins there";
+    EXPECT_EQ(InCharacters("<a \U0001F600 x", At(1, 4)), At(1, 4)) << "the character begins there";
     EXPECT_EQ(InCharacters("<a \U0001F600 x", At(1, 6)), At(1, 5));
     EXPECT_EQ(InCharacters("\u97f3\u00e4 x", At(1, 4)), At(1, 4)) << "these are one unit each";
 }
@@ -51,7 +51,7 @@ TEST(CharacterPlaces, OnlyTheLineOfThePlaceCounts) {
     EXPECT_EQ(InCharacters(text, At(2, 4)), At(2, 3));
     EXPECT_EQ(InCharacters(text, At(3, 4)), At(3, 3));
     EXPECT_EQ(InCharacters(text, At(4, 4)), At(4, 3));
-    EXPECT_EQ(InCharacters(text, At(4, 5)), At(4, 4)) << "behind the end";
+    EXPECT_EQ(InCharacters(text, At(4, 5)), At(4, 4)) << "beyond the end";
     EXPECT_EQ(InCharacters(text, At(1, 99)), At(1, 98));
     EXPECT_EQ(InCharacters(text, At(9, 5)), At(9, 5));
     EXPECT_EQ(InCharacters(text, At(0, 0)), At(0, 0));

@@ -39,7 +39,7 @@ protected:
         return ScanDocument(folder_.Write("a.orvo", document), {}, limit);
     }
 
-    /// The descriptions of what a session with this in it loses.
+    /// The descriptions of what a session with this content loses.
     std::vector<std::string> Losses(std::string_view document) {
         std::vector<std::string> losses;
         const DocumentScan scan = Scan(document);
@@ -54,7 +54,7 @@ protected:
     test::TemporaryFolder folder_;
 };
 
-// What is no session file
+// What is not a session file
 
 TEST_F(DocumentScanTest, AMissingFileIsNamedAsSuch) {
     const DocumentScan scan = ScanDocument(folder_ / "none.orvo");
@@ -70,7 +70,7 @@ TEST_F(DocumentScanTest, AFileInPlaceOfAFolderIsAMissingFile) {
 }
 
 TEST_F(DocumentScanTest, AFileWhoseBytesCannotBeReadIsNamedWithTheReason) {
-    // Opens as a regular file, and has nothing to read at its beginning.
+    // Opens as a regular file but cannot be read at its beginning.
     const DocumentScan scan = ScanDocument("/proc/self/mem");
     ASSERT_TRUE(scan.problem);
     EXPECT_EQ(scan.problem->what, "cannot be read");
@@ -455,14 +455,14 @@ TEST_F(DocumentScanTest, ADocumentThatStatesUtf8WithoutAHyphenIsUtf8) {
     EXPECT_EQ(scan.problem->place, (Place{3, 11}));
 }
 
-/// What the parent itself loses is found behind what its children lose.
+/// The losses of a parent's own are found after those of its children.
 TEST_F(DocumentScanTest, LossesOfALineHaveTheirPlacesWhateverOrderTheyAreFoundIn) {
     EXPECT_THAT(Losses("<orvo><session><a name='\u00e9\U0001F3A7'/><b/>text</session><c/></orvo>"),
                 ElementsAre("1:16: <a> in <session>", "1:30: <b> in <session>",
                             "1:7: text in <session>", "1:48: <c> in <orvo>"));
 }
 
-/// Elements that are lost, all on one line.
+/// A document of elements that are lost, all on one line.
 std::string ManyLosses(std::size_t count) {
     std::string document = "<orvo>";
     for (std::size_t i = 0; i < count; ++i) {

@@ -11,7 +11,7 @@ using toolkit::ResolveMediaPaths;
 
 constexpr std::u16string_view kJson = u"/music/song/a.json";
 
-/// What becomes of a path in `kJson`; what is wrong with it, with the advice, if it is refused.
+/// The path that a path in `kJson` becomes; if it is refused, what is wrong with it and the advice.
 std::string Resolved(const std::string& path) {
     Session session{.files = {{.id = 1, .path = path}}};
     const auto problem = ResolveMediaPaths(session, kJson);

@@ -48,7 +48,7 @@ TEST(SessionFolder, NamesAFolderThatCannotBeRead) {
     EXPECT_EQ(content.unread[0].path, "/nowhere/at/all");
 }
 
-/// Lets this process open few files at a time.
+/// Limits this process to a few open files at a time.
 class FewDescriptors {
 public:
     FewDescriptors() {

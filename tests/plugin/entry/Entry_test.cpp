@@ -102,7 +102,7 @@ class Entry : public testing::Test {
 protected:
     ~Entry() override {
         Call(kTerminate, nullptr);
-        EXPECT_EQ(refhost::LiveNodes(), 1u) << "the registrar alone";
+        EXPECT_EQ(refhost::LiveNodes(), 1u) << "only the registrar is alive";
     }
 
     std::int32_t Call(std::int32_t selector, void* argument) {
@@ -439,7 +439,7 @@ TEST_F(Entry, AFailedInitialiseLeavesAReadyPlugInReady) {
     SetPath(folder.Write("a.orvo", "<orvo/>"));
     EXPECT_EQ(Read(), 0);
     SetPath(folder.Write("b.orvo", "<score/>"));
-    EXPECT_EQ(Read(), kReadFailed) << "it did read";
+    EXPECT_EQ(Read(), kReadFailed) << "the plug-in must still read";
 }
 
 TEST_F(Entry, AfterTerminateReadsAndWritesFail) {

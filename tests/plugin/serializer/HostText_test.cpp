@@ -8,7 +8,7 @@
 namespace tses {
 namespace {
 
-/// The test owns it, so it counts no references.
+/// The test owns it; the last release does not destroy it.
 class HostString final : public IHostString {
 public:
     HostString(const kelcore::char16* data, kelcore::uint32 length)

@@ -59,7 +59,7 @@ protected:
     testing::AssertionResult IsRefused(std::string_view document, const std::string& reason) {
         events.problems.clear();
         if (ParseText(document)) {
-            return testing::AssertionFailure() << "it was read";
+            return testing::AssertionFailure() << "the document was read";
         }
         if (events.problems.size() != 1 || !events.problems[0].starts_with("fatal ") ||
             events.problems[0].find(reason) == std::string::npos) {

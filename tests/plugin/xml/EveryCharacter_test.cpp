@@ -152,7 +152,7 @@ protected:
     }
 
     static void ExpectValues(const std::vector<Case>& cases, const std::optional<Values>& read) {
-        ASSERT_TRUE(read.has_value()) << "found to be malformed";
+        ASSERT_TRUE(read.has_value()) << "the document is malformed";
         const Values& values = *read;
         ASSERT_EQ(values.size(), cases.size());
         int failures = 0;

@@ -265,7 +265,7 @@ TEST_F(SessionXMLReaderTest, APipeIsNotOpened) {
     std::array<char, 1024> opened;
     EXPECT_LT(::read(watch, opened.data(), opened.size()), 0);
     ::close(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    EXPECT_GT(::read(watch, opened.data(), opened.size()), 0) << "what the watch is to notice";
+    EXPECT_GT(::read(watch, opened.data(), opened.size()), 0) << "the watch must notice an open";
     ::close(watch);
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 class WholeSessionTest : public test::NoLiveNodes {
 protected:
-    /// A session in which everything is something, as far as the interfaces can tell it.
+    /// A session in which every value is filled, as far as the interfaces can pass it on.
     static orvo::Session FullSession() {
         auto session = orvo::test::Filler().Make<orvo::Session>();
         for (orvo::AudioTrack& track : session.audioTracks) {

@@ -7,8 +7,8 @@
 
 namespace refhost {
 
-/// An object that takes and gives nothing, like the bases of hosts. Unlike them it casts to no
-/// private interface.
+/// An object that accepts everything and returns nothing, like the bases of hosts. Unlike them it
+/// casts to no private interface.
 template <class Interface>
 struct PublicOnly final : tses::Counted<tses::Implementation<Interface, PublicOnly<Interface>>> {
     template <class Declaring, class Result, class... Parameters>

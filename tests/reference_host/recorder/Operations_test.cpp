@@ -10,8 +10,8 @@
 namespace refhost {
 namespace {
 
-// "IEditSession.GetFile -> object", one for each row of docs/host-interfaces.md that a recorder is
-// concerned with.
+// "IEditSession.GetFile -> object", one for each row of docs/host-interfaces.md that a recorder
+// stands in for.
 std::vector<std::string> OperationsOfThePage() {
     std::vector<std::string> operations;
     std::string interfaceName;

@@ -266,7 +266,7 @@ TEST_F(RecorderOfARead, ANumberForACallWithoutAResultKeepsTheCallFromTheHost) {
     Start([](const CallRecord&) { return CallDecision::ReturnNumber(7); }, false);
     session->SetSampleRate(8000);
     EXPECT_EQ(host.session.sampleRate, 0U);
-    EXPECT_NE(session->GetFile(1), nullptr) << "an object is no number";
+    EXPECT_NE(session->GetFile(1), nullptr) << "a number cannot replace an object";
     EXPECT_EQ(lines.size(), 2U);
 }
 

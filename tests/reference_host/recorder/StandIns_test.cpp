@@ -1,7 +1,6 @@
 // Proves for every operation that a stand-in forwards it to the same operation of the host's object
-// and reports it by its name, with its arguments in order. The host's objects are only tables of
-// functions. Each function notes its own place in the table, and the results lead to every
-// stand-in.
+// and reports its name and its arguments in order. The host's objects are only tables of functions.
+// Each function notes its own place in the table, and the results lead to every stand-in.
 
 #include <gtest/gtest.h>
 
@@ -36,7 +35,7 @@ using SlotFunction = void* (*)(void*);
 
 template <std::size_t Index>
 void* NoteSlot(void*) {
-    if (Index >= 2) {  // the counting of references comes and goes around the calls
+    if (Index >= 2) {  // AddReference and Release come between the calls
         calledSlot = Index + 1;
     }
     return nextResult;
@@ -57,7 +56,7 @@ Table MakeTable(const std::type_info& type, std::index_sequence<Indices...>) {
     return {0, &type, {&NoteSlot<Indices>...}};
 }
 
-// The one host object of an interface; of the private one where there is one.
+// The only host object of an interface; of its private interface if there is one.
 template <class Interface>
 Interface* HostObject() {
     static const Table table = MakeTable(typeid(typename WholeInterface<Interface>::type),
@@ -112,7 +111,7 @@ struct Argument<IHostString*> {
     static std::vector<TraceValue> Expected() { return {std::monostate()}; }
 };
 
-// Those with a count are followed by it: 2, their position plus one.
+// A pointer with a count is followed by the count: 2, its position plus one.
 template <class Element>
 struct Argument<const Element*> {
     explicit Argument(std::size_t position) { EXPECT_EQ(position, 0U); }

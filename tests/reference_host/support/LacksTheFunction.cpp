@@ -1,4 +1,4 @@
-/// Something to export, but not what a host asks for.
+/// Exports something, but not what a host looks for.
 extern "C" int SomethingElse() {
     return 1;
 }

@@ -35,7 +35,7 @@ Ref<Interface> Hold(Interface* object) {
     return Ref<Interface>::Retain(object);
 }
 
-/// Mirrors a part, if it is there. `edit` asks for the other side's, which makes it.
+/// Mirrors a part if it exists. `edit` asks the other side for its part, which makes it.
 template <class Query, class Edit, class Copy>
 void MirrorPart(Query* query, Edit edit, Copy copy) {
     if (const auto from = Hold(query)) {

@@ -4,8 +4,8 @@
 
 namespace refhost::test {
 
-/// Asks a session for everything through the interfaces for querying, and tells all of it to
-/// another one through those for editing, as a plug-in would that had no file between.
+/// Asks a session for everything through the query interfaces and passes it to another session
+/// through the edit interfaces, like a plug-in without a file between the two.
 void Mirror(tses::IQuerySession& from, tses::IEditSession& to);
 
 }  // namespace refhost::test

@@ -6,7 +6,7 @@
 
 namespace refhost::test {
 
-/// The fixture of tests that make nodes: each must leave none.
+/// The base of tests that make nodes: none may be left at the end.
 class NoLiveNodes : public ::testing::Test {
 protected:
     void TearDown() override { EXPECT_EQ(LiveNodes(), 0U); }

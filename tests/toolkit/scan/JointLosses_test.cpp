@@ -23,7 +23,7 @@ protected:
         return kelcore::PathFromBytes((folder_ / name).string());
     }
 
-    /// What a session file with this in its root loses on the way to another one.
+    /// What a session file with this content in its root loses on conversion to another one.
     std::vector<std::string> Losses(const std::string& content, const std::string& to = "b.orvo") {
         return Losses(content, Conversion{.from = FullPath("a.orvo"), .to = FullPath(to)});
     }
@@ -226,7 +226,7 @@ TEST_F(JointLossesTest, AnApplicationOfTheFirstVersionKeepsItsPositionAndLosesTh
     kelcore::SetClientVersion(before, build);
 }
 
-// What JSON has and a session file has not
+// What JSON has but a session file does not
 
 TEST_F(JointLossesTest, ANumberWithoutAWordAndAnEditParameterWithoutASlotAreLostOnlyInASession) {
     const std::string document =

@@ -23,7 +23,7 @@ using tses::SessionResult;
 constexpr std::uint64_t kItems = 16777216;
 constexpr std::uint64_t kChannels = 1024;
 constexpr std::uint64_t kBlockBytes = 1073741824;
-constexpr std::uint64_t kBeats = 100000;  // whose names fit into one tag
+constexpr std::uint64_t kBeats = 100000;  // their names fit into one tag
 
 /// The operation that returns the length of a list, the longest accepted length, and the operations
 /// that return its items.

@@ -96,7 +96,7 @@ class Build:
         extra = []
         for source, compiled in objects.items():
             replaced = command.replace(f" {self.object_of(source)} ", f" {compiled} ")
-            # An object in front of an archive keeps the archive's own copy out.
+            # An object before an archive keeps the archive's own copy out.
             extra += [compiled] if replaced == command else []
             command = replaced
         command = command.replace(f" -o {output}", f" {' '.join(extra)} -fuse-ld=gold -o {shlex.quote(made)}")

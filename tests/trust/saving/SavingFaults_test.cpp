@@ -207,7 +207,7 @@ TEST_F(SavingFaultsTest, ATemporaryNameThatIsTakenIsSkipped) {
 
     folder_.Write("song.orvo", "old");
     BeginFaults({Wrong::Fails, EEXIST, Extent::SameName, place});
-    EXPECT_THROW(Replace(), kelcore::file_exception) << "all that may be tried";
+    EXPECT_THROW(Replace(), kelcore::file_exception) << "every name is taken";
     EndFaults();
     EXPECT_EQ(ContentOf(path_), "old");
 }

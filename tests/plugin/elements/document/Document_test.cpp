@@ -69,7 +69,7 @@ TEST_F(Document, ProgressIsReportedBeforeTheVersionBetweenTheChildrenAndBeforeTh
     EXPECT_TRUE(Write(Sample(), host).ok);
     EXPECT_THAT(afterProgress, ElementsAre("GetFormatVersion", "GetFileCount", "GetInputDeviceId"));
     EXPECT_EQ(reports, 4u);
-    EXPECT_TRUE(follows) << "the last call of all";
+    EXPECT_TRUE(follows) << "the last call must be a report";
 }
 
 TEST_F(Document, ProgressReportsAVersionThatCouldNotBeSet) {

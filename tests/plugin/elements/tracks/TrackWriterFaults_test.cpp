@@ -151,7 +151,7 @@ TEST_F(TrackWriterFaults, NoTrackIsQueriedAfterATextThatIsTooLong) {
     session.audioTracks.resize(3);
     EXPECT_THROW(Write(session, host), std::length_error);
     EXPECT_EQ(tracks, 1u);
-    EXPECT_EQ(reports, 1u) << "of progress";
+    EXPECT_EQ(reports, 1u) << "reports of progress";
     EXPECT_EQ(test::ReadFile(folder / "session.orvo"), "the old session");
 }
 
