@@ -49,7 +49,7 @@ inline constexpr kelcore::uint64 kFileBytes = kelcore::uint64{2} * 1024 * 1024 *
 inline constexpr kelcore::uint64 kItems = 16 * 1024 * 1024;
 
 /// The channels of a clip, and of the inputs or outputs of an effect. A clip's channels are all
-/// written up to the highest one, so a few words could make very many.
+/// written up to the highest one, so a short document could ask for very many.
 inline constexpr kelcore::uint32 kChannels = 1024;
 
 /// The bytes of one block. Its text is a third longer and must leave room in the file.

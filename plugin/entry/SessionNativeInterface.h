@@ -27,7 +27,7 @@ public:
     SessionResult SetFilePath(IHostFileRef* fileRef) override;
 
     /// Without a serializer both succeed and do nothing. After `Terminate` both fail, so that the
-    /// host never takes a session for saved that was not.
+    /// plug-in never reports a save that did not happen.
     SessionResult ReadSession(IEditSession* session) override;
     SessionResult WriteSession(IQuerySession* session) override;
 

@@ -5,9 +5,10 @@
 
 namespace tses {
 
-/// Calls `visit` with every index of a host's list until it returns false. Returns whether it never
-/// did. Returns false without calling `visit` if the list is longer than a document may hold: a
-/// host may report any count, and nothing may be allocated or walked by it before this check.
+/// Calls `visit` with every index of a host's list, until `visit` returns false; then returns false
+/// as well. Also returns false, without calling `visit`, if the list is longer than a document may
+/// hold: a host may report any count, and nothing may be allocated or walked by it before this
+/// check.
 template <class Visit>
 bool ForEachItem(SessionXMLWriter& writer, kelcore::uint32 count, Visit&& visit) {
     if (!writer.TakesItems(count)) {

@@ -187,7 +187,8 @@ void DocumentWatch::CheckLengthOfTag(kelcore::uint64 used) {
     }
 }
 
-/// Counts only in what began before this block: almost every block of a session brings an event.
+/// Counts only in what has gone on since the previous block: almost every block of a session brings
+/// an event.
 void DocumentWatch::CountAssignments(const unsigned char* bytes, std::size_t size) {
     if (lastEvent_ == received_) {
         assignments_ = 0;
