@@ -148,8 +148,10 @@ void DocumentWatch::CheckDocumentType() {
 void DocumentWatch::SawStartOfDocument() {
     started_ = true;
     if (hasMalformedVersion_) {
-        refuse_(u"refused: the version in the XML declaration is none; a session has 1.0 or 1.1",
-                DocumentPlace());
+        refuse_(
+            u"refused: the version in the XML declaration is not a number; a session has 1.0 or "
+            u"1.1",
+            DocumentPlace());
     }
     CheckDocumentType();
 }
@@ -226,7 +228,7 @@ void DocumentWatch::CheckName(std::u16string_view name) {
 void DocumentWatch::SawElementName(std::u16string_view qualifiedName) {
     CheckName(qualifiedName);
     if (qualifiedName.starts_with(u"xmlns:")) {
-        refuse_(u"refused: the prefix xmlns is not one for elements", {});
+        refuse_(u"refused: the prefix xmlns is not for elements", {});
     }
     if (!elementNames_.Add(qualifiedName)) {
         refuse_(
