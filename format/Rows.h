@@ -70,7 +70,9 @@ struct Row {
             Encoding::Read(text, member);
         } else if constexpr (typename Value::value_type value{};
                              std::is_same_v<decltype(Encoding::Read(text, value)), bool>) {
-            member = Encoding::Read(text, value) ? Value(value) : std::move(member);
+            if (Encoding::Read(text, value)) {
+                member = value;
+            }
         } else {
             Encoding::Read(text, member.emplace());
         }

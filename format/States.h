@@ -10,8 +10,8 @@ using State = kelcore::uint32;
 /// The State of every element. 41, 49, 50 and 52 belonged to elements that no longer exist.
 namespace states {
 
-inline constexpr State unknown =
-    0;  ///< inside an element that means nothing here; also the stack's bottom
+/// Inside an element that means nothing here; also the bottom of the stack.
+inline constexpr State unknown = 0;
 inline constexpr State orvo = 1;
 inline constexpr State session = 2;
 inline constexpr State files = 3;

@@ -55,7 +55,7 @@ protected:
 struct IEditAudioTrackPrivate : IEditAudioTrack {
     /// The track's place in the list of tracks, from 0.
     virtual void SetIndex(kelcore::uint32 index) = 0;
-    /// 1 audio, 2 bus, 3 master, 4 metronome, 5 instrument.
+    /// A `TrackKind` (host/TrackKind.h).
     virtual void SetKind(kelcore::uint32 kind) = 0;
     /// Whether the track is selected.
     virtual void SetSelected(bool selected) = 0;
@@ -139,8 +139,7 @@ struct IQueryAudioTrackPrivate : IQueryAudioTrack {
     virtual kelcore::uint32 GetId() = 0;
     /// The track's place in the list of tracks.
     virtual kelcore::uint32 GetIndex() = 0;
-    /// 1 audio, 2 bus, 3 master, 4 metronome, 5 instrument. A kind beyond 5, or 0, is stored as an
-    /// audio track.
+    /// A `TrackKind` (host/TrackKind.h); any other number is stored as an audio track.
     virtual kelcore::uint32 GetKind() = 0;
     /// Whether the track is selected.
     virtual bool IsSelected() = 0;

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "host/AudioTracks.h"
 #include <orvo/AudioTrack.h>
+
+#include "host/AudioTracks.h"
+#include "host/TrackKind.h"
 #include "reference_host/Node.h"
 #include "reference_host/nodes/AudioClips.h"
 #include "reference_host/nodes/Components.h"
@@ -10,6 +12,16 @@
 #include "reference_host/nodes/Sends.h"
 
 namespace refhost {
+
+/// Whether a kind has one number for hosts and for the library.
+constexpr bool AreOne(tses::TrackKind host, orvo::TrackKind model) {
+    return static_cast<kelcore::uint32>(host) == static_cast<std::uint32_t>(model);
+}
+static_assert(AreOne(tses::TrackKind::Audio, orvo::TrackKind::Audio) &&
+              AreOne(tses::TrackKind::Bus, orvo::TrackKind::Bus) &&
+              AreOne(tses::TrackKind::Master, orvo::TrackKind::Master) &&
+              AreOne(tses::TrackKind::Metronome, orvo::TrackKind::Metronome) &&
+              AreOne(tses::TrackKind::Instrument, orvo::TrackKind::Instrument));
 
 class EditInstrument final : public Face<tses::IEditInstrumentTrack, orvo::InstrumentTrack> {
 public:

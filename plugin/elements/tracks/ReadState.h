@@ -8,19 +8,11 @@
 #include "format/tracks/TrackVisibility.h"
 #include "host/AudioTracks.h"
 #include "host/Sends.h"
+#include "host/TrackKind.h"
 #include "host/VideoTracks.h"
 #include "plugin/serializer/HostReference.h"
 
 namespace tses {
-
-/// The kind of an audio-side track, as hosts number it.
-enum class TrackKind : kelcore::uint32 {
-    Audio = 1,
-    Bus = 2,
-    Master = 3,
-    Metronome = 4,
-    Instrument = 5
-};
 
 /// What a track element and its children say, until it reaches the track. Only a track element
 /// resets it: a child that comes twice keeps the value of an attribute that it lacks the second
