@@ -39,6 +39,13 @@ public:
     /// used without a reference.
     void StayWithParent() { staysWithParent_ = true; }
 
+    /// Tells the root that the plug-in begins a part of the session below this node.
+    virtual void ReportPart() const {
+        if (parent_ != nullptr) {
+            parent_->ReportPart();
+        }
+    }
+
     /// A host string for a query to return. This node keeps it until the next call of `GiveOut`.
     tses::IHostString* GiveOut(std::u16string text);
 
@@ -194,6 +201,7 @@ protected:
     /// For editing: appends a new element to a list.
     template <class Child, auto member>
     auto* Appended() const {
+        node_.ReportPart();
         auto& list = Value().*member;
         Fill(list.emplace_back());
         return &node_.template ElementNode<Child, member>(list.size() - 1).Edit();

@@ -20,6 +20,9 @@ struct Progress {
 /// `done` of `total` audio tracks have been written.
 using TrackListener = std::function<void(kelcore::uint32 done, kelcore::uint32 total)>;
 
+/// A read begins a part of the session: a file, a track, a clip, an effect, a send, ...
+using PartListener = std::function<void()>;
+
 using ProgressListener = std::function<void(const Progress&)>;
 
 }  // namespace refhost

@@ -43,6 +43,14 @@ public:
         }
     }
 
+    /// Called for each part that the plug-in begins during a read.
+    void SetPartListener(PartListener listener) { partListener_ = std::move(listener); }
+    void ReportPart() const override {
+        if (partListener_) {
+            partListener_();
+        }
+    }
+
     /// All reports so far.
     const std::vector<Progress>& Reports() const { return reports_; }
 
@@ -57,6 +65,7 @@ private:
     Ref<LogTarget> logTarget_;
     ProgressListener listener_;
     TrackListener trackListener_;
+    PartListener partListener_;
     std::vector<Progress> reports_;
 };
 

@@ -39,6 +39,7 @@ void UseFeatureDefaults() {
 ReadResult ReadSession(Plugin& plugin, const std::u16string& path, const ReadOptions& options) {
     const Ref<SessionNode> node = SessionNode::Make();
     node->SetProgressListener(options.progress);
+    node->SetPartListener(options.partProgress);
     if (options.logTarget) {
         node->SetLogTarget(Ref<LogTarget>::Adopt(new LogTarget));
     }

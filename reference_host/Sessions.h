@@ -28,6 +28,8 @@ struct ReadOptions {
     std::function<Ref<tses::IEditSession>(tses::IEditSession& session)> wrap{};
     /// Called for each report of progress.
     ProgressListener progress{};
+    /// Called for each part of the session that the plug-in begins. What it throws ends the read.
+    PartListener partProgress{};
 };
 
 struct ReadResult {

@@ -79,6 +79,9 @@ public:
         }
     }
 
+    /// Lets the request be cancelled where nobody says how far it is.
+    void Ask() { Report(share_); }
+
     /// Of what succeeded, which nothing cancels any more.
     void Finish() const {
         if (progress_) {
@@ -172,9 +175,11 @@ ReadResult ReadSession(const std::filesystem::path& file, const ReadOptions& opt
         Watch watch(options.progress);
         const std::u16string path = PluginPathOf(file);
         const refhost::ReadOptions hostOptions = {
-            .progress = [&watch](const refhost::Progress& progress) {
-                watch.Report(Share(progress.done, progress.total));
-            }};
+            .progress =
+                [&watch](const refhost::Progress& progress) {
+                    watch.Report(Share(progress.done, progress.total));
+                },
+            .partProgress = [&watch] { watch.Ask(); }};
         refhost::ReadResult read = SharedPlugin::Instance().Do([&](refhost::Plugin& plugin) {
             return refhost::ReadSession(plugin, path, hostOptions);
         });

@@ -27,6 +27,8 @@ namespace orvo {
 using ProgressFunction = std::function<bool(double share)>;
 
 struct ReadOptions {
+    /// Called for each file, track, clip, effect and send, so that a read soon ends when it is
+    /// cancelled. The share grows a few times only, when a whole list has been read.
     ProgressFunction progress{};
 };
 
@@ -40,6 +42,7 @@ struct ReadResult {
 };
 
 struct WriteOptions {
+    /// Called for each audio track, up to one half; the other half is one step.
     ProgressFunction progress{};
 };
 

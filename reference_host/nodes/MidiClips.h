@@ -58,6 +58,7 @@ public:
     using Face::Face;
 
     tses::IEditMIDIClip* CreateMIDIClip(kelcore::uint32 id) override {
+        Owner().ReportPart();
         Value().emplace_back().id = id;
         return &MidiClipAt(Owner(), Value().size() - 1).Edit();
     }

@@ -16,6 +16,7 @@ class EditSession final : public Face<tses::IEditSession, orvo::Session> {
     /// The thing with this id, made if it is missing; null for the id that names nothing.
     template <class Child, auto member, class Index>
     auto* FoundOrAdded(Index& index, kelcore::uint32 id) {
+        Owner().ReportPart();
         const auto place = [&] { return index.FindOrAdd(Value().*member, id); };
         return id == orvo::kNoId ? nullptr : &Owner().ElementNode<Child, member>(place()).Edit();
     }

@@ -139,6 +139,23 @@ TEST_F(SessionFileTest, ACancelledReadGivesNoSession) {
     EXPECT_TRUE(ReadSession(In("a.orvo"))) << "the next one works";
 }
 
+TEST_F(SessionFileTest, AReadCanBeCancelledAtEachTrackAndClip) {
+    ASSERT_TRUE(WriteSession(Sample(), In("a.orvo")));
+    int calls = 0;
+    ASSERT_TRUE(ReadSession(In("a.orvo"), {.progress = [&calls](double) { return ++calls > 0; }}));
+    EXPECT_GE(calls, 4 + 4 + 7) << "tracks, clips and the plug-in's own steps";
+    const int last = calls - 1;  // the call after success cancels nothing
+    for (int end = 1; end <= last; ++end) {
+        calls = 0;
+        const ReadResult read =
+            ReadSession(In("a.orvo"), {.progress = [&](double) { return ++calls != end; }});
+        EXPECT_TRUE(read.cancelled) << end;
+        EXPECT_EQ(read.session, Session()) << end;
+        EXPECT_EQ(calls, end) << "no call after that";
+    }
+    EXPECT_EQ(ReadSession(In("a.orvo")).session.audioTracks.size(), 4u) << "the next one works";
+}
+
 TEST_F(SessionFileTest, ThreadsWaitForEachOther) {
     ASSERT_TRUE(WriteSession(Sample(), In("a.orvo")));
     std::vector<std::thread> threads;

@@ -100,6 +100,23 @@ TEST_F(SessionTest, BothFacesCollectProgress) {
     EXPECT_THAT(heard, ElementsAre(1U, 2U));
 }
 
+TEST_F(SessionTest, EachPartThatAReadBeginsIsReportedBeforeItIsThere) {
+    const auto session = SessionNode::Make();
+    std::vector<std::size_t> clips;
+    const orvo::Session& value = session->Value();
+    session->SetPartListener([&] {
+        clips.push_back(value.audioTracks.empty() ? 0
+                                                  : value.audioTracks[0].clips.size() +
+                                                        value.audioTracks[0].midiClips.size());
+    });
+    const auto track = Ref<tses::IEditAudioTrack>::Retain(session->Edit().GetAudioTrack(1));
+    track->CreateAudioClip(1);
+    track->GetMIDIClipList()->CreateMIDIClip(2);
+    session->Edit().GetFile(1);
+    session->Edit().CreateClipGroup(1);
+    EXPECT_THAT(clips, ElementsAre(0U, 0U, 1U, 2U, 2U));
+}
+
 TEST_F(SessionTest, TheContextOfAWriteIsTheSession) {
     auto session = SessionNode::Make();
     auto context = Ref<tses::IHostObject>::Retain(session->Query().GetContext());
