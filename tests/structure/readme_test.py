@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks README.md and the guide for hosts: the commands print the output that is shown, and the programs compile and
-run.
+"""Checks README.md and the guides to the library and for hosts: the commands print the output that is shown, and the
+programs compile and run.
 
     readme_test.py ROOT BUILD ORVO CMAKE COMPILER -fsanitize=SANITIZERS
 
@@ -8,7 +8,8 @@ In a ```console block, a line that starts with "$ " is a command, which runs in 
 of build/release/bin/orvo; the lines up to the next command are its output. A ```cpp block with a main is compiled
 with nothing but what BUILD installs, once by the page's ```cmake block and once by its ```sh block. README.md has one,
 which uses the library and gives every clip of an example a fade; docs/host-interfaces.md has one, a host of at most 60
-lines that takes the plug-in and a session. Every other block is an excerpt of a file in examples/host/.
+lines that takes the plug-in and a session. Every other block is an excerpt of a file in examples/host/. Those of
+docs/library.md are compiled like that of README.md, run in ROOT, and print the ```text block that follows.
 """
 
 import json
@@ -106,6 +107,16 @@ def check_library_program(root, installed, orvo, page, program):
     return fades(installed.built_by_cmake(lists, program)) and fades(installed.built_by_commands(commands, program))
 
 
+def check_shown_program(root, installed, readme, program, shown):
+    [commands] = blocks(readme, "sh")
+    made = installed.built_by_commands(commands, program)
+    run = subprocess.run([made], cwd=root, capture_output=True, text=True, check=False)
+    if (run.returncode, run.stdout, run.stderr) == (0, shown, ""):
+        return True
+    print(f"{program}--- shown\n{shown}--- true\n{run}")
+    return False
+
+
 def check_host(root, installed, orvo, page, program):
     [lists], [commands] = blocks(page, "cmake"), blocks(page, "sh")
     plugin = installed.prefix / "lib/OrvoNative.so"
@@ -155,6 +166,8 @@ def main():
     root, build, orvo, *tools = Path(sys.argv[1]), *sys.argv[2:7]
     readme = (root / "README.md").read_text("utf-8")
     guide = (root / "docs/host-interfaces.md").read_text("utf-8")
+    library = (root / "docs/library.md").read_text("utf-8")
+    library_programs = list(zip(blocks(library, "cpp"), blocks(library, "text"), strict=True))
     shown = [command for block in blocks(readme, "console") for command in commands(block)]
     [library_program], nothing = split_code(readme)
     [host_program], excerpts = split_code(guide)
@@ -163,10 +176,11 @@ def main():
         checked = [
             *(check_command(root, orvo, command, output) for command, output in shown),
             check_library_program(root, installed, orvo, readme, library_program),
+            *(check_shown_program(root, installed, readme, *program) for program in library_programs),
             check_host(root, installed, orvo, guide, host_program),
             *(check_excerpt(root, excerpt) for excerpt in excerpts),
         ]
-    return 0 if shown and not nothing and excerpts and all(checked) else 1
+    return 0 if shown and library_programs and not nothing and excerpts and all(checked) else 1
 
 
 if __name__ == "__main__":
