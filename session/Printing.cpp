@@ -59,6 +59,9 @@ std::ostream& operator<<(std::ostream& out, TimeDisplay display) {
 std::ostream& operator<<(std::ostream& out, Severity severity) {
     return PrintCode(out, severity);
 }
+std::ostream& operator<<(std::ostream& out, FeedTarget target) {
+    return PrintCode(out, target);
+}
 std::ostream& operator<<(std::ostream& out, const Keyframe& keyframe) {
     return out << Dump(keyframe);
 }

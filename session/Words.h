@@ -9,6 +9,7 @@
 
 #include <orvo/AudioTrack.h>
 #include <orvo/EditorState.h>
+#include <orvo/Lookup.h>
 #include <orvo/Message.h>
 #include <orvo/Metronome.h>
 #include "format/Keywords.h"
@@ -125,6 +126,15 @@ struct Words<Severity> {
     static constexpr std::array kTable{
         Word{"error", Severity::Error},
         Word{"warning", Severity::Warning},
+    };
+};
+
+template <>
+struct Words<FeedTarget> {
+    static constexpr std::array kTable{
+        Word{"nowhere", FeedTarget::Nowhere},
+        Word{"track", FeedTarget::Track},
+        Word{"port", FeedTarget::Port},
     };
 };
 

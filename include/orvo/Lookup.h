@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
 #include <type_traits>
 #include <unordered_map>
@@ -142,6 +143,9 @@ enum class FeedTarget {
     Track,
     Port  ///< an output of the audio device
 };
+
+/// Prints "nowhere", "track" or "port".
+ORVO_API std::ostream& operator<<(std::ostream& out, FeedTarget target);
 
 /// One way that the sound of a track takes: its own output, or a send.
 template <class Owner>

@@ -112,5 +112,11 @@ TEST(WordsTest, ASeverityPrintsAsAWord) {
     EXPECT_EQ(Printed(Severity::Warning), "warning");
 }
 
+TEST(WordsTest, WhereAFeedLeadsPrintsAsAWord) {
+    EXPECT_EQ(Printed(FeedTarget::Nowhere), "nowhere");
+    EXPECT_EQ(Printed(FeedTarget::Track), "track");
+    EXPECT_EQ(Printed(FeedTarget::Port), "port");
+}
+
 }  // namespace
 }  // namespace orvo

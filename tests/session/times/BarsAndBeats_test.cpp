@@ -5,6 +5,7 @@
 #include <limits>
 
 #include <orvo/Times.h>
+#include "tests/session/times/Results.h"
 
 namespace orvo {
 namespace {
@@ -18,16 +19,11 @@ constexpr MusicalTime kMarch{
     .beatsPerMinute = 120, .beatsPerBar = 4, .noteLength = 4, .subdivisions = 16};
 
 std::int64_t Parsed(std::string_view text, const MusicalTime& time, std::uint32_t rate = kRate) {
-    const PositionResult result = ParseBarsAndBeats(text, rate, time);
-    EXPECT_TRUE(result.ok) << text;
-    return result.position;
+    return test::PositionIn(ParseBarsAndBeats(text, rate, time));
 }
 
 Message Refused(std::string_view text, const MusicalTime& time, std::uint32_t rate = kRate) {
-    const PositionResult result = ParseBarsAndBeats(text, rate, time);
-    EXPECT_FALSE(result.ok) << text;
-    EXPECT_EQ(result.position, 0);
-    return result.messages.empty() ? Message() : result.messages.front();
+    return test::RefusalIn(ParseBarsAndBeats(text, rate, time));
 }
 
 TEST(BarsAndBeats, CountFromOneAndSubdivisionsFromZero) {

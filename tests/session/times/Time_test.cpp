@@ -5,6 +5,8 @@
 
 #include <limits>
 
+#include "tests/session/times/Results.h"
+
 namespace orvo {
 namespace {
 
@@ -13,16 +15,11 @@ constexpr auto kLast = std::numeric_limits<std::int64_t>::max();
 constexpr auto kFirst = std::numeric_limits<std::int64_t>::min();
 
 std::int64_t Parsed(std::string_view text, std::uint32_t sampleRate = kRate) {
-    const PositionResult result = ParseTime(text, sampleRate);
-    EXPECT_TRUE(result.ok) << text;
-    return result.position;
+    return test::PositionIn(ParseTime(text, sampleRate));
 }
 
 Message Refused(std::string_view text, std::uint32_t sampleRate = kRate) {
-    const PositionResult result = ParseTime(text, sampleRate);
-    EXPECT_FALSE(result.ok) << text;
-    EXPECT_EQ(result.position, 0);
-    return result.messages.empty() ? Message() : result.messages.front();
+    return test::RefusalIn(ParseTime(text, sampleRate));
 }
 
 TEST(FormatTime, ShowsHoursMinutesSecondsAndMilliseconds) {

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include <orvo/Times.h>
+#include "tests/session/times/Results.h"
 
 namespace orvo {
 namespace {
@@ -30,16 +31,11 @@ constexpr std::int64_t NtscFrames(std::int64_t count) {
 
 std::int64_t Parsed(std::string_view text, const FrameRate& rate,
                     std::uint32_t sampleRate = kRate) {
-    const PositionResult result = ParseTimecode(text, sampleRate, rate);
-    EXPECT_TRUE(result.ok) << text;
-    return result.position;
+    return test::PositionIn(ParseTimecode(text, sampleRate, rate));
 }
 
 Message Refused(std::string_view text, const FrameRate& rate, std::uint32_t sampleRate = kRate) {
-    const PositionResult result = ParseTimecode(text, sampleRate, rate);
-    EXPECT_FALSE(result.ok) << text;
-    EXPECT_EQ(result.position, 0);
-    return result.messages.empty() ? Message() : result.messages.front();
+    return test::RefusalIn(ParseTimecode(text, sampleRate, rate));
 }
 
 TEST(Timecode, CountsFramesBehindTheSeconds) {
