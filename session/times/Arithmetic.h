@@ -9,7 +9,7 @@ namespace orvo::times {
 /// Holds the product of a position with a rate and a scale.
 __extension__ typedef __int128 Wide;
 
-// Quotients by divisors above 0.
+// Divisors are above 0.
 
 constexpr Wide Floor(Wide dividend, Wide divisor) {
     return dividend / divisor - (dividend % divisor < 0 ? 1 : 0);
@@ -24,7 +24,7 @@ constexpr Wide Nearest(Wide dividend, Wide divisor) {
     return dividend < 0 ? -Nearest(-dividend, divisor) : (2 * dividend + divisor) / (2 * divisor);
 }
 
-/// Nothing for what a position cannot hold.
+/// No value if a position cannot hold the samples.
 constexpr std::optional<std::int64_t> AsPosition(Wide samples) {
     using Limits = std::numeric_limits<std::int64_t>;
     return samples >= Limits::min() && samples <= Limits::max()
@@ -32,11 +32,11 @@ constexpr std::optional<std::int64_t> AsPosition(Wide samples) {
                : std::nullopt;
 }
 
-/// The position at `count * samples / units` or else the next one: where `count` of equal units
-/// begin, of which so many last so many samples. Both are above 0 and have at most 60 bits.
+/// The first position that is not before the end of `count` units, where `units` units last
+/// `samples` samples. Both are above 0 and have at most 60 bits.
 constexpr std::optional<std::int64_t> FirstSampleOf(Wide count, Wide samples, Wide units) {
     const Wide whole = Floor(count, units);
-    // A product of more than this many may have more than 128 bits.
+    // Keeps the product below within 128 bits; the result would exceed 64 bits anyway.
     if (!AsPosition(whole)) {
         return std::nullopt;
     }

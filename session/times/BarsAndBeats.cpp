@@ -11,7 +11,7 @@ namespace {
 using times::TextReader;
 using times::Wide;
 
-// With these, all products of a position have less than 125 bits.
+// These keep the products of a position within 125 bits.
 constexpr std::int32_t kMost = 1000000;
 constexpr std::int32_t kTempoScale = 1000000;
 
@@ -19,7 +19,7 @@ constexpr std::int32_t kTempoScale = 1000000;
 struct Grid {
     Wide beatsPerBar = 1;
     Wide subdivisions = 1;
-    // So many subdivisions last so many samples.
+    // `units` subdivisions last `samples` samples.
     Wide units = 1;
     Wide samples = 1;
 };
@@ -38,7 +38,7 @@ std::optional<Grid> GridOf(std::uint32_t sampleRate, const MusicalTime& time) {
     return grid;
 }
 
-/// What a text of bars and beats says.
+/// Parsed bars and beats.
 struct Label {
     bool negative = false;
     std::uint64_t bar = 0;
@@ -100,12 +100,13 @@ PositionResult ParseBarsAndBeats(std::string_view text, std::uint32_t sampleRate
     }
     const auto grid = GridOf(sampleRate, time);
     if (!grid) {
-        return times::Failure("there are no bars and beats without a tempo",
-                              "give a tempo and the beats of a bar");
+        return times::Failure(
+            "bars and beats need a tempo",
+            "set a tempo and the beats of a bar, each above 0 and at most 1000000");
     }
     const auto label = ReadLabel(text);
     if (!label) {
-        return times::Failure("these are no bars and beats",
+        return times::Failure("this is not a position in bars and beats",
                               "write bar:beat.subdivision, as 3:2.05, or bar:beat");
     }
     if (label->beat < 1 || label->beat > grid->beatsPerBar) {

@@ -5,7 +5,7 @@
 namespace orvo {
 namespace {
 
-/// How a session's times are shown. Nothing: as hours, minutes and seconds.
+/// In the session's time format. No value if it cannot show positions.
 std::optional<std::string> FormatAsStated(const Session& session, std::int64_t position) {
     switch (session.timeFormat.format) {
         case TimeDisplay::Samples:
@@ -24,7 +24,7 @@ PositionResult ParseSamples(std::string_view text) {
     const bool negative = reader.Take('-');
     const auto samples = reader.TakeNumber();
     if (!samples || !reader.IsAtEnd()) {
-        return times::Failure("this is no count of samples", "write a whole number");
+        return times::Failure("this is not a number of samples", "write a whole number");
     }
     const times::Wide count = *samples;
     return times::ResultOf(times::AsPosition(negative ? -count : count));

@@ -32,7 +32,7 @@ PositionResult ResultOf(std::optional<std::int64_t> position) {
 }
 
 PositionResult NoSampleRate() {
-    return Failure("at a sample rate of 0 there are no times", "use positions in samples");
+    return Failure("a sample rate of 0 has no times", "use positions in samples");
 }
 
 int DigitsBelow(std::uint32_t count) {

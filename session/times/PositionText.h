@@ -8,11 +8,11 @@
 #include <orvo/Times.h>
 #include "session/times/Arithmetic.h"
 
-// What the texts of positions have in common.
+// What formatting and parsing of all kinds of positions share.
 
 namespace orvo::times {
 
-/// Reads a text from its begin.
+/// Reads a text piece by piece.
 class TextReader {
 public:
     explicit TextReader(std::string_view text) : rest_(text) {}
@@ -20,7 +20,7 @@ public:
     /// Reads this character if it is the next one.
     bool Take(char character);
 
-    /// Reads digits. Nothing if there are none or their number has more than 64 bits.
+    /// Reads decimal digits. No value if there are no digits or if the number exceeds 64 bits.
     std::optional<std::uint64_t> TakeNumber();
 
     bool IsAtEnd() const { return rest_.empty(); }
@@ -32,13 +32,13 @@ private:
 
 PositionResult Failure(std::string what, std::string advice = {});
 
-/// Of samples that a position may not be able to hold.
+/// A failure if there is no position, because it exceeds 64 bits.
 PositionResult ResultOf(std::optional<std::int64_t> position);
 
-/// Of texts that need a sample rate.
+/// The failure to parse without a sample rate.
 PositionResult NoSampleRate();
 
-/// How many digits numbers below `count` have.
+/// The digits of the highest number below `count`.
 int DigitsBelow(std::uint32_t count);
 
 }  // namespace orvo::times

@@ -106,7 +106,7 @@ PositionResult ParseTime(std::string_view text, std::uint32_t sampleRate) {
     const auto seconds = TakeSeconds(reader);
     const auto fraction = seconds ? TakeFraction(reader) : std::nullopt;
     if (!fraction || !reader.IsAtEnd()) {
-        return times::Failure("this is no time",
+        return times::Failure("this is not a time",
                               "write h:mm:ss.mmm, as 1:02:03.500, or seconds, as 3723.5");
     }
     const Wide samples =

@@ -17,7 +17,7 @@ bool IsValid(const FrameRate& rate) {
     return rate.count > 0 && (!rate.dropFrame || rate.count % kDroppingRates == 0);
 }
 
-/// So many frames last so many samples.
+/// The frames that last a whole number of samples.
 struct Period {
     Wide frames = 0;
     Wide samples = 0;
@@ -32,7 +32,7 @@ std::uint32_t DroppedIn(const FrameRate& rate) {
     return rate.dropFrame ? rate.count / 15 : 0;
 }
 
-/// The number of the frame behind so many frames.
+/// The number of a frame, counting the skipped numbers.
 Wide NumberOf(Wide frames, const FrameRate& rate) {
     const Wide dropped = DroppedIn(rate);
     const Wide minute = Wide{rate.count} * 60 - dropped;
@@ -42,7 +42,7 @@ Wide NumberOf(Wide frames, const FrameRate& rate) {
     return frames + dropped * (frames / tenMinutes * 9 + minutes);
 }
 
-/// What a text of timecode says.
+/// Parsed timecode.
 struct Label {
     bool negative = false;
     std::uint64_t hours = 0;
@@ -75,7 +75,7 @@ bool IsDropped(const Label& label, const FrameRate& rate) {
     return label.minutes % 10 != 0 && label.seconds == 0 && label.frames < DroppedIn(rate);
 }
 
-/// How many frames come before that of a label, its sign left aside.
+/// The frames between 0 and a label, whatever its sign.
 Wide FramesBefore(const Label& label, const FrameRate& rate) {
     const Wide minutes = Wide{label.hours} * 60 + label.minutes;
     const Wide number = (minutes * 60 + label.seconds) * rate.count + label.frames;
@@ -142,24 +142,25 @@ PositionResult ParseTimecode(std::string_view text, std::uint32_t sampleRate,
         return times::NoSampleRate();
     }
     if (!IsValid(rate)) {
-        return times::Failure("there is no timecode of this frame rate",
-                              "count at least 1 frame, and drop frames at multiples of 30 only");
+        return times::Failure(
+            "there is no timecode with this frame rate",
+            "use 1 frame a second or more, and drop frame only with a multiple of 30");
     }
     const auto label = ReadLabel(text);
     if (!label) {
-        return times::Failure("this is no timecode", "write hh:mm:ss:ff, as 01:00:00:00");
+        return times::Failure("this is not timecode", "write hh:mm:ss:ff, as 01:00:00:00");
     }
     if (label->semicolon && !rate.dropFrame) {
-        return times::Failure("this is timecode with drop frame, and the frame rate is not",
-                              "write a colon before the frames");
+        return times::Failure("a semicolon means drop frame, which this frame rate does not have",
+                              "put a colon before the frames");
     }
     if (label->frames >= rate.count) {
         return times::Failure(fmt::format("a second has no frame {}", label->frames),
                               fmt::format("count frames from 0 to {}", rate.count - 1));
     }
     if (IsDropped(*label, rate)) {
-        return times::Failure("this number is left out with drop frame",
-                              fmt::format("begin this minute with frame {}", DroppedIn(rate)));
+        return times::Failure("drop frame skips this frame number",
+                              fmt::format("start this minute with frame {}", DroppedIn(rate)));
     }
     return PositionOf(*label, sampleRate, rate);
 }

@@ -74,7 +74,7 @@ TEST(PublicLibrary, ThingsAreFoundAndPositionsRead) {
     EXPECT_EQ(orvo::FormatPosition(song, 2882880), "00:01:00;02");
     std::ostringstream text;
     text << orvo::ParsePosition(song, "one minute").messages.at(0);
-    EXPECT_EQ(text.str(), "this is no timecode; write hh:mm:ss:ff, as 01:00:00:00");
+    EXPECT_EQ(text.str(), "this is not timecode; write hh:mm:ss:ff, as 01:00:00:00");
 }
 
 }  // namespace

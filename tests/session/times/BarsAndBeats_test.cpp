@@ -80,7 +80,7 @@ TEST(BarsAndBeats, OtherTextsAreRefusedWithTheForm) {
     for (const char* const text : {"", "1", "1:", ":1", "1.1", "1:1.", "1:1:1", "1:1.0.0", " 1:1",
                                    "1:1 ", "1:-1", "+1:1", "18446744073709551616:1"}) {
         const Message message = Refused(text, kMarch);
-        EXPECT_EQ(message.what, "these are no bars and beats") << text;
+        EXPECT_EQ(message.what, "this is not a position in bars and beats") << text;
         EXPECT_EQ(message.advice, "write bar:beat.subdivision, as 3:2.05, or bar:beat") << text;
     }
 }
@@ -104,11 +104,11 @@ TEST(BarsAndBeats, WithoutATempoThereAreNone) {
           with(kInfinity, 4), with(1000001, 4), with(120, 1000001), with(120, 4, 1000001),
           with(0.0000004, 4)}) {
         EXPECT_EQ(FormatBarsAndBeats(0, kRate, time), std::nullopt);
-        EXPECT_EQ(Refused("1:1", time).what, "there are no bars and beats without a tempo");
+        EXPECT_EQ(Refused("1:1", time).what, "bars and beats need a tempo");
     }
     EXPECT_EQ(FormatBarsAndBeats(0, kRate, with(0.0000005, 1000000, 1000000)), "1:1.000000");
     EXPECT_EQ(FormatBarsAndBeats(0, 0, kMarch), std::nullopt);
-    EXPECT_EQ(Refused("1:1", kMarch, 0).what, "at a sample rate of 0 there are no times");
+    EXPECT_EQ(Refused("1:1", kMarch, 0).what, "a sample rate of 0 has no times");
 }
 
 TEST(BarsAndBeats, EveryPositionHasAText) {

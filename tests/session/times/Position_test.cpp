@@ -67,7 +67,8 @@ TEST(Position, EveryCountOfSamplesReadsBack) {
     EXPECT_EQ(ParsePosition(session, "9223372036854775808").messages.at(0).what,
               "this position is beyond 64 bits of samples");
     for (const char* const text : {"", "-", "1.5", "1 ", "x"}) {
-        EXPECT_EQ(ParsePosition(session, text).messages.at(0).what, "this is no count of samples");
+        EXPECT_EQ(ParsePosition(session, text).messages.at(0).what,
+                  "this is not a number of samples");
     }
 }
 

@@ -100,7 +100,7 @@ TEST(ParseTime, OtherTextsAreRefusedWithTheForms) {
                                    "0x1",
                                    "18446744073709551616"}) {
         const Message message = Refused(text);
-        EXPECT_EQ(message.what, "this is no time") << text;
+        EXPECT_EQ(message.what, "this is not a time") << text;
         EXPECT_EQ(message.advice, "write h:mm:ss.mmm, as 1:02:03.500, or seconds, as 3723.5");
     }
 }
@@ -115,7 +115,7 @@ TEST(ParseTime, APositionBeyond64BitsIsRefused) {
 }
 
 TEST(ParseTime, HasNoPositionWithoutARate) {
-    EXPECT_EQ(Refused("0", 0).what, "at a sample rate of 0 there are no times");
+    EXPECT_EQ(Refused("0", 0).what, "a sample rate of 0 has no times");
     EXPECT_EQ(Refused("0", 0).advice, "use positions in samples");
 }
 

@@ -150,8 +150,8 @@ TEST(Timecode, DropFrameAt60IsWhatAClockCountsForADay) {
 }
 
 TEST(Timecode, ADroppedNumberIsRefusedWithTheFirstOfItsMinute) {
-    EXPECT_EQ(Refused("00:01:00;01", kNtsc30Drop).advice, "begin this minute with frame 2");
-    EXPECT_EQ(Refused("00:59:00;03", kNtsc60Drop).advice, "begin this minute with frame 4");
+    EXPECT_EQ(Refused("00:01:00;01", kNtsc30Drop).advice, "start this minute with frame 2");
+    EXPECT_EQ(Refused("00:59:00;03", kNtsc60Drop).advice, "start this minute with frame 4");
     EXPECT_EQ(Parsed("00:10:00;00", kNtsc30Drop, 30000), 17982 * 1001);
     EXPECT_EQ(Parsed("00:01:01;00", kNtsc30Drop, 30000), 1828 * 1001);
     EXPECT_EQ(Parsed("00:01:00:00", kNtsc30, 30000), 1800 * 1001) << "not without drop frame";
@@ -159,7 +159,7 @@ TEST(Timecode, ADroppedNumberIsRefusedWithTheFirstOfItsMinute) {
 
 TEST(Timecode, ASemicolonMeansDropFrameAndAColonEither) {
     EXPECT_EQ(Parsed("00:10:00:00", kNtsc30Drop, 30000), 17982 * 1001);
-    EXPECT_EQ(Refused("00:10:00;00", kNtsc30).advice, "write a colon before the frames");
+    EXPECT_EQ(Refused("00:10:00;00", kNtsc30).advice, "put a colon before the frames");
 }
 
 TEST(Timecode, ATextIsTheFirstSampleOfItsFrame) {
@@ -176,7 +176,7 @@ TEST(Timecode, TextsThatAreNoTimecodeAreRefusedWithTheForm) {
           "+00:00:00:00", "00:00:00:-1", "00:60:00:00", "00:00:60:00", "00;00:00:00", "00:00:00.00",
           "0x:00:00:00", "--00:00:00:00", "18446744073709551616:00:00:00"}) {
         const Message message = Refused(text, kPal);
-        EXPECT_EQ(message.what, "this is no timecode") << text;
+        EXPECT_EQ(message.what, "this is not timecode") << text;
         EXPECT_EQ(message.advice, "write hh:mm:ss:ff, as 01:00:00:00") << text;
     }
 }
@@ -192,10 +192,11 @@ TEST(Timecode, WithoutARateThereIsNone) {
     EXPECT_EQ(FormatTimecode(0, 0, kPal), std::nullopt);
     EXPECT_EQ(FormatTimecode(0, kRate, {.count = 0}), std::nullopt);
     EXPECT_EQ(FormatTimecode(0, kRate, {.count = 25, .dropFrame = true}), std::nullopt);
-    EXPECT_EQ(Refused("00:00:00:00", kPal, 0).what, "at a sample rate of 0 there are no times");
-    EXPECT_EQ(Refused("00:00:00:00", {.count = 0}).what, "there is no timecode of this frame rate");
+    EXPECT_EQ(Refused("00:00:00:00", kPal, 0).what, "a sample rate of 0 has no times");
+    EXPECT_EQ(Refused("00:00:00:00", {.count = 0}).what,
+              "there is no timecode with this frame rate");
     EXPECT_EQ(Refused("00:00:00:00", {.count = 25, .ntsc = true, .dropFrame = true}).what,
-              "there is no timecode of this frame rate");
+              "there is no timecode with this frame rate");
 }
 
 TEST(Timecode, EveryPositionHasAText) {
