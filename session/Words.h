@@ -28,6 +28,10 @@ struct Word {
     Code code;
 };
 
+/// Not every compiler deduces it for an aggregate.
+template <class Code>
+Word(std::string_view, Code) -> Word<Code>;
+
 /// For each enumeration: its words, as `kTable`.
 template <class Code>
 struct Words;
