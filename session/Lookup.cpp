@@ -58,7 +58,7 @@ auto& ClipsOf(auto& track) {
     }
 }
 
-/// The first clip of an id among those of some tracks, as a `Found`.
+/// Finds the first clip with an id on the tracks that it is called with.
 template <class Found, class Clip>
 struct Search {
     std::uint32_t id = 0;
@@ -108,7 +108,7 @@ FileClips<Owner> AllClipsOfFile(Owner& session, std::uint32_t fileId) {
     return clips;
 }
 
-// Feeds. A target is looked up by what the caller has for it: the session or an index.
+// Feeds. `findTrack` searches the session or asks an index.
 
 template <class Owner>
 void LeadToTrack(Feed<Owner>& feed, std::int32_t id, const auto& findTrack) {
@@ -175,8 +175,8 @@ std::vector<Feed<Owner>> AllFeedsInto(Owner& session, const AudioTrack& track) {
 
 // The index
 
-template <class Map, class Found>
-void AddFirst(Map& map, std::uint32_t id, const Found& found) {
+template <class Map>
+void AddFirst(Map& map, std::uint32_t id, const typename Map::mapped_type& found) {
     if (id != kNoId) {
         map.try_emplace(id, found);
     }
@@ -289,13 +289,12 @@ SessionIndex::SessionIndex(const Session& session) {
     }
     ForEachClip(session, [this](const auto& track, const auto& clip) {
         using Clip = std::remove_cvref_t<decltype(clip)>;
-        const TrackClip found{&track, &clip};
         if constexpr (std::is_same_v<Clip, AudioClip>) {
-            AddFirst(audioClips_, clip.id, found);
+            AddFirst(audioClips_, clip.id, {&track, &clip});
         } else if constexpr (std::is_same_v<Clip, MidiClip>) {
-            AddFirst(midiClips_, clip.id, found);
+            AddFirst(midiClips_, clip.id, {&track, &clip});
         } else {
-            AddFirst(videoClips_, clip.id, found);
+            AddFirst(videoClips_, clip.id, {&track, &clip});
         }
     });
 }
