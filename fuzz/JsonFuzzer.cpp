@@ -26,7 +26,9 @@ std::optional<orvo::Session> SessionOf(std::string_view text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (const auto session = SessionOf({reinterpret_cast<const char*>(data), size})) {
         const std::string json = orvo::ToJson(*session);
-        if (orvo::ToJson(orvo::json::Parse(json)) != json) {
+        const std::string full = orvo::ToJson(*session, {.full = true});
+        if (orvo::ToJson(orvo::json::Parse(json)) != json ||
+            orvo::ToJson(orvo::json::Parse(full)) != json) {
             fuzz::Fail("a session changed on its way through JSON");
         }
     }

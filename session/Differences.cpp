@@ -44,12 +44,13 @@ std::string Shown(const Value& value) {
     constexpr std::size_t kLongest = 60;
     std::string begin;
     try {
-        json::WriteValue(value, json::JsonWriter::Layout::Compact, {}, [&](std::string_view block) {
-            begin = block;
-            if (begin.size() > kLongest) {
-                throw Enough();
-            }
-        });
+        json::WriteValue(value, {json::JsonWriter::Layout::Compact}, {},
+                         [&](std::string_view block) {
+                             begin = block;
+                             if (begin.size() > kLongest) {
+                                 throw Enough();
+                             }
+                         });
     } catch (const Enough&) {
         // The rest is not shown.
     }

@@ -8,7 +8,9 @@
 namespace orvo {
 namespace {
 
-constexpr auto kLayout = json::JsonWriter::Layout::Indented;
+json::JsonWriter::Style StyleOf(const JsonOptions& options) {
+    return {.isFull = options.full};
+}
 
 Message MessageOf(const json::JsonError& error) {
     const auto place = error.Place().value_or(json::TextPlace{0, 0});
@@ -30,12 +32,15 @@ ReadResult ResultOf(const Parse& parse) {
 
 }  // namespace
 
-void ToJson(const Session& session, const TextSink& sink, const ByteProgress& progress) {
-    json::WriteValue(session, kLayout, "\n", sink, progress);
+void ToJson(const Session& session, const TextSink& sink, const JsonOptions& options) {
+    json::WriteValue(session, StyleOf(options), "\n", sink, options.progress);
 }
 
-std::string ToJson(const Session& session) {
-    return json::Encoded(session, kLayout, "\n");
+std::string ToJson(const Session& session, const JsonOptions& options) {
+    std::string text;
+    ToJson(
+        session, [&](std::string_view block) { text += block; }, options);
+    return text;
 }
 
 ReadResult FromJson(const TextSource& source, const ByteProgress& progress) {

@@ -14,7 +14,7 @@ namespace {
 
 template <class Value>
 std::string Dump(const Value& value) {
-    return json::Encoded(value, json::JsonWriter::Layout::Indented, "\n");
+    return json::Encoded(value, {}, "\n");
 }
 
 template <HasWords Code>
@@ -40,6 +40,9 @@ std::ostream& operator<<(std::ostream& out, StretchType type) {
 }
 std::ostream& operator<<(std::ostream& out, StretchQuality quality) {
     return PrintCode(out, quality);
+}
+std::ostream& operator<<(std::ostream& out, KeyframeType type) {
+    return PrintCode(out, type);
 }
 std::ostream& operator<<(std::ostream& out, TrackKind kind) {
     return PrintCode(out, kind);

@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include <orvo/AudioTrack.h>
+#include <orvo/Automation.h>
 #include <orvo/EditorState.h>
 #include <orvo/Lookup.h>
 #include <orvo/Message.h>
@@ -15,6 +16,7 @@
 #include "format/Keywords.h"
 #include "format/clips/ClipStretch.h"
 #include "format/clips/Fade.h"
+#include "format/effects/Parameter.h"
 #include "format/state/Metronome.h"
 #include "format/state/TimeFormat.h"
 
@@ -120,6 +122,8 @@ template <>
 struct Words<StretchType> : KeywordsAs<StretchType, tses::kStretchTypes> {};
 template <>
 struct Words<StretchQuality> : KeywordsAs<StretchQuality, tses::kStretchQualities> {};
+template <>
+struct Words<KeyframeType> : KeywordsAs<KeyframeType, tses::kKeyframeTypes> {};
 template <>
 struct Words<SoundSet> : KeywordsAs<SoundSet, tses::kSoundSets> {};
 template <>

@@ -102,7 +102,7 @@ orvo::AutomationLane TrackMaker::MakeLane(int32 low, int32 high) {
     for (uint32 i = 0; i < size_.keyframes; ++i) {
         lane.keyframes.push_back({.value = static_cast<float>(dice_.Thousandths(low, high)),
                                   .sampleOffset = offset,
-                                  .hold = dice_.OneIn(8)});
+                                  .type = orvo::KeyframeType{dice_.OneIn(8)}});
         offset += dice_.Between(kSecond / 10, 4 * kSecond);
     }
     return lane;

@@ -90,7 +90,7 @@ SessionSummary Summarise(const orvo::Session& session, const FileTest& exists) {
     SessionSummary summary;
     summary.format = session.formatDescription;
     summary.sampleRate = session.sampleRate;
-    summary.channelCount = session.channelCount;
+    summary.audioChannelType = session.audioChannelType;
     summary.bitDepth = session.bitDepth;
     summary.duration = session.duration;
     summary.audioDevice = session.audioDevice;
@@ -134,13 +134,13 @@ std::string TimeFormatName(const orvo::TimeFormat& format) {
     }
 }
 
-std::optional<std::string> ChannelLayoutName(kelcore::int32 channelCount) {
-    switch (channelCount) {
-        case 1:
+std::optional<std::string> ChannelLayoutName(orvo::ChannelType type) {
+    switch (type) {
+        case orvo::ChannelType::Mono:
             return "mono";
-        case 2:
+        case orvo::ChannelType::Stereo:
             return "stereo";
-        case 6:
+        case orvo::ChannelType::FivePointOne:
             return "5.1";
         default:
             return std::nullopt;

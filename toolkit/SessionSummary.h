@@ -28,7 +28,7 @@ struct MediaSummary {
 struct SessionSummary {
     std::string format;  ///< the sentence that names the application; may be empty
     kelcore::uint32 sampleRate = 0;
-    kelcore::int32 channelCount = 0;
+    orvo::ChannelType audioChannelType = orvo::ChannelType::NotSaid;
     kelcore::uint32 bitDepth = 0;
     kelcore::int64 duration = 0;  ///< in samples
     orvo::AudioDevice audioDevice;
@@ -69,7 +69,7 @@ SessionSummary Summarise(const orvo::Session& session, const FileTest& exists);
 /// How times are shown, as people call it: "samples", "timecode, 25 frames a second", ...
 std::string TimeFormatName(const orvo::TimeFormat& format);
 
-/// "mono", "stereo", "5.1"; no value for counts without a name.
-std::optional<std::string> ChannelLayoutName(kelcore::int32 channelCount);
+/// "mono", "stereo", "5.1"; no value for numbers of channels without a name.
+std::optional<std::string> ChannelLayoutName(orvo::ChannelType type);
 
 }  // namespace toolkit

@@ -161,7 +161,7 @@ TrackSummary Summarise(const orvo::Session& session, const orvo::SessionIndex& i
     summary.family = FamilyOf(track.kind);
     summary.id = track.id;
     summary.name = track.name;
-    summary.channelCount = static_cast<kelcore::uint32>(track.audioChannelType);
+    summary.audioChannelType = track.audioChannelType;
     SummariseFeeds(session, index.FeedsOf(track), summary);
     summary.input = InputName(session, track.inputId);
     summary.midiInput = MidiInputName(track.instrument);

@@ -50,7 +50,7 @@ struct TrackSummary {
     TrackFamily family = TrackFamily::Audio;
     kelcore::uint32 id = 0;
     std::string name;
-    kelcore::uint32 channelCount = 0;  ///< 0: unknown
+    orvo::ChannelType audioChannelType = orvo::ChannelType::NotSaid;
     std::string output;     ///< the track or port that it goes to, by name; empty: nowhere
     std::string input;      ///< the port that it records from, by name; empty: none
     std::string midiInput;  ///< the MIDI inputs that an instrument hears; empty: none

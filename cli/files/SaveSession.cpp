@@ -193,12 +193,13 @@ ExitCode SaveSession(const Session& session, const Output& out, const std::strin
     return Deliver(*file, out, progress);
 }
 
-ExitCode SaveJson(const Session& session, const Output& out, Progress& progress,
+ExitCode SaveJson(const Session& session, bool isFull, const Output& out, Progress& progress,
                   kelcore::uint64 expectedSize) {
     const Progress::Phase writing = progress.Begin(kWriting, out.Name());
     return out.Save([&](const Output::Sink& sink) {
-        orvo::ToJson(session, sink,
-                     [&](kelcore::uint64 bytes) { writing.Update(bytes, expectedSize); });
+        orvo::ToJson(session, sink, {.full = isFull, .progress = [&](kelcore::uint64 bytes) {
+                                         writing.Update(bytes, expectedSize);
+                                     }});
     });
 }
 

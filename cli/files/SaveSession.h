@@ -29,8 +29,9 @@ ExitCode SaveSession(const orvo::Session& session, const Output& out, const std:
 ExitCode SaveWholeSession(const orvo::Session& session, const Output& out, Progress& progress);
 
 /// Saves a session as JSON, which can hold any session.
+/// @param isFull        whether keys at their default are written too
 /// @param expectedSize  an estimate in bytes for the progress bar; 0 if unknown
-ExitCode SaveJson(const orvo::Session& session, const Output& out, Progress& progress,
+ExitCode SaveJson(const orvo::Session& session, bool isFull, const Output& out, Progress& progress,
                   kelcore::uint64 expectedSize);
 
 }  // namespace cli

@@ -25,7 +25,7 @@
 #include "toolkit/FileKind.h"
 #include "toolkit/MediaPaths.h"
 
-// orvo convert IN OUT [--from KIND] [--to KIND] [--lossy] [--all]
+// orvo convert IN OUT [--from KIND] [--to KIND] [--lossy] [--all] [--full]
 
 namespace cli {
 namespace {
@@ -38,6 +38,7 @@ struct Options {
     std::string from;  // as typed; if empty, the name decides
     std::string to;
     LossRule rule;
+    bool full = false;  // JSON with every key
 };
 
 /// IN, and its stream if the name denotes one.
@@ -230,9 +231,10 @@ std::vector<ProgressPhase> PhasesOf(Kind from, Kind to) {
     return phases;
 }
 
-/// An estimate for the progress bar: the JSON of a large session is about twice as long.
-kelcore::uint64 ExpectedSizeOfJson(const ReadInput& input, Kind from) {
-    return from == Kind::Json ? input.size : 2 * input.size;
+/// An estimate for the progress bar: with every key, the JSON of a large session is about twice as
+/// long as its file.
+kelcore::uint64 ExpectedSizeOfJson(const ReadInput& input, Kind from, bool isFull) {
+    return from == Kind::Orvo && isFull ? 2 * input.size : input.size;
 }
 
 ExitCode RunConvert(const Options& options, Kind from, Kind to) {
@@ -247,9 +249,9 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
     if (!input) {
         return ExitCode::Failure;
     }
-    return to == Kind::Orvo
-               ? SaveSession(input->session, out, in.Subject(), options.rule, progress)
-               : SaveJson(input->session, out, progress, ExpectedSizeOfJson(*input, from));
+    return to == Kind::Orvo ? SaveSession(input->session, out, in.Subject(), options.rule, progress)
+                            : SaveJson(input->session, options.full, out, progress,
+                                       ExpectedSizeOfJson(*input, from, options.full));
 }
 
 }  // namespace
@@ -271,6 +273,7 @@ void AddConvert(CLI::App& tool, Action& chosen) {
                   "its kind, orvo or json, if the name does not imply it");
     verb->add_flag("--lossy", options->rule.lossy, "convert despite losses, and list them");
     verb->add_flag("--all", options->rule.all, "list all losses, not only the first");
+    verb->add_flag("--full", options->full, "write every key of JSON, also those at their default");
     verb->footer(
         "Examples:\n"
         "  orvo convert song.orvo song.json\n"
@@ -284,6 +287,10 @@ void AddConvert(CLI::App& tool, Action& chosen) {
     verb->callback([options, &chosen] {
         const Kind from = ResolveKind(options->from, WithoutSlash(options->in), "--from");
         const Kind to = ResolveKind(options->to, options->out, "--to");
+        if (options->full && to != Kind::Json) {
+            throw CLI::ValidationError(
+                "--full is about JSON, and OUT is a session file; leave it out");
+        }
         chosen = [options, from, to] { return RunConvert(*options, from, to); };
     });
 }

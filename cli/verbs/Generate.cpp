@@ -27,7 +27,7 @@ struct Options {
 
 /// An estimate for the progress bar: keyframes take less, clips more.
 kelcore::uint64 ExpectedSizeOfJson(const toolkit::GeneratedSize& size) {
-    constexpr kelcore::uint64 kBytesOfAnItem = 400;
+    constexpr kelcore::uint64 kBytesOfAnItem = 200;
     return kBytesOfAnItem * toolkit::CountItems(size);
 }
 
@@ -36,7 +36,7 @@ ExitCode RunGenerate(const Options& options) {
     const Kind kind = FindKind(options.to, options.out).value_or(Kind::Orvo);
     Progress progress(out.Name(), PhasesOfSaving(kind));
     if (kind == Kind::Json) {
-        return SaveJson(toolkit::GenerateSession(options.size, options.seed), out, progress,
+        return SaveJson(toolkit::GenerateSession(options.size, options.seed), false, out, progress,
                         ExpectedSizeOfJson(options.size));
     }
     RequirePlugin();

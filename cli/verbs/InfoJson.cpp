@@ -1,4 +1,5 @@
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include <orvo/Times.h>
 #include "cli/verbs/InfoReport.h"
@@ -30,6 +31,14 @@ ordered_json ToArray(const List& list) {
         array.push_back(ToJson(element));
     }
     return array;
+}
+
+/// The word, or the number if it has none.
+ordered_json ToJson(orvo::ChannelType type) {
+    std::ostringstream word;
+    word << type;
+    const auto number = static_cast<kelcore::uint32>(type);
+    return word.str() == std::to_string(number) ? ordered_json(number) : ordered_json(word.str());
 }
 
 ordered_json ToJson(const orvo::AudioPort& port) {
@@ -89,7 +98,7 @@ ordered_json ToJson(const toolkit::TrackSummary& track) {
     return {{"kind", toolkit::FamilyName(track.family)},
             {"id", track.id},
             {"name", track.name},
-            {"channelCount", track.channelCount},
+            {"audioChannelType", ToJson(track.audioChannelType)},
             {"input", track.input},
             {"midiInput", track.midiInput},
             {"output", track.output},
@@ -144,7 +153,7 @@ ordered_json Device(const std::string& id, const std::vector<orvo::AudioPort>& p
 void AddSession(const toolkit::SessionSummary& summary, ordered_json& object) {
     object["format"] = summary.format;
     object["sampleRate"] = summary.sampleRate;
-    object["channelCount"] = summary.channelCount;
+    object["audioChannelType"] = ToJson(summary.audioChannelType);
     object["bitDepth"] = summary.bitDepth;
     object["durationSamples"] = summary.duration;
     object["duration"] = OrNull(orvo::FormatTime(summary.duration, summary.sampleRate));

@@ -56,8 +56,9 @@ std::string ShownDuration(const SessionSummary& summary) {
     return WithSamples(orvo::FormatTime(summary.duration, summary.sampleRate), summary.duration);
 }
 
-std::string ShownChannels(kelcore::int32 count) {
-    const auto layout = toolkit::ChannelLayoutName(count);
+std::string ShownChannels(orvo::ChannelType type) {
+    const auto count = static_cast<kelcore::int32>(type);
+    const auto layout = toolkit::ChannelLayoutName(type);
     return layout ? fmt::format("{} ({})", count, *layout) : fmt::format("{}", count);
 }
 
@@ -151,7 +152,7 @@ std::string ShownSession(const SessionSummary& summary) {
     Rows rows = {{"Format", Printable(summary.format)},
                  {"Duration", ShownDuration(summary)},
                  {"Sample rate", fmt::format("{} Hz", summary.sampleRate)},
-                 {"Channels", ShownChannels(summary.channelCount)},
+                 {"Channels", ShownChannels(summary.audioChannelType)},
                  {"Bit depth", fmt::format("{} bits", summary.bitDepth)},
                  {"Input", ShownDevice(device.inputDeviceId, device.inputPorts)},
                  {"Output", ShownDevice(device.outputDeviceId, device.outputPorts)}};
@@ -188,12 +189,12 @@ std::string ShownMedia(const std::vector<toolkit::MediaSummary>& media) {
 
 // Tracks
 
-std::string ShownLayout(kelcore::uint32 channelCount) {
-    if (channelCount == 0) {
+std::string ShownLayout(orvo::ChannelType type) {
+    if (type == orvo::ChannelType::NotSaid) {
         return "";
     }
-    const auto layout = toolkit::ChannelLayoutName(static_cast<kelcore::int32>(channelCount));
-    return layout ? *layout : std::to_string(channelCount);
+    const auto layout = toolkit::ChannelLayoutName(type);
+    return layout ? *layout : std::to_string(static_cast<kelcore::uint32>(type));
 }
 
 /// Files store no id for the metronome's track; a reader assigns it the "no track" id.
@@ -206,7 +207,7 @@ std::string ShownTracks(const std::vector<TrackSummary>& tracks) {
                   "Keyframes"}};
     for (const TrackSummary& track : tracks) {
         rows.push_back({toolkit::FamilyName(track.family), ShownId(track), Printable(track.name),
-                        ShownLayout(track.channelCount), Printable(track.output),
+                        ShownLayout(track.audioChannelType), Printable(track.output),
                         Unless0(track.sends.size()), Unless0(track.effects.size()),
                         Unless0(track.clips), Unless0(track.automation.lanes),
                         Unless0(track.automation.keyframes)});

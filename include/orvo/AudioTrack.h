@@ -24,7 +24,8 @@ enum class TrackKind : std::uint32_t {
     Instrument = 5
 };
 
-/// The channels of a track; a value is their number. One that has no name here is kept as it is.
+/// The channels of a track or session; a value is their number. One that has no name here is kept
+/// as it is.
 enum class ChannelType : std::uint32_t { NotSaid = 0, Mono = 1, Stereo = 2, FivePointOne = 6 };
 
 /// What only instrument tracks have.

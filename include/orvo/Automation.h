@@ -8,11 +8,17 @@
 
 namespace orvo {
 
+/// How the value goes on from a keyframe to the next one.
+enum class KeyframeType : bool {
+    Linear = false,  ///< evenly
+    Hold = true      ///< it stays until the next one
+};
+
 /// A point of a lane. The value is in the parameter's own unit.
 struct Keyframe {
     float value = 0;
     std::int64_t sampleOffset = 0;  ///< on the timeline of the lane's owner
-    bool hold = false;              ///< the value stays until the next keyframe
+    KeyframeType type = KeyframeType::Linear;
     bool selected = false;
 
     friend bool operator==(const Keyframe&, const Keyframe&) = default;
@@ -27,6 +33,9 @@ struct AutomationLane {
 
     friend bool operator==(const AutomationLane&, const AutomationLane&) = default;
 };
+
+/// Prints the value's word.
+ORVO_API std::ostream& operator<<(std::ostream& out, KeyframeType type);
 
 /// Print the JSON form.
 ORVO_API std::ostream& operator<<(std::ostream& out, const Keyframe& keyframe);

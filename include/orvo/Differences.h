@@ -12,7 +12,7 @@ namespace orvo {
 
 /// One thing that a session has otherwise than another. All texts are UTF-8.
 struct Difference {
-    std::string place{};   ///< as a JSON pointer into `ToJson`: "/audioTracks/0/name"
+    std::string place{};   ///< as a JSON pointer into full JSON: "/audioTracks/0/name"
     std::string before{};  ///< as JSON, shortened to some 60 bytes; "nothing" for what is not there
     std::string after{};   ///< the same
 

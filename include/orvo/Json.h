@@ -8,7 +8,10 @@
 #include <orvo/Api.h>
 #include <orvo/Session.h>
 
-/// Sessions as JSON (UTF-8), whole and in both directions. docs/json.md describes every key.
+/// Sessions as JSON (UTF-8), whole and in both directions. docs/json.md describes every key, and
+/// the JSON Schema that is installed as share/orvo/orvo-session.schema.json.
+///
+/// Values of enumerations stand as their words; those without a word as their numbers.
 ///
 /// An unpaired surrogate in a text stands as its escape ("\ud800"). A real number that is none
 /// stands as "NaN", "Infinity" or "-Infinity". Integers are exact. Byte blocks are Base64 texts.
@@ -27,16 +30,24 @@ using TextSource = std::function<std::string_view()>;
 /// Called after each block with the bytes written or read so far.
 using ByteProgress = std::function<void(std::uint64_t bytes)>;
 
-/// Writes a session, every key of it, indented by two blanks and ended by a line feed, in blocks of
-/// about 64 KiB; no more than a block is held. `FromJson` gives the same session back.
-ORVO_API void ToJson(const Session& session, const TextSink& sink,
-                     const ByteProgress& progress = {});
+struct JsonOptions {
+    /// Every key is written; otherwise those are left out whose value is the default of the member,
+    /// which `FromJson` gives it.
+    bool full = false;
+
+    ByteProgress progress{};
+};
+
+/// Writes a session, indented by two blanks and ended by a line feed, in blocks of about 64 KiB; no
+/// more than a block is held. `FromJson` gives the same session back.
+ORVO_API void ToJson(const Session& session, const TextSink& sink, const JsonOptions& options = {});
 
 /// The same as one text.
-ORVO_API std::string ToJson(const Session& session);
+ORVO_API std::string ToJson(const Session& session, const JsonOptions& options = {});
 
 /// Reads a session, and holds no more of the text than a block and the value that is read. An
-/// absent key takes the default of the session's member.
+/// absent key takes the default of the session's member. Texts of versions before this one are read
+/// too: keys that had another name then, and numbers in place of words.
 ///
 /// Fails for malformed JSON, with its place (columns count characters, a byte order mark not among
 /// them); otherwise for the first unknown or repeated key or wrong value, and otherwise for a file

@@ -39,7 +39,7 @@ struct FormatVersion {
 struct Session {
     FormatVersion formatVersion{};
     std::uint32_t sampleRate = 48000;  ///< samples per second
-    std::int32_t channelCount = 2;     ///< 1 mono, 2 stereo, 6 for 5.1
+    ChannelType audioChannelType = ChannelType::Stereo;
     std::int64_t duration = 0;
     std::uint32_t bitDepth = 32;  ///< bits per sample
 

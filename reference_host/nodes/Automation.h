@@ -12,7 +12,7 @@ public:
 
     void SetEnableSplines(bool enable) override { Value().enableSplines = enable; }
     void AddKeyframe(float value, kelcore::int64 sampleOffset, bool hold, bool selected) override {
-        Value().keyframes.push_back({value, sampleOffset, hold, selected});
+        Value().keyframes.push_back({value, sampleOffset, orvo::KeyframeType{hold}, selected});
     }
     void SetReadOnly(bool readOnly) override { Value().readOnly = readOnly; }
 };
@@ -28,7 +28,7 @@ public:
         const orvo::Keyframe& keyframe = Value().keyframes.at(index);
         value = keyframe.value;
         sampleOffset = keyframe.sampleOffset;
-        hold = keyframe.hold;
+        hold = keyframe.type == orvo::KeyframeType::Hold;
         selected = keyframe.selected;
     }
     bool IsReadOnly() override { return Value().readOnly; }

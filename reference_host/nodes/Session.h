@@ -36,7 +36,9 @@ public:
     void SetSampleRate(kelcore::uint32 samplesPerSecond) override {
         Value().sampleRate = samplesPerSecond;
     }
-    void SetChannelCount(kelcore::int32 channels) override { Value().channelCount = channels; }
+    void SetChannelCount(kelcore::int32 channels) override {
+        Value().audioChannelType = static_cast<orvo::ChannelType>(channels);
+    }
     void SetDuration(kelcore::int64 samples) override { Value().duration = samples; }
     void SetBitDepth(kelcore::uint32 bits) override { Value().bitDepth = bits; }
     tses::IEditFile* GetFile(kelcore::uint32 id) override {
@@ -134,7 +136,9 @@ public:
         node_.Report({done, total, reserved, flag});
     }
     kelcore::uint32 GetSampleRate() override { return Value().sampleRate; }
-    kelcore::int32 GetChannelCount() override { return Value().channelCount; }
+    kelcore::int32 GetChannelCount() override {
+        return static_cast<kelcore::int32>(Value().audioChannelType);
+    }
     kelcore::int64 GetDuration() override { return Value().duration; }
     kelcore::uint32 GetBitDepth() override { return Value().bitDepth; }
     kelcore::uint32 GetFileCount() override { return CountOf(Value().files); }

@@ -13,9 +13,6 @@ namespace {
 constexpr char kRealWanted[] =
     "give a number, or one of the texts \"NaN\", \"Infinity\" and \"-Infinity\"";
 
-/// From here on the nearest real of single precision would be infinite.
-constexpr double kBeyondSinglePrecision = 0x1.ffffffp127;
-
 /// What stands there, for people.
 std::string Description(const ParsedJson& json) {
     if (json.is_number()) {
@@ -92,15 +89,21 @@ void Decode(const ParsedJson& json, std::vector<kelcore::byte>& block) {
     }
 }
 
-kelcore::int64 DecodeSigned(const ParsedJson& json, kelcore::int64 lowest, kelcore::int64 highest) {
+std::optional<kelcore::int64> FindSigned(const ParsedJson& json, kelcore::int64 lowest,
+                                         kelcore::int64 highest) {
     constexpr auto kHighest = std::numeric_limits<kelcore::int64>::max();
     const bool fitsType = json.is_number_integer() &&
                           (!json.is_number_unsigned() || json.get<kelcore::uint64>() <= kHighest);
     const kelcore::int64 value = fitsType ? json.get<kelcore::int64>() : 0;
-    if (!fitsType || value < lowest || value > highest) {
+    return fitsType && value >= lowest && value <= highest ? std::optional(value) : std::nullopt;
+}
+
+kelcore::int64 DecodeSigned(const ParsedJson& json, kelcore::int64 lowest, kelcore::int64 highest) {
+    const auto value = FindSigned(json, lowest, highest);
+    if (!value) {
         FailAtInteger(json, lowest, highest);
     }
-    return value;
+    return *value;
 }
 
 kelcore::uint64 DecodeUnsigned(const ParsedJson& json, kelcore::uint64 highest) {
@@ -108,6 +111,18 @@ kelcore::uint64 DecodeUnsigned(const ParsedJson& json, kelcore::uint64 highest) 
         FailAtInteger(json, kelcore::uint64{0}, highest);
     }
     return json.get<kelcore::uint64>();
+}
+
+void FailAtCode(const ParsedJson& json, const std::string& words, bool isSwitch) {
+    const std::string wanted =
+        "give one of " + words +
+        (isSwitch ? std::string()
+                  : ", or a whole number from " + std::to_string(kLowestCode) + " to " +
+                        std::to_string(kHighestCode));
+    if (json.is_string()) {
+        throw WrongValue("unknown word; " + wanted);
+    }
+    FailAtValue(json, wanted);
 }
 
 kelcore::uint32 DecodeNumberKey(std::string_view key) {

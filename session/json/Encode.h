@@ -12,6 +12,8 @@
 
 #include "platform/kelcore/Types.h"
 #include "session/Schema.h"
+#include "session/Words.h"
+#include "session/json/Defaults.h"
 #include "session/json/JsonWriter.h"
 
 /// The model's values as JSON, by their types.
@@ -36,10 +38,14 @@ void Encode(JsonWriter& out, Integer value) {
     WithDigits(value, [&](std::string_view digits) { out.Plain(digits); });
 }
 
-template <class Code>
-requires std::is_enum_v<Code>
+/// The word, or the number of a value without one.
+template <HasWords Code>
 void Encode(JsonWriter& out, Code code) {
-    Encode(out, static_cast<std::underlying_type_t<Code>>(code));
+    if (const auto word = WordOf(code)) {
+        out.Quoted(*word);
+    } else {
+        Encode(out, static_cast<std::underlying_type_t<Code>>(code));
+    }
 }
 
 // Declared first, so that composite values can nest in any order.
@@ -56,8 +62,11 @@ void Encode(JsonWriter& out, const std::map<kelcore::uint32, Held>& table);
 template <HasSchema Struct>
 void Encode(JsonWriter& out, const Struct& value) {
     const auto add = [&](const auto& row) {
-        out.Key(row.key);
-        Encode(out, value.*row.member);
+        const auto& member = value.*row.member;
+        if (out.IsFull() || !IsDefault(member, DefaultOf<Struct>().*row.member)) {
+            out.Key(row.key);
+            Encode(out, member);
+        }
     };
     out.BeginObject();
     std::apply([&](const auto&... rows) { (add(rows), ...); }, Schema<Struct>::kRows);
@@ -95,18 +104,18 @@ void Encode(JsonWriter& out, const std::map<kelcore::uint32, Held>& table) {
 }
 
 template <class Value>
-void WriteValue(const Value& value, JsonWriter::Layout layout, std::string_view end,
+void WriteValue(const Value& value, JsonWriter::Style style, std::string_view end,
                 const TextSink& sink, const ByteProgress& progress = {}) {
-    JsonWriter out(sink, layout, progress);
+    JsonWriter out(sink, style, progress);
     Encode(out, value);
     out.Finish(end);
 }
 
 /// A value alone, as a text.
 template <class Value>
-std::string Encoded(const Value& value, JsonWriter::Layout layout, std::string_view end = {}) {
+std::string Encoded(const Value& value, JsonWriter::Style style, std::string_view end = {}) {
     std::string text;
-    WriteValue(value, layout, end, [&](std::string_view block) { text += block; });
+    WriteValue(value, style, end, [&](std::string_view block) { text += block; });
     return text;
 }
 

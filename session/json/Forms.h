@@ -29,6 +29,12 @@ struct Target {
 /// A key of a struct.
 struct Member {
     std::string_view key;
+    std::string_view formerKey;  ///< may stand in its place; may be empty
+
+    bool Is(std::string_view name) const {
+        return name == key || (name == formerKey && !name.empty());
+    }
+
     Target (*of)(void* value);
 };
 
@@ -88,7 +94,8 @@ struct FormOf<Struct> {
     }
     template <std::size_t... kIndices>
     static constexpr std::array<Member, kCount> MembersOf(std::index_sequence<kIndices...>) {
-        return {{{std::get<kIndices>(Schema<Struct>::kRows).key, MemberOf<kIndices>}...}};
+        return {{{std::get<kIndices>(Schema<Struct>::kRows).key,
+                  std::get<kIndices>(Schema<Struct>::kRows).formerKey, MemberOf<kIndices>}...}};
     }
 
     static constexpr auto kMembers = MembersOf(std::make_index_sequence<kCount>());

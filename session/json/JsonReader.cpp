@@ -58,7 +58,7 @@ private:
     /// Keys mostly come in schema order. Returns no target for a key that was there before.
     Target FindMember() {
         std::size_t index = nextMember_;
-        if (index == form_->members.size() || form_->members[index].key != key_) {
+        if (index == form_->members.size() || !form_->members[index].Is(key_)) {
             index = IndexOfMember();
         }
         nextMember_ = index + 1;
@@ -70,7 +70,8 @@ private:
     }
 
     std::size_t IndexOfMember() const {
-        const auto found = std::ranges::find(form_->members, std::string_view(key_), &Member::key);
+        const auto found = std::ranges::find_if(
+            form_->members, [this](const Member& member) { return member.Is(key_); });
         if (found == form_->members.end()) {
             FailAtUnknownKey();
         }

@@ -54,13 +54,13 @@ bool IsSpecial(char character) {
 
 }  // namespace
 
-JsonWriter::JsonWriter(TextSink sink, Layout layout, ByteProgress progress)
-    : sink_(std::move(sink)), layout_(layout), progress_(std::move(progress)) {}
+JsonWriter::JsonWriter(TextSink sink, Style style, ByteProgress progress)
+    : sink_(std::move(sink)), style_(style), progress_(std::move(progress)) {}
 
 void JsonWriter::Key(std::string_view key) {
     Item();
     Quoted(key);
-    Append(layout_ == Layout::Indented ? ": " : ":");
+    Append(style_.layout == Layout::Indented ? ": " : ":");
 }
 
 void JsonWriter::Item() {
@@ -120,7 +120,7 @@ void JsonWriter::End(char bracket) {
 }
 
 void JsonWriter::NewLine() {
-    if (layout_ == Layout::Indented) {
+    if (style_.layout == Layout::Indented) {
         Append("\n");
         block_.append(depth_ * kIndent, ' ');
     }

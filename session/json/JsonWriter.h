@@ -18,7 +18,14 @@ public:
         Compact    ///< on one line, without blanks
     };
 
-    JsonWriter(TextSink sink, Layout layout, ByteProgress progress = {});
+    struct Style {
+        Layout layout = Layout::Indented;
+        bool isFull = false;  ///< keys at their default are written too
+    };
+
+    JsonWriter(TextSink sink, Style style, ByteProgress progress = {});
+
+    bool IsFull() const { return style_.isFull; }
 
     void BeginObject() { Begin('{'); }
     void EndObject() { End('}'); }
@@ -57,7 +64,7 @@ private:
     void HandOn();
 
     TextSink sink_;
-    Layout layout_;
+    Style style_;
     ByteProgress progress_;
     std::string block_;
     kelcore::uint64 handedOn_ = 0;

@@ -2,7 +2,10 @@
 
 #include <cstdint>
 #include <map>
-#include <set>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <vector>
 
 #include "session/Schema.h"
 #include "session/json/JsonReader.h"
@@ -10,14 +13,7 @@
 namespace orvo::json {
 namespace {
 
-template <HasSchema Struct>
-std::vector<std::string> KeysOf() {
-    return std::apply([](const auto&... rows) { return std::vector<std::string>{rows.key...}; },
-                      Schema<Struct>::kRows);
-}
-
-/// A reader finds these things by their ids: those without one would end it, and of two with the
-/// same it would make one.
+/// A thing without an id would end a reader, and of two with the same it would make one.
 template <class Thing>
 void RequireOwnIds(const std::vector<Thing>& things, const std::string& list) {
     std::map<std::uint32_t, std::size_t> places;
@@ -35,64 +31,31 @@ void RequireOwnIds(const std::vector<Thing>& things, const std::string& list) {
     }
 }
 
-/// Names the keys of a type and of all that it is made of, each struct once.
-class KeyList {
-public:
-    template <HasSchema Struct>
-    void Add(const Struct&) {
-        if (!structs_.insert(Schema<Struct>::kName).second) {
-            return;
+/// The key of a member of the session.
+template <class Member>
+std::string KeyOf(Member Session::*member) {
+    std::string key;
+    const auto find = [&](const auto& row) {
+        if constexpr (std::is_same_v<decltype(row.member), Member Session::*>) {
+            key = row.member == member ? row.key : key;
         }
-        for (const std::string& key : KeysOf<Struct>()) {
-            keys_.push_back(std::string(Schema<Struct>::kName) + "." + key);
-        }
-        const Struct value{};
-        std::apply([&](const auto&... rows) { (Add(value.*rows.member), ...); },
-                   Schema<Struct>::kRows);
-    }
-    template <class Element>
-    void Add(const std::vector<Element>&) {
-        Add(Element{});
-    }
-    template <class Held>
-    void Add(const std::optional<Held>&) {
-        Add(Held{});
-    }
-    template <class Held>
-    void Add(const std::map<std::uint32_t, Held>&) {
-        Add(Held{});
-    }
-    void Add(const std::string&) {}
-    template <class Number>
-    requires std::is_arithmetic_v<Number> || std::is_enum_v<Number>
-    void Add(Number) {}
-
-    std::vector<std::string> Take() { return std::move(keys_); }
-
-private:
-    std::set<std::string> structs_;
-    std::vector<std::string> keys_;
-};
+    };
+    std::apply([&](const auto&... rows) { (find(rows), ...); }, Schema<Session>::kRows);
+    return key;
+}
 
 }  // namespace
 
 Session Parse(const TextSource& source, const ByteProgress& progress) {
     Session session;
     ReadDocument(source, progress, TargetOf(session));
-    RequireOwnIds(session.files, "files");
-    RequireOwnIds(session.videoTracks, "videoTracks");
-    RequireOwnIds(session.audioTracks, "audioTracks");
+    std::apply([&](const auto... lists) { (RequireOwnIds(session.*lists, KeyOf(lists)), ...); },
+               kListsByOwnId);
     return session;
 }
 
 Session Parse(std::string_view text) {
     return Parse(WholeText(text));
-}
-
-std::vector<std::string> JsonKeys() {
-    KeyList keys;
-    keys.Add(Session{});
-    return keys.Take();
 }
 
 }  // namespace orvo::json

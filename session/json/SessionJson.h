@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <tuple>
 
 #include <orvo/Json.h>
 
@@ -40,7 +40,8 @@ private:
 Session Parse(const TextSource& source, const ByteProgress& progress = {});
 Session Parse(std::string_view text);
 
-/// Every key of every object that `ToJson` writes, as "Object.key" ("File.id"), in order.
-std::vector<std::string> JsonKeys();
+/// The lists whose things a reader finds by their ids: each has one, and no two the same.
+inline constexpr std::tuple kListsByOwnId{&Session::files, &Session::videoTracks,
+                                          &Session::audioTracks};
 
 }  // namespace orvo::json

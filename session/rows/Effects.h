@@ -12,10 +12,10 @@ struct Schema<Keyframe> {
     using T = Keyframe;
     static constexpr char kName[] = "Keyframe";
     static constexpr std::tuple kRows{
-        Row{"value", &T::value},
-        Row{"sampleOffset", &T::sampleOffset},
-        Row{"hold", &T::hold},
-        Row{"selected", &T::selected},
+        Row{"value", &T::value, "in the parameter's unit"},
+        Row{"sampleOffset", &T::sampleOffset, "on the timeline of the lane's owner"},
+        Row{"type", &T::type, "`hold`: the value stays until the next keyframe"}.Was("hold"),
+        Row{"select", &T::selected}.Was("selected"),
     };
 };
 
@@ -24,9 +24,10 @@ struct Schema<AutomationLane> {
     using T = AutomationLane;
     static constexpr char kName[] = "AutomationLane";
     static constexpr std::tuple kRows{
-        Row{"enableSplines", &T::enableSplines},
+        Row{"enableSplines", &T::enableSplines,
+            "whether curves run smoothly through the keyframes"},
         Row{"readOnly", &T::readOnly},
-        Row{"keyframes", &T::keyframes},
+        Row{"keyframes", &T::keyframes, "without any, the lane is not stored"},
     };
 };
 
@@ -35,10 +36,12 @@ struct Schema<Parameter> {
     using T = Parameter;
     static constexpr char kName[] = "Parameter";
     static constexpr std::tuple kRows{
-        Row{"value", &T::value},
+        Row{"parameterValue", &T::value, "in its own unit; without one it is not stored"}.Was(
+            "value"),
         Row{"name", &T::name},
-        Row{"safeDuringWrite", &T::safeDuringWrite},
-        Row{"automation", &T::automation},
+        Row{"safeDuringWrite", &T::safeDuringWrite,
+            "whether it may be moved by hand while its automation is written"},
+        Row{"parameterKeyframes", &T::automation}.Was("automation"),
     };
 };
 
@@ -47,10 +50,10 @@ struct Schema<EditorRect> {
     using T = EditorRect;
     static constexpr char kName[] = "EditorRect";
     static constexpr std::tuple kRows{
-        Row{"left", &T::left},
-        Row{"top", &T::top},
-        Row{"width", &T::width},
-        Row{"height", &T::height},
+        Row{"editorLeft", &T::left, "the host's number, and so the rest"}.Was("left"),
+        Row{"editorTop", &T::top}.Was("top"),
+        Row{"editorWidth", &T::width, "with a width or height of 0 it is not stored"}.Was("width"),
+        Row{"editorHeight", &T::height}.Was("height"),
     };
 };
 
@@ -59,15 +62,18 @@ struct Schema<Component> {
     using T = Component;
     static constexpr char kName[] = "Component";
     static constexpr std::tuple kRows{
-        Row{"guid", &T::guid},
-        Row{"componentId", &T::componentId},
+        Row{"componentGuid", &T::guid, "which effect it is, in a form that lasts"}.Was("guid"),
+        Row{"componentID", &T::componentId, "which effect it is"}.Was("componentId"),
         Row{"name", &T::name},
-        Row{"presetName", &T::presetName},
-        Row{"powered", &T::powered},
-        Row{"editorVisible", &T::editorVisible},
-        Row{"editorRect", &T::editorRect},
-        Row{"presetChunk", &T::presetChunk},
-        Row{"parameters", &T::parameters},
+        Row{"presetName", &T::presetName, "the preset that was chosen; empty: none"},
+        Row{"powered", &T::powered,
+            "whether it is on; an effect in a slot has its power at the slot"},
+        Row{"editorVisible", &T::editorVisible, "whether its window is open"},
+        Row{"editorRect", &T::editorRect, "where its window is"},
+        Row{"presetChunkData", &T::presetChunk,
+            "the state that the effect saved; stored for effects in slots only"}
+            .Was("presetChunk"),
+        Row{"parameters", &T::parameters, "by the parameters' indices; there may be gaps"},
     };
 };
 
@@ -76,8 +82,8 @@ struct Schema<ChannelRoute> {
     using T = ChannelRoute;
     static constexpr char kName[] = "ChannelRoute";
     static constexpr std::tuple kRows{
-        Row{"index", &T::index},
-        Row{"source", &T::source},
+        Row{"index", &T::index, "an input or output of the effect"},
+        Row{"sourceIndex", &T::source, "the channel of the rack that stands there"}.Was("source"),
     };
 };
 
@@ -86,13 +92,13 @@ struct Schema<EffectsSlot> {
     using T = EffectsSlot;
     static constexpr char kName[] = "EffectsSlot";
     static constexpr std::tuple kRows{
-        Row{"slotIndex", &T::slotIndex},
-        Row{"bypassed", &T::bypassed},
-        Row{"sideChainChannels", &T::sideChainChannels},
-        Row{"busConfig", &T::busConfig},
+        Row{"slotIndex", &T::slotIndex, "its place in the rack"},
+        Row{"bypassed", &T::bypassed, "whether the signal passes by the effect"},
+        Row{"sideChainChannels", &T::sideChainChannels, "0 is not stored"},
+        Row{"busConfig", &T::busConfig, "the layout of the effect's busses, as the host gave it"},
         Row{"inputChannels", &T::inputChannels},
         Row{"outputChannels", &T::outputChannels},
-        Row{"component", &T::component},
+        Row{"component", &T::component, "the effect; `null`: an empty slot"},
     };
 };
 
@@ -101,8 +107,11 @@ struct Schema<EffectsRack> {
     using T = EffectsRack;
     static constexpr char kName[] = "EffectsRack";
     static constexpr std::tuple kRows{
-        Row{"preFader", &T::preFader}, Row{"mix", &T::mix},     Row{"input", &T::input},
-        Row{"output", &T::output},     Row{"slots", &T::slots},
+        Row{"preFader", &T::preFader, "whether it lies before the fader"},
+        Row{"rackMix", &T::mix, "how much of the effects is heard"}.Was("mix"),
+        Row{"rackInput", &T::input, "the gain before the effects"}.Was("input"),
+        Row{"rackOutput", &T::output, "the gain after the effects"}.Was("output"),
+        Row{"slots", &T::slots, "a slot that is `null` is not stored, and not missed"},
     };
 };
 
@@ -111,7 +120,8 @@ struct Schema<EditParameter> {
     using T = EditParameter;
     static constexpr char kName[] = "EditParameter";
     static constexpr std::tuple kRows{
-        Row{"slotIndex", &T::slotIndex},
+        Row{"slotIndex", &T::slotIndex,
+            "the effect's slot; an entry with the default is not stored"},
         Row{"parameterIndex", &T::parameterIndex},
     };
 };
@@ -121,9 +131,14 @@ struct Schema<SendSlot> {
     using T = SendSlot;
     static constexpr char kName[] = "SendSlot";
     static constexpr std::tuple kRows{
-        Row{"slotIndex", &T::slotIndex},         Row{"sendOutputId", &T::sendOutputId},
-        Row{"preFader", &T::preFader},           Row{"destCompIndex", &T::destCompIndex},
-        Row{"sendComponent", &T::sendComponent}, Row{"panComponent", &T::panComponent},
+        Row{"slotIndex", &T::slotIndex, "its place among the track's sends"},
+        Row{"sendOutputID", &T::sendOutputId, "the track that is fed; -1: none"}.Was(
+            "sendOutputId"),
+        Row{"preFader", &T::preFader, "whether the signal is taken before the fader"},
+        Row{"destCompIndex", &T::destCompIndex,
+            "the component of the destination that is fed; negative: not stored"},
+        Row{"sendComponent", &T::sendComponent, "the control of the send's level"},
+        Row{"sendPan", &T::panComponent}.Was("panComponent"),
     };
 };
 
@@ -132,7 +147,8 @@ struct Schema<SendList> {
     using T = SendList;
     static constexpr char kName[] = "SendList";
     static constexpr std::tuple kRows{
-        Row{"slots", &T::slots},
+        Row{"sendSlots", &T::slots, "a slot that is `null` is not stored, and not missed"}.Was(
+            "slots"),
     };
 };
 

@@ -12,10 +12,10 @@ struct Schema<GlobalTrackInfo> {
     using T = GlobalTrackInfo;
     static constexpr char kName[] = "GlobalTrackInfo";
     static constexpr std::tuple kRows{
-        Row{"timeSigVisible", &T::timeSigVisible},
-        Row{"keySigVisible", &T::keySigVisible},
-        Row{"tempoVisible", &T::tempoVisible},
-        Row{"tempoEvents", &T::tempoEvents},
+        Row{"timeSigVisible", &T::timeSigVisible, "whether the ruler of time signatures is shown"},
+        Row{"keySigVisible", &T::keySigVisible, "whether the ruler of key signatures is shown"},
+        Row{"tempoVisible", &T::tempoVisible, "whether the ruler of tempi is shown"},
+        Row{"tempoEvents", &T::tempoEvents, "in the host's own layout, as the next two"},
         Row{"timeSignatureEvents", &T::timeSignatureEvents},
         Row{"keySignatureEvents", &T::keySignatureEvents},
     };
@@ -27,10 +27,13 @@ struct Schema<Metronome> {
     static constexpr char kName[] = "Metronome";
     static constexpr std::tuple kRows{
         Row{"enabled", &T::enabled},
-        Row{"soundSet", &T::soundSet},
-        Row{"pattern", &T::pattern},
-        Row{"track", &T::track},
-        Row{"globalTrackInfo", &T::globalTrackInfo},
+        Row{"soundSet", &T::soundSet, "a file does not store a number without a word"},
+        Row{"pattern", &T::pattern,
+            "the beats of a bar; a file does not store a number without a word"},
+        Row{"metronomeTrack", &T::track,
+            "the track that the metronome plays on; one read from a file has the id 4294967295"}
+            .Was("track"),
+        Row{"globalTrackInfo", &T::globalTrackInfo, "the musical timeline"},
     };
 };
 
@@ -39,8 +42,8 @@ struct Schema<Selection> {
     using T = Selection;
     static constexpr char kName[] = "Selection";
     static constexpr std::tuple kRows{
-        Row{"start", &T::start},
-        Row{"duration", &T::duration},
+        Row{"selectionStart", &T::start}.Was("start"),
+        Row{"selectionDuration", &T::duration}.Was("duration"),
     };
 };
 
@@ -49,10 +52,10 @@ struct Schema<ViewState> {
     using T = ViewState;
     static constexpr char kName[] = "ViewState";
     static constexpr std::tuple kRows{
-        Row{"horizontalViewStart", &T::horizontalViewStart},
+        Row{"horizontalViewStart", &T::horizontalViewStart, "the first visible sample"},
         Row{"horizontalViewDuration", &T::horizontalViewDuration},
-        Row{"trackControlsWidth", &T::trackControlsWidth},
-        Row{"verticalScrollOffset", &T::verticalScrollOffset},
+        Row{"trackControlsWidth", &T::trackControlsWidth, "the host's number"},
+        Row{"verticalScrollOffset", &T::verticalScrollOffset, "the host's number"},
     };
 };
 
@@ -61,12 +64,16 @@ struct Schema<TimeFormat> {
     using T = TimeFormat;
     static constexpr char kName[] = "TimeFormat";
     static constexpr std::tuple kRows{
-        Row{"format", &T::format},
-        Row{"frameRate", &T::frameRate},
-        Row{"ntsc", &T::ntsc},
-        Row{"dropFrame", &T::dropFrame},
-        Row{"customFrameRate", &T::customFrameRate},
-        Row{"linkedToDefaults", &T::linkedToDefaults},
+        Row{"timeFormat", &T::format,
+            "a file gives a number without a word back as `timeFormatDecimal`"}
+            .Was("format"),
+        Row{"timeCodeFrameRate", &T::frameRate, "frames per second"}.Was("frameRate"),
+        Row{"timeCodeNTSC", &T::ntsc}.Was("ntsc"),
+        Row{"timeCodeDropFrame", &T::dropFrame}.Was("dropFrame"),
+        Row{"customFrameRate", &T::customFrameRate, "the host's own"},
+        Row{"linkToDefaultTimeSettings", &T::linkedToDefaults,
+            "whether it follows the application's preferences"}
+            .Was("linkedToDefaults"),
     };
 };
 
@@ -77,8 +84,8 @@ struct Schema<MusicalTime> {
     static constexpr std::tuple kRows{
         Row{"beatsPerMinute", &T::beatsPerMinute},
         Row{"beatsPerBar", &T::beatsPerBar},
-        Row{"noteLength", &T::noteLength},
-        Row{"subdivisions", &T::subdivisions},
+        Row{"noteLength", &T::noteLength, "the beat's note, the host's number"},
+        Row{"subdivisions", &T::subdivisions, "of a beat"},
     };
 };
 
@@ -87,9 +94,11 @@ struct Schema<MixingOptions> {
     using T = MixingOptions;
     static constexpr char kName[] = "MixingOptions";
     static constexpr std::tuple kRows{
-        Row{"panLogarithmic", &T::panLogarithmic},
-        Row{"panPower", &T::panPower},
-        Row{"playOverlappingClips", &T::playOverlappingClips},
+        Row{"defaultPanModeLogarithmic", &T::panLogarithmic,
+            "whether the default pan law is the logarithmic one"}
+            .Was("panLogarithmic"),
+        Row{"panPower", &T::panPower, "the power of the default pan law, the host's number"},
+        Row{"playOverlappingClips", &T::playOverlappingClips, "whether overlapping clips play"},
     };
 };
 

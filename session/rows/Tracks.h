@@ -14,8 +14,8 @@ struct Schema<InstrumentTrack> {
     using T = InstrumentTrack;
     static constexpr char kName[] = "InstrumentTrack";
     static constexpr std::tuple kRows{
-        Row{"midiIn", &T::midiIn},
-        Row{"midiAll", &T::midiAll},
+        Row{"midiIn", &T::midiIn, "the MIDI input by name; empty: none"},
+        Row{"midiAll", &T::midiAll, "whether all MIDI inputs are heard"},
     };
 };
 
@@ -24,40 +24,49 @@ struct Schema<AudioTrack> {
     using T = AudioTrack;
     static constexpr char kName[] = "AudioTrack";
     static constexpr std::tuple kRows{
-        Row{"id", &T::id},
-        Row{"index", &T::index},
-        Row{"kind", &T::kind},
+        Row{"id", &T::id, "unique among the tracks of all kinds"},
+        Row{"index", &T::index, "its place in the list of tracks"},
+        Row{"kind", &T::kind, "a file stores a number without a word as `audio`"},
         Row{"name", &T::name},
-        Row{"hue", &T::hue},
-        Row{"height", &T::height},
-        Row{"selected", &T::selected},
-        Row{"minimized", &T::minimized},
+        Row{"trackHue", &T::hue, "the colour's hue, the host's number"}.Was("hue"),
+        Row{"trackHeight", &T::height, "the host's number"}.Was("height"),
+        Row{"select", &T::selected}.Was("selected"),
+        Row{"trackMinimized", &T::minimized}.Was("minimized"),
         Row{"visible", &T::visible},
-        Row{"automationLaneOpen", &T::automationLaneOpen},
+        Row{"automationLaneOpenState", &T::automationLaneOpen,
+            "whether its automation lanes are unfolded"}
+            .Was("automationLaneOpen"),
         Row{"phaseInverted", &T::phaseInverted},
-        Row{"preRendered", &T::preRendered},
-        Row{"preRenderedFile", &T::preRenderedFile},
-        Row{"sumToMono", &T::sumToMono},
-        Row{"audioChannelType", &T::audioChannelType},
+        Row{"preRendered", &T::preRendered,
+            "whether the pre-rendered file is played in place of clips and effects"},
+        Row{"preRenderedFile", &T::preRenderedFile, "the full path of that file"},
+        Row{"sumtomono", &T::sumToMono}.Was("sumToMono"),
+        Row{"audioChannelType", &T::audioChannelType,
+            "a file stores neither `notSaid` nor a number without a word"},
         Row{"solo", &T::solo},
         Row{"recordArmed", &T::recordArmed},
         Row{"monitoring", &T::monitoring},
-        Row{"soloSafe", &T::soloSafe},
-        Row{"outputTrackId", &T::outputTrackId},
-        Row{"inputId", &T::inputId},
-        Row{"hardwareOutputId", &T::hardwareOutputId},
-        Row{"automationMode", &T::automationMode},
-        Row{"instrument", &T::instrument},
-        Row{"fader", &T::fader},
-        Row{"mute", &T::mute},
-        Row{"pan", &T::pan},
-        Row{"eq", &T::eq},
+        Row{"soloSafe", &T::soloSafe, "whether it is heard while another track is solo"},
+        Row{"outputTrackID", &T::outputTrackId,
+            "the track that it feeds; above 0 it is stored in place of the hardware output"}
+            .Was("outputTrackId"),
+        Row{"inputID", &T::inputId, "the id of an input port; -1: none"}.Was("inputId"),
+        Row{"hardwareOutputID", &T::hardwareOutputId, "the id of an output port; -1: none"}.Was(
+            "hardwareOutputId"),
+        Row{"automationMode", &T::automationMode, "the host's code"},
+        Row{"instrument", &T::instrument, "what only instrument tracks have"},
+        Row{"trackFader", &T::fader, "the control of the level"}.Was("fader"),
+        Row{"trackMute", &T::mute}.Was("mute"),
+        Row{"trackPan", &T::pan}.Was("pan"),
+        Row{"trackEQ", &T::eq, "the equaliser"}.Was("eq"),
         Row{"effectsRack", &T::effectsRack},
-        Row{"editParameters", &T::editParameters},
+        Row{"editParameters", &T::editParameters, "the parameters that the editor shows"},
         Row{"sendList", &T::sendList},
-        Row{"clips", &T::clips},
-        Row{"midiClips", &T::midiClips},
-        Row{"clipsOnly", &T::clipsOnly},
+        Row{"audioClips", &T::clips, "not stored for a master or instrument track"}.Was("clips"),
+        Row{"midiClips", &T::midiClips, "stored for an instrument track only"},
+        Row{"clipsOnly", &T::clipsOnly,
+            "whether the host shows nothing of the track but its clips; such a track is not "
+            "stored"},
     };
 };
 
@@ -66,14 +75,15 @@ struct Schema<VideoTrack> {
     using T = VideoTrack;
     static constexpr char kName[] = "VideoTrack";
     static constexpr std::tuple kRows{
-        Row{"id", &T::id},
-        Row{"index", &T::index},
+        Row{"id", &T::id, "unique among the tracks of all kinds"},
+        Row{"index", &T::index,
+            "its place in the list of tracks; read from files that say so, never written"},
         Row{"name", &T::name},
-        Row{"hue", &T::hue},
-        Row{"height", &T::height},
-        Row{"selected", &T::selected},
-        Row{"minimized", &T::minimized},
-        Row{"clips", &T::clips},
+        Row{"trackHue", &T::hue, "the colour's hue, the host's number"}.Was("hue"),
+        Row{"trackHeight", &T::height, "the host's number"}.Was("height"),
+        Row{"select", &T::selected}.Was("selected"),
+        Row{"trackMinimized", &T::minimized}.Was("minimized"),
+        Row{"videoClips", &T::clips}.Was("clips"),
     };
 };
 
@@ -82,9 +92,9 @@ struct Schema<TrackVisibility> {
     using T = TrackVisibility;
     static constexpr char kName[] = "TrackVisibility";
     static constexpr std::tuple kRows{
-        Row{"trackId", &T::trackId},
-        Row{"height", &T::height},
-        Row{"minimized", &T::minimized},
+        Row{"trackID", &T::trackId, "a visible track"}.Was("trackId"),
+        Row{"trackHeight", &T::height, "the host's number"}.Was("height"),
+        Row{"trackMinimized", &T::minimized}.Was("minimized"),
     };
 };
 
@@ -95,7 +105,7 @@ struct Schema<TrackVisibilityPreset> {
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
         Row{"name", &T::name},
-        Row{"tracks", &T::tracks},
+        Row{"trackVisibilities", &T::tracks}.Was("tracks"),
     };
 };
 
@@ -104,8 +114,8 @@ struct Schema<ClipGroupItem> {
     using T = ClipGroupItem;
     static constexpr char kName[] = "ClipGroupItem";
     static constexpr std::tuple kRows{
-        Row{"trackId", &T::trackId},
-        Row{"clipId", &T::clipId},
+        Row{"trackID", &T::trackId}.Was("trackId"),
+        Row{"clipID", &T::clipId}.Was("clipId"),
     };
 };
 
@@ -116,7 +126,7 @@ struct Schema<ClipGroup> {
     static constexpr std::tuple kRows{
         Row{"id", &T::id},
         Row{"name", &T::name},
-        Row{"hue", &T::hue},
+        Row{"hue", &T::hue, "the colour's hue, the host's number"},
         Row{"items", &T::items},
     };
 };

@@ -93,7 +93,8 @@ TEST_F(CommandLineTest, AnUnknownOptionIsNamedWithSimilarOnes) {
            "there is no option \"--trakcs\"; did you mean --tracks?: try \"orvo generate "
            "--help\""},
           {{"convert", "--form", "json", "a", "b"},
-           "there is no option \"--form\"; did you mean --from or --to?: try \"orvo convert "
+           "there is no option \"--form\"; did you mean --from or --to or --full?: try \"orvo "
+           "convert "
            "--help\""},
           {{"--verison"},
            "there is no option \"--verison\"; did you mean --version?: try \"orvo --help\""}}) {

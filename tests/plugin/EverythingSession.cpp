@@ -18,11 +18,12 @@ Component AutomatedControl() {
     component.powered = false;
     component.editorVisible = true;
     component.editorRect = {-10, 20, 300, 200};
-    component.parameters[2] = {.value = -18.5F,
-                               .name = "Threshold <dB>",
-                               .safeDuringWrite = true,
-                               .automation = AutomationLane{
-                                   true, true, {{0.25F, 0, true, true}, {1, 96000, false, false}}}};
+    component.parameters[2] = {
+        .value = -18.5F,
+        .name = "Threshold <dB>",
+        .safeDuringWrite = true,
+        .automation =
+            AutomationLane{true, true, {{0.25F, 0, orvo::KeyframeType::Hold, true}, {1, 96000}}}};
     return component;
 }
 
@@ -207,7 +208,7 @@ void SetSavedState(Session& session) {
 Session EverythingSession(const std::string& folder) {
     Session session;
     session.sampleRate = 96000;
-    session.channelCount = 6;
+    session.audioChannelType = orvo::ChannelType::FivePointOne;
     session.duration = 5'000'480'000;
     session.bitDepth = 24;
     session.formatDescription = "Vantor Tembra 25.1 Multitrack Session";

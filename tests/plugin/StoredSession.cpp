@@ -290,8 +290,9 @@ void StoreVersion(orvo::Session& session) {
 
 orvo::Session Stored(orvo::Session session, bool instrumentTracks) {
     StoreVersion(session);
-    if (!IsOneOf(session.channelCount, {1, 6})) {
-        session.channelCount = 2;
+    using enum orvo::ChannelType;
+    if (!IsOneOf(session.audioChannelType, {Mono, FivePointOne})) {
+        session.audioChannelType = Stereo;
     }
     std::ranges::for_each(session.videoTracks, StoreVideoTrack);
     StoreTracks(session.audioTracks, instrumentTracks);

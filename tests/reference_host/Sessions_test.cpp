@@ -33,7 +33,7 @@ protected:
 orvo::Session SomeSession() {
     orvo::Session session;
     session.sampleRate = 44100;
-    session.channelCount = 6;
+    session.audioChannelType = orvo::ChannelType::FivePointOne;
     session.duration = 9007199254740993;
     session.bitDepth = 24;
     session.files = {

@@ -17,9 +17,10 @@ TEST(ListLimitsTest, AnOrdinarySessionHasRoom) {
 TEST(ListLimitsTest, AChannelMapThatIsTooLongIsNamedByItsHighestChannel) {
     const auto message = FindListBeyondLimits(WithClip({.channelSources = {{0, 0}, {1024, 0}}}));
     ASSERT_TRUE(message);
-    EXPECT_EQ(message->what,
-              "/audioTracks/0/clips/0/channelSources/1024: this makes 1025 channels, but a session "
-              "file has room for 1024");
+    EXPECT_EQ(
+        message->what,
+        "/audioTracks/0/audioClips/0/channelMap/1024: this makes 1025 channels, but a session "
+        "file has room for 1024");
     EXPECT_EQ(message->advice, "use lower numbers, or fewer of them");
 }
 
@@ -28,7 +29,7 @@ TEST(ListLimitsTest, AHighIndexOfAParameterMakesTooManyEntries) {
         FindListBeyondLimits(WithClip({.gain = Component{.parameters = {{16777216, {}}}}}));
     ASSERT_TRUE(message);
     EXPECT_TRUE(message->what.starts_with(
-        "/audioTracks/0/clips/0/gain/parameters/16777216: this makes 16777217 entries"))
+        "/audioTracks/0/audioClips/0/clipGain/parameters/16777216: this makes 16777217 entries"))
         << message->what;
 }
 

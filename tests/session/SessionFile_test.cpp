@@ -100,7 +100,7 @@ TEST_F(SessionFileTest, AChannelMapBeyondTheLimitIsSaidOfTheSession) {
     EXPECT_FALSE(written);
     ASSERT_FALSE(written.messages.empty());
     EXPECT_EQ(written.messages.back().file, "");
-    EXPECT_THAT(written.messages.back().what, HasSubstr("/channelSources/1024"));
+    EXPECT_THAT(written.messages.back().what, HasSubstr("/channelMap/1024"));
 }
 
 TEST_F(SessionFileTest, ProgressNeverGoesBackAndEndsAtOne) {

@@ -39,6 +39,8 @@ TEST(WordsTest, EveryNamedValueHasTheFormatsWord) {
     ExpectWord(StretchQuality::High, "high");
     ExpectWord(StretchQuality::Medium, "medium");
     ExpectWord(StretchQuality::Low, "low");
+    ExpectWord(KeyframeType::Linear, "linear");
+    ExpectWord(KeyframeType::Hold, "hold");
     ExpectWord(ChannelType::Mono, "mono");
     ExpectWord(ChannelType::Stereo, "stereo");
     ExpectWord(ChannelType::FivePointOne, "fivePointOne");
@@ -92,6 +94,7 @@ TEST(WordsTest, NoTwoValuesShareAWord) {
     ExpectDistinct<StretchMode>();
     ExpectDistinct<StretchType>();
     ExpectDistinct<StretchQuality>();
+    ExpectDistinct<KeyframeType>();
     ExpectDistinct<TrackKind>();
     ExpectDistinct<ChannelType>();
     ExpectDistinct<SoundSet>();

@@ -79,12 +79,12 @@ class Installed:
 
 def as_json(orvo, session):
     return json.loads(subprocess.run(
-        [orvo, "convert", session, "-", "--to", "json", "--lossy"], check=True, capture_output=True
+        [orvo, "convert", session, "-", "--to", "json", "--lossy", "--full"], check=True, capture_output=True
     ).stdout)
 
 
 def audio_clips(session):
-    return [clip for track in session["audioTracks"] for clip in track["clips"]]
+    return [clip for track in session["audioTracks"] for clip in track["audioClips"]]
 
 
 def check_library_program(root, installed, orvo, page, program):
@@ -94,7 +94,8 @@ def check_library_program(root, installed, orvo, page, program):
     [lists], [commands] = blocks(page, "cmake"), blocks(page, "sh")
     before = audio_clips(as_json(orvo, root / source))
     for clip in before:
-        clip["fadeIn"] = {"startPoint": 0, "endPoint": 480, "type": 0, "shape": 0, "crossFadeLinkType": 0}
+        clip["fadeIn"] = {"startPoint": 0, "endPoint": 480, "type": "log", "shape": 0,
+                          "crossFadeLinkType": "linkedSymmetric"}
 
     def fades(made):
         run = subprocess.run([made], cwd=installed.folder, capture_output=True, text=True, check=False)

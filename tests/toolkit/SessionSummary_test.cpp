@@ -25,14 +25,14 @@ TEST(SessionSummary, TakesTheFormatOfTheSession) {
     Session session;
     session.formatDescription = "described";
     session.sampleRate = 44100;
-    session.channelCount = 6;
+    session.audioChannelType = orvo::ChannelType::FivePointOne;
     session.bitDepth = 16;
     session.duration = 12;
     session.audioDevice.inputDeviceId = "in";
     const SessionSummary summary = Summarise(session, Never);
     EXPECT_EQ(summary.format, "described");
     EXPECT_EQ(summary.sampleRate, 44100u);
-    EXPECT_EQ(summary.channelCount, 6);
+    EXPECT_EQ(summary.audioChannelType, orvo::ChannelType::FivePointOne);
     EXPECT_EQ(summary.bitDepth, 16u);
     EXPECT_EQ(summary.duration, 12);
     EXPECT_EQ(summary.audioDevice, session.audioDevice);
@@ -120,10 +120,10 @@ TEST(TimeFormatName, ATimecodeSaysItsRateAndHowFramesAreCounted) {
 }
 
 TEST(ChannelLayoutName, NamesTheLayoutsThatAFileCanHold) {
-    EXPECT_EQ(toolkit::ChannelLayoutName(1), "mono");
-    EXPECT_EQ(toolkit::ChannelLayoutName(2), "stereo");
-    EXPECT_EQ(toolkit::ChannelLayoutName(6), "5.1");
-    EXPECT_EQ(toolkit::ChannelLayoutName(3), std::nullopt);
+    EXPECT_EQ(toolkit::ChannelLayoutName(orvo::ChannelType::Mono), "mono");
+    EXPECT_EQ(toolkit::ChannelLayoutName(orvo::ChannelType::Stereo), "stereo");
+    EXPECT_EQ(toolkit::ChannelLayoutName(orvo::ChannelType::FivePointOne), "5.1");
+    EXPECT_EQ(toolkit::ChannelLayoutName(orvo::ChannelType{3}), std::nullopt);
 }
 
 }  // namespace

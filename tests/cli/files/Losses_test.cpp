@@ -70,7 +70,7 @@ TEST_F(LossesTest, ManyLossesOfASessionFileAreListedInPartAndCounted) {
 TEST_F(LossesTest, ManyLossesOfJsonAreListedInPartAndCounted) {
     std::string tracks;
     for (int id = 0; id < 30; ++id) {
-        tracks += R"({"kind": 2, "name": " ", "id": )" + std::to_string(id) + "},";
+        tracks += R"({"kind": "bus", "name": " ", "id": )" + std::to_string(id) + "},";
     }
     tracks.pop_back();
     folder_.Write("a.json", R"({"audioTracks": [)" + tracks + "]}");
@@ -84,7 +84,7 @@ TEST_F(LossesTest, ManyLossesOfJsonAreListedInPartAndCounted) {
 }
 
 TEST_F(LossesTest, WhatASessionFileCannotHoldIsNamedAndNothingIsWritten) {
-    folder_.Write("a.json", R"({"audioTracks": [{"id": 1, "name": "  lead  ", "kind": 2}],
+    folder_.Write("a.json", R"({"audioTracks": [{"id": 1, "name": "  lead  ", "kind": "bus"}],
                                 "videoTracks": [{"id": 2, "index": 7}]})");
     folder_.Write("a.orvo", "old");
     const std::string losses =
@@ -124,7 +124,7 @@ TEST_F(LossesTest, ThePositionThatAHostGetsOfVersion40IsLostThroughJsonToo) {
 TEST_F(LossesTest, APositionThatEveryFileComputesIsNotALoss) {
     for (const char* const version : {"0.1.0", "4.0.1", "14.0"}) {
         for (const char* const value : {"0", "5", "9", "7"}) {
-            folder_.Write("a.json", R"({"ctiPosition": 5, "selection": {"start": 9},
+            folder_.Write("a.json", R"({"ctiPosition": 5, "selectionState": {"selectionStart": 9},
                                         "formatDescription": "Vantor Tembra )" +
                                         std::string(version) +
                                         R"( Multitrack Session", "versionDependentValue": )" +
@@ -143,7 +143,7 @@ TEST_F(LossesTest, LossesThatOccurOnlyOnSavingAreListedAndNothingIsWritten) {
     EXPECT_EQ(
         outcome.errors,
         std::string("orvo: a.orvo: cannot be carried over: /videoTracks/0/index: 3 became 0\n"
-                    "orvo: a.orvo: cannot be carried over: /audioTracks/1/outputTrackId: 0 became "
+                    "orvo: a.orvo: cannot be carried over: /audioTracks/1/outputTrackID: 0 became "
                     "-1\norvo: a.orvo: ") +
             kNotConverted);
     EXPECT_EQ(outcome.exitCode, 1);
@@ -152,12 +152,12 @@ TEST_F(LossesTest, LossesThatOccurOnlyOnSavingAreListedAndNothingIsWritten) {
 
 TEST_F(LossesTest, ACharacterThatASessionFileCannotHoldIsNamedOnce) {
     folder_.Write("a.json",
-                  R"({"files": [{"id": 1, "path": "/a\ud800b", "recoveryId": "\ud800"}]})");
+                  R"({"files": [{"id": 1, "path": "/a\ud800b", "recoveryID": "\ud800"}]})");
     const Outcome outcome = RunTool({"convert", "--lossy", "a.json", "a.orvo"}, folder_);
     EXPECT_EQ(outcome.errors,
               "orvo: a.json: cannot be carried over: /files/0/path: \"/a\\ud800b\" became "
               "\"/a\uFFFDb\"\n"
-              "orvo: a.json: cannot be carried over: /files/0/recoveryId: \"\\ud800\" became "
+              "orvo: a.json: cannot be carried over: /files/0/recoveryID: \"\\ud800\" became "
               "\"\uFFFD\"\n");
     EXPECT_EQ(outcome.exitCode, 0);
 }
@@ -240,14 +240,14 @@ TEST_F(LossesTest, AListThatIsTooLongForASessionFileIsNamedWithItsPlace) {
         EXPECT_FALSE(Exists("a.orvo"));
         return outcome.errors;
     };
-    EXPECT_EQ(refusal(R"("fader": {"parameters": {"4294967295": {"value": 1}}})"),
+    EXPECT_EQ(refusal(R"("trackFader": {"parameters": {"4294967295": {"parameterValue": 1}}})"),
               "orvo: a.orvo: was not saved: the lists of the session have more than 16777216 "
-              "entries\norvo: a.json: /audioTracks/0/fader/parameters/4294967295: this makes "
+              "entries\norvo: a.json: /audioTracks/0/trackFader/parameters/4294967295: this makes "
               "4294967296 entries, but a session file has room for 16777216: use lower numbers, or "
               "fewer of them\n");
     EXPECT_THAT(
-        refusal(R"("clips": [{}, {"channelSources": {"0": 1, "1024": 0}}])"),
-        EndsWith("/audioTracks/0/clips/1/channelSources/1024: this makes 1025 channels, but a "
+        refusal(R"("audioClips": [{}, {"channelMap": {"0": 1, "1024": 0}}])"),
+        EndsWith("/audioTracks/0/audioClips/1/channelMap/1024: this makes 1025 channels, but a "
                  "session file has room for 1024: use lower numbers, or fewer of them\n"));
     std::string routes = "{}";
     for (int i = 0; i < 1024; ++i) {
@@ -259,7 +259,7 @@ TEST_F(LossesTest, AListThatIsTooLongForASessionFileIsNamedWithItsPlace) {
 }
 
 TEST_F(LossesTest, NoListIsBlamedForASaveThatFailsForAnotherReason) {
-    folder_.Write("a.json", R"({"audioTracks": [{"clips": [{"channelSources": {"1023": 0}}]}]})");
+    folder_.Write("a.json", R"({"audioTracks": [{"audioClips": [{"channelMap": {"1023": 0}}]}]})");
     EXPECT_THAT(RunTool({"convert", "a.json", std::string(256, 'n') + ".orvo"}, folder_).errors,
                 Not(HasSubstr("a.json")));
 }

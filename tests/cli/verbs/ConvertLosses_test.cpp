@@ -106,7 +106,7 @@ TEST_F(ConvertLossesTest, AValueThatOnlyJsonHoldsIsALossForASessionFileAlone) {
     const Outcome toJson = RunTool({"convert", "a.orvo", "b.json"}, folder_);
     ASSERT_EQ(toJson.exitCode, 0) << toJson.errors;
     const json session = json::parse(ReadFile(folder_ / "b.json"));
-    const json stretch = session.at("audioTracks").at(0).at("clips").at(0).at("stretch");
+    const json stretch = session.at("audioTracks").at(0).at("audioClips").at(0).at("clipStretch");
     EXPECT_EQ(stretch.at("stretchMode"), 7);
     EXPECT_EQ(stretch.at("stretchQuality"), 4294967295U);
     EXPECT_EQ(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).exitCode, 1);
@@ -127,9 +127,10 @@ TEST_F(ConvertLossesTest, TheHighestParameterIndexSurvivesInJsonButSavingItFails
         ASSERT_EQ(toJson.exitCode, 0) << toJson.errors;
         const json session = json::parse(ReadFile(folder_ / "b.json"));
         const json parameter =
-            session.at("audioTracks").at(0).at("fader").at("parameters").at("4294967295");
-        EXPECT_EQ(parameter.at("value"), 0.5);
-        EXPECT_EQ(parameter.at("automation").at("keyframes").at(0).at("sampleOffset"), 7);
+            session.at("audioTracks").at(0).at("trackFader").at("parameters").at("4294967295");
+        EXPECT_EQ(parameter.at("parameterValue"), 0.5);
+        EXPECT_EQ(parameter.at("parameterKeyframes").at("keyframes").at(0),
+                  (json{{"value", 0.25}, {"sampleOffset", 7}, {"type", "hold"}}));
         for (const char* const in : {"a.orvo", "b.json"}) {
             const Outcome toSession = RunTool({"convert", in, "b.orvo"}, folder_);
             EXPECT_THAT(toSession.errors, HasSubstr("b.orvo: was not saved: the lists of the "

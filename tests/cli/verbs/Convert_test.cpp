@@ -44,8 +44,31 @@ TEST_F(ConvertTest, WritesTheWholeSessionAsJson) {
     EXPECT_EQ(outcome.exitCode, 0) << outcome.errors;
     EXPECT_EQ(outcome.output + outcome.errors, "");
     const json session = json::parse(ReadFile(folder_ / "a.json"));
-    EXPECT_EQ(session.at("sampleRate"), 48000);
+    EXPECT_EQ(session.at("bitDepth"), 24);
     EXPECT_EQ(session.at("files").size(), 2u);
+}
+
+TEST_F(ConvertTest, LeavesOutKeysAtTheirDefaultUnlessFull) {
+    folder_.Write("a.orvo", "<orvo><session><tracks><busTrack id='1'/></tracks></session></orvo>");
+    ASSERT_EQ(RunTool({"convert", "a.orvo", "a.json"}, folder_).exitCode, 0);
+    const json track = json::parse(ReadFile(folder_ / "a.json")).at("audioTracks").at(0);
+    EXPECT_EQ(track, (json{{"id", 1}, {"kind", "bus"}}));
+    ASSERT_EQ(RunTool({"convert", "--full", "a.json", "full.json"}, folder_).exitCode, 0);
+    const json full = json::parse(ReadFile(folder_ / "full.json"));
+    EXPECT_EQ(full.at("sampleRate"), 48000);
+    EXPECT_EQ(full.at("audioTracks").at(0).at("audioChannelType"), "notSaid");
+    ASSERT_EQ(RunTool({"convert", "full.json", "b.json"}, folder_).exitCode, 0);
+    EXPECT_EQ(ReadFile(folder_ / "b.json"), ReadFile(folder_ / "a.json"));
+}
+
+TEST_F(ConvertTest, FullIsAboutJson) {
+    folder_.Write("a.json", "{}");
+    const Outcome outcome = RunTool({"convert", "--full", "a.json", "b.orvo"}, folder_);
+    EXPECT_EQ(outcome.errors,
+              "orvo: --full is about JSON, and OUT is a session file; leave it out: try \"orvo "
+              "convert --help\"\n");
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_FALSE(Exists("b.orvo"));
 }
 
 TEST_F(ConvertTest, WritesTheSameBytesForTheSameSession) {
@@ -199,14 +222,14 @@ TEST_F(ConvertTest, DotDotLeadsWhereTheSystemGoesForReadingAndScanning) {
 TEST_F(ConvertTest, DotDotLeadsWhereTheSystemGoesForWritingToo) {
     std::filesystem::create_directories(folder_ / "project/takes");
     std::filesystem::create_directory_symlink("project/takes", folder_ / "link");
-    folder_.Write("a.orvo", "<orvo><session sampleRate='48000'/></orvo>");
+    folder_.Write("a.orvo", "<orvo><session sampleRate='44100'/></orvo>");
     for (const char* const name : {"b.json", "b.orvo"}) {
         folder_.Write(name, "old");
         const std::string out = std::string("link/../") + name;
         const Outcome outcome = RunTool({"convert", "a.orvo", out}, folder_);
         ASSERT_EQ(outcome.exitCode, 0) << outcome.errors;
         EXPECT_EQ(ReadFile(folder_ / name), "old");
-        EXPECT_THAT(ReadFile(folder_ / "project" / name), HasSubstr("48000"));
+        EXPECT_THAT(ReadFile(folder_ / "project" / name), HasSubstr("44100"));
     }
 }
 

@@ -253,7 +253,7 @@ TEST_F(InfoTest, PrintsJsonForPrograms) {
     const Outcome outcome = RunTool({"info", "--json", "a.orvo"}, folder_);
     nlohmann::json expected = nlohmann::json::parse(R"json([{
         "file": "a.orvo", "format": "Vantor Tembra 25.1 Multitrack Session",
-        "sampleRate": 48000, "channelCount": 2, "bitDepth": 24,
+        "sampleRate": 48000, "audioChannelType": "stereo", "bitDepth": 24,
         "durationSamples": 180000, "duration": "0:00:03.750",
         "input": {"device": "Desk", "ports": [{"id": 1, "name": "Mic"}, {"id": 2, "name": "Line"}]},
         "output": {"device": "", "ports": []},

@@ -17,7 +17,7 @@ constexpr kelcore::uint32 kInstrument = 5;
 constexpr kelcore::uint32 kNoSlot = 4294967295;
 
 AutomationLane FullLane() {
-    return {true, true, {{0.5F, 5'000'000'000, true, true}, {-0.25F, -1, false, false}}};
+    return {true, true, {{0.5F, 5'000'000'000, orvo::KeyframeType::Hold, true}, {-0.25F, -1}}};
 }
 
 EffectsSlot FullSlot() {

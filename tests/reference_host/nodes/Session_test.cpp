@@ -30,7 +30,7 @@ TEST_F(SessionTest, EditingFillsTheFormat) {
     });
     const orvo::Session& model = session->Value();
     EXPECT_EQ(model.sampleRate, 44100U);
-    EXPECT_EQ(model.channelCount, -6);
+    EXPECT_EQ(model.audioChannelType, orvo::ChannelType{static_cast<kelcore::uint32>(-6)});
     EXPECT_EQ(model.duration, -1);
     EXPECT_EQ(model.bitDepth, 24U);
     EXPECT_EQ(model.formatDescription, "a session");
@@ -40,7 +40,7 @@ TEST_F(SessionTest, EditingFillsTheFormat) {
 TEST_F(SessionTest, QueryingReportsTheFormat) {
     const auto session = SessionNode::Make({.formatVersion = {2, 7},
                                             .sampleRate = 44100,
-                                            .channelCount = 6,
+                                            .audioChannelType = orvo::ChannelType::FivePointOne,
                                             .duration = 99,
                                             .bitDepth = 16});
     tses::IQuerySession& query = session->Query();

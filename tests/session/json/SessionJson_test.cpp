@@ -61,7 +61,7 @@ std::optional<TextPlace> PlaceOfError(std::string_view text) {
 
 template <class Value>
 std::string Text(const Value& value) {
-    return Encoded(value, JsonWriter::Layout::Compact);
+    return Encoded(value, {JsonWriter::Layout::Compact});
 }
 
 template <class Value>
@@ -83,7 +83,7 @@ TEST(SessionJsonTest, EveryValueComesBack) {
     const orvo::Session session{
         .formatVersion = {-1, std::numeric_limits<std::int32_t>::max()},
         .sampleRate = 4294967295,
-        .channelCount = -2147483647 - 1,
+        .audioChannelType = ChannelType{4294967295},
         .duration = std::numeric_limits<std::int64_t>::min(),
         .bitDepth = 0,
         .formatDescription = "quote \" backslash \\ line\n",
@@ -148,12 +148,13 @@ TEST(SessionJsonTest, ANumberBeyondSinglePrecisionIsAnError) {
 
 TEST(SessionJsonTest, ANumberThatSinglePrecisionTakesForZeroIsAnErrorUnlessItIsZero) {
     const auto withHeight = [](const char* number) {
-        return std::string(R"({"trackVisibilityPresets": [{"tracks": [{"height": )") + number +
-               "}]}]}";
+        return std::string(
+                   R"({"trackVisibilityPresets": [{"trackVisibilities": [{"trackHeight": )") +
+               number + "}]}]}";
     };
     for (const char* const number : {"1e-60", "-1e-60", "7e-46", "-7e-46", "5e-324"}) {
         EXPECT_EQ(ErrorOf(withHeight(number)),
-                  "/trackVisibilityPresets/0/tracks/0/height: this is the number " +
+                  "/trackVisibilityPresets/0/trackVisibilities/0/trackHeight: this is the number " +
                       std::string(number) +
                       "; give 0 or a number that is at least 7.1e-46 away from it");
     }
@@ -203,16 +204,99 @@ TEST(SessionJsonTest, AThingThatIsMissingIsNull) {
 
 TEST(SessionJsonTest, ATableHasNumbersAsKeys) {
     const std::string json = ToJson(
-        Parse(R"({"audioTracks": [{"fader": {"parameters": {"4294967295": {}, "0": {}}}}]})"));
+        Parse(R"({"audioTracks": [{"trackFader": {"parameters": {"4294967295": {}, "0": {}}}}]})"));
     EXPECT_LT(json.find(R"("0": {)"), json.find(R"("4294967295": {)"));
 }
 
 TEST(SessionJsonTest, AKeyOfATableThatIsNoNumberIsNamedWithItsPlace) {
     for (const std::string key : {"07", "+7", "-1", "4294967296", "x", ""}) {
         EXPECT_THAT(
-            ErrorOf(R"({"audioTracks": [{"fader": {"parameters": {")" + key + R"(": {}}}}]})"),
-            StartsWith("/audioTracks/0/fader/parameters/" + key + ": this key is no number"));
+            ErrorOf(R"({"audioTracks": [{"trackFader": {"parameters": {")" + key + R"(": {}}}}]})"),
+            StartsWith("/audioTracks/0/trackFader/parameters/" + key + ": this key is no number"));
     }
+}
+
+TEST(SessionJsonTest, KeysAtTheirDefaultAreLeftOut) {
+    EXPECT_EQ(ToJson({}), "{}\n");
+    orvo::Session session;
+    session.audioTracks.push_back({.kind = TrackKind::Bus, .fader = Component{}});
+    session.metronome.soundSet = SoundSet::Kit;
+    EXPECT_EQ(ToJson(session), R"({
+  "audioTracks": [
+    {
+      "kind": "bus",
+      "trackFader": {}
+    }
+  ],
+  "metronome": {
+    "soundSet": "kit"
+  }
+}
+)");
+    EXPECT_EQ(Parse(ToJson(session)), session);
+}
+
+TEST(SessionJsonTest, FullJsonHasEveryKey) {
+    EXPECT_EQ(Encoded(Metronome{}, {JsonWriter::Layout::Compact, true}),
+              R"({"enabled":false,"soundSet":"sticks","pattern":[],"metronomeTrack":null,)"
+              R"("globalTrackInfo":null})");
+    const std::string json = ToJson({}, {.full = true});
+    EXPECT_THAT(json, HasSubstr("\"audioChannelType\": \"stereo\""));
+    EXPECT_THAT(json, HasSubstr("\"mixingOptionState\": {\n    \"defaultPanModeLogarithmic\""));
+    EXPECT_EQ(Parse(json), orvo::Session{});
+}
+
+TEST(SessionJsonTest, WhatOnlyLooksLikeADefaultIsNotLeftOut) {
+    orvo::Session session;
+    session.musicalTime.beatsPerMinute = -0.0;
+    session.mixingOptions.panPower = std::numeric_limits<double>::quiet_NaN();
+    session.audioTracks.push_back({.instrument = InstrumentTrack{}});
+    const orvo::Session again = Parse(ToJson(session));
+    EXPECT_TRUE(std::signbit(again.musicalTime.beatsPerMinute));
+    EXPECT_TRUE(std::isnan(again.mixingOptions.panPower));
+    EXPECT_EQ(again.audioTracks.at(0).instrument, InstrumentTrack{});
+}
+
+TEST(SessionJsonTest, AnOptionalValueThatIsThereIsNotLeftOut) {
+    orvo::Component fader;
+    fader.parameters[0].value = 0;
+    EXPECT_EQ(Text(fader), R"({"parameters":{"0":{"parameterValue":0.0}}})");
+    EXPECT_EQ(Again(fader), fader);
+}
+
+TEST(SessionJsonTest, ACodeIsItsWordAndWithoutOneItsNumber) {
+    EXPECT_EQ(Text(TrackKind::Bus), R"("bus")");
+    EXPECT_EQ(Text(TrackKind{7}), "7");
+    EXPECT_EQ(Text(TimeDisplay{-1}), "-1");
+    EXPECT_EQ(Text(Keyframe{.type = KeyframeType::Hold}), R"({"type":"hold"})");
+    for (const auto kind : {TrackKind::Bus, TrackKind{0}, TrackKind{4294967295}}) {
+        EXPECT_EQ(Again(kind), kind);
+    }
+    EXPECT_EQ(Again(TimeDisplay{-1}), TimeDisplay{-1});
+}
+
+TEST(SessionJsonTest, ANumberThatHasAWordIsReadToo) {
+    EXPECT_EQ(Parse(R"({"metronome": {"soundSet": 4}})").metronome.soundSet, SoundSet::Kit);
+}
+
+TEST(SessionJsonTest, AnUnknownWordIsNamedWithTheWordsThatThereAre) {
+    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"kind": "Bus"}]})"),
+              "/audioTracks/0/kind: unknown word; give one of \"audio\", \"bus\", \"master\", "
+              "\"metronome\", \"instrument\", or a whole number from -2147483648 to 4294967295");
+    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"kind": 4294967296}]})"),
+              "/audioTracks/0/kind: this is the number 4294967296; give one of \"audio\", \"bus\", "
+              "\"master\", \"metronome\", \"instrument\", or a whole number from -2147483648 to "
+              "4294967295");
+    EXPECT_THAT(ErrorOf(R"({"metronome": {"pattern": [true]}})"),
+                StartsWith("/metronome/pattern/0: this is true; give one of \"none\", "));
+}
+
+TEST(SessionJsonTest, ASwitchWithWordsHasNoOtherValues) {
+    orvo::Keyframe keyframe;
+    EXPECT_THROW(ReadDocument(WholeText(R"({"type": 1})"), {}, TargetOf(keyframe)), JsonError);
+    EXPECT_THAT(ErrorOf(R"({"audioTracks": [{"trackFader": {"parameters": {"0":
+                {"parameterKeyframes": {"keyframes": [{"type": "spline"}]}}}}}]})"),
+                EndsWith("/type: unknown word; give one of \"hold\", \"linear\""));
 }
 
 TEST(SessionJsonTest, ASlotMayBeNull) {
@@ -248,9 +332,11 @@ TEST(SessionJsonTest, AValueOfTheWrongTypeIsNamedWithItsPlace) {
                 StartsWith("/formatDescription: this is true; give a text"));
     EXPECT_THAT(ErrorOf(R"({"metronome": {"enabled": 1}})"),
                 StartsWith("/metronome/enabled: this is the number 1; give true or false"));
-    EXPECT_THAT(ErrorOf(R"({"audioTracks": [{"fader": {"parameters": {"0": {"value": "1"}}}}]})"),
-                AllOf(StartsWith("/audioTracks/0/fader/parameters/0/value: this is a text"),
-                      HasSubstr("give a number, or one of the texts \"NaN\"")));
+    EXPECT_THAT(
+        ErrorOf(
+            R"({"audioTracks": [{"trackFader": {"parameters": {"0": {"parameterValue": "1"}}}}]})"),
+        AllOf(StartsWith("/audioTracks/0/trackFader/parameters/0/parameterValue: this is a text"),
+              HasSubstr("give a number, or one of the texts \"NaN\"")));
     EXPECT_THAT(ErrorOf(R"({"metronome": {"globalTrackInfo": {"tempoEvents": [1]}}})"),
                 StartsWith("/metronome/globalTrackInfo/tempoEvents: this is a list; give the bytes "
                            "as a text in Base64"));
@@ -262,8 +348,11 @@ TEST(SessionJsonTest, ANumberThatDoesNotFitIsNamedWithItsPlaceAndRange) {
                 AllOf(StartsWith("/sampleRate: this is the number 4294967296"),
                       HasSubstr("0 to 4294967295")));
     EXPECT_THAT(ErrorOf(R"({"sampleRate": -1})"), StartsWith("/sampleRate: "));
-    EXPECT_THAT(ErrorOf(R"({"channelCount": 2147483648})"), StartsWith("/channelCount: "));
-    EXPECT_THAT(ErrorOf(R"({"channelCount": -2147483649})"), StartsWith("/channelCount: "));
+    EXPECT_THAT(ErrorOf(R"({"smpteStart": -9223372036854775809})"), StartsWith("/smpteStart: "));
+    EXPECT_THAT(ErrorOf(R"({"formatVersion": {"major": 2147483648}})"),
+                StartsWith("/formatVersion/major: "));
+    EXPECT_THAT(ErrorOf(R"({"formatVersion": {"minor": -2147483649}})"),
+                StartsWith("/formatVersion/minor: "));
     EXPECT_THAT(ErrorOf(R"({"duration": 9223372036854775808})"), StartsWith("/duration: "));
     EXPECT_THAT(ErrorOf(R"({"duration": 1.5})"), StartsWith("/duration: "));
 }
@@ -340,7 +429,7 @@ TEST(SessionJsonTest, ANulCharacterIsNotTakenForTheEnd) {
 TEST(SessionJsonTest, ManyKeysAndElementsTakeATimeThatGrowsWithTheirNumber) {
     std::string unknown = "{";
     std::string list = R"({"files": [)";
-    std::string table = R"({"audioTracks": [{"fader": {"parameters": {)";
+    std::string table = R"({"audioTracks": [{"trackFader": {"parameters": {)";
     constexpr int kKeys = 100'000;
     for (int key = 0; key < kKeys; ++key) {
         unknown += "\"x" + std::to_string(key) + "\": 0,";
@@ -402,12 +491,12 @@ TEST(SessionJsonTest, AnObjectOrListInPlaceOfAnotherValueIsNamed) {
               "point or exponent");
     EXPECT_EQ(ErrorOf(R"({"files": [[]]})"), "/files/0: this is a list; give an object");
     EXPECT_EQ(ErrorOf(R"({"files": {}})"), "/files: this is an object; give a list");
-    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"fader": []}]})"),
-              "/audioTracks/0/fader: this is a list; give an object");
-    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"clips": [{"properties": {}}]}]})"),
-              "/audioTracks/0/clips/0/properties: this is an object; give a text");
-    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"fader": {"parameters": []}}]})"),
-              "/audioTracks/0/fader/parameters: this is a list; give an object");
+    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"trackFader": []}]})"),
+              "/audioTracks/0/trackFader: this is a list; give an object");
+    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"audioClips": [{"properties": {}}]}]})"),
+              "/audioTracks/0/audioClips/0/properties: this is an object; give a text");
+    EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"trackFader": {"parameters": []}}]})"),
+              "/audioTracks/0/trackFader/parameters: this is a list; give an object");
 }
 
 TEST(SessionJsonTest, AQuoteInAnErrorIsAsTheTextHasIt) {
@@ -468,18 +557,17 @@ TEST(SessionJsonTest, LongTextsAndBlocksOfBytesAreWrittenInPieces) {
 
 TEST(SessionJsonTest, BothWaysTellHowManyBytesHaveGone) {
     orvo::Session session;
-    session.files.resize(5'000);
+    session.files.resize(10'000);
     for (std::size_t i = 0; i < session.files.size(); ++i) {
         session.files[i].id = static_cast<std::uint32_t>(i);
     }
     std::string text;
     std::vector<std::uint64_t> written;
-    ToJson(
-        session, [&](std::string_view block) { text += block; },
-        [&](std::uint64_t bytes) {
-            EXPECT_EQ(bytes, text.size());
-            written.push_back(bytes);
-        });
+    ToJson(session, [&](std::string_view block) { text += block; },
+           {.progress = [&](std::uint64_t bytes) {
+               EXPECT_EQ(bytes, text.size());
+               written.push_back(bytes);
+           }});
     EXPECT_EQ(text, ToJson(session));
     EXPECT_GT(written.size(), 4U);
     EXPECT_EQ(written.back(), text.size());

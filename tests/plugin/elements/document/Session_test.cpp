@@ -99,7 +99,7 @@ TEST_F(SessionElement, TheDescriptionIsTranslated) {
 orvo::Session Sample() {
     orvo::Session session;
     session.sampleRate = 44100;
-    session.channelCount = 1;
+    session.audioChannelType = orvo::ChannelType::Mono;
     session.duration = 5'000'000'000;
     session.bitDepth = 24;
     return session;
@@ -133,11 +133,11 @@ TEST_F(SessionElement, ADepthBeyondTheSignedRangeIsWrittenUnsigned) {
 TEST_F(SessionElement, ALayoutWithoutAKeywordIsWrittenAsStereo) {
     for (const kelcore::int32 channels : {2, 4, 0, -1, 7}) {
         auto session = Sample();
-        session.channelCount = channels;
+        session.audioChannelType = static_cast<orvo::ChannelType>(channels);
         EXPECT_THAT(*Write(session).file, HasSubstr("audioChannelType=\"stereo\"")) << channels;
     }
     auto session = Sample();
-    session.channelCount = 6;
+    session.audioChannelType = orvo::ChannelType::FivePointOne;
     EXPECT_THAT(*Write(session).file, HasSubstr("audioChannelType=\"fivePointOne\""));
 }
 
@@ -153,7 +153,7 @@ TEST_F(SessionElement, SurvivesAWriteAndARead) {
     const auto outcome = ReadPath(Path());
     ASSERT_TRUE(outcome.ok);
     EXPECT_EQ(outcome.session.sampleRate, expected.sampleRate);
-    EXPECT_EQ(outcome.session.channelCount, expected.channelCount);
+    EXPECT_EQ(outcome.session.audioChannelType, expected.audioChannelType);
     EXPECT_EQ(outcome.session.duration, expected.duration);
     EXPECT_EQ(outcome.session.bitDepth, expected.bitDepth);
 }

@@ -226,7 +226,8 @@ TEST_F(ParameterKeyframes, AKeyframeOutsideOfALaneIsNotRecognisedInADocument) {
 TEST_F(ParameterKeyframes, AreWrittenWithTheLanesFlags) {
     AutomationLane lane;
     lane.enableSplines = true;
-    lane.keyframes = {{0.5F, 5'000'000'000, true, true}, {-0.25F, -1, false, false}};
+    lane.keyframes = {{0.5F, 5'000'000'000, orvo::KeyframeType::Hold, true},
+                      {-0.25F, -1, orvo::KeyframeType::Linear, false}};
     EXPECT_EQ(WrittenElement("parameter", WithLane(lane)),
               "<parameter index=\"0\" parameterValue=\"1\">\n"
               "  <parameterKeyframes enableSplines=\"true\" readOnly=\"false\">\n"
@@ -249,9 +250,10 @@ TEST_F(ParameterKeyframes, ALaneWithoutKeyframesIsNotWrittenWhateverItsFlags) {
 TEST_F(ParameterKeyframes, SurviveAWriteAndARead) {
     AutomationLane lane;
     lane.readOnly = true;
-    lane.keyframes = {{0.1F, std::numeric_limits<kelcore::int64>::max(), true, false},
-                      {-3e-20F, std::numeric_limits<kelcore::int64>::min(), false, true},
-                      {0.1F, 5'000'000'000, true, false}};
+    lane.keyframes = {
+        {0.1F, std::numeric_limits<kelcore::int64>::max(), orvo::KeyframeType::Hold, false},
+        {-3e-20F, std::numeric_limits<kelcore::int64>::min(), orvo::KeyframeType::Linear, true},
+        {0.1F, 5'000'000'000, orvo::KeyframeType::Hold, false}};
     const AudioTrack track = WithLane(lane);
     EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).effectsRack, track.effectsRack);
 }

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cmath>
+#include <tuple>
+#include <type_traits>
+
+#include "session/Schema.h"
+
+/// What JSON leaves out.
+namespace orvo::json {
+
+/// A value as a new one is.
+template <class Value>
+const Value& DefaultOf() {
+    static const Value value{};
+    return value;
+}
+
+/// Whether a value, if it is left out, comes back as it was. The two zeros are different.
+template <class Value>
+bool IsDefault(const Value& value, const Value& standard) {
+    if constexpr (HasSchema<Value>) {
+        return std::apply(
+            [&](const auto&... rows) {
+                return (IsDefault(value.*rows.member, standard.*rows.member) && ...);
+            },
+            Schema<Value>::kRows);
+    } else if constexpr (std::is_floating_point_v<Value>) {
+        return value == standard && std::signbit(value) == std::signbit(standard);
+    } else {
+        return value == standard;
+    }
+}
+
+}  // namespace orvo::json
