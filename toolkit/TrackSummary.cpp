@@ -1,6 +1,7 @@
 #include "toolkit/TrackSummary.h"
 
 #include <algorithm>
+#include <sstream>
 
 #include <orvo/Lookup.h>
 
@@ -140,25 +141,23 @@ std::string MidiInputName(const std::optional<orvo::InstrumentTrack>& instrument
     return instrument->midiAll ? "all MIDI inputs" : instrument->midiIn;
 }
 
-TrackFamily FamilyOf(orvo::TrackKind kind) {
+/// A session file has a kind without a name as audio.
+orvo::TrackKind StoredKind(orvo::TrackKind kind) {
     switch (kind) {
         case orvo::TrackKind::Bus:
-            return TrackFamily::Bus;
         case orvo::TrackKind::Master:
-            return TrackFamily::Master;
         case orvo::TrackKind::Metronome:
-            return TrackFamily::Metronome;
         case orvo::TrackKind::Instrument:
-            return TrackFamily::Instrument;
+            return kind;
         default:
-            return TrackFamily::Audio;
+            return orvo::TrackKind::Audio;
     }
 }
 
 TrackSummary Summarise(const orvo::Session& session, const orvo::SessionIndex& index,
                        const orvo::AudioTrack& track) {
     TrackSummary summary;
-    summary.family = FamilyOf(track.kind);
+    summary.kind = StoredKind(track.kind);
     summary.id = track.id;
     summary.name = track.name;
     summary.audioChannelType = track.audioChannelType;
@@ -193,7 +192,6 @@ std::vector<orvo::VideoFormat> PicturesOf(const orvo::VideoTrack& track) {
 
 TrackSummary Summarise(const orvo::VideoTrack& track) {
     TrackSummary summary;
-    summary.family = TrackFamily::Video;
     summary.id = track.id;
     summary.name = track.name;
     summary.clips = track.clips.size();
@@ -209,22 +207,13 @@ AutomationCount& AutomationCount::operator+=(const AutomationCount& other) {
     return *this;
 }
 
-const char* FamilyName(TrackFamily family) {
-    switch (family) {
-        case TrackFamily::Video:
-            return "video";
-        case TrackFamily::Audio:
-            return "audio";
-        case TrackFamily::Bus:
-            return "bus";
-        case TrackFamily::Master:
-            return "master";
-        case TrackFamily::Metronome:
-            return "metronome";
-        case TrackFamily::Instrument:
-            return "instrument";
+std::string KindName(const std::optional<orvo::TrackKind>& kind) {
+    if (!kind) {
+        return "video";
     }
-    return "";
+    std::ostringstream word;
+    word << *kind;
+    return word.str();
 }
 
 std::vector<TrackSummary> SummariseTracks(const orvo::Session& session) {

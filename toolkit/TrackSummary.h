@@ -43,11 +43,9 @@ struct SendSummary {
     friend bool operator==(const SendSummary&, const SendSummary&) = default;
 };
 
-enum class TrackFamily { Video, Audio, Bus, Master, Metronome, Instrument };
-
-/// One track, of either family, as a person wants to see it.
+/// One track, of any kind, as a person wants to see it.
 struct TrackSummary {
-    TrackFamily family = TrackFamily::Audio;
+    std::optional<orvo::TrackKind> kind;  ///< no value: a video track
     kelcore::uint32 id = 0;
     std::string name;
     orvo::ChannelType audioChannelType = orvo::ChannelType::NotSaid;
@@ -72,8 +70,8 @@ struct TrackSummary {
     friend bool operator==(const TrackSummary&, const TrackSummary&) = default;
 };
 
-/// What a family is called in tables and JSON: "audio", "bus", ...
-const char* FamilyName(TrackFamily family);
+/// What a track is called in tables and JSON: "video", or its kind's word.
+std::string KindName(const std::optional<orvo::TrackKind>& kind);
 
 /// The video tracks, the other tracks and the metronome's, each side in its order.
 std::vector<TrackSummary> SummariseTracks(const orvo::Session& session);

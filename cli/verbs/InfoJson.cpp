@@ -95,7 +95,7 @@ ordered_json ToJson(const toolkit::EffectSummary& effect) {
 }
 
 ordered_json ToJson(const toolkit::TrackSummary& track) {
-    return {{"kind", toolkit::FamilyName(track.family)},
+    return {{"kind", toolkit::KindName(track.kind)},
             {"id", track.id},
             {"name", track.name},
             {"audioChannelType", ToJson(track.audioChannelType)},

@@ -206,7 +206,7 @@ std::string ShownTracks(const std::vector<TrackSummary>& tracks) {
     Rows rows = {{"Track", "Id", "Name", "Channels", "Output", "Sends", "Effects", "Clips", "Lanes",
                   "Keyframes"}};
     for (const TrackSummary& track : tracks) {
-        rows.push_back({toolkit::FamilyName(track.family), ShownId(track), Printable(track.name),
+        rows.push_back({toolkit::KindName(track.kind), ShownId(track), Printable(track.name),
                         ShownLayout(track.audioChannelType), Printable(track.output),
                         Unless0(track.sends.size()), Unless0(track.effects.size()),
                         Unless0(track.clips), Unless0(track.automation.lanes),
@@ -255,8 +255,8 @@ std::string ShownSend(const SendSummary& send) {
 
 std::string TrackTitle(const TrackSummary& track) {
     const std::string id = ShownId(track);
-    return fmt::format("  {}{}{}: {}\n", toolkit::FamilyName(track.family), id.empty() ? "" : " ",
-                       id, Printable(track.name));
+    return fmt::format("  {}{}{}: {}\n", toolkit::KindName(track.kind), id.empty() ? "" : " ", id,
+                       Printable(track.name));
 }
 
 std::string ShownPicture(const orvo::VideoFormat& format) {
@@ -296,9 +296,8 @@ Rows SoundRows(const TrackSummary& track) {
 }
 
 std::string ShownRouting(const TrackSummary& track) {
-    const bool isVideo = track.family == toolkit::TrackFamily::Video;
-    return FormatTable(isVideo ? PictureRows(track) : SoundRows(track), {Align::Left, Align::Left},
-                       "    ");
+    return FormatTable(track.kind ? SoundRows(track) : PictureRows(track),
+                       {Align::Left, Align::Left}, "    ");
 }
 
 std::string ShownState(const EffectSummary& effect) {

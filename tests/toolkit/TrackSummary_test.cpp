@@ -147,9 +147,9 @@ TEST(TrackSummary, VideoComesFirstAndTheMetronomeLastAndAnUnknownKindIsAudio) {
     session.metronome.track->kind = orvo::TrackKind::Metronome;
     const auto tracks = SummariseTracks(session);
     ASSERT_EQ(tracks.size(), 3u);
-    EXPECT_STREQ(FamilyName(tracks[0].family), "video");
-    EXPECT_STREQ(FamilyName(tracks[1].family), "audio");
-    EXPECT_STREQ(FamilyName(tracks[2].family), "metronome");
+    EXPECT_EQ(KindName(tracks[0].kind), "video");
+    EXPECT_EQ(KindName(tracks[1].kind), "audio");
+    EXPECT_EQ(KindName(tracks[2].kind), "metronome");
 }
 
 TEST(TrackSummary, TracksOfASideComeInTheOrderOfTheirIndices) {
