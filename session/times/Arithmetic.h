@@ -7,7 +7,7 @@
 namespace orvo::times {
 
 /// Holds the product of a position with a rate and a scale.
-__extension__ typedef __int128 Wide;
+__extension__ typedef __int128 Wide;  // NOLINT(modernize-use-using): `using` takes no extension
 
 // Divisors are above 0.
 
