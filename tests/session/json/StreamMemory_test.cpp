@@ -45,7 +45,7 @@ namespace {
 constexpr std::size_t kMuchLess = 512 * 1024;
 
 orvo::Session LargeSession() {
-    return toolkit::GenerateSession({.tracks = 32}, 1);
+    return toolkit::GenerateSession({.tracks = 64}, 1);
 }
 
 /// What is in use at most from its making on, beyond what is then.
