@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <set>
 
+#include "host/Registration.h"
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
 #include "reference_host/CountedObject.h"
