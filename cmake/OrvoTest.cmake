@@ -22,11 +22,20 @@ function(orvo_add_test name)
   if(NOT ARG_SHARDS)
     set(ARG_SHARDS 1)
   endif()
-  foreach(shard RANGE 1 ${ARG_SHARDS})
+  orvo_add_shards(${name} ${name} ${ARG_SHARDS})
+endfunction()
+
+# orvo_repeat_streamed(NAME SHARDS): runs the tests of a program again, with streamed documents.
+function(orvo_repeat_streamed name shards)
+  orvo_add_shards(${name}.streamed ${name} ${shards} "ORVO_DOCUMENT=streamed")
+endfunction()
+
+function(orvo_add_shards name program shards)
+  foreach(shard RANGE 1 ${shards})
     math(EXPR index "${shard} - 1")
-    add_test(NAME ${name}.${shard} COMMAND ${name} --gtest_brief=1)
+    add_test(NAME ${name}.${shard} COMMAND ${program} --gtest_brief=1)
     set_tests_properties(${name}.${shard} PROPERTIES
       TIMEOUT 600
-      ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${shards};GTEST_SHARD_INDEX=${index};${ARGN}")
   endforeach()
 endfunction()

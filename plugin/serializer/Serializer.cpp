@@ -1,15 +1,26 @@
 #include "plugin/serializer/Serializer.h"
 
+#include "platform/kelappsupport/Features.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/FailureTrace.h"
 #include "plugin/xml/XercesPlatform.h"
 
 namespace tses {
+namespace {
 
-Serializer::Serializer(WriterFault fault, NodeMaker makeNodes)
-    : impl_(std::make_unique<Impl>(fault, makeNodes)) {}
+constexpr std::string_view kStreamedSaveFeature = "Tembra.StreamedSave";
+
+}  // namespace
+
+Serializer::Serializer(WriterFault fault, DocumentMaker makeDocument)
+    : impl_(std::make_unique<Impl>(fault, makeDocument)) {}
 
 Serializer::~Serializer() = default;
+
+DocumentMaker Serializer::ChosenDocumentMaker() {
+    return kelappsupport::IsFeatureEnabled(kStreamedSaveFeature) ? MakeStreamedDocument
+                                                                 : MakeDomDocument;
+}
 
 bool Serializer::Read(const std::u16string& path, HostReference<IEditSession> session) {
     return impl_->Read(path, std::move(session));

@@ -15,7 +15,7 @@ namespace tses {
 class Serializer {
 public:
     /// Both apply to every write; see `SessionXMLWriter`.
-    explicit Serializer(WriterFault fault = {}, NodeMaker makeNodes = kNodeMaker);
+    explicit Serializer(WriterFault fault = {}, DocumentMaker makeDocument = ChosenDocumentMaker());
     virtual ~Serializer();
     Serializer(const Serializer&) = delete;
     Serializer& operator=(const Serializer&) = delete;
@@ -29,6 +29,10 @@ public:
     /// Writes `session` to the file at `path`. The file stays as it was unless everything succeeds
     /// (but see `SessionXMLWriter::Save`). Exceptions of the host pass through.
     bool Write(const std::u16string& path, HostReference<IQuerySession> session);
+
+    /// What makes the documents of the application's saves: streamed ones if it has turned on the
+    /// feature "Tembra.StreamedSave", otherwise those of the XML library.
+    static DocumentMaker ChosenDocumentMaker();
 
     /// Starts and stops the XML library for all serializers. A second start has no effect. Between
     /// a stop and the next start every read and write fails. No serializer may be at work.

@@ -27,8 +27,8 @@ private:
     Impl& impl_;
 };
 
-Serializer::Impl::Impl(WriterFault fault, NodeMaker makeNodes)
-    : elementTable_(BuildElementTable()), writerFault_(fault), makeNodes_(makeNodes) {
+Serializer::Impl::Impl(WriterFault fault, DocumentMaker makeDocument)
+    : elementTable_(BuildElementTable()), writerFault_(fault), makeDocument_(makeDocument) {
     Reset();
 }
 

@@ -36,7 +36,7 @@ inline constexpr kelcore::uint32 kProgressTotal = progressMilestones.size();
 /// read states of their groups.
 class Serializer::Impl final : SAXContentHandler, SAXErrorHandler {
 public:
-    explicit Impl(WriterFault fault, NodeMaker makeNodes = kNodeMaker);
+    explicit Impl(WriterFault fault, DocumentMaker makeDocument = MakeDomDocument);
 
     bool Read(const std::u16string& path, HostReference<IEditSession> session);
     bool Write(const std::u16string& path, HostReference<IQuerySession> session);
@@ -185,7 +185,7 @@ private:
     bool couldNotOpenFile_ = false;             // although it exists
     kelcore::uint32 progressStep_ = 0;
     WriterFault writerFault_;
-    NodeMaker makeNodes_;
+    DocumentMaker makeDocument_;
 };
 
 }  // namespace tses

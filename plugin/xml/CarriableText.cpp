@@ -1,5 +1,7 @@
 #include "plugin/xml/CarriableText.h"
 
+#include <algorithm>
+
 #include "platform/kelcore/Unicode.h"
 
 namespace tses {
@@ -81,6 +83,12 @@ bool IsCarriedAsItIs(std::u16string_view text, TextPlace place) {
         }
     }
     return true;
+}
+
+bool NeedsXml11(std::u16string_view text) {
+    return std::ranges::any_of(text, [](char16_t unit) {
+        return unit < 0x20 || (unit >= 0x7F && unit <= 0x84) || (unit >= 0x86 && unit <= 0x9F);
+    });
 }
 
 }  // namespace tses

@@ -1,47 +1,21 @@
 #include "plugin/xml/DocumentTexts.h"
 
-#include <algorithm>
+#include <string>
 #include <xercesc/dom/impl/DOMDocumentImpl.hpp>
 #include <xercesc/dom/impl/DOMEntityReferenceImpl.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
-#include "format/Limits.h"
 #include "platform/kelcore/Trace.h"
-#include "platform/kelcore/Unicode.h"
+#include "plugin/xml/Sections.h"
 
 namespace tses {
 namespace {
-
-constexpr std::u16string_view kSectionEnd = u"]]>";
-constexpr std::size_t kBytesOfUnit = 3;  // at most, in UTF-8
-constexpr std::size_t kLongestSection = limits::kSectionBytes / kBytesOfUnit - 16;
 
 XmlVersion VersionOf(const xercesc::DOMDocument& document) {
     const XMLCh* const version = document.getXmlVersion();
     const bool isXml11 =
         version != nullptr && std::u16string_view(version) == xercesc::XMLUni::fgVersion1_1;
     return isXml11 ? XmlVersion::V1_1 : XmlVersion::V1_0;
-}
-
-bool IsWithinPair(std::u16string_view text, std::size_t at) {
-    return at < text.size() && kelcore::unicode::IsLowSurrogate(text[at]);
-}
-
-/// How much of a text fits into one section. A section cannot hold its own end mark, which the
-/// serialiser would drop, and must not be longer than a reader accepts in one piece.
-std::size_t SectionLength(std::u16string_view text) {
-    const std::size_t longest = kLongestSection - (IsWithinPair(text, kLongestSection) ? 1 : 0);
-    const std::size_t end = text.substr(0, longest).find(kSectionEnd);
-    return end != std::u16string_view::npos ? end + 1 : std::min(text.size(), longest);
-}
-
-template <class Take>
-void ForEachSection(std::u16string_view text, Take take) {
-    do {
-        const std::u16string section(text.substr(0, SectionLength(text)));
-        take(section);
-        text.remove_prefix(section.size());
-    } while (!text.empty());
 }
 
 /// The name that turns an entity reference into a reference to the character.
@@ -119,8 +93,8 @@ void DocumentTexts::AppendSections(xercesc::DOMElement& parent, std::u16string_v
         Wait(parent, text, TextPlace::Section);
         return;
     }
-    ForEachSection(text, [&](const std::u16string& section) {
-        parent.appendChild(document_.createCDATASection(section.c_str()));
+    ForEachSection(text, [&](std::u16string_view section) {
+        parent.appendChild(document_.createCDATASection(std::u16string(section).c_str()));
     });
 }
 
@@ -162,8 +136,8 @@ std::vector<xercesc::DOMNode*> DocumentTexts::NodesOf(const CarriedText& carried
         if (piece.isReference) {
             nodes.push_back(CreateReference(document_, piece.text.front()));
         } else if (place == TextPlace::Section) {
-            ForEachSection(piece.text, [&](const std::u16string& section) {
-                nodes.push_back(document_.createCDATASection(section.c_str()));
+            ForEachSection(piece.text, [&](std::u16string_view section) {
+                nodes.push_back(document_.createCDATASection(std::u16string(section).c_str()));
             });
         } else {
             nodes.push_back(document_.createTextNode(piece.text.c_str()));

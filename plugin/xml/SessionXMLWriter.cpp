@@ -1,56 +1,21 @@
 #include "plugin/xml/SessionXMLWriter.h"
 
-#include <algorithm>
 #include <boost/thread/lock_guard.hpp>
 #include <optional>
+#include <span>
 #include <utility>
-#include <vector>
-#include <xercesc/dom/DOM.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/XMLUni.hpp>
+#include <xercesc/dom/DOMException.hpp>
 
 #include "format/Limits.h"
-#include "format/Names.h"
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Trace.h"
-#include "plugin/xml/ContentTarget.h"
-#include "plugin/xml/DocumentTexts.h"
-#include "plugin/xml/SerialiserSettings.h"
 #include "plugin/xml/XercesPlatform.h"
 
 namespace tses {
 namespace {
 
 using Guard = boost::lock_guard<boost::recursive_mutex>;
-
-constexpr std::u16string_view kCoreFeature = u"Core";
-constexpr std::u16string_view kLineFeed = u"\n";
-
-struct ReleaseToLibrary {
-    template <class Resource>
-    void operator()(Resource* resource) const {
-        resource->release();
-    }
-};
-
-template <class Resource>
-using LibraryPointer = std::unique_ptr<Resource, ReleaseToLibrary>;
-
-xercesc::DOMImplementation* CoreImplementation() {
-    return xercesc::DOMImplementationRegistry::getDOMImplementation(kCoreFeature.data());
-}
-
-LibraryPointer<xercesc::DOMDocument> CreateDocument() {
-    if (!IsXercesStarted()) {
-        return nullptr;
-    }
-    return LibraryPointer<xercesc::DOMDocument>(
-        CoreImplementation()->createDocument(nullptr, names::orvo.data(), nullptr));
-}
-
-bool NeedsXml11(char16_t unit) {
-    return unit < 0x20 || (unit >= 0x7F && unit <= 0x84) || (unit >= 0x86 && unit <= 0x9F);
-}
+using Content = std::span<const kelcore::byte>;
 
 constexpr kelcore::uint64 kLongestReference = 8;  // that of the line separator
 constexpr kelcore::uint64 kOtherReference = 6;
@@ -107,39 +72,25 @@ bool Attempt(Operation&& operation) {
     }
 }
 
-bool Serialise(const xercesc::DOMDocument& document, xercesc::XMLFormatTarget& target) {
-    xercesc::DOMImplementation* const implementation = CoreImplementation();
-    xercesc::MemoryManager* const memory = xercesc::XMLPlatformUtils::fgMemoryManager;
-
-    const LibraryPointer<xercesc::DOMLSSerializer> serializer(
-        implementation->createLSSerializer(memory));
-    serializer->setNewLine(kLineFeed.data());
-    ConfigureSerialiser(*serializer->getDomConfig());
-
-    const LibraryPointer<xercesc::DOMLSOutput> output(implementation->createLSOutput(memory));
-    output->setByteStream(&target);
-    return serializer->write(&document, output.get());
-}
-
 /// Whether a reader accepts the file.
-bool IsReadable(const ContentTarget& content) {
-    const bool readable = content.Bytes().size() <= limits::kFileBytes;
+bool IsReadable(Content content) {
+    const bool readable = content.size() <= limits::kFileBytes;
     if (!readable) {
         kelcore::trace::Write(kelcore::trace::kWriterCategory, "the session is larger than 2 GiB");
     }
     return readable;
 }
 
-bool WriteFile(const std::u16string& path, const ContentTarget& content) {
+bool WriteFile(const std::u16string& path, Content content) {
     kelcore::File file(path);
     try {
         file.Create();
         kelcore::OPlatformByteStream stream(file);
-        if (!content.Bytes().empty()) {
-            stream.WriteBlock(content.Bytes().data(), content.Bytes().size());
+        if (!content.empty()) {
+            stream.WriteBlock(content.data(), content.size());
         }
         stream.Close();
-        if (content.Bytes().empty()) {
+        if (content.empty()) {
             kelcore::trace::Write(kelcore::trace::kWriterCategory,
                                   "the XML library gave an empty document: the file is empty now");
             return false;
@@ -153,28 +104,19 @@ bool WriteFile(const std::u16string& path, const ContentTarget& content) {
 
 }  // namespace
 
-class SessionXMLWriter::State {
-public:
-    State(std::u16string outputPath, WriterFault writerFault, NodeMaker makeNodes)
-        : document(CreateDocument()), path(std::move(outputPath)), fault(writerFault) {
-        if (document != nullptr) {
-            open.push_back(document->getDocumentElement());
-            texts.emplace(*document, makeNodes);
-        }
-    }
-
-    LibraryPointer<xercesc::DOMDocument> document;
-    std::optional<DocumentTexts> texts;      // empty without a document
-    std::vector<xercesc::DOMElement*> open;  // from the document element to the current one
+struct SessionXMLWriter::State {
+    std::unique_ptr<SessionDocument> document;  ///< null if the XML library was not started
     std::u16string path;
     WriterFault fault;
+    std::size_t depth = 0;  ///< of the current element; 0 for the document element
     std::size_t operations = 0;
     kelcore::uint64 items = 0;
     bool refused = false;
 };
 
-SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault, NodeMaker makeNodes)
-    : state_(std::make_unique<State>(std::move(path), fault, makeNodes)) {}
+SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault,
+                                   DocumentMaker makeDocument)
+    : state_(std::make_unique<State>(makeDocument(), std::move(path), fault)) {}
 
 SessionXMLWriter::~SessionXMLWriter() = default;
 
@@ -220,8 +162,7 @@ bool SessionXMLWriter::SetRootAttributes(const AttributeMap& attributes) {
     if (!Step() || !TakesAttributes(attributes)) {
         return false;
     }
-    return Attempt(
-        [&] { state_->texts->SetAttributes(*state_->document->getDocumentElement(), attributes); });
+    return Attempt([&] { state_->document->SetRootAttributes(attributes); });
 }
 
 bool SessionXMLWriter::StartElement(std::u16string_view name, const AttributeMap& attributes) {
@@ -230,8 +171,8 @@ bool SessionXMLWriter::StartElement(std::u16string_view name, const AttributeMap
         return false;
     }
     return Attempt([&] {
-        state_->open.push_back(
-            &state_->texts->AppendElement(*state_->open.back(), name, attributes));
+        state_->document->StartElement(name, attributes);
+        ++state_->depth;
     });
 }
 
@@ -240,12 +181,7 @@ bool SessionXMLWriter::Text(std::u16string_view text) {
     if (!Step()) {
         return false;
     }
-    return Attempt([&] {
-        if (std::any_of(text.begin(), text.end(), NeedsXml11)) {
-            state_->document->setXmlVersion(xercesc::XMLUni::fgVersion1_1);
-        }
-        state_->texts->AppendText(*state_->open.back(), text);
-    });
+    return Attempt([&] { state_->document->Text(text); });
 }
 
 bool SessionXMLWriter::Characters(std::u16string_view text) {
@@ -253,7 +189,7 @@ bool SessionXMLWriter::Characters(std::u16string_view text) {
     if (!Step()) {
         return false;
     }
-    return Attempt([&] { state_->texts->AppendSections(*state_->open.back(), text); });
+    return Attempt([&] { state_->document->Characters(text); });
 }
 
 bool SessionXMLWriter::EndElement() {
@@ -261,11 +197,11 @@ bool SessionXMLWriter::EndElement() {
     if (!Step()) {
         return false;
     }
-    if (state_->open.size() == 1) {
+    if (state_->depth == 0) {
         return false;
     }
-    state_->open.pop_back();
-    return true;
+    --state_->depth;
+    return Attempt([&] { state_->document->EndElement(); });
 }
 
 bool SessionXMLWriter::Save() {
@@ -273,17 +209,16 @@ bool SessionXMLWriter::Save() {
     if (!Step()) {
         return false;
     }
-    state_->texts->Settle();
-    ContentTarget content;
-    bool serialised = Serialise(*state_->document, content);
-    if (state_->fault.serialiser != WriterFault::Serialiser::Works) {
-        serialised = state_->fault.serialiser == WriterFault::Serialiser::WritesNothing;
-        content.Clear();
+    std::optional<Content> content = state_->document->Serialise();
+    if (state_->fault.serialiser == WriterFault::Serialiser::ReportsFailure) {
+        content.reset();
+    } else if (state_->fault.serialiser == WriterFault::Serialiser::WritesNothing) {
+        content = Content();
     }
-    if (!serialised) {
+    if (!content) {
         return Refuse("cannot write: the XML library could not put the session into XML");
     }
-    return IsReadable(content) && WriteFile(state_->path, content);
+    return IsReadable(*content) && WriteFile(state_->path, *content);
 }
 
 }  // namespace tses

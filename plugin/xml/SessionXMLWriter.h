@@ -9,7 +9,7 @@
 
 #include "platform/kelcore/Types.h"
 #include "plugin/xml/AttributeMap.h"
-#include "plugin/xml/DocumentNodes.h"
+#include "plugin/xml/SessionDocument.h"
 
 namespace tses {
 
@@ -33,9 +33,9 @@ struct WriterFault {
 /// of the few that XML cannot express; `CarriableText.h` says which.
 class SessionXMLWriter {
 public:
-    /// `makeNodes` makes no difference to what is saved.
+    /// `makeDocument` makes no difference to what is saved.
     explicit SessionXMLWriter(std::u16string path, WriterFault fault = {},
-                              NodeMaker makeNodes = kNodeMaker);
+                              DocumentMaker makeDocument = MakeDomDocument);
     ~SessionXMLWriter();
     SessionXMLWriter(const SessionXMLWriter&) = delete;
     SessionXMLWriter& operator=(const SessionXMLWriter&) = delete;
@@ -75,7 +75,7 @@ public:
     bool Save();
 
 private:
-    class State;
+    struct State;
 
     bool Step();
     bool Refuse(std::string_view reason);

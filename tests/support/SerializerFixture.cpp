@@ -11,6 +11,7 @@
 #include "reference_host/SessionNode.h"
 #include "reference_host/recorder/CallJson.h"
 #include "reference_host/recorder/Recorder.h"
+#include "tests/support/DocumentUnderTest.h"
 
 namespace test {
 namespace {
@@ -62,7 +63,7 @@ WriteOutcome WriteBy(tses::Serializer& serializer, const std::u16string& path,
 SerializerFixture::SerializerFixture() {
     kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", true);
     tses::StartXerces();
-    serializer.emplace();
+    serializer.emplace(tses::WriterFault(), DocumentUnderTest());
 }
 
 SerializerFixture::~SerializerFixture() {
@@ -119,13 +120,13 @@ WriteOutcome SerializerFixture::WriteTo(const std::u16string& path, const orvo::
 
 WriteOutcome SerializerFixture::WriteWithFault(const orvo::Session& session,
                                                std::size_t atOperation) {
-    tses::Serializer faulty(tses::WriterFault{atOperation});
+    tses::Serializer faulty(tses::WriterFault{atOperation}, DocumentUnderTest());
     return WriteBy(faulty, Path(), session, {});
 }
 
-std::vector<WriteOutcome> SerializerFixture::WriteWithNodes(
-    const std::vector<orvo::Session>& sessions, tses::NodeMaker makeNodes) {
-    tses::Serializer other({}, makeNodes);
+std::vector<WriteOutcome> SerializerFixture::WriteWith(const std::vector<orvo::Session>& sessions,
+                                                       tses::DocumentMaker makeDocument) {
+    tses::Serializer other({}, makeDocument);
     std::vector<WriteOutcome> outcomes;
     for (const orvo::Session& session : sessions) {
         outcomes.push_back(WriteBy(other, Path(), session, {}));

@@ -63,9 +63,9 @@ protected:
                          const HostSetup& host = {});
     /// Likewise, with a serializer whose writer fails at the given operation.
     WriteOutcome WriteWithFault(const orvo::Session& session, std::size_t atOperation);
-    /// Writes several sessions with one serializer that creates document nodes in the given way.
-    std::vector<WriteOutcome> WriteWithNodes(const std::vector<orvo::Session>& sessions,
-                                             tses::NodeMaker makeNodes);
+    /// Writes several sessions with one serializer, as documents of the given kind.
+    std::vector<WriteOutcome> WriteWith(const std::vector<orvo::Session>& sessions,
+                                        tses::DocumentMaker makeDocument);
 
     std::u16string Path() const;
 

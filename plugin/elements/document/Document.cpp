@@ -53,7 +53,7 @@ bool Serializer::Impl::Write(const std::u16string& path, HostReference<IQuerySes
     path_ = path;
     session->SetProgress(1, kProgressTotal, 0, 0);
     progressStep_ = 0;
-    SessionXMLWriter writer(path_, writerFault_, makeNodes_);
+    SessionXMLWriter writer(path_, writerFault_, makeDocument_);
     return WriteDocument(writer, session, path_) && writer.Save();
 }
 

@@ -186,6 +186,19 @@ TEST_F(Entry, TheNamesAreLocalised) {
     EXPECT_EQ(registrar->OpenFormats().at(0).name, u"Tembra-Sitzung");
 }
 
+TEST_F(Entry, AStreamedSaveGivesTheBytesOfAnyOther) {
+    const auto saved = [this](bool streamed) {
+        kelappsupport::SetFeatureEnabled("Tembra.StreamedSave", streamed);
+        Initialize();
+        SetPath(folder / "saved.orvo");
+        EXPECT_EQ(Write(), 0);
+        Call(kTerminate, nullptr);
+        kelappsupport::SetFeatureEnabled("Tembra.StreamedSave", false);
+        return test::ReadFile(folder / "saved.orvo");
+    };
+    EXPECT_EQ(saved(true), saved(false));
+}
+
 TEST_F(Entry, AnUnknownSelectorIsRefusedBeforeAndAfterInitialising) {
     for (const std::int32_t selector : {6, 7, 20, -1, -10, 2147483647, -2147483647 - 1}) {
         EXPECT_EQ(Call(selector, nullptr), kUnknownSelector) << selector;

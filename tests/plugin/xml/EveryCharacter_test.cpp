@@ -15,6 +15,7 @@
 #include "plugin/xml/SessionXMLWriter.h"
 #include "plugin/xml/XercesPlatform.h"
 #include "tests/plugin/xml/OtherParsers.h"
+#include "tests/support/DocumentUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace tses {
@@ -120,7 +121,8 @@ protected:
 
     std::string Save(const std::vector<Case>& cases) {
         const std::filesystem::path path = folder_ / "values.orvo";
-        SessionXMLWriter writer(kelcore::PathFromBytes(path.string()));
+        SessionXMLWriter writer(kelcore::PathFromBytes(path.string()), {},
+                                test::DocumentUnderTest());
         for (const Case& tried : cases) {
             EXPECT_TRUE(WriteCase(writer, tried)) << Hexadecimal(tried.text);
         }

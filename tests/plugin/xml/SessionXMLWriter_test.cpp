@@ -14,6 +14,7 @@
 #include "platform/kelcore/Trace.h"
 #include "plugin/xml/SessionXMLReader.h"
 #include "plugin/xml/XercesPlatform.h"
+#include "tests/support/DocumentUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace tses {
@@ -49,7 +50,7 @@ protected:
 };
 
 TEST_F(SessionXMLWriterTest, AnEmptyDocumentHasAByteOrderMarkADeclarationAndTheRoot) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.Save());
     EXPECT_EQ(Saved(),
               std::string(kByteOrderMark) +
@@ -57,7 +58,7 @@ TEST_F(SessionXMLWriterTest, AnEmptyDocumentHasAByteOrderMarkADeclarationAndTheR
 }
 
 TEST_F(SessionXMLWriterTest, ElementsAreIndentedAndNested) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.StartElement(names::session));
     EXPECT_TRUE(writer.StartElement(names::tracks));
     EXPECT_TRUE(writer.EndElement());
@@ -71,7 +72,7 @@ TEST_F(SessionXMLWriterTest, ElementsAreIndentedAndNested) {
 }
 
 TEST_F(SessionXMLWriterTest, AttributesAreWrittenInTheOrderOfTheirNames) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(
         writer.StartElement(names::session, {{u"zeta", u"1"}, {u"Alpha", u"2"}, {u"beta", u"3"}}));
     EXPECT_TRUE(writer.EndElement());
@@ -80,7 +81,7 @@ TEST_F(SessionXMLWriterTest, AttributesAreWrittenInTheOrderOfTheirNames) {
 }
 
 TEST_F(SessionXMLWriterTest, RootAttributesGoToTheDocumentElementWhateverIsCurrent) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.StartElement(names::session));
     EXPECT_TRUE(writer.SetRootAttributes({{names::version, u"1.5"}}));
     EXPECT_TRUE(writer.Save());
@@ -88,7 +89,7 @@ TEST_F(SessionXMLWriterTest, RootAttributesGoToTheDocumentElementWhateverIsCurre
 }
 
 TEST_F(SessionXMLWriterTest, TextIsEscapedAndCharactersAreACDataSection) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     writer.StartElement(names::name);
     EXPECT_TRUE(writer.Text(u"a<b&c"));
     writer.EndElement();
@@ -101,7 +102,7 @@ TEST_F(SessionXMLWriterTest, TextIsEscapedAndCharactersAreACDataSection) {
 }
 
 TEST_F(SessionXMLWriterTest, TheEndOfASectionInCharactersIsSplitBetweenTwoSections) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     writer.StartElement(names::xmpMetadata);
     EXPECT_TRUE(writer.Characters(u"a]]>b]]]>]]>"));
     writer.EndElement();
@@ -137,7 +138,7 @@ TEST_P(LongCharactersTest, AreSplitWhereAReaderTakesThemWhateverStandsThere) {
     for (int i = 0; i < 20; ++i) {
         text += GetParam();
     }
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     ASSERT_TRUE(writer.Characters(text));
     ASSERT_TRUE(writer.Save());
 
@@ -151,7 +152,7 @@ INSTANTIATE_TEST_SUITE_P(BelowAPairWithinAPairAndAbove, LongCharactersTest,
                          testing::Values(u"\u4E00", u"\U0001F3B5", u"\uFF01"));
 
 TEST_F(SessionXMLWriterTest, AttributesAsLongAsAReaderTakesAreSavedAndRead) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     const std::u16string fits(limits::kTagBytes - 1000, u'x');
     EXPECT_TRUE(writer.StartElement(names::file, {{names::name, fits}}));
     EXPECT_TRUE(writer.Save());
@@ -172,7 +173,7 @@ TEST_F(SessionXMLWriterTest, AttributesCountAsTheyMayHaveToBeWritten) {
             fits += unit;
         }
         fits.append(limits::kTagBytes - kElementAndName - 1000 * length, u'x');
-        SessionXMLWriter writer(TargetPath());
+        SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
         EXPECT_TRUE(writer.StartElement(names::file, {{names::name, fits}})) << length;
         EXPECT_FALSE(writer.StartElement(names::file, {{names::name, fits + u"x"}})) << length;
     }
@@ -187,14 +188,14 @@ TEST_F(SessionXMLWriterTest, AttributesLongerThanAReaderTakesFailTheSaveWithOneT
          {AttributeMap{{names::name, tooLong}}, AttributeMap{{names::name, tooLongWhenEscaped}},
           AttributeMap{{names::id, half}, {names::name, half}}}) {
         traced.clear();
-        SessionXMLWriter writer(TargetPath());
+        SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
         EXPECT_FALSE(writer.StartElement(names::file, attributes));
         EXPECT_FALSE(writer.StartElement(names::file));
         EXPECT_FALSE(writer.Save());
         EXPECT_THAT(traced, ElementsAre("the attributes of an element are longer than 1 MiB"));
     }
     traced.clear();
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_FALSE(writer.SetRootAttributes({{names::name, tooLong}}));
     EXPECT_FALSE(writer.Save());
     EXPECT_THAT(traced, ElementsAre("the attributes of an element are longer than 1 MiB"));
@@ -202,7 +203,7 @@ TEST_F(SessionXMLWriterTest, AttributesLongerThanAReaderTakesFailTheSaveWithOneT
 }
 
 TEST_F(SessionXMLWriterTest, EmptyCharactersAreAnEmptySection) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     writer.StartElement(names::xmpMetadata);
     EXPECT_TRUE(writer.Characters(u""));
     writer.EndElement();
@@ -211,7 +212,7 @@ TEST_F(SessionXMLWriterTest, EmptyCharactersAreAnEmptySection) {
 }
 
 TEST_F(SessionXMLWriterTest, EndElementAtTheDocumentElementFailsAndChangesNothing) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_FALSE(writer.EndElement());
     EXPECT_TRUE(writer.StartElement(names::session));
     EXPECT_TRUE(writer.EndElement());
@@ -224,7 +225,7 @@ TEST_F(SessionXMLWriterTest, EndElementAtTheDocumentElementFailsAndChangesNothin
 class XmlVersionOfText : public SessionXMLWriterTest, public testing::WithParamInterface<char16_t> {
 protected:
     std::string DeclarationAfterText(std::u16string text) {
-        SessionXMLWriter writer(TargetPath());
+        SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
         writer.StartElement(names::name);
         EXPECT_TRUE(writer.Text(text));
         writer.EndElement();
@@ -251,7 +252,7 @@ INSTANTIATE_TEST_SUITE_P(PrintableCharactersAndNextLine, TextThatStaysXml10,
                          testing::Values(u' ', u'~', u'\x85', u'\xA0', u'\u2028'));
 
 TEST_F(SessionXMLWriterTest, ControlCharactersInAttributesAndCDataDoNotSwitchTheVersion) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     writer.StartElement(names::name, {{names::key, u"a\tb"}});
     writer.Characters(u"a\nb");
     EXPECT_TRUE(writer.Save());
@@ -259,14 +260,14 @@ TEST_F(SessionXMLWriterTest, ControlCharactersInAttributesAndCDataDoNotSwitchThe
 }
 
 TEST_F(SessionXMLWriterTest, NothingIsOnTheDiskBeforeSave) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     writer.StartElement(names::session);
     EXPECT_FALSE(std::filesystem::exists(Target()));
 }
 
 TEST_F(SessionXMLWriterTest, SaveReplacesAnExistingFile) {
     folder.Write("session.orvo", std::string(100'000, 'x'));
-    EXPECT_TRUE(SessionXMLWriter(TargetPath()).Save());
+    EXPECT_TRUE(SessionXMLWriter(TargetPath(), {}, test::DocumentUnderTest()).Save());
     EXPECT_THAT(Saved(), Not(HasSubstr("x</")));
     EXPECT_LT(Saved().size(), 200u);
 }
@@ -284,7 +285,7 @@ TEST_F(SessionXMLWriterTest, AFolderInThePlaceOfTheFileFailsTheSave) {
 
 TEST_F(SessionXMLWriterTest, WithoutTheXmlLibraryEveryOperationFailsAndNoFileAppears) {
     StopXerces();
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_FALSE(writer.SetRootAttributes({{names::version, u"1.5"}}));
     EXPECT_FALSE(writer.StartElement(names::session));
     EXPECT_FALSE(writer.Text(u"x"));
@@ -327,7 +328,7 @@ TEST_F(SessionXMLWriterTest, ASerialiserThatClaimsSuccessWithoutBytesLeavesAnEmp
 
 TEST_F(SessionXMLWriterTest,
        CharactersThatXmlCannotCarryAreReplacedEverywhereWithOneLineForEachText) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\x01\x02z"}}));
     EXPECT_TRUE(writer.Text(u"b\xFFFE"));
     EXPECT_TRUE(writer.Characters(u"c\x03"));
@@ -338,7 +339,7 @@ TEST_F(SessionXMLWriterTest,
 }
 
 TEST_F(SessionXMLWriterTest, WhatAnXml11DocumentReservesIsAReferenceWhenTheVersionComesLast) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\u0085\u2028z"}}));
     EXPECT_TRUE(writer.Characters(u"b\u0080\x01"));
     EXPECT_TRUE(writer.Text(u"\t"));
@@ -349,7 +350,7 @@ TEST_F(SessionXMLWriterTest, WhatAnXml11DocumentReservesIsAReferenceWhenTheVersi
 }
 
 TEST_F(SessionXMLWriterTest, WhatAnXml11DocumentReservesIsAReferenceWhenTheVersionComesFirst) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.StartElement(names::name));
     EXPECT_TRUE(writer.Text(u"\x7F"));
     EXPECT_TRUE(writer.EndElement());
@@ -361,7 +362,7 @@ TEST_F(SessionXMLWriterTest, WhatAnXml11DocumentReservesIsAReferenceWhenTheVersi
 }
 
 TEST_F(SessionXMLWriterTest, WhatAnXml11DocumentReservesStaysAsItIsInXml10) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\u0080\u2028"}}));
     EXPECT_TRUE(writer.Text(u"\u0085"));
     EXPECT_TRUE(writer.Characters(u"\u009Fb"));
@@ -370,7 +371,7 @@ TEST_F(SessionXMLWriterTest, WhatAnXml11DocumentReservesStaysAsItIsInXml10) {
 }
 
 TEST_F(SessionXMLWriterTest, ACarriageReturnInCharactersStandsBetweenTwoSections) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.StartElement(names::xmpMetadata));
     EXPECT_TRUE(writer.Characters(u"a\r\nb"));
     EXPECT_TRUE(writer.Save());
@@ -378,7 +379,7 @@ TEST_F(SessionXMLWriterTest, ACarriageReturnInCharactersStandsBetweenTwoSections
 }
 
 TEST_F(SessionXMLWriterTest, ContentKeepsItsOrderAroundWhatIsPutInPlaceOnSaving) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.StartElement(names::name));
     EXPECT_TRUE(writer.Text(u"1"));
     EXPECT_TRUE(writer.Text(u"2\u0001"));
@@ -389,7 +390,7 @@ TEST_F(SessionXMLWriterTest, ContentKeepsItsOrderAroundWhatIsPutInPlaceOnSaving)
 }
 
 TEST_F(SessionXMLWriterTest, TheLastValueOfARootAttributeCountsWhateverTheFirstWas) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.SetRootAttributes({{names::version, u"\u2028"}, {names::key, u"\u0085"}}));
     EXPECT_TRUE(writer.SetRootAttributes({{names::version, u"1.5"}}));
     EXPECT_TRUE(writer.SetRootAttributes({{names::key, u"\u0080"}}));
@@ -398,7 +399,7 @@ TEST_F(SessionXMLWriterTest, TheLastValueOfARootAttributeCountsWhateverTheFirstW
 }
 
 TEST_F(SessionXMLWriterTest, ASecondSaveFollowsAVersionThatChangedSince) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.StartElement(names::name, {{names::key, u"a\u0080b"}}));
     EXPECT_TRUE(writer.Save());
     EXPECT_THAT(Saved(), HasSubstr("<name key=\"a\u0080b\"/>"));
@@ -409,7 +410,7 @@ TEST_F(SessionXMLWriterTest, ASecondSaveFollowsAVersionThatChangedSince) {
 
 TEST_F(SessionXMLWriterTest, AttributesThatAreTooLongOnlyAsReferencesFail) {
     const std::u16string tooLongInXml11(limits::kTagBytes / 6, u'\u2028');
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_FALSE(writer.StartElement(names::file, {{names::name, tooLongInXml11}}));
     EXPECT_EQ(traced.size(), 1u);
 }
@@ -433,7 +434,7 @@ TEST_F(SessionXMLWriterTest, AttributesAreMeasuredByTheLengthThatIsWritten) {
 
 TEST_F(SessionXMLWriterTest, OperationsOfOneWriterRunOneAfterTheOther) {
     constexpr int kTextsOfEach = 20'000;
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     const auto append = [&] {
         for (int i = 0; i < kTextsOfEach; ++i) {
             EXPECT_TRUE(writer.Text(u"a"));
@@ -449,7 +450,7 @@ TEST_F(SessionXMLWriterTest, OperationsOfOneWriterRunOneAfterTheOther) {
 }
 
 TEST_F(SessionXMLWriterTest, ALargeDocumentIsWrittenWhole) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     for (int i = 0; i < 20'000; ++i) {
         ASSERT_TRUE(writer.StartElement(names::file, {{names::id, u"1"}}));
         ASSERT_TRUE(writer.EndElement());
@@ -466,7 +467,7 @@ TEST_F(SessionXMLWriterTest, ALargeDocumentIsWrittenWhole) {
 }
 
 TEST_F(SessionXMLWriterTest, ListsWithMoreEntriesThanAFileHasRoomForFailTheSaveFromThereOn) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.TakesItems(limits::kItems - 1));
     EXPECT_TRUE(writer.TakesItems(1));
     EXPECT_TRUE(writer.StartElement(names::session));
@@ -481,7 +482,7 @@ TEST_F(SessionXMLWriterTest, ListsWithMoreEntriesThanAFileHasRoomForFailTheSaveF
 }
 
 TEST_F(SessionXMLWriterTest, AChannelMapThatNoMediaFileHasFailsTheSave) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.TakesChannels(1024));
     EXPECT_FALSE(writer.TakesChannels(1025));
     EXPECT_THAT(traced, ElementsAre("a channel map has more than 1024 channels"));
@@ -489,7 +490,7 @@ TEST_F(SessionXMLWriterTest, AChannelMapThatNoMediaFileHasFailsTheSave) {
 }
 
 TEST_F(SessionXMLWriterTest, ABlockThatLeavesNoRoomInTheFileFailsTheSave) {
-    SessionXMLWriter writer(TargetPath());
+    SessionXMLWriter writer(TargetPath(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.TakesBlock(1073741824));
     EXPECT_FALSE(writer.TakesBlock(1073741825));
     EXPECT_THAT(traced,

@@ -8,6 +8,7 @@
 #include "format/Names.h"
 #include "platform/kelcore/Paths.h"
 #include "plugin/xml/XercesPlatform.h"
+#include "tests/support/DocumentUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace tses {
@@ -23,7 +24,8 @@ protected:
 
     /// What a block leaves in a document, between two elements that must stay side by side.
     std::string Document(const EventBlockSource& source, WriterFault fault = {}) {
-        SessionXMLWriter writer(kelcore::PathFromBytes((folder_ / "block.orvo").string()), fault);
+        SessionXMLWriter writer(kelcore::PathFromBytes((folder_ / "block.orvo").string()), fault,
+                                test::DocumentUnderTest());
         EXPECT_TRUE(writer.StartElement(names::midiClip));
         WriteEventBlock(writer, names::midiEvents, source);
         EXPECT_TRUE(writer.EndElement());

@@ -3,6 +3,7 @@
 
 #include "plugin/elements/effects/Writers.h"
 #include "tests/plugin/elements/ElementFixture.h"
+#include "tests/support/DocumentUnderTest.h"
 
 namespace tses {
 namespace {
@@ -104,7 +105,7 @@ public:
 
 TEST_F(PresetChunkData, ThatTheHostDoesNotHandOverIsNotWrittenAndThatIsSuccess) {
     WithholdingComponent component;
-    SessionXMLWriter writer(Path());
+    SessionXMLWriter writer(Path(), {}, test::DocumentUnderTest());
     EXPECT_TRUE(WritePresetChunkData(writer, component));
     ASSERT_TRUE(writer.Save());
     EXPECT_EQ(test::ElementOf(test::ReadFile(folder / "session.orvo"), "presetChunkData"), "");

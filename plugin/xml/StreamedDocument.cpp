@@ -1,0 +1,316 @@
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "format/Names.h"
+#include "platform/kelcore/Trace.h"
+#include "plugin/xml/CarriableText.h"
+#include "plugin/xml/ContentBuffer.h"
+#include "plugin/xml/Layout.h"
+#include "plugin/xml/SessionDocument.h"
+#include "plugin/xml/XercesPlatform.h"
+#include "plugin/xml/XmlText.h"
+
+// Writes every tag and text into one buffer as soon as it is known. Only two things are known at
+// the end: the attributes of the document element, which stands first, and the version of the
+// document, which any text can change. What depends on the version is kept aside in both forms, as
+// a place.
+
+namespace tses {
+namespace {
+
+using xml::Indentation;
+using xml::Layout;
+
+constexpr std::array kVersions = {XmlVersion::V1_0, XmlVersion::V1_1};
+
+/// Something for each version that a document can have.
+template <class Value>
+using PerVersion = std::array<Value, kVersions.size()>;
+
+std::size_t IndexOf(XmlVersion version) {
+    return version == XmlVersion::V1_0 ? 0 : 1;
+}
+
+/// What is missing in the buffer in front of `offset`.
+struct Place {
+    std::size_t offset;
+    PerVersion<ContentBuffer> content;
+    PerVersion<bool> isComplete = {true, true};  ///< no character was replaced
+};
+
+struct OpenElement {
+    std::u16string_view name;
+    PerVersion<Layout::Line> line;  ///< of its start tag
+    bool hasContent = false;        ///< the start tag is closed
+};
+
+/// How far a document has got.
+struct Progress {
+    std::vector<OpenElement> open;
+    PerVersion<Layout> layouts;
+    std::size_t size = 0;
+    std::size_t places = 0;
+};
+
+void Append(ContentBuffer& content, std::span<const kelcore::byte> bytes) {
+    content.Append(bytes.data(), bytes.size());
+}
+
+void AppendIndentation(ContentBuffer& content, const Indentation& indentation) {
+    kelcore::byte* end = content.Room(indentation.lineEnds + indentation.blanks);
+    end = std::fill_n(end, indentation.lineEnds, kelcore::byte{'\n'});
+    end = std::fill_n(end, indentation.blanks, kelcore::byte{' '});
+    content.SetEnd(end);
+}
+
+/// Appends the part of an attribute before its value, or behind it.
+void BeginAttribute(ContentBuffer& content, std::u16string_view name) {
+    xml::AppendMarkup(content, " ");
+    xml::AppendName(content, name);
+    xml::AppendMarkup(content, "=\"");
+}
+void EndAttribute(ContentBuffer& content) {
+    xml::AppendMarkup(content, "\"");
+}
+
+class StreamedDocument final : public SessionDocument {
+public:
+    StreamedDocument() {
+        for (Layout& layout : now_.layouts) {
+            layout.BeforeStart(0);
+        }
+        now_.open.push_back({names::orvo, CurrentLines()});
+    }
+
+    void SetRootAttributes(const AttributeMap& attributes) override {
+        for (const auto& attribute : attributes) {
+            rootAttributes_.Set(attribute.name, attribute.value);
+        }
+    }
+
+    void StartElement(std::u16string_view name, const AttributeMap& attributes) override {
+        BeginContent();
+        const auto level = static_cast<std::uint32_t>(now_.open.size());
+        Indent([&](Layout& layout, std::size_t) { return layout.BeforeStart(level); });
+        xml::AppendMarkup(body_, "<");
+        xml::AppendName(body_, name);
+        for (const auto& attribute : attributes) {
+            BeginAttribute(body_, attribute.name);
+            AppendText(attribute.value, TextPlace::Attribute);
+            EndAttribute(body_);
+        }
+        now_.open.push_back({name, CurrentLines()});
+    }
+
+    void Text(std::u16string_view text) override {
+        if (NeedsXml11(text)) {
+            version_ = XmlVersion::V1_1;
+        }
+        BeginContent();
+        AppendText(text, TextPlace::Text);
+    }
+
+    void Characters(std::u16string_view text) override {
+        BeginContent();
+        AppendText(text, TextPlace::Section);
+    }
+
+    void EndElement() override {
+        Resume();
+        CloseLast();
+    }
+
+    std::optional<std::span<const kelcore::byte>> Serialise() override;
+
+private:
+    void Resume();
+    void BeginContent();
+    void CloseLast();
+    void AppendText(std::u16string_view text, TextPlace place);
+    void AppendPlace(std::u16string_view text, TextPlace place);
+    template <class Compute>
+    void Indent(Compute compute);
+    PerVersion<Layout::Line> CurrentLines() const {
+        return {now_.layouts[0].CurrentLine(), now_.layouts[1].CurrentLine()};
+    }
+    ContentBuffer Head() const;
+    std::span<const kelcore::byte> Assemble(const ContentBuffer& head);
+    void TraceReplacements() const;
+
+    AttributeMap rootAttributes_;
+    /// The head, up to the attributes of "orvo" as they were when the content began, and all that
+    /// follows but for the places.
+    ContentBuffer body_;
+    std::size_t headSize_ = 0;
+    std::vector<Place> places_;
+    Progress now_;
+    std::optional<Progress> resumesAt_;  ///< after a `Serialise`, which closed all elements
+    XmlVersion version_ = XmlVersion::V1_0;
+    ContentBuffer assembled_;
+};
+/// Drops the end tags of a document that is continued after it was serialised.
+void StreamedDocument::Resume() {
+    if (resumesAt_) {
+        now_ = *std::move(resumesAt_);
+        resumesAt_.reset();
+        body_.Truncate(now_.size);
+        places_.resize(now_.places);
+    }
+}
+
+void StreamedDocument::BeginContent() {
+    Resume();
+    if (headSize_ == 0) {
+        Append(body_, Head().Bytes());
+        headSize_ = body_.Bytes().size();
+    }
+    if (!now_.open.back().hasContent) {
+        xml::AppendMarkup(body_, ">");
+        now_.open.back().hasContent = true;
+    }
+}
+
+void StreamedDocument::CloseLast() {
+    const OpenElement element = now_.open.back();
+    now_.open.pop_back();
+    if (!element.hasContent) {
+        xml::AppendMarkup(body_, "/>");
+        return;
+    }
+    const auto level = static_cast<std::uint32_t>(now_.open.size());
+    Indent([&](Layout& layout, std::size_t version) {
+        return layout.BeforeEnd(level, element.line[version]);
+    });
+    xml::AppendMarkup(body_, "</");
+    xml::AppendName(body_, element.name);
+    xml::AppendMarkup(body_, ">");
+}
+
+void StreamedDocument::AppendText(std::u16string_view text, TextPlace place) {
+    if (!IsCarriedAsItIs(text, place)) {
+        AppendPlace(text, place);
+        return;
+    }
+    xml::AppendText(body_, text, place);
+    if (place == TextPlace::Text) {
+        for (Layout& layout : now_.layouts) {
+            layout.PassText(text);
+        }
+    }
+}
+
+void StreamedDocument::AppendPlace(std::u16string_view text, TextPlace where) {
+    Place place{.offset = body_.Bytes().size(), .content = {}};
+    for (std::size_t i = 0; i < kVersions.size(); ++i) {
+        const CarriedText carried = Carry(text, where, kVersions[i]);
+        xml::AppendCarried(place.content[i], carried, where);
+        place.isComplete[i] = carried.isComplete;
+        for (const TextPiece& piece : carried.pieces) {
+            if (where == TextPlace::Text && !piece.isReference) {
+                now_.layouts[i].PassText(piece.text);
+            }
+        }
+    }
+    places_.push_back(std::move(place));
+}
+
+/// Appends what `compute` gives for the layout of each version.
+template <class Compute>
+void StreamedDocument::Indent(Compute compute) {
+    PerVersion<Indentation> indentation;
+    for (std::size_t i = 0; i < kVersions.size(); ++i) {
+        indentation[i] = compute(now_.layouts[i], i);
+    }
+    if (indentation[0] == indentation[1]) {
+        AppendIndentation(body_, indentation[0]);
+        return;
+    }
+    Place place{.offset = body_.Bytes().size(), .content = {}};
+    for (std::size_t i = 0; i < kVersions.size(); ++i) {
+        AppendIndentation(place.content[i], indentation[i]);
+    }
+    places_.push_back(std::move(place));
+}
+
+ContentBuffer StreamedDocument::Head() const {
+    ContentBuffer head;
+    xml::AppendMarkup(head, "\xEF\xBB\xBF<?xml version=\"");
+    xml::AppendMarkup(head, version_ == XmlVersion::V1_0 ? "1.0" : "1.1");
+    xml::AppendMarkup(head, "\" encoding=\"UTF-8\" standalone=\"no\" ?>\n<");
+    xml::AppendName(head, names::orvo);
+    for (const auto& attribute : rootAttributes_) {
+        BeginAttribute(head, attribute.name);
+        xml::AppendCarried(head, Carry(attribute.value, TextPlace::Attribute, version_),
+                           TextPlace::Attribute);
+        EndAttribute(head);
+    }
+    return head;
+}
+
+void StreamedDocument::TraceReplacements() const {
+    const auto trace = [](bool isComplete) {
+        if (!isComplete) {
+            kelcore::trace::Write(kelcore::trace::kWriterCategory,
+                                  "characters that XML cannot carry were replaced by U+FFFD");
+        }
+    };
+    for (const auto& attribute : rootAttributes_) {
+        trace(Carry(attribute.value, TextPlace::Attribute, version_).isComplete);
+    }
+    for (const Place& place : places_) {
+        trace(place.isComplete[IndexOf(version_)]);
+    }
+}
+
+std::span<const kelcore::byte> StreamedDocument::Assemble(const ContentBuffer& head) {
+    assembled_.Truncate(0);
+    Append(assembled_, head.Bytes());
+    std::size_t done = headSize_;
+    const auto appendUpTo = [&](std::size_t offset) {
+        Append(assembled_, std::as_const(body_).Bytes().subspan(done, offset - done));
+        done = offset;
+    };
+    for (const Place& place : places_) {
+        appendUpTo(place.offset);
+        Append(assembled_, place.content[IndexOf(version_)].Bytes());
+    }
+    appendUpTo(body_.Bytes().size());
+    return std::as_const(assembled_).Bytes();
+}
+
+std::optional<std::span<const kelcore::byte>> StreamedDocument::Serialise() {
+    Resume();
+    Progress reached = now_;
+    const ContentBuffer head = Head();
+    if (headSize_ == 0) {
+        Append(body_, head.Bytes());
+        headSize_ = head.Bytes().size();
+    }
+    reached.size = body_.Bytes().size();
+    reached.places = places_.size();
+    while (!now_.open.empty()) {
+        CloseLast();
+    }
+    xml::AppendMarkup(body_, "\n");
+    resumesAt_ = std::move(reached);
+    TraceReplacements();
+    if (!places_.empty() || head.Bytes().size() != headSize_) {
+        return Assemble(head);
+    }
+    std::ranges::copy(head.Bytes(), body_.Bytes().begin());
+    return std::as_const(body_).Bytes();
+}
+
+}  // namespace
+
+std::unique_ptr<SessionDocument> MakeStreamedDocument() {
+    return IsXercesStarted() ? std::make_unique<StreamedDocument>() : nullptr;
+}
+
+}  // namespace tses

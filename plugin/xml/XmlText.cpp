@@ -1,0 +1,147 @@
+#include "plugin/xml/XmlText.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "platform/kelcore/Types.h"
+#include "platform/kelcore/Unicode.h"
+#include "plugin/xml/Sections.h"
+
+namespace tses::xml {
+namespace {
+
+using kelcore::byte;
+
+/// Room is made for so many units at a time, each as long as a unit can get.
+constexpr std::size_t kStep = 4096;
+constexpr std::size_t kLongestUnit = 6;  // "&quot;"
+
+constexpr std::size_t kAscii = 128;
+
+/// What stands for each ASCII character; empty for the character itself.
+using References = std::array<std::string_view, kAscii>;
+
+constexpr References kNoReferences = {};
+
+constexpr References kReferencesInText = [] {
+    References references;
+    references[u'&'] = "&amp;";
+    references[u'<'] = "&lt;";
+    references[u'>'] = "&gt;";
+    references[u'\r'] = "&#xD;";
+    return references;
+}();
+
+constexpr References kReferencesInAttributes = [] {
+    References references;
+    references[u'&'] = "&amp;";
+    references[u'<'] = "&lt;";
+    references[u'"'] = "&quot;";
+    references[u'\t'] = "&#x9;";
+    references[u'\n'] = "&#xA;";
+    references[u'\r'] = "&#xD;";
+    return references;
+}();
+
+byte* Put(byte* end, std::string_view ascii) {
+    return std::ranges::copy(ascii, end).out;
+}
+
+byte* PutCodePoint(byte* end, char32_t codePoint) {
+    const auto put = [&end](char32_t bits) { *end++ = static_cast<byte>(bits); };
+    if (codePoint < 0x800) {
+        put(0xC0 | (codePoint >> 6));
+    } else if (codePoint < 0x10000) {
+        put(0xE0 | (codePoint >> 12));
+        put(0x80 | ((codePoint >> 6) & 0x3F));
+    } else {
+        put(0xF0 | (codePoint >> 18));
+        put(0x80 | ((codePoint >> 12) & 0x3F));
+        put(0x80 | ((codePoint >> 6) & 0x3F));
+    }
+    put(0x80 | (codePoint & 0x3F));
+    return end;
+}
+
+/// Surrogates in `text` are paired.
+void AppendUnits(ContentBuffer& content, std::u16string_view text, const References& references) {
+    for (std::size_t i = 0; i < text.size();) {
+        byte* end = content.Room(kLongestUnit * std::min(text.size() - i, kStep));
+        for (const std::size_t stop = std::min(text.size(), i + kStep); i < stop;) {
+            const char16_t unit = text[i];
+            if (unit >= kAscii) {
+                end = PutCodePoint(end, kelcore::unicode::NextCodePoint(text, i));
+                continue;
+            }
+            if (const std::string_view reference = references[unit]; reference.empty()) {
+                *end++ = static_cast<byte>(unit);
+            } else {
+                end = Put(end, reference);
+            }
+            ++i;
+        }
+        content.SetEnd(end);
+    }
+}
+
+void AppendSection(ContentBuffer& content, std::u16string_view section) {
+    AppendMarkup(content, "<![CDATA[");
+    AppendUnits(content, section, kNoReferences);
+    AppendMarkup(content, "]]>");
+}
+
+void AppendReference(ContentBuffer& content, char16_t unit) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    AppendMarkup(content, "&#x");
+    unsigned shift = 12;
+    while (shift > 0 && unit >> shift == 0) {
+        shift -= 4;
+    }
+    for (;; shift -= 4) {
+        AppendMarkup(content, kDigits.substr((unit >> shift) & 0xFU, 1));
+        if (shift == 0) {
+            break;
+        }
+    }
+    AppendMarkup(content, ";");
+}
+
+}  // namespace
+
+void AppendMarkup(ContentBuffer& content, std::string_view markup) {
+    content.SetEnd(Put(content.Room(markup.size()), markup));
+}
+
+void AppendName(ContentBuffer& content, std::u16string_view name) {
+    byte* const end = content.Room(name.size());
+    content.SetEnd(std::ranges::transform(name, end, [](char16_t unit) {
+                       return static_cast<byte>(unit);
+                   }).out);
+}
+
+void AppendText(ContentBuffer& content, std::u16string_view text, TextPlace place) {
+    switch (place) {
+        case TextPlace::Text:
+            AppendUnits(content, text, kReferencesInText);
+            break;
+        case TextPlace::Attribute:
+            AppendUnits(content, text, kReferencesInAttributes);
+            break;
+        case TextPlace::Section:
+            ForEachSection(text, [&](auto section) { AppendSection(content, section); });
+            break;
+    }
+}
+
+void AppendCarried(ContentBuffer& content, const CarriedText& carried, TextPlace place) {
+    for (const TextPiece& piece : carried.pieces) {
+        if (piece.isReference) {
+            AppendReference(content, piece.text.front());
+        } else {
+            AppendText(content, piece.text, place);
+        }
+    }
+}
+
+}  // namespace tses::xml

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+
+#include "plugin/xml/CarriableText.h"
+#include "plugin/xml/ContentBuffer.h"
+
+/// Markup and texts in UTF-8, byte for byte as the XML library's serialiser writes them.
+namespace tses::xml {
+
+/// Appends ASCII as it is.
+void AppendMarkup(ContentBuffer& content, std::string_view markup);
+
+/// Appends the name of an element or of an attribute, which is ASCII.
+void AppendName(ContentBuffer& content, std::u16string_view name);
+
+/// Appends a text that documents of both versions carry as it is: ordinary text and the value of an
+/// attribute with references for markup, a section with its marks.
+void AppendText(ContentBuffer& content, std::u16string_view text, TextPlace place);
+
+/// Appends a text as a document carries it.
+void AppendCarried(ContentBuffer& content, const CarriedText& carried, TextPlace place);
+
+}  // namespace tses::xml

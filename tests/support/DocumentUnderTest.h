@@ -1,0 +1,11 @@
+#pragma once
+
+#include "plugin/xml/SessionDocument.h"
+
+namespace test {
+
+/// What the tests of writing write with: documents of the XML library, or streamed ones if the
+/// environment variable ORVO_DOCUMENT is "streamed". The tests run once with each.
+tses::DocumentMaker DocumentUnderTest();
+
+}  // namespace test
