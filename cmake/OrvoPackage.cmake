@@ -13,6 +13,18 @@ install(
   FILES "${PROJECT_BINARY_DIR}/orvoConfig.cmake" "${PROJECT_BINARY_DIR}/orvoConfigVersion.cmake"
   DESTINATION "${package_folder}")
 
+# The headers refer to these pages.
+install(
+  FILES
+    LICENSE
+    docs/format.md
+    docs/host-interfaces.md
+    docs/json.md
+    docs/library.md
+    docs/orvo.xsd
+    docs/tool.md
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+
 file(RELATIVE_PATH ORVO_PREFIX_OF_PKGCONFIG "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 foreach(module orvo orvo-host)
   configure_file("${CMAKE_CURRENT_LIST_DIR}/${module}.pc.in" "${PROJECT_BINARY_DIR}/${module}.pc" @ONLY)

@@ -5,8 +5,8 @@
 namespace tses {
 
 /// The session's musical timeline: its rulers and their events, whose layout is the host's own.
-/// From `IEditMetronomeInfoPrivate::GetGlobalTrackInfo`. What the file does not say is not called;
-/// blocks have at least one byte.
+/// From `IEditMetronomeInfoPrivate::GetGlobalTrackInfo`. An operation is not called if the file
+/// does not say its value; blocks have at least one byte.
 struct IEditGlobalTrackInfo : IHostObject {
     /// Whether the ruler of time signatures is shown.
     virtual void SetTimeSigVisible(bool visible) = 0;

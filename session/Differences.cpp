@@ -38,7 +38,7 @@ bool AreOneThing(const Value& one, const Value& other) {
 /// Ends the encoding of a value.
 struct Enough {};
 
-/// The begin of a value as it stands in JSON. Encodes little more than that of a large value.
+/// The first bytes of a value's JSON. Stops encoding soon after them.
 template <class Value>
 std::string Shown(const Value& value) {
     constexpr std::size_t kLongest = 60;
@@ -157,7 +157,7 @@ private:
         return false;
     }
 
-    /// What stands in a list, in order.
+    /// A list for comparison. Lists of optionals leave out their nulls.
     template <class Element>
     class Entries {
     public:

@@ -5,11 +5,13 @@
 namespace orvo {
 
 std::ostream& operator<<(std::ostream& out, const Message& message) {
+    const bool hasFile = !message.file.empty();
+    const bool hasPlace = message.line != 0;
     out << message.file;
-    if (message.line != 0) {
-        out << ':' << message.line << ':' << message.column;
+    if (hasPlace) {
+        out << (hasFile ? ":" : "") << message.line << ':' << message.column;
     }
-    out << (message.file.empty() ? "" : ": ") << message.what;
+    out << (hasFile || hasPlace ? ": " : "") << message.what;
     return message.advice.empty() ? out : out << "; " << message.advice;
 }
 

@@ -12,7 +12,7 @@ struct Row {
     const char* key;
     Member Struct::*member;
     const char* meaning = "";    ///< for people; empty: the key says it
-    const char* formerKey = "";  ///< is read too; empty: there was no other key
+    const char* formerKey = "";  ///< an older key that is still read; empty if there is none
 
     constexpr Row Was(const char* former) const {
         Row row = *this;

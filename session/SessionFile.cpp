@@ -66,7 +66,7 @@ Message MessageOf(const refhost::PluginError& error) {
 /// Ends a request when it is thrown out of a host's operation: the plug-in then fails.
 struct Cancelled {};
 
-/// Hands on the progress of a request.
+/// Reports progress to the caller and remembers whether it cancelled.
 class Watch {
 public:
     explicit Watch(const ProgressFunction& progress) : progress_(progress) {}
@@ -79,7 +79,7 @@ public:
         }
     }
 
-    /// Lets the request be cancelled where nobody says how far it is.
+    /// Asks the caller between two reports whether to cancel.
     void Ask() { Report(share_); }
 
     /// Of what succeeded, which nothing cancels any more.

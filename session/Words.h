@@ -156,7 +156,7 @@ struct Words<TrackKind> {
     };
 };
 
-/// A session file does not say what is not said.
+/// `notSaid` never stands in a file: the attribute is absent.
 template <>
 struct Words<ChannelType> {
     static constexpr auto kTable =

@@ -12,7 +12,7 @@
 
 namespace toolkit {
 
-/// What distinguishes a file from another, and its content from its content before a change.
+/// Identifies a file and the state of its content.
 struct FileIdentity {
     kelcore::uint64 device = 0;
     kelcore::uint64 number = 0;

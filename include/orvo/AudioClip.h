@@ -26,7 +26,7 @@ enum class StretchMode : std::uint32_t {
     Rendered = 2
 };
 
-/// What a clip is stretched as. A value that has no name here is kept as it is.
+/// The stretching algorithm. A value that has no name here is kept as it is.
 enum class StretchType : std::uint32_t { Normal = 0, Solo = 1, Varispeed = 2 };
 
 /// A value that has no name here is kept as it is.

@@ -57,7 +57,7 @@ struct AudioTrack {
     bool recordArmed = false;
     bool monitoring = false;
     bool soloSafe = false;                  ///< heard while another track is solo
-    std::int32_t outputTrackId = kNone;     ///< the track that this one feeds
+    std::int32_t outputTrackId = kNone;     ///< the track that this one feeds; stored if above 0
     std::int32_t inputId = kNone;           ///< a port of the audio device
     std::int32_t hardwareOutputId = kNone;  ///< a port of the audio device
     std::int32_t automationMode = 1;        ///< the host's number
@@ -69,8 +69,8 @@ struct AudioTrack {
     std::optional<EffectsRack> effectsRack{};
     std::vector<EditParameter> editParameters{};
     std::optional<SendList> sendList{};
-    std::vector<AudioClip> clips{};
-    std::vector<MidiClip> midiClips{};
+    std::vector<AudioClip> clips{};     ///< not stored for a master or instrument track
+    std::vector<MidiClip> midiClips{};  ///< stored for an instrument track only
     /// A host may show nothing of a track but its clips. Such a track is not stored.
     bool clipsOnly = false;
 

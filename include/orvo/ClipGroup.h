@@ -9,7 +9,7 @@
 
 namespace orvo {
 
-/// A member of a clip group. Neither need exist.
+/// A member of a clip group. The track and the clip need not exist.
 struct ClipGroupItem {
     std::uint32_t trackId = 0;
     std::uint32_t clipId = 0;

@@ -10,7 +10,7 @@
 
 namespace orvo {
 
-/// One thing that a session has otherwise than another. All texts are UTF-8.
+/// One difference between two sessions. All texts are UTF-8.
 struct Difference {
     std::string place{};   ///< as a JSON pointer into full JSON: "/audioTracks/0/name"
     std::string before{};  ///< as JSON, shortened to some 60 bytes; "nothing" for what is not there
@@ -26,11 +26,11 @@ struct Differences {
     friend bool operator==(const Differences&, const Differences&) = default;
 };
 
-/// Compares two sessions. A NaN is the same as a NaN. A null in a list is nothing, so that a list
-/// without it is the same. A channel that a clip leaves out below the highest is fed by the channel
-/// of its own number. Things in lists are told apart by their ids, if they have some.
+/// Compares two sessions. A NaN is the same as a NaN. Null entries in lists are
+/// ignored. A channel that a clip leaves out below the highest is fed by the channel
+/// of its own number. Items of lists are matched by id where they have one.
 /// May run in any number of threads.
-/// @param limit  the longest list that is wanted
+/// @param limit  the most differences to list
 ORVO_API Differences FindDifferences(const Session& session, const Session& other,
                                      std::size_t limit);
 

@@ -16,7 +16,7 @@ struct Selection {
     friend bool operator==(const Selection&, const Selection&) = default;
 };
 
-/// What of the timeline is in sight.
+/// The visible part of the timeline.
 struct ViewState {
     std::int64_t horizontalViewStart = 0;
     std::int64_t horizontalViewDuration = 0;

@@ -40,7 +40,7 @@ struct Component {
     std::string componentId{};
     std::string name{};
     std::string presetName{};  ///< empty: no preset was chosen
-    bool powered = true;       ///< of no meaning in a rack's slot, which has its own
+    bool powered = true;       ///< ignored in a rack's slot, where `bypassed` counts
     bool editorVisible = false;
     EditorRect editorRect{};
     std::vector<std::uint8_t> presetChunk{};          ///< the state that the effect saved
@@ -76,7 +76,8 @@ struct EffectsRack {
     std::optional<Component> mix{};
     std::optional<Component> input{};
     std::optional<Component> output{};
-    std::vector<std::optional<EffectsSlot>> slots{};  ///< none: a host may report that; not stored
+    std::vector<std::optional<EffectsSlot>>
+        slots{};  ///< empty: a slot that the host reported as null; not stored
 
     friend bool operator==(const EffectsRack&, const EffectsRack&) = default;
 };

@@ -11,9 +11,9 @@ namespace orvo {
 /// One media file that clips refer to by its id.
 struct File {
     std::uint32_t id = 0;
-    std::string path{};                     ///< the full path; may be empty, need not exist
+    std::string path{};                     ///< a full path; may be empty, need not exist
     std::string mediaHandler{};             ///< the identifier of the handler that imported it
-    std::string recoveryId{};               ///< what crash recovery knows the file by
+    std::string recoveryId{};               ///< the id that crash recovery uses for the file
     std::string importerPrivateSettings{};  ///< what the importer wants back, as it was
 
     friend bool operator==(const File&, const File&) = default;

@@ -13,8 +13,9 @@
 ///
 /// Values of enumerations stand as their words; those without a word as their numbers.
 ///
-/// An unpaired surrogate in a text stands as its escape ("\ud800"). A real number that is none
-/// stands as "NaN", "Infinity" or "-Infinity". Integers are exact. Byte blocks are Base64 texts.
+/// An unpaired surrogate in a text stands as its escape ("\ud800"). NaN and the infinities are
+/// written as the texts "NaN", "Infinity" and "-Infinity". Integers are exact. Byte blocks are
+/// Base64 texts.
 ///
 /// All functions may run in any number of threads. They throw std::bad_alloc, and what the
 /// caller's own functions throw.
@@ -31,15 +32,16 @@ using TextSource = std::function<std::string_view()>;
 using ByteProgress = std::function<void(std::uint64_t bytes)>;
 
 struct JsonOptions {
-    /// Every key is written; otherwise those are left out whose value is the default of the member,
-    /// which `FromJson` gives it.
+    /// Writes every key. Otherwise keys at their default are left out; `FromJson` restores them.
     bool full = false;
 
     ByteProgress progress{};
 };
 
 /// Writes a session, indented by two blanks and ended by a line feed, in blocks of about 64 KiB; no
-/// more than a block is held. `FromJson` gives the same session back.
+/// more than a block is held. `FromJson` gives an equal session back, with these exceptions: it
+/// refuses a session in which two files or two tracks of one side share an id, or one has the id
+/// `kNoId`; malformed UTF-8 comes back as U+FFFD; and a NaN equals nothing.
 ORVO_API void ToJson(const Session& session, const TextSink& sink, const JsonOptions& options = {});
 
 /// The same as one text.
@@ -49,10 +51,11 @@ ORVO_API std::string ToJson(const Session& session, const JsonOptions& options =
 /// absent key takes the default of the session's member. Texts of versions before this one are read
 /// too: keys that had another name then, and numbers in place of words.
 ///
-/// Fails for malformed JSON, with its place (columns count characters, a byte order mark not among
-/// them); otherwise for the first unknown or repeated key or wrong value, and otherwise for a file
-/// or track without an id of its own: then the message begins with the path of the value, as
-/// "/files/2/id".
+/// Malformed JSON is reported with its place; columns count characters, without a byte order mark.
+/// Otherwise the first unknown key, repeated key or wrong value is reported, and otherwise the
+/// first file or track without an id of its own. These messages begin with the path of the value,
+/// such as
+/// "/files/2/id". Paths of media are kept as they stand, also relative ones and URLs.
 ORVO_API ReadResult FromJson(const TextSource& source, const ByteProgress& progress = {});
 ORVO_API ReadResult FromJson(std::string_view text);
 

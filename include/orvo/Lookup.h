@@ -12,15 +12,15 @@
 
 /// Finds things in a session: tracks in their order, anything by its id, and what refers to what.
 ///
-/// Results are pointers into the session and own nothing. They are valid as long as iterators of
-/// the list that holds the thing. The pointers are to constants if the session is constant: in the
+/// Results are pointers into the session and own nothing. They stay valid as long as iterators
+/// into the containing list. The pointers are to constants if the session is constant: in the
 /// types below, `Owner` is `Session` or `const Session`.
 ///
 /// Nothing enforces that ids are unique. If things have the same id, the first one in the list is
 /// found. `kNoId` finds nothing.
 ///
 /// The metronome's track is not in the list of tracks, and session files do not keep its id. It
-/// comes after all other tracks, and so do its clips; it may feed tracks; and no id finds it.
+/// and its clips come last. It may feed tracks. It cannot be found by id.
 ///
 /// All functions may run in any number of threads and throw nothing but std::bad_alloc.
 namespace orvo {
@@ -180,7 +180,7 @@ public:
     ORVO_API explicit SessionIndex(const Session& session);
     explicit SessionIndex(const Session&& session) = delete;
 
-    // The same results as from the functions of these names.
+    // The same results as from the functions of these names. The others have no index.
     ORVO_API const VideoTrack* FindVideoTrack(std::uint32_t id) const;
     ORVO_API const AudioTrack* FindAudioTrack(std::uint32_t id) const;
     ORVO_API TrackAudioClip<const Session> FindAudioClip(std::uint32_t id) const;

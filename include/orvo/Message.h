@@ -10,15 +10,16 @@ namespace orvo {
 
 enum class Severity {
     Error,   ///< the operation failed
-    Warning  ///< the operation succeeded, and something in it is worth knowing
+    Warning  ///< the operation succeeded, with a remark
 };
 
 /// Something to tell a person. All texts are UTF-8.
 struct Message {
     Severity severity = Severity::Error;
-    std::string file{};        ///< the file that is meant, as it was named; empty: no file
+    std::string file{};        ///< the file concerned, as the caller named it; empty: no file
     std::uint64_t line = 0;    ///< from 1; 0: the file as a whole is meant
-    std::uint64_t column = 0;  ///< from 1, counting UTF-16 code units; 0 as for the line
+    std::uint64_t column = 0;  ///< from 1; 0 as for the line. Counts UTF-16 code units in a session
+                               ///< file, characters in JSON
     std::string what{};        ///< what is wrong
     std::string advice{};      ///< what to do about it; may be empty
 

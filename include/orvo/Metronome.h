@@ -43,6 +43,7 @@ struct Metronome {
     bool enabled = false;
     SoundSet soundSet = SoundSet::Sticks;
     std::vector<Beat> pattern{};  ///< the beats of a bar
+    /// Stored only if its kind is `TrackKind::Metronome`; its id is not stored.
     std::optional<AudioTrack> track{};
     std::optional<GlobalTrackInfo> globalTrackInfo{};
 

@@ -19,9 +19,9 @@
 /// print. Positions and lengths are counts of samples at the session's rate unless a comment says
 /// otherwise. A field holds whatever a host may hold; nothing is checked.
 ///
-/// Texts are UTF-8. An unpaired surrogate, which files and hosts may have and UTF-8 has no form
-/// for, stands as the three bytes that its code point would have, and comes back as it was. Every
-/// other malformed sequence becomes U+FFFD when it is stored.
+/// Texts are UTF-8. An unpaired surrogate, which hosts and JSON may have and UTF-8 has no form
+/// for, stands as the three bytes that its code point would have. It passes through JSON as it was;
+/// in a session file it becomes U+FFFD, as does every other malformed sequence.
 ///
 /// "The host's number" marks a number whose meaning is the application's own.
 ///
@@ -43,7 +43,7 @@ struct Session {
     std::int64_t duration = 0;
     std::uint32_t bitDepth = 32;  ///< bits per sample
 
-    /// Which application version wrote the file, as a sentence; told by a read and never written.
+    /// Which application version wrote the file, as a sentence; set by a read, never written.
     std::string formatDescription{};
     /// The position that a read ends with: that of the current-time indicator for the oldest files,
     /// the start of the selection for all others. Never written.

@@ -24,7 +24,8 @@ struct SendSlot {
 };
 
 struct SendList {
-    std::vector<std::optional<SendSlot>> slots{};  ///< none: a host may report that; not stored
+    std::vector<std::optional<SendSlot>>
+        slots{};  ///< empty: a slot that the host reported as null; not stored
 
     friend bool operator==(const SendList&, const SendList&) = default;
 };

@@ -14,16 +14,16 @@
 /// names, else from the library's own folder, else from `../lib` beside it.
 ///
 /// Every function here may be called from any thread. Reads and writes wait for each other, because
-/// the plug-in takes one call at a time. Nothing is thrown but std::bad_alloc.
+/// the plug-in takes one call at a time. They throw only std::bad_alloc.
 ///
 /// The plug-in starts and stops Xerces-C, which counts its users without a lock. A program that
 /// uses Xerces-C itself must not start or stop it while a function here runs.
 namespace orvo {
 
-/// Called during a read or a write with the share that is done, from 0 to 1, never less than
-/// before, and with 1 once the operation has succeeded; in the thread of the call. False cancels
-/// what has not succeeded yet. The function must not throw, and it must not read or write a
-/// session.
+/// Called during a read or a write, in the thread of the call, with the share that is done. The
+/// share goes from 0 to 1 and never decreases; it is 1 once the operation has succeeded. Return
+/// false to cancel, which has no effect after 1. The function must not throw, and it must not read
+/// or write a session.
 using ProgressFunction = std::function<bool(double share)>;
 
 struct ReadOptions {
@@ -50,20 +50,23 @@ struct WriteResult {
     bool ok = false;
     bool cancelled = false;  ///< `progress` ended the write
 
-    /// Why nothing was saved. After success, warnings: what the file holds otherwise than the
-    /// session.
+    /// Why nothing was saved. After success, a warning if the file has other characters than the
+    /// session, because XML cannot carry those. Other losses are not reported here.
     std::vector<Message> messages{};
 
     explicit operator bool() const { return ok; }
 };
 
-/// Reads a session file. A relative path counts from the working directory. Paths of media become
-/// full paths, which need not exist.
+/// Reads a session file. A relative path counts from the working directory. Paths of media that
+/// the file stores relative to itself become full paths, which need not exist. Unknown elements,
+/// and values that the format does not allow, are ignored without a message.
 ORVO_API ReadResult ReadSession(const std::filesystem::path& file, const ReadOptions& options = {});
 
 /// Saves a session. The file is replaced only once the new one is whole; after a failure, or if the
 /// write is cancelled, it is what it was. Its folder must exist. What a session file has no place
-/// for is left out: `FindDifferences` between the session and one that is read back tells what.
+/// for is left out: read the file back and call `FindDifferences` to see what. Nothing checks ids:
+/// a file with an audio track whose id is `kNoId` is saved, but no reader accepts it. Paths of
+/// media are stored as they are, so make them full paths first.
 ORVO_API WriteResult WriteSession(const Session& session, const std::filesystem::path& file,
                                   const WriteOptions& options = {});
 

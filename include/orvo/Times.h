@@ -40,7 +40,9 @@ inline constexpr unsigned kMostDecimals = 9;
 
 /// "h:mm:ss.mmm", with "-" in front of a position that is negative and does not round to 0. With 9
 /// decimals, parsing gives the original position at every sample rate below 1 GHz.
-/// @param decimals  the digits after the point, at most `kMostDecimals`; 0 omits the point
+/// @param decimals  the digits after the point; more than `kMostDecimals` count as that, and 0
+/// omits the
+///                  point
 /// @return no value if the sample rate is 0
 ORVO_API std::optional<std::string> FormatTime(std::int64_t position, std::uint32_t sampleRate,
                                                unsigned decimals = 3);
@@ -118,9 +120,9 @@ ORVO_API PositionResult ParseBarsAndBeats(std::string_view text, std::uint32_t s
 // As a session shows times
 
 /// A position in the session's `timeFormat`: as samples, as timecode, as bars and beats, or as
-/// `FormatTime` returns it. The latter is also used for the host's own formats, for timecode
-/// without a frame rate and for bars and beats without a tempo. Without a sample rate, it is
-/// samples.
+/// `FormatTime` returns it. `FormatTime` is also used for the host's own formats, for
+/// timecode without a frame rate and for bars and beats without a tempo. If the sample rate is 0,
+/// the text is the number of samples.
 ///
 /// Timecode starts at 0: `smpteStart` is ignored, because its unit is the host's. So is
 /// `timeFormat.linkedToDefaults`, which makes an application use its own preference instead.

@@ -18,7 +18,7 @@ struct VideoFormat {
     std::int32_t pixelType = 1;
     std::int32_t width = 0;          ///< of the frame, in pixels
     std::int32_t height = 0;         ///< of the frame, in pixels
-    std::uint32_t parNumerator = 0;  ///< the pixel aspect ratio; 0 to 1 is unknown
+    std::uint32_t parNumerator = 0;  ///< the pixel aspect ratio; 0:1 is unknown
     std::uint32_t parDenominator = 1;
     std::uint32_t fieldType = 0;
 
@@ -45,7 +45,7 @@ struct VideoClip {
 
 struct VideoTrack {
     std::uint32_t id = 0;
-    std::uint32_t index = 0;  ///< its place in the list of tracks; told by a read, never written
+    std::uint32_t index = 0;  ///< its place in the list of tracks; set by a read, never written
     std::string name{};
     double hue = -1;          ///< the host's number
     std::int32_t height = 0;  ///< the host's number

@@ -39,13 +39,6 @@ public:
         }
     }
 
-    /// Adds the attribute unless its value is empty.
-    void SetUnlessEmpty(std::u16string_view name, std::u16string_view value) {
-        if (!value.empty()) {
-            Set(name, std::u16string(value));
-        }
-    }
-
     auto begin() const { return attributes_.begin(); }
     auto end() const { return attributes_.end(); }
     std::size_t size() const { return attributes_.size(); }

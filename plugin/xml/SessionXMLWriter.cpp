@@ -201,7 +201,8 @@ bool SessionXMLWriter::EndElement() {
         return false;
     }
     --state_->depth;
-    return Attempt([&] { state_->document->EndElement(); });
+    state_->document->EndElement();
+    return true;
 }
 
 bool SessionXMLWriter::Save() {

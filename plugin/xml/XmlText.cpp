@@ -99,7 +99,7 @@ void AppendReference(ContentBuffer& content, char16_t unit) {
         shift -= 4;
     }
     for (;; shift -= 4) {
-        AppendMarkup(content, kDigits.substr((unit >> shift) & 0xFU, 1));
+        AppendMarkup(content, kDigits.substr((static_cast<unsigned>(unit) >> shift) & 0xFU, 1));
         if (shift == 0) {
             break;
         }

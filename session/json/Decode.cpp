@@ -13,7 +13,7 @@ namespace {
 constexpr char kRealWanted[] =
     "give a number, or one of the texts \"NaN\", \"Infinity\" and \"-Infinity\"";
 
-/// What stands there, for people.
+/// Describes a JSON value for a message.
 std::string Description(const ParsedJson& json) {
     if (json.is_number()) {
         return "the number " + json.dump();

@@ -38,7 +38,7 @@ struct Member {
     Target (*of)(void* value);
 };
 
-/// As many as a struct may have.
+/// The most members that a struct may have.
 inline constexpr std::size_t kMostMembers = 64;
 
 /// What can be done with the values of one type. What a type has no use for is null or empty.

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// The place behind a text that begins at a place.
+/// The place after `text`, which begins at the given place.
 TextPlace Behind(TextPlace begin, std::string_view text) {
     for (std::size_t end = text.find('\n'); end != text.npos; end = text.find('\n')) {
         ++begin.line;

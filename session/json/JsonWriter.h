@@ -49,7 +49,7 @@ public:
     /// In Base64.
     void Bytes(const kelcore::byte* data, std::size_t size);
 
-    /// Hands on what is left.
+    /// Passes the last block to the sink.
     void Finish(std::string_view end = {});
 
 private:

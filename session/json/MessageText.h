@@ -7,7 +7,7 @@
 /// Pieces of messages about JSON.
 namespace orvo::json {
 
-/// Whether a character of UTF-8 begins with it.
+/// Whether the byte starts a UTF-8 character.
 inline bool BeginsCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
 }

@@ -85,7 +85,7 @@ struct Schema<Session> {
         Row{"ctiPosition", &T::ctiPosition, "the position of the current-time indicator"},
         Row{"smpteStart", &T::smpteStart, "the timecode of the first sample, in the host's unit"},
         Row{"selectionState", &T::selection, "the selected time range"}.Was("selection"),
-        Row{"viewState", &T::viewState, "what of the timeline is in sight"},
+        Row{"viewState", &T::viewState, "the visible part of the timeline"},
         Row{"timeFormatState", &T::timeFormat, "how times are shown"}.Was("timeFormat"),
         Row{"musicalTime", &T::musicalTime, "the grid of bars and beats"},
         Row{"mixingOptionState", &T::mixingOptions}.Was("mixingOptions"),

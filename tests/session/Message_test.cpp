@@ -18,6 +18,7 @@ TEST(MessageTest, PrintsEachPartThatThereIs) {
               "a.orvo:2:7: bad; mend");
     EXPECT_EQ(Printed({.file = "a.orvo", .what = "bad"}), "a.orvo: bad");
     EXPECT_EQ(Printed({.what = "bad", .advice = "mend"}), "bad; mend");
+    EXPECT_EQ(Printed({.line = 2, .column = 7, .what = "bad"}), "2:7: bad");
 }
 
 }  // namespace

@@ -1,17 +1,18 @@
 """The effect of the elements of effects and clips; see differential_elements.py."""
 
+import differential_states as states
 from differential_values import (NONE, block, flag, real, real32, signed32, signed64, strict,
                                  tolerant, unsigned32, wrapped)
 
 # One element represents every control; its place decides what it controls. By the state of the place: the
 # owner, the operation for each keyword, and whether the operation receives the keyword.
 CONTROLS = {
-    24: ("track", {"trackFader": "GetFaderComponent", "trackMute": "GetMuteComponent",
+    states.TRACK_AUDIO_PARAMETERS: ("track", {"trackFader": "GetFaderComponent", "trackMute": "GetMuteComponent",
                    "trackPan": "GetPanComponent", "trackEQ": "GetEQComponent"}, True),
-    33: ("send_slot", {"sendComponent": "GetSendComponent", "sendPan": "GetPanComponent"}, True),
-    25: ("rack", {"rackMix": "GetMixComponent", "rackInput": "GetInputComponent",
+    states.SEND_SLOT: ("send_slot", {"sendComponent": "GetSendComponent", "sendPan": "GetPanComponent"}, True),
+    states.EFFECTS_RACK: ("rack", {"rackMix": "GetMixComponent", "rackInput": "GetInputComponent",
                   "rackOutput": "GetOutputComponent"}, False),
-    13: ("clip", {"clipGain": "GetClipGainComponent", "clipMute": "GetClipMuteComponent",
+    states.AUDIO_CLIP: ("clip", {"clipGain": "GetClipGainComponent", "clipMute": "GetClipMuteComponent",
                   "clipPan": "GetClipPanComponent"}, False),
 }
 
@@ -24,7 +25,7 @@ def control_start(place):
         if keyword in operations:
             arguments = (keyword,) if names_it else ()
             reader.component = reader.host(getattr(reader, owner), operations[keyword], *arguments)
-        if keyword == "trackEQ" and place == 24:
+        if keyword == "trackEQ" and place == states.TRACK_AUDIO_PARAMETERS:
             reader.eq_pending = True
         apply_component(reader, given)
     return start

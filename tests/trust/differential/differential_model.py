@@ -6,6 +6,7 @@ and answers the same question with the same object.
 
 import xml.parsers.expat
 
+import differential_states as states
 from differential_elements import ROWS
 from differential_values import NONE, XML_BLANKS, Stop
 
@@ -88,7 +89,7 @@ class Reader:
     def __init__(self, location, skip_depth):
         self.location = location
         self.skip_depth = skip_depth
-        self.states = [0]
+        self.states = [states.UNKNOWN]
         self.root_seen = False
         self.text = ""
         self.progress = 0
@@ -123,15 +124,15 @@ class Reader:
             if name != "orvo":
                 raise Stop("not a session file")
             self.root_seen = True
-            self.states.append(1)
+            self.states.append(states.ORVO)
             return
         if self.skip_depth:
-            self.states.append(0)
+            self.states.append(states.UNKNOWN)
             return
         row = ROWS.get((name, self.states[-1]))
         if row is None:
             self.skip_depth = len(self.states)
-            self.states.append(0)
+            self.states.append(states.UNKNOWN)
             return
         row.met = True
         self.states.append(row.state)
