@@ -206,9 +206,10 @@ std::string BarsLabelled(const std::string& label, const std::string& errors) {
 }
 
 TEST_F(CommandLineTest, TheProgressBarMovesWhileJsonOfUnknownSizeIsWritten) {
-    ASSERT_EQ(RunTool({"generate", "--tracks", "640", "a.orvo"}, folder_).exitCode, 0);
+    ASSERT_EQ(RunTool({"generate", "--tracks", "1000", "a.orvo"}, folder_).exitCode, 0);
     const Outcome outcome = test::Run(
-        {.arguments = {"sh", "-c", "exec " + ToolPath() + " convert --from orvo - b.json <a.orvo"},
+        {.arguments = {"sh", "-c",
+                       "exec " + ToolPath() + " convert --full --from orvo - b.json <a.orvo"},
          .folder = folder_.Path().string(),
          .terminalErrors = true});
     const std::vector<std::size_t> fills = FillsOf(BarsLabelled("writing b.json", outcome.errors));
