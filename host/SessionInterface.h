@@ -26,7 +26,7 @@ enum class SessionSelector : std::int32_t {
     /// `kelappsupport::SetFeatureEnabled`:
     ///  - "Tembra.InstrumentTracks": while it is off, reads skip instrument tracks.
     ///  - "Tembra.StreamedSave": saves write the document as text, without building it as a tree
-    ///    first. They give the same bytes and need a fraction of the time and the memory.
+    ///    first. They give the same bytes.
     Initialize = 0,
     /// Argument: ignored. Does nothing; may come at any time.
     Reserved = 1,
