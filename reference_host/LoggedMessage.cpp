@@ -6,6 +6,12 @@
 #include "platform/kelcore/Strings.h"
 
 namespace refhost {
+namespace {
+
+/// Separates what is wrong from what to do.
+constexpr std::string_view kAdvice = "; ";
+
+}  // namespace
 
 LoggedMessage ParseLoggedMessage(std::u16string_view logged, std::u16string_view path) {
     std::string text = kelcore::UTF16to8(logged.substr(0, logged.find_last_not_of(u'\n') + 1));
@@ -22,7 +28,11 @@ LoggedMessage ParseLoggedMessage(std::u16string_view logged, std::u16string_view
     if (text.starts_with(origin)) {
         text.erase(0, origin.size());
     }
-    return {line, column, std::move(text)};
+    const std::size_t advice = text.starts_with(kRefused) ? text.find(kAdvice) : text.npos;
+    if (advice == text.npos) {
+        return {line, column, std::move(text)};
+    }
+    return {line, column, text.substr(0, advice), text.substr(advice + kAdvice.size())};
 }
 
 }  // namespace refhost

@@ -9,12 +9,12 @@
 #include <type_traits>
 #include <vector>
 
+#include "session/OwnIds.h"
 #include "session/Schema.h"
 #include "session/Words.h"
 #include "session/json/Decode.h"
 #include "session/json/Encode.h"
 #include "session/json/RealTexts.h"
-#include "session/json/SessionJson.h"
 
 // orvo-print-json-schema FILE: writes the JSON Schema of a session's JSON, made from the model's
 // rows.

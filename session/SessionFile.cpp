@@ -14,6 +14,7 @@
 #include "reference_host/Plugin.h"
 #include "reference_host/Sessions.h"
 #include "session/ListLimits.h"
+#include "session/OwnIds.h"
 
 namespace orvo {
 namespace {
@@ -124,9 +125,16 @@ std::u16string PluginPathOf(const std::filesystem::path& file) {
 
 // Messages
 
+bool HasPlace(const Message& message) {
+    return message.line != 0;
+}
+
 Message MessageOf(const std::filesystem::path& file, const refhost::LoggedMessage& logged) {
-    return {
-        .file = file.string(), .line = logged.line, .column = logged.column, .what = logged.text};
+    return {.file = file.string(),
+            .line = logged.line,
+            .column = logged.column,
+            .what = logged.text,
+            .advice = logged.advice};
 }
 
 std::vector<Message> MessagesOf(const std::filesystem::path& file, const std::u16string& path,
@@ -135,6 +143,8 @@ std::vector<Message> MessagesOf(const std::filesystem::path& file, const std::u1
     for (const std::u16string& logged : read.messages) {
         messages.push_back(MessageOf(file, refhost::ParseLoggedMessage(logged, path)));
     }
+    // The plug-in begins with what it says of every failure.
+    std::ranges::stable_partition(messages, HasPlace);
     if (messages.empty()) {
         for (const std::string& line : read.traced) {
             messages.push_back({.file = file.string(), .what = line});
@@ -201,6 +211,10 @@ ReadResult ReadSession(const std::filesystem::path& file, const ReadOptions& opt
 WriteResult WriteSession(const Session& session, const std::filesystem::path& file,
                          const WriteOptions& options) {
     WriteResult result;
+    if (auto noOwn = FindIdThatIsNoOwn(session)) {
+        result.messages.push_back(std::move(*noOwn));
+        return result;
+    }
     try {
         Watch watch(options.progress);
         // The plug-in asks for all tracks in the first half of the time, and does not say how far

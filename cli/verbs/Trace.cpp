@@ -127,7 +127,10 @@ std::vector<orvo::Message> ReasonsIn(const refhost::LogTarget& log, const Sessio
     std::vector<orvo::Message> reasons;
     for (const std::u16string& logged : log.Messages()) {
         const refhost::LoggedMessage message = refhost::ParseLoggedMessage(logged, file.FullPath());
-        reasons.push_back({.line = message.line, .column = message.column, .what = message.text});
+        reasons.push_back({.line = message.line,
+                           .column = message.column,
+                           .what = message.text,
+                           .advice = message.advice});
     }
     if (reasons.empty()) {
         reasons.push_back({.what = refhost::kRefusedWithoutReason, .advice = refhost::kTryAgain});

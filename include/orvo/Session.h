@@ -36,7 +36,7 @@ struct ReadResult {
     bool ok = false;
     bool cancelled = false;           ///< `progress` ended the read
     Session session{};                ///< what was read; a new session after a failure
-    std::vector<Message> messages{};  ///< why nothing was read
+    std::vector<Message> messages{};  ///< why nothing was read; those with a place come first
 
     explicit operator bool() const { return ok; }
 };
@@ -64,9 +64,9 @@ ORVO_API ReadResult ReadSession(const std::filesystem::path& file, const ReadOpt
 
 /// Saves a session. The file is replaced only once the new one is whole; after a failure, or if the
 /// write is cancelled, it is what it was. Its folder must exist. What a session file has no place
-/// for is left out: read the file back and call `FindDifferences` to see what. Nothing checks ids:
-/// a file with an audio track whose id is `kNoId` is saved, but no reader accepts it. Paths of
-/// media are stored as they are, so make them full paths first.
+/// for is left out: read the file back and call `FindDifferences` to see what. Fails if a file or a
+/// track has the id `kNoId`, or two in one list have the same id. Paths of media are stored as they
+/// are, so make them full paths first.
 ORVO_API WriteResult WriteSession(const Session& session, const std::filesystem::path& file,
                                   const WriteOptions& options = {});
 

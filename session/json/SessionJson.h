@@ -5,7 +5,6 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <tuple>
 
 #include <orvo/Json.h>
 
@@ -39,9 +38,5 @@ private:
 ///         value; otherwise for a file or track without an id of its own.
 Session Parse(const TextSource& source, const ByteProgress& progress = {});
 Session Parse(std::string_view text);
-
-/// The lists whose things a reader finds by their ids: each has one, and no two the same.
-inline constexpr std::tuple kListsByOwnId{&Session::files, &Session::videoTracks,
-                                          &Session::audioTracks};
 
 }  // namespace orvo::json

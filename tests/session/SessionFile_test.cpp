@@ -103,6 +103,38 @@ TEST_F(SessionFileTest, AChannelMapBeyondTheLimitIsSaidOfTheSession) {
     EXPECT_THAT(written.messages.back().what, HasSubstr("/channelMap/1024"));
 }
 
+TEST_F(SessionFileTest, ATrackWithoutAnIdFailsTheWriteAndLeavesTheFileAsItWas) {
+    ASSERT_TRUE(WriteSession(Sample(), In("a.orvo")));
+    Session session = Sample();
+    session.audioTracks[1].id = kNoId;
+    const WriteResult written = WriteSession(session, In("a.orvo"));
+    EXPECT_FALSE(written);
+    ASSERT_EQ(written.messages.size(), 1u);
+    EXPECT_EQ(written.messages[0].what, "/audioTracks/1/id: 4294967295 means none");
+    EXPECT_EQ(written.messages[0].advice, "give a number from 0 to 4294967294");
+    EXPECT_EQ(ReadSession(In("a.orvo")).session.audioTracks, Sample().audioTracks);
+}
+
+TEST_F(SessionFileTest, TwoFilesWithOneIdFailTheWrite) {
+    Session session = Sample();
+    session.files = {{.id = 7}, {.id = 7}};
+    const WriteResult written = WriteSession(session, In("a.orvo"));
+    EXPECT_FALSE(written);
+    ASSERT_EQ(written.messages.size(), 1u);
+    EXPECT_EQ(written.messages[0].what, "/files/1/id: 7 is the id of /files/0 too");
+    EXPECT_FALSE(std::filesystem::exists(In("a.orvo")));
+}
+
+TEST_F(SessionFileTest, ARefusalSaysWhatAndWhereAndWhatToDo) {
+    test::TemporaryFolder folder;
+    const auto path = folder.Write("bad.orvo", "<?xml version='1.0'?>\n <!DOCTYPE a><a/>");
+    const ReadResult read = ReadSession(path);
+    ASSERT_FALSE(read.messages.empty());
+    EXPECT_EQ(read.messages[0].line, 2u);
+    EXPECT_EQ(read.messages[0].what, "refused: a session has no document type declaration");
+    EXPECT_EQ(read.messages[0].advice, "remove it to read the file");
+}
+
 TEST_F(SessionFileTest, ProgressNeverGoesBackAndEndsAtOne) {
     std::vector<double> shares;
     const ProgressFunction note = [&shares](double share) {

@@ -71,7 +71,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadFile{"NotUtf8", "<orvo>\n<files><file id='1' absolutePath='\xFF\xFE'/></files></orvo>",
                 "orvo: a.orvo:2:35: not UTF-8: "},
         BadFile{"DocumentType", "<?xml version='1.0'?>\n <!DOCTYPE orvo [<!ENTITY a 'b'>]><orvo/>",
-                "orvo: a.orvo:2:2: refused: a session has no document type declaration; remove it "
+                "orvo: a.orvo:2:2: refused: a session has no document type declaration: remove it "
                 "to read the file\n"},
         BadFile{"TrackWithoutId",
                 "<orvo><session>\n<tracks><audioTrack/></tracks></session></orvo>",

@@ -101,7 +101,7 @@ TEST_F(TraceTest, TheResultNamesAFileWhateverItIsCalled) {
 TEST_F(TraceTest, ARefusalIsALine) {
     folder_.Write("a.orvo", "<!DOCTYPE orvo><orvo/>");
     EXPECT_EQ(RunTool({"trace", "a.orvo"}, folder_).errors,
-              "orvo: a.orvo:1:1: refused: a session has no document type declaration; remove it to "
+              "orvo: a.orvo:1:1: refused: a session has no document type declaration: remove it to "
               "read the file\n");
 }
 

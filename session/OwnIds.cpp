@@ -1,0 +1,59 @@
+#include "session/OwnIds.h"
+
+#include <fmt/format.h>
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "session/Schema.h"
+
+namespace orvo {
+namespace {
+
+template <class Thing>
+std::optional<Message> FindIn(const std::vector<Thing>& things, const std::string& list) {
+    std::map<std::uint32_t, std::size_t> places;
+    for (std::size_t place = 0; place < things.size(); ++place) {
+        const std::uint32_t id = things[place].id;
+        if (id == kNoId) {
+            return Message{.what = fmt::format("/{}/{}/id: {} means none", list, place, id),
+                           .advice = fmt::format("give a number from 0 to {}", kNoId - 1)};
+        }
+        if (const auto [other, isNew] = places.try_emplace(id, place); !isNew) {
+            return Message{.what = fmt::format("/{}/{}/id: {} is the id of /{}/{} too", list, place,
+                                               id, list, other->second),
+                           .advice = "give each its own"};
+        }
+    }
+    return std::nullopt;
+}
+
+/// The key of a member of the session.
+template <class Member>
+std::string KeyOf(Member Session::*member) {
+    std::string key;
+    const auto find = [&](const auto& row) {
+        if constexpr (std::is_same_v<decltype(row.member), Member Session::*>) {
+            key = row.member == member ? row.key : key;
+        }
+    };
+    std::apply([&](const auto&... rows) { (find(rows), ...); }, Schema<Session>::kRows);
+    return key;
+}
+
+}  // namespace
+
+std::optional<Message> FindIdThatIsNoOwn(const Session& session) {
+    std::optional<Message> found;
+    const auto look = [&](auto list) {
+        found = FindIn(session.*list, KeyOf(list));
+        return found.has_value();
+    };
+    std::apply([&](const auto... lists) { (void)(look(lists) || ...); }, kListsByOwnId);
+    return found;
+}
+
+}  // namespace orvo
