@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
@@ -90,14 +91,7 @@ std::vector<std::string> WriteSmallSessions(refhost::Plugin& plugin, const std::
 
 template <class ReadOne>
 Contender ReadAll(const char* name, const std::vector<std::string>& paths, ReadOne readOne) {
-    return {.name = name, .run = [&paths, readOne] {
-                for (const std::string& path : paths) {
-                    if (!readOne(path)) {
-                        return false;
-                    }
-                }
-                return true;
-            }};
+    return {.name = name, .run = [&paths, readOne] { return std::ranges::all_of(paths, readOne); }};
 }
 
 /// The paths and the plug-in must outlive the contenders.

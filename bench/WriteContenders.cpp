@@ -26,8 +26,8 @@ orvo::Session Read(refhost::Plugin& plugin, const std::string& file) {
 }  // namespace
 
 WriteContenders::WriteContenders(refhost::Plugin& plugin, const std::string& file,
-                                 const std::string& folder)
-    : plugin_(plugin), folder_(folder), session_(Read(plugin, file)) {}
+                                 std::string folder)
+    : plugin_(plugin), folder_(std::move(folder)), session_(Read(plugin, file)) {}
 
 std::string WriteContenders::OutputOf(const std::string& name) const {
     return folder_ + "/" + name + ".orvo";
@@ -65,13 +65,10 @@ Contender WriteContenders::MakeStaticHost() {
 
 Contender WriteContenders::MakeReferenceHost() {
     const std::u16string path = FullPathOf(OutputOf(kReferenceHost));
-    return {.name = kReferenceHost,
-            .run =
-                [this, path] {
-                    return refhost::WriteSession(plugin_, path, std::move(*copy_)).result ==
-                           tses::SessionResult::Ok;
-                },
-            .prepare = [this] { copy_ = session_; }};
+    return {.name = kReferenceHost, .run = [this, path] {
+                return refhost::WriteSession(plugin_, path, session_).result ==
+                       tses::SessionResult::Ok;
+            }};
 }
 
 }  // namespace bench

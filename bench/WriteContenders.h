@@ -20,7 +20,7 @@ public:
     /// @param file  the session, in the form of the system calls
     /// @param folder  where they write; it must exist
     /// @throws std::runtime_error if the session cannot be read or written
-    WriteContenders(refhost::Plugin& plugin, const std::string& file, const std::string& folder);
+    WriteContenders(refhost::Plugin& plugin, const std::string& file, std::string folder);
     WriteContenders(const WriteContenders&) = delete;
     WriteContenders& operator=(const WriteContenders&) = delete;
 
@@ -38,7 +38,6 @@ private:
     refhost::Plugin& plugin_;
     std::string folder_;
     orvo::Session session_;
-    std::optional<orvo::Session> copy_;  // for the next write
     std::optional<DocumentParts> parts_;
     std::optional<AnswerTape> answers_;
 };

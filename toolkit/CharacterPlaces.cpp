@@ -8,57 +8,24 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/kelcore/TextUnits.h"
 #include "toolkit/TextPlaces.h"
 
 namespace toolkit {
 namespace {
 
-using namespace std::string_view_literals;
-
-/// How a document stores its characters.
-struct Encoding {
-    std::size_t unitSize = 1;  ///< 1: UTF-8
-    bool littleEndian = false;
-    std::size_t markSize = 0;  ///< bytes of the byte order mark, if there is one
-};
-
-struct Beginning {
-    std::string_view bytes;
-    Encoding encoding;
-};
-
-// Byte order marks, and how a "<" without one looks.
-constexpr Beginning kWideBeginnings[] = {
-    {"\x00\x00\xFE\xFF"sv, {4, false, 4}},
-    {"\xFF\xFE\x00\x00"sv, {4, true, 4}},
-    {"\x00\x00\x00<"sv, {4, false, 0}},
-    {"<\x00\x00\x00"sv, {4, true, 0}},
-    {"\xFE\xFF"sv, {2, false, 2}},
-    {"\xFF\xFE"sv, {2, true, 2}},
-    {"\x00<"sv, {2, false, 0}},
-    {"<\x00"sv, {2, true, 0}},
-};
-
-/// The "<" of EBCDIC, where bytes mean something else.
-constexpr char kForeignLess = 0x4C;
-
-std::optional<Encoding> EncodingOf(std::string_view document) {
-    for (const Beginning& beginning : kWideBeginnings) {
-        if (document.starts_with(beginning.bytes)) {
-            return beginning.encoding;
-        }
-    }
-    if (!StatesUtf8(document) || document.starts_with(kForeignLess)) {
-        return std::nullopt;
-    }
-    return Encoding{1, false, document.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0};
+/// No value if the bytes of a document are not UTF-8.
+std::optional<kelcore::TextUnits> UnitsOf(std::string_view document) {
+    const kelcore::TextUnits units = kelcore::RecogniseTextUnits(document);
+    const bool isForeign = !StatesUtf8(document) || document.starts_with(kelcore::kEbcdicLess);
+    return units.size == 1 && isForeign ? std::nullopt : std::optional(units);
 }
 
 /// The beginning of a document, with its XML declaration, in single bytes.
-std::string NarrowBegin(std::string_view document, const Encoding& encoding) {
+std::string NarrowBegin(std::string_view document, const kelcore::TextUnits& units) {
     constexpr std::size_t kEnough = 1024;
     std::string narrow;
-    for (const char byte : document.substr(encoding.markSize, kEnough)) {
+    for (const char byte : document.substr(units.markSize, kEnough)) {
         if (byte != 0) {
             narrow += byte;
         }
@@ -69,12 +36,11 @@ std::string NarrowBegin(std::string_view document, const Encoding& encoding) {
 /// Walks through a document to a place, block by block, and counts what the parser counts twice.
 class Walk {
 public:
-    Walk(std::string_view firstBlock, const Encoding& encoding, Place target)
-        : encoding_(encoding),
+    Walk(std::string_view firstBlock, const kelcore::TextUnits& units, Place target)
+        : units_(units),
           target_(target),
-          hasManyLineEnds_(StatedInDeclaration(NarrowBegin(firstBlock, encoding), "version") ==
-                           "1.1"),
-          toSkip_(encoding.markSize) {}
+          hasManyLineEnds_(StatedInDeclaration(NarrowBegin(firstBlock, units), "version") == "1.1"),
+          toSkip_(units.markSize) {}
 
     /// Walks on towards the target. Returns how many bytes of the block were left when it was
     /// reached.
@@ -83,7 +49,7 @@ public:
         while (!block.empty() && !IsReached()) {
             const auto byte = static_cast<unsigned char>(block.front());
             block.remove_prefix(1);
-            if (encoding_.unitSize == 1) {
+            if (units_.size == 1) {
                 PassByte(byte);
             } else {
                 PassPartOfUnit(byte);
@@ -123,9 +89,9 @@ private:
     }
 
     void PassPartOfUnit(unsigned char byte) {
-        const std::size_t place = encoding_.littleEndian ? bytes_ : encoding_.unitSize - 1 - bytes_;
+        const std::size_t place = units_.littleEndian ? bytes_ : units_.size - 1 - bytes_;
         character_ |= static_cast<kelcore::uint32>(byte) << (8 * place);
-        if (++bytes_ == encoding_.unitSize) {
+        if (++bytes_ == units_.size) {
             bytes_ = 0;
             PassCharacter(std::exchange(character_, 0));
         }
@@ -140,7 +106,7 @@ private:
             formerSurplus_ = std::exchange(surplus_, 0);
             return;
         }
-        const bool isLowHalf = encoding_.unitSize == 2 && (character & 0xFC00) == 0xDC00;
+        const bool isLowHalf = units_.size == 2 && (character & 0xFC00) == 0xDC00;
         const bool isBeyondUnit = character > 0xFFFF;
         at_.column += isBeyondUnit ? 2 : 1;
         surplus_ += isLowHalf || isBeyondUnit ? 1 : 0;
@@ -154,7 +120,7 @@ private:
     static constexpr kelcore::uint32 kNextLine = 0x85;
     static constexpr kelcore::uint32 kLineSeparator = 0x2028;
 
-    Encoding encoding_;
+    kelcore::TextUnits units_;
     Place target_;
     bool hasManyLineEnds_;  // as in XML 1.1
     std::size_t toSkip_;
@@ -178,11 +144,11 @@ Place InCharacters(std::string_view document, Place place) {
 }
 
 void InCharacters(std::string_view document, std::span<Place> places) {
-    const auto encoding = EncodingOf(document);
-    if (!encoding) {
+    const auto units = UnitsOf(document);
+    if (!units) {
         return;
     }
-    Walk walk(document, *encoding, {});
+    Walk walk(document, *units, {});
     for (Place& place : places) {
         if (!IsAtBegin(place)) {
             walk.SetTarget(place);
@@ -204,11 +170,11 @@ Place InCharactersOfFile(const std::string& path, Place place) {
         return std::string_view(block.data(), static_cast<std::size_t>(file.gcount()));
     };
     std::string_view text = next();
-    const auto encoding = EncodingOf(text);
-    if (!encoding) {
+    const auto units = UnitsOf(text);
+    if (!units) {
         return place;
     }
-    Walk walk(text, *encoding, place);
+    Walk walk(text, *units, place);
     while (!text.empty() && walk.Pass(text) == 0) {
         text = next();
     }

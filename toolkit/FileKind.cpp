@@ -6,6 +6,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "platform/kelcore/TextUnits.h"
 #include "toolkit/TextPlaces.h"
 
 namespace toolkit {
@@ -46,7 +47,7 @@ bool Fits(const Kind& kind, std::string_view content) {
 
 /// The first character of a UTF-8 text that is not a blank; 0 if there is none.
 char FirstOf(std::string_view content) {
-    content.remove_prefix(content.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
+    content.remove_prefix(content.starts_with(kelcore::kUtf8Mark) ? kelcore::kUtf8Mark.size() : 0);
     const std::size_t first = content.find_first_not_of(" \t\r\n");
     return first != std::string_view::npos ? content[first] : '\0';
 }
@@ -58,8 +59,7 @@ bool IsJson(std::string_view content) {
 
 /// Without a byte order mark, a zero reveals it: JSON and XML begin with an ASCII character.
 bool IsUtf16(std::string_view content) {
-    return content.starts_with("\xFF\xFE"sv) || content.starts_with("\xFE\xFF"sv) ||
-           content.substr(0, 2).find('\0') != content.npos;
+    return !HasByteSizedMarkup(content.substr(0, 2));
 }
 
 std::optional<Problem> RecogniseKind(std::string_view content) {

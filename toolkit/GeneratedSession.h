@@ -1,6 +1,7 @@
 #pragma once
 
 #include <orvo/Model.h>
+#include "format/Limits.h"
 #include "platform/kelcore/Types.h"
 
 namespace toolkit {
@@ -16,8 +17,9 @@ struct GeneratedSize {
 /// The most tracks, clips, effects and keyframes that a session of this size can have.
 kelcore::uint64 CountItems(const GeneratedSize& size);
 
-/// The most that `CountItems` may return: all lists of a session file together may be that long.
-inline constexpr kelcore::uint64 kMostGeneratedItems = 8 * 1024 * 1024;
+/// The most that `CountItems` may return. The other half of a session file's room is for the lists
+/// that it does not count.
+inline constexpr kelcore::uint64 kMostGeneratedItems = tses::limits::kItems / 2;
 
 /// A session as an editor might have it. The last track is the master; the others are audio tracks,
 /// a few instruments and busses, and, from eight tracks on, a video track in front. Clips follow

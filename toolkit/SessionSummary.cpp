@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <sstream>
 
 #include <orvo/Lookup.h>
 #include <orvo/Times.h>
@@ -40,6 +41,12 @@ std::size_t CountOffline(const orvo::Session& session) {
     return count;
 }
 
+std::string TimecodeName(const orvo::FrameRate& rate) {
+    std::ostringstream name;
+    name << "timecode, " << rate;
+    return name.str();
+}
+
 void SummariseTimeline(const std::optional<orvo::GlobalTrackInfo>& timeline,
                        SessionSummary& summary) {
     if (timeline) {
@@ -47,11 +54,6 @@ void SummariseTimeline(const std::optional<orvo::GlobalTrackInfo>& timeline,
         summary.timeSignatureChanges = !timeline->timeSignatureEvents.empty();
         summary.keySignatureChanges = !timeline->keySignatureEvents.empty();
     }
-}
-
-std::string TimecodeName(const orvo::TimeFormat& format) {
-    return fmt::format("timecode, {} frames a second{}{}", format.frameRate,
-                       format.ntsc ? ", NTSC" : "", format.dropFrame ? ", drop frame" : "");
 }
 
 }  // namespace
@@ -113,24 +115,22 @@ SessionSummary Summarise(const orvo::Session& session, const FileTest& exists) {
 
 std::string TimeFormatName(const orvo::TimeFormat& format) {
     switch (format.format) {
+        case orvo::TimeDisplay::Decimal:
+            return "decimal";
         case orvo::TimeDisplay::Samples:
             return "samples";
-        case orvo::TimeDisplay::Timecode:
-            return TimecodeName(format);
-        case orvo::TimeDisplay::Ntsc30:
-            return "timecode, NTSC 30 frames a second";
-        case orvo::TimeDisplay::Ntsc30Drop:
-            return "timecode, NTSC 30 frames a second, drop frame";
         case orvo::TimeDisplay::BarsAndBeats:
             return "bars and beats";
-        case orvo::TimeDisplay::Ntsc60:
-            return "timecode, NTSC 60 frames a second";
-        case orvo::TimeDisplay::Ntsc60Drop:
-            return "timecode, NTSC 60 frames a second, drop frame";
-        case orvo::TimeDisplay::Ntsc24:
-            return "timecode, NTSC 24 frames a second";
-        default:
-            return "decimal";
+        case orvo::TimeDisplay::Timecode:
+            // As it is stored, whether there is such timecode or not.
+            return TimecodeName({.count = static_cast<std::uint32_t>(format.frameRate),
+                                 .ntsc = format.ntsc,
+                                 .dropFrame = format.dropFrame});
+        default: {
+            const auto rate = orvo::FrameRateOf(format);
+            return rate ? TimecodeName(*rate)
+                        : fmt::format("format {}", static_cast<std::int32_t>(format.format));
+        }
     }
 }
 

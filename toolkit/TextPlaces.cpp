@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/kelcore/TextUnits.h"
 #include "toolkit/FileNames.h"
 
 namespace toolkit {
@@ -19,8 +20,8 @@ bool HasByteSizedMarkup(std::string_view document) {
 }
 
 std::string StatedInDeclaration(std::string_view document, std::string_view name) {
-    if (document.starts_with(kByteOrderMark)) {
-        document.remove_prefix(kByteOrderMark.size());
+    if (document.starts_with(kelcore::kUtf8Mark)) {
+        document.remove_prefix(kelcore::kUtf8Mark.size());
     }
     const std::string_view declaration =
         document.starts_with("<?xml") ? document.substr(0, document.find("?>")) : "";
@@ -60,8 +61,8 @@ kelcore::uint64 CountCharacters(std::string_view text) {
 kelcore::uint64 ColumnOf(std::string_view document, std::size_t offset) {
     std::string_view line = document.substr(0, offset);
     line.remove_prefix(line.find_last_of("\r\n") + 1);
-    if (line.data() == document.data() && line.starts_with(kByteOrderMark)) {
-        line.remove_prefix(kByteOrderMark.size());
+    if (line.data() == document.data() && line.starts_with(kelcore::kUtf8Mark)) {
+        line.remove_prefix(kelcore::kUtf8Mark.size());
     }
     return CountCharacters(line) + 1;
 }

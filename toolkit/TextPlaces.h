@@ -9,9 +9,6 @@
 
 namespace toolkit {
 
-/// May stand before a text in UTF-8.
-inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 /// Whether "<" is a single byte of its ASCII value in this document, as in every encoding except
 /// the wide ones.
 bool HasByteSizedMarkup(std::string_view document);

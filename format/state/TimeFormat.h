@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "format/Names.h"
 #include "format/Rows.h"
 
@@ -27,6 +29,31 @@ inline constexpr kelcore::int32 ntsc60 = 12;
 inline constexpr kelcore::int32 ntsc60DropFrame = 13;
 inline constexpr kelcore::int32 ntsc24 = 14;
 }  // namespace timeFormats
+
+/// NTSC timecode. The frame rate is the nominal one: the frames that a label counts in a second.
+struct NtscTimeCode {
+    kelcore::int32 format;
+    kelcore::int32 frameRate;
+    bool dropFrame;
+};
+inline constexpr NtscTimeCode kNtscTimeCodes[] = {
+    {timeFormats::ntsc30, 30, false},         {timeFormats::ntsc30DropFrame, 30, true},
+    {timeFormats::ntsc24, 24, false},         {timeFormats::ntsc60, 60, false},
+    {timeFormats::ntsc60DropFrame, 60, true},
+};
+
+/// The one that a rate and the drop-frame flag mean. A rate without NTSC timecode counts as 30; 24
+/// frames a second drop no frames.
+constexpr const NtscTimeCode& NtscTimeCodeOf(kelcore::int32 frameRate, bool dropFrame) {
+    const auto find = [&](kelcore::int32 rate, bool drops) {
+        return std::find_if(
+            std::begin(kNtscTimeCodes), std::end(kNtscTimeCodes),
+            [&](const auto& code) { return code.frameRate == rate && code.dropFrame == drops; });
+    };
+    const bool isKnown = find(frameRate, false) != std::end(kNtscTimeCodes);
+    const auto* const found = find(isKnown ? frameRate : 30, dropFrame);
+    return found != std::end(kNtscTimeCodes) ? *found : *find(frameRate, false);
+}
 
 /// A keyword's first row is the code that it reads as.
 inline constexpr Keyword<kelcore::int32> kTimeFormats[] = {

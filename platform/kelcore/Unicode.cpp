@@ -68,7 +68,7 @@ char32_t NextCodePoint(std::u16string_view text, std::size_t& position) {
 }
 
 std::size_t AppendAscii(std::string& text, std::u16string_view source) {
-    const auto end = std::ranges::find_if(source, [](char16_t unit) { return unit > 0x7F; });
+    const auto* const end = std::ranges::find_if(source, [](char16_t unit) { return unit > 0x7F; });
     const auto count = static_cast<std::size_t>(end - source.begin());
     text.resize(text.size() + count);
     std::transform(source.begin(), end, text.end() - (end - source.begin()),

@@ -21,12 +21,18 @@ bool WasChanged(int descriptor, const struct stat& before) {
     return ::fstat(descriptor, &after) != 0 || !IsSameContent(before, after);
 }
 
-constexpr std::u16string_view kWasChanged =
-    u"refused: the file was changed while it was read; read it again";
-constexpr std::u16string_view kHasTooManyAttributes =
-    u"refused: an element has more than the 256 attributes that one may have";
-constexpr std::u16string_view kHasDocumentType =
-    u"refused: a session has no document type declaration; remove it to read the file";
+constexpr const char* kWasChanged = "the file was changed while it was read; read it again";
+constexpr const char* kHasDocumentType =
+    "a session has no document type declaration; remove it to read the file";
+
+std::string TooManyAttributes() {
+    return "an element has more than the " + std::to_string(limits::kAttributes) +
+           " attributes that one may have";
+}
+
+std::string TooMuch(const char* what, kelcore::uint64 bytes, const char* where) {
+    return what + (" is longer than the " + limits::InWords(bytes)) + " that one may have" + where;
+}
 
 /// More bytes than the parser ever leaves unused when it asks for more.
 constexpr kelcore::uint64 kUnusedRest = 256;
@@ -53,13 +59,6 @@ bool EndsWithinCharacter(std::string_view tail) {
     return false;
 }
 
-/// The "<" of EBCDIC.
-constexpr unsigned char kForeignLess = 0x4C;
-
-bool IsForeign(std::string_view markup) {
-    return !markup.empty() && static_cast<unsigned char>(markup.front()) == kForeignLess;
-}
-
 bool HasHalfCharacter(std::u16string_view text) {
     for (std::size_t i = 0; i < text.size();) {
         if (kelcore::unicode::IsSurrogate(kelcore::unicode::NextCodePoint(text, i))) {
@@ -71,10 +70,18 @@ bool HasHalfCharacter(std::u16string_view text) {
 
 }  // namespace
 
+void DocumentWatch::Refuse(const std::string& reason, std::optional<DocumentPlace> place) const {
+    std::u16string text;
+    for (const char character : "refused: " + reason) {  // ASCII
+        text += static_cast<char16_t>(character);
+    }
+    report_(text, place);
+}
+
 void DocumentWatch::Begin() {
     descriptor_ = -1;
     opened_ = {};
-    encoding_ = {};
+    units_ = {};
     markup_.reset();
     received_ = 0;
     lastEvent_ = 0;
@@ -98,19 +105,20 @@ void DocumentWatch::Opened(int descriptor, const struct stat& status) {
     descriptor_ = descriptor;
     opened_ = status;
     if (static_cast<kelcore::uint64>(status.st_size) > limits::kFileBytes) {
-        refuse_(u"refused: the file is larger than the 2 GiB that a session may have",
-                DocumentPlace());
+        Refuse("the file is larger than the " + limits::InWords(limits::kFileBytes) +
+                   " that a session may have",
+               DocumentPlace());
     }
 }
 
 void DocumentWatch::Received(const unsigned char* bytes, std::size_t size) {
     if (received_ == 0) {
-        encoding_ = RecogniseEncoding(bytes, size);
-        markup_.emplace(descriptor_, encoding_);
-        const std::string markup =
-            MarkupOf(bytes + encoding_.markSize, size - encoding_.markSize, encoding_);
+        const std::string_view begin(reinterpret_cast<const char*>(bytes), size);
+        units_ = kelcore::RecogniseTextUnits(begin);
+        markup_.emplace(descriptor_, units_);
+        const std::string markup = MarkupOf(begin.substr(units_.markSize), units_);
         hasMalformedVersion_ = HasMalformedVersion(markup);
-        hasForeignEncoding_ = IsForeign(markup);
+        hasForeignEncoding_ = markup.starts_with(kelcore::kEbcdicLess);
     }
     CheckLength();
     CountAssignments(bytes, size);
@@ -133,7 +141,7 @@ void DocumentWatch::LookForDocumentType() {
 void DocumentWatch::CheckGrowth() {
     const auto size = static_cast<kelcore::uint64>(opened_.st_size);
     if (started_ && size != 0 && received_ > size) {
-        refuse_(kWasChanged, {});
+        Refuse(kWasChanged);
     }
 }
 
@@ -141,17 +149,15 @@ void DocumentWatch::CheckGrowth() {
 /// threw.
 void DocumentWatch::CheckDocumentType() {
     if (started_ && documentType_) {
-        refuse_(kHasDocumentType, documentType_);
+        Refuse(kHasDocumentType, documentType_);
     }
 }
 
 void DocumentWatch::SawStartOfDocument() {
     started_ = true;
     if (hasMalformedVersion_) {
-        refuse_(
-            u"refused: the version in the XML declaration is not a number; a session has 1.0 or "
-            u"1.1",
-            DocumentPlace());
+        Refuse("the version in the XML declaration is not a number; a session has 1.0 or 1.1",
+               DocumentPlace());
     }
     CheckDocumentType();
 }
@@ -162,10 +168,8 @@ void DocumentWatch::CheckLength() {
     const kelcore::uint64 used = received_ - std::min(received_, kUnusedRest);
     const kelcore::uint64 sinceEvent = used - std::min(used, lastEvent_);
     if (hasForeignEncoding_ && sinceEvent > limits::kForeignBytes) {
-        refuse_(
-            u"refused: a tag or a text is longer than the 64 KiB that one may have in this "
-            u"encoding; save the file as UTF-8",
-            {});
+        Refuse(TooMuch("a tag or a text", limits::kForeignBytes,
+                       " in this encoding; save the file as UTF-8"));
     }
     constexpr std::size_t kMostAssignments = limits::kAttributes + limits::kPrefixes;
     if (sinceEvent > limits::kTagBytes ||
@@ -173,7 +177,7 @@ void DocumentWatch::CheckLength() {
         CheckLengthOfTag(used);
     }
     if (sinceEvent > limits::kSectionBytes) {
-        refuse_(u"refused: a text is longer than the 32 MiB that one may have in one piece", {});
+        Refuse(TooMuch("a text", limits::kSectionBytes, " in one piece"));
     }
 }
 
@@ -182,10 +186,10 @@ void DocumentWatch::CheckLengthOfTag(kelcore::uint64 used) {
         return;
     }
     if (used - markup_->Begin() > limits::kTagBytes) {
-        refuse_(u"refused: a tag is longer than the 1 MiB that one may have", {});
+        Refuse(TooMuch("a tag", limits::kTagBytes, ""));
     }
     if (markup_->ValuesInTag() > limits::kAttributes + limits::kPrefixes) {
-        refuse_(kHasTooManyAttributes, {});
+        Refuse(TooManyAttributes());
     }
 }
 
@@ -200,14 +204,14 @@ void DocumentWatch::CountAssignments(const unsigned char* bytes, std::size_t siz
 }
 
 void DocumentWatch::LookForNul(const unsigned char* bytes, std::size_t size) {
-    if (encoding_.unitSize == 1) {
+    if (units_.size == 1) {
         sawNul_ = sawNul_ || std::memchr(bytes, 0, size) != nullptr;
         return;
     }
     for (std::size_t i = 0; i < size; ++i) {
         zeroBytes_ += bytes[i] == 0 ? 1 : 0;
-        if ((received_ + i + 1) % encoding_.unitSize == 0) {
-            sawNul_ = sawNul_ || zeroBytes_ == encoding_.unitSize;
+        if ((received_ + i + 1) % units_.size == 0) {
+            sawNul_ = sawNul_ || zeroBytes_ == units_.size;
             zeroBytes_ = 0;
         }
     }
@@ -221,37 +225,36 @@ void DocumentWatch::KeepTail(const unsigned char* bytes, std::size_t size) {
 
 void DocumentWatch::CheckName(std::u16string_view name) {
     if (name.size() > limits::kNameUnits) {
-        refuse_(u"refused: a name is longer than the 1024 characters that one may have", {});
+        Refuse("a name is longer than the " + std::to_string(limits::kNameUnits) +
+               " characters that one may have");
     }
 }
 
 void DocumentWatch::SawElementName(std::u16string_view qualifiedName) {
     CheckName(qualifiedName);
     if (qualifiedName.starts_with(u"xmlns:")) {
-        refuse_(u"refused: the prefix xmlns is not for elements", {});
+        Refuse("the prefix xmlns is not for elements");
     }
     if (!elementNames_.Add(qualifiedName)) {
-        refuse_(
-            u"refused: the document has more than the 1024 names of elements that a session may "
-            u"have",
-            {});
+        Refuse("the document has more than the " + std::to_string(limits::kNames) +
+               " names of elements that a session may have");
     }
 }
 
 void DocumentWatch::BeginElement(std::size_t attributeCount) {
     SawEvent();
     if (++depth_ > limits::kDepth) {
-        refuse_(u"refused: elements are nested deeper than the 256 levels that a session may have",
-                {});
+        Refuse("elements are nested deeper than the " + std::to_string(limits::kDepth) +
+               " levels that a session may have");
     }
     if (attributeCount > limits::kAttributes) {
-        refuse_(kHasTooManyAttributes, {});
+        Refuse(TooManyAttributes());
     }
 }
 
 void DocumentWatch::CheckCharacters(std::u16string_view text) {
     if (HasHalfCharacter(text)) {
-        refuse_(u"refused: half of a character stands alone; the file was damaged", {});
+        Refuse("half of a character stands alone; the file was damaged");
     }
 }
 
@@ -262,15 +265,14 @@ void DocumentWatch::EndElement() noexcept {
 
 void DocumentWatch::BeginPrefix(std::u16string_view prefix, std::u16string_view uri) {
     if (++prefixes_ > limits::kPrefixes) {
-        refuse_(
-            u"refused: more than the 256 namespace prefixes that a session may have are in force",
-            {});
+        Refuse("more than the " + std::to_string(limits::kPrefixes) +
+               " namespace prefixes that a session may have are in force");
     }
     CheckName(prefix);
     CheckName(uri);
     if (!prefixNames_.Add(prefix) || !uris_.Add(uri)) {
-        refuse_(u"refused: the document has more than the 1024 namespaces that a session may have",
-                {});
+        Refuse("the document has more than the " + std::to_string(limits::kNames) +
+               " namespaces that a session may have");
     }
 }
 
@@ -279,25 +281,22 @@ void DocumentWatch::EndPrefix() noexcept {
 }
 
 void DocumentWatch::SawXmlDeclaration(const char16_t* encoding) {
-    hasForeignEncoding_ = hasForeignEncoding_ || !HasMarkupInPlace(encoding, encoding_);
+    hasForeignEncoding_ = hasForeignEncoding_ || !HasMarkupInPlace(encoding, units_);
 }
 
 void DocumentWatch::SawDocumentType() {
-    refuse_(kHasDocumentType, {});
+    Refuse(kHasDocumentType);
 }
 
 void DocumentWatch::SawEndOfDocument() {
     if (sawNul_) {
-        refuse_(u"refused: the file holds NUL characters; it was damaged or not completely saved",
-                {});
+        Refuse("the file holds NUL characters; it was damaged or not completely saved");
     }
-    if (received_ % encoding_.unitSize != 0 || EndsWithinCharacter(tail_)) {
-        refuse_(
-            u"refused: the file ends within a character; it was damaged or not completely saved",
-            {});
+    if (received_ % units_.size != 0 || EndsWithinCharacter(tail_)) {
+        Refuse("the file ends within a character; it was damaged or not completely saved");
     }
     if (WasChanged(descriptor_, opened_)) {
-        refuse_(kWasChanged, {});
+        Refuse(kWasChanged);
     }
 }
 

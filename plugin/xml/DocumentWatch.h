@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
+#include "platform/kelcore/TextUnits.h"
 #include "platform/kelcore/Types.h"
 #include "plugin/xml/DistinctNames.h"
-#include "plugin/xml/DocumentEncoding.h"
 #include "plugin/xml/MarkupTracker.h"
 
 namespace tses {
@@ -26,10 +26,10 @@ class DocumentWatch {
 public:
     /// Called with the reason, which begins with "refused: " to tell it from the parser's own
     /// messages, and with the place if it differs from the parser's. Must throw.
-    using Refuse =
+    using Report =
         std::function<void(std::u16string_view reason, std::optional<DocumentPlace> place)>;
 
-    explicit DocumentWatch(Refuse refuse) : refuse_(std::move(refuse)) {}
+    explicit DocumentWatch(Report report) : report_(std::move(report)) {}
 
     /// A parse begins.
     void Begin();
@@ -50,9 +50,7 @@ public:
     /// Whether the document's encoding can express half of a surrogate pair, which the parser lets
     /// pass at the end of an attribute and of a processing instruction. If so, pass their texts to
     /// `CheckCharacters`.
-    bool MayHoldHalfCharacters() const noexcept {
-        return hasForeignEncoding_ || encoding_.unitSize != 1;
-    }
+    bool MayHoldHalfCharacters() const noexcept { return hasForeignEncoding_ || units_.size != 1; }
     void CheckCharacters(std::u16string_view text);
     void BeginPrefix(std::u16string_view prefix, std::u16string_view uri);
     void EndPrefix() noexcept;
@@ -64,6 +62,7 @@ public:
     void SawEndOfDocument();
 
 private:
+    void Refuse(const std::string& reason, std::optional<DocumentPlace> place = {}) const;
     void LookForDocumentType();
     void CheckDocumentType();
     void CheckGrowth();
@@ -74,10 +73,10 @@ private:
     void LookForNul(const unsigned char* bytes, std::size_t size);
     void KeepTail(const unsigned char* bytes, std::size_t size);
 
-    Refuse refuse_;
+    Report report_;
     int descriptor_ = -1;
     struct stat opened_ {};
-    DocumentEncoding encoding_;
+    kelcore::TextUnits units_;
     std::optional<MarkupTracker> markup_;
     kelcore::uint64 received_ = 0;
     kelcore::uint64 lastEvent_ = 0;  // how much was received by then

@@ -26,7 +26,7 @@ constexpr Delimited kDelimited[] = {
 constexpr std::size_t kLongestBegin = kDelimited[0].begin.size();
 
 constexpr std::size_t kBlockSize = 16 * 1024;
-using Block = std::array<unsigned char, kBlockSize>;
+using Block = std::array<char, kBlockSize>;
 
 std::size_t ReadAt(int descriptor, kelcore::uint64 offset, Block& block, std::size_t size) {
     ssize_t got = 0;
@@ -67,12 +67,12 @@ void MarkupTracker::AdvanceTo(kelcore::uint64 offset, Visit visit) {
         const auto wanted = std::min<kelcore::uint64>(offset - position_, kBlockSize);
         const std::size_t got =
             ReadAt(descriptor_, position_, block, static_cast<std::size_t>(wanted));
-        const std::string markup = MarkupOf(block.data(), got, encoding_);
+        const std::string markup = MarkupOf({block.data(), got}, units_);
         std::string_view rest = markup;
         advanced = false;
         while (const std::size_t step = Advance(rest)) {
             advanced = true;
-            position_ += step * encoding_.unitSize;
+            position_ += step * units_.size;
             if (!visit(rest.substr(0, step))) {
                 return;
             }

@@ -3,8 +3,8 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/kelcore/TextUnits.h"
 #include "platform/kelcore/Types.h"
-#include "plugin/xml/DocumentEncoding.h"
 
 namespace tses {
 
@@ -28,8 +28,8 @@ public:
     };
 
     /// @param descriptor  of the file, which must stay open as long as the tracker is asked
-    MarkupTracker(int descriptor, DocumentEncoding encoding)
-        : descriptor_(descriptor), encoding_(encoding), position_(encoding.markSize) {}
+    MarkupTracker(int descriptor, kelcore::TextUnits units)
+        : descriptor_(descriptor), units_(units), position_(units.markSize) {}
 
     /// Looks for a document type declaration before the root, in the bytes before `offset`. Call it
     /// before anything else, with growing offsets until the root is found.
@@ -54,7 +54,7 @@ private:
     std::size_t AdvanceInTag(std::string_view markup);
 
     int descriptor_;
-    DocumentEncoding encoding_;
+    kelcore::TextUnits units_;
     kelcore::uint64 position_;  // up to where the file is understood
     DocumentPlace place_;       // of position_, until the root is found
     kelcore::uint64 begin_ = 0;

@@ -44,9 +44,9 @@ struct WideName {
     bool littleEndian;
 };
 
-/// Whether the encoding has units of the size and byte order that `encoding` says. Accepts only the
+/// Whether the encoding has units of the size and byte order that `units` says. Accepts only the
 /// parser's own names: other decoders may look for a byte order mark again after the declaration.
-bool IsWideAs(std::u16string_view name, DocumentEncoding encoding) {
+bool IsWideAs(std::u16string_view name, kelcore::TextUnits units) {
     // These leave the order open. The parser keeps the order and the size that it found.
     const char16_t* const kAsFound[] = {
         XMLUni::fgUTF16EncodingString,  XMLUni::fgUTF16EncodingString2,
@@ -65,8 +65,8 @@ bool IsWideAs(std::u16string_view name, DocumentEncoding encoding) {
     const std::u16string capitals = Capitals(name);
     return std::ranges::find(kAsFound, capitals) != std::end(kAsFound) ||
            std::ranges::any_of(kOrdered, [&](const WideName& wide) {
-               return capitals == wide.name && encoding.unitSize == wide.unitSize &&
-                      encoding.littleEndian == wide.littleEndian;
+               return capitals == wide.name && units.size == wide.unitSize &&
+                      units.littleEndian == wide.littleEndian;
            });
 }
 
@@ -119,9 +119,9 @@ bool AreAllInPlace(XMLTranscoder& decoder) {
 
 }  // namespace
 
-bool HasMarkupInPlace(const char16_t* name, DocumentEncoding encoding) {
-    if (encoding.unitSize != 1) {
-        return IsWideAs(name, encoding);
+bool HasMarkupInPlace(const char16_t* name, kelcore::TextUnits units) {
+    if (units.size != 1) {
+        return IsWideAs(name, units);
     }
     if (IsUtf8(name)) {
         return true;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "plugin/xml/DocumentEncoding.h"
+#include "platform/kelcore/TextUnits.h"
 
 namespace tses {
 
@@ -11,6 +11,6 @@ namespace tses {
 /// An encoding of single bytes has many names, and a name may lead anywhere, so this asks the
 /// parser's own decoder. It recognises UTF-8 and wider units by name.
 /// @param name  as the parser knows it; ends with a zero
-bool HasMarkupInPlace(const char16_t* name, DocumentEncoding encoding);
+bool HasMarkupInPlace(const char16_t* name, kelcore::TextUnits units);
 
 }  // namespace tses

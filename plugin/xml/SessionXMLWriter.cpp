@@ -76,7 +76,8 @@ bool Attempt(Operation&& operation) {
 bool IsReadable(Content content) {
     const bool readable = content.size() <= limits::kFileBytes;
     if (!readable) {
-        kelcore::trace::Write(kelcore::trace::kWriterCategory, "the session is larger than 2 GiB");
+        kelcore::trace::Write(kelcore::trace::kWriterCategory,
+                              "the session is larger than " + limits::InWords(limits::kFileBytes));
     }
     return readable;
 }
@@ -138,23 +139,26 @@ bool SessionXMLWriter::Refuse(std::string_view reason) {
 bool SessionXMLWriter::TakesItems(kelcore::uint32 count) {
     const Guard guard(lock_);
     state_->items += count;
-    return state_->items <= limits::kItems ||
-           Refuse("the lists of the session have more than 16777216 entries");
+    return state_->items <= limits::kItems || Refuse("the lists of the session have more than " +
+                                                     std::to_string(limits::kItems) + " entries");
 }
 
 bool SessionXMLWriter::TakesChannels(kelcore::uint32 count) {
     const Guard guard(lock_);
-    return count <= limits::kChannels || Refuse("a channel map has more than 1024 channels");
+    return count <= limits::kChannels ||
+           Refuse("a channel map has more than " + std::to_string(limits::kChannels) + " channels");
 }
 
 bool SessionXMLWriter::TakesBlock(kelcore::uint32 bytes) {
     const Guard guard(lock_);
     return bytes <= limits::kBlockBytes ||
-           Refuse("a block of events or of an effect's state is larger than 1 GiB");
+           Refuse("a block of events or of an effect's state is larger than " +
+                  limits::InWords(limits::kBlockBytes));
 }
 
 bool SessionXMLWriter::TakesAttributes(const AttributeMap& attributes) {
-    return IsReadable(attributes) || Refuse("the attributes of an element are longer than 1 MiB");
+    return IsReadable(attributes) || Refuse("the attributes of an element are longer than " +
+                                            limits::InWords(limits::kTagBytes));
 }
 
 bool SessionXMLWriter::SetRootAttributes(const AttributeMap& attributes) {

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/kelcore/TextUnits.h"
 #include "session/json/MessageText.h"
 
 namespace orvo::json {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// The place after `text`, which begins at the given place.
 TextPlace Behind(TextPlace begin, std::string_view text) {
@@ -71,10 +70,10 @@ void JsonInput::Append() {
 
 void JsonInput::MakeBlock() {
     const bool isBegin = charactersBefore_ == 0;
-    if (isBegin && document_.size() < kByteOrderMark.size() && !ended_) {
+    if (isBegin && document_.size() < kelcore::kUtf8Mark.size() && !ended_) {
         return;
     }
-    if (isBegin && document_.starts_with(kByteOrderMark)) {
+    if (isBegin && document_.starts_with(kelcore::kUtf8Mark)) {
         begin_.column = 0;  // it is a character that does not count
     }
     block_ = blocks_.Make(document_, ended_);

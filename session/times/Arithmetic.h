@@ -4,10 +4,12 @@
 #include <limits>
 #include <optional>
 
+#include <boost/config.hpp>
+
 namespace orvo::times {
 
 /// Holds the product of a position with a rate and a scale.
-__extension__ typedef __int128 Wide;  // NOLINT(modernize-use-using): `using` takes no extension
+using Wide = boost::int128_type;
 
 // Divisors are above 0.
 

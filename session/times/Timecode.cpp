@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "format/state/TimeFormat.h"
 #include "session/times/PositionText.h"
 
 namespace orvo {
@@ -97,23 +98,14 @@ std::ostream& operator<<(std::ostream& out, const FrameRate& rate) {
 }
 
 std::optional<FrameRate> FrameRateOf(const TimeFormat& format) {
-    switch (format.format) {
-        case TimeDisplay::Ntsc30:
-            return FrameRate{.count = 30, .ntsc = true};
-        case TimeDisplay::Ntsc30Drop:
-            return FrameRate{.count = 30, .ntsc = true, .dropFrame = true};
-        case TimeDisplay::Ntsc60:
-            return FrameRate{.count = 60, .ntsc = true};
-        case TimeDisplay::Ntsc60Drop:
-            return FrameRate{.count = 60, .ntsc = true, .dropFrame = true};
-        case TimeDisplay::Ntsc24:
-            return FrameRate{.count = 24, .ntsc = true};
-        case TimeDisplay::Timecode:
-            break;
-        default:
-            return std::nullopt;
+    for (const tses::NtscTimeCode& code : tses::kNtscTimeCodes) {
+        if (TimeDisplay{code.format} == format.format) {
+            return FrameRate{.count = static_cast<std::uint32_t>(code.frameRate),
+                             .ntsc = true,
+                             .dropFrame = code.dropFrame};
+        }
     }
-    if (format.frameRate <= 0) {
+    if (format.format != TimeDisplay::Timecode || format.frameRate <= 0) {
         return std::nullopt;
     }
     FrameRate rate{.count = static_cast<std::uint32_t>(format.frameRate), .ntsc = format.ntsc};

@@ -23,7 +23,7 @@ public:
     }
 
 private:
-    void Fill(bool& value) { value = !value; }
+    static void Fill(bool& value) { value = !value; }
     template <class Number>
     requires std::is_arithmetic_v<Number>
     void Fill(Number& value) { value = static_cast<Number>(++last_ % 100 + 150); }

@@ -97,16 +97,16 @@ std::string NameOfFormat(kelcore::int32 format) {
     return toolkit::TimeFormatName(times);
 }
 
-TEST(TimeFormatName, NamesTheFormatsOfAFileAndCallsOthersDecimal) {
+TEST(TimeFormatName, NamesTheFormatsOfAFileAndNumbersOthers) {
     EXPECT_EQ(NameOfFormat(0), "decimal");
     EXPECT_EQ(NameOfFormat(1), "samples");
-    EXPECT_EQ(NameOfFormat(3), "timecode, NTSC 30 frames a second");
-    EXPECT_EQ(NameOfFormat(4), "timecode, NTSC 30 frames a second, drop frame");
-    EXPECT_EQ(NameOfFormat(5), "decimal");
+    EXPECT_EQ(NameOfFormat(3), "timecode, 30 frames a second, NTSC");
+    EXPECT_EQ(NameOfFormat(4), "timecode, 30 frames a second, NTSC, drop frame");
+    EXPECT_EQ(NameOfFormat(5), "format 5");
     EXPECT_EQ(NameOfFormat(6), "bars and beats");
-    EXPECT_EQ(NameOfFormat(12), "timecode, NTSC 60 frames a second");
-    EXPECT_EQ(NameOfFormat(13), "timecode, NTSC 60 frames a second, drop frame");
-    EXPECT_EQ(NameOfFormat(14), "timecode, NTSC 24 frames a second");
+    EXPECT_EQ(NameOfFormat(12), "timecode, 60 frames a second, NTSC");
+    EXPECT_EQ(NameOfFormat(13), "timecode, 60 frames a second, NTSC, drop frame");
+    EXPECT_EQ(NameOfFormat(14), "timecode, 24 frames a second, NTSC");
 }
 
 TEST(TimeFormatName, ATimecodeSaysItsRateAndHowFramesAreCounted) {

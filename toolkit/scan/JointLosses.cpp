@@ -1,10 +1,10 @@
 #include "toolkit/scan/JointLosses.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 
 #include "format/Names.h"
+#include "format/ValueEncoding.h"
+#include "format/clips/VideoFormat.h"
 #include "format/document/Document.h"
 #include "format/state/TimeFormat.h"
 #include "platform/kelcore/ClientVersion.h"
@@ -27,29 +27,23 @@ Number NumberOf(const ScannedAttributes& attributes, std::u16string_view name) {
     return number;
 }
 
-bool IsTrue(std::optional<std::u16string_view> text) {
-    return text == u"true" || text == u"1";
-}
-
-/// NTSC timecode has three rates; a reader takes any other rate for 30.
 std::vector<std::string> OfTimeFormat(const ScannedAttributes& attributes) {
-    constexpr std::array kRates = {24, 30, 60};
     kelcore::int32 rate = 0;
     const auto text = attributes.Find(names::timeCodeFrameRate);
     if (attributes.Find(names::timeFormat) !=
             FindKeyword(tses::kTimeFormats, tses::timeFormats::timeCode, u"") ||
-        !IsTrue(attributes.Find(names::timeCodeNTSC)) || !text ||
+        !tses::ParseBoolLenient(attributes.Find(names::timeCodeNTSC).value_or(u"")) || !text ||
         !kelcore::StringToNumber(*text, rate) ||
-        std::find(kRates.begin(), kRates.end(), rate) != kRates.end()) {
+        tses::NtscTimeCodeOf(rate, false).frameRate == rate) {
         return {};
     }
     return {ValueOf(names::timeCodeFrameRate, names::timeFormatState, *text) +
             ", which NTSC timecode does not have"};
 }
 
-/// A reader takes pixel type 0 for 1.
+/// A reader takes pixel type 0 for the default.
 std::vector<std::string> OfVideoFormat(const ScannedAttributes& attributes) {
-    kelcore::int32 type = 1;
+    kelcore::int32 type = tses::kDefaultPixelType;
     const auto text = attributes.Find(names::pixelType);
     if (!text || !kelcore::StringToNumber(*text, type) || type != 0) {
         return {};

@@ -11,21 +11,11 @@
 namespace tses {
 namespace {
 
-/// NTSC timecode exists at 24, 30 and 60 frames a second; any other rate counts as 30.
 void NormaliseNtscTimeCode(TimeFormatRecord& record) {
-    if (record.format != timeFormats::timeCode || !record.ntsc) {
-        return;
-    }
-    switch (record.frameRate) {
-        case 60:
-            record.format = record.dropFrame ? timeFormats::ntsc60DropFrame : timeFormats::ntsc60;
-            return;
-        case 24:
-            record.format = timeFormats::ntsc24;
-            return;
-        default:
-            record.format = record.dropFrame ? timeFormats::ntsc30DropFrame : timeFormats::ntsc30;
-            record.frameRate = 30;
+    if (record.format == timeFormats::timeCode && record.ntsc) {
+        const NtscTimeCode& code = NtscTimeCodeOf(record.frameRate, record.dropFrame);
+        record.format = code.format;
+        record.frameRate = code.frameRate;
     }
 }
 

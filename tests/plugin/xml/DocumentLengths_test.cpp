@@ -70,7 +70,7 @@ TEST_P(LongTagTest, IfMarkupCannotBeFoundEverythingMayHave64KiBAndNot128KiBMore)
                                           std::pair("<!--", "-->"), std::pair("", "")}) {
             const std::size_t markup =
                 std::string_view(open).size() + std::string_view(close).size();
-            const auto document = [&](std::size_t size) {
+            const auto document = [&, open = open, close = close](std::size_t size) {
                 const std::string text =
                     start + open + std::string(size - markup, 'x') + close + "</a>";
                 return encoding == "Shift_JIS" ? text : InEbcdic(text);
