@@ -15,8 +15,8 @@
 
 namespace {
 
-/// Parts of texts at which serialisers differ: markup, white space alone and at the ends,
-/// characters that only one version of XML can carry, and halves of pairs.
+/// Parts of texts that serialisers treat in different ways: markup, white space, and characters
+/// that one version of XML, or each, cannot carry as they are.
 constexpr std::u16string_view kParts[] = {
     u"a",      u"name",   u" ",      u"  ",     u"\t",         u"\n",     u"\r",     u"\n    ",
     u"\r\n",   u"&",      u"<",      u">",      u"\"",         u"'",      u"]]>",    u"]]",
@@ -37,7 +37,7 @@ std::u16string DrawText(fuzz::ByteSource& source) {
             case 0:
                 text += source.Text();
                 break;
-            case 1:
+            case 1:  // half of a pair
                 text += static_cast<char16_t>(0xD800 + source.Choose(256) * 8);
                 break;
             default:

@@ -25,8 +25,8 @@ enum class SessionSelector : std::int32_t {
     /// this selector looks at the application's features. They are off until the application calls
     /// `kelappsupport::SetFeatureEnabled`:
     ///  - "Tembra.InstrumentTracks": while it is off, reads skip instrument tracks.
-    ///  - "Tembra.StreamedSave": saves write the document as text, without building it as a tree
-    ///    first. They give the same bytes.
+    ///  - "Tembra.StreamedSave": while it is on, saves write the document as text and do not build
+    ///    it as a tree first. The files have the same bytes.
     Initialize = 0,
     /// Argument: ignored. Does nothing; may come at any time.
     Reserved = 1,
@@ -49,11 +49,10 @@ enum class SessionSelector : std::int32_t {
 
 /// What the call returns.
 enum class SessionResult : std::int32_t {
-    /// Done. A read or write also returns Ok if it does nothing and reports no progress: after an
-    /// Initialize that found no memory for the plug-in's own objects (and returned Ok as well),
-    /// and,
-    /// unless Terminate was called, before the first Initialize and after a failed one. If the
-    /// plug-in is ready, an Initialize that fails because the host throws leaves it ready.
+    /// Done. A read or write also returns Ok if it does nothing and reports no progress. That is so
+    /// after an Initialize that found no memory for the plug-in's own objects (and returned Ok as
+    /// well) and, unless Terminate was called, before the first Initialize and after a failed one.
+    /// If the plug-in is ready, an Initialize that fails because the host throws leaves it ready.
     Ok = 0,
     /// The selector is not one of the six.
     UnknownSelector = -2,

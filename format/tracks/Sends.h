@@ -6,7 +6,7 @@
 #include "format/Names.h"
 #include "format/Rows.h"
 
-// Where else a track goes:
+// Where else a track sends its sound:
 //
 //     <sendList>
 //       <sendSlot destCompIndex="1" preFader="false" sendOutputID="4" slotIndex="0">

@@ -17,8 +17,8 @@
 //     </trackAudioParameters>
 //
 // Its switches are on for "true" and for "1", while a track's own are on only for "true". "volume"
-// and "mute" of old files mean nothing: the fader and mute components carry them. Nor does the pan,
-// which old files have in an element of its own:
+// and "mute" of old files mean nothing: the fader and mute components carry them. The pan of old
+// files means nothing either. It has an element of its own:
 //
 //     <trackPanner angle="0" panLeftRight="-0.3" radius="1" stereoSpread="0"> ... </trackPanner>
 

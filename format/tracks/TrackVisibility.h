@@ -5,7 +5,7 @@
 #include "format/Names.h"
 #include "format/Rows.h"
 
-// Presets of how high each track is shown:
+// Presets that say how high tracks are shown:
 //
 //     <trackVisibilityPresets>
 //       <trackVisibilityPreset id="1" name="Voices only">

@@ -14,9 +14,9 @@
 //
 //     XML ERROR: (line: 12, col: 7) [ /music/song.orvo] the message
 //
-// The brackets hold the public and the system identifier; without both they are left out. If a file
-// cannot be read, line and column are 0, as in the parser's own message about a file that it cannot
-// open.
+// The brackets hold the public and the system identifier. They are left out if both are missing. If
+// a file cannot be read, line and column are 0, as in the parser's own message about a file that it
+// cannot open.
 
 namespace tses {
 namespace {

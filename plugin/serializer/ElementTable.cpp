@@ -61,7 +61,7 @@ consteval bool AreAllHandled(std::span<const HandlerRow> rows) {
     });
 }
 
-/// The places per entry. So many leave most entries in the place where their search begins.
+/// How many places the table has for each entry: enough that most searches end where they begin.
 constexpr std::size_t kSparseness = 4;
 
 /// Where the search for an entry begins. Cheap to compute, and different for most entries: the

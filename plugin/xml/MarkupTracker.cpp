@@ -57,8 +57,8 @@ void Pass(std::string_view text, DocumentPlace& place) {
 
 }  // namespace
 
-/// Advances to `offset`, or as close to it as the markup can be understood. Calls `visit` with what
-/// each step passed, and stops if `visit` returns false.
+/// Advances to `offset`, or as far towards it as the markup can be understood. Calls `visit` with
+/// what each step passed, and stops if `visit` returns false.
 template <class Visit>
 void MarkupTracker::AdvanceTo(kelcore::uint64 offset, Visit visit) {
     Block block;

@@ -99,7 +99,7 @@ bool IsMarkup(char16_t character) {
            character == u'\r';
 }
 
-/// Whether a byte of markup decodes to itself, and any other byte to neither markup nor a half.
+/// Whether a byte decodes to itself if it is markup, and to neither markup nor a surrogate if not.
 bool IsInPlace(XMLTranscoder& decoder, XMLByte byte) {
     const std::optional<char16_t> unit = Decode(decoder, byte);
     return unit && (IsMarkup(byte) ? *unit == byte

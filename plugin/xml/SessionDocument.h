@@ -15,8 +15,8 @@ namespace tses {
 /// same bytes: one builds a DOM and lets the XML library serialise it, the other writes the text of
 /// each element as soon as it is known.
 ///
-/// `CarriableText.h` says which characters a reader gets back. Names are constants of `names`.
-/// Throws `xercesc::DOMException` for what the XML library refuses.
+/// `CarriableText.h` says which characters a reader gets back. Names must be constants of `names`.
+/// The DOM throws a `xercesc::DOMException` if the XML library refuses something.
 class SessionDocument {
 public:
     virtual ~SessionDocument() = default;
@@ -37,8 +37,8 @@ public:
     virtual void EndElement() = 0;
 
     /// The document as a file, with every open element closed; valid until the next call. Every
-    /// text in which a character was replaced gives one trace line. Nothing if the XML library
-    /// cannot put the document into XML.
+    /// text in which a character was replaced gives one trace line. No value if the XML library
+    /// cannot serialise the document.
     virtual std::optional<std::span<const kelcore::byte>> Serialise() = 0;
 
 protected:
@@ -47,12 +47,12 @@ protected:
     SessionDocument& operator=(const SessionDocument&) = default;
 };
 
-/// Makes a document; null if the XML library, which it needs, was not started.
+/// Makes a document; null if the XML library was not started, even if the document can do without.
 using DocumentMaker = std::unique_ptr<SessionDocument> (*)();
 
 std::unique_ptr<SessionDocument> MakeDomDocument();
-std::unique_ptr<SessionDocument>
-MakePublicDomDocument();  ///< with public calls of the library only
 std::unique_ptr<SessionDocument> MakeStreamedDocument();
+/// A DOM that is built with the public calls of the XML library, whatever the build uses.
+std::unique_ptr<SessionDocument> MakePublicDomDocument();
 
 }  // namespace tses

@@ -76,7 +76,7 @@ void SessionXMLDefaultHandler::Refuse(std::u16string_view reason,
 }
 
 bool SessionXMLDefaultHandler::IsRecent(const XMLCh* name) {
-    constexpr std::uintptr_t kSpacing = 32;  // about that of blocks of memory
+    constexpr std::uintptr_t kSpacing = 32;  // about the distance between blocks of memory
     const std::uintptr_t place = reinterpret_cast<std::uintptr_t>(name) / kSpacing;
     return std::exchange(recentNames_[place % recentNames_.size()], name) == name;
 }

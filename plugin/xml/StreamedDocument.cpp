@@ -37,7 +37,7 @@ std::size_t IndexOf(XmlVersion version) {
     return version == XmlVersion::V1_0 ? 0 : 1;
 }
 
-/// What is missing in the buffer in front of `offset`.
+/// What belongs in front of `offset` in the buffer, but is not in it.
 struct Place {
     std::size_t offset;
     PerVersion<ContentBuffer> content;
@@ -69,7 +69,7 @@ void AppendIndentation(ContentBuffer& content, const Indentation& indentation) {
     content.SetEnd(end);
 }
 
-/// Appends the part of an attribute before its value, or behind it.
+/// The two parts of an attribute: what comes before its value, and what comes after.
 void BeginAttribute(ContentBuffer& content, std::u16string_view name) {
     xml::AppendMarkup(content, " ");
     xml::AppendName(content, name);
@@ -144,8 +144,7 @@ private:
     void TraceReplacements() const;
 
     AttributeMap rootAttributes_;
-    /// The head, up to the attributes of "orvo" as they were when the content began, and all that
-    /// follows but for the places.
+    /// The head as it was when the content began, and everything after it except the places.
     ContentBuffer body_;
     std::size_t headSize_ = 0;
     std::vector<Place> places_;
@@ -154,6 +153,7 @@ private:
     XmlVersion version_ = XmlVersion::V1_0;
     ContentBuffer assembled_;
 };
+
 /// Drops the end tags of a document that is continued after it was serialised.
 void StreamedDocument::Resume() {
     if (resumesAt_) {

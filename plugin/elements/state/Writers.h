@@ -1,7 +1,7 @@
 #pragma once
 
-// What the elements of this folder write. Each is defined in its element's file, beside the
-// reading.
+// The functions that write the elements of this folder. Each is defined in the file of its element,
+// next to the functions that read it.
 
 #include "host/Session.h"
 #include "plugin/serializer/HostReference.h"
