@@ -36,7 +36,7 @@ inline constexpr kelcore::uint32 kProgressTotal = progressMilestones.size();
 /// read states of their groups.
 class Serializer::Impl final : SAXContentHandler, SAXErrorHandler {
 public:
-    explicit Impl(WriterFault fault, DocumentMaker makeDocument = MakeDomDocument);
+    Impl(WriterFault fault, DocumentMaker makeDocument);
 
     bool Read(const std::u16string& path, HostReference<IEditSession> session);
     bool Write(const std::u16string& path, HostReference<IQuerySession> session);

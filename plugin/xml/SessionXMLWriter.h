@@ -34,8 +34,7 @@ struct WriterFault {
 class SessionXMLWriter {
 public:
     /// `makeDocument` makes no difference to what is saved.
-    explicit SessionXMLWriter(std::u16string path, WriterFault fault = {},
-                              DocumentMaker makeDocument = MakeDomDocument);
+    SessionXMLWriter(std::u16string path, WriterFault fault, DocumentMaker makeDocument);
     ~SessionXMLWriter();
     SessionXMLWriter(const SessionXMLWriter&) = delete;
     SessionXMLWriter& operator=(const SessionXMLWriter&) = delete;
@@ -55,8 +54,7 @@ public:
     /// accepts, every operation from then on fails, including the save.
     bool StartElement(std::u16string_view name, const AttributeMap& attributes = {});
 
-    /// Appends ordinary text. A control character in it (below U+0020, U+007F to U+0084, U+0086 to
-    /// U+009F) makes the whole document XML 1.1. U+0085 alone does not, on purpose.
+    /// Appends ordinary text. Some characters make the whole document XML 1.1 (`NeedsXml11`).
     bool Text(std::u16string_view text);
 
     /// Appends a CDATA section, for encoded blocks and embedded metadata. If one section cannot

@@ -274,12 +274,16 @@ TEST_F(SessionXMLWriterTest, SaveReplacesAnExistingFile) {
 
 TEST_F(SessionXMLWriterTest, AFileThatCannotBeCreatedFailsTheSaveAndIsTracedWithItsPath) {
     const auto inNoFolder = folder / "missing" / "session.orvo";
-    EXPECT_FALSE(SessionXMLWriter(kelcore::PathFromBytes(inNoFolder.string())).Save());
+    EXPECT_FALSE(
+        SessionXMLWriter(kelcore::PathFromBytes(inNoFolder.string()), {}, test::DocumentUnderTest())
+            .Save());
     EXPECT_THAT(traced, ElementsAre(HasSubstr(inNoFolder.string())));
 }
 
 TEST_F(SessionXMLWriterTest, AFolderInThePlaceOfTheFileFailsTheSave) {
-    EXPECT_FALSE(SessionXMLWriter(kelcore::PathFromBytes(folder.Path().string())).Save());
+    EXPECT_FALSE(SessionXMLWriter(kelcore::PathFromBytes(folder.Path().string()), {},
+                                  test::DocumentUnderTest())
+                     .Save());
     EXPECT_THAT(traced, ElementsAre(HasSubstr(folder.Path().string())));
 }
 
@@ -298,7 +302,7 @@ TEST_F(SessionXMLWriterTest, WithoutTheXmlLibraryEveryOperationFailsAndNoFileApp
 }
 
 TEST_F(SessionXMLWriterTest, TheOperationWithTheFaultFailsWithoutEffect) {
-    SessionXMLWriter writer(TargetPath(), WriterFault{1});
+    SessionXMLWriter writer(TargetPath(), WriterFault{1}, test::DocumentUnderTest());
     EXPECT_TRUE(writer.StartElement(names::session));
     EXPECT_FALSE(writer.StartElement(names::tracks));
     EXPECT_TRUE(writer.EndElement());
@@ -309,7 +313,8 @@ TEST_F(SessionXMLWriterTest, TheOperationWithTheFaultFailsWithoutEffect) {
 TEST_F(SessionXMLWriterTest, ASerialiserThatReportsFailureLeavesTheOldFile) {
     folder.Write("session.orvo", "the old session");
     SessionXMLWriter writer(TargetPath(),
-                            {WriterFault::kNever, WriterFault::Serialiser::ReportsFailure});
+                            {WriterFault::kNever, WriterFault::Serialiser::ReportsFailure},
+                            test::DocumentUnderTest());
     EXPECT_FALSE(writer.Save());
     EXPECT_EQ(Saved(), "the old session");
     EXPECT_THAT(traced, ElementsAre("cannot write: the XML library could not put the session into "
@@ -318,7 +323,8 @@ TEST_F(SessionXMLWriterTest, ASerialiserThatReportsFailureLeavesTheOldFile) {
 
 TEST_F(SessionXMLWriterTest, ASerialiserThatClaimsSuccessWithoutBytesLeavesAnEmptyFileAndFails) {
     SessionXMLWriter writer(TargetPath(),
-                            {WriterFault::kNever, WriterFault::Serialiser::WritesNothing});
+                            {WriterFault::kNever, WriterFault::Serialiser::WritesNothing},
+                            test::DocumentUnderTest());
     EXPECT_FALSE(writer.Save());
     EXPECT_TRUE(std::filesystem::exists(Target()));
     EXPECT_EQ(Saved(), "");
@@ -423,10 +429,10 @@ TEST_F(SessionXMLWriterTest, AttributesAreMeasuredByTheLengthThatIsWritten) {
         {u'>', 6}, {u'"', 6},  {u'\u0085', 6}, {u'\u4E00', 3}, {u'\u2028', 8}};
     for (const auto& [unit, length] : lengths) {
         SCOPED_TRACE(static_cast<int>(unit));
-        SessionXMLWriter fitting(TargetPath());
+        SessionXMLWriter fitting(TargetPath(), {}, test::DocumentUnderTest());
         const std::u16string fits(kRoom / length, unit);
         EXPECT_TRUE(fitting.StartElement(names::file, {{names::name, fits}}));
-        SessionXMLWriter refusing(TargetPath());
+        SessionXMLWriter refusing(TargetPath(), {}, test::DocumentUnderTest());
         const std::u16string tooLong(limits::kTagBytes / length, unit);
         EXPECT_FALSE(refusing.StartElement(names::file, {{names::name, tooLong}}));
     }
