@@ -59,8 +59,6 @@ public:
 
     Line CurrentLine() const { return line_; }
 
-    bool operator==(const Layout&) const = default;
-
 private:
     std::uint32_t Blanks(std::uint32_t level) {
         const std::uint32_t present = whiteSpaceInText_ / 2;
