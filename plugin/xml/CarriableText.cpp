@@ -74,6 +74,15 @@ CarriedText Carry(std::u16string_view text, TextPlace place, XmlVersion version)
     return carried;
 }
 
+std::u16string ReferenceName(char16_t unit) {
+    constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
+    std::u16string digits;
+    for (unsigned rest = unit; rest != 0; rest >>= 4) {
+        digits.insert(digits.begin(), kDigits[rest & 0xF]);
+    }
+    return u"#x" + digits;
+}
+
 bool IsCarriedAsItIs(std::u16string_view text, TextPlace place) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool isAscii = text[i] >= 0x20 && text[i] < 0x7F;

@@ -44,6 +44,13 @@ struct CarriedText {
 /// A CDATA section cannot hold a reference: one section ends before it, another begins after it.
 CarriedText Carry(std::u16string_view text, TextPlace place, XmlVersion version);
 
+/// The trace line of a text in which a character was replaced.
+inline constexpr std::string_view kReplacementsTrace =
+    "characters that XML cannot carry were replaced by U+FFFD";
+
+/// What stands between "&" and ";" in the reference to a character, such as "#x85".
+std::u16string ReferenceName(char16_t unit);
+
 /// Whether documents of both versions carry `text` as it is.
 bool IsCarriedAsItIs(std::u16string_view text, TextPlace place);
 

@@ -18,16 +18,6 @@ XmlVersion VersionOf(const xercesc::DOMDocument& document) {
     return isXml11 ? XmlVersion::V1_1 : XmlVersion::V1_0;
 }
 
-/// The name that turns an entity reference into a reference to the character.
-std::u16string ReferenceName(char16_t unit) {
-    constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
-    std::u16string digits;
-    for (unsigned rest = unit; rest != 0; rest >>= 4) {
-        digits.insert(digits.begin(), kDigits[rest & 0xF]);
-    }
-    return u"#x" + digits;
-}
-
 /// The serialiser writes the name of an entity reference as it is, so one named "#x85" becomes the
 /// character reference "&#x85;". The document's own factory accepts only entity names and has no
 /// node for character references, so this uses the library's class itself.
@@ -117,8 +107,7 @@ void DocumentTexts::Wait(xercesc::DOMNode& parent, std::u16string_view text, Tex
 void DocumentTexts::Settle(Waiting& waiting, XmlVersion version) {
     const CarriedText carried = Carry(waiting.text, waiting.place, version);
     if (!carried.isComplete) {
-        kelcore::trace::Write(kelcore::trace::kWriterCategory,
-                              "characters that XML cannot carry were replaced by U+FFFD");
+        kelcore::trace::Write(kelcore::trace::kWriterCategory, kReplacementsTrace);
     }
     std::vector<xercesc::DOMNode*> nodes = NodesOf(carried, waiting.place);
     for (xercesc::DOMNode* const node : nodes) {

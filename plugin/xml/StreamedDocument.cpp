@@ -256,8 +256,7 @@ ContentBuffer StreamedDocument::Head() const {
 void StreamedDocument::TraceReplacements() const {
     const auto trace = [](bool isComplete) {
         if (!isComplete) {
-            kelcore::trace::Write(kelcore::trace::kWriterCategory,
-                                  "characters that XML cannot carry were replaced by U+FFFD");
+            kelcore::trace::Write(kelcore::trace::kWriterCategory, kReplacementsTrace);
         }
     };
     for (const auto& attribute : rootAttributes_) {

@@ -92,18 +92,8 @@ void AppendSection(ContentBuffer& content, std::u16string_view section) {
 }
 
 void AppendReference(ContentBuffer& content, char16_t unit) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    AppendMarkup(content, "&#x");
-    unsigned shift = 12;
-    while (shift > 0 && unit >> shift == 0) {
-        shift -= 4;
-    }
-    for (;; shift -= 4) {
-        AppendMarkup(content, kDigits.substr((static_cast<unsigned>(unit) >> shift) & 0xFU, 1));
-        if (shift == 0) {
-            break;
-        }
-    }
+    AppendMarkup(content, "&");
+    AppendName(content, ReferenceName(unit));
     AppendMarkup(content, ";");
 }
 

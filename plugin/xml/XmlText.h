@@ -11,7 +11,7 @@ namespace tses::xml {
 /// Appends ASCII as it is.
 void AppendMarkup(ContentBuffer& content, std::string_view markup);
 
-/// Appends the name of an element or of an attribute, which is ASCII.
+/// Appends the name of an element, an attribute or a reference, which is ASCII.
 void AppendName(ContentBuffer& content, std::u16string_view name);
 
 /// Appends a text that documents of both versions carry as it is: ordinary text and the value of an
