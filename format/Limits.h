@@ -46,8 +46,8 @@ inline constexpr kelcore::uint64 kSectionBytes = 32 * kMiB;
 /// The bytes of a file.
 inline constexpr kelcore::uint64 kFileBytes = 2 * kGiB;
 
-/// What a host may report to a writer. If it reports more, the save fails before it uses any of
-/// that.
+// What a host may report to a writer. If it reports more, the save fails before it asks for the
+// list, the block or the text.
 
 /// The entries of all lists of a session together, as the host counts them, including empty ones. A
 /// file has no room for many more.
