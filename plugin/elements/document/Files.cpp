@@ -18,9 +18,9 @@ bool Exists(const std::u16string& path) {
     return kelcore::File(path).Exists();
 }
 
-/// Leaves the file's path in `absolutePath`. The relative path replaces it if it is empty, or if it
-/// leads to no file but the relative one does. If neither leads to a file, the absolute path stays,
-/// because it tells people what is missing.
+/// Leaves the file's path in `absolutePath`. The relative path takes its place if the absolute path
+/// is empty, or if only the relative path leads to a file. If neither does, the absolute path
+/// stays, because it tells people what is missing.
 void ChoosePath(FileRecord& record, const std::u16string& sessionPath) {
     // Usually both are the same path. Then it does not matter whether the file exists, and not
     // checking saves two system calls.

@@ -8,7 +8,7 @@
 #include "plugin/xml/Text.h"
 
 // The bus configuration of an effect is the host's own text and passes through unchanged, with its
-// white space. A text of nothing but white space counts as missing.
+// white space. Reading ignores a text of nothing but white space.
 
 namespace tses {
 void Serializer::Impl::EndBusConfig() {
