@@ -26,10 +26,9 @@ struct Differences {
     friend bool operator==(const Differences&, const Differences&) = default;
 };
 
-/// Compares two sessions. A NaN is the same as a NaN. Null entries in lists are
-/// ignored. A channel that a clip leaves out below the highest is fed by the channel
-/// of its own number. Items of lists are matched by id where they have one.
-/// May run in any number of threads.
+/// Compares two sessions. A NaN is the same as a NaN. Null entries in lists are ignored. A channel
+/// that a clip leaves out below the highest one is fed by the channel of its own number. Items of
+/// lists are matched by id if they have one. May run in any number of threads.
 /// @param limit  the most differences to list
 ORVO_API Differences FindDifferences(const Session& session, const Session& other,
                                      std::size_t limit);

@@ -26,7 +26,7 @@ struct ViewState {
     friend bool operator==(const ViewState&, const ViewState&) = default;
 };
 
-/// What times are shown as. Values without a name here are the host's own and are kept.
+/// The form in which times are shown. Values without a name here are the host's own and are kept.
 enum class TimeDisplay : std::int32_t {
     Decimal = 0,
     Samples = 1,

@@ -15,8 +15,7 @@ namespace orvo {
 
 /// One setting of a component.
 struct Parameter {
-    std::optional<float>
-        value{};  ///< in the parameter's own unit; none: there is no such parameter
+    std::optional<float> value{};  ///< in the parameter's own unit; null: no such parameter
     std::string name{};
     bool safeDuringWrite = false;  ///< may be moved by hand while its automation is written
     std::optional<AutomationLane> automation{};
@@ -65,7 +64,7 @@ struct EffectsSlot {
     std::string busConfig{};
     std::vector<ChannelRoute> inputChannels{};
     std::vector<ChannelRoute> outputChannels{};
-    std::optional<Component> component{};  ///< none: an empty slot
+    std::optional<Component> component{};  ///< null: an empty slot
 
     friend bool operator==(const EffectsSlot&, const EffectsSlot&) = default;
 };
@@ -76,8 +75,8 @@ struct EffectsRack {
     std::optional<Component> mix{};
     std::optional<Component> input{};
     std::optional<Component> output{};
-    std::vector<std::optional<EffectsSlot>>
-        slots{};  ///< empty: a slot that the host reported as null; not stored
+    /// A null is a slot that the host reported as null. It is not stored.
+    std::vector<std::optional<EffectsSlot>> slots{};
 
     friend bool operator==(const EffectsRack&, const EffectsRack&) = default;
 };

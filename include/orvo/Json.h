@@ -40,22 +40,21 @@ struct JsonOptions {
 
 /// Writes a session, indented by two blanks and ended by a line feed, in blocks of about 64 KiB; no
 /// more than a block is held. `FromJson` gives an equal session back, with these exceptions: it
-/// refuses a session in which two files or two tracks of one side share an id, or one has the id
-/// `kNoId`; malformed UTF-8 comes back as U+FFFD; and a NaN equals nothing.
+/// refuses a session in which two files, two video tracks or two audio tracks share an id, or one
+/// of them has the id `kNoId`; malformed UTF-8 comes back as U+FFFD; and a NaN equals nothing.
 ORVO_API void ToJson(const Session& session, const TextSink& sink, const JsonOptions& options = {});
 
 /// The same as one text.
 ORVO_API std::string ToJson(const Session& session, const JsonOptions& options = {});
 
 /// Reads a session, and holds no more of the text than a block and the value that is read. An
-/// absent key takes the default of the session's member. Texts of versions before this one are read
-/// too: keys that had another name then, and numbers in place of words.
+/// absent key takes the default of the session's member. Also reads texts of earlier versions, with
+/// former names of keys and with numbers in place of words.
 ///
 /// Malformed JSON is reported with its place; columns count characters, without a byte order mark.
 /// Otherwise the first unknown key, repeated key or wrong value is reported, and otherwise the
 /// first file or track without an id of its own. These messages begin with the path of the value,
-/// such as
-/// "/files/2/id". Paths of media are kept as they stand, also relative ones and URLs.
+/// such as "/files/2/id". Paths of media are kept as they are, even relative ones and URLs.
 ORVO_API ReadResult FromJson(const TextSource& source, const ByteProgress& progress = {});
 ORVO_API ReadResult FromJson(std::string_view text);
 

@@ -32,8 +32,8 @@ using PartOf = std::conditional_t<std::is_const_v<Owner>, const Part, Part>;
 // Tracks
 
 /// Tracks in the order of their indices; tracks with the same index in the order of the list.
-/// Session files do not keep the index of a video track, so their video tracks come in the order
-/// of the list.
+/// A save does not write the index of a video track, so the video tracks of a saved file come in
+/// the order of the list.
 ORVO_API std::vector<VideoTrack*> VideoTracksInOrder(Session& session);
 ORVO_API std::vector<const VideoTrack*> VideoTracksInOrder(const Session& session);
 ORVO_API std::vector<AudioTrack*> AudioTracksInOrder(Session& session);
@@ -94,8 +94,8 @@ void ForEachClip(Owner& session, Visitor visit) {
     });
 }
 
-/// The clip with an id, and its track. Searches all tracks. The signed ids of crossfades convert to
-/// unsigned ones.
+/// The clip with an id, and its track. Searches all tracks. Convert the signed
+/// `crossFadeHeadClipId` and `crossFadeTailClipId` of a clip to unsigned ids.
 ORVO_API TrackAudioClip<Session> FindAudioClip(Session& session, std::uint32_t id);
 ORVO_API TrackAudioClip<const Session> FindAudioClip(const Session& session, std::uint32_t id);
 ORVO_API TrackMidiClip<Session> FindMidiClip(Session& session, std::uint32_t id);
@@ -152,8 +152,8 @@ struct Feed {
     FeedTarget targetKind = FeedTarget::Nowhere;
     std::int32_t targetId = kNone;                ///< the id of the track or port
     PartOf<Owner, AudioTrack>* target = nullptr;  ///< null: not a track, or no track has the id
-    /// The component of the target that the send feeds, such as an effect with a side chain; no
-    /// value: the send feeds the target itself.
+    /// The component of the target that the send feeds, such as an effect with a side chain. No
+    /// value: the feed leads to the target itself.
     std::optional<std::int32_t> component{};
 
     friend bool operator==(const Feed&, const Feed&) = default;
@@ -180,7 +180,7 @@ public:
     ORVO_API explicit SessionIndex(const Session& session);
     explicit SessionIndex(const Session&& session) = delete;
 
-    // The same results as from the functions of these names. The others have no index.
+    // The same results as from the functions with these names.
     ORVO_API const VideoTrack* FindVideoTrack(std::uint32_t id) const;
     ORVO_API const AudioTrack* FindAudioTrack(std::uint32_t id) const;
     ORVO_API TrackAudioClip<const Session> FindAudioClip(std::uint32_t id) const;

@@ -24,8 +24,8 @@ struct SendSlot {
 };
 
 struct SendList {
-    std::vector<std::optional<SendSlot>>
-        slots{};  ///< empty: a slot that the host reported as null; not stored
+    /// A null is a slot that the host reported as null. It is not stored.
+    std::vector<std::optional<SendSlot>> slots{};
 
     friend bool operator==(const SendList&, const SendList&) = default;
 };

@@ -50,8 +50,8 @@ struct WriteResult {
     bool ok = false;
     bool cancelled = false;  ///< `progress` ended the write
 
-    /// Why nothing was saved. After success, a warning if the file has other characters than the
-    /// session, because XML cannot carry those. Other losses are not reported here.
+    /// Why nothing was saved. After success, a warning if characters were replaced because XML
+    /// cannot carry them. Other losses are not reported here.
     std::vector<Message> messages{};
 
     explicit operator bool() const { return ok; }

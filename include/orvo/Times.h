@@ -38,11 +38,9 @@ struct PositionResult {
 /// The most decimals of a second that are formatted.
 inline constexpr unsigned kMostDecimals = 9;
 
-/// "h:mm:ss.mmm", with "-" in front of a position that is negative and does not round to 0. With 9
+/// "h:mm:ss.mmm", with "-" before a position that is negative and does not round to 0. With 9
 /// decimals, parsing gives the original position at every sample rate below 1 GHz.
-/// @param decimals  the digits after the point; more than `kMostDecimals` count as that, and 0
-/// omits the
-///                  point
+/// @param decimals  the digits after the point, capped at `kMostDecimals`; 0 omits the point
 /// @return no value if the sample rate is 0
 ORVO_API std::optional<std::string> FormatTime(std::int64_t position, std::uint32_t sampleRate,
                                                unsigned decimals = 3);
@@ -51,7 +49,7 @@ ORVO_API std::optional<std::string> FormatTime(std::int64_t position, std::uint3
 ORVO_API std::optional<std::string> FormatSeconds(std::int64_t position, std::uint32_t sampleRate,
                                                   unsigned decimals = 3);
 
-/// Parses "h:mm:ss", "m:ss" or "s", optionally with "-" in front and with a point and up to 18
+/// Parses "h:mm:ss", "m:ss" or "s", optionally with "-" before it and with a point and up to 18
 /// decimals at the end. Seconds after minutes, and minutes after hours, are less than 60.
 /// @return the nearest sample. Fails for any other text, for a position beyond 64 bits, and if the
 ///         sample rate is 0
@@ -79,7 +77,7 @@ ORVO_API std::ostream& operator<<(std::ostream& out, const FrameRate& rate);
 /// @return no value if the format is not timecode or its frame rate is not above 0
 ORVO_API std::optional<FrameRate> FrameRateOf(const TimeFormat& format);
 
-/// "hh:mm:ss:ff", or "hh:mm:ss;ff" with drop frame, with "-" in front of a position that is
+/// "hh:mm:ss:ff", or "hh:mm:ss;ff" with drop frame, with "-" before a position that is
 /// negative and does not round to 0. Frames have as many digits as the highest frame number, at
 /// least two. Hours continue after 23.
 /// @return no value if the sample rate or the count of the frame rate is 0, or if drop frame is set
