@@ -25,7 +25,7 @@ bool AreSame(const Value& one, const Value& other) {
     }
 }
 
-/// Things with an id are told apart by it alone.
+/// Things with an id are the same thing if their ids are equal.
 template <class Value>
 bool AreOneThing(const Value& one, const Value& other) {
     if constexpr (requires { one.id; }) {
@@ -75,7 +75,7 @@ public:
 
 private:
     const JsonPlace* parent_ = nullptr;
-    std::optional<std::string_view> key_;  // none: an element of a list
+    std::optional<std::string_view> key_;  // null: an element of a list
     std::size_t index_ = 0;
 };
 
@@ -157,7 +157,7 @@ private:
         return false;
     }
 
-    /// A list for comparison. Lists of optionals leave out their nulls.
+    /// A list for comparison.
     template <class Element>
     class Entries {
     public:
@@ -170,7 +170,7 @@ private:
         const std::vector<Element>& list_;
     };
 
-    /// A null in a list is nothing, and what stands behind it moves up when it is left out.
+    /// Leaves out the nulls, so the elements after them move up.
     template <class Held>
     class Entries<std::optional<Held>> {
     public:
@@ -190,7 +190,8 @@ private:
         std::vector<std::size_t> places_;
     };
 
-    /// Of a list that became shorter, what has no like in its place was left out.
+    /// If a list became shorter, the elements that have no counterpart in their place were left
+    /// out.
     template <class Element>
     void CompareLists(const Entries<Element>& one, const Entries<Element>& other,
                       const JsonPlace& place) {

@@ -7,13 +7,13 @@
 
 namespace orvo {
 
-/// The lists whose things a reader finds by their ids: each has one, and no two the same.
+/// The lists in which a reader finds things by id: each thing needs an id of its own.
 inline constexpr std::tuple kListsByOwnId{&Session::files, &Session::videoTracks,
                                           &Session::audioTracks};
 
-/// Looks for a thing in such a list without an id, which ends a reader, and for two with the same
-/// id, of which a reader makes one.
-/// @return the place, as in the session's JSON, and what to do; nothing if all have their own
+/// Looks in these lists for a thing without an id, at which a reader would fail, and for two with
+/// the same id, which a reader would merge.
+/// @return the place, as in the session's JSON, and what to do; nothing if each id is its own
 std::optional<Message> FindIdThatIsNoOwn(const Session& session);
 
 }  // namespace orvo

@@ -34,11 +34,11 @@ constexpr char kNumberKeys[] =
 constexpr char kBase64[] =
     "^([A-Za-z0-9+/]{4})*([A-Za-z0-9+/][AQgw]==|[A-Za-z0-9+/]{2}[AEIMQUYcgkosw048]=)?$";
 
-/// The type of values of which there is none here.
+/// Passes a type without a value of it.
 template <class Value>
 struct Type {};
 
-/// Describes types by what other types they consist of. Those with a name are described once.
+/// Describes types and the types of their parts. Describes a type with a name only once.
 class SchemaMaker {
 public:
     ordered_json Make() {
@@ -162,7 +162,7 @@ private:
     template <class Maker>
     ordered_json Named(const char* name, const Maker& make) {
         if (!definitions_.contains(name)) {
-            definitions_[name] = nullptr;  // so that it stands before what it consists of
+            definitions_[name] = nullptr;  // keeps it before its parts
             ordered_json made = make();
             definitions_[name] = std::move(made);
         }

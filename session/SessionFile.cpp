@@ -83,7 +83,7 @@ public:
     /// Asks the caller between two reports whether to cancel.
     void Ask() { Report(share_); }
 
-    /// Of what succeeded, which nothing cancels any more.
+    /// Reports the end of a success. The answer no longer cancels.
     void Finish() const {
         if (progress_) {
             progress_(1);
@@ -104,8 +104,7 @@ double Share(std::uint32_t done, std::uint32_t total) {
 
 // Paths
 
-/// To the system, what ".." leads to depends on links in front of it; the plug-in goes by the text
-/// alone.
+/// Resolves the links before "..", as the system does. The plug-in goes by the text alone.
 std::filesystem::path WithoutStepsBack(const std::filesystem::path& path) {
     if (std::ranges::find(path, "..") == path.end()) {
         return path;

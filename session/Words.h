@@ -43,7 +43,7 @@ concept HasWords = requires {
     Words<Code>::kTable;
 };
 
-/// The word of a value; none for a value without a name.
+/// The word of a value; no value if it has no word.
 template <HasWords Code>
 constexpr std::optional<std::string_view> WordOf(Code code) {
     for (const Word<Code>& word : Words<Code>::kTable) {
@@ -54,7 +54,7 @@ constexpr std::optional<std::string_view> WordOf(Code code) {
     return std::nullopt;
 }
 
-/// The value of a word; none for what is no word.
+/// The value of a word; no value if the text is not one of the words.
 template <HasWords Code>
 constexpr std::optional<Code> CodeOf(std::string_view text) {
     for (const Word<Code>& word : Words<Code>::kTable) {

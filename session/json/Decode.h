@@ -36,7 +36,7 @@ void Decode(const ParsedJson& json, std::vector<kelcore::byte>& block);
 /// From here on the nearest real of single precision would be infinite.
 inline constexpr double kBeyondSinglePrecision = 0x1.ffffffp127;
 
-/// Numbers that stand for a value of an enumeration: all of 32 bits, be they signed or not.
+/// The numbers that stand for a value of an enumeration: all of 32 bits, signed or unsigned.
 inline constexpr kelcore::int64 kLowestCode = std::numeric_limits<kelcore::int32>::min();
 inline constexpr kelcore::int64 kHighestCode = std::numeric_limits<kelcore::uint32>::max();
 
@@ -63,7 +63,8 @@ void Decode(const ParsedJson& json, Integer& value) {
 template <class Code>
 inline constexpr bool kIsSwitch = std::is_same_v<std::underlying_type_t<Code>, bool>;
 
-/// A word, or the number that once stood for every value and still stands for those without a word.
+/// A word or a number. Former texts have numbers for all values, current ones for those without a
+/// word.
 template <HasWords Code>
 std::optional<Code> FindCode(const ParsedJson& json) {
     if (json.is_string()) {
@@ -77,8 +78,8 @@ std::optional<Code> FindCode(const ParsedJson& json) {
     }
 }
 
-/// @param words     what is wanted: "a", "b", each with its quotes
-/// @param isSwitch  there are no other values
+/// @param words     the words that are wanted, with quotes: "a", "b"
+/// @param isSwitch  whether there are no other values
 [[noreturn]] void FailAtCode(const ParsedJson& json, const std::string& words, bool isSwitch);
 
 template <HasWords Code>

@@ -9,14 +9,14 @@
 /// What JSON leaves out.
 namespace orvo::json {
 
-/// A value as a new one is.
+/// The default value of a type.
 template <class Value>
 const Value& DefaultOf() {
     static const Value value{};
     return value;
 }
 
-/// Whether a value, if it is left out, comes back as it was. The two zeros are different.
+/// Whether a value that is left out comes back as it was. The two zeros are different.
 template <class Value>
 bool IsDefault(const Value& value, const Value& standard) {
     if constexpr (HasSchema<Value>) {

@@ -14,8 +14,8 @@
 #include "session/Schema.h"
 #include "session/json/Decode.h"
 
-/// The model's values as a parser fills them, which meets one part after another: what a type is
-/// made of, with the type itself forgotten.
+/// The model's values for a parser that fills them part by part: the parts of each type, with the
+/// type itself erased.
 namespace orvo::json {
 
 struct Form;
@@ -41,21 +41,22 @@ struct Member {
 /// The most members that a struct may have.
 inline constexpr std::size_t kMostMembers = 64;
 
-/// What can be done with the values of one type. What a type has no use for is null or empty.
+/// The operations on values of one type. Operations that the type does not have are null or empty.
 struct Form {
-    /// Takes a value without parts.
-    /// @throws WrongValue, also for one that has parts in a type that has none
+    /// Takes a value without parts. Refuses an empty object or list, which it gets in place of one
+    /// that the type cannot be.
+    /// @throws WrongValue
     void (*take)(void* value, const ParsedJson& json);
 
-    /// Makes the value ready for its parts, and says which value gets them: an optional makes what
-    /// it holds.
+    /// Makes the value ready for its parts and returns the value that gets them: an optional makes
+    /// the value that it holds.
     Target (*open)(void* value);
 
     /// Of a list: adds an element.
     Target (*addElement)(void* list);
 
-    /// Of a table: adds an entry; null for a key that is there.
-    /// @throws WrongValue for a key that is no number
+    /// Of a table: adds an entry. Returns no target for a key that was there before.
+    /// @throws WrongValue for a key that is not a number
     Target (*addEntry)(void* table, std::string_view key);
 
     std::span<const Member> members;  ///< of a struct

@@ -10,7 +10,7 @@ namespace orvo::json {
 /// @throws JsonError  as `Parse`
 void ReadDocument(const TextSource& source, const ByteProgress& progress, Target value);
 
-/// A source of a text that is there as a whole.
+/// A source for a text that is in memory.
 class WholeText {
 public:
     explicit WholeText(std::string_view text) : rest_(text) {}

@@ -32,7 +32,7 @@ public:
     void BeginList() { Begin('['); }
     void EndList() { End(']'); }
 
-    /// @param key  has nothing that needs an escape
+    /// @param key  needs no escapes
     void Key(std::string_view key);
     void Item();
 
@@ -42,8 +42,8 @@ public:
     /// A text that needs no escapes.
     void Quoted(std::string_view text);
 
-    /// UTF-8. An unpaired surrogate, which is there as three bytes, stands as its escape; each
-    /// other malformed sequence as U+FFFD.
+    /// UTF-8. Writes an unpaired surrogate, which has three bytes, as its escape, and any other
+    /// malformed sequence as U+FFFD.
     void Text(std::string_view text);
 
     /// In Base64.

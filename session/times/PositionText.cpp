@@ -36,7 +36,7 @@ PositionResult NoSampleRate() {
 }
 
 int DigitsBelow(std::uint32_t count) {
-    return static_cast<int>(std::to_string(count == 0 ? 0 : count - 1).size());
+    return static_cast<int>(std::to_string(count - 1).size());
 }
 
 }  // namespace orvo::times

@@ -38,7 +38,7 @@ PositionResult ResultOf(std::optional<std::int64_t> position);
 /// The failure to parse without a sample rate.
 PositionResult NoSampleRate();
 
-/// The digits of the highest number below `count`.
+/// The number of digits of the highest number below `count`, which is above 0.
 int DigitsBelow(std::uint32_t count);
 
 }  // namespace orvo::times

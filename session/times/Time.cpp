@@ -59,7 +59,7 @@ std::optional<Fraction> TakeFraction(TextReader& text) {
     return Fraction{*count, PowerOfTen(digits)};
 }
 
-/// Whole seconds, or hours or minutes in front of them.
+/// Whole seconds, optionally after minutes, or after hours and minutes.
 std::optional<Wide> TakeSeconds(TextReader& text) {
     constexpr int kMostParts = 3;
     Wide seconds = 0;
