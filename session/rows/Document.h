@@ -17,7 +17,7 @@ struct Schema<File> {
         Row{"mediaHandlerID", &T::mediaHandler,
             "the identifier of the handler that imported the file"}
             .Was("mediaHandler"),
-        Row{"recoveryID", &T::recoveryId, "what crash recovery knows the file by"}.Was(
+        Row{"recoveryID", &T::recoveryId, "the id that crash recovery uses for the file"}.Was(
             "recoveryId"),
         Row{"importerPrivateSettings", &T::importerPrivateSettings, "what the importer wants back"},
     };
@@ -62,8 +62,7 @@ struct Schema<Session> {
     static constexpr char kName[] = "Session";
     static constexpr std::tuple kRows{
         Row{"formatVersion", &T::formatVersion,
-            "what a session file states as its version, written as it stands; a file that is read "
-            "does not give it back"},
+            "the version that a save writes into the session file; a read does not set it"},
         Row{"sampleRate", &T::sampleRate, "samples per second"},
         Row{"audioChannelType", &T::audioChannelType,
             "a file stores `notSaid` and numbers without a word as `stereo`"}
@@ -71,11 +70,11 @@ struct Schema<Session> {
         Row{"duration", &T::duration, "the session's length"},
         Row{"bitDepth", &T::bitDepth, "bits per sample"},
         Row{"formatDescription", &T::formatDescription,
-            "which application version wrote the file, as a sentence; told by reading a file, "
-            "never written to one"},
+            "which application version wrote the file, as a sentence; set by a read, never "
+            "written"},
         Row{"versionDependentValue", &T::versionDependentValue,
-            "the position that reading a file ends with: that of the current-time indicator for "
-            "the oldest files, the selection's start for others; never written"},
+            "the position that a read ends with: that of the current-time indicator for the oldest "
+            "files, the selection's start for others; never written"},
         Row{"videoTracks", &T::videoTracks},
         Row{"audioTracks", &T::audioTracks, "all tracks of the audio side but the metronome's"},
         Row{"trackVisibilityPresets", &T::trackVisibilityPresets,

@@ -50,7 +50,7 @@ struct Schema<EditorRect> {
     using T = EditorRect;
     static constexpr char kName[] = "EditorRect";
     static constexpr std::tuple kRows{
-        Row{"editorLeft", &T::left, "the host's number, and so the rest"}.Was("left"),
+        Row{"editorLeft", &T::left, "the host's number, like the next three"}.Was("left"),
         Row{"editorTop", &T::top}.Was("top"),
         Row{"editorWidth", &T::width, "with a width or height of 0 it is not stored"}.Was("width"),
         Row{"editorHeight", &T::height}.Was("height"),
@@ -83,7 +83,8 @@ struct Schema<ChannelRoute> {
     static constexpr char kName[] = "ChannelRoute";
     static constexpr std::tuple kRows{
         Row{"index", &T::index, "an input or output of the effect"},
-        Row{"sourceIndex", &T::source, "the channel of the rack that stands there"}.Was("source"),
+        Row{"sourceIndex", &T::source, "the channel of the rack that is connected to it"}.Was(
+            "source"),
     };
 };
 
@@ -93,7 +94,7 @@ struct Schema<EffectsSlot> {
     static constexpr char kName[] = "EffectsSlot";
     static constexpr std::tuple kRows{
         Row{"slotIndex", &T::slotIndex, "its place in the rack"},
-        Row{"bypassed", &T::bypassed, "whether the signal passes by the effect"},
+        Row{"bypassed", &T::bypassed, "whether the signal bypasses the effect"},
         Row{"sideChainChannels", &T::sideChainChannels, "0 is not stored"},
         Row{"busConfig", &T::busConfig, "the layout of the effect's busses, as the host gave it"},
         Row{"inputChannels", &T::inputChannels},
@@ -111,7 +112,7 @@ struct Schema<EffectsRack> {
         Row{"rackMix", &T::mix, "how much of the effects is heard"}.Was("mix"),
         Row{"rackInput", &T::input, "the gain before the effects"}.Was("input"),
         Row{"rackOutput", &T::output, "the gain after the effects"}.Was("output"),
-        Row{"slots", &T::slots, "a slot that is `null` is not stored, and not missed"},
+        Row{"slots", &T::slots, "a slot that is `null` is not stored, which is no loss"},
     };
 };
 
@@ -147,7 +148,7 @@ struct Schema<SendList> {
     using T = SendList;
     static constexpr char kName[] = "SendList";
     static constexpr std::tuple kRows{
-        Row{"sendSlots", &T::slots, "a slot that is `null` is not stored, and not missed"}.Was(
+        Row{"sendSlots", &T::slots, "a slot that is `null` is not stored, which is no loss"}.Was(
             "slots"),
     };
 };

@@ -15,7 +15,7 @@ struct Schema<GlobalTrackInfo> {
         Row{"timeSigVisible", &T::timeSigVisible, "whether the ruler of time signatures is shown"},
         Row{"keySigVisible", &T::keySigVisible, "whether the ruler of key signatures is shown"},
         Row{"tempoVisible", &T::tempoVisible, "whether the ruler of tempi is shown"},
-        Row{"tempoEvents", &T::tempoEvents, "in the host's own layout, as the next two"},
+        Row{"tempoEvents", &T::tempoEvents, "in the host's own layout, like the next two"},
         Row{"timeSignatureEvents", &T::timeSignatureEvents},
         Row{"keySignatureEvents", &T::keySignatureEvents},
     };

@@ -76,8 +76,7 @@ struct Schema<VideoTrack> {
     static constexpr char kName[] = "VideoTrack";
     static constexpr std::tuple kRows{
         Row{"id", &T::id, "unique among the tracks of all kinds"},
-        Row{"index", &T::index,
-            "its place in the list of tracks; read from files that say so, never written"},
+        Row{"index", &T::index, "its place in the list of tracks; set by a read, never written"},
         Row{"name", &T::name},
         Row{"trackHue", &T::hue, "the colour's hue, the host's number"}.Was("hue"),
         Row{"trackHeight", &T::height, "the host's number"}.Was("height"),
