@@ -98,7 +98,9 @@ ClipSummary Summarise(const orvo::AudioTrack& track, const orvo::AudioClip& clip
     MarkIf(summary, clip.stretch && clip.stretch->stretchMode != orvo::StretchMode::Off,
            "stretched");
     MarkIf(summary, Fades(clip.fadeIn) || Fades(clip.fadeOut), "fades");
-    MarkIf(summary, clip.crossFadeHeadClipId != -1 || clip.crossFadeTailClipId != -1, "crossfades");
+    MarkIf(summary,
+           clip.crossFadeHeadClipId != orvo::kNone || clip.crossFadeTailClipId != orvo::kNone,
+           "crossfades");
     MarkIf(summary, !clip.takes.empty(), "takes " + std::to_string(clip.takes.size()));
     MarkIf(summary, MapsChannels(clip), "channel map");
     MarkIf(summary, clip.effectsRack && !clip.effectsRack->slots.empty(), "effects");

@@ -141,7 +141,7 @@ std::string MidiInputName(const std::optional<orvo::InstrumentTrack>& instrument
     return instrument->midiAll ? "all MIDI inputs" : instrument->midiIn;
 }
 
-/// A session file has a kind without a name as audio.
+/// The kind that a session file stores: audio for a kind without a name.
 orvo::TrackKind StoredKind(orvo::TrackKind kind) {
     switch (kind) {
         case orvo::TrackKind::Bus:

@@ -57,8 +57,9 @@ ordered_json ToJson(const orvo::VideoFormat& format) {
             {"pixelAspect", {format.parNumerator, format.parDenominator}}};
 }
 
-ordered_json OrNull(const std::optional<std::string>& text) {
-    return text ? ordered_json(*text) : ordered_json(nullptr);
+template <class Value>
+ordered_json OrNull(const std::optional<Value>& value) {
+    return value ? ordered_json(*value) : ordered_json(nullptr);
 }
 
 ordered_json ToJson(const toolkit::MediaSummary& file) {
@@ -76,7 +77,7 @@ ordered_json ToJson(const toolkit::MediaSummary& file) {
 
 ordered_json ToJson(const toolkit::SendSummary& send) {
     return {{"destination", send.destination},
-            {"component", send.component ? ordered_json(*send.component) : ordered_json(nullptr)},
+            {"component", OrNull(send.component)},
             {"preFader", send.preFader},
             {"lanes", send.automation.lanes},
             {"keyframes", send.automation.keyframes}};
@@ -125,9 +126,8 @@ ordered_json ToJson(const toolkit::ClipSummary& clip) {
             {"name", clip.name},
             {"startSamples", clip.start},
             {"durationSamples", clip.duration},
-            {"media", clip.fileId ? ordered_json(*clip.fileId) : ordered_json(nullptr)},
-            {"sourceInSamples",
-             clip.sourceInPoint ? ordered_json(*clip.sourceInPoint) : ordered_json(nullptr)},
+            {"media", OrNull(clip.fileId)},
+            {"sourceInSamples", OrNull(clip.sourceInPoint)},
             {"group", clip.group},
             {"notes", clip.marks}};
 }
