@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/kelcore/TextUnits.h"
+#include "platform/kelcore/Unicode.h"
 #include "toolkit/TextPlaces.h"
 
 namespace toolkit {
@@ -106,7 +107,8 @@ private:
             formerSurplus_ = std::exchange(surplus_, 0);
             return;
         }
-        const bool isLowHalf = units_.size == 2 && (character & 0xFC00) == 0xDC00;
+        const bool isLowHalf =
+            units_.size == 2 && kelcore::unicode::IsLowSurrogate(character);
         const bool isBeyondUnit = character > 0xFFFF;
         at_.column += isBeyondUnit ? 2 : 1;
         surplus_ += isLowHalf || isBeyondUnit ? 1 : 0;

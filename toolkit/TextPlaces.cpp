@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/kelcore/TextUnits.h"
+#include "platform/kelcore/Unicode.h"
 #include "toolkit/FileNames.h"
 
 namespace toolkit {
@@ -68,24 +69,8 @@ kelcore::uint64 ColumnOf(std::string_view document, std::size_t offset) {
 }
 
 std::size_t CharacterSize(std::string_view text) {
-    const auto lead = static_cast<unsigned char>(text.front());
-    if (lead < 0x80) {
-        return 1;
-    }
-    const std::size_t size = lead < 0xC2   ? 0
-                             : lead < 0xE0 ? 2
-                             : lead < 0xF0 ? 3
-                             : lead < 0xF5 ? 4
-                                           : 0;
-    if (size == 0 || size > text.size() ||
-        !std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(size),
-                     IsContinuation)) {
-        return 0;
-    }
-    const auto second = static_cast<unsigned char>(text[1]);
-    const bool outOfRange = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) ||
-                            (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second > 0x8F);
-    return outOfRange ? 0 : size;
+    const kelcore::unicode::Utf8Part part = kelcore::unicode::FirstPart(text);
+    return part.wellFormed && !kelcore::unicode::IsSurrogate(part.codePoint) ? part.length : 0;
 }
 
 std::optional<std::size_t> FindMalformedUtf8(std::string_view document) {
