@@ -1,5 +1,7 @@
 #include "session/json/Decode.h"
 
+#include <fmt/format.h>
+
 #include <charconv>
 #include <cmath>
 
@@ -9,9 +11,6 @@
 
 namespace orvo::json {
 namespace {
-
-constexpr char kRealWanted[] =
-    "give a number, or one of the texts \"NaN\", \"Infinity\" and \"-Infinity\"";
 
 /// Describes a JSON value for a message.
 std::string Description(const ParsedJson& json) {
@@ -55,7 +54,8 @@ void Decode(const ParsedJson& json, double& value) {
     } else if (json == kMinusInfinity) {
         value = -std::numeric_limits<double>::infinity();
     } else {
-        FailAtValue(json, kRealWanted);
+        FailAtValue(json, fmt::format(R"(give a number, or one of the texts "{}", "{}" and "{}")",
+                                      kNotANumber, kInfinity, kMinusInfinity));
     }
 }
 

@@ -23,13 +23,12 @@ struct Replacement {
     std::size_t size;
 };
 
-/// Whether something in a text of JSON that begins with this byte may become a mark.
-inline bool MayBecomeMark(char byte) {
-    return byte == '\\' || byte == '\xEF';
-}
+/// The first bytes of what may become a mark in JSON: of an escape, or of the marks' own character.
+inline constexpr std::string_view kFirstOfMarked = "\\\xEF";
 
-/// Replaces the escape or character at the begin of `json`, whose first byte may become a mark.
-/// Escapes of unpaired surrogates and the marks' own character become marks; others stay.
+/// Replaces the escape or character at the begin of `json`, whose first byte is in
+/// `kFirstOfMarked`. Escapes of unpaired surrogates and the marks' own character become marks;
+/// others stay.
 /// @param isEnd  whether nothing follows
 /// @return nothing if more of the text is needed
 std::optional<Replacement> ReplaceBegin(std::string_view json, bool isEnd);

@@ -32,7 +32,7 @@ constexpr auto kKinds = [] {
     set("{}[],:", Kind::Bracket);
     set("-0123456789", Kind::BeginOfNumber);
     set("\"", Kind::Quote);
-    set("\\\xEF", Kind::MayBecomeMark);
+    set(kFirstOfMarked, Kind::MayBecomeMark);
     return kinds;
 }();
 
