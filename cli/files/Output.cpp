@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "cli/files/RemovalAtSignal.h"
+#include "cli/RemovalAtSignal.h"
 #include "cli/files/SessionFile.h"
 #include "cli/terminal/Messages.h"
 #include "platform/kelcore/File.h"

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "cli/files/RemovalAtSignal.h"
+#include "cli/RemovalAtSignal.h"
 
 namespace cli {
 

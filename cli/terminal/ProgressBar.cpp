@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "cli/files/RemovalAtSignal.h"
+#include "cli/RemovalAtSignal.h"
 #include "cli/terminal/Columns.h"
 #include "cli/terminal/ErrorTerminal.h"
 #include "cli/terminal/Messages.h"

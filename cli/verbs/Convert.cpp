@@ -8,13 +8,13 @@
 
 #include <orvo/Json.h>
 #include <orvo/Session.h>
+#include "cli/RemovalAtSignal.h"
 #include "cli/files/Kind.h"
 #include "cli/files/Losses.h"
 #include "cli/files/Output.h"
 #include "cli/files/PluginCheck.h"
 #include "cli/files/ReadProgress.h"
 #include "cli/files/Refusals.h"
-#include "cli/files/RemovalAtSignal.h"
 #include "cli/files/SaveSession.h"
 #include "cli/files/SessionFile.h"
 #include "cli/terminal/Messages.h"

@@ -1,4 +1,4 @@
-#include "cli/files/RemovalAtSignal.h"
+#include "cli/RemovalAtSignal.h"
 
 #include <dirent.h>
 #include <fcntl.h>
