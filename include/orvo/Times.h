@@ -18,7 +18,7 @@
 /// The arithmetic is exact at every sample rate, for all 64 bits of a position. Formatting rounds
 /// to the nearest unit of the text (a millisecond, a frame, a subdivision), and halves away from 0.
 /// Parsing a formatted text gives a position that is formatted the same, provided that a unit lasts
-/// at least two samples.
+/// at least two samples and that the text was not rounded beyond 64 bits of samples.
 ///
 /// All functions may run in any number of threads and throw nothing but std::bad_alloc.
 namespace orvo {
