@@ -107,8 +107,7 @@ private:
             formerSurplus_ = std::exchange(surplus_, 0);
             return;
         }
-        const bool isLowHalf =
-            units_.size == 2 && kelcore::unicode::IsLowSurrogate(character);
+        const bool isLowHalf = units_.size == 2 && kelcore::unicode::IsLowSurrogate(character);
         const bool isBeyondUnit = character > 0xFFFF;
         at_.column += isBeyondUnit ? 2 : 1;
         surplus_ += isLowHalf || isBeyondUnit ? 1 : 0;
