@@ -9,6 +9,9 @@ namespace bench {
 inline constexpr const char* kFloor = "floor";
 inline constexpr const char* kNullHost = "plugin_null_host";
 inline constexpr const char* kReferenceHost = "plugin_reference_host";
+/// The same with streamed saves.
+inline constexpr const char* kStreamedNullHost = "streamed_null_host";
+inline constexpr const char* kStreamedReferenceHost = "streamed_reference_host";
 
 /// One way to do a piece of work, measured beside other ways to do the same.
 struct Contender {

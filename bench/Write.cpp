@@ -44,14 +44,17 @@ void AddMemory(const Options& options, Report& report) {
 /// Compares the files after all contenders have written.
 void CompareFiles(const WriteContenders& writers, Report& report) {
     const std::string shown = BytesOf(writers.OutputOf(kReferenceHost));
-    for (const char* const name : {kFloor, kNullHost}) {
+    for (const char* const name : {kFloor, kNullHost, kStreamedNullHost, kStreamedReferenceHost}) {
         report.sameBytes[name] = BytesOf(writers.OutputOf(name)) == shown;
     }
 }
 
 Report Measure(WriteContenders& writers, const Options& options) {
-    const Contenders contenders = {writers.Make(kFloor), writers.Make(kNullHost),
-                                   writers.Make(kReferenceHost)};
+    Contenders contenders;
+    for (const char* const name :
+         {kFloor, kNullHost, kReferenceHost, kStreamedNullHost, kStreamedReferenceHost}) {
+        contenders.push_back(writers.Make(name));
+    }
     Report report = {.title = "writing " + options.file,
                      .names = NamesOf(contenders),
                      .timings = TimeInTurn(contenders, options.rounds)};

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "bench/StaticHost.h"
+#include "host/Features.h"
+#include "platform/kelappsupport/Features.h"
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Paths.h"
 #include "reference_host/Sessions.h"
@@ -37,38 +39,52 @@ Contender WriteContenders::Make(const std::string& name) {
     if (name == kFloor) {
         return MakeFloor();
     }
-    if (name == kNullHost) {
-        return MakeStaticHost();
+    if (name == kNullHost || name == kStreamedNullHost) {
+        return MakeStaticHost(name, name == kStreamedNullHost);
     }
-    if (name == kReferenceHost) {
-        return MakeReferenceHost();
+    if (name == kReferenceHost || name == kStreamedReferenceHost) {
+        return MakeReferenceHost(name, name == kStreamedReferenceHost);
     }
     throw std::runtime_error("there is no writer named " + name);
 }
 
 /// Takes the parts from the file that the plug-in writes into the same folder.
 Contender WriteContenders::MakeFloor() {
-    RunOnce(MakeReferenceHost());
+    RunOnce(Make(kReferenceHost));
     parts_ = TakeApart(OutputOf(kReferenceHost));
     return {.name = kFloor, .run = [this] { return WriteWithDom(*parts_, OutputOf(kFloor)); }};
 }
 
-Contender WriteContenders::MakeStaticHost() {
-    const std::u16string path = FullPathOf(OutputOf(kNullHost));
-    answers_ = RecordAnswers(plugin_, path, session_);
-    return {.name = kNullHost, .run = [this, path] {
-                const auto result = plugin_.Write(path, StaticHost(*answers_));
-                plugin_.ReleaseContext();
-                return result == tses::SessionResult::Ok && StaticHostIsAtEnd();
-            }};
+Contender WriteContenders::MakeStaticHost(const std::string& name, bool streamed) {
+    const std::u16string path = FullPathOf(OutputOf(name));
+    if (!answers_) {
+        answers_ = RecordAnswers(plugin_, path, session_);
+    }
+    return {.name = name,
+            .run =
+                [this, path] {
+                    const auto result = plugin_.Write(path, StaticHost(*answers_));
+                    plugin_.ReleaseContext();
+                    return result == tses::SessionResult::Ok && StaticHostIsAtEnd();
+                },
+            .prepare = [this, streamed] { UseStreamedSave(streamed); }};
 }
 
-Contender WriteContenders::MakeReferenceHost() {
-    const std::u16string path = FullPathOf(OutputOf(kReferenceHost));
-    return {.name = kReferenceHost, .run = [this, path] {
-                return refhost::WriteSession(plugin_, path, session_).result ==
-                       tses::SessionResult::Ok;
-            }};
+Contender WriteContenders::MakeReferenceHost(const std::string& name, bool streamed) {
+    const std::u16string path = FullPathOf(OutputOf(name));
+    return {.name = name,
+            .run =
+                [this, path] {
+                    return refhost::WriteSession(plugin_, path, session_).result ==
+                           tses::SessionResult::Ok;
+                },
+            .prepare = [this, streamed] { UseStreamedSave(streamed); }};
+}
+
+/// The plug-in looks at the feature when it is initialised.
+void WriteContenders::UseStreamedSave(bool streamed) const {
+    kelappsupport::SetFeatureEnabled(tses::features::kStreamedSave, streamed);
+    plugin_.Restart();
 }
 
 }  // namespace bench

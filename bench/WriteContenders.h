@@ -32,8 +32,9 @@ public:
 
 private:
     Contender MakeFloor();
-    Contender MakeStaticHost();
-    Contender MakeReferenceHost();
+    Contender MakeStaticHost(const std::string& name, bool streamed);
+    Contender MakeReferenceHost(const std::string& name, bool streamed);
+    void UseStreamedSave(bool streamed) const;
 
     refhost::Plugin& plugin_;
     std::string folder_;

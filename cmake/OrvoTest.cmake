@@ -30,6 +30,18 @@ function(orvo_repeat_streamed name shards)
   orvo_add_shards(${name}.streamed ${name} ${shards} "ORVO_DOCUMENT=streamed")
 endfunction()
 
+# orvo_repeat_test_streamed(NAME COMMAND...): runs a test of another program again, with streamed documents.
+# The sanitizers add little to what the first run has shown them.
+function(orvo_repeat_test_streamed name)
+  if(ORVO_SANITIZE)
+    return()
+  endif()
+  get_test_property(${name} TIMEOUT timeout)
+  add_test(NAME ${name}.streamed COMMAND ${ARGN})
+  set_tests_properties(${name}.streamed PROPERTIES
+    TIMEOUT ${timeout} SKIP_RETURN_CODE 77 ENVIRONMENT "ORVO_DOCUMENT=streamed")
+endfunction()
+
 function(orvo_add_shards name program shards)
   foreach(shard RANGE 1 ${shards})
     math(EXPR index "${shard} - 1")

@@ -22,11 +22,7 @@ namespace tses {
 /// What the host asks of the plug-in.
 enum class SessionSelector : std::int32_t {
     /// Argument: `IPlugInRegistrar`. Registers the plug-in and its format, and makes it ready. Only
-    /// this selector looks at the application's features. They are off until the application calls
-    /// `kelappsupport::SetFeatureEnabled`:
-    ///  - "Tembra.InstrumentTracks": while it is off, reads skip instrument tracks.
-    ///  - "Tembra.StreamedSave": while it is on, saves write the document as text and do not build
-    ///    it as a tree first. The files have the same bytes.
+    /// this selector looks at the application's features (Features.h).
     Initialize = 0,
     /// Argument: ignored. Does nothing; may come at any time.
     Reserved = 1,

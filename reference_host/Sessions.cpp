@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "host/Features.h"
 #include "platform/kelappsupport/Features.h"
 #include "reference_host/LogTarget.h"
 #include "reference_host/SessionNode.h"
@@ -33,7 +34,10 @@ Ref<Interface> Wrapped(const Wrap& wrap, Interface& session) {
 }  // namespace
 
 void UseFeatureDefaults() {
-    kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", true);
+    for (const std::string_view feature :
+         {tses::features::kInstrumentTracks, tses::features::kStreamedSave}) {
+        kelappsupport::SetFeatureEnabled(feature, true);
+    }
 }
 
 ReadResult ReadSession(Plugin& plugin, const std::u16string& path, const ReadOptions& options) {

@@ -6,6 +6,7 @@
 #include <span>
 
 #include "format/Elements.h"
+#include "host/Features.h"
 #include "platform/kelappsupport/Features.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/Text.h"
@@ -14,8 +15,6 @@ namespace tses {
 namespace {
 
 using Impl = Serializer::Impl;
-
-constexpr std::string_view kInstrumentTracksFeature = "Tembra.InstrumentTracks";
 
 /// What the start and the end of an element do. A row names the element by its name and any one of
 /// its parents; the compiler looks the element up.
@@ -32,7 +31,7 @@ struct HandlerRow {
 
 std::vector<ElementEntry> Bind(std::span<const HandlerRow> rows, Impl& impl) {
     using namespace boost::placeholders;
-    const bool instrumentTracks = kelappsupport::IsFeatureEnabled(kInstrumentTracksFeature);
+    const bool instrumentTracks = kelappsupport::IsFeatureEnabled(features::kInstrumentTracks);
     std::vector<ElementEntry> entries;
     for (const HandlerRow& row : rows) {
         const Element& element = row.element;

@@ -1,25 +1,20 @@
 #include "plugin/serializer/Serializer.h"
 
+#include "host/Features.h"
 #include "platform/kelappsupport/Features.h"
 #include "plugin/serializer/SerializerImpl.h"
 #include "plugin/xml/FailureTrace.h"
 #include "plugin/xml/XercesPlatform.h"
 
 namespace tses {
-namespace {
-
-constexpr std::string_view kStreamedSaveFeature = "Tembra.StreamedSave";
-
-}  // namespace
-
 Serializer::Serializer(WriterFault fault, DocumentMaker makeDocument)
     : impl_(std::make_unique<Impl>(fault, makeDocument)) {}
 
 Serializer::~Serializer() = default;
 
 DocumentMaker Serializer::ChosenDocumentMaker() {
-    return kelappsupport::IsFeatureEnabled(kStreamedSaveFeature) ? MakeStreamedDocument
-                                                                 : MakeDomDocument;
+    return kelappsupport::IsFeatureEnabled(features::kStreamedSave) ? MakeStreamedDocument
+                                                                    : MakeDomDocument;
 }
 
 bool Serializer::Read(const std::u16string& path, HostReference<IEditSession> session) {

@@ -31,7 +31,7 @@ public:
     bool Write(const std::u16string& path, HostReference<IQuerySession> session);
 
     /// What makes the documents of the application's saves: streamed ones if it has turned on the
-    /// feature "Tembra.StreamedSave", otherwise those of the XML library.
+    /// feature `kStreamedSave`, otherwise those of the XML library.
     static DocumentMaker ChosenDocumentMaker();
 
     /// Starts and stops the XML library for all serializers. A second start has no effect. Between

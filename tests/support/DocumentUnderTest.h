@@ -8,4 +8,8 @@ namespace test {
 /// environment variable ORVO_DOCUMENT is "streamed". The tests run once with each.
 tses::DocumentMaker DocumentUnderTest();
 
+/// Switches the features on that an application does, so that a plug-in which is made from now on
+/// writes with the same documents.
+void UseFeaturesUnderTest();
+
 }  // namespace test

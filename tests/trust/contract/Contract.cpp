@@ -1,4 +1,5 @@
 #include "tests/trust/contract/Contract.h"
+#include "tests/support/DocumentUnderTest.h"
 
 #include <cstdio>
 #include <cstring>
@@ -61,7 +62,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     options.goldenFolder = std::filesystem::absolute(arguments[2]);
-    refhost::UseFeatureDefaults();
+    test::UseFeaturesUnderTest();
     const test::Tally tally = group->run(options);
     std::printf("contract, %s: %zu cases, %zu problems\n", arguments[1], tally.cases,
                 tally.problems);

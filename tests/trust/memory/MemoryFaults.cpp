@@ -17,6 +17,7 @@
 #include "reference_host/LiveNodes.h"
 #include "reference_host/SessionNode.h"
 #include "reference_host/Sessions.h"
+#include "tests/support/DocumentUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/memory/FailingMemory.h"
 
@@ -203,7 +204,7 @@ void TryFirstRequests(const char* name,
         std::fflush(stdout);
         const pid_t child = ::fork();
         if (child == 0) {
-            refhost::UseFeatureDefaults();
+            test::UseFeaturesUnderTest();
             refhost::Plugin plugin;
             test::memory::Begin(test::memory::Failure::Onwards, at);
             try {
@@ -273,7 +274,7 @@ int main(int argc, char** argv) {
         },
         stride, tally);
 
-    refhost::UseFeatureDefaults();
+    test::UseFeaturesUnderTest();
     refhost::Plugin plugin;
     const orvo::Session expected = refhost::ReadSession(plugin, source).session;
     // Consumes the trace: lines on standard error contain the time, for which the C library keeps

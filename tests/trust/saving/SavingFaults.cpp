@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/kelcore/Paths.h"
+#include "tests/support/DocumentUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/saving/Saving.h"
 #include "tests/trust/saving/SavingScenarios.h"
@@ -275,7 +276,7 @@ private:
 };
 
 int Run(const std::string& example) {
-    refhost::UseFeatureDefaults();
+    test::UseFeaturesUnderTest();
     refhost::Plugin plugin;
     const auto session = test::SessionOf(plugin, example);
     const test::TemporaryFolder folder;

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "platform/kelcore/Paths.h"
+#include "tests/support/DocumentUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/saving/Saving.h"
 
@@ -155,7 +156,7 @@ void SaveWhereNoFileCanBeMade(Trial& trial, const test::Saved& old, const test::
 }
 
 int Run(const std::string& example, std::size_t rounds) {
-    refhost::UseFeatureDefaults();
+    test::UseFeaturesUnderTest();
     refhost::Plugin plugin;
     const auto session = test::SessionOf(plugin, example);
     const test::TemporaryFolder folder;

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "platform/kelcore/Paths.h"
+#include "tests/support/DocumentUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/saving/Saving.h"
 
@@ -83,7 +84,7 @@ Counts KillAgainAndAgain(refhost::Plugin& plugin, const Sides& sides, const std:
 }
 
 int Run(const std::string& example, long count, unsigned seed) {
-    refhost::UseFeatureDefaults();
+    test::UseFeaturesUnderTest();
     refhost::Plugin plugin;
     const auto session = test::SessionOf(plugin, example);
     const test::TemporaryFolder folder;

@@ -7,6 +7,7 @@
 
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
+#include "tests/support/DocumentUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/saving/Saving.h"
 
@@ -75,7 +76,7 @@ Counts ReadMeanwhile(refhost::Plugin& plugin, const Sides& sides, const std::u16
 }
 
 int Run(const std::string& example, long count) {
-    refhost::UseFeatureDefaults();
+    test::UseFeaturesUnderTest();
     refhost::Plugin plugin;
     const auto session = test::SessionOf(plugin, example);
     const test::TemporaryFolder folder;
