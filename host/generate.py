@@ -19,7 +19,7 @@ from generator.operations import operations, session_operations
 from generator.page import with_slots
 
 FOLDER = Path(__file__).resolve().parent
-WITHOUT_INTERFACES = ("Counted.h", "SessionInterface.h", "Text.h", "TrackKind.h")
+WITHOUT_INTERFACES = ("Counted.h", "Features.h", "SessionInterface.h", "Text.h", "TrackKind.h")
 OUTPUTS = {
     "implementation": implementation,
     "bases": bases,

@@ -1,5 +1,5 @@
 #include "tests/trust/contract/Contract.h"
-#include "tests/support/DocumentUnderTest.h"
+#include "tests/support/FeaturesUnderTest.h"
 
 #include <cstdio>
 #include <cstring>

@@ -17,7 +17,7 @@
 #include "reference_host/LiveNodes.h"
 #include "reference_host/SessionNode.h"
 #include "reference_host/Sessions.h"
-#include "tests/support/DocumentUnderTest.h"
+#include "tests/support/FeaturesUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/memory/FailingMemory.h"
 

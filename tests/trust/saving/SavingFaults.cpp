@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "platform/kelcore/Paths.h"
-#include "tests/support/DocumentUnderTest.h"
+#include "tests/support/FeaturesUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/saving/Saving.h"
 #include "tests/trust/saving/SavingScenarios.h"

@@ -7,7 +7,7 @@
 
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
-#include "tests/support/DocumentUnderTest.h"
+#include "tests/support/FeaturesUnderTest.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/trust/saving/Saving.h"
 

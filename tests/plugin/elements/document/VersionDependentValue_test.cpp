@@ -10,7 +10,7 @@ namespace {
 
 kelcore::int64 ValueAfter(const std::u16string& appVersion) {
     const auto session = refhost::SessionNode::Make();
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     SerializerTestAccess::Attach(impl, &session->Edit());
     SerializerTestAccess::SavedState(impl).ctiPosition = 111;
     SerializerTestAccess::SavedState(impl).selectionStart = 222;

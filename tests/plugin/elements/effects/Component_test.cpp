@@ -76,7 +76,7 @@ TEST_F(Component, IsReleasedAtItsEnd) {
 }
 
 TEST_F(Component, TheIndicesOfItsParametersAreForgottenAtTheNextOne) {
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     const auto session = refhost::SessionNode::Make();
     SerializerTestAccess::Attach(impl, &session->Edit());
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
