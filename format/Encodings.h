@@ -11,12 +11,13 @@
 #include "format/Attribute.h"
 #include "format/Keywords.h"
 #include "format/ValueEncoding.h"
+#include "format/ValueText.h"
 
 /// How the values of attributes stand in a document, one type per encoding:
 ///
 ///     kKind, Words()      what its text may be
 ///     Read(text, value)   sets the value. A `bool` result says whether the text means one.
-///     Write(value)        the text. An optional result is empty for a value that is not written.
+///     Write(value, text)  appends the text. Whether the value has one: others are not written.
 ///
 /// Each encoding says what it makes of a text or a value outside its range.
 namespace tses::encoding {
@@ -25,13 +26,18 @@ struct Plain {
     static constexpr std::span<const std::u16string_view> Words() { return {}; }
 };
 
+inline bool Put(std::u16string_view value, ValueText& text) {
+    text.Append(value);
+    return true;
+}
+
 struct Text : Plain {
     static constexpr ValueKind kKind = ValueKind::Text;
 
     static void Read(std::u16string_view text, std::u16string& value) { value = text; }
     /// A view of the tag's own text, which is zero-terminated.
     static void Read(std::u16string_view text, std::u16string_view& value) { value = text; }
-    static std::u16string Write(std::u16string_view value) { return std::u16string(value); }
+    static bool Write(std::u16string_view value, ValueText& text) { return Put(value, text); }
 };
 
 /// The whole text must be a number; any other text leaves the default.
@@ -44,7 +50,7 @@ struct Number : Plain {
                                            : ValueKind::ExactReal32;
 
     static void Read(std::u16string_view text, Value& value) { ParseNumber(text, value); }
-    static std::u16string Write(Value value) { return FormatNumber(value); }
+    static bool Write(Value value, ValueText& text) { return Put(FormatNumber(value), text); }
 };
 
 /// A number, except that 0 reads as another one.
@@ -67,7 +73,7 @@ struct LenientReal : Plain {
 
     static void Read(std::u16string_view text, float& value) { value = ParseFloatLenient(text); }
     static void Read(std::u16string_view text, double& value) { value = ParseDoubleLenient(text); }
-    static std::u16string Write(Value value) { return FormatNumber(value); }
+    static bool Write(Value value, ValueText& text) { return Put(FormatNumber(value), text); }
 };
 
 /// True only for "true".
@@ -75,7 +81,7 @@ struct StrictBool : Plain {
     static constexpr ValueKind kKind = ValueKind::Boolean;
 
     static void Read(std::u16string_view text, bool& value) { value = ParseBoolStrict(text); }
-    static std::u16string Write(bool value) { return FormatBool(value); }
+    static bool Write(bool value, ValueText& text) { return Put(FormatBool(value), text); }
 };
 
 /// True for "true" and "1".
@@ -83,7 +89,7 @@ struct LenientBool : Plain {
     static constexpr ValueKind kKind = ValueKind::BooleanOr1;
 
     static void Read(std::u16string_view text, bool& value) { value = ParseBoolLenient(text); }
-    static std::u16string Write(bool value) { return FormatBool(value); }
+    static bool Write(bool value, ValueText& text) { return Put(FormatBool(value), text); }
 };
 
 template <const auto& Table>
@@ -102,8 +108,8 @@ struct FirstOfTwo : Worded<Table> {
         value = Table[text == Table[0].text ? 0 : 1].value;
     }
     template <class Value>
-    static std::u16string Write(Value value) {
-        return std::u16string(Table[value == Table[0].value ? 0 : 1].text);
+    static bool Write(Value value, ValueText& text) {
+        return Put(Table[value == Table[0].value ? 0 : 1].text, text);
     }
 };
 
@@ -119,10 +125,10 @@ struct KnownWord : Worded<Table> {
         return found.has_value();
     }
     template <class Value>
-    static std::optional<std::u16string> Write(Value value) {
+    static bool Write(Value value, ValueText& text) {
         using Known = std::remove_cvref_t<decltype(Table[0].value)>;
         const auto word = FindKeyword(Table, static_cast<Known>(value), u"");
-        return word.empty() ? std::nullopt : std::optional<std::u16string>(word);
+        return !word.empty() && Put(word, text);
     }
 };
 
@@ -130,9 +136,9 @@ struct KnownWord : Worded<Table> {
 template <const auto& Table, auto Otherwise>
 struct KnownWordOr : KnownWord<Table> {
     template <class Value>
-    static std::u16string Write(Value value) {
-        return KnownWord<Table>::Write(value).value_or(
-            std::u16string(FindKeyword(Table, Otherwise, u"")));
+    static bool Write(Value value, ValueText& text) {
+        return KnownWord<Table>::Write(value, text) ||
+               Put(FindKeyword(Table, Otherwise, u""), text);
     }
 };
 
@@ -141,8 +147,8 @@ struct KnownWordOr : KnownWord<Table> {
 template <const auto& Table>
 struct KnownWordElseNumber : KnownWord<Table> {
     template <class Value>
-    static std::u16string Write(Value value) {
-        return KnownWord<Table>::Write(value).value_or(FormatNumber(value));
+    static bool Write(Value value, ValueText& text) {
+        return KnownWord<Table>::Write(value, text) || Put(FormatNumber(value), text);
     }
 };
 
@@ -160,8 +166,8 @@ struct WordOrNumber : Worded<Table> {
         }
     }
     template <class Value>
-    static std::u16string Write(Value value) {
-        return std::u16string(FindKeyword(Table, value, std::end(Table)[-1].text));
+    static bool Write(Value value, ValueText& text) {
+        return Put(FindKeyword(Table, value, std::end(Table)[-1].text), text);
     }
 };
 
@@ -189,15 +195,15 @@ struct WordList : Worded<Table> {
         }
     }
     template <class Value>
-    static std::u16string Write(const std::vector<Value>& values) {
-        std::u16string text;
+    static bool Write(const std::vector<Value>& values, ValueText& text) {
         for (const Value value : values) {
             const auto word = FindKeyword(Table, value, u"");
             if (!word.empty()) {
-                text.append(word).append(u" ");
+                text.Append(word);
+                text.Append(u' ');
             }
         }
-        return text;
+        return true;
     }
 };
 

@@ -78,14 +78,17 @@ struct Row {
         }
     }
 
-    /// The text of the record's value; no text for one that is not written.
-    std::optional<std::u16string> Write(const Record& record) const {
-        std::optional<std::u16string> text = TextOfValue(record.*Member);
-        return written == Written::UnlessEmpty && text && text->empty() ? std::nullopt
-                                                                        : std::move(text);
+    /// Appends the text of the record's value. Returns whether it is written.
+    bool Write(const Record& record, ValueText& text) const {
+        const std::size_t begin = text.Size();
+        return WriteValue(record.*Member, text) &&
+               (written != Written::UnlessEmpty || text.Size() != begin);
     }
 
-    static std::optional<std::u16string> DefaultText() { return Row{}.Write(Record{}); }
+    static std::optional<std::u16string> DefaultText() {
+        ValueText text;
+        return Row{}.Write(Record{}, text) ? std::optional(text.ToString()) : std::nullopt;
+    }
 
     constexpr Attribute Describe() const {
         return {.name = name,
@@ -100,15 +103,13 @@ struct Row {
     }
 
 private:
-    std::optional<std::u16string> TextOfValue(const Value& value) const {
+    bool WriteValue(const Value& value, ValueText& text) const {
         if constexpr (kIsOptional<Value>) {
-            return value ? std::optional<std::u16string>(Encoding::Write(*value)) : std::nullopt;
+            return value && Encoding::Write(*value, text);
         } else if constexpr (std::is_same_v<Value, bool>) {
-            return written == Written::IfTrue && !value
-                       ? std::nullopt
-                       : std::optional<std::u16string>(Encoding::Write(value));
+            return (value || written != Written::IfTrue) && Encoding::Write(value, text);
         } else {
-            return Encoding::Write(value);
+            return Encoding::Write(value, text);
         }
     }
 };

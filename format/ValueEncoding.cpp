@@ -1,5 +1,6 @@
 #include "format/ValueEncoding.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <locale>
@@ -14,20 +15,6 @@ namespace tses {
 namespace {
 
 constexpr int kFloatPrecision = 100;
-
-template <class Integer>
-std::u16string FormatInteger(Integer value) {
-    char digits[24];
-    const auto written = std::to_chars(std::begin(digits), std::end(digits), value);
-    return std::u16string(std::begin(digits), written.ptr);
-}
-
-template <class Real>
-std::u16string FormatReal(Real value) {
-    kelcore::char16 text[kelcore::kFloatBufferSize];
-    const std::size_t length = kelcore::ConvertFloatToBufferT(text, value, kFloatPrecision);
-    return {text, length};
-}
 
 bool IsStreamSpace(char16_t unit) {
     return unit == u' ' || (unit >= u'\t' && unit <= u'\r');
@@ -152,23 +139,40 @@ Real ParseLenient(std::u16string_view text) {
 
 }  // namespace
 
-std::u16string FormatNumber(kelcore::uint32 value) {
-    return FormatInteger(value);
+/// Makes texts of numbers.
+class NumberFormat {
+public:
+    template <class Integer>
+    static NumberText OfInteger(Integer value) {
+        char digits[24];
+        char* const end = std::to_chars(std::begin(digits), std::end(digits), value).ptr;
+        NumberText text;
+        text.size_ = static_cast<std::size_t>(end - digits);
+        std::copy(digits, end, text.units_.begin());
+        return text;
+    }
+    template <class Real>
+    static NumberText OfReal(Real value) {
+        NumberText text;
+        text.size_ = kelcore::ConvertFloatToBufferT(text.units_.data(), value, kFloatPrecision);
+        return text;
+    }
+};
+
+NumberText FormatNumber(kelcore::uint32 value) {
+    return NumberFormat::OfInteger(value);
 }
-std::u16string FormatNumber(kelcore::int32 value) {
-    return FormatInteger(value);
+NumberText FormatNumber(kelcore::int32 value) {
+    return NumberFormat::OfInteger(value);
 }
-std::u16string FormatNumber(kelcore::int64 value) {
-    return FormatInteger(value);
+NumberText FormatNumber(kelcore::int64 value) {
+    return NumberFormat::OfInteger(value);
 }
-std::u16string FormatNumber(float value) {
-    return FormatReal(value);
+NumberText FormatNumber(float value) {
+    return NumberFormat::OfReal(value);
 }
-std::u16string FormatNumber(double value) {
-    return FormatReal(value);
-}
-std::u16string FormatBool(bool value) {
-    return value ? u"true" : u"false";
+NumberText FormatNumber(double value) {
+    return NumberFormat::OfReal(value);
 }
 
 void ParseNumber(std::u16string_view text, kelcore::uint32& target) {

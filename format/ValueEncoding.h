@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -12,15 +14,30 @@
 /// it makes of text that does not fit.
 namespace tses {
 
+/// The text of a number, without an allocation.
+class NumberText {
+public:
+    operator std::u16string_view() const { return {units_.data(), size_}; }
+    bool operator==(std::u16string_view text) const { return std::u16string_view(*this) == text; }
+
+private:
+    friend class NumberFormat;
+
+    std::array<char16_t, kelcore::kFloatBufferSize> units_;
+    std::size_t size_;
+};
+
 /// Writes a real number as the shortest text that reads back to the same value.
-std::u16string FormatNumber(kelcore::uint32 value);
-std::u16string FormatNumber(kelcore::int32 value);
-std::u16string FormatNumber(kelcore::int64 value);
-std::u16string FormatNumber(float value);
-std::u16string FormatNumber(double value);
+NumberText FormatNumber(kelcore::uint32 value);
+NumberText FormatNumber(kelcore::int32 value);
+NumberText FormatNumber(kelcore::int64 value);
+NumberText FormatNumber(float value);
+NumberText FormatNumber(double value);
 
 /// "true" or "false".
-std::u16string FormatBool(bool value);
+constexpr std::u16string_view FormatBool(bool value) {
+    return value ? u"true" : u"false";
+}
 
 /// The whole text must be a number, or `target` keeps what it holds: callers put the default there.
 void ParseNumber(std::u16string_view text, kelcore::uint32& target);

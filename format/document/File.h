@@ -32,17 +32,17 @@ struct HandlerName : Plain {
     static void Read(std::u16string_view text, std::u16string& handler) {
         tbcore::TranslateFromHumanReadableMediaHandler(text, handler);
     }
-    static std::optional<std::u16string> Write(const std::u16string& handler) {
+    static bool Write(const std::u16string& handler, ValueText& text) {
         std::u16string name;
-        return tbcore::TranslateToHumanReadableMediaHandler(handler, name) ? std::optional(name)
-                                                                           : std::nullopt;
+        return tbcore::TranslateToHumanReadableMediaHandler(handler, name) && Put(name, text);
     }
 };
 
 /// The identifier of a handler that has no name for people.
 struct NamelessHandler : Text {
-    static std::optional<std::u16string> Write(const std::u16string& handler) {
-        return HandlerName::Write(handler) ? std::nullopt : std::optional(handler);
+    static bool Write(const std::u16string& handler, ValueText& text) {
+        std::u16string name;
+        return !tbcore::TranslateToHumanReadableMediaHandler(handler, name) && Put(handler, text);
     }
 };
 

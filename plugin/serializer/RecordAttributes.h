@@ -42,9 +42,7 @@ template <const auto&... Tables, class Record>
 void SetAttributes(const Record& record, AttributeMap& attributes) {
     const auto setRow = [&](const auto& row) {
         if (row.written != Written::Never) {
-            if (auto text = row.Write(record)) {
-                attributes.Set(row.name, *std::move(text));
-            }
+            attributes.Set(row.name, [&](ValueText& text) { return row.Write(record, text); });
         }
     };
     (std::apply([&](const auto&... rows) { (setRow(rows), ...); }, Tables), ...);

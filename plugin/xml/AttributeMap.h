@@ -1,22 +1,24 @@
 #pragma once
 
 #include <algorithm>
+#include <boost/container/small_vector.hpp>
 #include <cstddef>
 #include <initializer_list>
-#include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
+
+#include "format/ValueText.h"
 
 namespace tses {
 
 /// The attributes of an element to write, ordered by name (code unit by code unit), each name once.
-/// The map owns the values but not the names, which are constants.
+/// The map owns the values but not the names, which are constants. The attributes of nearly every
+/// element fit without an allocation.
 class AttributeMap {
 public:
+    /// The value is zero-terminated, and valid until another one is set.
     struct Attribute {
         std::u16string_view name;
-        std::u16string value;
+        std::u16string_view value;
     };
 
     AttributeMap() = default;
@@ -27,27 +29,73 @@ public:
     }
 
     /// Adds the attribute, or replaces its value.
-    void Set(std::u16string_view name, std::u16string value) {
-        if (attributes_.empty()) {
-            attributes_.reserve(kUsualCount);
-        }
-        const auto place = std::ranges::lower_bound(attributes_, name, {}, &Attribute::name);
-        if (place != attributes_.end() && place->name == name) {
-            place->value = std::move(value);
-        } else {
-            attributes_.insert(place, {name, std::move(value)});
+    void Set(std::u16string_view name, std::u16string_view value) {
+        Set(name, [value](ValueText& text) {
+            text.Append(value);
+            return true;
+        });
+    }
+
+    /// @param write  appends the value and returns whether there is one; if not, nothing changes
+    template <class Write>
+    requires requires(const Write& write, ValueText& text) { write(text); }
+    void Set(std::u16string_view name, const Write& write) {
+        const std::size_t begin = values_.Size();
+        if (write(values_)) {
+            const Entry entry = {name, begin, values_.Size() - begin};
+            values_.Append(u'\0');
+            Insert(entry);
         }
     }
 
-    auto begin() const { return attributes_.begin(); }
-    auto end() const { return attributes_.end(); }
-    std::size_t size() const { return attributes_.size(); }
-    bool empty() const { return attributes_.empty(); }
+    class Iterator {
+    public:
+        Iterator(const AttributeMap& map, std::size_t place) : map_(map), place_(place) {}
+
+        Attribute operator*() const {
+            const Entry& entry = map_.entries_[place_];
+            return {entry.name, map_.values_.Part(entry.begin, entry.size)};
+        }
+        Iterator& operator++() {
+            ++place_;
+            return *this;
+        }
+        bool operator==(const Iterator& other) const { return place_ == other.place_; }
+
+    private:
+        const AttributeMap& map_;
+        std::size_t place_;
+    };
+
+    Iterator begin() const { return {*this, 0}; }
+    Iterator end() const { return {*this, size()}; }
+    std::size_t size() const { return entries_.size(); }
+    bool empty() const { return entries_.empty(); }
 
 private:
-    static constexpr std::size_t kUsualCount = 16;  // as many as the largest elements have
+    struct Entry {
+        std::u16string_view name;
+        std::size_t begin;
+        std::size_t size;
+    };
 
-    std::vector<Attribute> attributes_;
+    static constexpr std::size_t kUsualCount = 24;  // more than the largest elements have
+
+    void Insert(const Entry& entry) {
+        if (entries_.empty() || entries_.back().name < entry.name) {  // as rows are ordered
+            entries_.push_back(entry);
+            return;
+        }
+        const auto place = std::ranges::lower_bound(entries_, entry.name, {}, &Entry::name);
+        if (place->name == entry.name) {
+            *place = entry;
+        } else {
+            entries_.insert(place, entry);
+        }
+    }
+
+    ValueText values_;
+    boost::container::small_vector<Entry, kUsualCount> entries_;
 };
 
 }  // namespace tses

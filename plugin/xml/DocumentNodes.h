@@ -23,9 +23,9 @@ public:
                                                std::size_t attributeCount) = 0;
 
     /// Adds an attribute to an element from `CreateElement`. The attributes must be added in the
-    /// order of their names, code unit by code unit.
+    /// order of their names, code unit by code unit. Values are zero-terminated.
     virtual void AddAttribute(xercesc::DOMElement& element, std::u16string_view name,
-                              const std::u16string& value) = 0;
+                              std::u16string_view value) = 0;
 
     /// Makes an element from `CreateElement` the last child of another element of the document.
     virtual void Append(xercesc::DOMElement& parent, xercesc::DOMElement& child) = 0;

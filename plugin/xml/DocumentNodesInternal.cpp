@@ -109,7 +109,7 @@ public:
     }
 
     void AddAttribute(xercesc::DOMElement& owner, std::u16string_view name,
-                      const std::u16string& value) override {
+                      std::u16string_view value) override {
         const XMLCh* const pooled = names_.Find(name);
         auto& attribute =
             *new (&document_, DOMMemoryManager::ATTR_OBJECT) DOMAttrImpl(&document_, nullptr);
@@ -132,7 +132,7 @@ private:
     /// By itself, a text takes a buffer that the document keeps for reuse, or a new one with room
     /// to grow. This gives it a buffer that fits the value exactly, which saves a byte for each
     /// byte of the file.
-    DOMTextImpl& CreateText(const std::u16string& value) {
+    DOMTextImpl& CreateText(std::u16string_view value) {
         document_.releaseBuffer(new (&document_) xercesc::DOMBuffer(&document_, value.size() + 1));
         return *new (&document_, DOMMemoryManager::TEXT_OBJECT)
             DOMTextImpl(&document_, value.data(), value.size());

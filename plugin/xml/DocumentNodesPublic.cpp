@@ -13,8 +13,8 @@ public:
     }
 
     void AddAttribute(xercesc::DOMElement& element, std::u16string_view name,
-                      const std::u16string& value) override {
-        element.setAttribute(name.data(), value.c_str());
+                      std::u16string_view value) override {
+        element.setAttribute(name.data(), value.data());
     }
 
     void Append(xercesc::DOMElement& parent, xercesc::DOMElement& child) override {

@@ -41,7 +41,7 @@ void DocumentTexts::SetAttribute(xercesc::DOMElement& element,
         Forget(element.getAttributeNode(name));
     }
     if (IsCarriedAsItIs(attribute.value, TextPlace::Attribute)) {
-        element.setAttribute(name, attribute.value.c_str());
+        element.setAttribute(name, attribute.value.data());
     } else {
         element.setAttribute(name, u"");
         Wait(*element.getAttributeNode(name), attribute.value, TextPlace::Attribute);

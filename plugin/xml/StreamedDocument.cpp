@@ -101,9 +101,11 @@ public:
         xml::AppendMarkup(body_, "<");
         xml::AppendName(body_, name);
         for (const auto& attribute : attributes) {
-            BeginAttribute(body_, attribute.name);
-            AppendText(attribute.value, TextPlace::Attribute);
-            EndAttribute(body_);
+            if (!xml::AppendPlainAttribute(body_, attribute.name, attribute.value)) {
+                BeginAttribute(body_, attribute.name);
+                AppendText(attribute.value, TextPlace::Attribute);
+                EndAttribute(body_);
+            }
         }
         now_.open.push_back({name, CurrentLines()});
     }

@@ -44,6 +44,22 @@ constexpr References kReferencesInAttributes = [] {
     return references;
 }();
 
+/// Whether each ASCII character stands for itself in the value of an attribute.
+constexpr std::array<bool, kAscii> kIsPlainInAttributes = [] {
+    std::array<bool, kAscii> isPlain{};
+    for (std::size_t unit = 0x20; unit < 0x7F; ++unit) {
+        isPlain[unit] = kReferencesInAttributes[unit].empty();
+    }
+    return isPlain;
+}();
+
+byte* PutName(byte* end, std::u16string_view name) {
+    for (const char16_t unit : name) {
+        *end++ = static_cast<byte>(unit);
+    }
+    return end;
+}
+
 byte* Put(byte* end, std::string_view ascii) {
     return std::ranges::copy(ascii, end).out;
 }
@@ -104,10 +120,26 @@ void AppendMarkup(ContentBuffer& content, std::string_view markup) {
 }
 
 void AppendName(ContentBuffer& content, std::u16string_view name) {
-    byte* const end = content.Room(name.size());
-    content.SetEnd(std::ranges::transform(name, end, [](char16_t unit) {
-                       return static_cast<byte>(unit);
-                   }).out);
+    content.SetEnd(PutName(content.Room(name.size()), name));
+}
+
+bool AppendPlainAttribute(ContentBuffer& content, std::u16string_view name,
+                          std::u16string_view value) {
+    constexpr std::size_t kMarkup = 4;  // the blank, the sign and the quotes
+    byte* end = content.Room(name.size() + value.size() + kMarkup);
+    *end++ = ' ';
+    end = PutName(end, name);
+    *end++ = '=';
+    *end++ = '"';
+    for (const char16_t unit : value) {
+        if (unit >= kAscii || !kIsPlainInAttributes[unit]) {
+            return false;
+        }
+        *end++ = static_cast<byte>(unit);
+    }
+    *end++ = '"';
+    content.SetEnd(end);
+    return true;
 }
 
 void AppendText(ContentBuffer& content, std::u16string_view text, TextPlace place) {

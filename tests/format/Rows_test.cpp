@@ -20,7 +20,8 @@ struct Thing {
 };
 
 std::optional<std::u16string> Written(const auto& row, const Thing& thing) {
-    return row.Write(thing);
+    ValueText text;
+    return row.Write(thing, text) ? std::optional(text.ToString()) : std::nullopt;
 }
 
 Thing ReadInto(const auto& row, std::u16string_view text) {

@@ -22,7 +22,9 @@ struct DocumentVersion {
 };
 
 DocumentRecord ToRecord(const DocumentVersion& version) {
-    return {FormatNumber(version.major) + u"." + FormatNumber(version.minor)};
+    return {std::u16string(FormatNumber(version.major))
+                .append(u".")
+                .append(FormatNumber(version.minor))};
 }
 
 }  // namespace

@@ -72,7 +72,7 @@ AttributeMap QueryAttributes(std::u16string_view keyword, IQueryComponent& compo
     ComponentRecord record = QueryComponent(component, texts);
     record.powered = component.IsPowered();
     AttributeMap attributes = ToAttributes<kKeywordComponentRows>(record);
-    attributes.Set(names::id, std::u16string(keyword));
+    attributes.Set(names::id, keyword);
     QueryEditorRect(component, attributes);
     return attributes;
 }
