@@ -9,6 +9,7 @@
 #include "session/json/Encode.h"
 #include "session/json/SessionJson.h"
 #include "tests/session/Filled.h"
+#include "tests/session/json/JsonErrors.h"
 
 // JSON of versions before words stood for codes, and before keys had the format's terms.
 
@@ -16,6 +17,7 @@ namespace orvo::json {
 namespace {
 
 using Json = nlohmann::json;
+using test::ErrorOf;
 
 template <class Value>
 Json Former(const Value& value);
@@ -74,15 +76,6 @@ struct FormerOf<std::map<std::uint32_t, Held>> {
 template <class Value>
 Json Former(const Value& value) {
     return FormerOf<Value>::Make(value);
-}
-
-std::string ErrorOf(std::string_view text) {
-    try {
-        Parse(text);
-    } catch (const JsonError& error) {
-        return error.what();
-    }
-    return {};
 }
 
 TEST(FormerJsonTest, EveryFormerKeyAndEveryNumberOfACodeIsRead) {
