@@ -9,14 +9,12 @@ import json
 import sys
 from pathlib import Path
 
+from generated import words, write_or_check
+
 PAGE = Path(__file__).resolve().parent / "json.md"
 FIRST = "\n### "
 HEAD = "| key | value | default | meaning |\n|---|---|---|---|\n"
 SIMPLE = {"boolean": "truth value", "string": "text", "null": "`null`", "integer": "a number"}
-
-
-def words(values):
-    return ", ".join(f"`{value}`" for value in values)
 
 
 def value_of(schema):
@@ -57,14 +55,8 @@ def make_page(page, schema):
 
 
 def main():
-    page = PAGE.read_text("utf-8")
-    made = make_page(page, json.loads(Path(sys.argv[1]).read_text("utf-8")))
-    if sys.argv[2:] != ["--check"]:
-        PAGE.write_text(made, "utf-8")
-    elif made != page:
-        print(f"{PAGE}: its tables are not what docs/make_json_tables.py makes of the schema")
-        return 1
-    return 0
+    schema = json.loads(Path(sys.argv[1]).read_text("utf-8"))
+    return write_or_check(PAGE, make_page(PAGE.read_text("utf-8"), schema))
 
 
 if __name__ == "__main__":

@@ -13,6 +13,8 @@ import sys
 from dataclasses import dataclass, field
 from pathlib import Path
 
+from generated import write_or_check
+
 DOCS = Path(__file__).resolve().parent
 PAGE = DOCS / "format.md"
 SCHEMA = DOCS / "orvo.xsd"
@@ -137,13 +139,7 @@ def make_schema(page):
 
 
 def main():
-    schema = make_schema(PAGE.read_text("utf-8"))
-    if sys.argv[1:] != ["--check"]:
-        SCHEMA.write_text(schema, "utf-8")
-    elif not SCHEMA.exists() or SCHEMA.read_text("utf-8") != schema:
-        print(f"{SCHEMA}: not what docs/make_schema.py makes of {PAGE.name}")
-        return 1
-    return 0
+    return write_or_check(SCHEMA, make_schema(PAGE.read_text("utf-8")))
 
 
 if __name__ == "__main__":

@@ -14,6 +14,7 @@ import re
 import subprocess
 import sys
 
+from generated import words, write_or_check
 from make_schema import ATTRIBUTE, ATTRIBUTE_TABLE, PAGE, read_sections
 
 ABSENCE = {"empty", "none", "unchanged"}
@@ -24,8 +25,8 @@ class Mismatch(Exception):
 
 
 def type_of(attribute):
-    words = ", ".join(f"`{word}`" for word in attribute["words"])
-    return {"keyword": words, "keyword or u32": f"{words}, or u32", "keywords": f"list of {words}"}.get(
+    keywords = words(attribute["words"])
+    return {"keyword": keywords, "keyword or u32": f"{keywords}, or u32", "keywords": f"list of {keywords}"}.get(
         attribute["kind"], attribute["kind"])
 
 
@@ -171,18 +172,12 @@ def make_page(page, elements):
 
 def main():
     elements = json.loads(subprocess.run([sys.argv[1]], check=True, stdout=subprocess.PIPE).stdout)
-    page = PAGE.read_text("utf-8")
     try:
-        made = make_page(page, elements)
+        made = make_page(PAGE.read_text("utf-8"), elements)
     except Mismatch as mismatch:
         print(f"{PAGE}: {mismatch}")
         return 1
-    if sys.argv[2:] != ["--check"]:
-        PAGE.write_text(made, "utf-8")
-    elif made != page:
-        print(f"{PAGE}: its tables are not what docs/make_tables.py makes of the format")
-        return 1
-    return 0
+    return write_or_check(PAGE, made)
 
 
 if __name__ == "__main__":
