@@ -9,7 +9,7 @@ of build/release/bin/orvo; the lines up to the next command are its output. A ``
 with nothing but what BUILD installs, once by the page's ```cmake block and once by its ```sh block. README.md has one,
 which uses the library and gives every clip of an example a fade; docs/host-interfaces.md has one, a host of at most 60
 lines that takes the plug-in and a session. Every other block is an excerpt of a file in examples/host/. Those of
-docs/library.md are compiled like that of README.md, run in ROOT, and print the ```text block that follows.
+docs/library.md are compiled by the ```sh block of README.md, run in ROOT, and print the ```text block that follows.
 """
 
 import json

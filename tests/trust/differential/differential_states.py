@@ -1,4 +1,4 @@
-"""The states of the independent reader, by the numbers that documents are read with."""
+"""The states of the independent reader: each element puts it into one, which decides what its children mean."""
 
 UNKNOWN = 0
 ORVO = 1
