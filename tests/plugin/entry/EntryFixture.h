@@ -14,7 +14,7 @@
 #include "reference_host/LiveNodes.h"
 #include "reference_host/PluginLibrary.h"
 #include "reference_host/SessionNode.h"
-#include "tests/support/Registrar.h"
+#include "tests/plugin/entry/Registrar.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace tses {
@@ -44,6 +44,11 @@ protected:
     }
     std::int32_t Initialize() {
         return Call(kInitialize, static_cast<IPlugInRegistrar*>(registrar.Get()));
+    }
+    void FailToInitialize() {
+        registrar->throws = true;
+        EXPECT_EQ(Initialize(), kReadFailed);
+        registrar->throws = false;
     }
 
     std::int32_t SetPath(const std::u16string& path) {

@@ -17,36 +17,6 @@ using refhost::Ref;
 using test::Registrar;
 using testing::ElementsAre;
 
-/// Notes every registration in one list.
-class OrderRegistrar final : public refhost::CountedObject<IPlugInRegistrar> {
-public:
-    std::vector<std::string> calls;
-
-    void UnusedSlot3() override {}
-    void DeclareInterfaceVersion(kelcore::int32 /*a*/, kelcore::int32 /*b*/) override {
-        calls.emplace_back("version");
-    }
-    void UnusedSlot5() override {}
-    void SetPlugInIdentity(const char* /*guid*/, const kelcore::char16* /*displayName*/) override {
-        calls.emplace_back("identity");
-    }
-    void RegisterOpenFormat(const kelcore::char16* /*formatName*/,
-                            const kelcore::char16* const* /*extensions*/,
-                            kelcore::int32 /*extensionCount*/) override {
-        calls.emplace_back("open format");
-    }
-    void RegisterSaveFormat(const kelcore::char16* /*formatName*/,
-                            const kelcore::char16* const* /*extensions*/,
-                            kelcore::int32 /*extensionCount*/) override {
-        calls.emplace_back("save format");
-        if (throws) {
-            throw 42;
-        }
-    }
-
-    bool throws = false;
-};
-
 class EntryLifetime : public EntryTest {};
 
 TEST_F(EntryLifetime, RegistersIdentityAndBothFormats) {
@@ -107,9 +77,7 @@ TEST_F(EntryLifetime, BeforeInitialisingReadAndWriteSucceedAndDoNothing) {
 }
 
 TEST_F(EntryLifetime, AfterAFailedInitialiseReadAndWriteSucceedAndReportNothing) {
-    const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
-    order->throws = true;
-    EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), kReadFailed);
+    FailToInitialize();
     SetPath(folder / "a.orvo");
     const auto session = refhost::SessionNode::Make();
     EXPECT_EQ(Call(kRead, &session->Edit()), 0);
@@ -140,18 +108,15 @@ TEST_F(EntryLifetime, TheInstrumentTracksOfTheHostCountFromTheNextInitialise) {
 }
 
 TEST_F(EntryLifetime, RegistersInTheOrderThatHostsExpect) {
-    const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
-    EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), 0);
-    EXPECT_THAT(order->calls,
+    EXPECT_EQ(Initialize(), 0);
+    EXPECT_THAT(registrar->Calls(),
                 ElementsAre("version", "identity", "version", "open format", "save format"));
 }
 
 TEST_F(EntryLifetime, ARegistrarThatThrowsFailsTheCallAndTerminateStillTidiesUp) {
-    const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
-    order->throws = true;
     Initialize();
     Call(kTerminate, nullptr);
-    EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), kReadFailed);
+    FailToInitialize();
     EXPECT_NE(kelui::PlugInResourceManager(), nullptr);
     EXPECT_EQ(Call(kTerminate, nullptr), 0);
     EXPECT_EQ(kelui::PlugInResourceManager(), nullptr);
@@ -182,9 +147,7 @@ TEST_F(EntryLifetime, AfterTerminateAFailedInitialiseLeavesReadsAndWritesFailing
     Initialize();
     SetPath(folder.Write("a.orvo", "<orvo/>"));
     Call(kTerminate, nullptr);
-    const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
-    order->throws = true;
-    EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), kReadFailed);
+    FailToInitialize();
     EXPECT_EQ(Read(), kReadFailed);
     EXPECT_EQ(Write(), kWriteFailed);
     Call(kReserved, nullptr);
@@ -194,9 +157,7 @@ TEST_F(EntryLifetime, AfterTerminateAFailedInitialiseLeavesReadsAndWritesFailing
 
 TEST_F(EntryLifetime, AFailedInitialiseLeavesAReadyPlugInReady) {
     Initialize();
-    const auto order = Ref<OrderRegistrar>::Adopt(new OrderRegistrar);
-    order->throws = true;
-    EXPECT_EQ(Call(kInitialize, static_cast<IPlugInRegistrar*>(order.Get())), kReadFailed);
+    FailToInitialize();
     SetPath(folder.Write("a.orvo", "<orvo/>"));
     EXPECT_EQ(Read(), 0);
     SetPath(folder.Write("b.orvo", "<score/>"));
