@@ -42,7 +42,7 @@ TEST(DifferencesTest, AValueHasItsPlaceAndWhatItWasAndIs) {
                 ElementsAre("/sampleRate: 1 became 2", R"(/audioTracks/1/name: "a" became "b")"));
 }
 
-TEST(DifferencesTest, WhatIsMissingOrMoreIsOneDifference) {
+TEST(DifferencesTest, AMissingOrAdditionalThingIsOneDifference) {
     EXPECT_THAT(Lines({.files = {{.id = 1}}}, {}),
                 ElementsAre(R"(/files/0: {"id":1} became nothing)"));
     EXPECT_THAT(Lines({}, {.files = {{.id = 1}}}),
@@ -66,7 +66,7 @@ Session WithSlots(std::vector<std::optional<EffectsSlot>> slots) {
     return {.audioTracks = {{.effectsRack = EffectsRack{.slots = std::move(slots)}}}};
 }
 
-TEST(DifferencesTest, ANullInAListIsNothingAndWhatStandsBehindItIsComparedWithItsLike) {
+TEST(DifferencesTest, ANullInAListIsIgnoredAndWhatFollowsIsComparedWithItsLike) {
     const std::optional<EffectsSlot> none;
     const EffectsSlot one{.slotIndex = 1, .busConfig = "a"};
     const EffectsSlot other{.slotIndex = 1, .busConfig = "b"};
@@ -87,7 +87,7 @@ TEST(DifferencesTest, WhatIsLeftOutBesideANullIsNamedInItsOwnPlace) {
                 ElementsAre(StartsWith("/audioTracks/0/effectsRack/slots/2: nothing became {")));
 }
 
-TEST(DifferencesTest, AThingThatIsThereOnOneSideOnlyIsOneDifference) {
+TEST(DifferencesTest, AThingOnOneSideOnlyIsOneDifference) {
     EXPECT_THAT(Lines({.audioTracks = {{.fader = orvo::Component{}}}}, {.audioTracks = {{}}}),
                 ElementsAre(AllOf(StartsWith("/audioTracks/0/trackFader: {"),
                                   testing::EndsWith("became null"))));
@@ -123,7 +123,7 @@ TEST(DifferencesTest, AChannelThatIsLeftOutBelowTheHighestIsFedByItsOwnNumber) {
     EXPECT_THAT(find({}, {{0, 0}}), ElementsAre(sources + "/0: nothing became 0"));
 }
 
-TEST(DifferencesTest, ANumberThatIsNoneIsItself) {
+TEST(DifferencesTest, NotANumberEqualsItself) {
     const double none = std::numeric_limits<double>::quiet_NaN();
     EXPECT_THAT(Lines({.audioTracks = {{.hue = none}}}, {.audioTracks = {{.hue = none}}}),
                 IsEmpty());
@@ -131,7 +131,7 @@ TEST(DifferencesTest, ANumberThatIsNoneIsItself) {
                 ElementsAre("/audioTracks/0/trackHue: \"NaN\" became 1.0"));
 }
 
-TEST(DifferencesTest, ANumberOfSinglePrecisionThatIsNoneIsItselfToo) {
+TEST(DifferencesTest, NotANumberOfSinglePrecisionEqualsItselfToo) {
     orvo::Component fader;
     fader.parameters[0].value = std::numeric_limits<float>::quiet_NaN();
     EXPECT_THAT(Lines({.audioTracks = {{.fader = fader}}}, {.audioTracks = {{.fader = fader}}}),

@@ -42,7 +42,7 @@ std::vector<std::string> NamesOf(const std::vector<Track*>& tracks) {
     return names;
 }
 
-TEST(Lookup, TracksComeInTheOrderOfTheirIndicesAndEqualOnesAsInTheList) {
+TEST(Lookup, TracksComeInTheOrderOfTheirIndicesAndEqualOnesInThatOfTheList) {
     Session session;
     session.audioTracks = {{.index = 2, .name = "c"},
                            {.index = 0, .name = "a"},
@@ -196,7 +196,7 @@ TEST(Lookup, ATrackFeedsItsOutputThenTheTargetsOfItsSends) {
         << "nowhere";
 }
 
-TEST(Lookup, AnOutputTrackAboveZeroCountsAndElseThePort) {
+TEST(Lookup, AnOutputTrackAboveZeroCountsOtherwiseThePort) {
     Session session;
     session.audioTracks = {{.id = 0}};
     AudioTrack& track = session.audioTracks[0];

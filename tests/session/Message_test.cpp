@@ -13,7 +13,7 @@ std::string Printed(const Message& message) {
     return text.str();
 }
 
-TEST(MessageTest, PrintsEachPartThatThereIs) {
+TEST(MessageTest, PrintsEachPartThatItHas) {
     EXPECT_EQ(Printed({.file = "a.orvo", .line = 2, .column = 7, .what = "bad", .advice = "mend"}),
               "a.orvo:2:7: bad; mend");
     EXPECT_EQ(Printed({.file = "a.orvo", .what = "bad"}), "a.orvo: bad");

@@ -40,7 +40,7 @@ TEST(PublicLibrary, AProgramReadsChangesAndWritesASession) {
     EXPECT_EQ(faded.session.audioTracks[0].clips[0].fadeIn, orvo::Fade{.endPoint = 480});
 }
 
-TEST(PublicLibrary, AFileThatIsNotThereIsAnError) {
+TEST(PublicLibrary, AMissingFileIsAnError) {
     const test::TemporaryFolder folder;
     EXPECT_EQ(Fade(folder / "none.orvo", folder / "faded.orvo"), 1);
 }

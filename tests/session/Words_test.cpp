@@ -115,7 +115,7 @@ TEST(WordsTest, ASeverityPrintsAsAWord) {
     EXPECT_EQ(Printed(Severity::Warning), "warning");
 }
 
-TEST(WordsTest, WhereAFeedLeadsPrintsAsAWord) {
+TEST(WordsTest, AFeedsTargetPrintsAsAWord) {
     EXPECT_EQ(Printed(FeedTarget::Nowhere), "nowhere");
     EXPECT_EQ(Printed(FeedTarget::Track), "track");
     EXPECT_EQ(Printed(FeedTarget::Port), "port");

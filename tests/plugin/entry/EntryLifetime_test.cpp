@@ -87,7 +87,7 @@ TEST_F(EntryLifetime, AfterAFailedInitialiseReadAndWriteSucceedAndReportNothing)
     Call(kReserved, nullptr);
 }
 
-TEST_F(EntryLifetime, TheInstrumentTracksOfTheHostCountFromTheNextInitialise) {
+TEST_F(EntryLifetime, TheHostsFeatureForInstrumentTracksCountsFromTheNextInitialise) {
     SetPath(folder.Write("a.orvo",
                          "<orvo><session><tracks><instrumentTrack id='3'/></tracks></session>"
                          "</orvo>"));

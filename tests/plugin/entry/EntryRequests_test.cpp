@@ -102,7 +102,7 @@ TEST_F(EntryRequests, APathThatThrowsLeavesNoPath) {
     EXPECT_EQ(Read(), kReadFailed);
 }
 
-TEST_F(EntryRequests, AFileThatIsNoSessionFailsTheRead) {
+TEST_F(EntryRequests, AFileThatIsNotASessionFailsTheRead) {
     Initialize();
     SetPath(folder.Write("a.orvo", "<session/>"));
     EXPECT_EQ(Read(), kReadFailed);

@@ -84,7 +84,7 @@ TEST(FormerJsonTest, EveryFormerKeyAndEveryNumberOfACodeIsRead) {
     EXPECT_EQ(Parse(Former(orvo::Session{}).dump()), orvo::Session{});
 }
 
-TEST(FormerJsonTest, ATextOfThatTimeIsRead) {
+TEST(FormerJsonTest, AFormerTextIsRead) {
     const orvo::Session session = Parse(R"({
         "channelCount": 1,
         "audioTracks": [{
@@ -125,7 +125,7 @@ TEST(FormerJsonTest, AKeyAndItsFormerOneAreTheSameKey) {
               "/selectionState: this key stands twice; remove one of the two");
 }
 
-TEST(FormerJsonTest, AFormerKeyIsOneOfItsOwnObjectAlone) {
+TEST(FormerJsonTest, AFormerKeyIsReadOnlyInItsOwnObject) {
     EXPECT_THAT(ErrorOf(R"({"fileId": 1})"), testing::StartsWith("/fileId: unknown key"));
     EXPECT_THAT(ErrorOf(R"({"": 1})"), testing::StartsWith("/: unknown key"));
 }

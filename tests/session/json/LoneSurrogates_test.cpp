@@ -62,7 +62,7 @@ TEST(LoneSurrogatesTest, AnEscapedBackslashBeginsNoEscape) {
     EXPECT_EQ(MarkedDocument(R"(["\\ud800"])"), R"(["\\ud800"])");
 }
 
-TEST(LoneSurrogatesTest, TwoHighSurrogatesAndALowOneAreOneAloneAndAPair) {
+TEST(LoneSurrogatesTest, OfTwoHighSurrogatesBeforeALowOneTheFirstIsAlone) {
     EXPECT_EQ(MarkedDocument(R"("\ud800\ud83c\udfb5")"),
               "\"\xEF\xB7\x90"
               "000\\ud83c\\udfb5\"");

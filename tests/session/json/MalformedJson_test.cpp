@@ -25,11 +25,11 @@ TEST(MalformedJsonTest, MalformedJsonIsNamedWithLineAndColumn) {
                       EndsWith("; correct the text there")));
 }
 
-TEST(MalformedJsonTest, ALineEndInATextIsNamedWhereItStands) {
+TEST(MalformedJsonTest, ALineEndInATextIsNamedInItsPlace) {
     EXPECT_EQ(PlaceOfError("{\"formatDescription\": \"a\n\"}"), (TextPlace{1, 25}));
 }
 
-TEST(MalformedJsonTest, AnEscapeThatIsNoneIsNamedWhereItStopsToBeOne) {
+TEST(MalformedJsonTest, AnInvalidEscapeIsNamedWhereItBreaks) {
     EXPECT_EQ(PlaceOfError(R"({"\i": 1})"), (TextPlace{1, 4}));
     EXPECT_EQ(PlaceOfError(R"({"\u12x4": 1})"), (TextPlace{1, 7}));
 }
@@ -65,7 +65,7 @@ TEST(MalformedJsonTest, AnErrorIsNotAsLongAsTheNumberThatItNames) {
     EXPECT_LT(error.size(), 400U);
 }
 
-TEST(MalformedJsonTest, AnErrorThatQuotesALongTextEndsBehindAWholeCharacter) {
+TEST(MalformedJsonTest, AnErrorThatQuotesALongTextEndsAfterAWholeCharacter) {
     std::string text;
     for (int i = 0; i < 300; ++i) {
         text += "\u00e9";
@@ -87,7 +87,7 @@ TEST(MalformedJsonTest, MalformedJsonIsNamedRatherThanAWrongValue) {
     EXPECT_EQ(ErrorOf(std::string("{\"x\": 1}\0", 9)), "a NUL character; remove it");
 }
 
-TEST(MalformedJsonTest, AQuoteInAnErrorIsAsTheTextHasIt) {
+TEST(MalformedJsonTest, AnErrorQuotesTheTextAsItIs) {
     EXPECT_EQ(ErrorOf("{\"files\":  \n  nul, \"sampleRate\": 1}"),
               "syntax error while parsing value - invalid literal; last read: "
               "'\"files\":  <U+000A>  nul,'; correct the text there");

@@ -32,12 +32,12 @@ std::string WithoutBlanks(std::string text) {
     return text;
 }
 
-TEST(MarkedBlocksTest, BlanksInFrontOfATextOrNumberAreLeftOut) {
+TEST(MarkedBlocksTest, BlanksBeforeATextOrNumberAreLeftOut) {
     EXPECT_EQ(Marked("{ \t\r\n \"a\"  :  [ 1 ,\n -2 , { \"b  c\" : 3"),
               "{\"a\" :[1 ,-2 ,{\"b  c\" :3");
 }
 
-TEST(MarkedBlocksTest, BlanksInFrontOfOtherThingsStay) {
+TEST(MarkedBlocksTest, BlanksBeforeOtherThingsStay) {
     for (const char* const json : {"[ \n true", "[ \n ]", "1 \n ", " {  }  ", "[ \n x"}) {
         EXPECT_EQ(Marked(json), json);
     }
@@ -63,7 +63,7 @@ TEST(MarkedBlocksTest, EveryCharacterIsFoundAgainInTheDocument) {
     EXPECT_EQ(blocks.OriginOf(json, marked.size() + 1), json.size());
 }
 
-TEST(MarkedBlocksTest, WhatMayGoOnIsLeftForTheNextBlock) {
+TEST(MarkedBlocksTest, WhatMayContinueIsLeftForTheNextBlock) {
     MarkedBlocks blocks;
     EXPECT_EQ(blocks.Make("\"a\\ud8", false).origin, 2U);
     const std::string_view next = "\\ud800\" 1";

@@ -59,18 +59,18 @@ TEST(SessionJsonTest, EveryValueComesBack) {
     EXPECT_EQ(Parse(ToJson(session)), session);
 }
 
-TEST(SessionJsonTest, AnUnpairedSurrogateStandsAsItsEscape) {
+TEST(SessionJsonTest, AnUnpairedSurrogateIsWrittenAsItsEscape) {
     const std::string json =
         ToJson({.formatDescription = kelcore::UTF16to8(std::u16string{0xD83C, u'x'})});
     EXPECT_THAT(json, HasSubstr(R"("formatDescription": "\ud83cx")"));
 }
 
-TEST(SessionJsonTest, WhatIsNoUtf8StandsAsReplacementCharacters) {
+TEST(SessionJsonTest, InvalidUtf8IsWrittenAsReplacementCharacters) {
     EXPECT_EQ(Text(std::string("a\xFF\xE2\x82z")), "\"a\uFFFD\uFFFDz\"");
     EXPECT_EQ(Text(std::string("\xC3")), "\"\uFFFD\"");
 }
 
-TEST(SessionJsonTest, NumbersThatAreNoneComeBack) {
+TEST(SessionJsonTest, InfinitiesAndNotANumberComeBack) {
     EXPECT_EQ(Text(std::numeric_limits<double>::infinity()), R"("Infinity")");
     EXPECT_EQ(Text(-std::numeric_limits<float>::infinity()), R"("-Infinity")");
     EXPECT_EQ(Text(std::numeric_limits<double>::quiet_NaN()), R"("NaN")");
@@ -95,7 +95,7 @@ TEST(SessionJsonTest, ARealOfSinglePrecisionIsWrittenShort) {
     EXPECT_EQ(Text(0.1F), "0.1");
 }
 
-TEST(SessionJsonTest, ARealOfSinglePrecisionIsWrittenInFullWhereTheShortFormWouldBecomeAnother) {
+TEST(SessionJsonTest, ARealOfSinglePrecisionIsWrittenInFullIfTheShortFormWouldBecomeAnother) {
     const float value = 7.038531e-26F;
     EXPECT_EQ(Again(value), value);
     EXPECT_EQ(Text(value), Text(static_cast<double>(value)));
@@ -111,7 +111,7 @@ TEST(SessionJsonTest, BytesComeBack) {
     EXPECT_THAT(Text(block), Not(HasSubstr("\\n")));
 }
 
-TEST(SessionJsonTest, AThingThatIsMissingIsNull) {
+TEST(SessionJsonTest, AMissingValueIsNull) {
     EXPECT_EQ(Text(std::optional<bool>()), "null");
     EXPECT_EQ(Again(std::optional<bool>()), std::nullopt);
     EXPECT_EQ(Again(std::optional<bool>(false)), false);
@@ -164,14 +164,14 @@ TEST(SessionJsonTest, WhatOnlyLooksLikeADefaultIsNotLeftOut) {
     EXPECT_EQ(again.audioTracks.at(0).instrument, InstrumentTrack{});
 }
 
-TEST(SessionJsonTest, AnOptionalValueThatIsThereIsNotLeftOut) {
+TEST(SessionJsonTest, AnOptionalValueIsNotLeftOutIfItIsPresent) {
     orvo::Component fader;
     fader.parameters[0].value = 0;
     EXPECT_EQ(Text(fader), R"({"parameters":{"0":{"parameterValue":0.0}}})");
     EXPECT_EQ(Again(fader), fader);
 }
 
-TEST(SessionJsonTest, ACodeIsItsWordAndWithoutOneItsNumber) {
+TEST(SessionJsonTest, ACodeIsWrittenAsItsWordOrElseAsItsNumber) {
     EXPECT_EQ(Text(TrackKind::Bus), R"("bus")");
     EXPECT_EQ(Text(TrackKind{7}), "7");
     EXPECT_EQ(Text(TimeDisplay{-1}), "-1");
@@ -194,7 +194,7 @@ TEST(SessionJsonTest, ASlotMayBeNull) {
               (std::vector<std::optional<orvo::EffectsSlot>>{std::nullopt, orvo::EffectsSlot{}}));
 }
 
-TEST(SessionJsonTest, ManyKeysAndElementsTakeATimeThatGrowsWithTheirNumber) {
+TEST(SessionJsonTest, TheTimeForManyKeysAndElementsGrowsWithTheirNumber) {
     std::string unknown = "{";
     std::string list = R"({"files": [)";
     std::string table = R"({"audioTracks": [{"trackFader": {"parameters": {)";
@@ -226,7 +226,7 @@ TEST(SessionJsonTest, ATextComesBackAsItStoodWhereverABlockEnds) {
         session);
 }
 
-TEST(SessionJsonTest, EscapesAreTheShortOnesWhereThereAreSuch) {
+TEST(SessionJsonTest, EscapesAreTheShortOnesIfJsonHasThem) {
     EXPECT_EQ(Text(std::string("\"\\/\b\f\n\r\t\u001f\u007f\u00e9\uD7FF\U0001F3B5")),
               "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u001f\x7F\u00e9\uD7FF\U0001F3B5\"");
     EXPECT_EQ(Text(kelcore::UTF16to8(std::u16string{0xDBFF, 0xD800, 0xDFFF + 1})),
@@ -249,7 +249,7 @@ TEST(SessionJsonTest, LongTextsAndBlocksOfBytesAreWrittenInPieces) {
     EXPECT_EQ(base64.find('='), base64.size() - 3) << "padding inside";
 }
 
-TEST(SessionJsonTest, BothWaysTellHowManyBytesHaveGone) {
+TEST(SessionJsonTest, WritingAndReadingReportTheirBytes) {
     orvo::Session session;
     session.files.resize(10'000);
     for (std::size_t i = 0; i < session.files.size(); ++i) {
@@ -272,7 +272,7 @@ TEST(SessionJsonTest, BothWaysTellHowManyBytesHaveGone) {
     EXPECT_EQ(read.back(), text.size());
 }
 
-TEST(SessionJsonTest, WhatASinkOrSourceThrowsEndsTheWork) {
+TEST(SessionJsonTest, AnExceptionOfASinkOrSourceReachesTheCaller) {
     EXPECT_THROW(ToJson({}, [](std::string_view) { throw std::length_error("full"); }),
                  std::length_error);
     EXPECT_THROW(Parse(TextSource([]() -> std::string_view { throw std::length_error("gone"); })),

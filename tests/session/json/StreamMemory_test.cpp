@@ -78,14 +78,14 @@ TEST(StreamMemoryTest, ReadingHoldsTheSessionAndABlockOfTheText) {
     EXPECT_EQ(ToJson(session), text);
 }
 
-TEST(StreamMemoryTest, ReadingHoldsNoMoreBehindAWrongValue) {
+TEST(StreamMemoryTest, ReadingHoldsNoMoreAfterAWrongValue) {
     const std::string text = R"({"x": 1, "y": )" + ToJson(LargeSession()) + "}";
     const HeapPeak peak;
     EXPECT_THROW(Parse(text), JsonError);
     EXPECT_LT(peak.BeyondNow(), kMuchLess);
 }
 
-TEST(StreamMemoryTest, ReadingALongTextHoldsAFewTimesIt) {
+TEST(StreamMemoryTest, ReadingALongTextHoldsAFewTimesItsLength) {
     const std::string longText(1'000'000, 'x');
     const std::string text = ToJson({.xmpMetadata = longText});
     const HeapPeak peak;

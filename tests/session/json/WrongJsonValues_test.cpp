@@ -21,7 +21,7 @@ TEST(WrongJsonValuesTest, ANumberBeyondSinglePrecisionIsAnError) {
     EXPECT_THROW(ReadDocument(WholeText("1e39"), {}, TargetOf(value)), JsonError);
 }
 
-TEST(WrongJsonValuesTest, ANumberThatSinglePrecisionTakesForZeroIsAnErrorUnlessItIsZero) {
+TEST(WrongJsonValuesTest, ANumberThatSinglePrecisionRoundsToZeroIsAnErrorUnlessItIsZero) {
     const auto withHeight = [](const char* number) {
         return std::string(
                    R"({"trackVisibilityPresets": [{"trackVisibilities": [{"trackHeight": )") +
@@ -43,7 +43,7 @@ TEST(WrongJsonValuesTest, ANumberThatSinglePrecisionTakesForZeroIsAnErrorUnlessI
     }
 }
 
-TEST(WrongJsonValuesTest, ANumberThatDoublePrecisionTakesForZeroIsAnErrorUnlessItIsZero) {
+TEST(WrongJsonValuesTest, ANumberThatDoublePrecisionRoundsToZeroIsAnErrorUnlessItIsZero) {
     const auto withTempo = [](const char* number) {
         return std::string(R"({"musicalTime": {"beatsPerMinute": )") + number + "}}";
     };
@@ -61,7 +61,7 @@ TEST(WrongJsonValuesTest, BytesThatAreNotBase64AreAnError) {
     EXPECT_THROW(ReadDocument(WholeText(R"("!")"), {}, TargetOf(block)), JsonError);
 }
 
-TEST(WrongJsonValuesTest, AKeyOfATableThatIsNoNumberIsNamedWithItsPlace) {
+TEST(WrongJsonValuesTest, ATableKeyThatIsNotANumberIsNamedWithItsPlace) {
     for (const std::string key : {"07", "+7", "-1", "4294967296", "x", ""}) {
         EXPECT_THAT(
             ErrorOf(R"({"audioTracks": [{"trackFader": {"parameters": {")" + key + R"(": {}}}}]})"),
@@ -69,7 +69,7 @@ TEST(WrongJsonValuesTest, AKeyOfATableThatIsNoNumberIsNamedWithItsPlace) {
     }
 }
 
-TEST(WrongJsonValuesTest, AnUnknownWordIsNamedWithTheWordsThatThereAre) {
+TEST(WrongJsonValuesTest, AnUnknownWordIsNamedWithTheKnownOnes) {
     EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"kind": "Bus"}]})"),
               "/audioTracks/0/kind: unknown word; give one of \"audio\", \"bus\", \"master\", "
               "\"metronome\", \"instrument\", or a whole number from -2147483648 to 4294967295");
@@ -96,7 +96,7 @@ TEST(WrongJsonValuesTest, AnUnknownKeyIsNamedWithItsPlace) {
     EXPECT_THAT(ErrorOf(R"({"a/b~c": 1})"), StartsWith("/a~1b~0c: unknown key"));
 }
 
-TEST(WrongJsonValuesTest, AKeyThatStandsTwiceIsNamedWithItsPlace) {
+TEST(WrongJsonValuesTest, ADuplicateKeyIsNamedWithItsPlace) {
     EXPECT_THAT(ErrorOf(R"({"files": [{"id": 1}, {"id": 1, "path": "", "id": 2}]})"),
                 StartsWith("/files/1/id: this key stands twice"));
 }
@@ -139,7 +139,7 @@ TEST(WrongJsonValuesTest, ANumberThatDoesNotFitIsNamedWithItsPlaceAndRange) {
     EXPECT_THAT(ErrorOf(R"({"duration": 1.5})"), StartsWith("/duration: "));
 }
 
-TEST(WrongJsonValuesTest, TwoOfAListWithTheSameIdAreNamed) {
+TEST(WrongJsonValuesTest, AnIdThatOccursTwiceInAListIsNamed) {
     EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"id": 5}, {"id": 6}, {"id": 5}]})"),
               "/audioTracks/2/id: 5 is the id of /audioTracks/0 too; give each its own");
     EXPECT_EQ(ErrorOf(R"({"videoTracks": [{}, {}]})"),
@@ -152,7 +152,7 @@ TEST(WrongJsonValuesTest, TracksOfTwoListsMayHaveTheSameId) {
     EXPECT_NO_THROW(Parse(R"({"videoTracks": [{"id": 5}], "audioTracks": [{"id": 5}]})"));
 }
 
-TEST(WrongJsonValuesTest, TheIdThatMeansNoneIsAnErrorButForTheMetronome) {
+TEST(WrongJsonValuesTest, TheIdThatMeansNoneIsAnErrorExceptForTheMetronome) {
     EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"id": 4294967295}]})"),
               "/audioTracks/0/id: 4294967295 means none; give a number from 0 to 4294967294");
     EXPECT_EQ(ErrorOf(R"({"files": [{"id": 4294967295}]})"),
@@ -165,7 +165,7 @@ TEST(WrongJsonValuesTest, AWrongValueHasNoPlaceInTheText) {
     EXPECT_EQ(PlaceOfError(R"({"sampleRate": 1, "sampleRate": 1})"), std::nullopt);
 }
 
-TEST(WrongJsonValuesTest, OfWrongValuesTheFirstIsNamed) {
+TEST(WrongJsonValuesTest, TheFirstOfSeveralWrongValuesIsNamed) {
     EXPECT_THAT(ErrorOf(R"({"y": 1, "x": [2, {"": 3}], "sampleRate": -1})"),
                 StartsWith("/y: unknown key"));
     EXPECT_THAT(ErrorOf(R"({"sampleRate": -1, "sampleRate": 1, "files": [7]})"),

@@ -38,7 +38,7 @@ TEST(BarsAndBeats, TheNearestSubdivisionIsShownAcrossTheBar) {
     EXPECT_EQ(FormatBarsAndBeats(96000 - 749, kRate, kMarch), "2:1.00");
 }
 
-TEST(BarsAndBeats, BarZeroComesBeforeTheBegin) {
+TEST(BarsAndBeats, BarZeroComesBeforeTheFirst) {
     EXPECT_EQ(FormatBarsAndBeats(-1500, kRate, kMarch), "0:4.15");
     EXPECT_EQ(FormatBarsAndBeats(-96000, kRate, kMarch), "0:1.00");
     EXPECT_EQ(FormatBarsAndBeats(-96000 - 24000, kRate, kMarch), "-1:4.00");

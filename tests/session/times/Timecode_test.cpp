@@ -24,7 +24,7 @@ constexpr FrameRate kCompactDisc{.count = 75};
 constexpr auto kLast = std::numeric_limits<std::int64_t>::max();
 constexpr auto kFirst = std::numeric_limits<std::int64_t>::min();
 
-/// The last sample before the begin of frame `count` of NTSC at 30, or that at it.
+/// The last sample at or before the start of frame `count` of NTSC at 30.
 constexpr std::int64_t NtscFrames(std::int64_t count) {
     return count * kRate * 1001 / 30000;
 }
@@ -38,7 +38,7 @@ Message Refused(std::string_view text, const FrameRate& rate, std::uint32_t samp
     return test::RefusalIn(ParseTimecode(text, sampleRate, rate));
 }
 
-TEST(Timecode, CountsFramesBehindTheSeconds) {
+TEST(Timecode, CountsFramesAfterTheSeconds) {
     EXPECT_EQ(FormatTimecode(0, kRate, kPal), "00:00:00:00");
     EXPECT_EQ(FormatTimecode(3600LL * kRate, kRate, kPal), "01:00:00:00");
     EXPECT_EQ(FormatTimecode(kRate + 24 * 1920, kRate, kPal), "00:00:01:24");
@@ -60,7 +60,7 @@ TEST(Timecode, FramesHaveAsManyDigitsAsTheHighestNumber) {
     EXPECT_EQ(Parsed("0:0:0:1", {.count = 120}), 400);
 }
 
-TEST(Timecode, NtscLastsLonger) {
+TEST(Timecode, NtscFramesLastLonger) {
     EXPECT_EQ(FormatTimecode(NtscFrames(108000), kRate, kNtsc30), "01:00:00:00");
     EXPECT_EQ(FormatTimecode(kRate * 1001LL * 60 / 1000, kRate, kNtsc60), "00:01:00:00");
     EXPECT_EQ(FormatTimecode(kRate * 1001LL * 60 / 1000, kRate, kNtsc24), "00:01:00:00");
@@ -73,7 +73,7 @@ TEST(Timecode, LessThanHalfAFrameHasNoSign) {
     EXPECT_EQ(Parsed("-00:00:00:00", kPal), 0);
 }
 
-TEST(Timecode, DropFrameLeavesOutTwoNumbersAMinuteButEveryTenth) {
+TEST(Timecode, DropFrameSkipsTwoNumbersAMinuteExceptEveryTenth) {
     EXPECT_EQ(FormatTimecode(NtscFrames(1799), kRate, kNtsc30Drop), "00:00:59;29");
     EXPECT_EQ(FormatTimecode(NtscFrames(1800), kRate, kNtsc30Drop), "00:01:00;02");
     EXPECT_EQ(FormatTimecode(NtscFrames(3597), kRate, kNtsc30Drop), "00:01:59;29");
@@ -170,7 +170,7 @@ TEST(Timecode, ATextIsTheFirstSampleOfItsFrame) {
     EXPECT_EQ(Parsed("-00:00:00:05", kNtsc30), -8008);
 }
 
-TEST(Timecode, TextsThatAreNoTimecodeAreRefusedWithTheForm) {
+TEST(Timecode, TextsThatAreNotTimecodeAreRefusedWithTheForm) {
     for (const char* const text :
          {"", "-", "1", "00:00:00", "00:00:00:", "00:00:00:00:00", "00:00:00:00 ", " 00:00:00:00",
           "+00:00:00:00", "00:00:00:-1", "00:60:00:00", "00:00:60:00", "00;00:00:00", "00:00:00.00",
