@@ -16,10 +16,7 @@ using testing::StartsWith;
 
 namespace {
 
-class CommandLineTest : public testing::Test {
-protected:
-    test::TemporaryFolder folder_;
-};
+class CommandLineTest : public test::ToolTest {};
 
 TEST_F(CommandLineTest, HelpShowsExamplesOnStandardOutput) {
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},

@@ -48,4 +48,14 @@ Outcome RunToolUnprivileged(std::vector<std::string> arguments, const TemporaryF
     return Run({.arguments = std::move(arguments), .folder = folder.Path().string()});
 }
 
+void ToolTest::RunQuietly(std::vector<std::string> arguments) const {
+    const Outcome outcome = RunTool(std::move(arguments), folder_);
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.output + outcome.errors, "");
+}
+
+bool ToolTest::Exists(const char* name) const {
+    return std::filesystem::exists(folder_ / name);
+}
+
 }  // namespace test

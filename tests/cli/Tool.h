@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -20,6 +22,17 @@ Outcome RunTool(std::vector<std::string> arguments, const TemporaryFolder& folde
 
 /// Likewise, but as a user who is subject to permissions, whoever runs the test.
 Outcome RunToolUnprivileged(std::vector<std::string> arguments, const TemporaryFolder& folder);
+
+/// The tool in a folder of the test's own.
+class ToolTest : public testing::Test {
+protected:
+    /// Runs the tool, which must succeed and print nothing.
+    void RunQuietly(std::vector<std::string> arguments) const;
+
+    bool Exists(const char* name) const;
+
+    TemporaryFolder folder_;
+};
 
 /// A session file with two media. The test may create "here.wav" next to it.
 extern const char* const kSmallSession;

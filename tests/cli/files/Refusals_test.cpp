@@ -17,10 +17,7 @@ using testing::StartsWith;
 
 namespace {
 
-class RefusalTest : public testing::Test {
-protected:
-    test::TemporaryFolder folder_;
-};
+class RefusalTest : public test::ToolTest {};
 
 // Bad input must end with status 1 and a message, with a place if there is one.
 

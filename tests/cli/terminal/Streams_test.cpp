@@ -20,7 +20,7 @@ namespace {
 
 /// Sessions read from and written to open descriptors. The tool's temporary files go to the folder
 /// "temporary".
-class StreamsTest : public testing::Test {
+class StreamsTest : public test::ToolTest {
 protected:
     StreamsTest() {
         std::filesystem::create_directory(folder_ / "temporary");
@@ -44,8 +44,6 @@ protected:
     }
 
     std::string Content(const char* name) const { return ReadFile(folder_ / name); }
-
-    test::TemporaryFolder folder_;
 };
 
 TEST_F(StreamsTest, ADescriptorIsWrittenToWithoutReplacingItsFile) {

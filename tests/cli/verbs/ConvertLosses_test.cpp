@@ -16,16 +16,18 @@ using testing::StartsWith;
 
 namespace {
 
-class ConvertLossesTest : public testing::Test {
+class ConvertLossesTest : public test::ToolTest {
 protected:
-    bool Exists(const char* name) const { return std::filesystem::exists(folder_ / name); }
+    /// Converts "a.orvo" to "b.json", without a loss.
+    json ConvertedToJson() const {
+        RunQuietly({"convert", "a.orvo", "b.json"});
+        return json::parse(ReadFile(folder_ / "b.json"));
+    }
 
     /// The first media path in a JSON file.
     std::string PathIn(const char* name) const {
         return json::parse(ReadFile(folder_ / name)).at("files").at(0).at("path");
     }
-
-    test::TemporaryFolder folder_;
 };
 
 constexpr const char* kMovedSession =
@@ -103,10 +105,8 @@ TEST_F(ConvertLossesTest, AValueThatOnlyJsonHoldsIsALossForASessionFileAlone) {
                   "<orvo><session><tracks><audioTrack id='1'><clip id='1'>"
                   "<clipStretch stretchMode='7' stretchQuality='4294967295'/>"
                   "</clip></audioTrack></tracks></session></orvo>");
-    const Outcome toJson = RunTool({"convert", "a.orvo", "b.json"}, folder_);
-    ASSERT_EQ(toJson.exitCode, 0) << toJson.errors;
-    const json session = json::parse(ReadFile(folder_ / "b.json"));
-    const json stretch = session.at("audioTracks").at(0).at("audioClips").at(0).at("clipStretch");
+    const json stretch =
+        ConvertedToJson().at("audioTracks").at(0).at("audioClips").at(0).at("clipStretch");
     EXPECT_EQ(stretch.at("stretchMode"), 7);
     EXPECT_EQ(stretch.at("stretchQuality"), 4294967295U);
     EXPECT_EQ(RunTool({"convert", "a.orvo", "b.orvo"}, folder_).exitCode, 1);
@@ -123,11 +123,12 @@ TEST_F(ConvertLossesTest, TheHighestParameterIndexSurvivesInJsonButSavingItFails
                           "value='0.25' sampleOffset='7' type='hold'/></parameterKeyframes>"
                           "</parameter></component></trackAudioParameters></busTrack></tracks>"
                           "</session></orvo>");
-        const Outcome toJson = RunTool({"convert", "a.orvo", "b.json"}, folder_);
-        ASSERT_EQ(toJson.exitCode, 0) << toJson.errors;
-        const json session = json::parse(ReadFile(folder_ / "b.json"));
-        const json parameter =
-            session.at("audioTracks").at(0).at("trackFader").at("parameters").at("4294967295");
+        const json parameter = ConvertedToJson()
+                                   .at("audioTracks")
+                                   .at(0)
+                                   .at("trackFader")
+                                   .at("parameters")
+                                   .at("4294967295");
         EXPECT_EQ(parameter.at("parameterValue"), 0.5);
         EXPECT_EQ(parameter.at("parameterKeyframes").at("keyframes").at(0),
                   (json{{"value", 0.25}, {"sampleOffset", 7}, {"type", "hold"}}));

@@ -20,10 +20,8 @@ using testing::StartsWith;
 
 namespace {
 
-class ConvertTest : public testing::Test {
+class ConvertTest : public test::ToolTest {
 protected:
-    bool Exists(const char* name) const { return std::filesystem::exists(folder_ / name); }
-
     /// Converts "a.orvo" to "a.json" with a plug-in that reads nothing.
     Outcome ConvertIdly(std::vector<std::string> options,
                         std::vector<std::pair<std::string, std::string>> environment = {}) const {
@@ -33,8 +31,6 @@ protected:
                           .folder = folder_.Path().string(),
                           .environment = std::move(environment)});
     }
-
-    test::TemporaryFolder folder_;
 };
 
 TEST_F(ConvertTest, WritesTheWholeSessionAsJson) {

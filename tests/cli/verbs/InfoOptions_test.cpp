@@ -21,10 +21,7 @@ using testing::StartsWith;
 
 namespace {
 
-class InfoOptionsTest : public testing::Test {
-protected:
-    test::TemporaryFolder folder_;
-};
+class InfoOptionsTest : public test::ToolTest {};
 
 TEST_F(InfoOptionsTest, ShowsWhereTheTimecodeStarts) {
     const auto shown = [this](const std::string& format) {

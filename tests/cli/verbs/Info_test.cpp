@@ -16,10 +16,7 @@ using testing::StartsWith;
 
 namespace {
 
-class InfoTest : public testing::Test {
-protected:
-    test::TemporaryFolder folder_;
-};
+class InfoTest : public test::ToolTest {};
 
 TEST_F(InfoTest, ShowsASessionAsAlignedTables) {
     folder_.Write("a.orvo", kSmallSession);

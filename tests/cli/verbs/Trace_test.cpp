@@ -19,7 +19,7 @@ using testing::Not;
 
 namespace {
 
-class TraceTest : public testing::Test {
+class TraceTest : public test::ToolTest {
 protected:
     /// The lines of standard output. Each one must be JSON.
     static std::vector<json> Lines(const Outcome& outcome) {
@@ -38,8 +38,6 @@ protected:
         }
         return calls;
     }
-
-    test::TemporaryFolder folder_;
 };
 
 TEST_F(TraceTest, ShowsEveryCallOfAReadInOrder) {
