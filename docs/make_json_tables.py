@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the sections of json.md that describe the objects of the JSON Schema that the build makes.
+"""Makes the sections of json.md that describe objects, from the JSON Schema that the build makes.
 
     docs/make_json_tables.py SCHEMA            writes them
     docs/make_json_tables.py SCHEMA --check    only says whether they are what they would become, and fails if not

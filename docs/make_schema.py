@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes orvo.xsd of the sections of format.md.
+"""Makes orvo.xsd from the sections of format.md.
 
     docs/make_schema.py            writes it
     docs/make_schema.py --check    only says whether it is what it would become, and fails if it is not
@@ -28,7 +28,7 @@ ATTRIBUTE = re.compile(r"\| `(\w+)` \|")
 SAME_ATTRIBUTES = re.compile(r"Attributes: those of .*\]\(#([\w-]+)\)\.")
 
 HEAD = """<?xml version="1.0" encoding="UTF-8"?>
-<!-- Made by make_schema.py of format.md, which says what the names mean. -->
+<!-- Made by make_schema.py from format.md, which says what the names mean. -->
 <xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema">
   <xs:element name="orvo" type="orvo"/>
 """

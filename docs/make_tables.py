@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Makes the tables of format.md of what the build's `orvo-print-format` prints; their last column is written by hand.
+"""Makes the tables of format.md from what the build's `orvo-print-format` prints; their last column is written by hand.
 
     docs/make_tables.py PRINT_FORMAT            writes them
     docs/make_tables.py PRINT_FORMAT --check    only says whether they are what they would become, and fails if not
 
 It also holds the sections to the tree of elements: that each element has a section, at its places and only there, with
-the text that it has. What the format cannot say for itself stays as it stands, if it can be true: what absence means
-where there is no default, and on what it depends whether something is written.
+the text that it has. The page keeps what the format cannot say, as long as it can be true: what absence means where
+there is no default, and the condition under which something is written.
 """
 
 import json
