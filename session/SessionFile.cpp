@@ -73,7 +73,7 @@ public:
     explicit Watch(const ProgressFunction& progress) : progress_(progress) {}
 
     void Report(double share) {
-        share_ = std::max(share_, std::min(share, 1.0));
+        share_ = std::max(share_, std::min(share, kMostBeforeEnd));
         if (progress_ && !progress_(share_)) {
             cancelled_ = true;
             throw Cancelled();
@@ -93,6 +93,9 @@ public:
     bool IsCancelled() const { return cancelled_; }
 
 private:
+    /// The plug-in's own last step is not the end of the request, which may still fail after it.
+    static constexpr double kMostBeforeEnd = 0.99;
+
     const ProgressFunction& progress_;
     double share_ = 0;
     bool cancelled_ = false;

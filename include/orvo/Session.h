@@ -21,9 +21,9 @@
 namespace orvo {
 
 /// Called during a read or a write, in the thread of the call, with the share that is done. The
-/// share goes from 0 to 1 and never decreases. Return false to cancel. After a success, a last call
-/// reports 1, and its answer has no effect. The function must not throw, and it must not read or
-/// write a session.
+/// share never decreases. Return false to cancel. The share stays below 1 until the work has
+/// succeeded: then a last call reports 1, and its answer has no effect. The function must not
+/// throw, and it must not read or write a session.
 using ProgressFunction = std::function<bool(double share)>;
 
 struct ReadOptions {

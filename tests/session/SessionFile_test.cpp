@@ -151,6 +151,34 @@ TEST_F(SessionFileTest, ProgressNeverGoesBackAndEndsAtOne) {
     EXPECT_EQ(shares.back(), 1);
 }
 
+TEST_F(SessionFileTest, AStopAtTheWholeShareDoesNotCancel) {
+    const ProgressFunction stopsAtTheEnd = [](double share) { return share < 1; };
+    const WriteResult written = WriteSession(Sample(), In("a.orvo"), {.progress = stopsAtTheEnd});
+    EXPECT_TRUE(written);
+    EXPECT_FALSE(written.cancelled);
+    const ReadResult read = ReadSession(In("a.orvo"), {.progress = stopsAtTheEnd});
+    EXPECT_TRUE(read);
+    EXPECT_FALSE(read.cancelled);
+    EXPECT_EQ(read.session.audioTracks, Sample().audioTracks);
+}
+
+TEST_F(SessionFileTest, AReadThatFailsAfterItsLastStepDoesNotReportTheWholeShare) {
+    const test::TemporaryFolder folder;
+    std::string document = "<orvo><session>";
+    for (int step = 1; step <= 7; ++step) {
+        document += "<tracks></tracks>";
+    }
+    const auto path = folder.Write("bad.orvo", document + "</session></orvo><orvo/>");
+    std::vector<double> shares;
+    EXPECT_FALSE(ReadSession(path, {.progress = [&shares](double share) {
+                                 shares.push_back(share);
+                                 return true;
+                             }}));
+    ASSERT_FALSE(shares.empty());
+    EXPECT_GT(shares.back(), 0.9) << "the last step";
+    EXPECT_LT(shares.back(), 1);
+}
+
 TEST_F(SessionFileTest, ACancelledWriteLeavesTheFileAsItWas) {
     ASSERT_TRUE(WriteSession({}, In("a.orvo")));
     const auto size = std::filesystem::file_size(In("a.orvo"));
