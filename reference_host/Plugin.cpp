@@ -44,8 +44,8 @@ void Plugin::Initialize() {
     const tses::SessionResult result = Call(tses::SessionSelector::Initialize, argument);
     if (result != tses::SessionResult::Ok) {
         throw PluginError(name_ + " refuses to initialise (result " +
-                          std::to_string(static_cast<std::int32_t>(result)) +
-                          "); it may need another version of the host");
+                              std::to_string(static_cast<std::int32_t>(result)) + ")",
+                          "it may need another version of the host");
     }
 }
 

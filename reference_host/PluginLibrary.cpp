@@ -20,7 +20,8 @@ std::string LoaderMessage() {
 void* Load(const std::filesystem::path& path) {
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored)) {
-        throw PluginError("no plug-in at " + path.string() + "; build it, or " + kHowToName);
+        throw PluginError("no plug-in at " + path.string(),
+                          std::string("build it, or ") + kHowToName);
     }
     // With its folder, so that the loader does not search elsewhere. Lazily, which saves 0.7 of 12
     // ms: most functions of the libraries that come with it are never called.
@@ -28,7 +29,7 @@ void* Load(const std::filesystem::path& path) {
     if (void* const handle = dlopen(absolute.c_str(), RTLD_LAZY | RTLD_LOCAL)) {
         return handle;
     }
-    throw PluginError("cannot load " + path.string() + " as a library (" + LoaderMessage() + "); " +
+    throw PluginError("cannot load " + path.string() + " as a library (" + LoaderMessage() + ")",
                       kHowToName);
 }
 
@@ -64,8 +65,9 @@ PluginLibrary::PluginLibrary(const std::filesystem::path& path) : handle_(Load(p
     if (symbol == nullptr) {
         dlclose(handle_);
         throw PluginError(path.string() +
-                          " is a library but no session plug-in: it lacks the function " +
-                          tses::kSessionInterfaceName + "; " + kHowToName);
+                              " is a library but no session plug-in: it lacks the function " +
+                              tses::kSessionInterfaceName,
+                          kHowToName);
     }
     function_ = reinterpret_cast<tses::SessionInterfaceFunction*>(symbol);
 }

@@ -2,15 +2,27 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <string>
 
 #include "host/SessionInterface.h"
 
 namespace refhost {
 
-/// Why a plug-in could not be loaded or initialised: which file, what is wrong with it, what to do.
+/// Why a plug-in could not be loaded or initialised. `what()` says all of it.
 class PluginError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    PluginError(const std::string& problem, const std::string& advice)
+        : std::runtime_error(problem + "; " + advice), problem_(problem), advice_(advice) {}
+
+    /// Which file, and what is wrong with it.
+    const std::string& Problem() const { return problem_; }
+
+    /// What to do.
+    const std::string& Advice() const { return advice_; }
+
+private:
+    std::string problem_;
+    std::string advice_;
 };
 
 /// The path of the plug-in: the value of the environment variable ORVO_PLUGIN, else OrvoNative.so

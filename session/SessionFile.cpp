@@ -55,11 +55,7 @@ private:
 };
 
 Message MessageOf(const refhost::PluginError& error) {
-    const std::string text = error.what();
-    const std::size_t advice = text.find("; ");
-    return advice == text.npos
-               ? Message{.what = text}
-               : Message{.what = text.substr(0, advice), .advice = text.substr(advice + 2)};
+    return {.what = error.Problem(), .advice = error.Advice()};
 }
 
 // Progress

@@ -11,6 +11,7 @@ namespace {
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
+using ::testing::StartsWith;
 
 std::string ErrorOf(const std::filesystem::path& path) {
     try {
@@ -26,6 +27,19 @@ TEST(PluginLibraryTest, AMissingFileIsNamed) {
     const std::filesystem::path path = folder / "none.so";
     EXPECT_THAT(ErrorOf(path),
                 AllOf(HasSubstr("no plug-in at " + path.string()), HasSubstr("ORVO_PLUGIN")));
+}
+
+TEST(PluginLibraryTest, TheAdviceIsApartFromThePathWhateverThePathHolds) {
+    const ::test::TemporaryFolder folder;
+    const std::filesystem::path path = folder / "one; two.so";
+    try {
+        const PluginLibrary library(path);
+        ADD_FAILURE() << "a missing file was loaded";
+    } catch (const PluginError& error) {
+        EXPECT_EQ(error.Problem(), "no plug-in at " + path.string());
+        EXPECT_THAT(error.Advice(), StartsWith("build it, or "));
+        EXPECT_EQ(error.what(), error.Problem() + "; " + error.Advice());
+    }
 }
 
 TEST(PluginLibraryTest, AFileThatIsNotALibraryIsNamed) {

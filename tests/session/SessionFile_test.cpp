@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <iostream>
 #include <optional>
 #include <string>
 #include <thread>
@@ -214,6 +216,17 @@ TEST_F(SessionFileTest, AReadCanBeCancelledAtEachTrackAndClip) {
         EXPECT_EQ(calls, end) << "no call after that";
     }
     EXPECT_EQ(ReadSession(In("a.orvo")).session.audioTracks.size(), 4u) << "the next one works";
+}
+
+TEST(CheckPluginDeathTest, AMissingPluginIsNamedApartFromTheAdvice) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");  // a process that has not loaded the plug-in
+    const auto check = [] {
+        ::setenv("ORVO_PLUGIN", "/none; at all/Other.so", 1);
+        const std::optional<Message> missing = CheckPlugin();
+        std::cerr << missing.value_or(Message()).what << '\n';
+        std::exit(missing && missing->advice.starts_with("build it, or ") ? 0 : 1);
+    };
+    EXPECT_EXIT(check(), ::testing::ExitedWithCode(0), "^no plug-in at /none; at all/Other.so\n$");
 }
 
 TEST_F(SessionFileTest, ThreadsWaitForEachOther) {
