@@ -93,7 +93,7 @@ bool WriteFile(const std::u16string& path, Content content) {
         stream.Close();
         if (content.empty()) {
             kelcore::trace::Write(kelcore::trace::kWriterCategory,
-                                  "the XML library gave an empty document: the file is empty now");
+                                  "the document came out empty: the file is empty now");
             return false;
         }
         return true;
@@ -221,7 +221,7 @@ bool SessionXMLWriter::Save() {
         content = Content();
     }
     if (!content) {
-        return Refuse("cannot write: the XML library could not put the session into XML");
+        return Refuse("cannot write: the session could not be put into XML");
     }
     return IsReadable(*content) && WriteFile(state_->path, *content);
 }

@@ -147,8 +147,7 @@ TEST_F(SessionXMLWriterTest, ASerialiserThatReportsFailureLeavesTheOldFile) {
         NewWriter({WriterFault::kNever, WriterFault::Serialiser::ReportsFailure});
     EXPECT_FALSE(writer.Save());
     EXPECT_EQ(Saved(), "the old session");
-    EXPECT_THAT(traced, ElementsAre("cannot write: the XML library could not put the session into "
-                                    "XML"));
+    EXPECT_THAT(traced, ElementsAre("cannot write: the session could not be put into XML"));
 }
 
 TEST_F(SessionXMLWriterTest, ASerialiserThatClaimsSuccessWithoutBytesLeavesAnEmptyFileAndFails) {
@@ -157,8 +156,7 @@ TEST_F(SessionXMLWriterTest, ASerialiserThatClaimsSuccessWithoutBytesLeavesAnEmp
     EXPECT_FALSE(writer.Save());
     EXPECT_TRUE(std::filesystem::exists(Target()));
     EXPECT_EQ(Saved(), "");
-    EXPECT_THAT(traced,
-                ElementsAre("the XML library gave an empty document: the file is empty now"));
+    EXPECT_THAT(traced, ElementsAre("the document came out empty: the file is empty now"));
 }
 
 TEST_F(SessionXMLWriterTest, OperationsOfOneWriterRunOneAfterTheOther) {
