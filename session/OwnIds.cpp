@@ -19,7 +19,7 @@ std::optional<Message> FindIn(const std::vector<Thing>& things, const std::strin
     for (std::size_t place = 0; place < things.size(); ++place) {
         const std::uint32_t id = things[place].id;
         if (id == kNoId) {
-            return Message{.what = fmt::format("/{}/{}/id: {} means none", list, place, id),
+            return Message{.what = fmt::format("/{}/{}/id: {} means \"no id\"", list, place, id),
                            .advice = fmt::format("give a number from 0 to {}", kNoId - 1)};
         }
         if (const auto [other, isNew] = places.try_emplace(id, place); !isNew) {

@@ -41,7 +41,7 @@ void TraceFailure(std::string_view category) noexcept {
     } catch (const xercesc::DOMException& failure) {
         TraceLibraryMessage(category, failure.getMessage());
     } catch (...) {
-        kelcore::trace::Write(category, "the host threw something that is no std::exception");
+        kelcore::trace::Write(category, "the host threw something that is not a std::exception");
     }
 }
 

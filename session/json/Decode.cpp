@@ -130,7 +130,7 @@ kelcore::uint32 DecodeNumberKey(std::string_view key) {
     std::from_chars(key.data(), key.data() + key.size(), number);
     // Only one spelling is accepted, so no two keys are the same number.
     if (std::to_string(number) != key) {
-        throw WrongValue("this key is no number; give a whole number from 0 to 4294967295");
+        throw WrongValue("this key is not a number; give a whole number from 0 to 4294967295");
     }
     return number;
 }

@@ -112,7 +112,7 @@ TEST_F(SessionFileTest, ATrackWithoutAnIdFailsTheWriteAndLeavesTheFileAsItWas) {
     const WriteResult written = WriteSession(session, In("a.orvo"));
     EXPECT_FALSE(written);
     ASSERT_EQ(written.messages.size(), 1u);
-    EXPECT_EQ(written.messages[0].what, "/audioTracks/1/id: 4294967295 means none");
+    EXPECT_EQ(written.messages[0].what, "/audioTracks/1/id: 4294967295 means \"no id\"");
     EXPECT_EQ(written.messages[0].advice, "give a number from 0 to 4294967294");
     EXPECT_EQ(ReadSession(In("a.orvo")).session.audioTracks, Sample().audioTracks);
 }

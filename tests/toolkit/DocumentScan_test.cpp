@@ -291,7 +291,7 @@ TEST_F(DocumentScanTest, ASecondFileWithTheSameIdIsALoss) {
 TEST_F(DocumentScanTest, AFileWithoutAnIdIsALoss) {
     EXPECT_THAT(Losses("<orvo><files><file/><file id='-1'/></files></orvo>"),
                 ElementsAre("1:14: <file> without an id",
-                            "1:21: <file> with the id \"-1\", which means none"));
+                            "1:21: <file> with the id \"-1\", which means \"no id\""));
 }
 
 TEST_F(DocumentScanTest, ASecondTrackWithTheSameIdIsALossWhateverItsKind) {
@@ -309,7 +309,8 @@ TEST_F(DocumentScanTest, TracksWithoutAnIdEndTheReadExceptForVideoTracks) {
     ASSERT_THAT(scan.endTheRead, SizeIs(2));
     EXPECT_EQ(scan.endTheRead[0].what, "<busTrack> without an id");
     EXPECT_EQ(scan.endTheRead[0].place, (Place{1, 41}));
-    EXPECT_EQ(scan.endTheRead[1].what, "<audioTrack> with the id \"4294967295\", which means none");
+    EXPECT_EQ(scan.endTheRead[1].what,
+              "<audioTrack> with the id \"4294967295\", which means \"no id\"");
     EXPECT_EQ(scan.notCarriedCount, 4u);
 }
 
@@ -355,7 +356,7 @@ TEST_F(DocumentScanTest, WhatIsDroppedWithoutItsPlaceIsALoss) {
                "<channel index='0'/></channelMap></component></slot></effectsRack>"
                "</busTrack></tracks></session></orvo>"),
         ElementsAre("1:41: <editParameter> without slotIndex",
-                    "1:57: <editParameter> with the slotIndex \"-1\", which means none",
+                    "1:57: <editParameter> with the slotIndex \"-1\", which means \"no slotIndex\"",
                     "1:128: <sendSlot> without slotIndex", "1:242: <channel> without index"));
 }
 
@@ -371,7 +372,7 @@ TEST_F(DocumentScanTest, ATextThatIsNotBase64IsALossIfItMustBe) {
                        "<midiClip id='2'><midiEvents>AA*C</midiEvents></midiClip>"
                        "<midiClip id='3'><midiEvents/></midiClip>"
                        "</instrumentTrack></tracks></session></orvo>"),
-                ElementsAre("1:135: the text of <midiEvents>, which is no Base64"));
+                ElementsAre("1:135: the text of <midiEvents>, which is not Base64"));
 }
 
 TEST_F(DocumentScanTest, ASecondSessionIsALoss) {

@@ -369,7 +369,7 @@ private:
     void ReportWithoutKey(const Element& row, std::optional<std::u16string_view> text) {
         const std::string key = kelcore::UTF16to8(row.occurrence.key);
         std::string what = text ? Tag(row.name) + " with the " + key + " " +
-                                      Quoted(*text, length_) + ", which means none"
+                                      Quoted(*text, length_) + ", which means \"no " + key + "\""
                                 : Tag(row.name) + " without " + (key == "id" ? "an id" : key);
         if (row.occurrence.withoutKey == Occurrence::WithoutKey::EndsTheRead &&
             result_.endTheRead.size() < limit_) {
@@ -385,7 +385,7 @@ private:
         }
         std::vector<kelcore::byte> ignored;
         if (!kelcore::DecodeBinaryDataFromUTF16String(element.base64, ignored)) {
-            Report(element.tag, "the text of " + Tag(element.row->name) + ", which is no Base64");
+            Report(element.tag, "the text of " + Tag(element.row->name) + ", which is not Base64");
         }
     }
 

@@ -85,9 +85,10 @@ TEST_F(RefusalTest, FindsATrackWithoutAnIdAfterAnyNumberOfOtherLosses) {
         document += "<glow/>";
     }
     folder_.Write("a.orvo", document + "\n <busTrack id='-1'/></tracks></session></orvo>");
-    EXPECT_EQ(RunTool({"info", "a.orvo"}, folder_).errors,
-              "orvo: a.orvo:4:2: <busTrack> with the id \"-1\", which means none: give it an id "
-              "attribute with a unique number\n");
+    EXPECT_EQ(
+        RunTool({"info", "a.orvo"}, folder_).errors,
+        "orvo: a.orvo:4:2: <busTrack> with the id \"-1\", which means \"no id\": give it an id "
+        "attribute with a unique number\n");
 }
 
 TEST_F(RefusalTest, RefusesEndlessNestingAtOnce) {

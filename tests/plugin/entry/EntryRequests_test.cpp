@@ -185,7 +185,7 @@ TEST_F(EntryRequests, WhatTheHostThrowsIsTheReasonInTheTrace) {
                     ElementsAre("app::XMLWriter: no room for tracks"));
         EXPECT_THAT(
             TracedByThrowing(operation, std::make_exception_ptr(42)),
-            ElementsAre("app::XMLWriter: the host threw something that is no std::exception"));
+            ElementsAre("app::XMLWriter: the host threw something that is not a std::exception"));
         EXPECT_THAT(TracedByThrowing(operation, std::make_exception_ptr(std::bad_alloc())),
                     ElementsAre("app::XMLWriter: memory ran out"));
     }
@@ -194,8 +194,9 @@ TEST_F(EntryRequests, WhatTheHostThrowsIsTheReasonInTheTrace) {
 TEST_F(EntryRequests, WhatTheHostThrowsForAPathIsTheReasonInTheTrace) {
     Initialize();
     const auto reference = Ref<ThrowingFileReference>::Adopt(new ThrowingFileReference);
-    EXPECT_THAT(TracedBy([&] { Call(kSetFilePath, static_cast<IHostFileRef*>(reference.Get())); }),
-                ElementsAre("app::XMLReader: the host threw something that is no std::exception"));
+    EXPECT_THAT(
+        TracedBy([&] { Call(kSetFilePath, static_cast<IHostFileRef*>(reference.Get())); }),
+        ElementsAre("app::XMLReader: the host threw something that is not a std::exception"));
 }
 
 }  // namespace

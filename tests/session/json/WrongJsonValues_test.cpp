@@ -65,7 +65,8 @@ TEST(WrongJsonValuesTest, ATableKeyThatIsNotANumberIsNamedWithItsPlace) {
     for (const std::string key : {"07", "+7", "-1", "4294967296", "x", ""}) {
         EXPECT_THAT(
             ErrorOf(R"({"audioTracks": [{"trackFader": {"parameters": {")" + key + R"(": {}}}}]})"),
-            StartsWith("/audioTracks/0/trackFader/parameters/" + key + ": this key is no number"));
+            StartsWith("/audioTracks/0/trackFader/parameters/" + key +
+                       ": this key is not a number"));
     }
 }
 
@@ -152,11 +153,11 @@ TEST(WrongJsonValuesTest, TracksOfTwoListsMayHaveTheSameId) {
     EXPECT_NO_THROW(Parse(R"({"videoTracks": [{"id": 5}], "audioTracks": [{"id": 5}]})"));
 }
 
-TEST(WrongJsonValuesTest, TheIdThatMeansNoneIsAnErrorExceptForTheMetronome) {
+TEST(WrongJsonValuesTest, TheIdThatMeansNoIdIsAnErrorExceptForTheMetronome) {
     EXPECT_EQ(ErrorOf(R"({"audioTracks": [{"id": 4294967295}]})"),
-              "/audioTracks/0/id: 4294967295 means none; give a number from 0 to 4294967294");
+              "/audioTracks/0/id: 4294967295 means \"no id\"; give a number from 0 to 4294967294");
     EXPECT_EQ(ErrorOf(R"({"files": [{"id": 4294967295}]})"),
-              "/files/0/id: 4294967295 means none; give a number from 0 to 4294967294");
+              "/files/0/id: 4294967295 means \"no id\"; give a number from 0 to 4294967294");
     EXPECT_NO_THROW(Parse(R"({"metronome": {"track": {"id": 4294967295}}})"));
 }
 
