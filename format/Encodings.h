@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "format/Attribute.h"
+#include "format/InlineText.h"
 #include "format/Keywords.h"
 #include "format/ValueEncoding.h"
 #include "format/ValueText.h"
@@ -35,6 +36,7 @@ struct Text : Plain {
     static constexpr ValueKind kKind = ValueKind::Text;
 
     static void Read(std::u16string_view text, std::u16string& value) { value = text; }
+    static void Read(std::u16string_view text, InlineText& value) { value = text; }
     /// A view of the tag's own text, which is zero-terminated.
     static void Read(std::u16string_view text, std::u16string_view& value) { value = text; }
     static bool Write(std::u16string_view value, ValueText& text) { return Put(value, text); }

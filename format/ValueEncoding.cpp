@@ -206,7 +206,8 @@ bool ParseBoolLenient(std::u16string_view text) {
 }
 
 std::u16string EncodeBlock(std::span<const kelcore::byte> bytes) {
-    return kelcore::UTF8to16(kelcore::EncodeBinaryDataToUTF8String(bytes.data(), bytes.size()));
+    const std::string ascii = kelcore::EncodeBinaryDataToUTF8String(bytes.data(), bytes.size());
+    return {ascii.begin(), ascii.end()};
 }
 
 void DecodeBlock(std::u16string_view text, std::vector<kelcore::byte>& bytes) {

@@ -31,7 +31,7 @@ struct ClipRecord {
     kelcore::int64 endPoint = -1;
     double hue = 0;
     bool looped = false;
-    std::u16string name{};
+    InlineText name{};
     bool offline = false;
     bool selected = false;
     bool lockedInTime = false;

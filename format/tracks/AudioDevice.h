@@ -15,8 +15,8 @@
 namespace tses {
 
 struct AudioDeviceRecord {
-    std::u16string inputId{};
-    std::u16string outputId{};
+    InlineText inputId{};
+    InlineText outputId{};
 };
 
 inline constexpr auto kAudioDeviceRows = Rows(Text<&AudioDeviceRecord::inputId>(names::inputID),
@@ -24,7 +24,7 @@ inline constexpr auto kAudioDeviceRows = Rows(Text<&AudioDeviceRecord::inputId>(
 
 struct PortRecord {
     kelcore::int32 id = 0;
-    std::u16string name{};
+    InlineText name{};
 };
 
 inline constexpr auto kPortRows =

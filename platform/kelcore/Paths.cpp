@@ -1,10 +1,10 @@
 #include "platform/kelcore/Paths.h"
 
 #include <algorithm>
+#include <boost/container/small_vector.hpp>
 #include <filesystem>
 #include <new>
 #include <system_error>
-#include <vector>
 
 #include "platform/kelcore/Unicode.h"
 
@@ -54,7 +54,9 @@ public:
         }
     }
 
-    const std::vector<std::u16string_view>& List() const { return names_; }
+    /// Paths of usual depth need no allocation.
+    using NameList = boost::container::small_vector<std::u16string_view, 16>;
+    const NameList& List() const { return names_; }
 
     std::u16string Path() const {
         std::u16string path;
@@ -86,7 +88,7 @@ private:
 
     bool absolute_;
     StepsBack stepsBack_;
-    std::vector<std::u16string_view> names_;
+    NameList names_;
 };
 
 /// The folder that contains the file `location`.
@@ -183,6 +185,7 @@ std::u16string MakeNormalizedRelativePath(std::u16string_view path, std::u16stri
     const auto [targetRest, folderRest] = std::mismatch(target.List().begin(), target.List().end(),
                                                         folder.List().begin(), folder.List().end());
     std::u16string relative;
+    relative.reserve(path.size() + 3 * folder.List().size());  // the most: "../" for each folder
     const auto append = [&relative](std::u16string_view name) {
         if (!relative.empty()) {
             relative += kSeparator;

@@ -33,17 +33,18 @@ private:
 
 }  // namespace
 
-std::u16string TextOf(IHostString* returned) {
+InlineText TextOf(IHostString* returned) {
     const auto string = Retain(returned);
     if (!string) {
         return {};
     }
     const kelcore::uint32 length = string->GetLength();
     if (length > limits::kTextUnits) {
-        throw std::length_error("a text is longer than 536870912 UTF-16 units");
+        throw std::length_error("a text is longer than " + std::to_string(limits::kTextUnits) +
+                                " UTF-16 units");
     }
     const kelcore::char16* const data = length > 0 ? string->GetData() : nullptr;
-    return data != nullptr ? std::u16string(data, length) : std::u16string();
+    return data != nullptr ? InlineText({data, length}) : InlineText();
 }
 
 HostReference<IHostString> MakeHostString(std::u16string text) {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "format/InlineText.h"
 #include "plugin/serializer/HostReference.h"
 
 namespace tses {
@@ -9,7 +10,7 @@ namespace tses {
 /// Returns the text of a host string that a call returned; empty for null and for a string without
 /// data. If the string claims to be longer than any text may be, throws a `std::length_error` that
 /// says so and fails the request, without touching the data.
-std::u16string TextOf(IHostString* returned);
+InlineText TextOf(IHostString* returned);
 
 /// A host string of the plug-in's own, for the host operations that take one.
 HostReference<IHostString> MakeHostString(std::u16string text);

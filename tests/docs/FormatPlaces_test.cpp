@@ -39,7 +39,7 @@ protected:
     /// What the reader pushes at an element of that section.
     State StateOf(const PageSection& section) const {
         const auto node = refhost::SessionNode::Make();
-        Serializer::Impl impl{WriterFault{}};
+        Serializer::Impl impl{WriterFault{}, MakeDomDocument};
         SerializerTestAccess::Attach(impl, &node->Edit());
         SAXContentHandler& content = SerializerTestAccess::Content(impl);
         content.StartDocument();
@@ -73,7 +73,7 @@ protected:
     }
 
     static Places OfTheTable() {
-        const Serializer::Impl impl{WriterFault{}};
+        const Serializer::Impl impl{WriterFault{}, MakeDomDocument};
         Places places;
         for (const ElementEntry& entry : SerializerTestAccess::Table(impl).Entries()) {
             places.emplace(kelcore::UTF16to8(entry.name), entry.parentState);

@@ -42,7 +42,7 @@ void Serializer::Impl::EndClipGroup() {
 
 namespace {
 
-bool WriteName(SessionXMLWriter& writer, const std::u16string& name) {
+bool WriteName(SessionXMLWriter& writer, std::u16string_view name) {
     return writer.StartElement(names::name) && writer.Text(name) && writer.EndElement();
 }
 

@@ -22,7 +22,7 @@ bool WriteClipProperties(SessionXMLWriter& writer, HostReference<IQueryClipPrope
     if (!properties || properties->IsEmpty()) {
         return true;
     }
-    const std::u16string text = TextOf(properties->GetPropertiesText());
+    const InlineText text = TextOf(properties->GetPropertiesText());
     const ClipPropertiesRecord record{text};
     return writer.StartElement(names::properties, ToAttributes<kClipPropertiesRows>(record)) &&
            writer.EndElement();

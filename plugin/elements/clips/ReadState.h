@@ -21,7 +21,7 @@ struct PendingClipRecord : ClipRecord {
     void Reset() {
         PendingClipRecord fresh;
         fresh.hue = hue;
-        fresh.name.swap(name);
+        std::swap(fresh.name, name);
         *this = std::move(fresh);
     }
 };

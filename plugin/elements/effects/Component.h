@@ -25,10 +25,10 @@ bool WriteKeywordComponent(SessionXMLWriter& writer, std::u16string_view keyword
 
 /// The texts of a component while it is written.
 struct ComponentTexts {
-    std::u16string guid;
-    std::u16string id;
-    std::u16string name;
-    std::u16string presetName;
+    InlineText guid;
+    InlineText id;
+    InlineText name;
+    InlineText presetName;
 };
 
 /// Asks a component of any kind for its values. The record refers to `texts`.

@@ -48,7 +48,7 @@ bool WriteParameter(SessionXMLWriter& writer, IQueryComponent& component, kelcor
     if (!component.GetParameterValue(index, record.value)) {
         return true;
     }
-    const std::u16string name = TextOf(component.GetParameterName(index));
+    const InlineText name = TextOf(component.GetParameterName(index));
     record.name = name;
     record.safeDuringWrite = component.IsParameterSafeDuringWrite(index);
     return writer.StartElement(names::parameter, ToAttributes<kParameterRows>(record)) &&

@@ -40,7 +40,7 @@ void Serializer::Impl::StartSlotChannel(State state, const TagAttributes& attrib
 namespace {
 
 bool WriteBusConfig(SessionXMLWriter& writer, IQueryEffectsSlot& slot) {
-    const std::u16string busConfig = TextOf(slot.GetBusConfig());
+    const InlineText busConfig = TextOf(slot.GetBusConfig());
     return busConfig.empty() || (writer.StartElement(names::busConfig) &&
                                  writer.Characters(busConfig) && writer.EndElement());
 }

@@ -32,8 +32,8 @@ void Serializer::Impl::EndProperty() {
 namespace {
 
 bool WriteProperty(SessionXMLWriter& writer, IQueryProperties& properties, kelcore::uint32 index) {
-    const PropertyRecord record{TextOf(properties.GetKey(index))};
-    const std::u16string value = TextOf(properties.GetValue(record.key.c_str()));
+    const PropertyRecord record{std::u16string(TextOf(properties.GetKey(index)))};
+    const InlineText value = TextOf(properties.GetValue(record.key.c_str()));
     return writer.StartElement(names::property, ToAttributes<kPropertyRows>(record)) &&
            (value.empty() || writer.Text(value)) && writer.EndElement();
 }

@@ -17,7 +17,7 @@ void Serializer::Impl::EndXmpMetadata() {
 }
 
 bool WriteXmpMetadata(SessionXMLWriter& writer, HostReference<IQuerySession> session) {
-    const std::u16string packet = TextOf(session->GetXmpMetadata());
+    const InlineText packet = TextOf(session->GetXmpMetadata());
     return packet.empty() || (writer.StartElement(names::xmpMetadata) &&
                               writer.Characters(packet) && writer.EndElement());
 }

@@ -53,7 +53,7 @@ TrackParametersRecord QueryParameters(Track& track) {
     return {track.GetHeight(), track.GetHue(), track.IsMinimized()};
 }
 
-bool WriteName(SessionXMLWriter& writer, const std::u16string& name) {
+bool WriteName(SessionXMLWriter& writer, std::u16string_view name) {
     return writer.StartElement(names::name) && (name.empty() || writer.Text(name)) &&
            writer.EndElement();
 }

@@ -24,7 +24,7 @@ protected:
     }
 
     refhost::Ref<refhost::SessionNode> session = refhost::SessionNode::Make();
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     SAXErrorHandler& errors = SerializerTestAccess::Errors(impl);
     std::vector<std::string> log;
 };

@@ -122,7 +122,7 @@ TEST_F(Dispatch, WithoutInstrumentTracksTheirElementsAreSkippedWithEverythingInT
 }
 
 TEST_F(Dispatch, EverythingThatHandlersRememberIsClearedBeforeARead) {
-    auto impl = std::make_unique<Serializer::Impl>(WriterFault{});
+    auto impl = std::make_unique<Serializer::Impl>(WriterFault{}, MakeDomDocument);
     SerializerTestAccess::SavedState(*impl).ctiPosition = 111;
     SerializerTestAccess::SavedState(*impl).selectionStart = 222;
     folder.Write("session.orvo", "<orvo><session appVersion='25'/></orvo>");
@@ -132,7 +132,7 @@ TEST_F(Dispatch, EverythingThatHandlersRememberIsClearedBeforeARead) {
 }
 
 TEST_F(Dispatch, ARootOfAnotherNameEndsTheParseWithThatMessage) {
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     try {
         SerializerTestAccess::Content(impl).StartElementEvent(u"", u"song", u"song", {});
         FAIL() << "nothing thrown";

@@ -243,7 +243,7 @@ protected:
 };
 
 TEST_F(ElementPlaces, CoverAllPlacesOfTheTable) {
-    const Serializer::Impl impl{WriterFault{}};
+    const Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     std::vector<std::pair<std::string, State>> inTable;
     for (const ElementEntry& entry : SerializerTestAccess::Table(impl).Entries()) {
         inTable.emplace_back(kelcore::UTF16to8(entry.name), entry.parentState);
@@ -269,7 +269,7 @@ struct OpenRead {
     }
 
     refhost::Ref<refhost::SessionNode> node = refhost::SessionNode::Make();
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
 };
 
 // For an element without children, only this shows which State it pushes.

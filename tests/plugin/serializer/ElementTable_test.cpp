@@ -23,7 +23,7 @@ constexpr std::string_view kInstrumentElements[] = {
 
 std::vector<Place> PlacesOfTable(bool instrumentTracks) {
     kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", instrumentTracks);
-    const Serializer::Impl impl{WriterFault{}};
+    const Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     std::vector<Place> places;
     for (const ElementEntry& entry : SerializerTestAccess::Table(impl).Entries()) {
         places.emplace_back(kelcore::UTF16to8(entry.name), entry.parentState);
@@ -44,13 +44,13 @@ TEST(ElementTable, WithoutInstrumentTracksTheirElementsAreMissing) {
 
 TEST(ElementTable, TheFeatureIsAskedOnceWhenTheTableIsBuilt) {
     kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", true);
-    const Serializer::Impl impl{WriterFault{}};
+    const Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", false);
     EXPECT_NE(SerializerTestAccess::Table(impl).Find(u"instrumentTrack", states::tracks), nullptr);
 }
 
 TEST(ElementTable, EveryEntryHasAStart) {
-    const Serializer::Impl impl{WriterFault{}};
+    const Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     for (const ElementEntry& entry : SerializerTestAccess::Table(impl).Entries()) {
         EXPECT_TRUE(static_cast<bool>(entry.onStart)) << kelcore::UTF16to8(entry.name);
     }
@@ -71,7 +71,7 @@ TEST(ElementTable, TheFirstOfTwoEntriesForOnePlaceIsTaken) {
 }
 
 TEST(CharacterData, OfANameIsItsOwnTextAlone) {
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
     events.StartElementEvent(u"", u"orvo", u"orvo", {});
     events.CharactersEvent(u"\n  ");
@@ -81,7 +81,7 @@ TEST(CharacterData, OfANameIsItsOwnTextAlone) {
 }
 
 TEST(CharacterData, IsWhatFollowsTheLastStartTag) {
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
     events.StartElementEvent(u"", u"orvo", u"orvo", {});
     events.CharactersEvent(u"before ");
@@ -96,7 +96,7 @@ TEST(CharacterData, IsWhatFollowsTheLastStartTag) {
 }
 
 TEST(StateStack, HoldsTheRootsStateAndZeroForWhatIsUnknown) {
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
     EXPECT_THAT(SerializerTestAccess::Stack(impl), ElementsAre(states::unknown));
     events.StartElementEvent(u"", u"orvo", u"orvo", {});

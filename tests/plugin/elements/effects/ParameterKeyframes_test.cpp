@@ -182,7 +182,7 @@ TEST_F(ParameterKeyframes, InADroppedComponentTheLaneBeforeIsNotReached) {
 // In a document, no keyframe outside of a lane reaches the handler, so the test calls the handler.
 TEST_F(ParameterKeyframes, AStrayKeyframeAfterItsLaneStillLandsInIt) {
     const auto session = refhost::SessionNode::Make();
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     SerializerTestAccess::Attach(impl, &session->Edit());
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
     const auto start = [&events](std::u16string_view name, const TagAttributes& attributes = {}) {
@@ -211,7 +211,7 @@ TEST_F(ParameterKeyframes, AStrayKeyframeAfterItsLaneStillLandsInIt) {
 }
 
 TEST_F(ParameterKeyframes, AKeyframeBeforeAnyLaneIsDropped) {
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     SerializerTestAccess::StartParameterKeyframe(impl, {{u"sampleOffset", u"7"}});
     EXPECT_THAT(SerializerTestAccess::Stack(impl),
                 ElementsAre(states::unknown, states::parameterKeyframe));

@@ -121,7 +121,7 @@ TEST_F(TrackAudioParameters, VolumeAndMuteAreAcceptedAndChangeNothing) {
 }
 
 TEST_F(TrackAudioParameters, VolumeAndMuteAreReadIntoTheTracksRecord) {
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
     const auto session = refhost::SessionNode::Make();
     SerializerTestAccess::Attach(impl, &session->Edit());

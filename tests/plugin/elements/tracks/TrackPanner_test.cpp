@@ -28,7 +28,7 @@ TEST_F(TrackPanner, IsNeverWritten) {
 
 /// What the track's record holds after a panner with these attributes.
 TrackPannerRecord RecordAfter(TagAttributes attributes) {
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
     const auto session = refhost::SessionNode::Make();
     SerializerTestAccess::Attach(impl, &session->Edit());

@@ -129,7 +129,7 @@ TEST_F(Tracks, AnIdThatTheHostDoesNotKnowEndsTheRead) {
 
 /// Begins a track in the first "tracks" of a session.
 void StartTrackIn(IEditSession& session) {
-    Serializer::Impl impl{WriterFault{}};
+    Serializer::Impl impl{WriterFault{}, MakeDomDocument};
     SerializerTestAccess::Attach(impl, &session);
     SAXContentHandler& events = SerializerTestAccess::Content(impl);
     for (const std::u16string_view name : {u"orvo", u"session", u"tracks", u"audioTrack"}) {
