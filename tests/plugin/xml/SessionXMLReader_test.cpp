@@ -175,7 +175,7 @@ TEST_F(SessionXMLReaderTest, WhatAHandlerThrowsThatIsNoExceptionIsTraced) {
     events.atEachElement = [] { throw 42; };
     EXPECT_FALSE(ParseText("<a/>"));
     EXPECT_THAT(traced, ElementsAre("app::XMLReader: Unexpected XMLReader Exception",
-                                    "app::XMLReader: the host threw something that is no "
+                                    "app::XMLReader: the host threw something that is not a "
                                     "std::exception"));
 }
 
