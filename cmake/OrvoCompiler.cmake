@@ -72,3 +72,9 @@ function(orvo_compile_as_code target)
     endif()
   endif()
 endfunction()
+
+# orvo_keep_unloadable(TARGET): compiles code that the plug-in contains, which a host must be able to unload. The
+# loader never unloads a library with GNU unique symbols.
+function(orvo_keep_unloadable target)
+  target_compile_options(${target} PRIVATE -fvisibility=hidden $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+endfunction()
