@@ -17,46 +17,51 @@ namespace {
 using Guard = boost::lock_guard<boost::recursive_mutex>;
 using Content = std::span<const kelcore::byte>;
 
-constexpr kelcore::uint64 kLongestReference = 8;  // that of the line separator
-constexpr kelcore::uint64 kOtherReference = 6;
+// Bounds of the length of a text as the value of an attribute. They hold for both versions of XML,
+// because the text of a later element decides which one the document gets.
 
-/// The longest that the text may get as the value of an attribute: every unit as a reference.
-kelcore::uint64 LongestValue(std::u16string_view text) {
+constexpr kelcore::uint64 kLongestReference = 8;  // that of the line separator
+constexpr kelcore::uint64 kLongestOtherReference = 6;
+constexpr kelcore::uint64 kMostBytesOfUnit = 3;
+
+/// At most so many bytes, whatever the units are.
+kelcore::uint64 QuickBound(std::u16string_view text) {
     return kLongestReference * text.size();
 }
 
-kelcore::uint64 LengthOf(char16_t unit) {
+/// A unit that is a reference in some place or version counts as the longest one.
+kelcore::uint64 BoundOf(char16_t unit) {
     const bool isPlain =
         unit >= 0x20 && unit < 0x7F && unit != u'&' && unit != u'<' && unit != u'>' && unit != u'"';
     if (isPlain) {
         return 1;
     }
-    constexpr kelcore::uint64 kBytesOfUnit = 3;
-    return unit < 0xA0 ? kOtherReference : unit == u'\u2028' ? kLongestReference : kBytesOfUnit;
+    return unit < 0xA0         ? kLongestOtherReference
+           : unit == u'\u2028' ? kLongestReference
+                               : kMostBytesOfUnit;
 }
 
-/// The text's length as a value, enough for any version that the document gets in the end.
-kelcore::uint64 ValueLength(std::u16string_view text) {
+kelcore::uint64 CloseBound(std::u16string_view text) {
     kelcore::uint64 length = 0;
     for (const char16_t unit : text) {
-        length += LengthOf(unit);
+        length += BoundOf(unit);
     }
     return length;
 }
 
-template <class Measure>
-bool FitsTag(const AttributeMap& attributes, Measure measure) {
+template <class Bound>
+bool FitsTag(const AttributeMap& attributes, Bound bound) {
     constexpr kelcore::uint64 kName = 64;  // with quotes and separators
     kelcore::uint64 length = kName;
     for (const auto& attribute : attributes) {
-        length += kName + measure(attribute.value);
+        length += kName + bound(attribute.value);
     }
     return length <= limits::kTagBytes;
 }
 
 /// Whether a reader accepts the tag.
 bool IsReadable(const AttributeMap& attributes) {
-    return FitsTag(attributes, LongestValue) || FitsTag(attributes, ValueLength);
+    return FitsTag(attributes, QuickBound) || FitsTag(attributes, CloseBound);
 }
 
 /// The DOM throws if it refuses something; the writer's operation then reports failure.
