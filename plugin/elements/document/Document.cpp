@@ -15,26 +15,19 @@ constexpr kelcore::uint32 kSessionDone = 2;
 constexpr kelcore::uint32 kFilesDone = 3;
 constexpr kelcore::uint32 kAudioDeviceDone = 4;
 
-/// The version of the format, as the host reports it.
-struct DocumentVersion {
+DocumentRecord QueryDocument(IQuerySession& session) {
     kelcore::int32 major = 0;
     kelcore::int32 minor = 0;
-};
-
-DocumentRecord ToRecord(const DocumentVersion& version) {
-    return {std::u16string(FormatNumber(version.major))
-                .append(u".")
-                .append(FormatNumber(version.minor))};
+    session.GetFormatVersion(&major, &minor);
+    return {std::u16string(FormatNumber(major)).append(u".").append(FormatNumber(minor))};
 }
 
 }  // namespace
 
 bool WriteDocument(SessionXMLWriter& writer, const HostReference<IQuerySession>& session,
                    const std::u16string& path) {
-    DocumentVersion version;
-    session->GetFormatVersion(&version.major, &version.minor);
     const bool versionSet =
-        writer.SetRootAttributes(ToAttributes<kDocumentRows>(ToRecord(version)));
+        writer.SetRootAttributes(ToAttributes<kDocumentRows>(QueryDocument(*session)));
     const auto report = [&](kelcore::uint32 done) {
         session->SetProgress(done, kProgressTotal, 0, versionSet ? 1 : 0);
     };
