@@ -9,7 +9,6 @@
 #include <vector>
 
 #include <orvo/Differences.h>
-#include <orvo/Json.h>
 #include "cli/files/ReadProgress.h"
 #include "cli/files/SessionFile.h"
 #include "cli/files/StandInFile.h"
@@ -193,14 +192,11 @@ ExitCode SaveSession(const Session& session, const Output& out, const std::strin
     return Deliver(*file, out, progress);
 }
 
-ExitCode SaveJson(const Session& session, bool isFull, const Output& out, Progress& progress,
-                  kelcore::uint64 expectedSize) {
+ExitCode SaveJson(const Session& session, orvo::JsonOptions options, const Output& out,
+                  Progress& progress, kelcore::uint64 expectedSize) {
     const Progress::Phase writing = progress.Begin(kWriting, out.Name());
-    return out.Save([&](const Output::Sink& sink) {
-        orvo::ToJson(session, sink, {.full = isFull, .progress = [&](kelcore::uint64 bytes) {
-                                         writing.Update(bytes, expectedSize);
-                                     }});
-    });
+    options.progress = [&](kelcore::uint64 bytes) { writing.Update(bytes, expectedSize); };
+    return out.Save([&](const Output::Sink& sink) { orvo::ToJson(session, sink, options); });
 }
 
 }  // namespace cli

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include <orvo/Json.h>
 #include <orvo/Session.h>
 #include "cli/ExitCode.h"
 #include "cli/files/Kind.h"
@@ -29,9 +30,9 @@ ExitCode SaveSession(const orvo::Session& session, const Output& out, const std:
 ExitCode SaveWholeSession(const orvo::Session& session, const Output& out, Progress& progress);
 
 /// Saves a session as JSON, which can hold any session.
-/// @param isFull        whether keys at their default are written too
+/// @param options       without a function for progress, which is the progress bar's
 /// @param expectedSize  an estimate in bytes for the progress bar; 0 if unknown
-ExitCode SaveJson(const orvo::Session& session, bool isFull, const Output& out, Progress& progress,
-                  kelcore::uint64 expectedSize);
+ExitCode SaveJson(const orvo::Session& session, orvo::JsonOptions options, const Output& out,
+                  Progress& progress, kelcore::uint64 expectedSize);
 
 }  // namespace cli

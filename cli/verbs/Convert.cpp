@@ -250,7 +250,7 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
         return ExitCode::Failure;
     }
     return to == Kind::Orvo ? SaveSession(input->session, out, in.Subject(), options.rule, progress)
-                            : SaveJson(input->session, options.full, out, progress,
+                            : SaveJson(input->session, {.full = options.full}, out, progress,
                                        ExpectedSizeOfJson(*input, from, options.full));
 }
 

@@ -36,7 +36,7 @@ ExitCode RunGenerate(const Options& options) {
     const Kind kind = FindKind(options.to, options.out).value_or(Kind::Orvo);
     Progress progress(out.Name(), PhasesOfSaving(kind));
     if (kind == Kind::Json) {
-        return SaveJson(toolkit::GenerateSession(options.size, options.seed), false, out, progress,
+        return SaveJson(toolkit::GenerateSession(options.size, options.seed), {}, out, progress,
                         ExpectedSizeOfJson(options.size));
     }
     RequirePlugin();
