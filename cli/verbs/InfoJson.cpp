@@ -1,5 +1,6 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <type_traits>
 
 #include <orvo/Times.h>
 #include "cli/verbs/InfoReport.h"
@@ -37,7 +38,7 @@ ordered_json ToArray(const List& list) {
 ordered_json ToJson(orvo::ChannelType type) {
     std::ostringstream word;
     word << type;
-    const auto number = static_cast<kelcore::uint32>(type);
+    const auto number = static_cast<std::underlying_type_t<orvo::ChannelType>>(type);
     return word.str() == std::to_string(number) ? ordered_json(number) : ordered_json(word.str());
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <type_traits>
 
 #include <orvo/Times.h>
 #include "cli/terminal/Table.h"
@@ -57,7 +58,7 @@ std::string ShownDuration(const SessionSummary& summary) {
 }
 
 std::string ShownChannels(orvo::ChannelType type) {
-    const auto count = static_cast<kelcore::int32>(type);
+    const auto count = static_cast<std::underlying_type_t<orvo::ChannelType>>(type);
     const auto layout = toolkit::ChannelLayoutName(type);
     return layout ? fmt::format("{} ({})", count, *layout) : fmt::format("{}", count);
 }
