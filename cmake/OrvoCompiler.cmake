@@ -1,7 +1,8 @@
-# How the project's own targets are compiled. Nothing here reaches the targets of a project that contains this one.
+# How the project's own targets are compiled and installed. Nothing here reaches the targets of a project that contains this one.
 
 option(ORVO_BUILD_TOOL "Build the command-line tool" ${PROJECT_IS_TOP_LEVEL})
 option(ORVO_BUILD_TESTS "Build the tool, the tests, the fuzzers and the benchmark" OFF)
+option(ORVO_INSTALL "Install the plug-in, the library and the tool" ${PROJECT_IS_TOP_LEVEL})
 option(ORVO_WARNINGS_AS_ERRORS "Stop at the first warning" OFF)
 option(ORVO_COVERAGE "Count how often each line and branch runs (needs clang)" OFF)
 set(ORVO_SANITIZE "" CACHE STRING "Sanitizers for the code under test, as for -fsanitize")
@@ -77,4 +78,11 @@ endfunction()
 # loader never unloads a library with GNU unique symbols.
 function(orvo_keep_unloadable target)
   target_compile_options(${target} PRIVATE -fvisibility=hidden $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+endfunction()
+
+# orvo_install(...): as install(...), unless ORVO_INSTALL is off.
+function(orvo_install)
+  if(ORVO_INSTALL)
+    install(${ARGV})
+  endif()
 endfunction()

@@ -4,8 +4,8 @@
     subproject_test.py ROOT CMAKE COMPILER [--build]
 
 The outer project has a program of its own that uses the library. It must get the library's headers and nothing else:
-no options of this project, none of its other folders, no tests and no tool. --build also builds the program and runs
-it, which takes minutes.
+no options of this project, none of its other folders, no tests, no tool, and, unless it sets ORVO_INSTALL, nothing to
+install and no JSON Schema. --build also builds the program and runs it, which takes minutes.
 """
 
 import json
@@ -37,17 +37,19 @@ int main(int, char** argv) {
 """
 SESSION = "examples/radio-spot/radio-spot.orvo"
 RATE = 22050
+PRINTER = "orvo-print-json-schema"
 
 
 class Outer:
-    def __init__(self, folder, root, cmake, compiler, way):
+    def __init__(self, folder, root, cmake, compiler, way, *options):
         self.source, self.build, self.root, self.cmake = folder / "source", folder / "build", root, cmake
         self.source.mkdir(parents=True)
         (self.source / "CMakeLists.txt").write_text(LISTS.format(contain=way.format(root=root)), "utf-8")
         (self.source / "rate.cpp").write_text(PROGRAM, "utf-8")
         subprocess.run(
             [cmake, "-G", "Ninja", "-S", self.source, "-B", self.build, f"-DCMAKE_CXX_COMPILER={compiler}",
-             "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", "-DCMAKE_BUILD_TYPE=Release"], check=True, capture_output=True)
+             "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", "-DCMAKE_BUILD_TYPE=Release", *options],
+            check=True, capture_output=True)
         self.commands = json.loads((self.build / "compile_commands.json").read_text("utf-8"))
 
     def options(self, source):
@@ -71,6 +73,17 @@ class Outer:
     def tolerates_warnings(self):
         return "-Werror" not in self.options(self.root / "session/Json.cpp")
 
+    def installs_something(self):
+        scripts = list(self.build.rglob("cmake_install.cmake"))
+        print(scripts)
+        return any("file(INSTALL " in script.read_text("utf-8") for script in scripts)
+
+    def builds_the_schema(self):
+        inputs = subprocess.run(
+            [self.cmake, "--build", self.build, "--", "-t", "inputs", "all"], check=True, capture_output=True, text=True
+        ).stdout
+        return PRINTER in inputs
+
     def program_reads_a_session(self):
         subprocess.run([self.cmake, "--build", self.build, "--target", "rate"], check=True)
         run = subprocess.run([self.build / "rate", self.root / SESSION], capture_output=True, text=True, check=False)
@@ -85,6 +98,9 @@ def main():
         outers = [Outer(Path(name) / str(number), root, cmake, compiler, way) for number, way in enumerate(WAYS)]
         for outer in outers:
             held += [outer.is_left_alone(), outer.leaves_out_what_it_does_not_need(), outer.tolerates_warnings()]
+            held += [not outer.installs_something(), not outer.builds_the_schema()]
+        installing = Outer(Path(name) / "installing", root, cmake, compiler, WAYS[0], "-DORVO_INSTALL=ON")
+        held += [installing.installs_something(), installing.builds_the_schema()]
         if "--build" in sys.argv:
             held.append(outers[0].program_reads_a_session())
     return 0 if all(held) else 1
