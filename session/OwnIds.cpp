@@ -8,10 +8,13 @@
 #include <type_traits>
 #include <vector>
 
+#include "format/Ids.h"
 #include "session/Schema.h"
 
 namespace orvo {
 namespace {
+
+static_assert(kNoId == tses::kNoId, "the library and the format have the same id for nothing");
 
 template <class Thing>
 std::optional<Message> FindIn(const std::vector<Thing>& things, const std::string& list) {
