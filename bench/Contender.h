@@ -12,6 +12,8 @@ inline constexpr const char* kReferenceHost = "plugin_reference_host";
 /// The same with streamed saves.
 inline constexpr const char* kStreamedNullHost = "streamed_null_host";
 inline constexpr const char* kStreamedReferenceHost = "streamed_reference_host";
+/// What no writer can beat: the bytes copied once and written.
+inline constexpr const char* kCopy = "copy";
 
 /// One way to do a piece of work, measured beside other ways to do the same.
 struct Contender {

@@ -44,7 +44,8 @@ void AddMemory(const Options& options, Report& report) {
 /// Compares the files after all contenders have written.
 void CompareFiles(const WriteContenders& writers, Report& report) {
     const std::string shown = BytesOf(writers.OutputOf(kReferenceHost));
-    for (const char* const name : {kFloor, kNullHost, kStreamedNullHost, kStreamedReferenceHost}) {
+    for (const char* const name :
+         {kFloor, kNullHost, kStreamedNullHost, kStreamedReferenceHost, kCopy}) {
         report.sameBytes[name] = BytesOf(writers.OutputOf(name)) == shown;
     }
 }
@@ -52,7 +53,7 @@ void CompareFiles(const WriteContenders& writers, Report& report) {
 Report Measure(WriteContenders& writers, const Options& options) {
     Contenders contenders;
     for (const char* const name :
-         {kFloor, kNullHost, kReferenceHost, kStreamedNullHost, kStreamedReferenceHost}) {
+         {kFloor, kNullHost, kReferenceHost, kStreamedNullHost, kStreamedReferenceHost, kCopy}) {
         contenders.push_back(writers.Make(name));
     }
     Report report = {.title = "writing " + options.file,

@@ -1,8 +1,10 @@
 #include "bench/WriteContenders.h"
 
+#include <fstream>
 #include <stdexcept>
 #include <utility>
 
+#include "bench/FileBytes.h"
 #include "bench/StaticHost.h"
 #include "host/Features.h"
 #include "platform/kelappsupport/Features.h"
@@ -45,6 +47,9 @@ Contender WriteContenders::Make(const std::string& name) {
     if (name == kReferenceHost || name == kStreamedReferenceHost) {
         return MakeReferenceHost(name, name == kStreamedReferenceHost);
     }
+    if (name == kCopy) {
+        return MakeCopy();
+    }
     throw std::runtime_error("there is no writer named " + name);
 }
 
@@ -53,6 +58,16 @@ Contender WriteContenders::MakeFloor() {
     RunOnce(Make(kReferenceHost));
     parts_ = TakeApart(OutputOf(kReferenceHost));
     return {.name = kFloor, .run = [this] { return WriteWithDom(*parts_, OutputOf(kFloor)); }};
+}
+
+Contender WriteContenders::MakeCopy() {
+    RunOnce(Make(kReferenceHost));
+    bytes_ = BytesOf(OutputOf(kReferenceHost));
+    return {.name = kCopy, .run = [this] {
+                const std::string copy = bytes_;
+                std::ofstream file(OutputOf(kCopy), std::ios::binary);
+                return file.write(copy.data(), static_cast<std::streamsize>(copy.size())).good();
+            }};
 }
 
 Contender WriteContenders::MakeStaticHost(const std::string& name, bool streamed) {

@@ -32,6 +32,7 @@ public:
 
 private:
     Contender MakeFloor();
+    Contender MakeCopy();
     Contender MakeStaticHost(const std::string& name, bool streamed);
     Contender MakeReferenceHost(const std::string& name, bool streamed);
     void UseStreamedSave(bool streamed) const;
@@ -41,6 +42,7 @@ private:
     orvo::Session session_;
     std::optional<DocumentParts> parts_;
     std::optional<AnswerTape> answers_;
+    std::string bytes_;
 };
 
 }  // namespace bench

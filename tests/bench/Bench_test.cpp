@@ -15,8 +15,12 @@ using testing::StartsWith;
 namespace {
 
 const std::vector<std::string> kContenders = {"floor", "plugin_null_host", "plugin_reference_host"};
-const std::vector<std::string> kWriters = {"floor", "plugin_null_host", "plugin_reference_host",
-                                           "streamed_null_host", "streamed_reference_host"};
+const std::vector<std::string> kWriters = {"floor",
+                                           "plugin_null_host",
+                                           "plugin_reference_host",
+                                           "streamed_null_host",
+                                           "streamed_reference_host",
+                                           "copy"};
 
 class BenchTest : public testing::Test {
 protected:
@@ -76,7 +80,8 @@ TEST_F(BenchTest, AWriteIsMeasuredBesideTheBareDomAndAllWriteTheSameBytes) {
     EXPECT_EQ(report.at("same_bytes"), json({{"floor", true},
                                              {"plugin_null_host", true},
                                              {"streamed_null_host", true},
-                                             {"streamed_reference_host", true}}));
+                                             {"streamed_reference_host", true},
+                                             {"copy", true}}));
 }
 
 TEST_F(BenchTest, TheLifeOfThePlugInIsItsLoadAndManySmallSessions) {

@@ -39,7 +39,7 @@ PROJECT_RULES = (
 # other libraries.
 LIBRARY_RULES = (
     (r"xercesc/", (r"platform/kelcore/BinaryText\.cpp", r"plugin/xml/.*", r"toolkit/scan/.*", r"tests/.*", r"bench/.*")),
-    (r"boost/", (r"format/.*", r"platform/kelcore/Paths\.cpp", r"plugin/.*", r"reference_host/.*", r"session/times/Arithmetic\.h", r"tests/.*")),
+    (r"boost/", (r"format/(Inline|Value)Text\.h", r"platform/kelcore/Paths\.cpp", r"plugin/.*", r"reference_host/.*", r"session/times/Arithmetic\.h", r"tests/.*")),
     (r"nlohmann/", (r"format/PrintFormat\.cpp", r"session/.*", r"reference_host/.*", r"toolkit/.*", r"cli/.*", r"tests/.*", r"bench/.*")),
     (r"CLI/", (r"cli/.*", r"bench/.*")),
     (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),
