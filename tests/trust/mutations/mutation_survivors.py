@@ -61,7 +61,7 @@ SURVIVORS = {
      "constexpr int kFloatPrecision = 100; -> constexpr int kFloatPrecision = 101;"):
         "The shortest text of a number has at most 17 digits.",
     ("plugin/xml/SessionXMLDefaultHandler.cpp", "SessionXMLDefaultHandler::IsRecent",
-     "constexpr std::uintptr_t kSpacing = 32;  // about that of blocks of memory -> "
-     "constexpr std::uintptr_t kSpacing = 31;  // about that of blocks of memory"):
+     "constexpr std::uintptr_t kSpacing = 32;  // about the distance between blocks of memory -> "
+     "constexpr std::uintptr_t kSpacing = 31;  // about the distance between blocks of memory"):
         "The place affects only how often a name is counted again.",
 }
