@@ -164,7 +164,7 @@ bool WriteBytes(const std::string& path, const xercesc::MemBufFormatTarget& cont
 
 const XMLCh* DocumentParts::Keep(std::u16string_view text) {
     constexpr std::size_t kShort = 32;
-    constexpr std::size_t kBlock = 256 * 1024;
+    constexpr std::size_t kBlock = std::size_t{256} * 1024;
     if (text.size() <= kShort) {
         if (const auto known = short_.find(std::u16string(text)); known != short_.end()) {
             return known->second;

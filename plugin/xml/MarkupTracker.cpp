@@ -25,7 +25,7 @@ constexpr Delimited kDelimited[] = {
 };
 constexpr std::size_t kLongestBegin = kDelimited[0].begin.size();
 
-constexpr std::size_t kBlockSize = 16 * 1024;
+constexpr std::size_t kBlockSize = std::size_t{16} * 1024;
 using Block = std::array<char, kBlockSize>;
 
 std::size_t ReadAt(int descriptor, kelcore::uint64 offset, Block& block, std::size_t size) {

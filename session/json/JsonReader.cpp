@@ -229,7 +229,7 @@ void ReadDocument(const TextSource& source, const ByteProgress& progress, Target
 }
 
 std::string_view WholeText::operator()() {
-    constexpr std::size_t kBlockSize = 64 * 1024;
+    constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
     const std::string_view block = rest_.substr(0, kBlockSize);
     rest_.remove_prefix(block.size());
     return block;

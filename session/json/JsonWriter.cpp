@@ -10,12 +10,12 @@
 namespace orvo::json {
 namespace {
 
-constexpr std::size_t kBlockSize = 64 * 1024;
+constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
 constexpr std::size_t kIndent = 2;
 
 /// Long texts and blocks of bytes are encoded in pieces. Base64 has no padding inside where a
 /// piece is a multiple of three bytes.
-constexpr std::size_t kPieceSize = 24 * 1024;
+constexpr std::size_t kPieceSize = std::size_t{24} * 1024;
 static_assert(kPieceSize % 3 == 0);
 
 constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";

@@ -377,7 +377,7 @@ TEST_F(FormatReading, AChoiceOfKeywordsOrNumbersCountsTheKeywords) {
 }
 
 TEST_F(FormatReading, TheLimitsAreThoseOfThePage) {
-    constexpr kelcore::uint64 kMiB = 1024 * 1024;
+    constexpr kelcore::uint64 kMiB = kelcore::uint64{1024} * 1024;
     const std::string text = test::ReadFile(test::SourceFolder() / "docs/format.md");
     const auto expectRow = [&](const std::string& limit, const std::string& value) {
         EXPECT_THAT(text, HasSubstr("\n| " + limit + " | " + value + " |\n"));

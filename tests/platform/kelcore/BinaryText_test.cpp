@@ -156,7 +156,7 @@ std::optional<Bytes> DecodedByUs(const std::string& text) {
 TEST(BinaryText, EndsATextWhereTheLibrarysCodecDoes) {
     constexpr std::string_view kCharacters = "AQgwZ/+=! \n";
     for (const std::string_view front : {"", "Zm9v", "Zm9v\n"}) {
-        for (std::size_t number = 0; number < 11 * 11 * 11 * 11; ++number) {
+        for (std::size_t number = 0; number < std::size_t{11} * 11 * 11 * 11; ++number) {
             std::string text(front);
             for (std::size_t rest = number, i = 0; i < 4; ++i, rest /= 11) {
                 text += kCharacters[rest % 11];

@@ -31,7 +31,7 @@ std::string InEbcdic(std::string_view ascii) {
 }
 
 /// How much the parser's blocks may let pass beyond the limit of a tag, a section or a comment.
-constexpr std::size_t kReadBeyond = 128 * 1024;
+constexpr std::size_t kReadBeyond = std::size_t{128} * 1024;
 
 class LongTagTest : public DocumentLengthsTest, public testing::WithParamInterface<std::size_t> {};
 
@@ -87,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(AtDifferentOffsets, LongTagTest,
                          testing::Values(0, 1, 3000, 6143, 12288, 15000, 40000));
 
 TEST_F(DocumentLengthsTest, ALongTagIsRefusedWhateverIsLongInIt) {
-    const std::string megabytes = Repeated("0123456789abcdef", 3 * 65536);
+    const std::string megabytes = Repeated("0123456789abcdef", std::size_t{3} * 65536);
     const std::string reason = "tag is longer than the 1 MiB";
     EXPECT_TRUE(IsRefused("<a b='" + megabytes + "'/>", reason));
     EXPECT_TRUE(IsRefused("<a b='>>" + megabytes + "'/>", reason));
@@ -186,7 +186,7 @@ TEST_F(DocumentLengthsTest, TextThatLooksLikeASectionDoesNotStretchATag) {
 }
 
 TEST_F(DocumentLengthsTest, TextsMayBeFarLongerThanTags) {
-    const std::string text = Repeated("0123456789abcde\n", 2 * 65536);  // 2 MiB
+    const std::string text = Repeated("0123456789abcde\n", std::size_t{2} * 65536);  // 2 MiB
     EXPECT_TRUE(ParseText("<a><![CDATA[" + text + "]]></a>"));
     EXPECT_TRUE(ParseText("<a><![CDATA[ <a b=\" <!-- " + text + "]]></a>"));
     EXPECT_TRUE(ParseText("<a>" + text + "</a>"));

@@ -160,10 +160,10 @@ TEST_F(SessionXMLWriterTest, ASerialiserThatClaimsSuccessWithoutBytesLeavesAnEmp
 }
 
 TEST_F(SessionXMLWriterTest, OperationsOfOneWriterRunOneAfterTheOther) {
-    constexpr int kTextsOfEach = 20'000;
+    constexpr std::size_t kTextsOfEach = 20'000;
     SessionXMLWriter writer = NewWriter();
     const auto append = [&] {
-        for (int i = 0; i < kTextsOfEach; ++i) {
+        for (std::size_t i = 0; i < kTextsOfEach; ++i) {
             EXPECT_TRUE(writer.Text(u"a"));
         }
     };

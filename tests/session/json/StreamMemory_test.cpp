@@ -42,7 +42,7 @@ namespace orvo::json {
 namespace {
 
 /// Several times smaller than the text of the session below.
-constexpr std::size_t kMuchLess = 512 * 1024;
+constexpr std::size_t kMuchLess = std::size_t{512} * 1024;
 
 orvo::Session LargeSession() {
     return toolkit::GenerateSession({.tracks = 64}, 1);

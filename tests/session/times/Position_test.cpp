@@ -55,7 +55,7 @@ TEST(Position, WithoutASampleRateItIsShownAsSamples) {
 
 TEST(Position, TheTimecodeOfTheFirstSampleDoesNotCount) {
     Session session = Shown({.format = TimeDisplay::Ntsc24});
-    session.smpteStart = 3600 * 48000;
+    session.smpteStart = std::int64_t{3600} * 48000;
     ExpectBothWays(session, 0, "00:00:00:00");
 }
 

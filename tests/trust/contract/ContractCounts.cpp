@@ -166,7 +166,7 @@ SessionResult ResultOf(const HostCall& operation, std::uint64_t number) {
 std::vector<std::string> Bounded(const Options& options,
                                  const std::function<std::vector<std::string>()>& work) {
     constexpr double kSeconds = 2;
-    constexpr long kKibibytes = 1024 * 1024;
+    constexpr long kKibibytes = 1024L * 1024;
     const long memoryBefore = ResidentKibibytes();
     const double begin = ComputedSeconds();
     std::vector<std::string> problems = work();

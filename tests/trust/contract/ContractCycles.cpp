@@ -39,7 +39,7 @@ constexpr bool kJudgesGrowth = ORVO_JUDGES_GROWTH;
 /// Warms up until nothing is new, then checks that further cycles leave nothing behind.
 std::vector<std::string> Repeat(std::size_t cycles, const std::function<bool()>& cycle) {
     constexpr std::size_t kWarmUp = 20;
-    constexpr std::size_t kSlackBytes = 64 * 1024;  // reserve of the allocator
+    constexpr std::size_t kSlackBytes = std::size_t{64} * 1024;  // reserve of the allocator
     constexpr long kSlackKibibytes = 4096;
     std::vector<std::string> problems;
     std::size_t failures = 0;
