@@ -7,7 +7,6 @@
 namespace tses {
 namespace {
 
-using xercesc::SAX2XMLReaderImpl;
 using Attributes = xercesc::RefVectorOf<xercesc::XMLAttr>;
 
 bool IsEmpty(const XMLCh* text) {

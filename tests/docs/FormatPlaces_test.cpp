@@ -18,7 +18,6 @@ namespace {
 
 using test::FormatPage;
 using test::PageSection;
-using testing::IsEmpty;
 using Names = std::vector<std::u16string>;
 using Places = std::set<std::pair<std::string, State>>;
 

@@ -9,7 +9,6 @@
 namespace test {
 namespace {
 
-using orvo::TimeDisplay;
 using orvo::TrackKind;
 
 // Texts and numbers
@@ -255,7 +254,7 @@ void StoreMetronome(orvo::Metronome& metronome, bool instrumentTracks) {
 }
 
 void StoreTimeFormat(orvo::TimeFormat& format) {
-    using enum TimeDisplay;
+    using enum orvo::TimeDisplay;
     if (!IsOneOf(format.format, {Decimal, Samples, Timecode, Ntsc30, Ntsc30Drop, BarsAndBeats,
                                  Ntsc60, Ntsc60Drop, Ntsc24})) {
         format.format = Decimal;

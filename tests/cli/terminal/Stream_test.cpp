@@ -10,7 +10,6 @@
 #include <thread>
 
 using cli::Direction;
-using cli::Stream;
 
 namespace {
 

@@ -16,7 +16,6 @@ using orvo::AudioClip;
 using orvo::AudioTrack;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;

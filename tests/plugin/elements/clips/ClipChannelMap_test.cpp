@@ -8,7 +8,6 @@ namespace {
 
 using orvo::AudioTrack;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 class ClipChannelMap : public test::ElementFixture {

@@ -9,7 +9,6 @@ namespace {
 
 using orvo::AudioTrack;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 class ClipProperties : public test::ElementFixture {

@@ -6,7 +6,6 @@
 namespace tses {
 namespace {
 
-using orvo::AudioClip;
 using orvo::AudioTrack;
 using orvo::ClipStretch;
 using testing::AllOf;

@@ -12,13 +12,10 @@ namespace {
 
 using orvo::AudioTrack;
 using orvo::MidiClip;
-using orvo::Session;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-
-constexpr kelcore::uint32 kInstrument = 5;
 
 class MidiClips : public test::ElementFixture {
 protected:

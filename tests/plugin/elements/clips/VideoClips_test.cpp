@@ -13,9 +13,7 @@ using orvo::Session;
 using orvo::VideoClip;
 using orvo::VideoFormat;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 
 class VideoClips : public test::ElementFixture {
 protected:

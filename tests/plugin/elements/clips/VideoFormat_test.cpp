@@ -13,7 +13,6 @@ using orvo::Session;
 using orvo::VideoFormat;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 
 class VideoFormatElement : public test::ElementFixture {

@@ -12,7 +12,6 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 
 class SessionElement : public test::SerializerFixture {};
 

@@ -12,7 +12,6 @@ using orvo::EffectsSlot;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 
 class EffectsRackElement : public test::ElementFixture {};

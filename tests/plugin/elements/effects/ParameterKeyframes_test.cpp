@@ -15,7 +15,6 @@ using orvo::AutomationLane;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Not;
 
 class ParameterKeyframes : public test::ElementFixture {

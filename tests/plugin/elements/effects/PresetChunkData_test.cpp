@@ -9,7 +9,6 @@ namespace tses {
 namespace {
 
 using orvo::AudioTrack;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

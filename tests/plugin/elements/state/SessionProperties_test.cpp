@@ -10,7 +10,6 @@ using orvo::Property;
 using orvo::Session;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 class SessionProperties : public test::ElementFixture {
 protected:

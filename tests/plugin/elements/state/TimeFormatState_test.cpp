@@ -8,7 +8,6 @@
 namespace tses {
 namespace {
 
-using orvo::MusicalTime;
 using orvo::Session;
 using orvo::TimeFormat;
 using testing::ElementsAre;

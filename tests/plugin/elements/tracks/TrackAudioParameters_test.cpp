@@ -9,7 +9,6 @@ namespace tses {
 namespace {
 
 using orvo::AudioTrack;
-using orvo::Component;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;

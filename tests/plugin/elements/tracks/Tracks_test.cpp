@@ -17,7 +17,6 @@ namespace {
 using orvo::AudioTrack;
 using orvo::Session;
 using testing::Contains;
-using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
