@@ -3,6 +3,8 @@
 #include <xercesc/dom/DOMConfiguration.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include <initializer_list>
+
 namespace tses {
 
 /// Makes the serialiser indent and write a byte order mark and an XML declaration, each if it can.

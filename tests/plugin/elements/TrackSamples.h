@@ -2,6 +2,10 @@
 
 #include <orvo/Model.h>
 
+#include <vector>
+
+#include "platform/kelcore/Types.h"
+
 /// Tracks with everything that a file can hold, and what a file keeps of a track.
 namespace test {
 

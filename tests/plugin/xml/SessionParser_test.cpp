@@ -1,5 +1,6 @@
 #include "plugin/xml/SessionParser.h"
 
+#include <gmock/gmock.h>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
