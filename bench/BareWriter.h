@@ -43,6 +43,6 @@ DocumentParts TakeApart(const std::string& path);
 
 /// The floor of all writing: builds the document with the public calls of the library, serialises
 /// it as the plug-in does, and writes the bytes to a file. False if the system refuses the file.
-bool WriteWithDom(const DocumentParts& document, const std::string& path);
+bool WriteWithDom(const DocumentParts& parts, const std::string& path);
 
 }  // namespace bench

@@ -18,7 +18,7 @@ AnswerTape RecordAnswers(refhost::Plugin& plugin, const std::u16string& path,
 /// recorded tracks must have had their private interface.
 ///
 /// Winds the tape back to its start. The tape must outlive the write. One write at a time.
-tses::IQuerySession& StaticHost(const AnswerTape& tape);
+tses::IQuerySession& StaticHost(const AnswerTape& recorded);
 
 /// Whether the plug-in has taken every answer of the tape. If not, it made other calls.
 bool StaticHostIsAtEnd();

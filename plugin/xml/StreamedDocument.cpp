@@ -135,7 +135,7 @@ private:
     void BeginContent();
     void CloseLast();
     void AppendText(std::u16string_view text, TextPlace place);
-    void AppendPlace(std::u16string_view text, TextPlace place);
+    void AppendPlace(std::u16string_view text, TextPlace where);
     template <class Compute>
     void Indent(Compute compute);
     PerVersion<Layout::Line> CurrentLines() const {
