@@ -77,11 +77,10 @@ private:
         if (name.empty() || name == kThisFolder) {
             return;
         }
-        if (stepsBack_ == StepsBack::Kept) {
-            names_.push_back(name);
-        } else if (name == kParentFolder && !names_.empty() && names_.back() != kParentFolder) {
+        const bool isStepBack = name == kParentFolder && stepsBack_ == StepsBack::WorkedOut;
+        if (isStepBack && !names_.empty() && names_.back() != kParentFolder) {
             names_.pop_back();
-        } else if (name != kParentFolder || !absolute_) {
+        } else if (!isStepBack || !absolute_) {
             names_.push_back(name);
         }
     }
