@@ -122,7 +122,8 @@ struct SessionXMLWriter::State {
 
 SessionXMLWriter::SessionXMLWriter(std::u16string path, WriterFault fault,
                                    DocumentMaker makeDocument)
-    : state_(std::make_unique<State>(makeDocument(), std::move(path), fault)) {}
+    : state_(std::make_unique<State>(
+          State{.document = makeDocument(), .path = std::move(path), .fault = fault})) {}
 
 SessionXMLWriter::~SessionXMLWriter() = default;
 
