@@ -38,12 +38,12 @@ public:
         }
     }
 
-    IHostString* TakeText() { return reinterpret_cast<IHostString*>(Next()); }
+    IHostString* TakeText() { return std::bit_cast<IHostString*>(Next()); }
 
     bool TakeWhetherThereIsAnObject() { return Next() != 0; }
 
     void TakeBytes(byte* buffer) {
-        const void* const block = reinterpret_cast<const void*>(Next());
+        const void* const block = std::bit_cast<const void*>(Next());
         const uint64 size = Next();
         if (size > 0) {
             std::memcpy(buffer, block, size);
@@ -81,7 +81,7 @@ struct Static final : Implementation<Interface, Static<Interface>> {
         if constexpr (std::is_void_v<Result>) {
             (Fill<Parameters>(arguments), ...);
         } else {
-            const Result result = TakeResult<Result>();
+            const auto result = TakeResult<Result>();
             (Fill<Parameters>(arguments), ...);
             return result;
         }

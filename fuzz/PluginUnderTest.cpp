@@ -101,13 +101,12 @@ refhost::ReadResult ReadDocument(std::string_view document) {
     return read;
 }
 
-Saved SaveSession(orvo::Session session) {
+Saved SaveSession(const orvo::Session& session) {
     static const SessionFolder folder;
     refhost::Plugin& plugin = LoadedPlugin();
     const std::size_t before = refhost::LiveNodes();
     const std::u16string path = kelcore::PathFromBytes(folder.Session().string());
-    const tses::SessionResult result =
-        refhost::WriteSession(plugin, path, std::move(session)).result;
+    const tses::SessionResult result = refhost::WriteSession(plugin, path, session).result;
     CheckNothingIsHeld(before);
     return {result, ContentOf(folder.Session())};
 }

@@ -35,7 +35,7 @@ struct Saved {
     tses::SessionResult result;
     std::string document;
 };
-Saved SaveSession(orvo::Session session);
+Saved SaveSession(const orvo::Session& session);
 
 /// Prints a message and ends the process.
 [[noreturn]] void Fail(const std::string& what);

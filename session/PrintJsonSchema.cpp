@@ -50,8 +50,8 @@ public:
     }
 
 private:
-    ordered_json Describe(Type<bool>) { return {{"type", "boolean"}}; }
-    ordered_json Describe(Type<std::string>) { return {{"type", "string"}}; }
+    static ordered_json Describe(Type<bool>) { return {{"type", "boolean"}}; }
+    static ordered_json Describe(Type<std::string>) { return {{"type", "string"}}; }
     ordered_json Describe(Type<std::int32_t>) { return Integer<std::int32_t>("i32"); }
     ordered_json Describe(Type<std::uint32_t>) { return Integer<std::uint32_t>("u32"); }
     ordered_json Describe(Type<std::int64_t>) { return Integer<std::int64_t>("i64"); }

@@ -102,7 +102,7 @@ orvo::AutomationLane TrackMaker::MakeLane(int32 low, int32 high) {
     for (uint32 i = 0; i < size_.keyframes; ++i) {
         lane.keyframes.push_back({.value = static_cast<float>(dice_.Thousandths(low, high)),
                                   .sampleOffset = offset,
-                                  .type = orvo::KeyframeType{dice_.OneIn(8)}});
+                                  .type = static_cast<orvo::KeyframeType>(dice_.OneIn(8))});
         offset += dice_.Between(kSecond / 10, 4 * kSecond);
     }
     return lane;
@@ -134,7 +134,7 @@ orvo::EffectsRack TrackMaker::MakeRack() {
                               .input = MakeControl("kel.gain", "Input", 0),
                               .output = MakeControl("kel.gain", "Output", 0)};
     for (uint32 i = 0; i < size_.slots; ++i) {
-        rack.slots.push_back(orvo::EffectsSlot{
+        rack.slots.emplace_back(orvo::EffectsSlot{
             .slotIndex = i, .bypassed = dice_.OneIn(6), .component = MakeEffect()});
     }
     return rack;
@@ -145,7 +145,7 @@ orvo::SendList TrackMaker::MakeSends() {
     orvo::SendList sends;
     const uint32 count = dice_.OneIn(4) ? 2 : 1;
     for (uint32 i = 0; i < count; ++i) {
-        sends.slots.push_back(orvo::SendSlot{
+        sends.slots.emplace_back(orvo::SendSlot{
             .slotIndex = i,
             .sendOutputId = static_cast<int32>(dice_.OneOf(routing_.busIds)),
             .preFader = dice_.OneIn(3),

@@ -39,7 +39,7 @@ private:
     orvo::AudioClip MakeClip(kelcore::int64& cursor, std::string_view track);
     orvo::MidiClip MakeMidiClip(kelcore::int64& cursor);
     orvo::VideoClip MakeVideoClip(kelcore::int64& cursor);
-    orvo::Component MakeControl(std::string_view id, std::string_view name, double value);
+    static orvo::Component MakeControl(std::string_view id, std::string_view name, double value);
     orvo::Component MakeFader();
     orvo::AutomationLane MakeLane(kelcore::int32 low, kelcore::int32 high);
     orvo::Component MakeEffect();

@@ -34,7 +34,7 @@ constexpr std::array<byte, 0x80> kDigits = [] {
     std::array<byte, 0x80> digits{};
     digits.fill(kNoDigit);
     for (std::size_t i = 0; i < kAlphabet.size(); ++i) {
-        digits[static_cast<std::size_t>(kAlphabet[i])] = static_cast<byte>(i);
+        digits[static_cast<byte>(kAlphabet[i])] = static_cast<byte>(i);
     }
     digits['='] = kPad;
     return digits;

@@ -25,8 +25,8 @@ std::string SystemPath(std::u16string_view path) {
 
 }  // namespace
 
-file_exception::file_exception(std::string message, int systemError)
-    : std::runtime_error(std::move(message)), systemError_(systemError) {}
+file_exception::file_exception(const std::string& message, int systemError)
+    : std::runtime_error(message), systemError_(systemError) {}
 
 std::string file_exception::MessageFor(std::u16string_view path) const {
     std::string message = what();

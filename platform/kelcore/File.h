@@ -17,7 +17,7 @@ class file_exception : public std::runtime_error {
 public:
     static constexpr std::string_view kPathPlaceholder = "@0";
 
-    file_exception(std::string message, int systemError);
+    file_exception(const std::string& message, int systemError);
 
     /// The system's error number (`errno`), or 0 if no system call failed.
     int SystemError() const noexcept { return systemError_; }

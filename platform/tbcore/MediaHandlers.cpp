@@ -31,7 +31,7 @@ constexpr auto kMediaHandlers = std::to_array<MediaHandler>({
 /// Finds the row whose `known` column equals `key` and copies its `wanted` column to `result`.
 bool Translate(std::u16string_view key, std::u16string_view MediaHandler::*known,
                std::u16string_view MediaHandler::*wanted, std::u16string& result) {
-    const auto row = std::ranges::find(kMediaHandlers, key, known);
+    const auto* const row = std::ranges::find(kMediaHandlers, key, known);
     if (row == kMediaHandlers.end()) {
         return false;
     }

@@ -124,7 +124,7 @@ void Serializer::Impl::EndElementEvent(std::u16string_view /*uri*/, std::u16stri
     if (entry == nullptr) {
         entry = elementTable_.Find(localName, stateStack_.back());
     }
-    if (entry != nullptr && entry->onEnd) {
+    if (entry != nullptr && !entry->onEnd.empty()) {
         entry->onEnd(localName);
     }
 }

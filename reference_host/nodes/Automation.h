@@ -12,7 +12,8 @@ public:
 
     void SetEnableSplines(bool enable) override { Value().enableSplines = enable; }
     void AddKeyframe(float value, kelcore::int64 sampleOffset, bool hold, bool selected) override {
-        Value().keyframes.push_back({value, sampleOffset, orvo::KeyframeType{hold}, selected});
+        Value().keyframes.push_back(
+            {value, sampleOffset, static_cast<orvo::KeyframeType>(hold), selected});
     }
     void SetReadOnly(bool readOnly) override { Value().readOnly = readOnly; }
 };

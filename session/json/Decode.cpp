@@ -82,7 +82,7 @@ void Decode(const ParsedJson& json, std::vector<kelcore::byte>& block) {
     if (!json.is_string()) {
         FailAtValue(json, "give the bytes as a text in Base64");
     }
-    const std::string& text = json.get_ref<const std::string&>();
+    const auto& text = json.get_ref<const std::string&>();
     block.clear();
     if (!text.empty() && !kelcore::DecodeBinaryDataFromUTF8String(text, block)) {
         throw WrongValue("this text is not Base64; give the bytes in Base64");

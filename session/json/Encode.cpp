@@ -12,7 +12,7 @@ namespace {
 /// 0.10000000149011612; the float itself where that would not read back as it.
 double ShortForm(float value) {
     char text[32];
-    const auto end = std::to_chars(std::begin(text), std::end(text), value).ptr;
+    const char* const end = std::to_chars(std::begin(text), std::end(text), value).ptr;
     double shortForm = 0;
     std::from_chars(std::begin(text), end, shortForm);
     return static_cast<float>(shortForm) == value ? shortForm : static_cast<double>(value);

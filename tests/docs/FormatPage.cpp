@@ -156,7 +156,7 @@ void FormatPage::ReadSectionLine(PageSection& section, const std::string& line) 
     }
 }
 
-void FormatPage::Inherit(PageSection& section) {
+void FormatPage::Inherit(PageSection& section) const {
     if (section.like.empty()) {
         return;
     }

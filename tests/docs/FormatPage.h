@@ -60,7 +60,7 @@ private:
     void ReadLine(const std::string& line);
     void ReadTreeLine(const std::string& line);
     void ReadSectionLine(PageSection& section, const std::string& line);
-    void Inherit(PageSection& section);
+    void Inherit(PageSection& section) const;
 
     std::vector<PageSection> sections_;
     std::vector<std::pair<std::string, std::string>> tree_;

@@ -72,7 +72,7 @@ Session WithTracksOf(kelcore::uint32 kind, Session session) {
 }  // namespace
 
 std::vector<Session> AnySessions() {
-    const Session full = orvo::test::Filler{}.Make<Session>();
+    const auto full = orvo::test::Filler{}.Make<Session>();
     Session bare;
     MakeBare(bare);
     std::vector<Session> sessions;

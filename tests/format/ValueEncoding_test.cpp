@@ -4,11 +4,12 @@
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
 
+#include <bit>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <locale>
 #include <sstream>
+#include <type_traits>
 
 #include "platform/kelcore/Strings.h"
 
@@ -88,8 +89,8 @@ TEST(ParseLenient, ACommaIsADecimalPoint) {
 TEST(ParseLenient, TextThatIsNotANumberIsZero) {
     for (const char16_t* const text :
          {u"abc", u"", u" ", u".", u"-", u"+", u"e5", u"1e", u"1e+", u"nan", u"inf", u"infinity",
-          u"\u2212"
-          u"5"}) {
+          (u"\u2212"
+           u"5")}) {
         EXPECT_EQ(ParseFloatLenient(text), 0.0f) << kelcore::UTF16to8(text);
         EXPECT_EQ(ParseDoubleLenient(text), 0.0) << kelcore::UTF16to8(text);
     }
@@ -123,7 +124,9 @@ Real ByStream(std::u16string text) {
 
 template <class Real>
 bool SameBits(Real left, Real right) {
-    return std::memcmp(&left, &right, sizeof(Real)) == 0;
+    using Bits = std::conditional_t<sizeof(Real) == sizeof(kelcore::uint32), kelcore::uint32,
+                                    kelcore::uint64>;
+    return std::bit_cast<Bits>(left) == std::bit_cast<Bits>(right);
 }
 
 RC_GTEST_PROP(ParseLenient, AgreesWithAStreamOnEveryText, ()) {

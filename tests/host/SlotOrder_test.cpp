@@ -194,7 +194,7 @@ Page ReadPage() {
         } else if (line.starts_with(kContinues)) {
             page.interfaces[name].base =
                 line.substr(kContinues.size(), line.find('.') - kContinues.size());
-        } else if (line.starts_with("| ") && std::isdigit(line[2])) {
+        } else if (line.starts_with("| ") && std::isdigit(line[2]) != 0) {
             const std::size_t slot = std::stoul(line.substr(2));
             page.interfaces[name].slots[WithoutParameterNames(QuotedText(line))] = slot;
             page.order[name].push_back(slot);

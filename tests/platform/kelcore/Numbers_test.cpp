@@ -137,8 +137,8 @@ TYPED_TEST(StringToAnyNumber, RefusesEverythingThatIsNotOneNumber) {
                                         u"nan(1)",
                                         u"-nan",
                                         u"0x1p3",
-                                        u"\u2212"
-                                        u"1"};
+                                        (u"\u2212"
+                                         u"1")};
     for (const auto text : junk) {
         EXPECT_EQ(Read<TypeParam>(text), std::nullopt) << UTF16to8(text);
     }

@@ -24,7 +24,7 @@ const void* AddressOf(Function* function) {
 void OfThisProgram() {}
 
 TEST(ModuleOfAddress, IsTheHandleThatTheLoaderGives) {
-    const ModuleHandle module = ModuleOfAddress(AddressOf(&kelcore::GetClientBuildNumber));
+    void* const module = ModuleOfAddress(AddressOf(&kelcore::GetClientBuildNumber));
     ASSERT_NE(module, nullptr);
     const OS_ResourceManager manager(module);
     void* const handle = dlopen(Bytes(manager.ModulePath()).c_str(), RTLD_NOW | RTLD_NOLOAD);
@@ -40,7 +40,7 @@ TEST(ModuleOfAddress, IsNullForAnAddressOutsideEveryModule) {
 }
 
 TEST(ResourceManager, KnowsTheLibraryAndTheFolderBesideIt) {
-    const ModuleHandle module = ModuleOfAddress(AddressOf(&kelcore::GetClientBuildNumber));
+    void* const module = ModuleOfAddress(AddressOf(&kelcore::GetClientBuildNumber));
     const OS_ResourceManager manager(module);
     EXPECT_EQ(manager.Module(), module);
     const std::filesystem::path path = Bytes(manager.ModulePath());

@@ -53,7 +53,7 @@ FailingAllocation::~FailingAllocation() {
     allocationsUntilFailure = kNever;
 }
 
-bool FailingAllocation::Happened() const {
+bool FailingAllocation::Happened() {
     return failed;
 }
 

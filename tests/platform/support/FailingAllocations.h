@@ -14,7 +14,7 @@ public:
     FailingAllocation& operator=(const FailingAllocation&) = delete;
 
     /// Whether that allocation was reached.
-    bool Happened() const;
+    static bool Happened();
 };
 
 }  // namespace test

@@ -297,7 +297,7 @@ TEST_F(ElementPlaces, OnlyTheEndsOfTheMilestonesAdvanceTheProgress) {
     for (const PlaceRow& row : kRows) {
         OpenRead read;
         const ElementEntry& entry = read.EntryOf(row);
-        if (entry.onEnd) {
+        if (!entry.onEnd.empty()) {
             entry.onEnd(entry.name);
         }
         EXPECT_EQ(static_cast<std::ptrdiff_t>(read.node->Reports().size()),

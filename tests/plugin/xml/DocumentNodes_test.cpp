@@ -38,12 +38,14 @@ protected:
     /// The names of a node's children, if both directions agree on the order.
     static std::u16string ChildrenOf(const DOMNode& parent) {
         std::u16string forth;
-        for (const DOMNode* node = parent.getFirstChild(); node; node = node->getNextSibling()) {
+        for (const DOMNode* node = parent.getFirstChild(); node != nullptr;
+             node = node->getNextSibling()) {
             EXPECT_EQ(node->getParentNode(), &parent);
             forth += std::u16string(node->getNodeName()) + u" ";
         }
         std::u16string back;
-        for (const DOMNode* node = parent.getLastChild(); node; node = node->getPreviousSibling()) {
+        for (const DOMNode* node = parent.getLastChild(); node != nullptr;
+             node = node->getPreviousSibling()) {
             back.insert(0, std::u16string(node->getNodeName()) + u" ");
         }
         return forth == back ? forth : u"forth " + forth + u"back " + back;

@@ -34,7 +34,7 @@ protected:
     static AudioTrack With(EffectsSlot slot) {
         AudioTrack track;
         slot.component.emplace();
-        track.effectsRack.emplace().slots.push_back(std::move(slot));
+        track.effectsRack.emplace().slots.emplace_back(std::move(slot));
         return track;
     }
 

@@ -70,8 +70,8 @@ std::vector<kelcore::byte> AnyBytes() {
 }
 
 Keyframe AnyKeyframe() {
-    return {AnyReal<float>(), AnyInteger<kelcore::int64>(), orvo::KeyframeType{AnyBool()},
-            AnyBool()};
+    return {AnyReal<float>(), AnyInteger<kelcore::int64>(),
+            static_cast<orvo::KeyframeType>(AnyBool()), AnyBool()};
 }
 
 AutomationLane AnyLane() {
