@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <boost/container/small_vector.hpp>
 #include <cstddef>
 #include <string>
@@ -13,9 +12,7 @@ namespace tses {
 class ValueText {
 public:
     void Append(std::u16string_view text) {
-        const std::size_t size = Size();
-        units_.resize(size + text.size(), boost::container::default_init);
-        std::ranges::copy(text, units_.begin() + static_cast<std::ptrdiff_t>(size));
+        units_.insert(units_.end(), text.begin(), text.end());
     }
     void Append(char16_t unit) { units_.push_back(unit); }
 
