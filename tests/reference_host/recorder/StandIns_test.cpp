@@ -98,7 +98,7 @@ struct Argument {
 template <>
 struct Argument<const char16_t*> {
     explicit Argument(std::size_t position) : text(u"text " + std::u16string(position, u'*')) {}
-    const char16_t* Get() { return text.c_str(); }
+    const char16_t* Get() const { return text.c_str(); }
     std::vector<TraceValue> Expected() const { return {text}; }
 
     std::u16string text;
@@ -115,7 +115,7 @@ struct Argument<IHostString*> {
 template <class Element>
 struct Argument<const Element*> {
     explicit Argument(std::size_t position) { EXPECT_EQ(position, 0U); }
-    const Element* Get() { return elements.data(); }
+    const Element* Get() const { return elements.data(); }
     std::vector<TraceValue> Expected() const { return {elements}; }
 
     std::vector<Element> elements{7, 8};
