@@ -54,7 +54,7 @@ public:
     HeapPeak() : before_(heapUse) { heapPeak = heapUse; }
 
     std::size_t BeyondStart() const { return heapPeak - before_; }
-    std::size_t BeyondNow() const { return heapPeak - heapUse; }
+    static std::size_t BeyondNow() { return heapPeak - heapUse; }
 
 private:
     std::size_t before_;

@@ -48,10 +48,10 @@ TEST(BarsAndBeats, BarZeroComesBeforeTheFirst) {
 
 TEST(BarsAndBeats, ABeatOfOnePartHasNoSubdivisions) {
     const MusicalTime waltz{.beatsPerMinute = 60, .beatsPerBar = 3};
-    EXPECT_EQ(FormatBarsAndBeats(kRate * 5, kRate, waltz), "2:3");
+    EXPECT_EQ(FormatBarsAndBeats(std::int64_t{kRate} * 5, kRate, waltz), "2:3");
     EXPECT_EQ(Parsed("2:3", waltz), kRate * 5);
     EXPECT_EQ(Parsed("2:3.0", waltz), kRate * 5);
-    EXPECT_EQ(FormatBarsAndBeats(kRate * 5, kRate,
+    EXPECT_EQ(FormatBarsAndBeats(std::int64_t{kRate} * 5, kRate,
                                  {.beatsPerMinute = 60, .beatsPerBar = 3, .subdivisions = -4}),
               "2:3");
 }

@@ -290,7 +290,10 @@ RC_GTEST_PROP(Timecode, APrintedTextReadsAsTheFirstSampleOfTheNearestFrame, ()) 
     const std::uint32_t sampleRate = AnySampleRate();
     const auto position = *rc::gen::inRange<std::int64_t>(0, 1LL << 40);
     const std::string text = FormatTimecode(position, sampleRate, rate).value();
-    long long hours = 0, minutes = 0, seconds = 0, frames = 0;
+    long long hours = 0;
+    long long minutes = 0;
+    long long seconds = 0;
+    long long frames = 0;
     RC_ASSERT(
         std::sscanf(text.c_str(), "%lld:%lld:%lld:%lld", &hours, &minutes, &seconds, &frames) == 4);
     const std::int64_t frame = ((hours * 60 + minutes) * 60 + seconds) * rate.count + frames;
