@@ -24,7 +24,7 @@ TemporaryFolder::~TemporaryFolder() {
 
 std::filesystem::path TemporaryFolder::Write(std::string_view name,
                                              std::string_view content) const {
-    const std::filesystem::path path = path_ / name;
+    std::filesystem::path path = path_ / name;
     std::ofstream(path, std::ios::binary)
         .write(content.data(), static_cast<std::streamsize>(content.size()));
     return path;
