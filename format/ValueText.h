@@ -11,9 +11,7 @@ namespace tses {
 /// allocation.
 class ValueText {
 public:
-    void Append(std::u16string_view text) {
-        units_.insert(units_.end(), text.begin(), text.end());
-    }
+    void Append(std::u16string_view text) { units_.insert(units_.end(), text.begin(), text.end()); }
     void Append(char16_t unit) { units_.push_back(unit); }
 
     std::size_t Size() const { return units_.size(); }
