@@ -16,6 +16,9 @@
 /// Every function here may be called from any thread. Reads and writes wait for each other, because
 /// the plug-in takes one call at a time. They throw only std::bad_alloc.
 ///
+/// The first read or write turns on the application's features that the plug-in looks at, for the
+/// whole process. This concerns a program that is also a host of the plug-in.
+///
 /// The plug-in starts and stops Xerces-C, which counts its users without a lock. A program that
 /// uses Xerces-C itself must not start or stop it while a function here runs.
 namespace orvo {

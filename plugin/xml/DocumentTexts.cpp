@@ -64,7 +64,7 @@ void DocumentTexts::AddAttribute(xercesc::DOMElement& element,
     if (IsCarriedAsItIs(attribute.value, TextPlace::Attribute)) {
         nodes_->AddAttribute(element, attribute.name, attribute.value);
     } else {
-        nodes_->AddAttribute(element, attribute.name, {});
+        nodes_->AddAttribute(element, attribute.name, u"");
         Wait(*element.getAttributeNode(attribute.name.data()), attribute.value,
              TextPlace::Attribute);
     }
