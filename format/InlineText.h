@@ -6,12 +6,17 @@
 
 namespace tses {
 
-/// A zero-terminated text. One of usual length needs no allocation.
+/// A zero-terminated text. One of usual length needs no allocation. A move copies: what is moved
+/// from stays a text.
 class InlineText {
 public:
     InlineText() : units_(1, u'\0') {}
     InlineText(std::u16string_view text) { *this = text; }
+    InlineText(const InlineText&) = default;
+    ~InlineText() = default;
 
+    InlineText& operator=(const InlineText&) = default;
+    /// @param text  not a part of this text
     InlineText& operator=(std::u16string_view text) {
         units_.resize(text.size() + 1, boost::container::default_init);
         *std::ranges::copy(text, units_.begin()).out = u'\0';

@@ -1,0 +1,36 @@
+#include "format/InlineText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+namespace tses {
+namespace {
+
+TEST(InlineText, IsEmptyAndTerminatedAtFirst) {
+    const InlineText text;
+    EXPECT_TRUE(text.empty());
+    EXPECT_EQ(*text.c_str(), u'\0');
+}
+
+TEST(InlineText, KeepsTextsOfEveryLength) {
+    for (const std::size_t size : {1U, 62U, 63U, 64U, 65U, 1000U}) {
+        const std::u16string units(size, u'x');
+        const InlineText text = std::u16string_view(units);
+        EXPECT_TRUE(text == units) << size;
+        EXPECT_EQ(text.c_str()[size], u'\0') << size;
+    }
+}
+
+TEST(InlineText, WhatIsMovedFromStaysAText) {
+    for (const std::size_t size : {3U, 100U}) {
+        InlineText text = std::u16string_view(std::u16string(size, u'x'));
+        const InlineText moved = std::move(text);
+        EXPECT_EQ(std::u16string_view(moved).size(), size);
+        EXPECT_EQ(text.c_str()[std::u16string_view(text).size()], u'\0');
+    }
+}
+
+}  // namespace
+}  // namespace tses
