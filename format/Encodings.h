@@ -32,6 +32,12 @@ inline bool Put(std::u16string_view value, ValueText& text) {
     return true;
 }
 
+template <class Value>
+bool PutNumber(Value value, ValueText& text) {
+    AppendNumber(value, text);
+    return true;
+}
+
 struct Text : Plain {
     static constexpr ValueKind kKind = ValueKind::Text;
 
@@ -52,7 +58,7 @@ struct Number : Plain {
                                            : ValueKind::ExactReal32;
 
     static void Read(std::u16string_view text, Value& value) { ParseNumber(text, value); }
-    static bool Write(Value value, ValueText& text) { return Put(FormatNumber(value), text); }
+    static bool Write(Value value, ValueText& text) { return PutNumber(value, text); }
 };
 
 /// A number, except that 0 reads as another one.
@@ -75,7 +81,7 @@ struct LenientReal : Plain {
 
     static void Read(std::u16string_view text, float& value) { value = ParseFloatLenient(text); }
     static void Read(std::u16string_view text, double& value) { value = ParseDoubleLenient(text); }
-    static bool Write(Value value, ValueText& text) { return Put(FormatNumber(value), text); }
+    static bool Write(Value value, ValueText& text) { return PutNumber(value, text); }
 };
 
 /// True only for "true".
@@ -150,7 +156,7 @@ template <const auto& Table>
 struct KnownWordElseNumber : KnownWord<Table> {
     template <class Value>
     static bool Write(Value value, ValueText& text) {
-        return KnownWord<Table>::Write(value, text) || Put(FormatNumber(value), text);
+        return KnownWord<Table>::Write(value, text) || PutNumber(value, text);
     }
 };
 

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "platform/kelcore/BinaryText.h"
+#include "platform/kelcore/Numbers.h"
 #include "platform/kelcore/Strings.h"
 
 namespace tses {
@@ -137,42 +138,36 @@ Real ParseLenient(std::u16string_view text) {
     return read.ec == std::errc() && read.ptr == last ? value : Real{};
 }
 
+template <class Integer>
+void AppendInteger(Integer value, ValueText& text) {
+    std::array<char, 24> digits;
+    char* const end = std::to_chars(digits.begin(), digits.end(), value).ptr;
+    std::copy(digits.begin(), end, text.Extend(static_cast<std::size_t>(end - digits.begin())));
+}
+
+template <class Real>
+void AppendReal(Real value, ValueText& text) {
+    std::array<char16_t, kelcore::kFloatBufferSize> units;
+    text.Append(
+        {units.data(), kelcore::ConvertFloatToBufferT(units.data(), value, kFloatPrecision)});
+}
+
 }  // namespace
 
-/// Makes texts of numbers.
-class NumberFormat {
-public:
-    template <class Integer>
-    static NumberText OfInteger(Integer value) {
-        char digits[24];
-        char* const end = std::to_chars(std::begin(digits), std::end(digits), value).ptr;
-        NumberText text;
-        text.size_ = static_cast<std::size_t>(end - digits);
-        std::copy(digits, end, text.units_.begin());
-        return text;
-    }
-    template <class Real>
-    static NumberText OfReal(Real value) {
-        NumberText text;
-        text.size_ = kelcore::ConvertFloatToBufferT(text.units_.data(), value, kFloatPrecision);
-        return text;
-    }
-};
-
-NumberText FormatNumber(kelcore::uint32 value) {
-    return NumberFormat::OfInteger(value);
+void AppendNumber(kelcore::uint32 value, ValueText& text) {
+    AppendInteger(value, text);
 }
-NumberText FormatNumber(kelcore::int32 value) {
-    return NumberFormat::OfInteger(value);
+void AppendNumber(kelcore::int32 value, ValueText& text) {
+    AppendInteger(value, text);
 }
-NumberText FormatNumber(kelcore::int64 value) {
-    return NumberFormat::OfInteger(value);
+void AppendNumber(kelcore::int64 value, ValueText& text) {
+    AppendInteger(value, text);
 }
-NumberText FormatNumber(float value) {
-    return NumberFormat::OfReal(value);
+void AppendNumber(float value, ValueText& text) {
+    AppendReal(value, text);
 }
-NumberText FormatNumber(double value) {
-    return NumberFormat::OfReal(value);
+void AppendNumber(double value, ValueText& text) {
+    AppendReal(value, text);
 }
 
 void ParseNumber(std::u16string_view text, kelcore::uint32& target) {

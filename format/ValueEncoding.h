@@ -1,38 +1,30 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/kelcore/Numbers.h"
+#include "format/ValueText.h"
 #include "platform/kelcore/Types.h"
 
 /// Converts host values to attribute text and back. No conversion reports an error; each says what
 /// it makes of text that does not fit.
 namespace tses {
 
-/// The text of a number, without an allocation.
-class NumberText {
-public:
-    operator std::u16string_view() const { return {units_.data(), size_}; }
-    bool operator==(std::u16string_view text) const { return std::u16string_view(*this) == text; }
+/// Appends a number; a real one as the shortest text that reads back to the same value.
+void AppendNumber(kelcore::uint32 value, ValueText& text);
+void AppendNumber(kelcore::int32 value, ValueText& text);
+void AppendNumber(kelcore::int64 value, ValueText& text);
+void AppendNumber(float value, ValueText& text);
+void AppendNumber(double value, ValueText& text);
 
-private:
-    friend class NumberFormat;
-
-    std::array<char16_t, kelcore::kFloatBufferSize> units_;
-    std::size_t size_;
-};
-
-/// Writes a real number as the shortest text that reads back to the same value.
-NumberText FormatNumber(kelcore::uint32 value);
-NumberText FormatNumber(kelcore::int32 value);
-NumberText FormatNumber(kelcore::int64 value);
-NumberText FormatNumber(float value);
-NumberText FormatNumber(double value);
+template <class Number>
+std::u16string FormatNumber(Number value) {
+    ValueText text;
+    AppendNumber(value, text);
+    return text.ToString();
+}
 
 /// "true" or "false".
 constexpr std::u16string_view FormatBool(bool value) {

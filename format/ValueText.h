@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <boost/container/small_vector.hpp>
 #include <cstddef>
 #include <string>
@@ -11,10 +12,20 @@ namespace tses {
 /// allocation.
 class ValueText {
 public:
-    void Append(std::u16string_view text) { units_.insert(units_.end(), text.begin(), text.end()); }
-    void Append(char16_t unit) { units_.push_back(unit); }
+    void Append(std::u16string_view text) { std::ranges::copy(text, Extend(text.size())); }
+    void Append(char16_t unit) { *Extend(1) = unit; }
 
-    std::size_t Size() const { return units_.size(); }
+    /// Appends that many units, which the caller sets.
+    char16_t* Extend(std::size_t count) {
+        if (count > units_.size() - size_) {
+            Grow(count);
+        }
+        char16_t* const begin = units_.data() + size_;
+        size_ += count;
+        return begin;
+    }
+
+    std::size_t Size() const { return size_; }
 
     /// Valid until more is appended.
     std::u16string_view Part(std::size_t begin, std::size_t size) const {
@@ -25,7 +36,13 @@ public:
     std::u16string ToString() const;
 
 private:
-    boost::container::small_vector<char16_t, 512> units_;
+    static constexpr std::size_t kUsualSize = 512;
+
+    void Grow(std::size_t count);
+
+    boost::container::small_vector<char16_t, kUsualSize> units_{kUsualSize,
+                                                                boost::container::default_init};
+    std::size_t size_ = 0;  ///< what is behind is not set
 };
 
 }  // namespace tses

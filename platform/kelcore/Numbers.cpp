@@ -147,7 +147,7 @@ std::size_t WriteReal(char16* buffer, Real value, int precision) {
     char* const limit = begin + text.size() - 1;
     char* end = std::to_chars(begin, limit, value).ptr;
     const int digits = std::max(precision, 1);
-    if (std::isfinite(value) && SignificantDigits({begin, end}) > digits) {
+    if (end - begin > digits && std::isfinite(value) && SignificantDigits({begin, end}) > digits) {
         end = std::to_chars(begin, limit, value, std::chars_format::general, digits).ptr;
     }
     return Widen({begin, end}, buffer);

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <numeric>
 #include <tuple>
 #include <utility>
 
@@ -37,6 +40,25 @@ Record ReadRecord(const TagAttributes& attributes) {
     return record;
 }
 
+template <const auto&... Tables>
+inline constexpr auto kRowsOf = std::tuple_cat(Tables...);
+
+/// The rows of several tables in the order of their names, in which a map takes them fastest.
+template <const auto& Rows>
+inline constexpr auto kInOrder = [] {
+    constexpr auto kOrder = [] {
+        const auto names =
+            std::apply([](const auto&... rows) { return std::array{rows.name...}; }, Rows);
+        std::array<std::size_t, names.size()> order{};
+        std::iota(order.begin(), order.end(), 0);
+        std::ranges::sort(order, {}, [&](std::size_t row) { return std::pair(names[row], row); });
+        return order;
+    }();
+    return [&]<std::size_t... I>(std::index_sequence<I...>) {
+        return std::tuple(std::get<kOrder[I]>(Rows)...);
+    }(std::make_index_sequence<kOrder.size()>());
+}();
+
 /// Adds the attributes of a record.
 template <const auto&... Tables, class Record>
 void SetAttributes(const Record& record, AttributeMap& attributes) {
@@ -45,7 +67,7 @@ void SetAttributes(const Record& record, AttributeMap& attributes) {
             attributes.Set(row.name, [&](ValueText& text) { return row.Write(record, text); });
         }
     };
-    (std::apply([&](const auto&... rows) { (setRow(rows), ...); }, Tables), ...);
+    std::apply([&](const auto&... rows) { (setRow(rows), ...); }, kInOrder<kRowsOf<Tables...>>);
 }
 
 template <const auto&... Tables, class Record>

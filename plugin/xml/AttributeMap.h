@@ -43,7 +43,7 @@ public:
         const std::size_t begin = values_.Size();
         if (write(values_)) {
             const Entry entry = {name, begin, values_.Size() - begin};
-            values_.Append(u'\0');
+            *values_.Extend(1) = u'\0';
             Insert(entry);
         }
     }
@@ -71,6 +71,8 @@ public:
     Iterator end() const { return {*this, size()}; }
     std::size_t size() const { return entries_.size(); }
     bool empty() const { return entries_.empty(); }
+    /// At least as many units as all values together have.
+    std::size_t BoundOfValues() const { return values_.Size(); }
 
 private:
     struct Entry {

@@ -17,16 +17,16 @@ namespace {
 using Guard = boost::lock_guard<boost::recursive_mutex>;
 using Content = std::span<const kelcore::byte>;
 
-// Bounds of the length of a text as the value of an attribute. They hold for both versions of XML,
-// because the text of a later element decides which one the document gets.
+// Bounds of the length of attributes in a tag. They hold for both versions of XML, because the text of a later element decides which one the document gets.
 
 constexpr kelcore::uint64 kLongestReference = 8;  // that of the line separator
 constexpr kelcore::uint64 kLongestOtherReference = 6;
 constexpr kelcore::uint64 kMostBytesOfUnit = 3;
+constexpr kelcore::uint64 kName = 64;  // with quotes and separators
 
 /// At most so many bytes, whatever the units are.
-kelcore::uint64 QuickBound(std::u16string_view text) {
-    return kLongestReference * text.size();
+kelcore::uint64 QuickBound(const AttributeMap& attributes) {
+    return kName * (1 + attributes.size()) + kLongestReference * attributes.BoundOfValues();
 }
 
 /// A unit that is a reference in some place or version counts as the longest one.
@@ -41,27 +41,20 @@ kelcore::uint64 BoundOf(char16_t unit) {
                                : kMostBytesOfUnit;
 }
 
-kelcore::uint64 CloseBound(std::u16string_view text) {
-    kelcore::uint64 length = 0;
-    for (const char16_t unit : text) {
-        length += BoundOf(unit);
+kelcore::uint64 CloseBound(const AttributeMap& attributes) {
+    kelcore::uint64 length = kName * (1 + attributes.size());
+    for (const auto& attribute : attributes) {
+        for (const char16_t unit : attribute.value) {
+            length += BoundOf(unit);
+        }
     }
     return length;
 }
 
-template <class Bound>
-bool FitsTag(const AttributeMap& attributes, Bound bound) {
-    constexpr kelcore::uint64 kName = 64;  // with quotes and separators
-    kelcore::uint64 length = kName;
-    for (const auto& attribute : attributes) {
-        length += kName + bound(attribute.value);
-    }
-    return length <= limits::kTagBytes;
-}
-
 /// Whether a reader accepts the tag.
 bool IsReadable(const AttributeMap& attributes) {
-    return FitsTag(attributes, QuickBound) || FitsTag(attributes, CloseBound);
+    return QuickBound(attributes) <= limits::kTagBytes ||
+           CloseBound(attributes) <= limits::kTagBytes;
 }
 
 /// The DOM throws if it refuses something; the writer's operation then reports failure.

@@ -115,10 +115,6 @@ void AppendReference(ContentBuffer& content, char16_t unit) {
 
 }  // namespace
 
-void AppendMarkup(ContentBuffer& content, std::string_view markup) {
-    content.SetEnd(Put(content.Room(markup.size()), markup));
-}
-
 void AppendName(ContentBuffer& content, std::u16string_view name) {
     content.SetEnd(PutName(content.Room(name.size()), name));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string_view>
 
 #include "plugin/xml/CarriableText.h"
@@ -9,7 +10,9 @@
 namespace tses::xml {
 
 /// Appends ASCII as it is.
-void AppendMarkup(ContentBuffer& content, std::string_view markup);
+inline void AppendMarkup(ContentBuffer& content, std::string_view markup) {
+    content.SetEnd(std::ranges::copy(markup, content.Room(markup.size())).out);
+}
 
 /// Appends the name of an element, an attribute or a reference, which is ASCII.
 void AppendName(ContentBuffer& content, std::u16string_view name);

@@ -19,7 +19,7 @@ DocumentRecord QueryDocument(IQuerySession& session) {
     kelcore::int32 major = 0;
     kelcore::int32 minor = 0;
     session.GetFormatVersion(&major, &minor);
-    return {std::u16string(FormatNumber(major)).append(u".").append(FormatNumber(minor))};
+    return {FormatNumber(major) + u"." + FormatNumber(minor)};
 }
 
 }  // namespace

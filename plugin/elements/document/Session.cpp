@@ -59,7 +59,7 @@ SessionRecord QuerySession(IQuerySession& session) {
     record.bitDepth = session.GetBitDepth();
     record.appVersion = kelcore::UTF8to16(kelcore::GetClientVersion());
     record.appBuild =
-        record.appVersion + u"." + std::u16string(FormatNumber(kelcore::GetClientBuildNumber()));
+        record.appVersion + u"." + FormatNumber(kelcore::GetClientBuildNumber());
     return record;
 }
 
