@@ -56,7 +56,7 @@ std::string OutputOfProgram(const std::vector<std::string>& arguments) {
         Execute(arguments, ends[1]);
     }
     ::close(ends[1]);
-    const std::string output = child > 0 ? ReadToEnd(ends[0]) : std::string();
+    std::string output = child > 0 ? ReadToEnd(ends[0]) : std::string();
     ::close(ends[0]);
     if (child < 0 || !EndedWell(child)) {
         throw std::runtime_error(arguments.front() + " did not end well");

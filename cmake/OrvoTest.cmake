@@ -25,9 +25,10 @@ function(orvo_add_test name)
   orvo_add_shards(${name} ${name} ${ARG_SHARDS})
 endfunction()
 
-# orvo_repeat_streamed(NAME SHARDS): runs the tests of a program again, with streamed documents.
+# orvo_repeat_streamed(NAME SHARDS [VARIABLES...]): runs the tests of a program again, with streamed documents and
+# those variables of the environment.
 function(orvo_repeat_streamed name shards)
-  orvo_add_shards(${name}.streamed ${name} ${shards} "ORVO_DOCUMENT=streamed")
+  orvo_add_shards(${name}.streamed ${name} ${shards} "ORVO_DOCUMENT=streamed" ${ARGN})
 endfunction()
 
 # orvo_repeat_test_streamed(NAME COMMAND...): runs a test of another program again, with streamed documents.

@@ -29,7 +29,7 @@ public:
     bool empty() const { return units_.size() == 1; }
 
 private:
-    boost::container::small_vector<char16_t, 64> units_;
+    boost::container::small_vector<char16_t, 128> units_;
 };
 
 }  // namespace tses

@@ -16,8 +16,9 @@ namespace toolkit {
 namespace {
 
 std::string HandlerName(const std::string& id) {
-    std::u16string name = kelcore::UTF8to16(id);
-    tbcore::TranslateToHumanReadableMediaHandler(std::u16string(name), name);
+    const std::u16string identifier = kelcore::UTF8to16(id);
+    std::u16string_view name = identifier;
+    tbcore::TranslateToHumanReadableMediaHandler(identifier, name);
     return kelcore::UTF16to8(name);
 }
 

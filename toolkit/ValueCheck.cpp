@@ -64,7 +64,7 @@ bool IsBoolean(std::u16string_view text) {
 }
 
 bool IsHandlerName(std::u16string_view text) {
-    std::u16string ignored;
+    std::u16string_view ignored;
     return tbcore::TranslateFromHumanReadableMediaHandler(text, ignored);
 }
 

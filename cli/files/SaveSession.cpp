@@ -1,6 +1,7 @@
 #include "cli/files/SaveSession.h"
 
 #include <fstream>
+#include <future>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include <orvo/Differences.h>
+#include "cli/RemovalAtSignal.h"
 #include "cli/files/ReadProgress.h"
 #include "cli/files/SessionFile.h"
 #include "cli/files/StandInFile.h"
@@ -134,7 +136,7 @@ std::vector<std::string> DistinctReasons(const orvo::WriteResult& written) {
 
 /// Compares the saved session with the original, except for facts about the writer and the position
 /// that every file computes. Lists each difference and returns whether there is none.
-bool HoldsEverything(const Session& session, const orvo::WriteResult& written, Session saved,
+bool HoldsEverything(const Session& session, const orvo::WriteResult& written, Session& saved,
                      const std::string& source, const LossRule& rule) {
     TakeWhatTheWriterMakes(session, saved);
     orvo::Differences differences = orvo::FindDifferences(session, saved, rule.Limit());
@@ -150,6 +152,13 @@ bool HoldsEverything(const Session& session, const orvo::WriteResult& written, S
     }
     NameLosses(source, losses, differences.count);
     return losses.empty();
+}
+
+/// Frees a large session while the caller goes on. The result waits for the end in its destructor.
+std::future<void> FreeBeside(Session session) {
+    const WithoutSignals inherited;
+    return std::async(std::launch::async,
+                      [session = std::move(session)]() mutable { session = {}; });
 }
 
 }  // namespace
@@ -185,10 +194,11 @@ ExitCode SaveSession(const Session& session, const Output& out, const std::strin
     if (!saved) {
         return FailToSave(out, {"the plug-in cannot read back what it wrote"});
     }
-    if (!HoldsEverything(session, written, std::move(saved.session), source, rule) && !rule.lossy) {
+    if (!HoldsEverything(session, written, saved.session, source, rule) && !rule.lossy) {
         RefuseLosses(source);
         return ExitCode::Failure;
     }
+    const auto freed = FreeBeside(std::move(saved.session));
     return Deliver(*file, out, progress);
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <optional>
-#include <string>
 #include <string_view>
 
 #include "format/Ids.h"
+#include "format/InlineText.h"
 #include "format/Names.h"
 #include "format/Rows.h"
 #include "platform/tbcore/MediaHandlers.h"
@@ -29,19 +28,22 @@ namespace encoding {
 struct HandlerName : Plain {
     static constexpr ValueKind kKind = ValueKind::HandlerName;
 
-    static void Read(std::u16string_view text, std::u16string& handler) {
-        tbcore::TranslateFromHumanReadableMediaHandler(text, handler);
+    static void Read(std::u16string_view text, InlineText& handler) {
+        std::u16string_view identifier;
+        if (tbcore::TranslateFromHumanReadableMediaHandler(text, identifier)) {
+            handler = identifier;
+        }
     }
-    static bool Write(const std::u16string& handler, ValueText& text) {
-        std::u16string name;
+    static bool Write(std::u16string_view handler, ValueText& text) {
+        std::u16string_view name;
         return tbcore::TranslateToHumanReadableMediaHandler(handler, name) && Put(name, text);
     }
 };
 
 /// The identifier of a handler that has no name for people.
 struct NamelessHandler : Text {
-    static bool Write(const std::u16string& handler, ValueText& text) {
-        std::u16string name;
+    static bool Write(std::u16string_view handler, ValueText& text) {
+        std::u16string_view name;
         return !tbcore::TranslateToHumanReadableMediaHandler(handler, name) && Put(handler, text);
     }
 };
@@ -50,11 +52,11 @@ struct NamelessHandler : Text {
 
 struct FileRecord {
     kelcore::uint32 id = kNoId;
-    std::u16string absolutePath{};
-    std::u16string relativePath{};
-    std::u16string mediaHandler{};  // the identifier
-    std::u16string recoveryId{};
-    std::u16string importerPrivateSettings{};
+    InlineText absolutePath{};
+    InlineText relativePath{};
+    InlineText mediaHandler{};  // the identifier
+    InlineText recoveryId{};
+    InlineText importerPrivateSettings{};
 };
 
 /// "mediaHandlerID" overrides a translated "mediaHandler".

@@ -28,9 +28,9 @@ constexpr auto kMediaHandlers = std::to_array<MediaHandler>({
     {u"kel.importer.midi", u"Standard MIDI File (MID)"},
 });
 
-/// Finds the row whose `known` column equals `key` and copies its `wanted` column to `result`.
+/// Finds the row whose `known` column equals `key` and sets `result` to its `wanted` column.
 bool Translate(std::u16string_view key, std::u16string_view MediaHandler::*known,
-               std::u16string_view MediaHandler::*wanted, std::u16string& result) {
+               std::u16string_view MediaHandler::*wanted, std::u16string_view& result) {
     const auto* const row = std::ranges::find(kMediaHandlers, key, known);
     if (row == kMediaHandlers.end()) {
         return false;
@@ -41,11 +41,13 @@ bool Translate(std::u16string_view key, std::u16string_view MediaHandler::*known
 
 }  // namespace
 
-bool TranslateToHumanReadableMediaHandler(std::u16string_view identifier, std::u16string& name) {
+bool TranslateToHumanReadableMediaHandler(std::u16string_view identifier,
+                                          std::u16string_view& name) {
     return Translate(identifier, &MediaHandler::identifier, &MediaHandler::name, name);
 }
 
-bool TranslateFromHumanReadableMediaHandler(std::u16string_view name, std::u16string& identifier) {
+bool TranslateFromHumanReadableMediaHandler(std::u16string_view name,
+                                            std::u16string_view& identifier) {
     return Translate(name, &MediaHandler::name, &MediaHandler::identifier, identifier);
 }
 

@@ -56,7 +56,8 @@ inline constexpr auto kInOrder = [] {
     }();
     return [&]<std::size_t... I>(std::index_sequence<I...>) {
         return std::tuple(std::get<kOrder[I]>(Rows)...);
-    }(std::make_index_sequence<kOrder.size()>());
+    }
+    (std::make_index_sequence<kOrder.size()>());
 }();
 
 /// Adds the attributes of a record.

@@ -16,7 +16,8 @@ namespace tses {
 /// each element as soon as it is known.
 ///
 /// `CarriableText.h` says which characters a reader gets back. Names must be constants of `names`.
-/// The DOM throws a `xercesc::DOMException` if the XML library refuses something.
+/// The DOM throws a `xercesc::DOMException` if the XML library refuses something. After any other
+/// exception, which is lack of memory, a document can only be destroyed.
 class SessionDocument {
 public:
     virtual ~SessionDocument() = default;

@@ -17,7 +17,8 @@ namespace {
 using Guard = boost::lock_guard<boost::recursive_mutex>;
 using Content = std::span<const kelcore::byte>;
 
-// Bounds of the length of attributes in a tag. They hold for both versions of XML, because the text of a later element decides which one the document gets.
+// Bounds of the length of attributes in a tag. They hold for both versions of XML, because the text
+// of a later element decides which one the document gets.
 
 constexpr kelcore::uint64 kLongestReference = 8;  // that of the line separator
 constexpr kelcore::uint64 kLongestOtherReference = 6;

@@ -2,6 +2,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <span>
 #include <utility>
@@ -56,6 +57,12 @@ struct Progress {
     PerVersion<Layout> layouts;
     std::size_t size = 0;
     std::size_t places = 0;
+};
+
+/// What a serialised document has in its buffer besides the content.
+struct Inserted {
+    std::size_t version = 0;     ///< of the places
+    std::size_t headGrowth = 0;  ///< by which the head is longer than when the content began
 };
 
 void Append(ContentBuffer& content, std::span<const kelcore::byte> bytes) {
@@ -142,7 +149,8 @@ private:
         return {now_.layouts[0].CurrentLine(), now_.layouts[1].CurrentLine()};
     }
     ContentBuffer Head() const;
-    std::span<const kelcore::byte> Assemble(const ContentBuffer& head);
+    std::span<const kelcore::byte> Insert(std::span<const kelcore::byte> head);
+    void TakeOut(const Inserted& inserted);
     void TraceReplacements() const;
 
     AttributeMap rootAttributes_;
@@ -152,8 +160,8 @@ private:
     std::vector<Place> places_;
     Progress now_;
     std::optional<Progress> resumesAt_;  ///< after a `Serialise`, which closed all elements
+    Inserted inserted_;                  ///< by that `Serialise`
     XmlVersion version_ = XmlVersion::V1_0;
-    ContentBuffer assembled_;
 };
 
 /// Drops the end tags of a document that is continued after it was serialised.
@@ -161,6 +169,7 @@ void StreamedDocument::Resume() {
     if (resumesAt_) {
         now_ = *std::move(resumesAt_);
         resumesAt_.reset();
+        TakeOut(inserted_);
         body_.Truncate(now_.size);
         places_.resize(now_.places);
     }
@@ -225,6 +234,11 @@ void StreamedDocument::AppendPlace(std::u16string_view text, TextPlace where) {
 /// Appends what `compute` gives for the layout of each version.
 template <class Compute>
 void StreamedDocument::Indent(Compute compute) {
+    if (places_.empty()) {  // nothing so far depends on the version
+        AppendIndentation(body_, compute(now_.layouts[0], 0));
+        now_.layouts[1] = now_.layouts[0];
+        return;
+    }
     PerVersion<Indentation> indentation;
     for (std::size_t i = 0; i < kVersions.size(); ++i) {
         indentation[i] = compute(now_.layouts[i], i);
@@ -269,20 +283,53 @@ void StreamedDocument::TraceReplacements() const {
     }
 }
 
-std::span<const kelcore::byte> StreamedDocument::Assemble(const ContentBuffer& head) {
-    assembled_.Truncate(0);
-    Append(assembled_, head.Bytes());
-    std::size_t done = headSize_;
-    const auto appendUpTo = [&](std::size_t offset) {
-        Append(assembled_, std::as_const(body_).Bytes().subspan(done, offset - done));
-        done = offset;
+/// Puts the head and the places into the buffer. Moves what is behind them from the back, so that
+/// memory holds the document once. A head that became shorter begins later in the buffer.
+std::span<const kelcore::byte> StreamedDocument::Insert(std::span<const kelcore::byte> head) {
+    Inserted inserted{.version = IndexOf(version_),
+                      .headGrowth = std::max(head.size(), headSize_) - headSize_};
+    std::size_t growth = inserted.headGrowth;
+    for (const Place& place : places_) {
+        growth += place.content[inserted.version].Bytes().size();
+    }
+    std::size_t begin = body_.Bytes().size();  // of what was moved
+    body_.SetEnd(body_.Room(growth) + growth);
+    inserted_ = inserted;
+    kelcore::byte* const bytes = body_.Bytes().data();
+    const auto moveFrom = [&](std::size_t first) {
+        if (growth > 0) {
+            std::memmove(bytes + first + growth, bytes + first, begin - first);
+        }
+        begin = first;
+    };
+    for (auto place = places_.crbegin(); place != places_.crend(); ++place) {
+        const std::span content = place->content[inserted.version].Bytes();
+        moveFrom(place->offset);
+        growth -= content.size();
+        std::ranges::copy(content, bytes + place->offset + growth);
+    }
+    moveFrom(headSize_);
+    const std::size_t start = headSize_ + growth - head.size();
+    std::ranges::copy(head, bytes + start);
+    return std::as_const(body_).Bytes().subspan(start);
+}
+
+/// Takes the places out of the buffer again.
+void StreamedDocument::TakeOut(const Inserted& inserted) {
+    kelcore::byte* const bytes = body_.Bytes().data();
+    std::size_t growth = inserted.headGrowth;
+    std::size_t begin = headSize_;  // of what is still to move
+    const auto moveUpTo = [&](std::size_t end) {
+        if (growth > 0) {
+            std::memmove(bytes + begin, bytes + begin + growth, end - begin);
+        }
+        begin = end;
     };
     for (const Place& place : places_) {
-        appendUpTo(place.offset);
-        Append(assembled_, place.content[IndexOf(version_)].Bytes());
+        moveUpTo(place.offset);
+        growth += place.content[inserted.version].Bytes().size();
     }
-    appendUpTo(body_.Bytes().size());
-    return std::as_const(assembled_).Bytes();
+    moveUpTo(body_.Bytes().size() - growth);
 }
 
 std::optional<std::span<const kelcore::byte>> StreamedDocument::Serialise() {
@@ -301,11 +348,7 @@ std::optional<std::span<const kelcore::byte>> StreamedDocument::Serialise() {
     xml::AppendMarkup(body_, "\n");
     resumesAt_ = std::move(reached);
     TraceReplacements();
-    if (!places_.empty() || head.Bytes().size() != headSize_) {
-        return Assemble(head);
-    }
-    std::ranges::copy(head.Bytes(), body_.Bytes().begin());
-    return std::as_const(body_).Bytes();
+    return Insert(head.Bytes());
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 
 #include "platform/kelcore/Types.h"
 #include "platform/kelcore/Unicode.h"
@@ -53,11 +54,30 @@ constexpr std::array<bool, kAscii> kIsPlainInAttributes = [] {
     return isPlain;
 }();
 
+using Units = char16_t [[gnu::vector_size(16)]];
+using Bytes = byte [[gnu::vector_size(8)]];
+constexpr std::size_t kBlock = 8;
+
+void PutBlock(byte* end, const char16_t* ascii) {
+    Units units;
+    std::memcpy(&units, ascii, sizeof(units));
+    const auto bytes = __builtin_convertvector(units, Bytes);
+    std::memcpy(end, &bytes, sizeof(bytes));
+}
+
 byte* PutName(byte* end, std::u16string_view name) {
-    for (const char16_t unit : name) {
-        *end++ = static_cast<byte>(unit);
+    if (name.size() < kBlock) {
+        for (const char16_t unit : name) {
+            *end++ = static_cast<byte>(unit);
+        }
+        return end;
     }
-    return end;
+    const std::size_t last = name.size() - kBlock;
+    for (std::size_t i = 0; i < last; i += kBlock) {
+        PutBlock(end + i, name.data() + i);
+    }
+    PutBlock(end + last, name.data() + last);
+    return end + name.size();
 }
 
 byte* Put(byte* end, std::string_view ascii) {

@@ -15,7 +15,7 @@ TEST(InlineText, IsEmptyAndTerminatedAtFirst) {
 }
 
 TEST(InlineText, KeepsTextsOfEveryLength) {
-    for (const std::size_t size : {1U, 62U, 63U, 64U, 65U, 1000U}) {
+    for (const std::size_t size : {1U, 126U, 127U, 128U, 129U, 1000U}) {
         const std::u16string units(size, u'x');
         const InlineText text = std::u16string_view(units);
         EXPECT_TRUE(text == units) << size;
@@ -24,9 +24,9 @@ TEST(InlineText, KeepsTextsOfEveryLength) {
 }
 
 TEST(InlineText, WhatIsMovedFromStaysAText) {
-    for (const std::size_t size : {3U, 100U}) {
+    for (const std::size_t size : {3U, 200U}) {
         InlineText text = std::u16string_view(std::u16string(size, u'x'));
-        const InlineText moved = std::move(text);
+        const InlineText moved = static_cast<InlineText&&>(text);
         EXPECT_EQ(std::u16string_view(moved).size(), size);
         EXPECT_EQ(text.c_str()[std::u16string_view(text).size()], u'\0');
     }

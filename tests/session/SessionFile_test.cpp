@@ -233,10 +233,10 @@ TEST_F(SessionFileTest, ThreadsWaitForEachOther) {
     ASSERT_TRUE(WriteSession(Sample(), In("a.orvo")));
     std::vector<std::thread> threads;
     std::vector<int> good(4, 0);
-    for (std::size_t i = 0; i < good.size(); ++i) {
-        threads.emplace_back([&, i] {
+    for (int& count : good) {
+        threads.emplace_back([&] {
             for (int turn = 0; turn < 10; ++turn) {
-                good[i] += ReadSession(In("a.orvo")).ok ? 1 : 0;
+                count += ReadSession(In("a.orvo")).ok ? 1 : 0;
             }
         });
     }

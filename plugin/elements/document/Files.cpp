@@ -14,7 +14,7 @@ namespace {
 
 // Reading
 
-bool Exists(const std::u16string& path) {
+bool Exists(std::u16string_view path) {
     return kelcore::File(path).Exists();
 }
 
@@ -50,9 +50,7 @@ void Apply(const FileRecord& record, IEditFile& file) {
 
 void Serializer::Impl::StartFile(State state, const TagAttributes& attributes) {
     PushState(state);
-    PendingFile& record = document_.file;
-    record.Reset();
-    ReadAttributes<kFileRows>(attributes, record);
+    auto record = ReadRecord<FileRecord, kFileRows>(attributes);
     if (!record.relativePath.empty()) {
         ChoosePath(record, path_);
     }

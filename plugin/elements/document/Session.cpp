@@ -58,8 +58,7 @@ SessionRecord QuerySession(IQuerySession& session) {
     record.duration = session.GetDuration();
     record.bitDepth = session.GetBitDepth();
     record.appVersion = kelcore::UTF8to16(kelcore::GetClientVersion());
-    record.appBuild =
-        record.appVersion + u"." + FormatNumber(kelcore::GetClientBuildNumber());
+    record.appBuild = record.appVersion + u"." + FormatNumber(kelcore::GetClientBuildNumber());
     return record;
 }
 

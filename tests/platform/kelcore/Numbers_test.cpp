@@ -242,6 +242,7 @@ TEST(ConvertFloatToBufferT, RoundsToTheGivenPrecision) {
     EXPECT_EQ(Write(0.5, 3), "0.5") << "no zeros are added";
     EXPECT_EQ(Write(1000000.0, 1), "1e+06");
     EXPECT_EQ(Write(0.0, 1), "0");
+    EXPECT_EQ(Write(-8.68555e-13F, 8), "-8.68555e-13") << "the shortest text has fewer digits";
 }
 
 /// Reals of all magnitudes: uniformly random numbers rarely have interesting exponents.

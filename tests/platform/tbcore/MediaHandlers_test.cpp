@@ -6,13 +6,13 @@ namespace tbcore {
 namespace {
 
 TEST(MediaHandlers, AnIdentifierHasAReadableName) {
-    std::u16string name;
+    std::u16string_view name;
     EXPECT_TRUE(TranslateToHumanReadableMediaHandler(u"kel.importer.wave", name));
     EXPECT_EQ(name, u"Waveform Audio (WAV)");
 }
 
 TEST(MediaHandlers, AReadableNameHasAnIdentifier) {
-    std::u16string identifier;
+    std::u16string_view identifier;
     EXPECT_TRUE(TranslateFromHumanReadableMediaHandler(u"Waveform Audio (WAV)", identifier));
     EXPECT_EQ(identifier, u"kel.importer.wave");
 }
@@ -23,8 +23,8 @@ TEST(MediaHandlers, EveryHandlerTranslatesBackToItself) {
           u"kel.importer.vorbis", u"kel.importer.opus", u"kel.importer.mp3", u"kel.importer.aac",
           u"kel.importer.caf", u"kel.importer.quicktime", u"kel.importer.mpeg4",
           u"kel.importer.matroska", u"kel.importer.midi"}) {
-        std::u16string name;
-        std::u16string identifier;
+        std::u16string_view name;
+        std::u16string_view identifier;
         ASSERT_TRUE(TranslateToHumanReadableMediaHandler(known, name));
         ASSERT_TRUE(TranslateFromHumanReadableMediaHandler(name, identifier));
         EXPECT_EQ(identifier, known);
@@ -32,7 +32,7 @@ TEST(MediaHandlers, EveryHandlerTranslatesBackToItself) {
 }
 
 TEST(MediaHandlers, WhatIsUnknownLeavesTheTargetUntouched) {
-    std::u16string target = u"before";
+    std::u16string_view target = u"before";
     EXPECT_FALSE(TranslateToHumanReadableMediaHandler(u"kel.importer.unknown", target));
     EXPECT_FALSE(TranslateToHumanReadableMediaHandler(u"", target));
     EXPECT_FALSE(TranslateToHumanReadableMediaHandler(u"Waveform Audio (WAV)", target));

@@ -11,8 +11,6 @@ namespace {
 
 using namespace orvo;
 
-constexpr kelcore::uint32 kMaster = 3;
-constexpr kelcore::uint32 kMetronome = 4;
 constexpr kelcore::uint32 kInstrument = 5;
 constexpr kelcore::uint32 kNoSlot = 4294967295;
 

@@ -272,12 +272,11 @@ std::vector<std::string> ReadAndSave(refhost::Plugin& plugin, const StoredNumber
         return kelcore::PathFromBytes(file.string());
     };
     const auto source = path(folder.Write("source.orvo", stored.document));
-    refhost::ReadResult read = refhost::ReadSession(plugin, source);
+    const refhost::ReadResult read = refhost::ReadSession(plugin, source);
     if (read.result != SessionResult::Ok) {
         return {"the document is not read"};
     }
-    const auto written =
-        refhost::WriteSession(plugin, path(folder / "target.orvo"), std::move(read.session));
+    const auto written = refhost::WriteSession(plugin, path(folder / "target.orvo"), read.session);
     std::vector<std::string> problems;
     if (written.result != stored.saved) {
         problems.push_back("saving returns " + std::to_string(static_cast<int>(written.result)));

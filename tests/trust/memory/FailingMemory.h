@@ -4,11 +4,9 @@
 #include <string>
 #include <vector>
 
-namespace test {
-
 /// Memory that runs out on command. A program that links this allocates all of its memory through
 /// it, including memory of its libraries. Single-threaded.
-namespace memory {
+namespace test::memory {
 
 enum class Failure {
     None,
@@ -32,5 +30,4 @@ void RememberPlaces();
 /// the calling functions and their libraries, innermost first.
 std::vector<std::vector<std::string>> PlacesOfBlocksInUse();
 
-}  // namespace memory
-}  // namespace test
+}  // namespace test::memory

@@ -120,7 +120,7 @@ public:
     }
 
 private:
-    SessionResult RunFailing(test::memory::Failure failure, std::size_t at) {
+    SessionResult RunFailing(test::memory::Failure failure, std::size_t at) const {
         SessionResult result = request_.failure;
         test::memory::Begin(failure, at);
         try {

@@ -27,9 +27,17 @@ SURVIVORS = {
      "return 1; -> return 0;"):
         "Either way, zero has no more digits than wanted.",
     ("platform/kelcore/Numbers.cpp", "WriteReal",
-     "if (std::isfinite(value) && SignificantDigits({begin, end}) > digits) { -> "
-     "if (std::isfinite(value) && SignificantDigits({begin, end}) >= digits) {"):
+     "if (end - begin > digits && std::isfinite(value) && SignificantDigits({begin, end}) > digits) { -> "
+     "if (end - begin > digits && std::isfinite(value) && SignificantDigits({begin, end}) >= digits) {"):
         "This formats a number with exactly the wanted digits a second time, with the same text.",
+    ("platform/kelcore/Numbers.cpp", "WriteReal",
+     "if (end - begin > digits && std::isfinite(value) && SignificantDigits({begin, end}) > digits) { -> "
+     "if (end - begin >= digits && std::isfinite(value) && SignificantDigits({begin, end}) > digits) {"):
+        "A text of exactly that length never has more digits.",
+    ("platform/kelcore/Numbers.cpp", "WriteReal",
+     "if (end - begin > digits && std::isfinite(value) && SignificantDigits({begin, end}) > digits) { -> "
+     "if (end - begin > digits && std::isfinite(value) || SignificantDigits({begin, end}) > digits) {"):
+        "A text with more digits is longer, and \"inf\" counts as one digit.",
     ("plugin/serializer/ElementTable.cpp", "ElementTable::ElementTable",
      ": entries_(std::move(entries)), places_(std::bit_ceil(kSparseness * (entries_.size() + 1))) { -> "
      ": entries_(std::move(entries)), places_(std::bit_ceil(kSparseness * (entries_.size() - 1))) {"):

@@ -69,8 +69,7 @@ protected:
 Session Sample() {
     Session session;
     session.videoTracks = {test::FullVideoTrack(1)};
-    session.audioTracks = {test::FullTrack(2, 9), test::FullTrack(5, 2), test::FullTrack(1, 3),
-                           test::FullTrack(3, 4)};
+    session.audioTracks = {test::FullTrack(2, 9), test::FullTrack(1, 3), test::FullTrack(3, 4)};
     session.trackVisibilityPresets = {{1, "All", {{9, 64.5F, true}}}};
     return session;
 }
