@@ -18,13 +18,29 @@ namespace {
 
 class CommandLineTest : public test::ToolTest {};
 
-TEST_F(CommandLineTest, HelpShowsExamplesOnStandardOutput) {
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
-                                                      {"info", "--help"},
-                                                      {"trace", "--help"},
-                                                      {"convert", "-h"},
-                                                      {"generate", "--help"}}) {
-        const Outcome outcome = RunTool(arguments, folder_);
+/// The verbs that a help lists, each on a line of its own.
+std::vector<std::string> VerbsIn(const std::string& help) {
+    std::vector<std::string> verbs;
+    std::istringstream lines(help.substr(help.find("Subcommands:\n")));
+    std::string line;
+    std::getline(lines, line);
+    while (std::getline(lines, line) && line.starts_with("  ")) {
+        if (line[2] != ' ') {
+            verbs.push_back(line.substr(2, line.find(' ', 2) - 2));
+        }
+    }
+    return verbs;
+}
+
+TEST_F(CommandLineTest, EveryHelpShowsExamplesOnStandardOutput) {
+    const Outcome whole = RunTool({"--help"}, folder_);
+    std::vector<Outcome> outcomes = {whole, RunTool({"-h"}, folder_)};
+    const std::vector<std::string> verbs = VerbsIn(whole.output);
+    EXPECT_THAT(verbs, testing::IsSupersetOf({"info", "convert"}));
+    for (const std::string& verb : verbs) {
+        outcomes.push_back(RunTool({verb, "--help"}, folder_));
+    }
+    for (const Outcome& outcome : outcomes) {
         EXPECT_THAT(outcome.output, HasSubstr("Examples:"));
         EXPECT_EQ(outcome.errors, "");
         EXPECT_EQ(outcome.exitCode, 0);
