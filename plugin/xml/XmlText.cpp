@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "platform/kelcore/Types.h"
@@ -54,9 +55,11 @@ constexpr std::array<bool, kAscii> kIsPlainInAttributes = [] {
     return isPlain;
 }();
 
-using Units = char16_t [[gnu::vector_size(16)]];
-using Bytes = byte [[gnu::vector_size(8)]];
+// Names are narrowed so many units at a time; unit by unit, a save took 4 % more instructions. The
+// last block of a name overlaps the one before.
 constexpr std::size_t kBlock = 8;
+using Units [[gnu::vector_size(kBlock * sizeof(char16_t))]] = std::uint16_t;
+using Bytes [[gnu::vector_size(kBlock)]] = byte;
 
 void PutBlock(byte* end, const char16_t* ascii) {
     Units units;
