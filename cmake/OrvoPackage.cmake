@@ -13,17 +13,26 @@ install(
   FILES "${PROJECT_BINARY_DIR}/orvoConfig.cmake" "${PROJECT_BINARY_DIR}/orvoConfigVersion.cmake"
   DESTINATION "${package_folder}")
 
-# The headers refer to these pages.
-install(
-  FILES
+# The pages that the headers refer to, and what they refer to, in the same folders.
+foreach(page
+    CHANGELOG.md
+    CONTRIBUTING.md
     LICENSE
+    README.md
+    SECURITY.md
+    bench/README.md
     docs/format.md
     docs/host-interfaces.md
     docs/json.md
     docs/library.md
     docs/orvo.xsd
+    docs/reliability.md
     docs/tool.md
-  DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+    examples/host/RenameClip.cpp
+    tests/trust/README.md)
+  get_filename_component(folder "${page}" DIRECTORY)
+  install(FILES "${page}" DESTINATION "${CMAKE_INSTALL_DOCDIR}/${folder}")
+endforeach()
 
 file(RELATIVE_PATH ORVO_PREFIX_OF_PKGCONFIG "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 foreach(module orvo orvo-host)

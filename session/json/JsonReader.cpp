@@ -44,7 +44,7 @@ public:
         key_.swap(key);
         next_ = form_->addEntry != nullptr ? form_->addEntry(value_, key_) : FindMember();
         if (next_.value == nullptr) {
-            throw WrongValue("this key stands twice; remove one of the two");
+            throw WrongValue("this key appears twice; remove one");
         }
     }
 

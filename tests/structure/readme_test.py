@@ -55,6 +55,14 @@ class Installed:
         subprocess.run([cmake, "--install", build, "--prefix", folder / "first"], check=True, capture_output=True)
         (folder / "first").rename(self.prefix)
 
+    def dangling_links(self):
+        """Links of the installed pages to files that are not installed."""
+        for page in (self.prefix / "share/doc").rglob("*.md"):
+            prose = re.sub(r"^(?:```.*?^```|    .*?)$", "", page.read_text("utf-8"), flags=re.MULTILINE | re.DOTALL)
+            for link in re.findall(r"\]\((?!https?:)([^)#]+)[^)]*\)", prose):
+                if not (page.parent / link).exists():
+                    yield f"{page.relative_to(self.prefix)}: {link} is not installed"
+
     def built_by_cmake(self, lists, program):
         """The program that a CMakeLists.txt builds of one source file."""
         name = re.search(r"^add_executable\((\w+) \1\.cpp\)$", lists, re.MULTILINE)[1]
@@ -157,6 +165,12 @@ def check_excerpt(root, excerpt):
     return False
 
 
+def check_links(installed):
+    dangling = list(installed.dangling_links())
+    print("\n".join(dangling), end="")
+    return not dangling
+
+
 def split_code(page):
     """The programs of a page, and its other blocks of C++."""
     code = blocks(page, "cpp")
@@ -180,6 +194,7 @@ def main():
             *(check_shown_program(root, installed, readme, *program) for program in library_programs),
             check_host(root, installed, orvo, guide, host_program),
             *(check_excerpt(root, excerpt) for excerpt in excerpts),
+            check_links(installed),
         ]
     return 0 if shown and library_programs and not nothing and excerpts and all(checked) else 1
 

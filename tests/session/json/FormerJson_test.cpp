@@ -120,9 +120,9 @@ TEST(FormerJsonTest, AFormerTextIsRead) {
 
 TEST(FormerJsonTest, AKeyAndItsFormerOneAreTheSameKey) {
     EXPECT_EQ(ErrorOf(R"({"audioChannelType": "mono", "channelCount": 1})"),
-              "/channelCount: this key stands twice; remove one of the two");
+              "/channelCount: this key appears twice; remove one");
     EXPECT_EQ(ErrorOf(R"({"selection": {}, "selectionState": {}})"),
-              "/selectionState: this key stands twice; remove one of the two");
+              "/selectionState: this key appears twice; remove one");
 }
 
 TEST(FormerJsonTest, AFormerKeyIsReadOnlyInItsOwnObject) {

@@ -99,7 +99,7 @@ TEST(WrongJsonValuesTest, AnUnknownKeyIsNamedWithItsPlace) {
 
 TEST(WrongJsonValuesTest, ADuplicateKeyIsNamedWithItsPlace) {
     EXPECT_THAT(ErrorOf(R"({"files": [{"id": 1}, {"id": 1, "path": "", "id": 2}]})"),
-                StartsWith("/files/1/id: this key stands twice"));
+                StartsWith("/files/1/id: this key appears twice"));
 }
 
 TEST(WrongJsonValuesTest, AValueOfTheWrongTypeIsNamedWithItsPlace) {
