@@ -12,6 +12,11 @@ namespace tses {
 /// allocation.
 class ValueText {
 public:
+    ValueText() = default;
+    ValueText(const ValueText&) = default;  // a move copies too: what is moved from stays a text
+    ValueText& operator=(const ValueText&) = default;
+    ~ValueText() = default;
+
     void Append(std::u16string_view text) { std::ranges::copy(text, Extend(text.size())); }
     void Append(char16_t unit) { *Extend(1) = unit; }
 

@@ -54,8 +54,8 @@ std::u16string ReferenceName(char16_t unit);
 /// Whether documents of both versions carry `text` as it is.
 bool IsCarriedAsItIs(std::u16string_view text, TextPlace place);
 
-/// Whether ordinary text makes the whole document XML 1.1: it has a control character, from U+0001
-/// to U+001F, U+007F to U+0084 or U+0086 to U+009F. U+0085 alone does not, on purpose.
+/// Whether ordinary text makes the whole document XML 1.1: it has a control character, below U+0020
+/// or from U+007F to U+0084 or U+0086 to U+009F. U+0085 alone does not, on purpose.
 bool NeedsXml11(std::u16string_view text);
 
 }  // namespace tses

@@ -38,11 +38,11 @@ std::size_t IndexOf(XmlVersion version) {
     return version == XmlVersion::V1_0 ? 0 : 1;
 }
 
-/// What belongs in front of `offset` in the buffer, but is not in it.
+/// Where something belongs in the buffer that is not in it.
 struct Place {
     std::size_t offset;
-    PerVersion<ContentBuffer> content;
-    PerVersion<bool> isComplete = {true, true};  ///< no character was replaced
+    PerVersion<std::size_t> size{};  ///< of what is kept aside for it
+    PerVersion<bool> isComplete{};   ///< no character was replaced
 };
 
 struct OpenElement {
@@ -57,6 +57,7 @@ struct Progress {
     PerVersion<Layout> layouts;
     std::size_t size = 0;
     std::size_t places = 0;
+    PerVersion<std::size_t> aside{};
 };
 
 /// What a serialised document has in its buffer besides the content.
@@ -143,6 +144,8 @@ private:
     void CloseLast();
     void AppendText(std::u16string_view text, TextPlace place);
     void AppendPlace(std::u16string_view text, TextPlace where);
+    template <class Keep>
+    Place KeepAside(Keep keep);
     template <class Compute>
     void Indent(Compute compute);
     PerVersion<Layout::Line> CurrentLines() const {
@@ -158,6 +161,7 @@ private:
     ContentBuffer body_;
     std::size_t headSize_ = 0;
     std::vector<Place> places_;
+    PerVersion<ContentBuffer> aside_;  ///< what belongs into them, one behind the other
     Progress now_;
     std::optional<Progress> resumesAt_;  ///< after a `Serialise`, which closed all elements
     Inserted inserted_;                  ///< by that `Serialise`
@@ -172,6 +176,9 @@ void StreamedDocument::Resume() {
         TakeOut(inserted_);
         body_.Truncate(now_.size);
         places_.resize(now_.places);
+        for (std::size_t i = 0; i < kVersions.size(); ++i) {
+            aside_[i].Truncate(now_.aside[i]);
+        }
     }
 }
 
@@ -217,18 +224,28 @@ void StreamedDocument::AppendText(std::u16string_view text, TextPlace place) {
 }
 
 void StreamedDocument::AppendPlace(std::u16string_view text, TextPlace where) {
-    Place place{.offset = body_.Bytes().size(), .content = {}};
-    for (std::size_t i = 0; i < kVersions.size(); ++i) {
-        const CarriedText carried = Carry(text, where, kVersions[i]);
-        xml::AppendCarried(place.content[i], carried, where);
-        place.isComplete[i] = carried.isComplete;
+    places_.push_back(KeepAside([&](ContentBuffer& aside, std::size_t version) {
+        const CarriedText carried = Carry(text, where, kVersions[version]);
+        xml::AppendCarried(aside, carried, where);
         for (const TextPiece& piece : carried.pieces) {
             if (where == TextPlace::Text && !piece.isReference) {
-                now_.layouts[i].PassText(piece.text);
+                now_.layouts[version].PassText(piece.text);
             }
         }
+        return carried.isComplete;
+    }));
+}
+
+/// A place here, for what `keep` appends for each version. It returns whether that is complete.
+template <class Keep>
+Place StreamedDocument::KeepAside(Keep keep) {
+    Place place{.offset = body_.Bytes().size()};
+    for (std::size_t i = 0; i < kVersions.size(); ++i) {
+        const std::size_t before = aside_[i].Bytes().size();
+        place.isComplete[i] = keep(aside_[i], i);
+        place.size[i] = aside_[i].Bytes().size() - before;
     }
-    places_.push_back(std::move(place));
+    return place;
 }
 
 /// Appends what `compute` gives for the layout of each version.
@@ -247,11 +264,10 @@ void StreamedDocument::Indent(Compute compute) {
         AppendIndentation(body_, indentation[0]);
         return;
     }
-    Place place{.offset = body_.Bytes().size(), .content = {}};
-    for (std::size_t i = 0; i < kVersions.size(); ++i) {
-        AppendIndentation(place.content[i], indentation[i]);
-    }
-    places_.push_back(std::move(place));
+    places_.push_back(KeepAside([&](ContentBuffer& aside, std::size_t version) {
+        AppendIndentation(aside, indentation[version]);
+        return true;
+    }));
 }
 
 ContentBuffer StreamedDocument::Head() const {
@@ -288,10 +304,8 @@ void StreamedDocument::TraceReplacements() const {
 std::span<const kelcore::byte> StreamedDocument::Insert(std::span<const kelcore::byte> head) {
     Inserted inserted{.version = IndexOf(version_),
                       .headGrowth = std::max(head.size(), headSize_) - headSize_};
-    std::size_t growth = inserted.headGrowth;
-    for (const Place& place : places_) {
-        growth += place.content[inserted.version].Bytes().size();
-    }
+    std::span<const kelcore::byte> aside = std::as_const(aside_)[inserted.version].Bytes();
+    std::size_t growth = inserted.headGrowth + aside.size();
     std::size_t begin = body_.Bytes().size();  // of what was moved
     body_.SetEnd(body_.Room(growth) + growth);
     inserted_ = inserted;
@@ -303,10 +317,11 @@ std::span<const kelcore::byte> StreamedDocument::Insert(std::span<const kelcore:
         begin = first;
     };
     for (auto place = places_.crbegin(); place != places_.crend(); ++place) {
-        const std::span content = place->content[inserted.version].Bytes();
+        const std::size_t size = place->size[inserted.version];
         moveFrom(place->offset);
-        growth -= content.size();
-        std::ranges::copy(content, bytes + place->offset + growth);
+        growth -= size;
+        std::ranges::copy(aside.last(size), bytes + place->offset + growth);
+        aside = aside.first(aside.size() - size);
     }
     moveFrom(headSize_);
     const std::size_t start = headSize_ + growth - head.size();
@@ -327,7 +342,7 @@ void StreamedDocument::TakeOut(const Inserted& inserted) {
     };
     for (const Place& place : places_) {
         moveUpTo(place.offset);
-        growth += place.content[inserted.version].Bytes().size();
+        growth += place.size[inserted.version];
     }
     moveUpTo(body_.Bytes().size() - growth);
 }
@@ -342,6 +357,7 @@ std::optional<std::span<const kelcore::byte>> StreamedDocument::Serialise() {
     }
     reached.size = body_.Bytes().size();
     reached.places = places_.size();
+    reached.aside = {aside_[0].Bytes().size(), aside_[1].Bytes().size()};
     while (!now_.open.empty()) {
         CloseLast();
     }

@@ -50,14 +50,14 @@ def figures(bench, verb, session, folder):
 
 
 def bytes_per_byte(orvo, bench, folder):
-    """What a streamed save takes of memory. The first name has a character that the versions of XML carry differently,
-    which must not cost a second copy of the document."""
+    """What a streamed save takes of memory. Every name has a character that the versions of XML carry differently, which
+    must cost neither a second copy of the document nor much of its own."""
     session = os.path.join(folder, "larger.orvo")
     subprocess.run([orvo, "generate", "--tracks", "32", session], stdout=subprocess.DEVNULL, check=True)
     with open(session, encoding="utf-8-sig") as file:
         text = file.read()
     with open(session, "w", encoding="utf-8-sig") as file:
-        file.write(text.replace(' name="', ' name="&#x85;', 1))
+        file.write(text.replace(' name="', ' name="&#x85;'))
     report = json.loads(subprocess.run([bench, "write", session, "--folder", folder, "--rounds", "1", "--json"],
                                        stdout=subprocess.PIPE, check=True).stdout)
     return report["peak_kib"]["streamed_null_host"] * 1024 / os.path.getsize(session)

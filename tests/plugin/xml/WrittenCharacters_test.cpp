@@ -35,8 +35,8 @@ TEST_P(TextThatSwitchesToXml11, MakesTheWholeDocumentXml11) {
 }
 
 INSTANTIATE_TEST_SUITE_P(ControlCharacters, TextThatSwitchesToXml11,
-                         testing::Values(u'\t', u'\r', u'\n', u'\x01', u'\x1F', u'\x7F', u'\x80',
-                                         u'\x84', u'\x86', u'\x9F'));
+                         testing::Values(u'\0', u'\t', u'\r', u'\n', u'\x01', u'\x1F', u'\x7F',
+                                         u'\x80', u'\x84', u'\x86', u'\x9F'));
 
 class TextThatStaysXml10 : public XmlVersionOfText {};
 
