@@ -1,12 +1,3 @@
-# orvo_compile_as_test(TARGET): compiles without optimisation and sanitizers, which the code under test needs
-# but the tests do not. Tests then compile in half the time, and once for all presets.
-function(orvo_compile_as_test target)
-  orvo_compile(${target})
-  if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR ORVO_SANITIZE)
-    target_compile_options(${target} PRIVATE -O0 -g0)
-  endif()
-endfunction()
-
 # orvo_add_test(NAME SOURCES... LIBRARIES... [HEADERS...] [SHARDS N]): adds a test program. CTest splits its
 # tests among N processes (default 1); a process for each test would mostly measure process start-up. To run a
 # single test: bin/NAME --gtest_filter=TEST. HEADERS are precompiled, which halves the build time if most

@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
+#include <string>
+#include <utility>
 
 #include "reference_host/SessionNode.h"
 #include "reference_host/recorder/Recorder.h"
@@ -12,6 +15,7 @@
 namespace tses {
 namespace {
 
+using namespace std::string_literals;
 using orvo::AudioClip;
 using orvo::AudioTrack;
 using testing::Contains;
@@ -155,6 +159,19 @@ TEST_F(AudioClips, TheNextReadBeginsWithoutANameAndWithoutAHue) {
     EXPECT_EQ(clips.at(0).hue, 0.0);
 }
 
+constexpr std::array kSwitches = {
+    std::pair("looped", &AudioClip::looped), std::pair("offline", &AudioClip::offline),
+    std::pair("select", &AudioClip::selected), std::pair("lockedInTime", &AudioClip::lockedInTime)};
+
+TEST_F(AudioClips, EachSwitchHasAnAttributeOfItsOwn) {
+    for (const auto& [name, isOn] : kSwitches) {
+        const auto clip = ReadClips("<audioClip "s + name + "='true'/>").at(0);
+        for (const auto& [otherName, isOtherOn] : kSwitches) {
+            EXPECT_EQ(clip.*isOtherOn, isOtherOn == isOn) << name << ", " << otherName;
+        }
+    }
+}
+
 TEST_F(AudioClips, SwitchesAreOnOnlyForTheExactTextTrue) {
     for (const std::string text : {"True", "TRUE", "1", " true", "yes", ""}) {
         const auto clip =
@@ -291,6 +308,18 @@ TEST_F(AudioClips, AreWrittenWithEveryAttributeAndBothEnds) {
               "id=\"12\" lockedInTime=\"true\" looped=\"true\" name=\"Take &amp; 2\" "
               "offline=\"true\" select=\"true\" sourceInPoint=\"100\" sourceOutPoint=\"48100\" "
               "startPoint=\"5000000000\" zOrder=\"-4\"/>");
+}
+
+TEST_F(AudioClips, EachSwitchIsWrittenToItsOwnAttribute) {
+    for (const auto& [name, isOn] : kSwitches) {
+        AudioClip clip;
+        clip.*isOn = true;
+        const std::string element = WrittenElement("audioClip", WithClips({clip}));
+        for (const auto& [otherName, isOtherOn] : kSwitches) {
+            const std::string expected = isOtherOn == isOn ? "=\"true\"" : "=\"false\"";
+            EXPECT_THAT(element, HasSubstr(" "s + otherName + expected)) << name;
+        }
+    }
 }
 
 TEST_F(AudioClips, IdsAreWrittenUnsignedAndLinksSigned) {
