@@ -55,13 +55,12 @@ class Installed:
         subprocess.run([cmake, "--install", build, "--prefix", folder / "first"], check=True, capture_output=True)
         (folder / "first").rename(self.prefix)
 
-    def dangling_links(self):
-        """Links of the installed pages to files that are not installed."""
+    def links(self):
+        """The links of the installed pages to files, and whether these are installed."""
         for page in (self.prefix / "share/doc").rglob("*.md"):
             prose = re.sub(r"^(?:```.*?^```|    .*?)$", "", page.read_text("utf-8"), flags=re.MULTILINE | re.DOTALL)
             for link in re.findall(r"\]\((?!https?:)([^)#]+)[^)]*\)", prose):
-                if not (page.parent / link).exists():
-                    yield f"{page.relative_to(self.prefix)}: {link} is not installed"
+                yield f"{page.relative_to(self.prefix)}: {link}", (page.parent / link).exists()
 
     def built_by_cmake(self, lists, program):
         """The program that a CMakeLists.txt builds of one source file."""
@@ -166,9 +165,11 @@ def check_excerpt(root, excerpt):
 
 
 def check_links(installed):
-    dangling = list(installed.dangling_links())
-    print("\n".join(dangling), end="")
-    return not dangling
+    links = list(installed.links())
+    for link, leads_somewhere in links:
+        if not leads_somewhere:
+            print(f"{link} is not installed")
+    return bool(links) and all(leads_somewhere for _, leads_somewhere in links)
 
 
 def split_code(page):
