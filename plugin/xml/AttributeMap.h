@@ -43,7 +43,7 @@ public:
         const std::size_t begin = values_.Size();
         if (write(values_)) {
             const Entry entry = {name, begin, values_.Size() - begin};
-            *values_.Extend(1) = u'\0';
+            values_.Append(u'\0');
             Insert(entry);
         }
     }
