@@ -22,7 +22,7 @@
 namespace bench {
 namespace {
 
-struct Options {
+struct LifeOptions {
     std::string folder;
     std::size_t sessions = 10'000;
     std::size_t rounds = 5;
@@ -116,7 +116,7 @@ std::uint64_t SizeOf(const std::vector<std::string>& paths) {
     return bytes;
 }
 
-void Run(const Options& options) {
+void RunLife(const LifeOptions& options) {
     const XercesLibrary library;
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
@@ -140,7 +140,7 @@ void Run(const Options& options) {
 }  // namespace
 
 void AddLife(CLI::App& program, Action& chosen) {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<LifeOptions>();
     CLI::App* const verb = program.add_subcommand(
         "life", "Load the plug-in, and read many small sessions through one that is loaded.");
     verb->add_option("--sessions", options->sessions, "how many small sessions")
@@ -151,7 +151,7 @@ void AddLife(CLI::App& program, Action& chosen) {
         ->capture_default_str();
     verb->add_option("--folder", options->folder, "where to put the sessions");
     verb->add_flag("--json", options->json, "print a JSON object");
-    verb->callback([options, &chosen] { chosen = [options] { Run(*options); }; });
+    verb->callback([options, &chosen] { chosen = [options] { RunLife(*options); }; });
 }
 
 }  // namespace bench

@@ -11,7 +11,7 @@ using namespace tses;
 
 /// The one object of its kind.
 template <class Object>
-constinit Object the;
+constinit Object theNull;
 
 template <class Interface>
 struct Null final : Implementation<Interface, Null<Interface>> {
@@ -23,7 +23,7 @@ struct Null final : Implementation<Interface, Null<Interface>> {
                          std::type_identity_t<Parameters>... /*arguments*/) {
         if constexpr (!std::is_void_v<Result>) {
             using Object = std::remove_pointer_t<Result>;
-            return &the<Null<typename WholeInterface<Object>::type>>;
+            return &theNull<Null<typename WholeInterface<Object>::type>>;
         }
     }
 };
@@ -31,7 +31,7 @@ struct Null final : Implementation<Interface, Null<Interface>> {
 }  // namespace
 
 IEditSession& NullHost() {
-    return the<Null<IEditSession>>;
+    return theNull<Null<IEditSession>>;
 }
 
 }  // namespace bench

@@ -21,7 +21,7 @@
 namespace bench {
 namespace {
 
-struct Options {
+struct ReadOptions {
     std::string file;
     std::string folder;
     std::size_t rounds = 9;
@@ -54,7 +54,7 @@ Contender Choose(const Contenders& contenders, const std::string& name) {
 }
 
 /// Measured in a process of its own.
-void PrintMemory(refhost::Plugin& plugin, const Options& options) {
+void PrintMemory(refhost::Plugin& plugin, const ReadOptions& options) {
     const auto choose = [&](const std::string& path) {
         return Choose(MakeReadContenders(plugin, path), options.alone);
     };
@@ -65,7 +65,7 @@ void PrintMemory(refhost::Plugin& plugin, const Options& options) {
     fmt::print("{}\n", ToText(use));
 }
 
-void AddMemory(const Options& options, Report& report) {
+void AddReadMemory(const ReadOptions& options, Report& report) {
     const WorkFolder folder(options.folder);
     const std::string content = BytesOf(options.file);
     const std::string first = WriteCut(content, kFirstCut, folder.Path() + "/first.orvo");
@@ -77,7 +77,7 @@ void AddMemory(const Options& options, Report& report) {
     }
 }
 
-void Run(const Options& options) {
+void RunRead(const ReadOptions& options) {
     const XercesLibrary library;
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
@@ -94,14 +94,14 @@ void Run(const Options& options) {
                      .timings = TimeInTurn(contenders, options.rounds)};
     report.bytes = std::filesystem::file_size(options.file);
     report.elements = CountElements(options.file);
-    AddMemory(options, report);
+    AddReadMemory(options, report);
     fmt::print("{}\n", options.json ? ShowAsJson(report) : ShowAsText(report));
 }
 
 }  // namespace
 
 void AddRead(CLI::App& program, Action& chosen) {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<ReadOptions>();
     CLI::App* const verb = program.add_subcommand(
         "read", "Read a session with the bare parser, with the plug-in and with other parsers.");
     verb->add_option("FILE", options->file, "the session")->required();
@@ -112,7 +112,7 @@ void AddRead(CLI::App& program, Action& chosen) {
     verb->add_flag("--json", options->json, "print a JSON object");
     verb->add_option("--alone", options->alone)->group("");
     verb->add_option("--cuts", options->cuts)->group("")->expected(2);
-    verb->callback([options, &chosen] { chosen = [options] { Run(*options); }; });
+    verb->callback([options, &chosen] { chosen = [options] { RunRead(*options); }; });
 }
 
 }  // namespace bench

@@ -67,7 +67,7 @@ constinit Reel tape;
 
 /// The one object of its kind.
 template <class Object>
-constinit Object the;
+constinit Object theStatic;
 
 template <class Interface>
 struct Static final : Implementation<Interface, Static<Interface>> {
@@ -94,7 +94,7 @@ private:
             return tape.TakeText();
         } else if constexpr (std::is_pointer_v<Result>) {
             using Object = typename WholeInterface<std::remove_pointer_t<Result>>::type;
-            return tape.TakeWhetherThereIsAnObject() ? &the<Static<Object>> : nullptr;
+            return tape.TakeWhetherThereIsAnObject() ? &theStatic<Static<Object>> : nullptr;
         } else {
             return tape.TakeNumber<Result>();
         }
@@ -134,7 +134,7 @@ AnswerTape RecordAnswers(refhost::Plugin& plugin, const std::u16string& path,
 
 IQuerySession& StaticHost(const AnswerTape& recorded) {
     tape.Wind(recorded);
-    return the<Static<IQuerySession>>;
+    return theStatic<Static<IQuerySession>>;
 }
 
 bool StaticHostIsAtEnd() {

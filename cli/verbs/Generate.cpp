@@ -18,7 +18,7 @@
 namespace cli {
 namespace {
 
-struct Options {
+struct GenerateOptions {
     std::string out;
     std::string to;  // as typed; if empty, the name decides
     toolkit::GeneratedSize size;
@@ -31,7 +31,7 @@ kelcore::uint64 ExpectedSizeOfJson(const toolkit::GeneratedSize& size) {
     return kBytesOfAnItem * toolkit::CountItems(size);
 }
 
-ExitCode RunGenerate(const Options& options) {
+ExitCode RunGenerate(const GenerateOptions& options) {
     const Output out(options.out);
     const Kind kind = FindKind(options.to, options.out).value_or(Kind::Orvo);
     Progress progress(out.Name(), PhasesOfSaving(kind));
@@ -59,7 +59,7 @@ void CheckSize(const toolkit::GeneratedSize& size) {
 void AddGenerate(CLI::App& tool, Action& chosen) {
     constexpr kelcore::uint32 kMostTracks = 10'000;
     constexpr kelcore::uint32 kMost = 1'000'000;
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<GenerateOptions>();
     CLI::App* const verb =
         tool.add_subcommand("generate", "Generate a session of any size, for trying things.");
     verb->add_option("OUT", options->out, "the output; - for standard output")

@@ -22,7 +22,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-struct Options {
+struct InfoOptions {
     std::vector<std::string> files;
     InfoDetail detail;
     bool missing = false;
@@ -57,7 +57,7 @@ void AddFolder(const std::string& folder, Named& named) {
     named.files.insert(named.files.end(), content.sessions.begin(), content.sessions.end());
 }
 
-Named FindFiles(const Options& options) {
+Named FindFiles(const InfoOptions& options) {
     Named named;
     for (const std::string& name : options.files) {
         if (options.recursive && IsFolder(name)) {
@@ -149,7 +149,7 @@ std::string Indented(const std::string& text) {
 /// Prints the reports one by one.
 class Printer {
 public:
-    explicit Printer(const Options& options) : options_(options) {}
+    explicit Printer(const InfoOptions& options) : options_(options) {}
 
     void Add(const InfoReport& report) {
         if (options_.json || options_.lines) {
@@ -187,11 +187,11 @@ private:
         isFirst_ = false;
     }
 
-    const Options& options_;
+    const InfoOptions& options_;
     bool isFirst_ = true;
 };
 
-ExitCode RunInfo(const Options& options) {
+ExitCode RunInfo(const InfoOptions& options) {
     RequirePlugin();
     const Named named = FindFiles(options);
     ExitCode code = named.allKnown ? ExitCode::Good : ExitCode::Failure;
@@ -215,7 +215,7 @@ ExitCode RunInfo(const Options& options) {
 }  // namespace
 
 void AddInfo(CLI::App& tool, Action& chosen) {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<InfoOptions>();
     CLI::App* const verb = tool.add_subcommand(
         "info", "Show what is in a session: format, length, devices, media, tracks, groups.");
     verb->add_option("FILE", options->files, "session files; - for standard input")->required();

@@ -38,7 +38,7 @@ struct Feature {
     bool on = false;
 };
 
-struct Options {
+struct TraceOptions {
     std::vector<std::string> files;
     std::vector<std::string> features;  // as typed: NAME=on|off
     std::vector<std::string> nulls;     // as typed: INTERFACE.OPERATION
@@ -96,7 +96,7 @@ std::vector<ProgressPhase> PhasesOf(const std::vector<std::string>& files) {
     return phases;
 }
 
-refhost::FaultPlan MakeFaultPlan(const Options& options) {
+refhost::FaultPlan MakeFaultPlan(const TraceOptions& options) {
     refhost::FaultPlan plan;
     for (const std::string& operation : options.nulls) {
         plan.ReturnNull(operation);
@@ -138,7 +138,7 @@ std::vector<orvo::Message> ReasonsIn(const refhost::LogTarget& log, const Sessio
     return reasons;
 }
 
-tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
+tses::SessionResult TraceFile(refhost::Plugin& plugin, const TraceOptions& options,
                               const SessionFile& file) {
     const auto logTarget = refhost::Ref<refhost::LogTarget>::Adopt(new refhost::LogTarget());
     const auto session = refhost::SessionNode::Make();
@@ -161,7 +161,7 @@ tses::SessionResult TraceFile(refhost::Plugin& plugin, const Options& options,
     return result;
 }
 
-ExitCode RunTrace(const Options& options) {
+ExitCode RunTrace(const TraceOptions& options) {
     refhost::UseFeatureDefaults();
     for (const std::string& text : options.features) {
         const Feature feature = ParseFeature(text).value();
@@ -190,7 +190,7 @@ ExitCode RunTrace(const Options& options) {
 }  // namespace
 
 void AddTrace(CLI::App& tool, Action& chosen) {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<TraceOptions>();
     CLI::App* const verb = tool.add_subcommand(
         "trace", "Show every call to the host during a read, one JSON object per line.");
     verb->add_option("FILE", options->files, "session files; - for standard input")->required();

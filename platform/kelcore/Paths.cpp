@@ -143,9 +143,9 @@ std::u16string PathFromBytes(std::string_view bytes) {
         if (part.wellFormed && !unicode::IsSurrogate(part.codePoint)) {
             unicode::AppendUtf16(path, part.codePoint);
         } else {
-            for (const char byte : bytes.substr(0, part.length)) {
+            for (const char escaped : bytes.substr(0, part.length)) {
                 path.push_back(
-                    static_cast<char16_t>(kByteEscapes + static_cast<unsigned char>(byte)));
+                    static_cast<char16_t>(kByteEscapes + static_cast<unsigned char>(escaped)));
             }
         }
         bytes.remove_prefix(part.length);

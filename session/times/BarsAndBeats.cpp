@@ -39,16 +39,16 @@ std::optional<Grid> GridOf(std::uint32_t sampleRate, const MusicalTime& time) {
 }
 
 /// Parsed bars and beats.
-struct Label {
+struct BeatLabel {
     bool negative = false;
     std::uint64_t bar = 0;
     std::uint64_t beat = 0;
     std::uint64_t subdivision = 0;
 };
 
-std::optional<Label> ReadLabel(std::string_view text) {
+std::optional<BeatLabel> ReadBeatLabel(std::string_view text) {
     TextReader reader(text);
-    Label label{.negative = reader.Take('-')};
+    BeatLabel label{.negative = reader.Take('-')};
     const auto bar = reader.TakeNumber();
     const auto beat = bar && reader.Take(':') ? reader.TakeNumber() : std::nullopt;
     if (!beat) {
@@ -66,7 +66,7 @@ std::optional<Label> ReadLabel(std::string_view text) {
     return reader.IsAtEnd() ? std::optional(label) : std::nullopt;
 }
 
-PositionResult PositionOf(const Label& label, const Grid& grid) {
+PositionResult PositionOf(const BeatLabel& label, const Grid& grid) {
     const Wide bar = label.negative ? -Wide{label.bar} : Wide{label.bar};
     const Wide beats = (bar - 1) * grid.beatsPerBar + label.beat - 1;
     return times::ResultOf(times::FirstSampleOf(beats * grid.subdivisions + label.subdivision,
@@ -104,7 +104,7 @@ PositionResult ParseBarsAndBeats(std::string_view text, std::uint32_t sampleRate
             "bars and beats need a tempo",
             "set a tempo and the beats of a bar, each above 0 and at most 1000000");
     }
-    const auto label = ReadLabel(text);
+    const auto label = ReadBeatLabel(text);
     if (!label) {
         return times::Failure("this is not a position in bars and beats",
                               "write bar:beat.subdivision, as 3:2.05, or bar:beat");

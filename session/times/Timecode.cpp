@@ -44,7 +44,7 @@ Wide NumberOf(Wide frames, const FrameRate& rate) {
 }
 
 /// Parsed timecode.
-struct Label {
+struct FrameLabel {
     bool negative = false;
     std::uint64_t hours = 0;
     std::uint64_t minutes = 0;
@@ -53,9 +53,9 @@ struct Label {
     std::uint64_t frames = 0;
 };
 
-std::optional<Label> ReadLabel(std::string_view text) {
+std::optional<FrameLabel> ReadFrameLabel(std::string_view text) {
     TextReader reader(text);
-    Label label{.negative = reader.Take('-')};
+    FrameLabel label{.negative = reader.Take('-')};
     for (std::uint64_t* const part : {&label.hours, &label.minutes, &label.seconds}) {
         const auto number = reader.TakeNumber();
         label.semicolon = number && part == &label.seconds && reader.Take(';');
@@ -72,18 +72,19 @@ std::optional<Label> ReadLabel(std::string_view text) {
     return label;
 }
 
-bool IsDropped(const Label& label, const FrameRate& rate) {
+bool IsDropped(const FrameLabel& label, const FrameRate& rate) {
     return label.minutes % 10 != 0 && label.seconds == 0 && label.frames < DroppedIn(rate);
 }
 
 /// The frames between 0 and a label, whatever its sign.
-Wide FramesBefore(const Label& label, const FrameRate& rate) {
+Wide FramesBefore(const FrameLabel& label, const FrameRate& rate) {
     const Wide minutes = Wide{label.hours} * 60 + label.minutes;
     const Wide number = (minutes * 60 + label.seconds) * rate.count + label.frames;
     return number - DroppedIn(rate) * (minutes - minutes / 10);
 }
 
-PositionResult PositionOf(const Label& label, std::uint32_t sampleRate, const FrameRate& rate) {
+PositionResult PositionOf(const FrameLabel& label, std::uint32_t sampleRate,
+                          const FrameRate& rate) {
     const Period period = PeriodOf(rate, sampleRate);
     const Wide frames = FramesBefore(label, rate);
     return times::ResultOf(
@@ -138,7 +139,7 @@ PositionResult ParseTimecode(std::string_view text, std::uint32_t sampleRate,
             "there is no timecode with this frame rate",
             "use 1 frame a second or more, and drop frame only with a multiple of 30");
     }
-    const auto label = ReadLabel(text);
+    const auto label = ReadFrameLabel(text);
     if (!label) {
         return times::Failure("this is not timecode", "write hh:mm:ss:ff, as 01:00:00:00");
     }

@@ -33,7 +33,7 @@ protected:
     std::filesystem::path In(const char* name) const { return folder_ / name; }
 
 private:
-    const test::TemporaryFolder folder_;
+    const ::test::TemporaryFolder folder_;
 };
 
 TEST_F(SessionFileTest, WhatIsWrittenIsReadAgain) {
@@ -67,7 +67,7 @@ TEST_F(SessionFileTest, AFileThatIsNotThereIsAMessageThatNamesIt) {
 }
 
 TEST_F(SessionFileTest, MalformedTextIsAMessageWithItsPlace) {
-    test::TemporaryFolder folder;
+    ::test::TemporaryFolder folder;
     const auto path = folder.Write("bad.orvo", "<orvo>\n<session></orvo>");
     const ReadResult read = ReadSession(path);
     EXPECT_FALSE(read);
@@ -128,7 +128,7 @@ TEST_F(SessionFileTest, TwoFilesWithOneIdFailTheWrite) {
 }
 
 TEST_F(SessionFileTest, ARefusalSaysWhatAndWhereAndWhatToDo) {
-    test::TemporaryFolder folder;
+    ::test::TemporaryFolder folder;
     const auto path = folder.Write("bad.orvo", "<?xml version='1.0'?>\n <!DOCTYPE a><a/>");
     const ReadResult read = ReadSession(path);
     ASSERT_FALSE(read.messages.empty());
@@ -165,7 +165,7 @@ TEST_F(SessionFileTest, AStopAtTheWholeShareDoesNotCancel) {
 }
 
 TEST_F(SessionFileTest, AReadThatFailsAfterItsLastStepDoesNotReportTheWholeShare) {
-    const test::TemporaryFolder folder;
+    const ::test::TemporaryFolder folder;
     std::string document = "<orvo><session>";
     for (int step = 1; step <= 7; ++step) {
         document += "<tracks></tracks>";

@@ -3,18 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/TemporaryFolder.h"
+#include "tests/toolkit/PlacePrinting.h"
 
 using namespace std::string_view_literals;
 using toolkit::InCharacters;
 using toolkit::Place;
-
-namespace toolkit {
-
-static void PrintTo(const Place& place, std::ostream* stream) {
-    *stream << place.line << ":" << place.column;
-}
-
-}  // namespace toolkit
 
 namespace {
 

@@ -10,16 +10,9 @@
 
 #include "platform/kelcore/Strings.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/toolkit/PlacePrinting.h"
 #include "toolkit/FileContent.h"
 #include "toolkit/scan/ContentScan.h"
-
-namespace toolkit {
-
-static void PrintTo(const Place& place, std::ostream* stream) {
-    *stream << place.line << ":" << place.column;
-}
-
-}  // namespace toolkit
 
 using toolkit::DocumentScan;
 using toolkit::NotCarried;

@@ -9,6 +9,7 @@
 #include "platform/kelappsupport/Features.h"
 #include "platform/kelcore/Strings.h"
 #include "reference_host/SessionNode.h"
+#include "tests/plugin/serializer/InstrumentElements.h"
 #include "tests/support/SerializerFixture.h"
 #include "tests/support/SerializerTestAccess.h"
 
@@ -167,10 +168,6 @@ constexpr PlaceRow kRows[] = {
     {"trackVisibility", states::trackVisibilityPreset, states::trackVisibility, "id='5'", "",
      ".AddTrack(5,"},
 };
-
-constexpr std::string_view kInstrumentElements[] = {
-    "instrumentTrack",     "midiClip",          "midiEvents", "globalTrackInfo", "tempoEvents",
-    "timeSignatureEvents", "keySignatureEvents"};
 
 constexpr std::string_view kMilestones[] = {
     "session", "files", "tracks", "sessionState", "audioDevice", "clipGroups", "xmpMetadata"};

@@ -7,6 +7,7 @@
 
 #include "platform/kelappsupport/Features.h"
 #include "platform/kelcore/Strings.h"
+#include "tests/plugin/serializer/InstrumentElements.h"
 #include "tests/support/SerializerTestAccess.h"
 
 namespace tses {
@@ -16,10 +17,6 @@ using testing::ElementsAre;
 using testing::UnorderedElementsAreArray;
 
 using Place = std::pair<std::string, State>;  // an element and its parent's State
-
-constexpr std::string_view kInstrumentElements[] = {
-    "instrumentTrack",     "midiClip",          "midiEvents", "globalTrackInfo", "tempoEvents",
-    "timeSignatureEvents", "keySignatureEvents"};
 
 std::vector<Place> PlacesOfTable(bool instrumentTracks) {
     kelappsupport::SetFeatureEnabled("Tembra.InstrumentTracks", instrumentTracks);

@@ -10,9 +10,9 @@
 namespace orvo {
 namespace {
 
-constexpr std::uint32_t kRate = 48000;
-constexpr auto kLast = std::numeric_limits<std::int64_t>::max();
-constexpr auto kFirst = std::numeric_limits<std::int64_t>::min();
+using test::kFirst;
+using test::kLast;
+using test::kRate;
 
 /// A beat lasts half a second, a subdivision 1500 samples.
 constexpr MusicalTime kMarch{

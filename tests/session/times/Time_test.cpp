@@ -10,9 +10,9 @@
 namespace orvo {
 namespace {
 
-constexpr std::uint32_t kRate = 48000;
-constexpr auto kLast = std::numeric_limits<std::int64_t>::max();
-constexpr auto kFirst = std::numeric_limits<std::int64_t>::min();
+using test::kFirst;
+using test::kLast;
+using test::kRate;
 
 std::int64_t Parsed(std::string_view text, std::uint32_t sampleRate = kRate) {
     return test::PositionIn(ParseTime(text, sampleRate));

@@ -11,7 +11,10 @@
 namespace orvo {
 namespace {
 
-constexpr std::uint32_t kRate = 48000;
+using test::kFirst;
+using test::kLast;
+using test::kRate;
+
 constexpr FrameRate kFilm{.count = 24};
 constexpr FrameRate kPal{.count = 25};
 constexpr FrameRate kNtsc24{.count = 24, .ntsc = true};
@@ -20,9 +23,6 @@ constexpr FrameRate kNtsc60{.count = 60, .ntsc = true};
 constexpr FrameRate kNtsc30Drop{.count = 30, .ntsc = true, .dropFrame = true};
 constexpr FrameRate kNtsc60Drop{.count = 60, .ntsc = true, .dropFrame = true};
 constexpr FrameRate kCompactDisc{.count = 75};
-
-constexpr auto kLast = std::numeric_limits<std::int64_t>::max();
-constexpr auto kFirst = std::numeric_limits<std::int64_t>::min();
 
 /// The last sample at or before the start of frame `count` of NTSC at 30.
 constexpr std::int64_t NtscFrames(std::int64_t count) {

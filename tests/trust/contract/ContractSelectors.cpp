@@ -80,12 +80,12 @@ private:
     bool written_ = false;
 };
 
-constexpr std::string_view kOldContent = "<orvo/>";
+constexpr std::string_view kEmptyDocument = "<orvo/>";
 
 class Host {
 public:
     explicit Host(const refhost::PluginLibrary& library)
-        : library_(library), file_(folder_.Write("a.orvo", kOldContent)) {}
+        : library_(library), file_(folder_.Write("a.orvo", kEmptyDocument)) {}
 
     int Answer(const Call& call) {
         if (call.argument == Argument::Null) {
@@ -109,7 +109,7 @@ public:
 
     bool IsWritten() const {
         std::ifstream file(file_);
-        return std::string(std::istreambuf_iterator<char>(file), {}) != kOldContent;
+        return std::string(std::istreambuf_iterator<char>(file), {}) != kEmptyDocument;
     }
 
 private:

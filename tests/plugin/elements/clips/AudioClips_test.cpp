@@ -281,7 +281,7 @@ TEST_F(AudioClips, AClipIsReleasedWhenItsElementEnds) {
 
 // Writing
 
-AudioClip Sample() {
+AudioClip SampleAudioClip() {
     AudioClip clip;
     clip.id = 12;
     clip.fileId = 3;
@@ -302,7 +302,7 @@ AudioClip Sample() {
 }
 
 TEST_F(AudioClips, AreWrittenWithEveryAttributeAndBothEnds) {
-    EXPECT_EQ(WrittenElement("audioClip", WithClips({Sample()})),
+    EXPECT_EQ(WrittenElement("audioClip", WithClips({SampleAudioClip()})),
               "<audioClip clipAutoCrossfade=\"false\" crossFadeHeadClipID=\"11\" "
               "crossFadeTailClipID=\"13\" endPoint=\"5000048000\" fileID=\"3\" hue=\"212.5\" "
               "id=\"12\" lockedInTime=\"true\" looped=\"true\" name=\"Take &amp; 2\" "
@@ -334,7 +334,8 @@ TEST_F(AudioClips, IdsAreWrittenUnsignedAndLinksSigned) {
 }
 
 TEST_F(AudioClips, ANameThatTheHostDoesNotHaveIsWrittenEmpty) {
-    EXPECT_THAT(WrittenElement("audioClip", WithClips({Sample()}), Null("IQueryAudioClip.GetName")),
+    EXPECT_THAT(WrittenElement("audioClip", WithClips({SampleAudioClip()}),
+                               Null("IQueryAudioClip.GetName")),
                 HasSubstr(" name=\"\""));
     EXPECT_THAT(WrittenElement("audioClip", WithClips({AudioClip{}})), HasSubstr(" name=\"\""));
 }
@@ -344,25 +345,26 @@ TEST_F(AudioClips, ATrackWithoutClipsWritesNone) {
 }
 
 TEST_F(AudioClips, AClipThatTheHostReportsAsNullIsSkipped) {
-    EXPECT_EQ(WrittenElement("audioClip", WithClips({Sample()}), Null("IQueryAudioTrack.GetClip")),
+    EXPECT_EQ(WrittenElement("audioClip", WithClips({SampleAudioClip()}),
+                             Null("IQueryAudioTrack.GetClip")),
               "");
 }
 
 TEST_F(AudioClips, AreWrittenForEveryTrackButMasterAndInstrument) {
     for (const kelcore::uint32 kind : {1u, 2u, 4u, 0u, 9u}) {
-        AudioTrack track = WithClips({Sample()});
+        AudioTrack track = WithClips({SampleAudioClip()});
         track.kind = orvo::TrackKind{kind};
         EXPECT_THAT(WrittenElement("audioClip", track), Not(IsEmpty())) << kind;
     }
     for (const kelcore::uint32 kind : {3u, 5u}) {
-        AudioTrack track = WithClips({Sample()});
+        AudioTrack track = WithClips({SampleAudioClip()});
         track.kind = orvo::TrackKind{kind};
         EXPECT_EQ(WrittenElement("audioClip", track), "") << kind;
     }
 }
 
 AudioClip WithEveryChild() {
-    AudioClip clip = Sample();
+    AudioClip clip = SampleAudioClip();
     clip.properties = "p";
     clip.effectsRack.emplace();
     clip.gain.emplace();

@@ -137,7 +137,7 @@ TEST_F(MidiClips, WithoutInstrumentTracksTheyAreSkippedWithTheirTrack) {
 
 // Writing
 
-MidiClip Sample() {
+MidiClip SampleMidiClip() {
     MidiClip clip;
     clip.id = 12;
     clip.sourceInPoint = 100;
@@ -152,7 +152,7 @@ MidiClip Sample() {
 }
 
 TEST_F(MidiClips, AreWrittenWithTheCommonAttributesAndTheirEvents) {
-    EXPECT_EQ(WrittenElement("midiClip", With({Sample()})),
+    EXPECT_EQ(WrittenElement("midiClip", With({SampleMidiClip()})),
               "<midiClip endPoint=\"5000000200\" hue=\"30.5\" id=\"12\" lockedInTime=\"true\" "
               "name=\"Bass\" select=\"true\" sourceInPoint=\"100\" sourceOutPoint=\"300\" "
               "startPoint=\"5000000000\">\n"
@@ -161,38 +161,39 @@ TEST_F(MidiClips, AreWrittenWithTheCommonAttributesAndTheirEvents) {
 }
 
 TEST_F(MidiClips, WithoutEventsAreWrittenWithoutTheChild) {
-    MidiClip clip = Sample();
+    MidiClip clip = SampleMidiClip();
     clip.events.clear();
     EXPECT_THAT(WrittenElement("midiClip", With({clip})), Not(HasSubstr("midiEvents")));
 }
 
 TEST_F(MidiClips, AreWrittenOnlyForInstrumentTracks) {
     for (const kelcore::uint32 kind : {1u, 2u, 3u, 4u}) {
-        AudioTrack track = With({Sample()});
+        AudioTrack track = With({SampleMidiClip()});
         track.kind = orvo::TrackKind{kind};
         EXPECT_THAT(WrittenElement("midiClip", track), IsEmpty()) << kind;
     }
 }
 
 TEST_F(MidiClips, ATrackWithoutAListWritesNone) {
-    EXPECT_THAT(
-        WrittenElement("midiClip", With({Sample()}), Null("IQueryAudioTrack.GetMIDIClipList")),
-        IsEmpty());
-}
-
-TEST_F(MidiClips, AClipThatTheHostReportsAsNullIsSkipped) {
-    EXPECT_THAT(WrittenElement("midiClip", With({Sample()}), Null("IQueryMIDIClipList.GetClip")),
+    EXPECT_THAT(WrittenElement("midiClip", With({SampleMidiClip()}),
+                               Null("IQueryAudioTrack.GetMIDIClipList")),
                 IsEmpty());
 }
 
+TEST_F(MidiClips, AClipThatTheHostReportsAsNullIsSkipped) {
+    EXPECT_THAT(
+        WrittenElement("midiClip", With({SampleMidiClip()}), Null("IQueryMIDIClipList.GetClip")),
+        IsEmpty());
+}
+
 TEST_F(MidiClips, SurviveAWriteAndARead) {
-    MidiClip large = Sample();
+    MidiClip large = SampleMidiClip();
     large.sourceInPoint = std::numeric_limits<kelcore::int64>::min();
     large.events.assign(100'000, 0);
     for (std::size_t i = 0; i < large.events.size(); ++i) {
         large.events[i] = static_cast<kelcore::byte>(i * 7);
     }
-    const std::vector<MidiClip> clips = {MidiClip{}, Sample(), large};
+    const std::vector<MidiClip> clips = {MidiClip{}, SampleMidiClip(), large};
     EXPECT_EQ(ThroughFile(WithTrack(With(clips))).audioTracks.at(0).midiClips, clips);
 }
 

@@ -95,7 +95,7 @@ TEST_F(VideoClips, OfATrackThatTheHostDoesNotKnowAreDropped) {
 
 // Writing
 
-VideoClip Sample() {
+VideoClip SampleVideoClip() {
     VideoClip clip;
     clip.id = 12;
     clip.fileId = 3;
@@ -112,7 +112,7 @@ VideoClip Sample() {
 }
 
 TEST_F(VideoClips, AreWrittenWithTheirAttributesAndWithoutThoseOfAudioClips) {
-    EXPECT_EQ(WrittenElement("videoClip", With({Sample()})),
+    EXPECT_EQ(WrittenElement("videoClip", With({SampleVideoClip()})),
               "<videoClip endPoint=\"5000000200\" fileID=\"3\" hue=\"30.5\" id=\"12\" "
               "lockedInTime=\"true\" name=\"Scene\" offline=\"true\" select=\"true\" "
               "sourceInPoint=\"100\" sourceOutPoint=\"300\" startPoint=\"5000000000\" "
@@ -120,17 +120,17 @@ TEST_F(VideoClips, AreWrittenWithTheirAttributesAndWithoutThoseOfAudioClips) {
 }
 
 TEST_F(VideoClips, AClipThatTheHostReportsAsNullIsSkipped) {
-    EXPECT_THAT(
-        WrittenElement("videoClip", With({Sample()}), Null("IQueryVideoTrack.GetVideoClip")),
-        IsEmpty());
+    EXPECT_THAT(WrittenElement("videoClip", With({SampleVideoClip()}),
+                               Null("IQueryVideoTrack.GetVideoClip")),
+                IsEmpty());
 }
 
 TEST_F(VideoClips, SurviveAWriteAndARead) {
-    VideoClip extreme = Sample();
+    VideoClip extreme = SampleVideoClip();
     extreme.sourceInPoint = std::numeric_limits<kelcore::int64>::max();
     extreme.duration = std::numeric_limits<kelcore::int64>::max();
     extreme.format = VideoFormat{24000, 1001, 5, 1920, 1080, 16, 15, 2};
-    const std::vector<VideoClip> clips = {VideoClip{}, Sample(), extreme};
+    const std::vector<VideoClip> clips = {VideoClip{}, SampleVideoClip(), extreme};
     EXPECT_EQ(ThroughFile(With(clips)).videoTracks.at(0).clips, clips);
 }
 

@@ -95,7 +95,7 @@ TEST_F(SessionElement, TheDescriptionIsTranslated) {
 
 // Writing
 
-orvo::Session Sample() {
+orvo::Session SampleSession() {
     orvo::Session session;
     session.sampleRate = 44100;
     session.audioChannelType = orvo::ChannelType::Mono;
@@ -106,7 +106,7 @@ orvo::Session Sample() {
 
 TEST_F(SessionElement, IsWrittenWithItsAttributesSorted) {
     kelcore::SetClientVersion("25.1", 310);
-    const auto outcome = Write(Sample());
+    const auto outcome = Write(SampleSession());
     ASSERT_TRUE(outcome.ok);
     EXPECT_THAT(
         *outcome.file,
@@ -117,37 +117,37 @@ TEST_F(SessionElement, IsWrittenWithItsAttributesSorted) {
 TEST_F(SessionElement, TheVersionOfTheApplicationIsUtf8) {
     const std::string before = kelcore::GetClientVersion();
     kelcore::SetClientVersion("25.1 \xCE\xB2", 310);
-    const auto outcome = Write(Sample());
+    const auto outcome = Write(SampleSession());
     kelcore::SetClientVersion(before, 310);
     EXPECT_THAT(*outcome.file, HasSubstr("<session appBuild=\"25.1 \xCE\xB2.310\" "
                                          "appVersion=\"25.1 \xCE\xB2\" "));
 }
 
 TEST_F(SessionElement, ADepthBeyondTheSignedRangeIsWrittenUnsigned) {
-    auto session = Sample();
+    auto session = SampleSession();
     session.bitDepth = 4294967294;
     EXPECT_THAT(*Write(session).file, HasSubstr("bitDepth=\"4294967294\""));
 }
 
 TEST_F(SessionElement, ALayoutWithoutAKeywordIsWrittenAsStereo) {
     for (const kelcore::int32 channels : {2, 4, 0, -1, 7}) {
-        auto session = Sample();
+        auto session = SampleSession();
         session.audioChannelType = static_cast<orvo::ChannelType>(channels);
         EXPECT_THAT(*Write(session).file, HasSubstr("audioChannelType=\"stereo\"")) << channels;
     }
-    auto session = Sample();
+    auto session = SampleSession();
     session.audioChannelType = orvo::ChannelType::FivePointOne;
     EXPECT_THAT(*Write(session).file, HasSubstr("audioChannelType=\"fivePointOne\""));
 }
 
 TEST_F(SessionElement, ARateBeyondTheSignedRangeIsWrittenUnsigned) {
-    auto session = Sample();
+    auto session = SampleSession();
     session.sampleRate = 4294967295;
     EXPECT_THAT(*Write(session).file, HasSubstr("sampleRate=\"4294967295\""));
 }
 
 TEST_F(SessionElement, SurvivesAWriteAndARead) {
-    auto expected = Sample();
+    auto expected = SampleSession();
     ASSERT_TRUE(Write(expected).ok);
     const auto outcome = ReadPath(Path());
     ASSERT_TRUE(outcome.ok);

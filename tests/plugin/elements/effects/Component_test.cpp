@@ -106,7 +106,7 @@ TEST_F(Component, TheIndicesOfItsParametersAreForgottenAtTheNextOne) {
 
 // Writing
 
-orvo::Component Sample() {
+orvo::Component SampleComponent() {
     orvo::Component component;
     component.guid = "g";
     component.componentId = "c";
@@ -119,7 +119,7 @@ orvo::Component Sample() {
 }
 
 TEST_F(Component, OfAKeywordIsWrittenWithItsKeywordAndItsPower) {
-    EXPECT_EQ(WrittenMix(Sample()),
+    EXPECT_EQ(WrittenMix(SampleComponent()),
               "<component componentGuid=\"g\" componentID=\"c\" editorHeight=\"4\" "
               "editorLeft=\"-1\" editorTop=\"2\" editorVisible=\"true\" editorWidth=\"3\" "
               "id=\"rackMix\" name=\"n\" powered=\"false\" presetName=\"p\"/>");
@@ -154,17 +154,19 @@ TEST_F(Component, OfASlotLeavesOutAnEditorOfNoWidthToo) {
 }
 
 TEST_F(Component, APresetThatIsNullOrHasNoNameIsNotWritten) {
-    EXPECT_THAT(WrittenMix(Sample(), Null("IQueryComponent.GetPreset")), Not(HasSubstr("preset")));
-    EXPECT_THAT(WrittenMix(Sample(), Null("IQueryComponentPreset.GetName")),
+    EXPECT_THAT(WrittenMix(SampleComponent(), Null("IQueryComponent.GetPreset")),
+                Not(HasSubstr("preset")));
+    EXPECT_THAT(WrittenMix(SampleComponent(), Null("IQueryComponentPreset.GetName")),
                 Not(HasSubstr("preset")));
 }
 
 TEST_F(Component, TextsThatTheHostReportsAsNullAreEmpty) {
-    EXPECT_THAT(WrittenMix(Sample(), Null("IQueryComponent.GetComponentGuid")),
+    EXPECT_THAT(WrittenMix(SampleComponent(), Null("IQueryComponent.GetComponentGuid")),
                 Not(HasSubstr("componentGuid")));
-    EXPECT_THAT(WrittenMix(Sample(), Null("IQueryComponent.GetComponentID")),
+    EXPECT_THAT(WrittenMix(SampleComponent(), Null("IQueryComponent.GetComponentID")),
                 Not(HasSubstr("componentID")));
-    EXPECT_THAT(WrittenMix(Sample(), Null("IQueryComponent.GetName")), Not(HasSubstr(" name=")));
+    EXPECT_THAT(WrittenMix(SampleComponent(), Null("IQueryComponent.GetName")),
+                Not(HasSubstr(" name=")));
 }
 
 TEST_F(Component, OfAKeywordDoesNotStoreAPresetsState) {
@@ -175,7 +177,7 @@ TEST_F(Component, OfAKeywordDoesNotStoreAPresetsState) {
 
 TEST_F(Component, SurvivesAWriteAndARead) {
     AudioTrack track;
-    track.effectsRack.emplace().mix = Sample();
+    track.effectsRack.emplace().mix = SampleComponent();
     EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).effectsRack, track.effectsRack);
 }
 

@@ -107,7 +107,7 @@ AudioTrack WithSlot(EffectsSlot slot) {
     return track;
 }
 
-EffectsSlot Sample() {
+EffectsSlot SampleSlot() {
     EffectsSlot slot;
     slot.slotIndex = 4294967295;
     slot.bypassed = true;
@@ -119,7 +119,7 @@ EffectsSlot Sample() {
 }
 
 TEST_F(Slot, IsWrittenWithItsComponent) {
-    EXPECT_EQ(WrittenElement("slot", WithSlot(Sample())),
+    EXPECT_EQ(WrittenElement("slot", WithSlot(SampleSlot())),
               "<slot powered=\"false\" sideChainChannels=\"2\" slotIndex=\"4294967295\">\n"
               "  <component componentGuid=\"guid\" componentID=\"id\" name=\"Echo\"/>\n"
               "</slot>");
@@ -130,8 +130,9 @@ TEST_F(Slot, WithoutASideChainDoesNotMentionIt) {
 }
 
 TEST_F(Slot, WithoutAComponentIsWrittenEmpty) {
-    EXPECT_EQ(WrittenElement("slot", WithSlot(Sample()), Null("IQueryEffectsSlot.GetComponent")),
-              "<slot powered=\"false\" sideChainChannels=\"2\" slotIndex=\"4294967295\"/>");
+    EXPECT_EQ(
+        WrittenElement("slot", WithSlot(SampleSlot()), Null("IQueryEffectsSlot.GetComponent")),
+        "<slot powered=\"false\" sideChainChannels=\"2\" slotIndex=\"4294967295\"/>");
 }
 
 TEST_F(Slot, AnEffectAlwaysWritesItsTextsEvenIfTheyAreEmpty) {
@@ -142,7 +143,7 @@ TEST_F(Slot, AnEffectAlwaysWritesItsTextsEvenIfTheyAreEmpty) {
 }
 
 TEST_F(Slot, AnEffectHasNeitherAnIdNorAPowerOfItsOwn) {
-    EffectsSlot slot = Sample();
+    EffectsSlot slot = SampleSlot();
     slot.component->powered = false;
     const std::string element = WrittenElement("slot", WithSlot(slot));
     EXPECT_THAT(element, Not(HasSubstr("component id=")));
@@ -154,7 +155,7 @@ TEST_F(Slot, AnEffectHasNeitherAnIdNorAPowerOfItsOwn) {
 }
 
 TEST_F(Slot, AnEffectWritesItsWiringItsPresetsStateAndItsParametersInThisOrder) {
-    EffectsSlot slot = Sample();
+    EffectsSlot slot = SampleSlot();
     slot.busConfig = "{}";
     slot.inputChannels = {{0, 1}};
     slot.outputChannels = {{0, 1}};
@@ -167,7 +168,7 @@ TEST_F(Slot, AnEffectWritesItsWiringItsPresetsStateAndItsParametersInThisOrder) 
 }
 
 TEST_F(Slot, AnEmptySlotSurvivesAWriteAndARead) {
-    EffectsSlot slot = Sample();
+    EffectsSlot slot = SampleSlot();
     slot.component.reset();
     const AudioTrack track = WithSlot(slot);
     EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).effectsRack, track.effectsRack);

@@ -195,7 +195,7 @@ AudioTrack WithSlots(std::vector<std::optional<SendSlot>> slots) {
     return track;
 }
 
-SendSlot Sample() {
+SendSlot SampleSend() {
     SendSlot slot;
     slot.slotIndex = 4294967295;
     slot.sendOutputId = -1;
@@ -207,7 +207,7 @@ SendSlot Sample() {
 }
 
 TEST_F(Sends, ASlotIsWrittenWithItsTwoComponents) {
-    EXPECT_EQ(WrittenElement("sendList", WithSlots({Sample()})),
+    EXPECT_EQ(WrittenElement("sendList", WithSlots({SampleSend()})),
               "<sendList>\n"
               "  <sendSlot destCompIndex=\"2\" preFader=\"true\" sendOutputID=\"-1\" "
               "slotIndex=\"4294967295\">\n"
@@ -223,7 +223,7 @@ TEST_F(Sends, AListWithoutSlotsIsNotWritten) {
 }
 
 TEST_F(Sends, ANegativeDestinationComponentIsNotWritten) {
-    SendSlot slot = Sample();
+    SendSlot slot = SampleSend();
     for (const kelcore::int32 index : {-1, -2}) {
         slot.destCompIndex = index;
         EXPECT_THAT(WrittenElement("sendList", WithSlots({slot})), Not(HasSubstr("destCompIndex")));
@@ -253,7 +253,7 @@ TEST_F(Sends, SlotsAreWrittenInTheOrderOfTheHost) {
 }
 
 TEST_F(Sends, SurviveAWriteAndARead) {
-    const AudioTrack track = WithSlots({Sample(), SendSlot()});
+    const AudioTrack track = WithSlots({SampleSend(), SendSlot()});
     EXPECT_EQ(ThroughFile(WithTrack(track)).audioTracks.at(0).sendList, track.sendList);
 }
 

@@ -323,7 +323,7 @@ TEST_F(TrackAudioParameters, AnEqThatTheHostReportsAsNullIsNotSwitched) {
 
 // Writing
 
-AudioTrack Sample() {
+AudioTrack SampleOfParameters() {
     AudioTrack track;
     track.audioChannelType = orvo::ChannelType::Stereo;
     track.solo = true;
@@ -338,7 +338,7 @@ AudioTrack Sample() {
 }
 
 TEST_F(TrackAudioParameters, AreWrittenWithSwitchesOutputAndInput) {
-    EXPECT_EQ(WrittenElement("trackAudioParameters", Sample()),
+    EXPECT_EQ(WrittenElement("trackAudioParameters", SampleOfParameters()),
               "<trackAudioParameters audioChannelType=\"stereo\" automationMode=\"-3\" "
               "monitoring=\"true\" recordArmed=\"true\" solo=\"true\" soloSafe=\"true\">\n"
               "  <trackOutput outputID=\"5\" type=\"trackID\"/>\n"
@@ -356,7 +356,7 @@ TEST_F(TrackAudioParameters, SwitchesThatAreOffAreWrittenToo) {
 }
 
 TEST_F(TrackAudioParameters, OnlyAnIdAboveZeroIsWrittenAsATrack) {
-    AudioTrack track = Sample();
+    AudioTrack track = SampleOfParameters();
     for (const kelcore::int32 id : {0, -1, -2147483647 - 1}) {
         track.outputTrackId = id;
         EXPECT_EQ(WrittenElement("trackOutput", track),
@@ -391,13 +391,14 @@ TEST_F(TrackAudioParameters, ALayoutWithoutAKeywordIsNotWrittenAndReadsBackAsZer
 }
 
 TEST_F(TrackAudioParameters, VolumeAndMuteAreNotWritten) {
-    const std::string element = WrittenElement("trackAudioParameters", Sample());
+    const std::string element = WrittenElement("trackAudioParameters", SampleOfParameters());
     EXPECT_THAT(element, Not(HasSubstr("volume=")));
     EXPECT_THAT(element, Not(HasSubstr("mute=")));
 }
 
 TEST_F(TrackAudioParameters, TheHostIsAskedForTheSwitchesAndTheRoutingInTheirOrder) {
-    const auto calls = CallsOf(Write(WithTrack(Sample())).calls, "IQueryAudioTrackPrivate#");
+    const auto calls =
+        CallsOf(Write(WithTrack(SampleOfParameters())).calls, "IQueryAudioTrackPrivate#");
     const auto first = std::find_if(calls.begin(), calls.end(), [](const std::string& call) {
         return call.find("GetAudioChannelType") != std::string::npos;
     });

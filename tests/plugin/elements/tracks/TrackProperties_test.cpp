@@ -10,13 +10,12 @@
 
 // Whatever tracks a host has, everything that is stored of them comes back.
 
-namespace tses {
+namespace orvo {
 namespace {
 
-using namespace orvo;
 namespace gen = rc::gen;
 
-class TrackProperties : public test::ElementFixture {};
+class TrackProperties : public ::test::ElementFixture {};
 
 std::string AnyText() {
     static const std::vector<std::string> pieces = {
@@ -184,7 +183,7 @@ RC_GTEST_FIXTURE_PROP(TrackProperties, WhatIsStoredOfAnyTracksComesBack, ()) {
     kelcore::uint32 id = *gen::element<kelcore::uint32>(0, 4294967290);
     session.audioTracks = List(3, [&id] { return AnyTrack(id++); });
     const Session back = ThroughFile(session);
-    RC_ASSERT(back.audioTracks == test::StoredTracks(session.audioTracks));
+    RC_ASSERT(back.audioTracks == ::test::StoredTracks(session.audioTracks));
 }
 
 RC_GTEST_FIXTURE_PROP(TrackProperties, WhatCameBackTwiceComesBackUnchanged, ()) {
@@ -219,4 +218,4 @@ RC_GTEST_FIXTURE_PROP(TrackProperties, AnyVisibilityPresetsComeBack, ()) {
 }
 
 }  // namespace
-}  // namespace tses
+}  // namespace orvo

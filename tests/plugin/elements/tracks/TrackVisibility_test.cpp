@@ -99,7 +99,7 @@ TEST_F(TrackVisibility, APresetThatTheHostDoesNotCreateIsDropped) {
 
 // Writing
 
-Session Sample() {
+Session SampleOfPresets() {
     Session session;
     session.trackVisibilityPresets = {{4, "Voices", {{9, 64.5F, true}, {2, -1, false}}},
                                       {3, "", {}}};
@@ -107,7 +107,7 @@ Session Sample() {
 }
 
 TEST_F(TrackVisibility, AreWrittenWithTheNameUnlessEmptyAndMinimizedOnlyWhenOn) {
-    EXPECT_EQ(WrittenElement("trackVisibilityPresets", Sample()),
+    EXPECT_EQ(WrittenElement("trackVisibilityPresets", SampleOfPresets()),
               "<trackVisibilityPresets>\n"
               "  <trackVisibilityPreset id=\"4\" name=\"Voices\">\n"
               "    <trackVisibility id=\"9\" trackHeight=\"64.5\" trackMinimized=\"true\"/>\n"
@@ -133,14 +133,15 @@ TEST_F(TrackVisibility, ASessionWithoutPresetsHasNoElement) {
 }
 
 TEST_F(TrackVisibility, IsTheLastChildOfTheSession) {
-    EXPECT_THAT(*Write(Sample()).file, HasSubstr("</trackVisibilityPresets>\n  </session>"));
+    EXPECT_THAT(*Write(SampleOfPresets()).file,
+                HasSubstr("</trackVisibilityPresets>\n  </session>"));
 }
 
 TEST_F(TrackVisibility, TheHostIsAskedForEverythingBeforeAnythingIsWritten) {
     const std::string queries = "IQueryTrackVisibilityPreset#";
-    const std::size_t all = CallsOf(Write(Sample()).calls, queries).size();
+    const std::size_t all = CallsOf(Write(SampleOfPresets()).calls, queries).size();
     for (std::size_t operation = 0;; ++operation) {
-        const auto outcome = WriteWithFault(Sample(), operation);
+        const auto outcome = WriteWithFault(SampleOfPresets(), operation);
         EXPECT_THAT(CallsOf(outcome.calls, queries).size(), AnyOf(0u, all)) << operation;
         if (outcome.ok) {
             break;
@@ -149,13 +150,14 @@ TEST_F(TrackVisibility, TheHostIsAskedForEverythingBeforeAnythingIsWritten) {
 }
 
 TEST_F(TrackVisibility, APresetThatTheHostReportsAsNullIsSkipped) {
-    EXPECT_EQ(WrittenElement("trackVisibilityPresets", Sample(),
+    EXPECT_EQ(WrittenElement("trackVisibilityPresets", SampleOfPresets(),
                              Null("IQuerySession.GetTrackVisibilityPreset")),
               "");
 }
 
 TEST_F(TrackVisibility, SurvivesAWriteAndARead) {
-    EXPECT_EQ(ThroughFile(Sample()).trackVisibilityPresets, Sample().trackVisibilityPresets);
+    EXPECT_EQ(ThroughFile(SampleOfPresets()).trackVisibilityPresets,
+              SampleOfPresets().trackVisibilityPresets);
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ protected:
     void PutOldFile() { folder.Write("session.orvo", "the old session"); }
 };
 
-Session Sample() {
+Session SessionWithTracks() {
     Session session;
     session.videoTracks = {test::FullVideoTrack(1)};
     session.audioTracks = {test::FullTrack(2, 9), test::FullTrack(1, 3), test::FullTrack(3, 4)};
@@ -81,7 +81,7 @@ class TrackWriterFaultsInTurn : public TrackWriterFaults,
                                 public testing::WithParamInterface<std::size_t> {};
 
 TEST_P(TrackWriterFaultsInTurn, TheFileIsReplacedExactlyWhenTheFailedTrackIsNotTheLastOne) {
-    const Session session = Sample();
+    const Session session = SessionWithTracks();
     Session lastTrack = session;
     lastTrack.videoTracks.clear();
     lastTrack.audioTracks = {session.audioTracks.back()};
@@ -196,7 +196,7 @@ TEST_F(TrackWriterFaults, AHostThatThrowsLeavesTheOldFileWhole) {
         PutOldFile();
         test::HostSetup host;
         host.faults.Throw(operation, std::make_exception_ptr(42));
-        EXPECT_THROW(Write(Sample(), host), int) << operation;
+        EXPECT_THROW(Write(SessionWithTracks(), host), int) << operation;
         EXPECT_EQ(test::ReadFile(folder / "session.orvo"), "the old session") << operation;
     }
 }

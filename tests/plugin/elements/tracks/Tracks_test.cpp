@@ -268,7 +268,7 @@ TEST_F(Tracks, ATrackThatComesTwiceIsAppliedTwiceToTheSameTrack) {
 
 // Writing
 
-AudioTrack Sample() {
+AudioTrack SampleTrack() {
     AudioTrack track;
     track.id = 4294967294;
     track.index = 4294967295;
@@ -281,13 +281,13 @@ std::string StartTag(const std::string& element) {
 }
 
 TEST_F(Tracks, FiveAttributesAreAlwaysWritten) {
-    EXPECT_EQ(StartTag(WrittenElement("audioTrack", Sample())),
+    EXPECT_EQ(StartTag(WrittenElement("audioTrack", SampleTrack())),
               "<audioTrack automationLaneOpenState=\"false\" id=\"4294967294\" "
               "index=\"4294967295\" select=\"false\" visible=\"true\">");
 }
 
 TEST_F(Tracks, FlagsThatAreOnAndThePreRenderedFileAreWrittenToo) {
-    AudioTrack track = Sample();
+    AudioTrack track = SampleTrack();
     track.selected = true;
     track.automationLaneOpen = true;
     track.visible = false;
@@ -302,7 +302,7 @@ TEST_F(Tracks, FlagsThatAreOnAndThePreRenderedFileAreWrittenToo) {
 }
 
 TEST_F(Tracks, EachKindHasItsElement) {
-    AudioTrack track = Sample();
+    AudioTrack track = SampleTrack();
     for (const auto& [kind, element] : {std::pair<kelcore::uint32, const char*>{1, "audioTrack"},
                                         {2, "busTrack"},
                                         {3, "masterTrack"},
@@ -315,14 +315,14 @@ TEST_F(Tracks, EachKindHasItsElement) {
 
 TEST_F(Tracks, AKindWithoutAnElementIsWrittenAsAnAudioTrack) {
     for (const kelcore::uint32 kind : {7u, 0u, 6u, 4294967295u}) {
-        AudioTrack track = Sample();
+        AudioTrack track = SampleTrack();
         track.kind = orvo::TrackKind{kind};
         EXPECT_THAT(WrittenElement("audioTrack", track), Not(IsEmpty())) << kind;
     }
 }
 
 TEST_F(Tracks, OnlyAnInstrumentTrackWritesItsInputUnlessItIsOffOrEmpty) {
-    AudioTrack track = Sample();
+    AudioTrack track = SampleTrack();
     track.instrument = {"Keys", true};
     EXPECT_THAT(WrittenElement("audioTrack", track), Not(HasSubstr("midi")));
     track.kind = orvo::TrackKind::Instrument;
@@ -337,14 +337,14 @@ TEST_F(Tracks, OnlyAnInstrumentTrackWritesItsInputUnlessItIsOffOrEmpty) {
 }
 
 TEST_F(Tracks, OnlyAnInstrumentTrackIsAskedForItsInstrument) {
-    AudioTrack track = Sample();
+    AudioTrack track = SampleTrack();
     EXPECT_THAT(CallsOf(Write(WithTrack(track)).calls, "GetInstrument"), IsEmpty());
     track.kind = orvo::TrackKind::Instrument;
     EXPECT_THAT(CallsOf(Write(WithTrack(track)).calls, "GetInstrument"), testing::SizeIs(1));
 }
 
 TEST_F(Tracks, TheChildrenOfATrackAreWrittenInTheirOrder) {
-    AudioTrack track = Sample();
+    AudioTrack track = SampleTrack();
     track.effectsRack.emplace();
     track.editParameters = {{0, 1}};
     track.sendList.emplace().slots.resize(1);
@@ -362,14 +362,14 @@ TEST_F(Tracks, TheChildrenOfATrackAreWrittenInTheirOrder) {
 }
 
 TEST_F(Tracks, WhatATrackDoesNotHaveIsNotWritten) {
-    const std::string element = WrittenElement("audioTrack", Sample());
+    const std::string element = WrittenElement("audioTrack", SampleTrack());
     for (const char* const child : {"effectsRack", "editParameter", "sendList", "lip"}) {
         EXPECT_THAT(element, Not(HasSubstr(child)));
     }
 }
 
 TEST_F(Tracks, AMastersClipsAreNeverAskedFor) {
-    AudioTrack track = Sample();
+    AudioTrack track = SampleTrack();
     track.kind = orvo::TrackKind::Master;
     track.clips.resize(1);
     track.midiClips.resize(1);
@@ -380,7 +380,7 @@ TEST_F(Tracks, AMastersClipsAreNeverAskedFor) {
 }
 
 TEST_F(Tracks, AnInstrumentTrackWritesItsMidiClipsAndAllOthersTheirAudioClips) {
-    AudioTrack track = Sample();
+    AudioTrack track = SampleTrack();
     track.clips.resize(1);
     track.midiClips.resize(1);
     for (const kelcore::uint32 kind : {1u, 2u, 4u, 7u}) {
@@ -396,7 +396,7 @@ TEST_F(Tracks, AnInstrumentTrackWritesItsMidiClipsAndAllOthersTheirAudioClips) {
 }
 
 TEST_F(Tracks, VideoTracksStandBeforeAllOthers) {
-    Session session = WithTrack(Sample());
+    Session session = WithTrack(SampleTrack());
     session.videoTracks.resize(1);
     const std::string tracks = WrittenElement("tracks", session);
     EXPECT_THAT(tracks, StartsWith("<tracks>\n  <videoTrack "));
@@ -408,10 +408,10 @@ TEST_F(Tracks, ASessionWithoutTracksHasAnEmptyList) {
 }
 
 TEST_F(Tracks, ATrackThatShowsNothingButItsClipsIsSkipped) {
-    Session session = WithTrack(Sample());
+    Session session = WithTrack(SampleTrack());
     session.audioTracks[0].clipsOnly = true;
     session.audioTracks[0].clips.resize(1);
-    session.audioTracks.push_back(Sample());
+    session.audioTracks.push_back(SampleTrack());
     session.audioTracks[1].id = 2;
     const std::string tracks = WrittenElement("tracks", session);
     EXPECT_THAT(tracks, Not(HasSubstr("4294967294")));
@@ -419,7 +419,7 @@ TEST_F(Tracks, ATrackThatShowsNothingButItsClipsIsSkipped) {
 }
 
 TEST_F(Tracks, TracksThatTheHostReportsAsNullAreSkipped) {
-    Session session = WithTrack(Sample());
+    Session session = WithTrack(SampleTrack());
     session.videoTracks.resize(1);
     EXPECT_EQ(WrittenElement("tracks", session, Null("IQuerySession.GetAudioTrack")).find("audio"),
               std::string::npos);
@@ -428,7 +428,7 @@ TEST_F(Tracks, TracksThatTheHostReportsAsNullAreSkipped) {
 }
 
 TEST_F(Tracks, TextsThatTheHostReportsAsNullAreEmpty) {
-    AudioTrack track = Sample();
+    AudioTrack track = SampleTrack();
     track.preRenderedFile = "/r.wav";
     EXPECT_THAT(
         WrittenElement("audioTrack", track, Null("IQueryAudioTrackPrivate.GetPreRenderedFile")),
