@@ -147,9 +147,9 @@ void AppendInteger(Integer value, ValueText& text) {
 
 template <class Real>
 void AppendReal(Real value, ValueText& text) {
-    std::array<char16_t, kelcore::kFloatBufferSize> units;
-    text.Append(
-        {units.data(), kelcore::ConvertFloatToBufferT(units.data(), value, kFloatPrecision)});
+    constexpr std::size_t kRoom = kelcore::kFloatBufferSize;
+    text.Shorten(kRoom -
+                 kelcore::ConvertFloatToBufferT(text.Extend(kRoom), value, kFloatPrecision));
 }
 
 }  // namespace

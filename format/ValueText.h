@@ -30,6 +30,9 @@ public:
         return begin;
     }
 
+    /// Removes the last units.
+    void Shorten(std::size_t count) { size_ -= count; }
+
     std::size_t Size() const { return size_; }
 
     /// Valid until more is appended.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <boost/thread/lock_types.hpp>
 #include <boost/thread/recursive_mutex.hpp>
 #include <cstddef>
 #include <limits>
@@ -38,6 +39,12 @@ public:
     ~SessionXMLWriter();
     SessionXMLWriter(const SessionXMLWriter&) = delete;
     SessionXMLWriter& operator=(const SessionXMLWriter&) = delete;
+
+    /// Takes the lock that every operation takes. While a thread holds it, its operations need no
+    /// atomic instructions for it.
+    [[nodiscard]] boost::unique_lock<boost::recursive_mutex> Hold() {
+        return boost::unique_lock(lock_);
+    }
 
     /// Whether the document has room for a list of that many items in addition to all lists before
     /// it, for a map of that many channels, or for a block of that many bytes. If not, one trace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 namespace tses {
@@ -18,6 +19,17 @@ TEST(ValueText, KeepsTextsOfEveryLengthOneBehindTheOther) {
         expected += part;
     }
     EXPECT_EQ(text.ToString(), expected);
+}
+
+TEST(ValueText, UnitsThatAreNotNeededAreTakenBack) {
+    for (const std::size_t size : {4U, 1000U}) {
+        ValueText text;
+        text.Append(u"a");
+        std::ranges::fill_n(text.Extend(size), 2, u'b');
+        text.Shorten(size - 2);
+        text.Append(u'c');
+        EXPECT_EQ(text.ToString(), u"abbc");
+    }
 }
 
 TEST(ValueText, WhatIsMovedFromStaysAText) {

@@ -49,6 +49,7 @@ bool Serializer::Impl::Write(const std::u16string& path, HostReference<IQuerySes
     session->SetProgress(1, kProgressTotal, 0, 0);
     progressStep_ = 0;
     SessionXMLWriter writer(path_, writerFault_, makeDocument_);
+    const auto held = writer.Hold();
     return WriteDocument(writer, session, path_) && writer.Save();
 }
 

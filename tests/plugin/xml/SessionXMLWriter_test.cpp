@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <thread>
 
 #include "tests/plugin/xml/SessionXMLWriterFixture.h"
@@ -174,6 +175,21 @@ TEST_F(SessionXMLWriterTest, OperationsOfOneWriterRunOneAfterTheOther) {
     const std::string saved = Saved();
     const std::size_t begin = saved.find("<orvo>") + std::size("<orvo>") - 1;
     EXPECT_EQ(saved.substr(begin), std::string(2 * kTextsOfEach, 'a') + "</orvo>\n");
+}
+
+TEST_F(SessionXMLWriterTest, WhoHoldsTheLockMayWriteAndOthersWait) {
+    SessionXMLWriter writer = NewWriter();
+    std::thread other;
+    {
+        const auto held = writer.Hold();
+        EXPECT_TRUE(writer.StartElement(names::session));
+        other = std::thread([&] { EXPECT_TRUE(writer.Text(u"late")); });
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        EXPECT_TRUE(writer.Text(u"early "));
+    }
+    other.join();
+    EXPECT_TRUE(writer.Save());
+    EXPECT_THAT(Saved(), HasSubstr("<session>early late</session>"));
 }
 
 TEST_F(SessionXMLWriterTest, ALargeDocumentIsWrittenWhole) {
