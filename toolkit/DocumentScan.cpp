@@ -10,18 +10,25 @@
 namespace toolkit {
 namespace {
 
+DocumentScan EndedBy(Problem problem) {
+    DocumentScan scan;
+    scan.problem = std::move(problem);
+    return scan;
+}
+
 Problem NotUtf8(std::string_view content, std::size_t offset) {
     const Place place = {CountLineEnds(content.substr(0, offset)) + 1, ColumnOf(content, offset)};
     return {place, "not UTF-8", "save it as UTF-8, or let the XML declaration state its encoding"};
 }
 
-/// Finds places only in a document that has something to report.
-DocumentScan ScanWithPlaces(std::string_view content, const Conversion& conversion,
+DocumentScan ScanWithPlaces(const std::string& path, const Conversion& conversion,
                             std::size_t limit, const std::stop_token& stop) {
-    DocumentScan result = ScanContent(content, conversion, limit, Places::Unknown, stop);
-    if (result.problem || result.notCarriedCount != 0) {
-        result = ScanContent(content, conversion, limit, Places::Known, stop);
+    const auto read = ReadFileContent(path, stop);
+    if (const auto* const problem = std::get_if<Problem>(&read)) {
+        return EndedBy(*problem);
     }
+    const auto& content = std::get<std::string>(read);
+    DocumentScan result = ScanContent(content, conversion, limit, stop);
     if (result.problem) {
         // The parser decodes ahead of what it reads, so it does not know where decoding fails.
         if (const auto offset = FindMalformedUtf8(content)) {
@@ -31,19 +38,33 @@ DocumentScan ScanWithPlaces(std::string_view content, const Conversion& conversi
     return result;
 }
 
+/// Finds places only in a document that has something to report.
+DocumentScan ScanFile(const std::string& path, const Conversion& conversion, std::size_t limit,
+                      const std::stop_token& stop) {
+    FileBlocks blocks(path);
+    bool isEmpty = true;
+    const auto next = [&] {
+        const std::string_view block = blocks.Next();
+        isEmpty = isEmpty && block.empty();
+        return block;
+    };
+    DocumentScan result = ScanWithoutPlaces(next, conversion, limit, stop);
+    if (blocks.Failure()) {
+        return EndedBy(*blocks.Failure());
+    }
+    if (isEmpty) {
+        return EndedBy({{}, "the file is empty", "not a session file"});
+    }
+    return result.problem || result.notCarriedCount != 0
+               ? ScanWithPlaces(path, conversion, limit, stop)
+               : result;
+}
+
 }  // namespace
 
 DocumentScan ScanDocument(const std::string& path, const Conversion& conversion, std::size_t limit,
                           const std::stop_token& stop) {
-    DocumentScan result;
-    auto content = ReadFileContent(path, stop);
-    if (auto* const problem = std::get_if<Problem>(&content)) {
-        result.problem = std::move(*problem);
-    } else if (std::get<std::string>(content).empty()) {
-        result.problem = Problem{{}, "the file is empty", "not a session file"};
-    } else {
-        result = ScanWithPlaces(std::get<std::string>(content), conversion, limit, stop);
-    }
+    DocumentScan result = ScanFile(path, conversion, limit, stop);
     if (stop.stop_requested()) {
         result.problem.reset();
     }

@@ -99,8 +99,7 @@ TEST_F(DocumentScanTest, AScanThatIsStoppedTakesNoFurtherBlock) {
     std::stop_source stop;
     stop.request_stop();
     const DocumentScan scan =
-        toolkit::ScanContent("<orvo><a/></orvo>", {}, toolkit::kNotCarriedLimit,
-                             toolkit::Places::Unknown, stop.get_token());
+        toolkit::ScanContent("<orvo><a/></orvo>", {}, toolkit::kNotCarriedLimit, stop.get_token());
     EXPECT_EQ(scan.notCarriedCount, 0u);
 }
 

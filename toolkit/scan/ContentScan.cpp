@@ -63,11 +63,11 @@ constexpr XMLSize_t kMostAttributes = tses::limits::kAttributes + tses::limits::
 
 class Scanner final : public xercesc::DefaultHandler {
 public:
-    Scanner(std::string_view content, const Conversion& conversion, std::size_t limit,
-            Places places, const std::stop_token& stop, DocumentScan& result)
+    /// @param content  the document, in which to find places; null if they do not matter
+    Scanner(const std::string_view* content, const Conversion& conversion, std::size_t limit,
+            const std::stop_token& stop, DocumentScan& result)
         : content_(content),
           limit_(limit),
-          places_(places),
           stop_(stop),
           result_(result),
           target_(conversion.target),
@@ -81,14 +81,15 @@ public:
         parser_.setFeature(xercesc::XMLUni::fgSAX2CoreNameSpaces, true);
         parser_.setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
         parser_.setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
-        parser_.setFeature(xercesc::XMLUni::fgXercesCalculateSrcOfs, places == Places::Known);
+        parser_.setFeature(xercesc::XMLUni::fgXercesCalculateSrcOfs, content != nullptr);
         parser_.setContentHandler(this);
         parser_.setErrorHandler(this);
         parser_.setLexicalHandler(this);
     }
 
-    void Run() {
-        const ContentSource source(content_, stop_);
+    void Run(const NextBytes& next) {
+        const ContentSource source(
+            [&] { return stop_.stop_requested() ? std::string_view() : next(); });
         try {
             parser_.parse(source);
         } catch (const Ended&) {
@@ -102,7 +103,7 @@ public:
 
     /// Adds the places of everything that was found.
     void FindPlaces() {
-        if (places_ == Places::Known) {
+        if (content_ != nullptr) {
             FindPlaces(tags_, result_.notCarried);
             FindPlaces(endingTags_, result_.endTheRead);
         }
@@ -233,14 +234,14 @@ private:
     };
 
     void FindPlaces(const std::vector<TagEnd>& tags, std::vector<NotCarried>& found) const {
-        const std::vector<Place> places = BeginsOf(tags, content_);
+        const std::vector<Place> places = BeginsOf(tags, *content_);
         for (std::size_t i = 0; i < places.size(); ++i) {
             found[i].place = places[i];
         }
     }
 
     TagEnd Here() const {
-        if (places_ == Places::Unknown) {
+        if (content_ == nullptr) {
             return {};
         }
         return {{locator_->getLineNumber(), locator_->getColumnNumber()},
@@ -248,7 +249,7 @@ private:
     }
 
     Place BeginOfTag() const {
-        return places_ == Places::Known ? BeginsOf({Here()}, content_).front() : Place{};
+        return content_ != nullptr ? BeginsOf({Here()}, *content_).front() : Place{};
     }
 
     /// Elements of one kind stand together, so this tries the kind of the previous one first.
@@ -286,8 +287,10 @@ private:
         if (place.line == 0) {
             place = {1, 1};
         }
-        result_.problem = Problem{InCharacters(content_, place), "not well-formed XML",
-                                  kelcore::UTF16to8(ViewOf(message))};
+        if (content_ != nullptr) {
+            place = InCharacters(*content_, place);
+        }
+        result_.problem = Problem{place, "not well-formed XML", kelcore::UTF16to8(ViewOf(message))};
     }
 
     void EndLost() {
@@ -409,9 +412,8 @@ private:
         }
     }
 
-    std::string_view content_;
+    const std::string_view* content_;
     std::size_t limit_;
-    Places places_;
     const std::stop_token& stop_;
     DocumentScan& result_;
     Target target_;
@@ -428,12 +430,20 @@ private:
 
 }  // namespace
 
-DocumentScan ScanContent(std::string_view content, const Conversion& conversion, std::size_t limit,
-                         Places places, const std::stop_token& stop) {
+DocumentScan ScanWithoutPlaces(const NextBytes& next, const Conversion& conversion,
+                               std::size_t limit, const std::stop_token& stop) {
     const LibraryUse library;
     DocumentScan result;
-    Scanner scanner(content, conversion, limit, places, stop, result);
-    scanner.Run();
+    Scanner(nullptr, conversion, limit, stop, result).Run(next);
+    return result;
+}
+
+DocumentScan ScanContent(std::string_view content, const Conversion& conversion, std::size_t limit,
+                         const std::stop_token& stop) {
+    const LibraryUse library;
+    DocumentScan result;
+    Scanner scanner(&content, conversion, limit, stop, result);
+    scanner.Run([rest = content]() mutable { return std::exchange(rest, {}); });
     scanner.FindPlaces();
     return result;
 }

@@ -4,14 +4,18 @@
 #include <string_view>
 
 #include "toolkit/DocumentScan.h"
+#include "toolkit/scan/ContentSource.h"
 
 namespace toolkit {
 
-/// Whether a scan finds out where things are. That takes a tenth of its time.
-enum class Places { Unknown, Known };
+// Both scan a session file, and start the XML library and stop it again.
 
-/// Scans the content of a session file. Starts the XML library and stops it again.
+/// Does not find out where things are, which saves a tenth of the time and the memory for the
+/// content.
+DocumentScan ScanWithoutPlaces(const NextBytes& next, const Conversion& conversion,
+                               std::size_t limit, const std::stop_token& stop);
+
 DocumentScan ScanContent(std::string_view content, const Conversion& conversion, std::size_t limit,
-                         Places places, const std::stop_token& stop);
+                         const std::stop_token& stop);
 
 }  // namespace toolkit

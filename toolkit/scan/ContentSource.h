@@ -1,38 +1,59 @@
 #pragma once
 
-#include <stop_token>
+#include <algorithm>
+#include <cstring>
+#include <functional>
 #include <string_view>
+#include <utility>
 #include <xercesc/sax/InputSource.hpp>
-#include <xercesc/util/BinMemInputStream.hpp>
+#include <xercesc/util/BinInputStream.hpp>
 
 namespace toolkit {
 
-/// The document. It ends early when the parser is to stop.
+/// Gives the next bytes of a document, valid until the next call; empty at the end.
+using NextBytes = std::function<std::string_view()>;
+
+/// A document for one parse.
 class ContentSource final : public xercesc::InputSource {
 public:
-    ContentSource(std::string_view content, const std::stop_token& stop)
-        : InputSource(u"session"), content_(content), stop_(stop) {}
+    explicit ContentSource(NextBytes next) : InputSource(u"session"), next_(std::move(next)) {}
 
-    xercesc::BinInputStream* makeStream() const override { return new Stream(content_, stop_); }
+    xercesc::BinInputStream* makeStream() const override { return new Stream(next_); }
 
 private:
-    class Stream final : public xercesc::BinMemInputStream {
+    class Stream final : public xercesc::BinInputStream {
     public:
-        Stream(std::string_view content, const std::stop_token& stop)
-            : BinMemInputStream(reinterpret_cast<const XMLByte*>(content.data()), content.size(),
-                                BufOpt_Reference),
-              stop_(stop) {}
+        explicit Stream(const NextBytes& next) : next_(next) {}
+
+        XMLFilePos curPos() const override { return position_; }
+        const XMLCh* getContentType() const override { return nullptr; }
 
         XMLSize_t readBytes(XMLByte* block, XMLSize_t size) override {
-            return stop_.stop_requested() ? 0 : BinMemInputStream::readBytes(block, size);
+            XMLSize_t count = 0;
+            while (count < size && HasMore()) {
+                const XMLSize_t part = std::min<XMLSize_t>(rest_.size(), size - count);
+                std::memcpy(block + count, rest_.data(), part);
+                rest_.remove_prefix(part);
+                count += part;
+            }
+            position_ += count;
+            return count;
         }
 
     private:
-        const std::stop_token& stop_;
+        bool HasMore() {
+            if (rest_.empty()) {
+                rest_ = next_();
+            }
+            return !rest_.empty();
+        }
+
+        const NextBytes& next_;
+        std::string_view rest_;
+        XMLFilePos position_ = 0;
     };
 
-    std::string_view content_;
-    const std::stop_token& stop_;
+    NextBytes next_;
 };
 
 }  // namespace toolkit
