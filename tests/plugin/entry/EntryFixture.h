@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/kelcore/Paths.h"
@@ -63,8 +64,8 @@ protected:
         const auto session = refhost::SessionNode::Make();
         return Call(kRead, &session->Edit());
     }
-    std::int32_t Write() {
-        const auto session = refhost::SessionNode::Make();
+    std::int32_t Write(orvo::Session content = {}) {
+        const auto session = refhost::SessionNode::Make(std::move(content));
         return Call(kWrite, &session->Query());
     }
 

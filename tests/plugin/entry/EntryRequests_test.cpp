@@ -57,16 +57,22 @@ protected:
 };
 
 TEST_F(EntryRequests, AStreamedSaveGivesTheBytesOfAnyOther) {
-    const auto saved = [this](bool streamed) {
+    orvo::Session session;
+    orvo::AudioTrack& track = session.audioTracks.emplace_back();
+    track.name = "Voice & \u2028 \x01";
+    track.clips.emplace_back().name = "Take <1>";
+    const auto saved = [&](bool streamed) {
         kelappsupport::SetFeatureEnabled("Tembra.StreamedSave", streamed);
         Initialize();
         SetPath(folder / "saved.orvo");
-        EXPECT_EQ(Write(), 0);
+        EXPECT_EQ(Write(session), 0);
         Call(kTerminate, nullptr);
         kelappsupport::SetFeatureEnabled("Tembra.StreamedSave", false);
         return test::ReadFile(folder / "saved.orvo");
     };
-    EXPECT_EQ(saved(true), saved(false));
+    const std::string streamed = saved(true);
+    EXPECT_THAT(streamed, testing::HasSubstr("name=\"Take &lt;1>\""));
+    EXPECT_EQ(streamed, saved(false));
 }
 
 TEST_F(EntryRequests, AWrittenSessionIsRead) {

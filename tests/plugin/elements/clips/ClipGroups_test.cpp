@@ -28,12 +28,13 @@ protected:
 
 TEST_F(ClipGroups, TheHueComesFirstAndTheNameLast) {
     EXPECT_THAT(
-        CallsOfGroups("<clipGroup id='3' hue='30,5'><name> Chorus </name>"
-                      "<item trackID='7' clipID='12'/><item clipID='4294967295' trackID='8'/>"
-                      "</clipGroup>"),
+        CallsOfGroups(
+            "<clipGroup id='3' hue='30,5'><name> Chorus </name>"
+            "<item trackID='7' clipID='12'/><item clipID='4294967295' trackID='4294967294'/>"
+            "</clipGroup>"),
         ElementsAre("IEditSession#1.CreateClipGroup(3) -> IEditClipGroup#2",
                     "IEditClipGroup#2.SetHue(30.5)", "IEditClipGroup#2.AddItem(7,12)",
-                    "IEditClipGroup#2.AddItem(8,4294967295)",
+                    "IEditClipGroup#2.AddItem(4294967294,4294967295)",
                     "IEditClipGroup#2.SetName(\"Chorus\")"));
 }
 
@@ -94,18 +95,19 @@ TEST_F(ClipGroups, AreAMilestoneOfTheRead) {
 }
 
 TEST_F(ClipGroups, AreWrittenWithNameAndItems) {
-    EXPECT_EQ(WrittenElement("clipGroups", With({{3, "A & B", 30.5, {{7, 12}, {8, 4294967295}}},
-                                                 {4294967295, "", 0, {}}})),
-              "<clipGroups>\n"
-              "  <clipGroup hue=\"30.5\" id=\"3\">\n"
-              "    <name>A &amp; B</name>\n"
-              "    <item clipID=\"12\" trackID=\"7\"/>\n"
-              "    <item clipID=\"4294967295\" trackID=\"8\"/>\n"
-              "  </clipGroup>\n"
-              "  <clipGroup hue=\"0\" id=\"4294967295\">\n"
-              "    <name></name>\n"
-              "  </clipGroup>\n"
-              "</clipGroups>");
+    EXPECT_EQ(
+        WrittenElement("clipGroups", With({{3, "A & B", 30.5, {{7, 12}, {4294967294, 4294967295}}},
+                                           {4294967295, "", 0, {}}})),
+        "<clipGroups>\n"
+        "  <clipGroup hue=\"30.5\" id=\"3\">\n"
+        "    <name>A &amp; B</name>\n"
+        "    <item clipID=\"12\" trackID=\"7\"/>\n"
+        "    <item clipID=\"4294967295\" trackID=\"4294967294\"/>\n"
+        "  </clipGroup>\n"
+        "  <clipGroup hue=\"0\" id=\"4294967295\">\n"
+        "    <name></name>\n"
+        "  </clipGroup>\n"
+        "</clipGroups>");
 }
 
 TEST_F(ClipGroups, ASessionWithoutGroupsWritesAnEmptyElement) {

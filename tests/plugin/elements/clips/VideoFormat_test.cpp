@@ -86,11 +86,12 @@ TEST_F(VideoFormatElement, AClipWithoutAFormatIgnoresIt) {
 }
 
 TEST_F(VideoFormatElement, IsWrittenWithEveryAttribute) {
-    EXPECT_EQ(WrittenElement("videoFormat",
-                             With(VideoFormat{24000, 1001, -5, 1920, -1080, 4294967295, 15, 2})),
-              "<videoFormat fieldType=\"2\" height=\"-1080\" parDenominator=\"15\" "
-              "parNumerator=\"4294967295\" pixelType=\"-5\" sampleSize=\"1001\" "
-              "timeScale=\"24000\" width=\"1920\"/>");
+    EXPECT_EQ(
+        WrittenElement("videoFormat", With(VideoFormat{24000, 1001, -5, 1920, -1080, 4294967295,
+                                                       4294967294, 4294967293})),
+        "<videoFormat fieldType=\"4294967293\" height=\"-1080\" parDenominator=\"4294967294\" "
+        "parNumerator=\"4294967295\" pixelType=\"-5\" sampleSize=\"1001\" "
+        "timeScale=\"24000\" width=\"1920\"/>");
 }
 
 TEST_F(VideoFormatElement, IsNotWrittenForAClipWithoutAFormat) {
@@ -104,8 +105,8 @@ TEST_F(VideoFormatElement, SurvivesAWriteAndARead) {
                               std::numeric_limits<kelcore::int32>::max(),
                               std::numeric_limits<kelcore::int32>::min(),
                               4294967295,
-                              0,
-                              4294967295};
+                              4294967294,
+                              4294967293};
     for (const VideoFormat& format : {VideoFormat{}, extreme}) {
         EXPECT_EQ(ThroughFile(With(format)).videoTracks.at(0).clips.at(0).format, format);
     }

@@ -8,6 +8,7 @@ namespace {
 
 using orvo::AudioTrack;
 using orvo::EffectsSlot;
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -32,6 +33,12 @@ TEST_F(Slot, IsAddedWithItsIndexItsBypassAndItsSideChain) {
         ElementsAre("IEditEffectsRack#3.AddSlot() -> IEditEffectsSlot#4",
                     "IEditEffectsSlot#4.SetSlotIndex(9)", "IEditEffectsSlot#4.SetBypassed(true)",
                     "IEditEffectsSlot#4.SetSideChainChannels(2)"));
+}
+
+TEST_F(Slot, TakesEveryUnsignedNumber) {
+    EXPECT_THAT(CallsInRack("<slot sideChainChannels='4294967294' slotIndex='4294967293'/>"),
+                AllOf(Contains("IEditEffectsSlot#4.SetSlotIndex(4294967293)"),
+                      Contains("IEditEffectsSlot#4.SetSideChainChannels(4294967294)")));
 }
 
 TEST_F(Slot, WithoutAttributesIsPoweredWithoutAnIndexAndItsSideChainIsNotSet) {
