@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "format/ValueEncoding.h"
+#include "platform/kelcore/Paths.h"
 #include "plugin/xml/SessionXMLReader.h"
 #include "plugin/xml/Text.h"
 
@@ -35,6 +36,7 @@ Serializer::Impl::Impl(WriterFault fault, DocumentMaker makeDocument)
 bool Serializer::Impl::Read(const std::u16string& path, HostReference<IEditSession> session) {
     const ReadScope scope(*this);
     path_ = path;
+    resolvedPath_ = kelcore::MakeFileFromPath(path, {});
     session_ = std::move(session);
     ClearReadState();
     session_->SetProgress(0, kProgressTotal, 0, 0);

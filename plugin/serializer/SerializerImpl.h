@@ -180,6 +180,7 @@ private:
     SavedStateReadState savedState_;
 
     std::u16string path_;
+    std::u16string resolvedPath_;  // by name, if it is absolute; of the session that is read
     HostReference<IEditSession> session_;
     const SessionXMLReader* reader_ = nullptr;  // during a read
     bool couldNotOpenFile_ = false;             // although it exists

@@ -21,10 +21,12 @@ bool Exists(std::u16string_view path) {
 /// Leaves the file's path in `absolutePath`. The relative path takes its place if the absolute path
 /// is empty, or if only the relative path leads to a file. If neither does, the absolute path
 /// stays, because it tells people what is missing.
-void ChoosePath(FileRecord& record, const std::u16string& sessionPath) {
+/// @param resolvedPath  that of the session, resolved by name
+void ChoosePath(FileRecord& record, const std::u16string& sessionPath,
+                std::u16string_view resolvedPath) {
     // Usually both are the same path. Then it does not matter whether the file exists, and not
     // checking saves two system calls.
-    if (kelcore::LeadsPlainlyTo(record.absolutePath, record.relativePath, sessionPath)) {
+    if (kelcore::LeadsPlainlyTo(record.absolutePath, record.relativePath, resolvedPath)) {
         return;
     }
     const kelcore::File resolved(kelcore::MakeFileFromPath(record.relativePath, sessionPath));
@@ -52,7 +54,7 @@ void Serializer::Impl::StartFile(State state, const TagAttributes& attributes) {
     PushState(state);
     auto record = ReadRecord<FileRecord, kFileRows>(attributes);
     if (!record.relativePath.empty()) {
-        ChoosePath(record, path_);
+        ChoosePath(record, path_, resolvedPath_);
     }
     if (const auto file = Retain(session_->GetFile(record.id))) {
         Apply(record, *file);
