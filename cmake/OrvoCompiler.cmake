@@ -5,7 +5,7 @@ option(ORVO_BUILD_TESTS "Build the tool, the tests, the fuzzers and the benchmar
 option(ORVO_INSTALL "Install the plug-in, the library and the tool" ${PROJECT_IS_TOP_LEVEL})
 option(ORVO_WARNINGS_AS_ERRORS "Stop at the first warning" OFF)
 option(ORVO_COVERAGE "Count how often each line and branch runs (needs clang)" OFF)
-option(ORVO_BATCHES "Compile tests, the tool and the benchmark several sources at a time" OFF)
+option(ORVO_BATCHES "Compile the tests several sources at a time" OFF)
 set(ORVO_SANITIZE "" CACHE STRING "Sanitizers for the code under test, as for -fsanitize")
 set(ORVO_CODE_FLAGS "" CACHE STRING "List of optimisation and debug flags for the code under test")
 
@@ -75,15 +75,6 @@ function(orvo_compile_as_code target)
   endif()
 endfunction()
 
-# orvo_compile_in_batches(TARGET): with ORVO_BATCHES, the compiler sees eight sources at a time, so that it
-# instantiates once what they share: a build from nothing takes little more than half the time. For targets of many
-# small sources. No two sources of a target may then define the same name, not even in unnamed namespaces.
-function(orvo_compile_in_batches target)
-  if(ORVO_BATCHES)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
-  endif()
-endfunction()
-
 # orvo_keep_unloadable(TARGET): compiles code that the plug-in contains, which a host must be able to unload. The
 # loader never unloads a library with GNU unique symbols.
 function(orvo_keep_unloadable target)
@@ -100,9 +91,15 @@ endfunction()
 # orvo_compile_as_test(TARGET): compiles without optimisation and sanitizers, which the code under test needs but
 # neither its tests do nor programs that only the build runs. They then compile in half the time, and once for all
 # presets.
+#
+# With ORVO_BATCHES, the compiler sees eight sources at a time, so that it instantiates once what they share. Never the
+# code under test: the sources of a batch share their unnamed namespaces, and a call may then prefer the function of
+# another source.
 function(orvo_compile_as_test target)
   orvo_compile(${target})
-  orvo_compile_in_batches(${target})
+  if(ORVO_BATCHES)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+  endif()
   if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR ORVO_SANITIZE)
     target_compile_options(${target} PRIVATE -O0 -g0)
   endif()
