@@ -15,6 +15,7 @@
 #include "reference_host/Sessions.h"
 #include "session/ListLimits.h"
 #include "session/OwnIds.h"
+#include "session/PluginTurn.h"
 
 namespace orvo {
 namespace {
@@ -35,7 +36,7 @@ public:
     /// @throws refhost::PluginError
     template <class Request>
     auto Do(const Request& request) {
-        const std::lock_guard lock(mutex_);
+        const auto turn = WaitForTurn();
         if (wasUsed_) {
             plugin_->Restart();
         }
@@ -49,7 +50,6 @@ private:
         plugin_.emplace();
     }
 
-    std::mutex mutex_;
     std::optional<refhost::Plugin> plugin_;
     bool wasUsed_ = false;
 };
@@ -176,6 +176,11 @@ std::vector<Message> CancelledMessage(const std::filesystem::path& file) {
 }
 
 }  // namespace
+
+std::unique_lock<std::mutex> WaitForTurn() {
+    static std::mutex turn;
+    return std::unique_lock(turn);
+}
 
 ReadResult ReadSession(const std::filesystem::path& file, const ReadOptions& options) {
     ReadResult result;

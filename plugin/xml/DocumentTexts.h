@@ -6,8 +6,8 @@
 #include <vector>
 #include <xercesc/dom/DOM.hpp>
 
+#include "format/CarriableText.h"
 #include "plugin/xml/AttributeMap.h"
-#include "plugin/xml/CarriableText.h"
 #include "plugin/xml/DocumentNodes.h"
 
 namespace tses {

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
+#include "format/CarriableText.h"
 #include "format/Names.h"
 #include "platform/kelcore/Trace.h"
-#include "plugin/xml/CarriableText.h"
 #include "plugin/xml/ContentBuffer.h"
 #include "plugin/xml/Layout.h"
 #include "plugin/xml/SessionDocument.h"

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "format/References.h"
 #include "platform/kelcore/Types.h"
 #include "platform/kelcore/Unicode.h"
 #include "plugin/xml/Sections.h"
@@ -19,32 +20,9 @@ using kelcore::byte;
 constexpr std::size_t kStep = 4096;
 constexpr std::size_t kLongestUnit = 6;  // "&quot;"
 
-constexpr std::size_t kAscii = 128;
-
-/// What stands for each ASCII character; empty for the character itself.
-using References = std::array<std::string_view, kAscii>;
-
 constexpr References kNoReferences = {};
 
-constexpr References kReferencesInText = [] {
-    References references;
-    references[u'&'] = "&amp;";
-    references[u'<'] = "&lt;";
-    references[u'>'] = "&gt;";
-    references[u'\r'] = "&#xD;";
-    return references;
-}();
-
-constexpr References kReferencesInAttributes = [] {
-    References references;
-    references[u'&'] = "&amp;";
-    references[u'<'] = "&lt;";
-    references[u'"'] = "&quot;";
-    references[u'\t'] = "&#x9;";
-    references[u'\n'] = "&#xA;";
-    references[u'\r'] = "&#xD;";
-    return references;
-}();
+constexpr std::size_t kAscii = kNoReferences.size();
 
 /// Whether each ASCII character stands for itself in the value of an attribute.
 constexpr std::array<bool, kAscii> kIsPlainInAttributes = [] {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "plugin/xml/CarriableText.h"
+#include "format/CarriableText.h"
 #include "plugin/xml/ContentBuffer.h"
 
 /// Markup and texts in UTF-8, byte for byte as the XML library's serialiser writes them.

@@ -26,6 +26,7 @@ PROJECT_RULES = (
     ("plugin/entry", (r"plugin/serializer/.*", r"host/.*", r"platform/.*")),
     ("session", (r"include/orvo/.*", r"format/.*", r"reference_host/.*", r"platform/.*")),
     ("reference_host", (r"include/orvo/.*", r"host/.*", r"platform/.*")),
+    ("toolkit/edit", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"session/PluginTurn\.h", r"platform/.*")),
     ("toolkit", (r"format/.*", r"include/orvo/.*", r"platform/.*")),
     ("cli/verbs/Trace.cpp", (r"include/orvo/.*", r"cli/.*", r"reference_host/.*", r"platform/.*")),
     ("cli", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"platform/.*")),

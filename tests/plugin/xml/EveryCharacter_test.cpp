@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "format/CarriableText.h"
 #include "format/Names.h"
 #include "platform/kelcore/Paths.h"
-#include "plugin/xml/CarriableText.h"
 #include "plugin/xml/SessionXMLReader.h"
 #include "plugin/xml/SessionXMLWriter.h"
 #include "plugin/xml/XercesPlatform.h"

@@ -1,4 +1,4 @@
-#include "plugin/xml/CarriableText.h"
+#include "format/CarriableText.h"
 
 #include <algorithm>
 
