@@ -142,7 +142,7 @@ std::vector<Message> MessagesOf(const std::filesystem::path& file, const std::u1
         messages.push_back(MessageOf(file, refhost::ParseLoggedMessage(logged, path)));
     }
     // The plug-in begins with what it says of every failure.
-    std::ranges::stable_partition(messages, HasPlace);
+    std::stable_partition(messages.begin(), messages.end(), HasPlace);
     if (messages.empty()) {
         for (const std::string& line : read.traced) {
             messages.push_back({.file = file.string(), .what = line});

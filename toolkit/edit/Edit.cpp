@@ -4,6 +4,7 @@
 #include <utility>
 #include <variant>
 
+#include "format/Limits.h"
 #include "platform/kelcore/File.h"
 #include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
@@ -58,8 +59,8 @@ std::optional<std::string> Apply(std::string_view content,
 class Edit::Document : public toolkit::EditedDocument {
 public:
     Document(std::filesystem::path file, toolkit::FileIdentity identity, std::string content,
-             toolkit::DocumentEncoding encoding)
-        : EditedDocument(std::move(content), std::move(encoding)),
+             const toolkit::DocumentEncoding& encoding)
+        : EditedDocument(std::move(content), encoding),
           file_(std::move(file)),
           identity_(identity) {}
 
@@ -141,6 +142,12 @@ WriteResult Edit::Save(const std::filesystem::path& file) const {
         return result;
     }
     const std::string content = Apply(document_->Content(), Replacements()).value();
+    if (content.size() > tses::limits::kFileBytes) {
+        result.messages.push_back(MessageOf(
+            file, "would be longer than " + tses::limits::InWords(tses::limits::kFileBytes) +
+                      ", the most that a read accepts"));
+        return result;
+    }
     kelcore::File target(kelcore::PathFromBytes(file.string()));
     try {
         target.Create();
@@ -171,10 +178,10 @@ EditResult OpenEdit(const std::filesystem::path& file) {
         return result;
     }
     auto& bytes = std::get<std::string>(content);
-    auto encoding = EncodingOf(bytes);
-    auto document = encoding ? std::make_unique<Edit::Document>(file, *identity, std::move(bytes),
-                                                                std::move(*encoding))
-                             : nullptr;
+    const auto encoding = EncodingOf(bytes);
+    auto document =
+        encoding ? std::make_unique<Edit::Document>(file, *identity, std::move(bytes), *encoding)
+                 : nullptr;
     if (!document || !document->CanBeEdited()) {
         result.messages.push_back(MessageOf(file, "cannot be edited in its own text",
                                             "save it anew with \"orvo convert\""));

@@ -1,5 +1,7 @@
 #include "toolkit/edit/EditedDocument.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -13,6 +15,7 @@ namespace toolkit {
 namespace {
 
 using orvo::Replacement;
+namespace limits = tses::limits;
 using tses::TextPlace;
 
 constexpr char kDoubleQuote = '"';
@@ -52,9 +55,9 @@ const char* const kNotCarried = "contains a character that XML cannot carry in t
 
 }  // namespace
 
-EditedDocument::EditedDocument(std::string content, DocumentEncoding encoding)
+EditedDocument::EditedDocument(std::string content, const DocumentEncoding& encoding)
     : content_(std::move(content)),
-      encoding_(std::move(encoding)),
+      encoding_(encoding),
       wideMarkup_(
           encoding_.Units().size == 1
               ? std::string()
@@ -172,32 +175,57 @@ EditedDocument::Change EditedDocument::ChangeOf(std::size_t element) const {
 
 /// Takes a change over, unless a read would refuse what comes of it.
 std::string EditedDocument::Take(std::size_t element, Change change) {
-    const std::vector<Replacement> made = ReplacementsIn(element, change);
-    std::string obstacle = ObstacleTo(element, made);
+    std::string obstacle = ObstacleTo(Elements()[element], change);
     if (obstacle.empty()) {
         changes_[element] = std::move(change);
     }
     return obstacle;
 }
 
-std::string EditedDocument::ObstacleTo(std::size_t element,
-                                       const std::vector<Replacement>& made) const {
-    namespace limits = tses::limits;
-    const bool isForeign = encoding_.IsByTable();
-    const Replacement tag = Replace(Elements()[element].startTag, {});
-    std::size_t tagSize = tag.before.size();
+std::string EditedDocument::ObstacleTo(const ElementExtent& element, const Change& change) const {
+    std::string obstacle = ObstacleInTag(element, change);
+    return obstacle.empty() ? ObstacleInText(element, change) : obstacle;
+}
+
+std::string EditedDocument::ObstacleInTag(const ElementExtent& element,
+                                          const Change& change) const {
+    const auto added = std::ranges::count_if(change.attributes, [&](const auto& attribute) {
+        return !FindAttribute(element, attribute.first);
+    });
+    const std::size_t count = index_.AttributesOf(element).size() + static_cast<std::size_t>(added);
+    if (added != 0 && count > limits::kAttributes) {
+        return fmt::format("would be one of more than {} attributes", limits::kAttributes);
+    }
+    std::vector<Replacement> made;
+    ReplaceAttributes(element, change, made);
+    std::size_t size = BytesOf(element.startTag).size();
     for (const Replacement& one : made) {
-        const bool isInTag = one.offset < tag.offset + tag.before.size();
-        const kelcore::uint64 limit = isForeign ? limits::kForeignBytes
-                                      : isInTag ? limits::kTagBytes
-                                                : limits::kSectionBytes;
-        tagSize += isInTag ? one.after.size() : 0;
-        if (std::max(one.after.size(), tagSize) > limit) {
-            return "would be longer than " + limits::InWords(limit) +
-                   ", the most that a read accepts";
+        size += one.after.size() - one.before.size();
+    }
+    return ObstacleOfSize(size, limits::kTagBytes);
+}
+
+std::string EditedDocument::ObstacleInText(const ElementExtent& element,
+                                           const Change& change) const {
+    std::vector<Replacement> made;
+    if (change.text) {
+        ReplaceText(element, *change.text, made);
+    }
+    for (const Replacement& one : made) {
+        if (std::string obstacle = ObstacleOfSize(one.after.size(), limits::kSectionBytes);
+            !obstacle.empty()) {
+            return obstacle;
         }
     }
     return {};
+}
+
+std::string EditedDocument::ObstacleOfSize(std::size_t size, kelcore::uint64 limit) const {
+    const kelcore::uint64 most =
+        encoding_.IsByTable() ? std::min(limit, limits::kForeignBytes) : limit;
+    return size > most
+               ? "would be longer than " + limits::InWords(most) + ", the most that a read accepts"
+               : std::string();
 }
 
 std::string_view EditedDocument::BytesOf(Extent extent) const {

@@ -9,6 +9,7 @@
 
 #include <orvo/Edit.h>
 #include "format/CarriableText.h"
+#include "platform/kelcore/Types.h"
 #include "toolkit/edit/DocumentIndex.h"
 #include "toolkit/scan/DocumentEncoding.h"
 
@@ -20,7 +21,7 @@ class EditedDocument {
 public:
     /// @param content   of a file that can be read
     /// @param encoding  the document's
-    EditedDocument(std::string content, DocumentEncoding encoding);
+    EditedDocument(std::string content, const DocumentEncoding& encoding);
 
     EditedDocument(const EditedDocument&) = delete;
     EditedDocument& operator=(const EditedDocument&) = delete;
@@ -52,7 +53,11 @@ private:
 
     Change ChangeOf(std::size_t element) const;
     std::string Take(std::size_t element, Change change);
-    std::string ObstacleTo(std::size_t element, const std::vector<orvo::Replacement>& made) const;
+    std::string ObstacleTo(const ElementExtent& element, const Change& change) const;
+    std::string ObstacleInTag(const ElementExtent& element, const Change& change) const;
+    std::string ObstacleInText(const ElementExtent& element, const Change& change) const;
+
+    std::string ObstacleOfSize(std::size_t size, kelcore::uint64 limit) const;
 
     std::string_view BytesOf(Extent extent) const;
     std::u16string TextOf(Extent extent) const { return encoding_.Decode(BytesOf(extent)); }

@@ -69,7 +69,7 @@ std::vector<std::string> FreeAttributes(const orvo::Edit& edit, std::size_t elem
 void DrawAttributeChange(orvo::Edit& edit, Values& expected) {
     const std::size_t element = DrawElement(edit);
     std::vector<std::string> names = FreeAttributes(edit, element);
-    names.push_back("added");
+    names.emplace_back("added");
     const std::string name = *rc::gen::elementOf(names);
     const std::string value = DrawText();
     if (!edit.SetAttribute(element, name, value)) {

@@ -293,6 +293,20 @@ TEST_F(EditTest, ATagLongerThanAReadAcceptsIsRefused) {
     EXPECT_EQ(edit.SetAttribute(0, "a", std::string(1 << 19, 'x')), std::nullopt);
     EXPECT_NE(edit.SetAttribute(0, "b", std::string(1 << 19, 'x')), std::nullopt);
     EXPECT_EQ(edit.Attribute(0, "b"), std::nullopt);
+    EXPECT_EQ(edit.SetAttribute(0, "a", std::string((1 << 20) - 12, 'y')), std::nullopt);
+    EXPECT_EQ(Saved(edit).size(), std::size_t{1} << 20);
+    orvo::Edit saved = std::move(*orvo::OpenEdit(In("saved.orvo")).edit);
+    EXPECT_EQ(saved.SetAttribute(0, "a", std::string((1 << 20) - 12, 'z')), std::nullopt);
+    EXPECT_NE(saved.SetAttribute(0, "a", std::string((1 << 20) - 11, 'z')), std::nullopt);
+}
+
+TEST_F(EditTest, MoreAttributesThanAReadAcceptsAreRefused) {
+    orvo::Edit edit = Open("<orvo/>");
+    for (int i = 0; i < 256; ++i) {
+        ASSERT_EQ(edit.SetAttribute(0, "a" + std::to_string(i), ""), std::nullopt);
+    }
+    EXPECT_NE(edit.SetAttribute(0, "one-more", ""), std::nullopt);
+    EXPECT_EQ(edit.SetAttribute(0, "a0", "new"), std::nullopt);
     Saved(edit);
 }
 
@@ -300,6 +314,18 @@ TEST_F(EditTest, ATextLongerThanAReadAcceptsIsRefused) {
     orvo::Edit edit = Open("<orvo>a</orvo>");
     EXPECT_NE(edit.SetText(0, std::string((32 << 20) + 1, 'x')), std::nullopt);
     EXPECT_EQ(edit.Text(0), "a");
+    orvo::Edit empty = Open("<orvo/>");
+    EXPECT_EQ(empty.SetText(0, std::string(2 << 20, 'x')), std::nullopt);
+    Saved(empty);
+}
+
+TEST_F(EditTest, InAnEncodingOfSingleBytesLessFitsIntoOnePiece) {
+    const std::string head = "<?xml version='1.0' encoding='windows-1252'?><orvo a='";
+    orvo::Edit edit = Open(head + "'>text</orvo>");
+    EXPECT_NE(edit.SetAttribute(0, "a", std::string(64 << 10, 'x')), std::nullopt);
+    EXPECT_NE(edit.SetText(0, std::string((64 << 10) + 1, 'x')), std::nullopt);
+    EXPECT_EQ(edit.SetText(0, std::string((64 << 10) - 64, 'x')), std::nullopt);
+    Saved(edit);
 }
 
 // Opening
