@@ -162,7 +162,7 @@ std::string EditedDocument::SetText(std::size_t element, std::u16string_view tex
 std::vector<Replacement> EditedDocument::Replacements() const {
     std::vector<Replacement> all;
     for (const auto& [element, change] : changes_) {
-        const std::vector<Replacement> some = ReplacementsIn(element, change);
+        const std::vector<Replacement> some = ReplacementsIn(Elements()[element], change);
         all.insert(all.end(), some.begin(), some.end());
     }
     return all;
@@ -316,9 +316,8 @@ bool EditedDocument::FitsIntoSection(std::u16string_view text) const {
            text.find(kelcore::AsciiToUTF16(kSectionEnd)) == text.npos;
 }
 
-std::vector<Replacement> EditedDocument::ReplacementsIn(std::size_t number,
+std::vector<Replacement> EditedDocument::ReplacementsIn(const ElementExtent& element,
                                                         const Change& change) const {
-    const ElementExtent& element = Elements()[number];
     std::vector<Replacement> replacements;
     ReplaceAttributes(element, change, replacements);
     if (change.text && *change.text != OriginalText(element)) {

@@ -73,7 +73,8 @@ private:
     std::string SpelledText(std::u16string_view text) const;
     bool FitsIntoSection(std::u16string_view text) const;
 
-    std::vector<orvo::Replacement> ReplacementsIn(std::size_t element, const Change& change) const;
+    std::vector<orvo::Replacement> ReplacementsIn(const ElementExtent& element,
+                                                  const Change& change) const;
     orvo::Replacement Replace(Extent extent, std::string after) const;
     void ReplaceAttributes(const ElementExtent& element, const Change& change,
                            std::vector<orvo::Replacement>& replacements) const;
