@@ -21,13 +21,16 @@ Problem NotUtf8(std::string_view content, std::size_t offset) {
     return {place, "not UTF-8", "save it as UTF-8, or let the XML declaration state its encoding"};
 }
 
-DocumentScan ScanWithPlaces(const std::string& path, const Conversion& conversion,
-                            std::size_t limit, const std::stop_token& stop) {
+DocumentScan ScanFile(const std::string& path, const Conversion& conversion, std::size_t limit,
+                      const std::stop_token& stop) {
     const auto read = ReadFileContent(path, stop);
     if (const auto* const problem = std::get_if<Problem>(&read)) {
         return EndedBy(*problem);
     }
     const auto& content = std::get<std::string>(read);
+    if (content.empty()) {
+        return EndedBy({{}, "the file is empty", "not a session file"});
+    }
     DocumentScan result = ScanContent(content, conversion, limit, stop);
     if (result.problem) {
         // The parser decodes ahead of what it reads, so it does not know where decoding fails.
@@ -38,26 +41,11 @@ DocumentScan ScanWithPlaces(const std::string& path, const Conversion& conversio
     return result;
 }
 
-/// Finds places only in a document that has something to report.
-DocumentScan ScanFile(const std::string& path, const Conversion& conversion, std::size_t limit,
-                      const std::stop_token& stop) {
+bool IsFileKnownAsClean(const std::string& path, const Conversion& conversion,
+                        const std::stop_token& stop) {
     FileBlocks blocks(path);
-    bool isEmpty = true;
-    const auto next = [&] {
-        const std::string_view block = blocks.Next();
-        isEmpty = isEmpty && block.empty();
-        return block;
-    };
-    DocumentScan result = ScanWithoutPlaces(next, conversion, limit, stop);
-    if (blocks.Failure()) {
-        return EndedBy(*blocks.Failure());
-    }
-    if (isEmpty) {
-        return EndedBy({{}, "the file is empty", "not a session file"});
-    }
-    return result.problem || result.notCarriedCount != 0
-               ? ScanWithPlaces(path, conversion, limit, stop)
-               : result;
+    return IsKnownAsClean([&blocks] { return blocks.Next(); }, conversion, stop) &&
+           !blocks.Failure();
 }
 
 }  // namespace
@@ -69,6 +57,12 @@ DocumentScan ScanDocument(const std::string& path, const Conversion& conversion,
         result.problem.reset();
     }
     return result;
+}
+
+DocumentScan ScanFileBesideRead(const std::string& path, const Conversion& conversion,
+                                std::size_t limit, const std::stop_token& stop) {
+    return IsFileKnownAsClean(path, conversion, stop) ? DocumentScan()
+                                                      : ScanDocument(path, conversion, limit, stop);
 }
 
 }  // namespace toolkit

@@ -30,6 +30,8 @@ struct Problem {
 struct NotCarried {
     Place place;
     std::string what;  ///< "<tracks> with 12 elements in it"
+
+    friend bool operator==(const NotCarried&, const NotCarried&) = default;
 };
 
 /// What a scan of a session file finds and the plug-in's result codes do not say.
@@ -63,5 +65,11 @@ inline constexpr std::size_t kNotCarriedLimit = 20;
 ///              found until there, and no problem
 DocumentScan ScanDocument(const std::string& path, const Conversion& conversion = {},
                           std::size_t limit = kNotCarriedLimit, const std::stop_token& stop = {});
+
+/// The same for a file that a host reads meanwhile, in half the time if nothing is lost. A problem
+/// that keeps the host from reading the file may be missing.
+DocumentScan ScanFileBesideRead(const std::string& path, const Conversion& conversion = {},
+                                std::size_t limit = kNotCarriedLimit,
+                                const std::stop_token& stop = {});
 
 }  // namespace toolkit

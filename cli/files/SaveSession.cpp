@@ -1,7 +1,6 @@
 #include "cli/files/SaveSession.h"
 
 #include <fstream>
-#include <future>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -10,7 +9,7 @@
 #include <vector>
 
 #include <orvo/Differences.h>
-#include "cli/RemovalAtSignal.h"
+#include "cli/files/LeftToSystem.h"
 #include "cli/files/ReadProgress.h"
 #include "cli/files/SessionFile.h"
 #include "cli/files/StandInFile.h"
@@ -154,13 +153,6 @@ bool HoldsEverything(const Session& session, const orvo::WriteResult& written, S
     return losses.empty();
 }
 
-/// Frees a large session while the caller goes on. The result waits for the end in its destructor.
-std::future<void> FreeBeside(Session session) {
-    const WithoutSignals inherited;
-    return std::async(std::launch::async,
-                      [session = std::move(session)]() mutable { session = {}; });
-}
-
 }  // namespace
 
 std::vector<ProgressPhase> PhasesOfSaving(Kind kind) {
@@ -190,7 +182,7 @@ ExitCode SaveSession(const Session& session, const Output& out, const std::strin
         ComplainOfSession(source, written);
         return ExitCode::Failure;
     }
-    orvo::ReadResult saved = ReadAgain(*file, out, progress);
+    orvo::ReadResult& saved = LeaveToSystem(ReadAgain(*file, out, progress));
     if (!saved) {
         return FailToSave(out, {"the plug-in cannot read back what it wrote"});
     }
@@ -198,7 +190,6 @@ ExitCode SaveSession(const Session& session, const Output& out, const std::strin
         RefuseLosses(source);
         return ExitCode::Failure;
     }
-    const auto freed = FreeBeside(std::move(saved.session));
     return Deliver(*file, out, progress);
 }
 

@@ -10,6 +10,7 @@
 #include <orvo/Session.h>
 #include "cli/RemovalAtSignal.h"
 #include "cli/files/Kind.h"
+#include "cli/files/LeftToSystem.h"
 #include "cli/files/Losses.h"
 #include "cli/files/Output.h"
 #include "cli/files/PluginCheck.h"
@@ -118,7 +119,7 @@ private:
     std::future<toolkit::DocumentScan> Start(const toolkit::Conversion& conversion,
                                              std::size_t limit) const {
         const WithoutSignals inherited;
-        return std::async(toolkit::ScanDocument, path_, conversion, limit, stop_.get_token());
+        return std::async(toolkit::ScanFileBesideRead, path_, conversion, limit, stop_.get_token());
     }
 
     std::string path_;
@@ -244,8 +245,9 @@ ExitCode RunConvert(const ConvertOptions& options, Kind from, Kind to) {
     if (from == Kind::Orvo || to == Kind::Orvo) {
         RequirePlugin();
     }
-    std::optional<ReadInput> input =
-        from == Kind::Json ? ReadJson(in, progress) : ReadOrvo(in, to, out, options.rule, progress);
+    const std::optional<ReadInput>& input =
+        LeaveToSystem(from == Kind::Json ? ReadJson(in, progress)
+                                         : ReadOrvo(in, to, out, options.rule, progress));
     if (!input) {
         return ExitCode::Failure;
     }

@@ -191,7 +191,7 @@ TEST_F(CommandLineTest, OneProgressBarCoversAllFiles) {
 }
 
 TEST_F(CommandLineTest, OneProgressBarCoversAllPhasesOfAConversion) {
-    ASSERT_EQ(RunTool({"generate", "--tracks", "640", "a.orvo"}, folder_).exitCode, 0);
+    ASSERT_EQ(RunTool({"generate", "--tracks", "1600", "a.orvo"}, folder_).exitCode, 0);
     const std::pair<const char*, std::vector<const char*>> phases[] = {
         {"b.json", {"writing"}}, {"b.orvo", {"writing", "checking"}}};
     for (const auto& [name, verbs] : phases) {

@@ -28,8 +28,18 @@ using testing::SizeIs;
 
 class DocumentScanTest : public testing::Test {
 protected:
+    /// Also holds the scan beside a read to the same result, if the document can be read.
     DocumentScan Scan(std::string_view document, std::size_t limit = toolkit::kNotCarriedLimit) {
-        return ScanDocument(folder_.Write("a.orvo", document), {}, limit);
+        const auto path = folder_.Write("a.orvo", document);
+        DocumentScan scan = ScanDocument(path, {}, limit);
+        if (!scan.problem) {
+            const DocumentScan beside = toolkit::ScanFileBesideRead(path, {}, limit);
+            EXPECT_FALSE(beside.problem);
+            EXPECT_EQ(beside.notCarriedCount, scan.notCarriedCount);
+            EXPECT_EQ(beside.notCarried, scan.notCarried);
+            EXPECT_EQ(beside.endTheRead, scan.endTheRead);
+        }
+        return scan;
     }
 
     /// The descriptions of what a session with this content loses.

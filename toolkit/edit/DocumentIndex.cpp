@@ -3,6 +3,7 @@
 #include <string>
 
 #include "format/Elements.h"
+#include "toolkit/scan/Values.h"
 
 namespace toolkit {
 namespace {

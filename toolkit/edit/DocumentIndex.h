@@ -22,9 +22,6 @@ struct AttributeExtent {
     char quote;
 };
 
-inline constexpr std::string_view kSectionBegin = "<![CDATA[";
-inline constexpr std::string_view kSectionEnd = "]]>";
-
 /// A part of an element's character data: a CDATA section with its marks, or what stands between
 /// two pieces of markup.
 struct TextExtent {

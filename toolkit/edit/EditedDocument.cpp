@@ -9,7 +9,7 @@
 #include "platform/kelcore/Strings.h"
 #include "platform/kelcore/Unicode.h"
 #include "toolkit/TextPlaces.h"
-#include "toolkit/edit/Values.h"
+#include "toolkit/scan/Values.h"
 
 namespace toolkit {
 namespace {

@@ -29,6 +29,8 @@
 #include "toolkit/scan/JointLosses.h"
 #include "toolkit/scan/LibraryUse.h"
 #include "toolkit/scan/LossWords.h"
+#include "toolkit/scan/MarkupReader.h"
+#include "toolkit/scan/ParsedAttributes.h"
 #include "toolkit/scan/ScannedAttributes.h"
 #include "toolkit/scan/TagPlaces.h"
 
@@ -61,7 +63,7 @@ bool IsWhiteSpace(std::u16string_view text) {
 /// Attributes and declarations of namespaces together.
 constexpr XMLSize_t kMostAttributes = tses::limits::kAttributes + tses::limits::kPrefixes;
 
-class Scanner final : public xercesc::DefaultHandler {
+class Scanner final : public xercesc::DefaultHandler, public MarkupHandler {
 public:
     /// @param content  the document, in which to find places; null if they do not matter
     Scanner(const std::string_view* content, const Conversion& conversion, std::size_t limit,
@@ -101,6 +103,15 @@ public:
         }
     }
 
+    /// Scans what `ReadMarkup` reads, and returns what it does. Ends at the first thing to report.
+    bool ReadsAll(const NextBytes& next) {
+        try {
+            return ReadMarkup(next, *this);
+        } catch (const Ended&) {
+            return false;
+        }
+    }
+
     /// Adds the places of everything that was found.
     void FindPlaces() {
         if (content_ != nullptr) {
@@ -115,7 +126,7 @@ public:
         End({BeginOfTag(), "a document type declaration", "a session file has none"});
     }
 
-    void StartElement(std::u16string_view name, const ScannedAttributes& attributes) {
+    void StartElement(std::u16string_view name, const ScannedAttributes& attributes) override {
         if (open_.empty() && name != tses::kRootElement.name) {
             End({BeginOfTag(),
                  "the root element is " + Tag(name) + ", not " + Tag(tses::kRootElement.name),
@@ -150,7 +161,7 @@ public:
         open_.push_back({row, Here()});
     }
 
-    void EndElement() {
+    void EndElement() override {
         if (lost_.depth == 0) {
             CheckBase64(open_.back());
             Report(open_.back().tag, joint_.AtEnd(open_.back().row->name));
@@ -160,7 +171,7 @@ public:
         }
     }
 
-    void Characters(std::u16string_view text) {
+    void Characters(std::u16string_view text) override {
         if (lost_.depth != 0 || open_.empty()) {
             return;
         }
@@ -193,9 +204,10 @@ private:
         explicit Parser(Scanner& scanner) : scanner_(scanner) {}
 
         void startElement(const xercesc::XMLElementDecl& declaration, unsigned int /*uri*/,
-                          const XMLCh* /*prefix*/, const ScannedAttributes::List& attributes,
+                          const XMLCh* /*prefix*/, const ParsedAttributes::List& attributes,
                           XMLSize_t count, bool isEmpty, bool /*isRoot*/) override {
-            scanner_.StartElement(ViewOf(declaration.getBaseName()), {attributes, count});
+            scanner_.StartElement(ViewOf(declaration.getBaseName()),
+                                  attributes_.Take(attributes, count));
             if (isEmpty) {
                 scanner_.EndElement();
             }
@@ -210,6 +222,7 @@ private:
 
     private:
         Scanner& scanner_;
+        ParsedAttributes attributes_;
     };
 
     /// Two spellings of a number are the same key.
@@ -268,6 +281,8 @@ private:
         if (result_.notCarriedCount++ < limit_) {
             result_.notCarried.push_back({{}, std::move(what)});
             tags_.push_back(tag);
+        } else if (limit_ == 0) {
+            throw Ended();
         }
     }
 
@@ -393,18 +408,17 @@ private:
     }
 
     void CheckAttributes(const Element& row, const ScannedAttributes& attributes) {
-        for (XMLSize_t i = 0; i < attributes.Count(); ++i) {
-            const xercesc::XMLAttr& attribute = attributes.At(i);
-            if (ScannedAttributes::DeclaresNamespace(attribute)) {
+        for (std::size_t i = 0; i < attributes.Count(); ++i) {
+            const ScannedAttribute& attribute = attributes.At(i);
+            if (attribute.DeclaresNamespace()) {
                 continue;
             }
-            const std::u16string_view name = ScannedAttributes::LocalName(attribute);
+            const std::u16string_view name = attribute.LocalName();
             const Attribute* const carried = FindCarried(row, name);
-            const std::u16string_view value = ViewOf(attribute.getValue());
+            const std::u16string_view value = attribute.Value();
             if (carried == nullptr || attributes.HidesBehindAnother(i) ||
                 attributes.Find(carried->yieldsTo)) {
-                Report(Here(), "the attribute " +
-                                   kelcore::UTF16to8(ScannedAttributes::QualifiedName(attribute)) +
+                Report(Here(), "the attribute " + kelcore::UTF16to8(attribute.QualifiedName()) +
                                    " of " + Tag(row.name));
             } else if (!IsValue(carried->kind, carried->words, value, target_)) {
                 Report(Here(), ValueOf(name, row.name, value, length_));
@@ -430,12 +444,12 @@ private:
 
 }  // namespace
 
-DocumentScan ScanWithoutPlaces(const NextBytes& next, const Conversion& conversion,
-                               std::size_t limit, const std::stop_token& stop) {
+bool IsKnownAsClean(const NextBytes& next, const Conversion& conversion,
+                    const std::stop_token& stop) {
     const LibraryUse library;
     DocumentScan result;
-    Scanner(nullptr, conversion, limit, stop, result).Run(next);
-    return result;
+    return Scanner(nullptr, conversion, 0, stop, result).ReadsAll(next) && !result.problem &&
+           result.notCarriedCount == 0;
 }
 
 DocumentScan ScanContent(std::string_view content, const Conversion& conversion, std::size_t limit,

@@ -2,16 +2,14 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
 #include <string_view>
 #include <utility>
 #include <xercesc/sax/InputSource.hpp>
 #include <xercesc/util/BinInputStream.hpp>
 
-namespace toolkit {
+#include "toolkit/scan/NextBytes.h"
 
-/// Gives the next bytes of a document, valid until the next call; empty at the end.
-using NextBytes = std::function<std::string_view()>;
+namespace toolkit {
 
 /// A document for one parse.
 class ContentSource final : public xercesc::InputSource {

@@ -1,54 +1,53 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
+#include <span>
 #include <string_view>
-#include <xercesc/framework/XMLAttr.hpp>
-#include <xercesc/util/RefVectorOf.hpp>
 
 namespace toolkit {
 
-/// The parser's texts may be null; null gives an empty view.
-inline std::u16string_view ViewOf(const XMLCh* text) {
-    return text != nullptr ? std::u16string_view(text) : std::u16string_view();
-}
+/// An attribute of a tag, or the declaration of a namespace.
+class ScannedAttribute {
+public:
+    ScannedAttribute(std::u16string_view qualifiedName, std::u16string_view value)
+        : qualifiedName_(qualifiedName),
+          localName_(qualifiedName.substr(qualifiedName.find(u':') + 1)),
+          value_(value) {}
 
-/// The attributes of a tag as the parser has them, including declarations of namespaces.
+    std::u16string_view QualifiedName() const { return qualifiedName_; }
+    std::u16string_view LocalName() const { return localName_; }
+    std::u16string_view Value() const { return value_; }
+    bool HasPrefix() const { return localName_.size() != qualifiedName_.size(); }
+    bool DeclaresNamespace() const {
+        return qualifiedName_ == u"xmlns" || qualifiedName_.starts_with(u"xmlns:");
+    }
+
+private:
+    std::u16string_view qualifiedName_;
+    std::u16string_view localName_;
+    std::u16string_view value_;
+};
+
+/// The attributes of a tag in its order, with declarations of namespaces.
 class ScannedAttributes {
 public:
-    using XMLAttr = xercesc::XMLAttr;
-    using List = xercesc::RefVectorOf<XMLAttr>;
+    explicit ScannedAttributes(std::span<const ScannedAttribute> list) : list_(list) {}
 
-    ScannedAttributes(const List& list, XMLSize_t count) : list_(list), count_(count) {}
-
-    XMLSize_t Count() const { return count_; }
-    const XMLAttr& At(XMLSize_t index) const { return *list_.elementAt(index); }
-
-    static std::u16string_view LocalName(const XMLAttr& attribute) {
-        return ViewOf(attribute.getName());
-    }
-    static std::u16string_view QualifiedName(const XMLAttr& attribute) {
-        return ViewOf(attribute.getQName());
-    }
-    static bool HasPrefix(const XMLAttr& attribute) {
-        return !ViewOf(attribute.getPrefix()).empty();
-    }
-    static bool DeclaresNamespace(const XMLAttr& attribute) {
-        constexpr std::u16string_view kDeclaration = u"xmlns";
-        return ViewOf(attribute.getPrefix()) == kDeclaration ||
-               QualifiedName(attribute) == kDeclaration;
-    }
+    std::size_t Count() const { return list_.size(); }
+    const ScannedAttribute& At(std::size_t index) const { return list_[index]; }
 
     /// A prefix is ignored on reading, so of two attributes with one local name only one counts:
     /// the one without a prefix, or else the last.
-    bool HidesBehindAnother(XMLSize_t index) const {
-        if (!HasPrefix(At(index))) {
+    bool HidesBehindAnother(std::size_t index) const {
+        if (!At(index).HasPrefix()) {
             return false;
         }
-        for (XMLSize_t i = 0; i < count_; ++i) {
-            const XMLAttr& other = At(i);
-            const bool same =
-                i != index && !DeclaresNamespace(other) && LocalName(other) == LocalName(At(index));
-            if (same && (i > index || !HasPrefix(other))) {
+        for (std::size_t i = 0; i < Count(); ++i) {
+            const ScannedAttribute& other = At(i);
+            const bool same = i != index && !other.DeclaresNamespace() &&
+                              other.LocalName() == At(index).LocalName();
+            if (same && (i > index || !other.HasPrefix())) {
                 return true;
             }
         }
@@ -61,17 +60,16 @@ public:
         if (name.empty()) {
             return std::nullopt;
         }
-        for (XMLSize_t i = 0; i < count_; ++i) {
-            if (LocalName(At(i)) == name && !DeclaresNamespace(At(i)) && !HidesBehindAnother(i)) {
-                return ViewOf(At(i).getValue());
+        for (std::size_t i = 0; i < Count(); ++i) {
+            if (At(i).LocalName() == name && !At(i).DeclaresNamespace() && !HidesBehindAnother(i)) {
+                return At(i).Value();
             }
         }
         return std::nullopt;
     }
 
 private:
-    const List& list_;
-    XMLSize_t count_;
+    std::span<const ScannedAttribute> list_;
 };
 
 }  // namespace toolkit

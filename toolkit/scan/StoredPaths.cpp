@@ -21,7 +21,7 @@
 #include "format/Names.h"
 #include "platform/kelcore/Numbers.h"
 #include "toolkit/scan/LibraryUse.h"
-#include "toolkit/scan/ScannedAttributes.h"
+#include "toolkit/scan/ParsedAttributes.h"
 
 namespace toolkit {
 namespace {
@@ -73,13 +73,13 @@ public:
     }
 
     void startElement(const xercesc::XMLElementDecl& declaration, unsigned int /*uri*/,
-                      const XMLCh* /*prefix*/, const ScannedAttributes::List& attributes,
+                      const XMLCh* /*prefix*/, const ParsedAttributes::List& attributes,
                       XMLSize_t count, bool isEmpty, bool /*isRoot*/) override {
         if (depth_ == fitting_ && fitting_ < std::size(kPlaceOfFiles) &&
             ViewOf(declaration.getBaseName()) == kPlaceOfFiles[fitting_]) {
             ++fitting_;
             if (fitting_ == std::size(kPlaceOfFiles)) {
-                Add({attributes, count});
+                Add(attributes_.Take(attributes, count));
             }
         }
         ++depth_;
@@ -109,6 +109,7 @@ private:
     }
 
     Errors errors_;
+    ParsedAttributes attributes_;
     std::size_t depth_ = 0;
     std::size_t fitting_ = 0;  // how many of the open elements lead to the files
     std::map<kelcore::uint32, StoredPaths> found_;

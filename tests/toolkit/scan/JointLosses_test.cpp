@@ -33,9 +33,10 @@ protected:
     }
 
     std::vector<std::string> Losses(const std::string& content, const Conversion& conversion) {
-        const auto scan = toolkit::ScanDocument(
-            folder_.Write("a.orvo", "<orvo>" + content + "</orvo>"), conversion);
+        const auto path = folder_.Write("a.orvo", "<orvo>" + content + "</orvo>");
+        const auto scan = toolkit::ScanDocument(path, conversion);
         EXPECT_FALSE(scan.problem);
+        EXPECT_EQ(toolkit::ScanFileBesideRead(path, conversion).notCarried, scan.notCarried);
         std::vector<std::string> losses;
         for (const NotCarried& loss : scan.notCarried) {
             losses.push_back(std::to_string(loss.place.line) + ":" +

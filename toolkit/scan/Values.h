@@ -9,9 +9,12 @@
 /// Values of a document as they stand there, with references.
 namespace toolkit {
 
+inline constexpr std::string_view kSectionBegin = "<![CDATA[";
+inline constexpr std::string_view kSectionEnd = "]]>";
+
 /// What a reader gets from a text or from the value of an attribute: references count for their
 /// characters, line ends for line feeds, and white space in attributes for blanks.
-/// @param spelled  well-formed; without the marks of a section
+/// @param spelled  without the marks of a section; if it is not well-formed, so is the result
 std::u16string ReadValue(std::u16string_view spelled, tses::TextPlace place,
                          tses::XmlVersion version);
 

@@ -1,4 +1,4 @@
-#include "toolkit/edit/Values.h"
+#include "toolkit/scan/Values.h"
 
 #include <fmt/format.h>
 
@@ -26,7 +26,8 @@ char32_t ReferredTo(std::u16string_view name) {
         }
     }
     const bool isHex = name.starts_with(u"#x");
-    const std::string digits = kelcore::UTF16to8(name.substr(isHex ? 2 : 1));
+    const std::string digits =
+        kelcore::UTF16to8(name.substr(std::min<std::size_t>(name.size(), isHex ? 2 : 1)));
     std::uint32_t number = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), number, isHex ? 16 : 10);
     return number;
@@ -63,7 +64,7 @@ std::u16string ReadValue(std::u16string_view spelled, TextPlace place, XmlVersio
             value += place == TextPlace::Attribute ? u' ' : u'\n';
             i += size;
         } else if (spelled[i] == u'&' && place != TextPlace::Section) {
-            const std::size_t end = spelled.find(u';', i);
+            const std::size_t end = std::min(spelled.find(u';', i), spelled.size());
             kelcore::unicode::AppendUtf16(value, ReferredTo(spelled.substr(i + 1, end - i - 1)));
             i = end + 1;
         } else {
