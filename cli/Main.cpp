@@ -15,15 +15,23 @@
 namespace {
 
 constexpr const char* kDescription =
-    "Inspects, converts and generates session files of the multitrack editor Tembra.";
+    "Inspects, checks, converts and generates session files of the multitrack editor Tembra.";
 
 constexpr const char* kExamples =
     R"(Examples:
   orvo info song.orvo                  what is in it, and which media are missing
   orvo info --json *.orvo              the same for programs
+  orvo check song.orvo                 what is wrong in it, and where
   orvo trace song.orvo                 every call that a host gets while it is read
   orvo convert song.orvo song.json     the whole session as JSON
   orvo convert song.json copy.orvo     and back
+  orvo relink song.orvo --search /media --in-place
+                                       find its missing media
+  orvo collect song.orvo /backup/song  the session and its media in one folder
+  orvo redact song.orvo -o report.orvo without names, paths and texts
+  orvo diff old.orvo new.orvo          what changed between the two
+  orvo merge base.orvo a.orvo b.orvo -o c.orvo
+                                       both changes in one session
   orvo generate song.orvo              a session to try things on
 
 Exit status: 0 good, 1 something is wrong or failed, 2 the command line makes no sense.)";
@@ -106,13 +114,18 @@ cli::ExitCode ReportParse(const CLI::App& tool, const CLI::ParseError& outcome) 
     return cli::ExitCode::Usage;
 }
 
-cli::ExitCode RunTool(int argumentCount, const char* const* arguments) {
+cli::ExitCode RunTool(int argumentCount, const char* const* arguments, cli::Action& action) {
     CLI::App tool(kDescription, "orvo");
-    cli::Action action;
     DescribeTool(tool);
     cli::AddInfo(tool, action);
+    cli::AddCheck(tool, action);
     cli::AddTrace(tool, action);
     cli::AddConvert(tool, action);
+    cli::AddRelink(tool, action);
+    cli::AddCollect(tool, action);
+    cli::AddRedact(tool, action);
+    cli::AddDiff(tool, action);
+    cli::AddMerge(tool, action);
     cli::AddGenerate(tool, action);
     try {
         tool.parse(argumentCount, arguments);
@@ -122,8 +135,9 @@ cli::ExitCode RunTool(int argumentCount, const char* const* arguments) {
     return action();
 }
 
-cli::ExitCode RunToolToTheEnd(int argumentCount, const char* const* arguments) {
-    const cli::ExitCode code = RunTool(argumentCount, arguments);
+cli::ExitCode RunToolToTheEnd(int argumentCount, const char* const* arguments,
+                              cli::Action& action) {
+    const cli::ExitCode code = RunTool(argumentCount, arguments, action);
     cli::FlushOutput();
     return code;
 }
@@ -133,9 +147,9 @@ cli::ExitCode RunToolToTheEnd(int argumentCount, const char* const* arguments) {
 int main(int argumentCount, char** arguments) {
     // Exceeding the limit on file sizes must fail with a message.
     std::signal(SIGXFSZ, SIG_IGN);
-    cli::ExitCode code = cli::ExitCode::Failure;
+    cli::Action action;
     try {
-        code = RunToolToTheEnd(argumentCount, arguments);
+        return static_cast<int>(RunToolToTheEnd(argumentCount, arguments, action));
     } catch (const cli::OutputError& failure) {
         cli::Complain({.subject = "standard output",
                        .what = "cannot be written",
@@ -147,5 +161,5 @@ int main(int argumentCount, char** arguments) {
     } catch (const std::exception& failure) {
         cli::Complain({.subject = {}, .what = failure.what()});
     }
-    return static_cast<int>(code);
+    return static_cast<int>(action.Trouble());
 }

@@ -21,6 +21,7 @@ foreach(page
     README.md
     SECURITY.md
     bench/README.md
+    docs/check.md
     docs/format.md
     docs/host-interfaces.md
     docs/json.md

@@ -48,6 +48,9 @@ struct Attribute {
     /// Returns the text that means the same as an absent attribute, or no value if absence has a
     /// meaning of its own. Null for an attribute that is not read or is ignored.
     std::optional<std::u16string> (*defaultText)();
+    /// Returns the text that means the same as a value, such as the default for a text that is no
+    /// number; no value if the value counts as an absent attribute. Null where `defaultText` is.
+    std::optional<std::u16string> (*meaningOf)(std::u16string_view value);
 };
 
 }  // namespace tses

@@ -85,9 +85,12 @@ struct Row {
                (written != Written::UnlessEmpty || text.Size() != begin);
     }
 
-    static std::optional<std::u16string> DefaultText() {
-        ValueText text;
-        return Row{}.Write(Record{}, text) ? std::optional(text.ToString()) : std::nullopt;
+    static std::optional<std::u16string> DefaultText() { return TextOf(Record{}); }
+
+    static std::optional<std::u16string> MeaningOf(std::u16string_view value) {
+        Record record{};
+        Read(value, record);
+        return TextOf(record);
     }
 
     constexpr Attribute Describe() const {
@@ -99,10 +102,16 @@ struct Row {
                 .isDropped = isDropped,
                 .isAsBefore = isAsBefore,
                 .yieldsTo = yieldsTo,
-                .defaultText = isRead && !isDropped ? &DefaultText : nullptr};
+                .defaultText = isRead && !isDropped ? &DefaultText : nullptr,
+                .meaningOf = isRead && !isDropped ? &MeaningOf : nullptr};
     }
 
 private:
+    static std::optional<std::u16string> TextOf(const Record& record) {
+        ValueText text;
+        return Row{}.Write(record, text) ? std::optional(text.ToString()) : std::nullopt;
+    }
+
     bool WriteValue(const Value& value, ValueText& text) const {
         if constexpr (kIsOptional<Value>) {
             return value && Encoding::Write(*value, text);

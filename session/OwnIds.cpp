@@ -4,12 +4,11 @@
 
 #include <cstdint>
 #include <map>
-#include <string>
-#include <type_traits>
+#include <string_view>
 #include <vector>
 
 #include "format/Ids.h"
-#include "session/Schema.h"
+#include "session/MemberKey.h"
 
 namespace orvo {
 namespace {
@@ -17,7 +16,7 @@ namespace {
 static_assert(kNoId == tses::kNoId, "the library and the format have the same id for nothing");
 
 template <class Thing>
-std::optional<Message> FindIn(const std::vector<Thing>& things, const std::string& list) {
+std::optional<Message> FindIn(const std::vector<Thing>& things, std::string_view list) {
     std::map<std::uint32_t, std::size_t> places;
     for (std::size_t place = 0; place < things.size(); ++place) {
         const std::uint32_t id = things[place].id;
@@ -32,19 +31,6 @@ std::optional<Message> FindIn(const std::vector<Thing>& things, const std::strin
         }
     }
     return std::nullopt;
-}
-
-/// The key of a member of the session.
-template <class Member>
-std::string KeyOf(Member Session::*member) {
-    std::string key;
-    const auto find = [&](const auto& row) {
-        if constexpr (std::is_same_v<decltype(row.member), Member Session::*>) {
-            key = row.member == member ? row.key : key;
-        }
-    };
-    std::apply([&](const auto&... rows) { (find(rows), ...); }, Schema<Session>::kRows);
-    return key;
 }
 
 }  // namespace

@@ -18,7 +18,8 @@ DocumentScan EndedBy(Problem problem) {
 
 Problem NotUtf8(std::string_view content, std::size_t offset) {
     const Place place = {CountLineEnds(content.substr(0, offset)) + 1, ColumnOf(content, offset)};
-    return {place, "not UTF-8", "save it as UTF-8, or let the XML declaration state its encoding"};
+    return {place, "not UTF-8", "save it as UTF-8, or let the XML declaration state its encoding",
+            true};
 }
 
 DocumentScan ScanFile(const std::string& path, const Conversion& conversion, std::size_t limit,
@@ -48,10 +49,8 @@ bool IsFileKnownAsClean(const std::string& path, const Conversion& conversion,
            !blocks.Failure();
 }
 
-}  // namespace
-
-DocumentScan ScanDocument(const std::string& path, const Conversion& conversion, std::size_t limit,
-                          const std::stop_token& stop) {
+DocumentScan Scan(const std::string& path, const Conversion& conversion, std::size_t limit,
+                  const std::stop_token& stop) {
     DocumentScan result = ScanFile(path, conversion, limit, stop);
     if (stop.stop_requested()) {
         result.problem.reset();
@@ -59,10 +58,19 @@ DocumentScan ScanDocument(const std::string& path, const Conversion& conversion,
     return result;
 }
 
-DocumentScan ScanFileBesideRead(const std::string& path, const Conversion& conversion,
-                                std::size_t limit, const std::stop_token& stop) {
+}  // namespace
+
+DocumentScan ScanDocument(const std::string& path, const Conversion& conversion, std::size_t limit,
+                          const std::stop_token& stop) {
+    const LibraryUse library;
+    return Scan(path, conversion, limit, stop);
+}
+
+DocumentScan ScanFileBesideRead(const LibraryUse& /*library*/, const std::string& path,
+                                const Conversion& conversion, std::size_t limit,
+                                const std::stop_token& stop) {
     return IsFileKnownAsClean(path, conversion, stop) ? DocumentScan()
-                                                      : ScanDocument(path, conversion, limit, stop);
+                                                      : Scan(path, conversion, limit, stop);
 }
 
 }  // namespace toolkit

@@ -8,6 +8,7 @@
 
 #include "platform/kelcore/Types.h"
 #include "toolkit/Conversion.h"
+#include "toolkit/scan/LibraryUse.h"
 
 namespace toolkit {
 
@@ -21,15 +22,36 @@ struct Place {
 
 /// Why a file cannot be read as a session.
 struct Problem {
-    Place place;         ///< 0 if the whole file is meant
-    std::string what;    ///< "the root element is <foo>, not <orvo>"
-    std::string advice;  ///< what to do about it, or what it means
+    Place place;               ///< 0 if the whole file is meant
+    std::string what;          ///< "the root element is <foo>, not <orvo>"
+    std::string advice;        ///< what to do about it, or what it means
+    bool isMalformed = false;  ///< whether it is no XML, or no text, at all
+};
+
+/// Why something is lost.
+enum class LossCause {
+    UnknownElement,  ///< no element of that name stands in its parent
+    IgnoredElement,  ///< accepted in old files, but without effect
+    RepeatedElement,
+    RepeatedKey,  ///< two elements with a key that must tell them apart
+    MissingKey,
+    MissingKeyThatEndsTheRead,
+    StrayText,
+    NotBase64,
+    UnknownAttribute,
+    IgnoredAttribute,  ///< accepted in old files, but without effect
+    HiddenAttribute,   ///< another attribute counts in its place
+    WrongValue,
+    Joint,  ///< it follows from several attributes, or from the kind of conversion
 };
 
 /// Something in a session that is lost on conversion.
 struct NotCarried {
     Place place;
     std::string what;  ///< "<tracks> with 12 elements in it"
+    LossCause cause = LossCause::Joint;
+    std::size_t element = 0;        ///< its number in the document's order; the root is 0
+    std::u16string attribute = {};  ///< with its prefix; empty if no single one is meant
 
     friend bool operator==(const NotCarried&, const NotCarried&) = default;
 };
@@ -67,8 +89,10 @@ DocumentScan ScanDocument(const std::string& path, const Conversion& conversion 
                           std::size_t limit = kNotCarriedLimit, const std::stop_token& stop = {});
 
 /// The same for a file that a host reads meanwhile, in half the time if nothing is lost. A problem
-/// that keeps the host from reading the file may be missing.
-DocumentScan ScanFileBesideRead(const std::string& path, const Conversion& conversion = {},
+/// that keeps the host from reading the file may be missing. Neither starts nor stops the XML
+/// library, which must not happen while the host reads in another thread.
+DocumentScan ScanFileBesideRead(const LibraryUse& library, const std::string& path,
+                                const Conversion& conversion = {},
                                 std::size_t limit = kNotCarriedLimit,
                                 const std::stop_token& stop = {});
 

@@ -8,7 +8,6 @@
 
 #include <orvo/Lookup.h>
 #include <orvo/Times.h>
-#include "platform/kelcore/File.h"
 #include "platform/kelcore/Strings.h"
 #include "platform/tbcore/MediaHandlers.h"
 
@@ -83,10 +82,6 @@ void SessionSummary::AddStoredPaths(const std::map<kelcore::uint32, StoredPaths>
             file.stored = stored->second;
         }
     }
-}
-
-bool IsMediaFile(const std::string& path) {
-    return kelcore::File(kelcore::UTF8to16(path)).IsRegularFile();
 }
 
 SessionSummary Summarise(const orvo::Session& session, const FileTest& exists) {

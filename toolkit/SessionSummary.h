@@ -61,9 +61,6 @@ struct SessionSummary {
 /// Whether there is a file at a full path.
 using FileTest = std::function<bool(const std::string& path)>;
 
-/// Whether the path leads to a regular file, directly or through links.
-bool IsMediaFile(const std::string& path);
-
 SessionSummary Summarise(const orvo::Session& session, const FileTest& exists);
 
 /// How times are shown, as people call it: "samples", "timecode, 25 frames a second", ...

@@ -106,18 +106,6 @@ EffectSummary Summarise(const orvo::EffectsSlot& slot) {
     return summary;
 }
 
-std::vector<EffectSummary> SummariseEffects(const std::optional<orvo::EffectsRack>& rack) {
-    std::vector<EffectSummary> summaries;
-    if (rack) {
-        for (const auto& slot : rack->slots) {
-            if (slot) {
-                summaries.push_back(Summarise(*slot));
-            }
-        }
-    }
-    return summaries;
-}
-
 AutomationCount CountTrack(const TrackSummary& summary, const orvo::AudioTrack& track) {
     AutomationCount count;
     count += Count(track.fader);
@@ -173,7 +161,7 @@ TrackSummary Summarise(const orvo::Session& session, const orvo::SessionIndex& i
     summary.preRendered = track.preRendered;
     summary.muted = IsSwitchedOn(track.mute);
     summary.visible = track.visible;
-    summary.effects = SummariseEffects(track.effectsRack);
+    summary.effects = toolkit::SummariseEffects(track.effectsRack);
     summary.clips = track.clips.size() + track.midiClips.size();
     summary.automation = CountTrack(summary, track);
     return summary;
@@ -214,6 +202,18 @@ std::string KindName(const std::optional<orvo::TrackKind>& kind) {
     std::ostringstream word;
     word << *kind;
     return word.str();
+}
+
+std::vector<EffectSummary> SummariseEffects(const std::optional<orvo::EffectsRack>& rack) {
+    std::vector<EffectSummary> summaries;
+    if (rack) {
+        for (const auto& slot : rack->slots) {
+            if (slot) {
+                summaries.push_back(Summarise(*slot));
+            }
+        }
+    }
+    return summaries;
 }
 
 std::vector<TrackSummary> SummariseTracks(const orvo::Session& session) {

@@ -76,6 +76,9 @@ std::string KindName(const std::optional<orvo::TrackKind>& kind);
 /// The video tracks, the other tracks and the metronome's, each side in its order.
 std::vector<TrackSummary> SummariseTracks(const orvo::Session& session);
 
+/// The effects in a rack.
+std::vector<EffectSummary> SummariseEffects(const std::optional<orvo::EffectsRack>& rack);
+
 /// Whether a control that is a switch, such as a mute, is on: its parameter is one half or more.
 bool IsSwitchedOn(const std::optional<orvo::Component>& component);
 

@@ -62,11 +62,18 @@ Output::Output(const std::string& name) : name_(name), stream_(FindStream(name, 
     }
 }
 
+Output::Output(const std::string& name, const std::string& place) : Output(name) {
+    place_ = place;
+}
+
 const std::string& Output::Name() const {
     return stream_ ? stream_->name : name_;
 }
 
 std::u16string Output::FullPath() const {
+    if (!place_.empty()) {
+        return FullPathOf(BehindLinks(place_).string());
+    }
     return stream_ ? FullPathOfStreams() : FullPathOf(BehindLinks(name_).string());
 }
 

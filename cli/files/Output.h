@@ -18,6 +18,9 @@ public:
     /// @throws std::runtime_error  for a stream that is not open for writing
     explicit Output(const std::string& name);
 
+    /// @param place  the name of the file to which the content is moved later
+    Output(const std::string& name, const std::string& place);
+
     /// The name for messages, or "standard output".
     const std::string& Name() const;
 
@@ -38,6 +41,7 @@ private:
     ExitCode SaveToStream(const std::function<void(const Sink&)>& produce) const;
 
     std::string name_;
+    std::string place_;  // empty: the name itself
     std::optional<Stream> stream_;
 };
 

@@ -47,7 +47,7 @@ SessionFile::SessionFile(const std::string& name)
 SessionFile::SessionFile(const std::string& name, const std::optional<Stream>& stream)
     : name_(name) {
     if (stream) {
-        Spool(*stream);
+        Spool(*stream, FullPathOfStreams());
     } else if (toolkit::IsNamedAsFolder(name)) {
         problem_ = toolkit::FindProblem(name);
     }
@@ -61,10 +61,26 @@ std::filesystem::path SessionFile::FullName() const {
     return kelcore::PathToBytes(fullPath_);
 }
 
-void SessionFile::Spool(const Stream& stream) {
+SessionFile SessionFile::At(const std::string& name, const std::string& place) {
+    SessionFile file;
+    file.name_ = name;
+    file.problem_ = toolkit::FindProblem(name);
+    if (!file.problem_) {
+        const OpenFile source(std::fopen(name.c_str(), "rbe"), std::fclose);
+        if (source == nullptr) {
+            file.problem_ =
+                toolkit::Problem{{}, "cannot be read", std::generic_category().message(errno)};
+        } else {
+            file.Spool({::fileno(source.get()), name}, FullPathOf(place));
+        }
+    }
+    return file;
+}
+
+void SessionFile::Spool(const Stream& stream, const std::u16string& place) {
     name_ = stream.name;
     try {
-        auto file = std::make_shared<const StandInFile>(FullPathOfStreams());
+        auto file = std::make_shared<const StandInFile>(place);
         problem_ = Copy(stream, *file);
         if (!problem_) {
             path_ = file->Path();

@@ -21,6 +21,10 @@ public:
     /// @param stream  the stream that the name denotes, if any
     SessionFile(const std::string& name, const std::optional<Stream>& stream);
 
+    /// A copy of a file that is to be read as if it stood at another place, to which the relative
+    /// paths in it refer.
+    static SessionFile At(const std::string& name, const std::string& place);
+
     /// The name for messages, or "standard input".
     const std::string& Name() const { return name_; }
 
@@ -37,7 +41,8 @@ public:
     const std::optional<toolkit::Problem>& EarlyProblem() const { return problem_; }
 
 private:
-    void Spool(const Stream& stream);
+    SessionFile() = default;
+    void Spool(const Stream& stream, const std::u16string& place);
 
     std::string name_;
     std::string path_;

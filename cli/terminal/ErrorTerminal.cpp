@@ -27,9 +27,13 @@ std::size_t ErrorTerminalColumns() {
     return known ? size.ws_col : kUsual;
 }
 
-bool MayColourErrors() {
+bool RefusesColours() {
     const char* const refused = std::getenv("NO_COLOR");
-    return HasErrorTerminal() && (refused == nullptr || *refused == '\0');
+    return refused != nullptr && *refused != '\0';
+}
+
+bool MayColourErrors() {
+    return HasErrorTerminal() && !RefusesColours();
 }
 
 void WriteError(std::string_view text) noexcept {

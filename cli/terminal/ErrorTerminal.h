@@ -14,7 +14,10 @@ bool HasErrorTerminal();
 /// The width of that terminal in columns; 80 if unknown.
 std::size_t ErrorTerminalColumns();
 
-/// Whether to colour standard error: it is a terminal and NO_COLOR is not set.
+/// Whether the user refuses colours: NO_COLOR is set.
+bool RefusesColours();
+
+/// Whether to colour standard error: it is a terminal and the user does not refuse.
 bool MayColourErrors();
 
 /// Writes a text to standard error. Ignores failures, because there is nowhere to report them.

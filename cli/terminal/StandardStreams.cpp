@@ -30,6 +30,10 @@ bool HasOutputTerminal() {
     return isTerminal;
 }
 
+bool MayColourOutput() {
+    return HasOutputTerminal() && !RefusesColours();
+}
+
 void Print(std::string_view text) {
     const auto write = [text] {
         return outputFailure == 0 &&

@@ -14,6 +14,9 @@ public:
 /// Whether standard output is a terminal.
 bool HasOutputTerminal();
 
+/// Whether to colour standard output: it is a terminal and NO_COLOR is not set.
+bool MayColourOutput();
+
 /// Writes to standard output.
 /// @throws OutputError  if this or an earlier write fails
 void Print(std::string_view text);

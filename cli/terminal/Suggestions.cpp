@@ -41,6 +41,9 @@ std::vector<std::string> NearMatches(std::string_view text, std::span<const std:
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& candidate : candidates) {
         const std::string lower = Lower(candidate);
+        if (lower == sought) {
+            return {candidate};
+        }
         const bool contained = !sought.empty() && lower.find(sought) != std::string::npos;
         const std::size_t distance = contained ? 1 : EditDistance(sought, lower);
         if (distance <= tolerance) {

@@ -1,21 +1,26 @@
-#include <filesystem>
+#include <map>
 #include <nlohmann/json.hpp>
-#include <system_error>
+#include <optional>
+#include <utility>
 
 #include <orvo/Session.h>
+#include "cli/files/NamedFiles.h"
 #include "cli/files/PluginCheck.h"
 #include "cli/files/ReadProgress.h"
 #include "cli/files/Refusals.h"
 #include "cli/files/SessionFile.h"
+#include "cli/terminal/JsonList.h"
 #include "cli/terminal/Messages.h"
 #include "cli/terminal/ProgressBar.h"
 #include "cli/terminal/StandardStreams.h"
 #include "cli/verbs/InfoReport.h"
+#include "cli/verbs/InfoTables.h"
 #include "cli/verbs/Verb.h"
-#include "toolkit/SessionFolder.h"
+#include "toolkit/media/MediaFile.h"
 #include "toolkit/scan/StoredPaths.h"
 
 // orvo info FILE... [--tracks] [--effects] [--clips] [--missing] [--recursive] [--json | --ndjson]
+// orvo info FILE... --format FORM (--tracks | --clips | --media | ...) [--recursive]
 
 namespace cli {
 namespace {
@@ -29,44 +34,44 @@ struct InfoOptions {
     bool recursive = false;
     bool json = false;
     bool lines = false;  // one JSON object per line
+    std::optional<TableForm> form;
+    bool media = false;  // this and the next two: only as tables
+    bool sends = false;
+    bool automation = false;
 };
 
-// Which files
+const std::map<std::string, TableForm> kForms = {{"csv", TableForm::Csv},
+                                                 {"tsv", TableForm::Tsv},
+                                                 {"json", TableForm::Json},
+                                                 {"ndjson", TableForm::Ndjson}};
 
-bool IsFolder(const std::string& name) {
-    std::error_code error;
-    return name != kStream && std::filesystem::is_directory(name, error);
-}
-
-struct Named {
-    std::vector<std::string> files;
-    bool allKnown = true;
-};
-
-void AddFolder(const std::string& folder, Named& named) {
-    const toolkit::FolderContent content = toolkit::FindSessions(folder);
-    for (const toolkit::UnreadFolder& unread : content.unread) {
-        Complain(ToMessage(unread.path, unread.problem));
-    }
-    if (content.sessions.empty() && content.unread.empty()) {
-        Complain({.subject = folder,
-                  .what = "this folder contains no session files",
-                  .advice = "their names end in .orvo"});
-    }
-    named.allKnown = named.allKnown && content.unread.empty() && !content.sessions.empty();
-    named.files.insert(named.files.end(), content.sessions.begin(), content.sessions.end());
-}
-
-Named FindFiles(const InfoOptions& options) {
-    Named named;
-    for (const std::string& name : options.files) {
-        if (options.recursive && IsFolder(name)) {
-            AddFolder(name, named);
-        } else {
-            named.files.push_back(name);
+/// The tables that are asked for.
+std::vector<orvo::TableKind> TablesOf(const InfoOptions& options) {
+    std::vector<orvo::TableKind> tables;
+    for (const auto& [isChosen, table] : {std::pair(options.detail.tracks, orvo::TableKind::Tracks),
+                                          {options.detail.clips, orvo::TableKind::Clips},
+                                          {options.media, orvo::TableKind::Media},
+                                          {options.detail.effects, orvo::TableKind::Effects},
+                                          {options.sends, orvo::TableKind::Sends},
+                                          {options.automation, orvo::TableKind::Automation}}) {
+        if (isChosen) {
+            tables.push_back(table);
         }
     }
-    return named;
+    return tables;
+}
+
+/// @throws CLI::ValidationError  if options do not go together
+void RequireOneTable(const InfoOptions& options) {
+    if (options.form && TablesOf(options).size() != 1) {
+        throw CLI::ValidationError(
+            "--format needs one of --tracks, --clips, --media, --effects, --sends and "
+            "--automation");
+    }
+    if (!options.form && (options.media || options.sends || options.automation)) {
+        throw CLI::ValidationError(
+            "--media, --sends and --automation are tables: add --format csv, or another form");
+    }
 }
 
 // What is in them
@@ -108,13 +113,15 @@ std::map<kelcore::uint32, toolkit::StoredPaths> FindPaths(const SessionFile& fil
     return toolkit::FindStoredPaths(file.Path());
 }
 
+Message ThisIsAFolder(const std::string& name) {
+    return {.subject = name,
+            .what = "this is a folder",
+            .advice = "name a session file in it, or add --recursive"};
+}
+
 InfoReport Inspect(const std::string& name, Progress& progress) {
     if (IsFolder(name)) {
-        return {name,
-                std::nullopt,
-                {{.subject = name,
-                  .what = "this is a folder",
-                  .advice = "name a session file in it, or add --recursive"}}};
+        return {name, std::nullopt, {ThisIsAFolder(name)}};
     }
     const SessionFile file(name);
     const orvo::ReadResult read = Read(file, progress);
@@ -130,26 +137,11 @@ InfoReport Inspect(const std::string& name, Progress& progress) {
 
 // How it is shown
 
-/// Replaces everything that is not UTF-8 (an unpaired surrogate, a byte of a name) by U+FFFD.
-std::string Dump(const ordered_json& value, int indent) {
-    return value.dump(indent, ' ', false, ordered_json::error_handler_t::replace);
-}
-
-/// Indents an element of an array that is printed element by element, so that the output looks like
-/// the whole array printed at once.
-std::string Indented(const std::string& text) {
-    std::string indented = "  ";
-    for (const char character : text) {
-        indented += character;
-        indented += character == '\n' ? "  " : "";
-    }
-    return indented;
-}
-
 /// Prints the reports one by one.
 class Printer {
 public:
-    explicit Printer(const InfoOptions& options) : options_(options) {}
+    explicit Printer(const InfoOptions& options)
+        : options_(options), json_(options.lines ? JsonList::Form::Lines : JsonList::Form::Array) {}
 
     void Add(const InfoReport& report) {
         if (options_.json || options_.lines) {
@@ -160,9 +152,9 @@ public:
         FlushOutput();
     }
 
-    void End() const {
+    void End() {
         if (options_.json) {
-            Print(isFirst_ ? "[]\n" : "\n]\n");
+            json_.End();
         }
     }
 
@@ -175,25 +167,50 @@ private:
     }
 
     void AddJson(const ordered_json& object) {
-        if (object.is_null()) {
-            return;
+        if (!object.is_null()) {
+            json_.Add(object);
         }
-        if (options_.lines) {
-            Print(Dump(object, -1) + "\n");
-        } else {
-            constexpr int kIndent = 2;
-            Print((isFirst_ ? "[\n" : ",\n") + Indented(Dump(object, kIndent)));
-        }
-        isFirst_ = false;
     }
 
     const InfoOptions& options_;
+    JsonList json_;
     bool isFirst_ = true;
 };
 
+/// Whether the file could be read; reports why not.
+bool AddToTable(const std::string& name, TablePrinter& printer, Progress& progress) {
+    if (IsFolder(name)) {
+        Complain(ThisIsAFolder(name));
+        return false;
+    }
+    const SessionFile file(name);
+    const orvo::ReadResult read = Read(file, progress);
+    if (read) {
+        printer.Add(file.Name(), read.session);
+        return true;
+    }
+    for (const Message& message : ExplainRefusal(file, read.messages)) {
+        Complain(message);
+    }
+    return false;
+}
+
+ExitCode RunInfoTable(const InfoOptions& options) {
+    RequirePlugin();
+    const NamedFiles named = FindFiles(options.files, options.recursive);
+    ExitCode code = named.allKnown ? ExitCode::Good : ExitCode::Failure;
+    Progress progress("sessions", PhasesOf(named.files));
+    TablePrinter printer(TablesOf(options).front(), *options.form);
+    for (const std::string& name : named.files) {
+        code = AddToTable(name, printer, progress) ? code : ExitCode::Failure;
+    }
+    printer.End();
+    return code;
+}
+
 ExitCode RunInfo(const InfoOptions& options) {
     RequirePlugin();
-    const Named named = FindFiles(options);
+    const NamedFiles named = FindFiles(options.files, options.recursive);
     ExitCode code = named.allKnown ? ExitCode::Good : ExitCode::Failure;
     Progress progress("sessions", PhasesOf(named.files));
     Printer printer(options);
@@ -232,14 +249,28 @@ void AddInfo(CLI::App& tool, Action& chosen) {
     verb->add_flag("--json", options->json, "everything as a JSON array, one object for each file");
     verb->add_flag("--ndjson", options->lines, "the same objects, one per line, without the array")
         ->excludes("--json");
+    verb->add_flag("--media", options->media, "with --format: the media files");
+    verb->add_flag("--sends", options->sends, "with --format: the sends");
+    verb->add_flag("--automation", options->automation, "with --format: the keyframes");
+    verb->add_option("--format", options->form,
+                     "one table for spreadsheets and scripts, as csv, tsv, json or ndjson")
+        ->type_name("FORM")
+        ->transform(CLI::Transformer(kForms).description(""))
+        ->excludes("--json")
+        ->excludes("--ndjson")
+        ->excludes(missing);
     verb->footer(
         "Examples:\n"
         "  orvo info song.orvo\n"
+        "  orvo info --format csv --clips *.orvo >clips.csv\n"
         "  orvo info --clips song.orvo\n"
         "  orvo info --missing --recursive /archive\n"
         "  orvo info --json *.orvo | python3 -m json.tool\n\n"
         "Exit status: 0 if every file is a session, else 1. Missing media are not a failure.");
-    verb->callback([options, &chosen] { chosen = [options] { return RunInfo(*options); }; });
+    verb->callback([options, &chosen] {
+        RequireOneTable(*options);
+        chosen = [options] { return options->form ? RunInfoTable(*options) : RunInfo(*options); };
+    });
 }
 
 }  // namespace cli

@@ -1,14 +1,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <type_traits>
 
 #include <orvo/Times.h>
+#include "cli/files/ShownPath.h"
 #include "cli/terminal/Table.h"
 #include "cli/verbs/InfoReport.h"
 #include "format/Ids.h"
-#include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
 
 // `orvo info` for people.
@@ -38,14 +37,6 @@ std::string Unless0(std::size_t count) {
 // The session
 
 constexpr std::size_t kLongestShownValue = 72;
-
-/// The path relative to the working directory if the file is below it, otherwise the full path.
-std::string ShownPath(const std::string& path) {
-    const std::filesystem::path full(kelcore::PathToBytes(kelcore::UTF8to16(path)));
-    const std::filesystem::path relative = full.lexically_relative(std::filesystem::current_path());
-    const bool below = !relative.empty() && *relative.begin() != "..";
-    return Printable((below ? relative : full).string());
-}
 
 /// A time, if known, followed by its samples.
 std::string WithSamples(const std::optional<std::string>& time, kelcore::int64 count) {

@@ -285,7 +285,8 @@ TEST_F(CommandLineTest, MessagesThatCannotBeWrittenDoNotChangeTheExitStatus) {
 TEST_F(CommandLineTest, AFailedWriteOfOutputReportsOnlyTheReason) {
     ASSERT_EQ(RunTool({"generate", "--tracks", "40", "a.orvo"}, folder_).exitCode, 0);
     for (const char* const verb :
-         {"--help", "info --clips a.orvo", "info --json a.orvo", "trace a.orvo a.orvo"}) {
+         {"--help", "info --clips a.orvo", "info --json a.orvo", "trace a.orvo a.orvo",
+          "relink --search . --dry-run a.orvo", "collect --dry-run a.orvo b"}) {
         const Outcome outcome =
             test::Run({.arguments = {"sh", "-c", "exec " + ToolPath() + " " + verb + " >/dev/full"},
                        .folder = folder_.Path().string()});

@@ -33,7 +33,8 @@ protected:
         const auto path = folder_.Write("a.orvo", document);
         DocumentScan scan = ScanDocument(path, {}, limit);
         if (!scan.problem) {
-            const DocumentScan beside = toolkit::ScanFileBesideRead(path, {}, limit);
+            const DocumentScan beside =
+                toolkit::ScanFileBesideRead(toolkit::LibraryUse(), path, {}, limit);
             EXPECT_FALSE(beside.problem);
             EXPECT_EQ(beside.notCarriedCount, scan.notCarriedCount);
             EXPECT_EQ(beside.notCarried, scan.notCarried);
@@ -106,6 +107,7 @@ TEST_F(DocumentScanTest, AScanThatIsStoppedReportsNothingBeyondThat) {
 }
 
 TEST_F(DocumentScanTest, AScanThatIsStoppedTakesNoFurtherBlock) {
+    const toolkit::LibraryUse library;
     std::stop_source stop;
     stop.request_stop();
     const DocumentScan scan =

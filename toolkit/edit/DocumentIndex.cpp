@@ -1,5 +1,7 @@
 #include "toolkit/edit/DocumentIndex.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
 
 #include "format/Elements.h"
@@ -27,6 +29,29 @@ std::size_t EndOfOther(std::string_view markup, std::size_t begin) {
         }
     }
     return begin;
+}
+
+/// The comment, section or instruction that begins there; no value for others.
+std::optional<Piece> PieceAt(std::string_view markup, std::size_t begin) {
+    const std::string_view rest = markup.substr(begin);
+    const auto within = [&](PieceKind kind, const Marks& marks) {
+        const std::size_t end = EndOfOther(markup, begin) - marks.end.size();
+        return Piece{kind, {begin + marks.begin.size(), end}, 0};
+    };
+    if (rest.starts_with(kComment.begin)) {
+        return within(PieceKind::Comment, kComment);
+    }
+    if (rest.starts_with(kSection.begin)) {
+        return within(PieceKind::Section, kSection);
+    }
+    const bool isDeclaration =
+        begin == 0 && rest.starts_with("<?xml") && kWhiteSpace.find(rest[5]) != rest.npos;
+    if (!rest.starts_with(kInstruction.begin) || isDeclaration) {
+        return std::nullopt;
+    }
+    Piece piece = within(PieceKind::Instruction, kInstruction);
+    piece.content.begin = std::min(markup.find_first_of(kWhiteSpace, begin), piece.content.end);
+    return piece;
 }
 
 /// Behind the ">" of the tag that begins there. A ">" may also stand in a value.
@@ -143,6 +168,36 @@ std::vector<TextExtent> DocumentIndex::TextsOf(const ElementExtent& element) con
             texts.push_back({{markup, at}, true});
         }
     }
+}
+
+std::vector<Piece> DocumentIndex::Pieces() const {
+    std::vector<Piece> pieces;
+    std::vector<std::size_t> open = {0};
+    std::size_t next = 0;  // element
+    std::size_t at = 0;
+    while (at < markup_.size()) {
+        const std::size_t end = std::min(markup_.find('<', at), markup_.size());
+        if (end != at) {
+            pieces.push_back({PieceKind::Text, {at, end}, open.back()});
+            at = end;
+        } else if (const auto piece = PieceAt(markup_, at)) {
+            at = EndOfOther(markup_, at);
+            pieces.push_back({piece->kind, piece->content, open.back()});
+        } else if (EndOfOther(markup_, at) != at) {
+            at = EndOfOther(markup_, at);  // the XML declaration
+        } else if (markup_[at + 1] == '/') {
+            open.pop_back();
+            at = markup_.find('>', at) + 1;
+        } else {
+            const ElementExtent& element = elements_[next];
+            if (!element.isEmptyTag) {
+                open.push_back(next);
+            }
+            ++next;
+            at = element.startTag.end;
+        }
+    }
+    return pieces;
 }
 
 }  // namespace toolkit

@@ -38,6 +38,15 @@ struct ElementExtent {
     bool isEmptyTag;            ///< "<take/>", which has no end tag
 };
 
+enum class PieceKind { Text, Section, Comment, Instruction };
+
+/// What stands in an element between tags.
+struct Piece {
+    PieceKind kind;
+    Extent content;       ///< without the marks of a section or comment, or an instruction's target
+    std::size_t element;  ///< the innermost around it; the root's number also outside of the root
+};
+
 /// Where the elements of a document stand. The document must be well-formed and without a document
 /// type declaration.
 class DocumentIndex {
@@ -54,6 +63,9 @@ public:
     /// The character data directly in an element that contains no others. At least one part, which
     /// may be empty, unless the element is an empty tag.
     std::vector<TextExtent> TextsOf(const ElementExtent& element) const;
+
+    /// Everything that is no tag, in the document's order, but the XML declaration.
+    std::vector<Piece> Pieces() const;
 
     std::string_view Markup() const { return markup_; }
     std::string_view Text(Extent extent) const {

@@ -1,32 +1,12 @@
 #include <orvo/Edit.h>
 
-#include <system_error>
 #include <utility>
 #include <variant>
 
-#include "format/Limits.h"
-#include "platform/kelcore/File.h"
-#include "platform/kelcore/Paths.h"
 #include "platform/kelcore/Strings.h"
-#include "session/PluginTurn.h"
-#include "toolkit/FileContent.h"
-#include "toolkit/edit/EditedDocument.h"
+#include "toolkit/edit/OpenedDocument.h"
 
 namespace orvo {
-namespace {
-
-constexpr const char* kChangedMeanwhile = "was changed by another program";
-
-Message MessageOf(const std::filesystem::path& file, std::string what, std::string advice = {}) {
-    return {.file = file.string(), .what = std::move(what), .advice = std::move(advice)};
-}
-
-std::optional<toolkit::DocumentEncoding> EncodingOf(std::string_view content) {
-    const auto turn = WaitForTurn();
-    return toolkit::DocumentEncoding::Of(content);
-}
-
-}  // namespace
 
 std::vector<Replacement> Inverse(const std::vector<Replacement>& replacements) {
     std::vector<Replacement> inverse;
@@ -55,31 +35,9 @@ std::optional<std::string> Apply(std::string_view content,
     return changed;
 }
 
-/// The document and the file that it comes from.
-class Edit::Document : public toolkit::EditedDocument {
+class Edit::Document : public toolkit::OpenedDocument {
 public:
-    Document(std::filesystem::path file, toolkit::FileIdentity identity, std::string content,
-             const toolkit::DocumentEncoding& encoding)
-        : EditedDocument(std::move(content), encoding),
-          file_(std::move(file)),
-          identity_(identity) {}
-
-    /// Whether the target is the file that was opened, and another program has changed it.
-    bool WasChangedMeanwhile(const std::filesystem::path& target) const {
-        std::error_code error;
-        return std::filesystem::weakly_canonical(target, error) ==
-                   std::filesystem::weakly_canonical(file_, error) &&
-               toolkit::IdentityOf(target.string()) != identity_;
-    }
-
-    std::optional<Message> Explain(std::string obstacle) const {
-        return obstacle.empty() ? std::nullopt
-                                : std::optional(MessageOf(file_, std::move(obstacle)));
-    }
-
-private:
-    std::filesystem::path file_;
-    toolkit::FileIdentity identity_;
+    using OpenedDocument::OpenedDocument;
 };
 
 Edit::Edit(std::unique_ptr<Document> document) : document_(std::move(document)) {}
@@ -135,56 +93,20 @@ std::vector<Replacement> Edit::Replacements() const {
 }
 
 WriteResult Edit::Save(const std::filesystem::path& file) const {
-    WriteResult result;
-    if (document_->WasChangedMeanwhile(file)) {
-        result.messages.push_back(
-            MessageOf(file, kChangedMeanwhile, "open it again and repeat the changes"));
-        return result;
-    }
-    const std::string content = Apply(document_->Content(), Replacements()).value();
-    if (content.size() > tses::limits::kFileBytes) {
-        result.messages.push_back(MessageOf(
-            file, "would be longer than " + tses::limits::InWords(tses::limits::kFileBytes) +
-                      ", the most that a read accepts"));
-        return result;
-    }
-    kelcore::File target(kelcore::PathFromBytes(file.string()));
-    try {
-        target.Create();
-        kelcore::OPlatformByteStream stream(target);
-        stream.WriteBlock(content.data(), content.size());
-        stream.Close();
-        result.ok = true;
-    } catch (const kelcore::file_exception& failure) {
-        result.messages.push_back(MessageOf(file, failure.MessageFor(target.FullPath())));
-    }
-    return result;
+    return document_->Save(file, Replacements());
 }
 
 EditResult OpenEdit(const std::filesystem::path& file) {
     EditResult result;
-    const auto identity = toolkit::IdentityOf(file.string());
-    if (ReadResult read = ReadSession(file); !read) {
-        result.messages = std::move(read.messages);
+    auto source = toolkit::ReadSource(file);
+    if (auto* const messages = std::get_if<std::vector<Message>>(&source)) {
+        result.messages = std::move(*messages);
         return result;
     }
-    auto content = toolkit::ReadFileContent(file.string());
-    if (const auto* const problem = std::get_if<toolkit::Problem>(&content)) {
-        result.messages.push_back(MessageOf(file, problem->what, problem->advice));
-        return result;
-    }
-    if (!identity || toolkit::IdentityOf(file.string()) != identity) {
-        result.messages.push_back(MessageOf(file, kChangedMeanwhile, "try again"));
-        return result;
-    }
-    auto& bytes = std::get<std::string>(content);
-    const auto encoding = EncodingOf(bytes);
     auto document =
-        encoding ? std::make_unique<Edit::Document>(file, *identity, std::move(bytes), *encoding)
-                 : nullptr;
-    if (!document || !document->CanBeEdited()) {
-        result.messages.push_back(MessageOf(file, "cannot be edited in its own text",
-                                            "save it anew with \"orvo convert\""));
+        std::make_unique<Edit::Document>(std::get<toolkit::DocumentSource>(std::move(source)));
+    if (auto obstacle = document->ObstacleToChanges()) {
+        result.messages.push_back(std::move(*obstacle));
         return result;
     }
     result.edit = Edit(std::move(document));

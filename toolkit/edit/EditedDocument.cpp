@@ -168,6 +168,17 @@ std::vector<Replacement> EditedDocument::Replacements() const {
     return all;
 }
 
+std::u16string EditedDocument::ValueOf(Extent extent, TextPlace place) const {
+    return ReadValue(TextOf(extent), place, version_);
+}
+
+Replacement EditedDocument::ReplaceValue(Extent extent, std::u16string_view value, TextPlace place,
+                                         char quote) const {
+    return Replace(extent, place == TextPlace::Section
+                               ? Encode(value)
+                               : Encode(SpellValue(value, place, version_, quote).value()));
+}
+
 EditedDocument::Change EditedDocument::ChangeOf(std::size_t element) const {
     const auto change = changes_.find(element);
     return change != changes_.end() ? change->second : Change();

@@ -30,7 +30,11 @@ public:
     bool CanBeEdited() const;
 
     const std::string& Content() const { return content_; }
+    const DocumentIndex& Index() const { return index_; }
     const std::vector<ElementExtent>& Elements() const { return index_.Elements(); }
+
+    /// A part of the document as it was, in characters. References are not resolved.
+    std::u16string TextOf(Extent extent) const { return encoding_.Decode(BytesOf(extent)); }
 
     std::u16string Name(std::size_t element) const;
     std::vector<std::u16string> AttributeNames(std::size_t element) const;
@@ -43,6 +47,14 @@ public:
     std::string SetText(std::size_t element, std::u16string_view text);
 
     std::vector<orvo::Replacement> Replacements() const;
+
+    /// What a part of the document as it was means to a read.
+    std::u16string ValueOf(Extent extent, tses::TextPlace place) const;
+
+    /// What puts a value of ASCII characters in the place of a part of the document as it was.
+    /// @param quote  around the value of an attribute
+    orvo::Replacement ReplaceValue(Extent extent, std::u16string_view value, tses::TextPlace place,
+                                   char quote = '"') const;
 
 private:
     /// What is to become of an element.
@@ -60,7 +72,6 @@ private:
     std::string ObstacleOfSize(std::size_t size, kelcore::uint64 limit) const;
 
     std::string_view BytesOf(Extent extent) const;
-    std::u16string TextOf(Extent extent) const { return encoding_.Decode(BytesOf(extent)); }
     std::optional<AttributeExtent> FindAttribute(const ElementExtent& element,
                                                  std::u16string_view name) const;
     std::u16string OriginalText(const ElementExtent& element) const;

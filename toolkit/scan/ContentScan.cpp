@@ -27,7 +27,6 @@
 #include "toolkit/ValueCheck.h"
 #include "toolkit/scan/ContentSource.h"
 #include "toolkit/scan/JointLosses.h"
-#include "toolkit/scan/LibraryUse.h"
 #include "toolkit/scan/LossWords.h"
 #include "toolkit/scan/MarkupReader.h"
 #include "toolkit/scan/ParsedAttributes.h"
@@ -48,12 +47,6 @@ using tses::ValueKind;
 const Element* FindCarried(std::u16string_view name, tses::State parent) {
     const Element* const element = tses::FindElement(name, parent);
     return element != nullptr && !element->isDropped ? element : nullptr;
-}
-
-/// The attribute of that name; null if its value is lost.
-const Attribute* FindCarried(const Element& element, std::u16string_view name) {
-    const Attribute* const attribute = element.FindAttribute(name);
-    return attribute != nullptr && !attribute->isDropped ? attribute : nullptr;
 }
 
 bool IsWhiteSpace(std::u16string_view text) {
@@ -127,6 +120,7 @@ public:
     }
 
     void StartElement(std::u16string_view name, const ScannedAttributes& attributes) override {
+        ++elementCount_;
         if (open_.empty() && name != tses::kRootElement.name) {
             End({BeginOfTag(),
                  "the root element is " + Tag(name) + ", not " + Tag(tses::kRootElement.name),
@@ -149,7 +143,7 @@ public:
         }
         const Element* const row = FindRow(name);
         if (row == nullptr) {
-            lost_ = {std::u16string(name), Here(), 1, 0};
+            lost_ = {std::u16string(name), Here(), CauseOfLoss(name), 1, 0};
             return;
         }
         if (!open_.empty()) {
@@ -181,7 +175,7 @@ public:
         } else if (element.row->text == TextKind::None && !element.textReported &&
                    !IsWhiteSpace(text)) {
             element.textReported = true;
-            Report(element.tag, "text in " + Tag(element.row->name));
+            Report(element.tag, {LossCause::StrayText}, "text in " + Tag(element.row->name));
         }
     }
 
@@ -228,9 +222,15 @@ private:
     /// Two spellings of a number are the same key.
     using Key = std::variant<kelcore::uint32, std::u16string>;
 
+    /// A tag, and the number of its element.
+    struct Spot {
+        TagEnd tag{};
+        std::size_t element = 0;
+    };
+
     struct OpenElement {
         const Element* row;
-        TagEnd tag;
+        Spot tag;
         const Element* latest = nullptr;                            // of its children
         std::vector<const Element*> seenOnce = {};                  // of its children
         std::set<std::pair<const Element*, Key>> seenWithKey = {};  // of its children
@@ -241,7 +241,8 @@ private:
     /// The outermost element that is not carried, while the scan is inside it.
     struct LostElement {
         std::u16string name;
-        TagEnd tag{};
+        Spot tag{};
+        LossCause cause{};
         std::size_t depth = 0;
         std::size_t elements = 0;
     };
@@ -253,16 +254,25 @@ private:
         }
     }
 
-    TagEnd Here() const {
+    Spot Here() const {
+        const std::size_t element = elementCount_ - 1;
         if (content_ == nullptr) {
-            return {};
+            return {{}, element};
         }
-        return {{locator_->getLineNumber(), locator_->getColumnNumber()},
-                static_cast<std::size_t>(parser_.getSrcOffset())};
+        return {{{locator_->getLineNumber(), locator_->getColumnNumber()},
+                 static_cast<std::size_t>(parser_.getSrcOffset())},
+                element};
     }
 
     Place BeginOfTag() const {
-        return content_ != nullptr ? BeginsOf({Here()}, *content_).front() : Place{};
+        return content_ != nullptr ? BeginsOf({Here().tag}, *content_).front() : Place{};
+    }
+
+    /// Why an element that is not carried is lost.
+    LossCause CauseOfLoss(std::u16string_view name) const {
+        return tses::FindElement(name, open_.back().row->state) != nullptr
+                   ? LossCause::IgnoredElement
+                   : LossCause::UnknownElement;
     }
 
     /// Elements of one kind stand together, so this tries the kind of the previous one first.
@@ -277,18 +287,24 @@ private:
         return parent.latest;
     }
 
-    void Report(const TagEnd& tag, std::string what) {
+    struct Cause {
+        LossCause cause;
+        std::u16string_view attribute = {};
+    };
+
+    void Report(const Spot& spot, const Cause& cause, std::string what) {
         if (result_.notCarriedCount++ < limit_) {
-            result_.notCarried.push_back({{}, std::move(what)});
-            tags_.push_back(tag);
+            result_.notCarried.push_back(
+                {{}, std::move(what), cause.cause, spot.element, std::u16string(cause.attribute)});
+            tags_.push_back(spot.tag);
         } else if (limit_ == 0) {
             throw Ended();
         }
     }
 
-    void Report(const TagEnd& tag, std::vector<std::string> losses) {
+    void Report(const Spot& spot, std::vector<std::string> losses) {
         for (std::string& what : losses) {
-            Report(tag, std::move(what));
+            Report(spot, {LossCause::Joint}, std::move(what));
         }
     }
 
@@ -305,7 +321,8 @@ private:
         if (content_ != nullptr) {
             place = InCharacters(*content_, place);
         }
-        result_.problem = Problem{place, "not well-formed XML", kelcore::UTF16to8(ViewOf(message))};
+        result_.problem =
+            Problem{place, "not well-formed XML", kelcore::UTF16to8(ViewOf(message)), true};
     }
 
     void EndLost() {
@@ -314,7 +331,7 @@ private:
             what += " with " + std::to_string(lost_.elements) +
                     (lost_.elements == 1 ? " element in it" : " elements in it");
         }
-        Report(lost_.tag, std::move(what));
+        Report(lost_.tag, {lost_.cause}, std::move(what));
     }
 
     void CheckOccurrence(const Element& row) {
@@ -323,7 +340,7 @@ private:
         }
         auto& seen = open_.back().seenOnce;
         if (std::find(seen.begin(), seen.end(), &row) != seen.end()) {
-            Report(Here(), "a second " + Tag(row.name));
+            Report(Here(), {LossCause::RepeatedElement}, "a second " + Tag(row.name));
         }
         seen.push_back(&row);
     }
@@ -341,8 +358,9 @@ private:
         } else if (!IsFirst(row, key)) {
             const std::string what =
                 occurrence.among.empty() ? Tag(row.name) : std::string(occurrence.among);
-            Report(Here(), "a second " + what + " with " + kelcore::UTF16to8(occurrence.key) + " " +
-                               Shown(key));
+            Report(Here(), {LossCause::RepeatedKey, occurrence.key},
+                   "a second " + what + " with " + kelcore::UTF16to8(occurrence.key) + " " +
+                       Shown(key));
         }
     }
 
@@ -357,7 +375,7 @@ private:
     }
 
     static Key KeyOf(const Element& row, std::optional<std::u16string_view> text) {
-        if (!IsWhole(FindCarried(row, row.occurrence.key)->kind)) {
+        if (!IsWhole(row.FindAttribute(row.occurrence.key)->kind)) {
             return std::u16string(text.value_or(u""));
         }
         kelcore::uint32 number = row.occurrence.mayNameNone ? kNoId : 0;
@@ -389,12 +407,15 @@ private:
         std::string what = text ? Tag(row.name) + " with the " + key + " " +
                                       Quoted(*text, length_) + ", which means \"no " + key + "\""
                                 : Tag(row.name) + " without " + (key == "id" ? "an id" : key);
-        if (row.occurrence.withoutKey == Occurrence::WithoutKey::EndsTheRead &&
-            result_.endTheRead.size() < limit_) {
+        const bool endsTheRead = row.occurrence.withoutKey == Occurrence::WithoutKey::EndsTheRead;
+        if (endsTheRead && result_.endTheRead.size() < limit_) {
             result_.endTheRead.push_back({{}, what});
-            endingTags_.push_back(Here());
+            endingTags_.push_back(Here().tag);
         }
-        Report(Here(), std::move(what));
+        Report(Here(),
+               {endsTheRead ? LossCause::MissingKeyThatEndsTheRead : LossCause::MissingKey,
+                row.occurrence.key},
+               std::move(what));
     }
 
     void CheckBase64(const OpenElement& element) {
@@ -403,7 +424,8 @@ private:
         }
         std::vector<kelcore::byte> ignored;
         if (!kelcore::DecodeBinaryDataFromUTF16String(element.base64, ignored)) {
-            Report(element.tag, "the text of " + Tag(element.row->name) + ", which is not Base64");
+            Report(element.tag, {LossCause::NotBase64},
+                   "the text of " + Tag(element.row->name) + ", which is not Base64");
         }
     }
 
@@ -413,17 +435,33 @@ private:
             if (attribute.DeclaresNamespace()) {
                 continue;
             }
-            const std::u16string_view name = attribute.LocalName();
-            const Attribute* const carried = FindCarried(row, name);
+            const Attribute* const known = row.FindAttribute(attribute.LocalName());
             const std::u16string_view value = attribute.Value();
-            if (carried == nullptr || attributes.HidesBehindAnother(i) ||
-                attributes.Find(carried->yieldsTo)) {
-                Report(Here(), "the attribute " + kelcore::UTF16to8(attribute.QualifiedName()) +
-                                   " of " + Tag(row.name));
-            } else if (!IsValue(carried->kind, carried->words, value, target_)) {
-                Report(Here(), ValueOf(name, row.name, value, length_));
+            if (const auto cause = CauseOfLoss(known, attributes, i)) {
+                Report(Here(), {*cause, attribute.QualifiedName()},
+                       "the attribute " + kelcore::UTF16to8(attribute.QualifiedName()) + " of " +
+                           Tag(row.name));
+            } else if (!IsValue(known->kind, known->words, value, target_)) {
+                Report(Here(), {LossCause::WrongValue, attribute.QualifiedName()},
+                       ValueOf(known->name, row.name, value, length_));
             }
         }
+    }
+
+    /// Why an attribute is lost whatever its value; no value if it is carried.
+    /// @param known  null if the element has no such attribute
+    static std::optional<LossCause> CauseOfLoss(const Attribute* known,
+                                                const ScannedAttributes& attributes,
+                                                std::size_t index) {
+        if (known == nullptr) {
+            return LossCause::UnknownAttribute;
+        }
+        if (known->isDropped) {
+            return LossCause::IgnoredAttribute;
+        }
+        return attributes.HidesBehindAnother(index) || attributes.Find(known->yieldsTo)
+                   ? std::optional(LossCause::HiddenAttribute)
+                   : std::nullopt;
     }
 
     const std::string_view* content_;
@@ -437,6 +475,7 @@ private:
     const xercesc::Locator* locator_ = nullptr;
     std::vector<TagEnd> tags_;        // of what is not carried
     std::vector<TagEnd> endingTags_;  // of what ends the read
+    std::size_t elementCount_ = 0;
     std::vector<OpenElement> open_;
     LostElement lost_;
     std::set<std::pair<std::string_view, Key>> seenInSession_;
@@ -446,7 +485,6 @@ private:
 
 bool IsKnownAsClean(const NextBytes& next, const Conversion& conversion,
                     const std::stop_token& stop) {
-    const LibraryUse library;
     DocumentScan result;
     return Scanner(nullptr, conversion, 0, stop, result).ReadsAll(next) && !result.problem &&
            result.notCarriedCount == 0;
@@ -454,7 +492,6 @@ bool IsKnownAsClean(const NextBytes& next, const Conversion& conversion,
 
 DocumentScan ScanContent(std::string_view content, const Conversion& conversion, std::size_t limit,
                          const std::stop_token& stop) {
-    const LibraryUse library;
     DocumentScan result;
     Scanner scanner(&content, conversion, limit, stop, result);
     scanner.Run([rest = content]() mutable { return std::exchange(rest, {}); });

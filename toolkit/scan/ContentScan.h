@@ -8,7 +8,7 @@
 
 namespace toolkit {
 
-// Both start the XML library and stop it again.
+// Both need the XML library started (see `LibraryUse`).
 
 /// Whether a document, if it is well-formed, is a session without anything to report. Takes a
 /// fraction of the time of a scan. May be false for such a session that `ReadMarkup` cannot read.

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <xercesc/util/PlatformUtils.hpp>
-
 namespace toolkit {
 
-/// Starts the XML library, which counts its starts, and stops it again.
+/// Starts the XML library, which counts its starts without a lock, and stops it again. While the
+/// plug-in works in another thread, it must not be made or destroyed.
 class LibraryUse {
 public:
-    LibraryUse() { xercesc::XMLPlatformUtils::Initialize(); }
-    ~LibraryUse() { xercesc::XMLPlatformUtils::Terminate(); }
+    LibraryUse();
+    ~LibraryUse();
     LibraryUse(const LibraryUse&) = delete;
     LibraryUse& operator=(const LibraryUse&) = delete;
 };

@@ -21,6 +21,12 @@ TEST(NearMatches, IgnoresCase) {
                 ElementsAre("IEditSession.GetFile"));
 }
 
+TEST(NearMatches, ANameThatDiffersInCaseOnlyIsAlone) {
+    const std::vector<std::string> verbs = {"collect", "convert"};
+    EXPECT_THAT(NearMatches("Convert", verbs), ElementsAre("convert"));
+    EXPECT_THAT(NearMatches("Colvert", verbs), ElementsAre("convert", "collect"));
+}
+
 TEST(NearMatches, FindsAPartOfAName) {
     EXPECT_THAT(NearMatches("LogTarget", kNames), ElementsAre("IEditSession.GetLogTarget"));
 }

@@ -36,7 +36,8 @@ protected:
         const auto path = folder_.Write("a.orvo", "<orvo>" + content + "</orvo>");
         const auto scan = toolkit::ScanDocument(path, conversion);
         EXPECT_FALSE(scan.problem);
-        EXPECT_EQ(toolkit::ScanFileBesideRead(path, conversion).notCarried, scan.notCarried);
+        EXPECT_EQ(toolkit::ScanFileBesideRead(toolkit::LibraryUse(), path, conversion).notCarried,
+                  scan.notCarried);
         std::vector<std::string> losses;
         for (const NotCarried& loss : scan.notCarried) {
             losses.push_back(std::to_string(loss.place.line) + ":" +
