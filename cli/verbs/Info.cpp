@@ -1,6 +1,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include <orvo/Session.h>
@@ -21,6 +22,7 @@
 
 // orvo info FILE... [--tracks] [--effects] [--clips] [--missing] [--recursive] [--json | --ndjson]
 // orvo info FILE... --format FORM (--tracks | --clips | --media | ...) [--recursive]
+// orvo info --columns
 
 namespace cli {
 namespace {
@@ -29,15 +31,30 @@ using nlohmann::ordered_json;
 
 struct InfoOptions {
     std::vector<std::string> files;
-    InfoDetail detail;
+    std::set<orvo::TableKind> parts;
     bool missing = false;
     bool recursive = false;
     bool json = false;
     bool lines = false;  // one JSON object per line
     std::optional<TableForm> form;
-    bool media = false;  // this and the next two: only as tables
-    bool sends = false;
-    bool automation = false;
+    bool columns = false;
+};
+
+/// What a session consists of, and the option that shows it.
+struct Part {
+    orvo::TableKind table;
+    const char* option;
+    const char* help;
+    bool isOnlyATable = false;
+};
+
+constexpr Part kParts[] = {
+    {orvo::TableKind::Tracks, "--tracks", "routing and switches of each track"},
+    {orvo::TableKind::Clips, "--clips", "the clips of each track on the timeline"},
+    {orvo::TableKind::Media, "--media", "with --format: the media files", true},
+    {orvo::TableKind::Effects, "--effects", "the effects of each track"},
+    {orvo::TableKind::Sends, "--sends", "with --format: the sends", true},
+    {orvo::TableKind::Automation, "--automation", "with --format: the keyframes", true},
 };
 
 const std::map<std::string, TableForm> kForms = {{"csv", TableForm::Csv},
@@ -45,33 +62,29 @@ const std::map<std::string, TableForm> kForms = {{"csv", TableForm::Csv},
                                                  {"json", TableForm::Json},
                                                  {"ndjson", TableForm::Ndjson}};
 
-/// The tables that are asked for.
-std::vector<orvo::TableKind> TablesOf(const InfoOptions& options) {
-    std::vector<orvo::TableKind> tables;
-    for (const auto& [isChosen, table] : {std::pair(options.detail.tracks, orvo::TableKind::Tracks),
-                                          {options.detail.clips, orvo::TableKind::Clips},
-                                          {options.media, orvo::TableKind::Media},
-                                          {options.detail.effects, orvo::TableKind::Effects},
-                                          {options.sends, orvo::TableKind::Sends},
-                                          {options.automation, orvo::TableKind::Automation}}) {
-        if (isChosen) {
-            tables.push_back(table);
-        }
-    }
-    return tables;
-}
-
 /// @throws CLI::ValidationError  if options do not go together
 void RequireOneTable(const InfoOptions& options) {
-    if (options.form && TablesOf(options).size() != 1) {
-        throw CLI::ValidationError(
-            "--format needs one of --tracks, --clips, --media, --effects, --sends and "
-            "--automation");
+    if (options.form && options.parts.size() != 1) {
+        std::string names;
+        for (const Part& part : kParts) {
+            names += std::string(names.empty() ? "" : ", ") + part.option;
+        }
+        throw CLI::ValidationError("--format shows one table: add one of " + names);
     }
-    if (!options.form && (options.media || options.sends || options.automation)) {
-        throw CLI::ValidationError(
-            "--media, --sends and --automation are tables: add --format csv, or another form");
+    for (const Part& part : kParts) {
+        if (!options.form && part.isOnlyATable && options.parts.contains(part.table)) {
+            throw CLI::ValidationError(
+                std::string(part.option) +
+                " is shown as a table only: add --format csv, or another form");
+        }
     }
+}
+
+ExitCode ShowColumns() {
+    for (const Part& part : kParts) {
+        Print((&part == kParts ? "" : "\n") + ColumnsText(part.option, part.table));
+    }
+    return ExitCode::Good;
 }
 
 // What is in them
@@ -141,13 +154,17 @@ InfoReport Inspect(const std::string& name, Progress& progress) {
 class Printer {
 public:
     explicit Printer(const InfoOptions& options)
-        : options_(options), json_(options.lines ? JsonList::Form::Lines : JsonList::Form::Array) {}
+        : options_(options),
+          detail_{.tracks = options.parts.contains(orvo::TableKind::Tracks),
+                  .effects = options.parts.contains(orvo::TableKind::Effects),
+                  .clips = options.parts.contains(orvo::TableKind::Clips)},
+          json_(options.lines ? JsonList::Form::Lines : JsonList::Form::Array) {}
 
     void Add(const InfoReport& report) {
         if (options_.json || options_.lines) {
             AddJson(options_.missing ? MissingToJson(report) : InfoToJson(report));
         } else if (report.content) {
-            AddText(options_.missing ? ShowMissing(report) : ShowInfo(report, options_.detail));
+            AddText(options_.missing ? ShowMissing(report) : ShowInfo(report, detail_));
         }
         FlushOutput();
     }
@@ -173,6 +190,7 @@ private:
     }
 
     const InfoOptions& options_;
+    InfoDetail detail_;
     JsonList json_;
     bool isFirst_ = true;
 };
@@ -200,7 +218,7 @@ ExitCode RunInfoTable(const InfoOptions& options) {
     const NamedFiles named = FindFiles(options.files, options.recursive);
     ExitCode code = named.allKnown ? ExitCode::Good : ExitCode::Failure;
     Progress progress("sessions", PhasesOf(named.files));
-    TablePrinter printer(TablesOf(options).front(), *options.form);
+    TablePrinter printer(*options.parts.begin(), *options.form);
     for (const std::string& name : named.files) {
         code = AddToTable(name, printer, progress) ? code : ExitCode::Failure;
     }
@@ -209,6 +227,12 @@ ExitCode RunInfoTable(const InfoOptions& options) {
 }
 
 ExitCode RunInfo(const InfoOptions& options) {
+    if (options.columns) {
+        return ShowColumns();
+    }
+    if (options.form) {
+        return RunInfoTable(options);
+    }
     RequirePlugin();
     const NamedFiles named = FindFiles(options.files, options.recursive);
     ExitCode code = named.allKnown ? ExitCode::Good : ExitCode::Failure;
@@ -235,23 +259,22 @@ void AddInfo(CLI::App& tool, Action& chosen) {
     auto options = std::make_shared<InfoOptions>();
     CLI::App* const verb = tool.add_subcommand(
         "info", "Show what is in a session: format, length, devices, media, tracks, groups.");
-    verb->add_option("FILE", options->files, "session files; - for standard input")->required();
+    CLI::Option* const files =
+        verb->add_option("FILE", options->files, "session files; - for standard input");
     verb->add_flag("--recursive", options->recursive,
                    "FILE may be a folder: all *.orvo files in it and below");
-    verb->add_flag("--tracks", options->detail.tracks, "routing and switches of each track");
-    verb->add_flag("--effects", options->detail.effects, "the effects of each track");
-    verb->add_flag("--clips", options->detail.clips, "the clips of each track on the timeline");
     CLI::Option* const missing = verb->add_flag(
         "--missing", options->missing, "only missing media, and only sessions that miss some");
-    for (const char* const detail : {"--tracks", "--effects", "--clips"}) {
-        missing->excludes(detail);
+    for (const Part& part : kParts) {
+        verb->add_flag_function(
+                part.option,
+                [options, table = part.table](std::int64_t) { options->parts.insert(table); },
+                part.help)
+            ->excludes(missing);
     }
     verb->add_flag("--json", options->json, "everything as a JSON array, one object for each file");
     verb->add_flag("--ndjson", options->lines, "the same objects, one per line, without the array")
         ->excludes("--json");
-    verb->add_flag("--media", options->media, "with --format: the media files");
-    verb->add_flag("--sends", options->sends, "with --format: the sends");
-    verb->add_flag("--automation", options->automation, "with --format: the keyframes");
     verb->add_option("--format", options->form,
                      "one table for spreadsheets and scripts, as csv, tsv, json or ndjson")
         ->type_name("FORM")
@@ -259,6 +282,8 @@ void AddInfo(CLI::App& tool, Action& chosen) {
         ->excludes("--json")
         ->excludes("--ndjson")
         ->excludes(missing);
+    verb->add_flag("--columns", options->columns, "what the columns of the tables mean")
+        ->excludes(files);
     verb->footer(
         "Examples:\n"
         "  orvo info song.orvo\n"
@@ -267,9 +292,12 @@ void AddInfo(CLI::App& tool, Action& chosen) {
         "  orvo info --missing --recursive /archive\n"
         "  orvo info --json *.orvo | python3 -m json.tool\n\n"
         "Exit status: 0 if every file is a session, else 1. Missing media are not a failure.");
-    verb->callback([options, &chosen] {
+    verb->callback([options, files, &chosen] {
+        if (files->count() == 0 && !options->columns) {
+            throw CLI::RequiredError("FILE");
+        }
         RequireOneTable(*options);
-        chosen = [options] { return options->form ? RunInfoTable(*options) : RunInfo(*options); };
+        chosen = [options] { return RunInfo(*options); };
     });
 }
 

@@ -1,5 +1,8 @@
 #include "cli/verbs/InfoTables.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -26,7 +29,24 @@ ordered_json ToJson(const orvo::TableCell& cell) {
         cell);
 }
 
+constexpr orvo::TableColumn kFirstColumn = {kSessionColumn, "the file as it was named"};
+
 }  // namespace
+
+std::string ColumnsText(std::string_view title, orvo::TableKind kind) {
+    std::vector<orvo::TableColumn> columns = {kFirstColumn};
+    const auto others = orvo::ColumnsOf(kind);
+    columns.insert(columns.end(), others.begin(), others.end());
+    std::size_t width = 0;
+    for (const orvo::TableColumn& column : columns) {
+        width = std::max(width, column.name.size());
+    }
+    std::string text = fmt::format("{}\n", title);
+    for (const orvo::TableColumn& column : columns) {
+        text += fmt::format("  {:{}}  {}\n", column.name, width, column.meaning);
+    }
+    return text;
+}
 
 TablePrinter::TablePrinter(orvo::TableKind kind, TableForm form)
     : kind_(kind),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <orvo/Tables.h>
@@ -10,6 +11,9 @@ namespace cli {
 
 /// The form of a table.
 enum class TableForm { Csv, Tsv, Json, Ndjson };
+
+/// The names of a table's columns and what they mean, below a title.
+std::string ColumnsText(std::string_view title, orvo::TableKind kind);
 
 /// Prints one table of many sessions, each as soon as it is known. The first column is "session",
 /// the name of the file.
