@@ -179,7 +179,7 @@ TEST_F(CommandLineTest, TheProgressBarMovesThroughALongElementThatReportsNothing
 }
 
 TEST_F(CommandLineTest, OneProgressBarCoversAllFiles) {
-    const std::string session = "<orvo><session/><files>\n" + std::string(12000000, '\n');
+    const std::string session = "<orvo><session/><files>\n" + std::string(36000000, '\n');
     folder_.Write("a.orvo", session + "</files></orvo>");
     std::vector<std::string> arguments = {ToolPath(), "info"};
     arguments.insert(arguments.end(), 6, "a.orvo");

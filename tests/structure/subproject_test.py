@@ -38,7 +38,7 @@ int main(int, char** argv) {
 SESSION = "examples/radio-spot/radio-spot.orvo"
 RATE = 22050
 # A source that only the tool needs.
-PART_OF_TOOL = "toolkit/SessionSummary.cpp"
+PART_OF_TOOL = "toolkit/SessionFolder.cpp"
 PRINTER = "orvo-print-json-schema"
 
 
