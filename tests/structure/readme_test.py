@@ -9,11 +9,13 @@ of build/release/bin/orvo; the lines up to the next command are its output. A ``
 with nothing but what BUILD installs, once by the page's ```cmake block and once by its ```sh block. README.md has one,
 which uses the library and gives every clip of an example a fade; docs/host-interfaces.md has one, a host of at most 60
 lines that takes the plug-in and a session. Every other block is an excerpt of a file in examples/host/. Those of
-docs/library.md are compiled by the ```sh block of README.md, run in ROOT, and print the ```text block that follows.
+docs/library.md are compiled by the ```sh block of README.md, run in a folder of their own with a copy of examples/, and
+print the ```text block that follows.
 """
 
 import json
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -118,7 +120,9 @@ def check_library_program(root, installed, orvo, page, program):
 def check_shown_program(root, installed, readme, program, shown):
     [commands] = blocks(readme, "sh")
     made = installed.built_by_commands(commands, program)
-    run = subprocess.run([made], cwd=root, capture_output=True, text=True, check=False)
+    with tempfile.TemporaryDirectory() as name:
+        shutil.copytree(root / "examples", Path(name) / "examples")
+        run = subprocess.run([made], cwd=name, capture_output=True, text=True, check=False)
     if (run.returncode, run.stdout, run.stderr) == (0, shown, ""):
         return True
     print(f"{program}--- shown\n{shown}--- true\n{run}")
