@@ -46,22 +46,12 @@ struct DiffOptions {
     bool json = false;
 };
 
-const std::map<std::string, orvo::ChangeTimes> kTimeForms = {
+const Words<orvo::ChangeTimes> kTimeForms = {
     {"samples", orvo::ChangeTimes::Samples},
     {"seconds", orvo::ChangeTimes::Seconds},
     {"timecode", orvo::ChangeTimes::Timecode},
     {"bars", orvo::ChangeTimes::Bars},
 };
-
-/// Stores the form that the text names; a usage error for any other text.
-void ChooseTimes(const std::string& text, orvo::ChangeTimes& times) {
-    const auto form = kTimeForms.find(text);
-    if (form == kTimeForms.end()) {
-        throw CLI::ValidationError("\"" + text + "\" is not a form of times; use samples, " +
-                                   "seconds, timecode or bars");
-    }
-    times = form->second;
-}
 
 // Reading
 
@@ -248,10 +238,8 @@ void AddDiff(CLI::App& tool, Action& chosen) {
         ->required();
     verb->add_option("B", options->after, "the session after, or its JSON; - for standard input")
         ->required();
-    verb->add_option_function<std::string>(
-            "--times",
-            [options](const std::string& text) { ChooseTimes(text, options->changes.times); },
-            "show times as samples, seconds, timecode or bars, not as the session does")
+    AddChoice(*verb, "--times", kTimeForms, options->changes.times,
+              "show times as samples, seconds, timecode or bars, not as the session does")
         ->type_name("FORM");
     AddKindOption(*verb, "--from", options->from,
                   "the kind, orvo or json, of a name that does not imply it; orvo if absent");

@@ -57,10 +57,10 @@ constexpr Part kParts[] = {
     {orvo::TableKind::Automation, "--automation", "with --format: the keyframes", true},
 };
 
-const std::map<std::string, TableForm> kForms = {{"csv", TableForm::Csv},
-                                                 {"tsv", TableForm::Tsv},
-                                                 {"json", TableForm::Json},
-                                                 {"ndjson", TableForm::Ndjson}};
+const Words<TableForm> kForms = {{"csv", TableForm::Csv},
+                                 {"tsv", TableForm::Tsv},
+                                 {"json", TableForm::Json},
+                                 {"ndjson", TableForm::Ndjson}};
 
 /// @throws CLI::ValidationError  if options do not go together
 void RequireOneTable(const InfoOptions& options) {
@@ -261,7 +261,7 @@ void AddInfo(CLI::App& tool, Action& chosen) {
         "info", "Show what is in a session: format, length, devices, media, tracks, groups.");
     CLI::Option* const files =
         verb->add_option("FILE", options->files, "session files; - for standard input");
-    verb->add_flag("--recursive", options->recursive,
+    verb->add_flag("-r,--recursive", options->recursive,
                    "FILE may be a folder: all *.orvo files in it and below");
     CLI::Option* const missing = verb->add_flag(
         "--missing", options->missing, "only missing media, and only sessions that miss some");
@@ -275,10 +275,9 @@ void AddInfo(CLI::App& tool, Action& chosen) {
     verb->add_flag("--json", options->json, "everything as a JSON array, one object for each file");
     verb->add_flag("--ndjson", options->lines, "the same objects, one per line, without the array")
         ->excludes("--json");
-    verb->add_option("--format", options->form,
-                     "one table for spreadsheets and scripts, as csv, tsv, json or ndjson")
+    AddChoice(*verb, "--format", kForms, options->form,
+              "one table for spreadsheets and scripts, as csv, tsv, json or ndjson")
         ->type_name("FORM")
-        ->transform(CLI::Transformer(kForms).description(""))
         ->excludes("--json")
         ->excludes("--ndjson")
         ->excludes(missing);

@@ -166,7 +166,7 @@ void AddRedact(CLI::App& tool, Action& chosen) {
         ->type_name("WHAT")
         ->delimiter(',')
         ->allow_extra_args(false)
-        ->check(CLI::IsMember(KeepableNames()).description(""));
+        ->check(OneOf(KeepableNames()));
     verb->add_option("--key", options->key,
                      "save as JSON which name and path became which; keep it to yourself")
         ->type_name("FILE")

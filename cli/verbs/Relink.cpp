@@ -44,7 +44,7 @@ struct RelinkVerbOptions {
     bool lines = false;  // one JSON object per line
 };
 
-const std::map<std::string, orvo::MediaMatch> kMatches = {
+const Words<orvo::MediaMatch> kMatches = {
     {"name", orvo::MediaMatch::Name},
     {"name+length", orvo::MediaMatch::NameAndLength},
     {"hash", orvo::MediaMatch::Hash},
@@ -245,10 +245,9 @@ void AddOptions(CLI::App& verb, RelinkVerbOptions& options) {
         ->type_name("FROM=TO")
         ->allow_extra_args(false)
         ->check(Mapping());
-    verb.add_option("--match", options.match,
-                    "what a file in DIR must have: name (default), name+length or hash")
-        ->type_name("WHAT")
-        ->transform(CLI::Transformer(kMatches).description(""));
+    AddChoice(verb, "--match", kMatches, options.match,
+              "what a file in DIR must have: name (default), name+length or hash")
+        ->type_name("WHAT");
     verb.add_flag("--recursive,-r", options.recursive,
                   "FILE may be a folder: all *.orvo files in it and below");
     CLI::Option* const dryRun =

@@ -2,9 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "toolkit/FileNames.h"
 
@@ -28,6 +31,14 @@ CLI::Validator FileName() {
         }
         return toolkit::IsNamedAsFolder(name) ? "\"" + name + "\" names a folder; name a file in it"
                                               : "";
+    };
+    return {problemOf, ""};
+}
+
+CLI::Validator OneOf(std::vector<std::string> words) {
+    const auto problemOf = [words = std::move(words)](const std::string& text) -> std::string {
+        const bool isKnown = std::find(words.begin(), words.end(), text) != words.end();
+        return isKnown ? "" : fmt::format("\"{}\" is not one of {}", text, fmt::join(words, ", "));
     };
     return {problemOf, ""};
 }

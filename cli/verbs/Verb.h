@@ -2,7 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "cli/ExitCode.h"
 #include "platform/kelcore/Types.h"
@@ -34,6 +36,32 @@ CLI::Validator FileName();
 /// the range. Use it with `transform`, not `check`: it strips leading zeros, which CLI11 would take
 /// for an octal prefix.
 CLI::Validator WholeNumber(kelcore::uint64 lowest, kelcore::uint64 highest);
+
+/// Validates one of several words: any other is a usage error that lists them.
+CLI::Validator OneOf(std::vector<std::string> words);
+
+/// Words of the command line and what they stand for.
+template <class Meaning>
+using Words = std::vector<std::pair<std::string, Meaning>>;
+
+/// Adds an option whose value is one of the words. It stores what the word stands for.
+template <class Meaning, class Value>
+CLI::Option* AddChoice(CLI::App& verb, const std::string& option, const Words<Meaning>& words,
+                       Value& chosen, const std::string& description) {
+    std::vector<std::string> names;
+    for (const auto& [name, meaning] : words) {
+        names.push_back(name);
+    }
+    const auto choose = [words, &chosen](const std::string& text) {
+        for (const auto& [name, meaning] : words) {
+            if (name == text) {
+                chosen = meaning;
+            }
+        }
+    };
+    return verb.add_option_function<std::string>(option, choose, description)
+        ->check(OneOf(std::move(names)));
+}
 
 /// Each function adds a verb and its options to the tool. When the user chooses the verb, `chosen`
 /// becomes its action. Nothing is loaded or read before the action runs.

@@ -46,7 +46,7 @@ def check(page, root, orvo, update):
 
 
 def main():
-    root, orvo = Path(sys.argv[1]), Path(sys.argv[2])
+    root, orvo = Path(sys.argv[1]), Path(sys.argv[2]).resolve()
     checked = [check(root / page, root, orvo, "--update" in sys.argv) for page in PAGES]
     return 0 if all(checked) else 1
 

@@ -136,7 +136,8 @@ TEST_F(DiffTest, HasAnExitStatusOfItsOwnForTrouble) {
     EXPECT_EQ(RunTool({"diff", "bad.orvo", "a.json"}, folder_).exitCode, 2);
     EXPECT_EQ(RunTool({"diff", "-", "-"}, folder_).exitCode, 2);
     const Outcome form = RunTool({"diff", "--times", "days", "a.json", "b.json"}, folder_);
-    EXPECT_THAT(form.errors, HasSubstr("\"days\" is not a form of times"));
+    EXPECT_THAT(form.errors,
+                HasSubstr("--times: \"days\" is not one of samples, seconds, timecode, bars"));
     EXPECT_EQ(form.exitCode, 2);
 }
 

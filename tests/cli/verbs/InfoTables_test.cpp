@@ -87,6 +87,13 @@ TEST_F(InfoTables, ATableNeedsExactlyOnePart) {
     }
 }
 
+TEST_F(InfoTables, AnUnknownFormIsAUsageErrorThatListsTheForms) {
+    const Outcome outcome = Info({"--format", "xls", "--clips", "a.orvo"});
+    EXPECT_THAT(outcome.errors,
+                HasSubstr("--format: \"xls\" is not one of csv, tsv, json, ndjson"));
+    EXPECT_EQ(outcome.exitCode, 2);
+}
+
 TEST_F(InfoTables, APartWithoutATextReportNeedsAForm) {
     const Outcome outcome = Info({"--sends", "a.orvo"});
     EXPECT_THAT(outcome.errors, HasSubstr("--sends is shown as a table only: add --format csv"));
