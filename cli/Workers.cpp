@@ -68,9 +68,10 @@ public:
             Fail("cannot make a socket");
         }
         socket_ = sockets[0];
+        const pid_t parent = ::getpid();
         process_ = ::fork();
         if (process_ == 0) {
-            Serve(produce, sockets[1]);
+            Serve(produce, sockets[1], parent);
         }
         ::close(sockets[1]);
         if (process_ < 0) {
@@ -114,8 +115,11 @@ public:
 
 private:
     /// What the process does.
-    [[noreturn]] static void Serve(const Produce& produce, int socket) noexcept {
+    [[noreturn]] static void Serve(const Produce& produce, int socket, pid_t parent) noexcept {
         ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+        if (::getppid() != parent) {  // it ended before the line above
+            ::_exit(0);
+        }
         std::uint64_t item = 0;
         while (ReadAll(socket, &item, sizeof item)) {
             const std::string result = produce(item);

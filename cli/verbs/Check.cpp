@@ -53,6 +53,9 @@ orvo::CheckOptions OptionsFor(const std::string& name, const CheckVerbOptions& o
 }
 
 CheckReport Check(const std::string& name, const CheckVerbOptions& options) {
+    if (IsFolder(name)) {
+        return Unreadable(name, "this is a folder: name a session file in it, or add --recursive");
+    }
     const SessionFile file(name);
     if (const auto& problem = file.EarlyProblem()) {
         return Unreadable(file.Name(), problem->what + ": " + problem->advice);

@@ -1,7 +1,9 @@
 #include <orvo/Collect.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/RemovalAtSignal.h"
@@ -46,10 +48,17 @@ orvo::ProgressFunction ShowOn(const Progress::Phase& phase) {
     };
 }
 
-std::vector<Message> FromLibrary(const std::vector<orvo::Message>& messages) {
+/// The messages, with files in the folder named as the user names it.
+std::vector<Message> FromLibrary(const std::vector<orvo::Message>& messages,
+                                 const std::string& folder, const std::string& name) {
     std::vector<Message> result;
     for (const orvo::Message& message : messages) {
-        result.push_back({.subject = message.file, .what = message.what, .advice = message.advice});
+        std::string subject = message.file == folder ? name : message.file;
+        if (message.file.starts_with(folder + '/')) {
+            subject = std::filesystem::path(name) / message.file.substr(folder.size() + 1);
+        }
+        result.push_back(
+            {.subject = std::move(subject), .what = message.what, .advice = message.advice});
     }
     return result;
 }
@@ -90,11 +99,13 @@ ExitCode Report(const CollectVerbOptions& options, const orvo::CollectPlan& plan
 }
 
 /// Why a session cannot be collected at all.
-std::vector<Message> ExplainPlan(const SessionFile& file, const orvo::CollectPlan& plan) {
+std::vector<Message> ExplainPlan(const SessionFile& file, const orvo::CollectPlan& plan,
+                                 const std::string& folder) {
     const bool isAboutFolder =
         !plan.messages.empty() && (plan.messages.front().file == plan.folder ||
                                    plan.messages.front().file == plan.folder.parent_path());
-    return isAboutFolder ? FromLibrary(plan.messages) : ExplainRefusal(file, plan.messages);
+    return isAboutFolder ? FromLibrary(plan.messages, plan.folder, folder)
+                         : ExplainRefusal(file, plan.messages);
 }
 
 orvo::CollectResult CollectTo(const orvo::CollectPlan& plan, orvo::CollectOptions options,
@@ -118,14 +129,14 @@ ExitCode RunCollect(const CollectVerbOptions& options) {
     const orvo::CollectOptions how{.link = options.link};
     const orvo::CollectPlan plan = orvo::PlanCollection(file.FullName(), options.folder, how);
     if (!plan) {
-        return Report(options, plan, {}, ExplainPlan(file, plan));
+        return Report(options, plan, {}, ExplainPlan(file, plan, options.folder));
     }
     if (!options.json) {
         Print(ToText(plan, options.file, options.folder));
         Print(options.dryRun ? ListMedia(plan) : "");
         FlushOutput();
     }
-    for (const Message& remark : FromLibrary(plan.messages)) {
+    for (const Message& remark : FromLibrary(plan.messages, plan.folder, options.folder)) {
         Complain(remark);
     }
     std::vector<Message> obstacles = FindObstacles(plan, options);
@@ -133,14 +144,15 @@ ExitCode RunCollect(const CollectVerbOptions& options) {
         return Report(options, plan, {}, obstacles);
     }
     const orvo::CollectResult result = CollectTo(plan, how, options);
-    return Report(options, plan, result, FromLibrary(result.messages));
+    return Report(options, plan, result, FromLibrary(result.messages, plan.folder, options.folder));
 }
 
 ExitCode RunVerify(const CollectVerbOptions& options) {
     Progress progress(options.verify, {{kVerifying, 1}});
     const Progress::Phase verifying = progress.Begin(kVerifying);
     const orvo::VerifyResult result = orvo::VerifyCollection(options.verify, ShowOn(verifying));
-    const std::vector<Message> messages = FromLibrary(result.messages);
+    const std::vector<Message> messages =
+        FromLibrary(result.messages, options.verify, options.verify);
     for (const Message& message : messages) {
         Complain(message);
     }

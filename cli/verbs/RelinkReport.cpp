@@ -126,11 +126,15 @@ void RelinkSummary::Add(const RelinkReport& report) {
 }
 
 std::string RelinkSummary::Text(bool isDryRun) const {
+    const std::string sessions = Counted(sessions_, "session");
+    if (failed_ == sessions_ && sessions_ != 0 && found_ + ambiguous_ + missing_ == 0) {
+        return sessions + ": none could be relinked\n";
+    }
     const std::string media =
         found_ + ambiguous_ + missing_ == 0
             ? "no media are missing"
             : fmt::format("{} found, {} ambiguous, {} still missing", found_, ambiguous_, missing_);
-    return fmt::format("{}: {}; {} {}{}\n", Counted(sessions_, "session"), media, changed_,
+    return fmt::format("{}: {}; {} {}{}\n", sessions, media, changed_,
                        isDryRun ? "would change" : "changed",
                        failed_ == 0 ? "" : fmt::format(", {} failed", failed_));
 }

@@ -124,7 +124,8 @@ private:
         if (problem.isMalformed) {
             return Code::NotWellFormed;
         }
-        return toolkit::FindProblem(file_.string()) ? Code::Unreadable : Code::NotASession;
+        const toolkit::FileBlocks opened(file_.string());
+        return opened.Failure() ? Code::Unreadable : Code::NotASession;
     }
 
     void AddRefusal(const std::vector<Message>& messages) {

@@ -125,7 +125,8 @@ constexpr Entry kEntries[] = {
     {Code::UnreadableMedia,
      {"unreadable-media", Warning, "A media file that clips play cannot be looked into.",
       "It may be damaged, of a kind that this tool does not know, or not to be read by this user.",
-      "<file id=\"1\" absolutePath=\"/media/empty.wav\"/>", "Try to play the file."}},
+      "<file id=\"1\" absolutePath=\"/media/empty.wav\"/>",
+      "Look at the rights to the file, and try to play it."}},
     {Code::ShortMedia,
      {"short-media", Error, "A media file is shorter than its clip.",
       "The clip goes on after its file ends. The file may have been replaced, or cut off while it "

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <variant>
 
 #include <orvo/Lookup.h>
@@ -62,7 +63,7 @@ private:
             Add(Code::MissingMedia, place, fmt::format("file {} has no path", file.id));
             return;
         }
-        const MediaResult result = read_(file.path);
+        const MediaResult result = Read(file.path);
         if (const auto* const properties = std::get_if<MediaProperties>(&result)) {
             OfSound(file, *properties, place);
             return;
@@ -74,12 +75,30 @@ private:
             case MediaObstacle::Silent:
                 Add(Code::UnreadableMedia, place, NameOf(file) + ": its folder does not answer");
                 break;
+            case MediaObstacle::Refused:
+                if (IsPlayed(file)) {
+                    Add(Code::UnreadableMedia, place, NameOf(file) + " must not be read");
+                }
+                break;
             case MediaObstacle::Unknown:
                 if (IsPlayed(file)) {
                     Add(Code::UnreadableMedia, place,
                         NameOf(file) + " is damaged, or no sound file");
                 }
         }
+    }
+
+    /// Asks once for a folder that does not answer.
+    MediaResult Read(const std::string& path) {
+        std::string folder = path.substr(0, path.find_last_of('/') + 1);
+        if (silent_.contains(folder)) {
+            return MediaObstacle::Silent;
+        }
+        MediaResult result = read_(path);
+        if (result == MediaResult(MediaObstacle::Silent)) {
+            silent_.insert(std::move(folder));
+        }
+        return result;
     }
 
     void OfSound(const File& file, const MediaProperties& properties, const ModelPath& place) {
@@ -139,6 +158,7 @@ private:
     const Session& session_;
     const MediaReader& read_;
     std::unordered_set<std::uint32_t> played_;  // files of audio clips
+    std::unordered_set<std::string> silent_;    // folders that do not answer
     std::unordered_map<std::uint32_t, Sound> sounds_;
     std::vector<ModelFinding> findings_;
 };

@@ -126,9 +126,10 @@ public:
         const std::string session = SessionContent(plan_);
         const fs::path sessionFile = plan_.folder / plan_.sessionName;
         RequireFreeOrSame(sessionFile, session);
+        LearnFromManifest();
         MakeFolders();
         const Descriptor journal = OpenJournal();
-        LearnWhatIsDone();
+        LearnFrom(plan_.folder / kJournalName);
         std::string manifest;
         for (const CollectedFile& media : plan_.media) {
             if (!media.name.empty()) {
@@ -220,12 +221,11 @@ private:
         return true;
     }
 
-    void LearnWhatIsDone() {
+    void LearnFromManifest() {
         const fs::path manifest = plan_.folder / kManifestName;
         if (LearnFrom(manifest) && !digests_.contains(plan_.sessionName)) {
             throw FailureOf(manifest, "is that of another session", "choose another folder");
         }
-        LearnFrom(plan_.folder / kJournalName);
     }
 
     /// A later run works without the line, only longer.

@@ -62,6 +62,19 @@ void AddUnlisted(const fs::path& folder, const toolkit::Manifest& manifest, Veri
     }
 }
 
+/// Says of a folder without a manifest what it lacks, and of a manifest why it cannot be read.
+Message WhyUnread(const fs::path& folder, const fs::path& list, const toolkit::Problem& problem) {
+    std::error_code error;
+    if (fs::symlink_status(list, error).type() != fs::file_type::not_found) {
+        return {.file = list.string(), .what = problem.what, .advice = problem.advice};
+    }
+    return {.file = folder.string(),
+            .what = fs::is_directory(folder, error)
+                        ? std::string("is no collection: it has no ") + kManifestName
+                        : "no such folder",
+            .advice = "name a folder with a collected session"};
+}
+
 }  // namespace
 
 VerifyResult VerifyCollection(const fs::path& folder, const ProgressFunction& progress) {
@@ -69,8 +82,7 @@ VerifyResult VerifyCollection(const fs::path& folder, const ProgressFunction& pr
     const fs::path list = folder / kManifestName;
     const auto content = toolkit::ReadFileContent(list.string());
     if (const auto* const problem = std::get_if<toolkit::Problem>(&content)) {
-        result.messages.push_back(
-            {.file = list.string(), .what = problem->what, .advice = problem->advice});
+        result.messages.push_back(WhyUnread(folder, list, *problem));
         return result;
     }
     const auto& text = std::get<std::string>(content);

@@ -27,7 +27,7 @@ MediaResult Look(const std::string& path) {
     // A pipe that has just taken the file's place does not hold this up.
     const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) {
-        return MediaObstacle::Unknown;
+        return MediaObstacle::Refused;
     }
     SF_INFO info{};
     const SoundFile file(sf_open_fd(descriptor, SFM_READ, &info, SF_TRUE), &sf_close);

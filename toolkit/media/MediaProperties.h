@@ -20,7 +20,8 @@ struct MediaProperties {
 enum class MediaObstacle {
     Missing,  ///< there is no regular file
     Silent,   ///< the file system does not answer
-    Unknown,  ///< it cannot be read, is damaged, or is of another kind than libsndfile knows
+    Refused,  ///< the system refuses to open it
+    Unknown,  ///< it is damaged, or of another kind than libsndfile knows
 };
 
 using MediaResult = std::variant<MediaProperties, MediaObstacle>;

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -202,6 +203,34 @@ TEST(Workers, TheyEndWhenTheResultsAreNotWanted) {
                      100, 3, [](std::size_t) { return std::string("x"); },
                      [](std::size_t, const std::optional<std::string>&) { throw Unwanted(); }),
                  Unwanted);
+}
+
+TEST_F(CheckTest, AFileOrMediaThatMustNotBeReadIsUnreadable) {
+    Write("closed.orvo", kGood);
+    Write("a.orvo",
+          "<orvo><session sampleRate='48000' duration='1'><tracks><audioTrack id='1'>"
+          "<audioClip id='1' fileID='1' duration='1'/></audioTrack></tracks></session><files>"
+          "<file id='1' relativePath='closed.wav'/></files></orvo>");
+    Write("closed.wav", "RIFF");
+    for (const char* const name : {"closed.orvo", "closed.wav"}) {
+        ASSERT_EQ(::chmod((folder_ / name).c_str(), 0), 0);
+    }
+    const Outcome session = test::RunToolUnprivileged({"check", "closed.orvo"}, folder_);
+    EXPECT_EQ(session.output,
+              "closed.orvo: error: you may not read this file: check its permissions and its "
+              "folder's [unreadable]\n");
+    EXPECT_EQ(session.exitCode, 1);
+    const Outcome media = test::RunToolUnprivileged({"check", "a.orvo"}, folder_);
+    EXPECT_THAT(media.output, HasSubstr("closed.wav\" must not be read [unreadable-media]\n"));
+}
+
+TEST_F(CheckTest, AFolderNeedsAnOption) {
+    std::filesystem::create_directory(folder_ / "top");
+    const Outcome outcome = Check({"top"});
+    EXPECT_EQ(outcome.output,
+              "top: error: this is a folder: name a session file in it, or add --recursive "
+              "[unreadable]\n");
+    EXPECT_EQ(outcome.exitCode, 1);
 }
 
 }  // namespace

@@ -103,7 +103,7 @@ TEST_F(CollectToolTest, VerifiesAFolder) {
     EXPECT_EQ(report.at("files").at(0),
               nlohmann::json({{"name", "media/a.wav"}, {"state", "changed"}, {"why", ""}}));
     const Outcome none = RunTool({"collect", "--verify", "."}, folder_);
-    EXPECT_THAT(none.errors, HasSubstr("manifest-sha256.txt: no such file"));
+    EXPECT_THAT(none.errors, HasSubstr("it has no manifest-sha256.txt"));
     EXPECT_EQ(none.output, "");
     EXPECT_EQ(none.exitCode, 1);
 }
@@ -136,8 +136,7 @@ TEST_F(CollectToolTest, StopsWhenTheDiskIsFullAndLeavesNoHalfOfAFile) {
     const std::string collect = "ulimit -f 50; exec " + test::ToolPath() + " collect s.orvo c";
     const Outcome outcome =
         test::Run({.arguments = {"bash", "-c", collect}, .folder = folder_.Path().string()});
-    EXPECT_EQ(outcome.errors, "orvo: " + (folder_ / "c/media/a.wav").string() +
-                                  ": cannot be written: File too large\n");
+    EXPECT_EQ(outcome.errors, "orvo: c/media/a.wav: cannot be written: File too large\n");
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_FALSE(Exists("c/media/a.wav"));
     EXPECT_FALSE(Exists("c/.orvo-part"));
@@ -171,6 +170,20 @@ TEST_F(CollectToolTest, RefusesACommandLineThatMakesNoSense) {
     EXPECT_EQ(RunTool({"collect", "s.orvo"}, folder_).exitCode, 2);
     EXPECT_EQ(RunTool({"collect"}, folder_).exitCode, 2);
     EXPECT_EQ(RunTool({"collect", "--verify", "c", "s.orvo", "d"}, folder_).exitCode, 2);
+}
+
+TEST_F(CollectToolTest, NamesFilesInTheFolderAsTheUserNamesIt) {
+    std::filesystem::create_directories(folder_ / "c/media");
+    folder_.Write("c/media/a.wav", "other");
+    const Outcome outcome = RunTool({"collect", "s.orvo", "./c/"}, folder_);
+    EXPECT_EQ(outcome.errors,
+              "orvo: ./c/media/a.wav: exists with another content, and nothing is replaced: choose "
+              "another folder, or move it away\n");
+    const Outcome verified = RunTool({"collect", "--verify", "c/media"}, folder_);
+    EXPECT_EQ(verified.errors,
+              "orvo: c/media: is no collection: it has no manifest-sha256.txt: name a folder with "
+              "a collected session\n");
+    EXPECT_EQ(verified.exitCode, 1);
 }
 
 }  // namespace

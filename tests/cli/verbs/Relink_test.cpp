@@ -259,4 +259,11 @@ TEST_F(RelinkToolTest, RefusesACommandLineThatMakesNoSense) {
                 HasSubstr("--in-place"));
 }
 
+TEST_F(RelinkToolTest, DoesNotSayOfSessionsThatWereNotReadThatNothingIsMissing) {
+    folder_.Write("bad.orvo", "<orvo>");
+    const Outcome outcome = RunTool({"relink", "bad.orvo", "--search", "m", "--dry-run"}, folder_);
+    EXPECT_EQ(outcome.output, "1 session: none could be relinked\n");
+    EXPECT_EQ(outcome.exitCode, 1);
+}
+
 }  // namespace

@@ -248,8 +248,23 @@ TEST_F(CheckMedia, WhatCannotBeLookedIntoMattersIfClipsPlayIt) {
                 ElementsAre(Pair("missing-media", "/files/0/path")));
     Clip().fileId = 2;
     EXPECT_THAT(Check(toolkit::MediaObstacle::Unknown), IsEmpty());
+    EXPECT_THAT(Check(toolkit::MediaObstacle::Refused), IsEmpty());
     EXPECT_THAT(Check(toolkit::MediaObstacle::Silent),
                 ElementsAre(Pair("unreadable-media", "/files/0/path")));
+}
+
+TEST_F(CheckMedia, AFolderThatDoesNotAnswerIsAskedOnce) {
+    session_.files = {{.id = 1, .path = "/gone/a.wav"},
+                      {.id = 2, .path = "/gone/b.wav"},
+                      {.id = 3, .path = "/there/c.wav"}};
+    std::vector<std::string> asked;
+    const auto findings = toolkit::CheckMedia(session_, [&](const std::string& path) {
+        asked.push_back(path);
+        return toolkit::MediaResult(path.starts_with("/gone") ? toolkit::MediaObstacle::Silent
+                                                              : toolkit::MediaObstacle::Missing);
+    });
+    EXPECT_THAT(asked, ElementsAre("/gone/a.wav", "/there/c.wav"));
+    EXPECT_EQ(findings.size(), 3U);
 }
 
 TEST(MediaProperties, OnlyRegularFilesAreOpened) {

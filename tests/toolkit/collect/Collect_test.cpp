@@ -153,6 +153,8 @@ TEST_F(CollectTest, NeverReplacesAFile) {
     std::filesystem::remove_all(folder_ / "c");
     Write("c/manifest-sha256.txt", "");
     EXPECT_THAT(Collect().messages.at(0).what, HasSubstr("another session"));
+    EXPECT_FALSE(Exists("c/.orvo-journal"));
+    EXPECT_FALSE(Exists("c/media"));
 }
 
 TEST_F(CollectTest, MakesHardLinksIfAskedTo) {
@@ -215,7 +217,10 @@ TEST_F(CollectTest, DoesNotWaitForAPipeInPlaceOfAFile) {
 }
 
 TEST_F(CollectTest, RefusesToVerifyWithoutAWholeManifest) {
-    EXPECT_THAT(orvo::VerifyCollection(folder_ / "c").messages, testing::Not(IsEmpty()));
+    EXPECT_EQ(orvo::VerifyCollection(folder_ / "c").messages.at(0).what, "no such folder");
+    Write("c/song.orvo", "");
+    EXPECT_EQ(orvo::VerifyCollection(folder_ / "c").messages.at(0).what,
+              "is no collection: it has no manifest-sha256.txt");
     Write("c/manifest-sha256.txt", std::string(64, 'a') + "  media/a.w");
     EXPECT_EQ(orvo::VerifyCollection(folder_ / "c").messages.at(0).what,
               "is not a complete list of SHA-256 sums");
