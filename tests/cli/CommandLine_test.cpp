@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <set>
 
 #include "tests/cli/Tool.h"
@@ -137,6 +138,31 @@ TEST_F(CommandLineTest, MessagesAreColouredOnATerminalByDefault) {
     EXPECT_THAT(outcome.errors, HasSubstr("\x1b["));
 }
 
+TEST_F(CommandLineTest, ChangesAndFindingsAreColouredOnATerminal) {
+    folder_.Write("a.json", R"({"properties": [{"key": "take", "value": "3"}], "bitDepth": 16})");
+    folder_.Write("b.json",
+                  R"({"properties": [{"key": "client", "value": "us"}], "bitDepth": 24})");
+    folder_.Write("c.json", R"({"sampleRate": 0})");
+    // Standard output is the terminal that standard error is.
+    const auto run = [this](const std::string& environment, const std::string& arguments) {
+        return test::Run({.arguments = {"sh", "-c",
+                                        environment + " " + ToolPath() + " " + arguments + " >&2"},
+                          .folder = folder_.Path().string(),
+                          .terminalErrors = true})
+            .errors;
+    };
+    EXPECT_EQ(run("NO_COLOR=", "diff a.json b.json"),
+              "\x1b[33msession: bit depth from 16 to 24\x1b[0m\r\n"
+              "\x1b[31msession: property \"take\" removed\x1b[0m\r\n"
+              "\x1b[32msession: property \"client\" added\x1b[0m\r\n");
+    EXPECT_THAT(run("NO_COLOR=1", "diff a.json b.json"), Not(HasSubstr("\x1b")));
+    EXPECT_THAT(run("NO_COLOR=", "diff --json a.json b.json"), Not(HasSubstr("\x1b")));
+    EXPECT_THAT(run("NO_COLOR=", "check c.json"), HasSubstr("\x1b["));
+    EXPECT_EQ(RunTool({"diff", "a.json", "b.json"}, folder_).output,
+              "session: bit depth from 16 to 24\nsession: property \"take\" removed\nsession: "
+              "property \"client\" added\n");
+}
+
 /// Long enough for a progress bar to appear.
 std::string LongText() {
     return std::string(150'000'000, '\n');
@@ -204,6 +230,32 @@ TEST_F(CommandLineTest, OneProgressBarCoversAllPhasesOfAConversion) {
         for (const char* const verb : verbs) {
             EXPECT_THAT(outcome.errors, HasSubstr(std::string("] ") + verb + " " + name));
         }
+    }
+}
+
+TEST_F(CommandLineTest, EveryVerbThatReadsSessionsShowsProgress) {
+    ASSERT_EQ(RunTool({"generate", "--tracks", "500", "a.orvo"}, folder_).exitCode, 0);
+    folder_.Write("s.orvo", "<orvo><files><file id='1' relativePath='a.wav'/></files></orvo>");
+    folder_.Write("a.wav", "");
+    std::filesystem::resize_file(folder_ / "a.wav", 1'500'000'000);  // takes no space
+    for (const auto& [arguments, label] :
+         {std::pair(std::vector<std::string>{"info", "--format", "csv", "--media", "a.orvo"},
+                    "reading a.orvo"),
+          {{"check", "a.orvo", "a.orvo"}, "checking a.orvo"},
+          {{"diff", "a.orvo", "a.orvo"}, "reading a.orvo"},
+          {{"merge", "a.orvo", "a.orvo", "a.orvo", "-o", "b.orvo"}, "writing b.orvo"},
+          {{"relink", "a.orvo", "a.orvo", "--search", ".", "--dry-run"}, "relinking a.orvo"},
+          {{"redact", "a.orvo", "a.orvo", "--in-place"}, "redacting a.orvo"},
+          {{"collect", "--link", "s.orvo", "c"}, "collecting"}}) {
+        std::vector<std::string> whole = {ToolPath()};
+        whole.insert(whole.end(), arguments.begin(), arguments.end());
+        const Outcome outcome = test::Run(
+            {.arguments = whole, .folder = folder_.Path().string(), .terminalErrors = true});
+        const std::vector<std::size_t> fills = FillsOf(outcome.errors);
+        EXPECT_THAT(outcome.errors, HasSubstr(std::string("] ") + label)) << arguments[0];
+        EXPECT_TRUE(std::is_sorted(fills.begin(), fills.end())) << outcome.errors;
+        EXPECT_FALSE(fills.empty()) << outcome.errors;
+        EXPECT_TRUE(outcome.errors.ends_with("\r\x1b[K")) << outcome.errors;
     }
 }
 
