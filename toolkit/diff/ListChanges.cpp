@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "session/MemberKey.h"
@@ -38,14 +41,20 @@ void CompareList(Comparison& sessions, const ListMatch& match, const std::vector
 
 void CompareItems(const Members& members, const std::vector<ClipGroupItem>& before,
                   const std::vector<ClipGroupItem>& after) {
-    const auto count = [](const auto& list, const auto& others) {
-        return std::count_if(list.begin(), list.end(), [&](const ClipGroupItem& item) {
-            return std::count(others.begin(), others.end(), item) <
-                   std::count(list.begin(), list.end(), item);
-        });
+    std::map<std::pair<std::uint32_t, std::uint32_t>, std::ptrdiff_t> surplus;  // in `before`
+    const auto surplusOf = [&surplus](const ClipGroupItem& item) -> std::ptrdiff_t& {
+        return surplus[{item.trackId, item.clipId}];
     };
-    const auto left = count(before, after);
-    const auto joined = count(after, before);
+    for (const ClipGroupItem& item : before) {
+        ++surplusOf(item);
+    }
+    for (const ClipGroupItem& item : after) {
+        --surplusOf(item);
+    }
+    const auto left = std::count_if(before.begin(), before.end(),
+                                    [&](const ClipGroupItem& item) { return surplusOf(item) > 0; });
+    const auto joined = std::count_if(
+        after.begin(), after.end(), [&](const ClipGroupItem& item) { return surplusOf(item) < 0; });
     if (joined != 0) {
         members.Say(ChangeKind::Changed,
                     fmt::format(": {} clip{} joined", joined, joined == 1 ? "" : "s"));
