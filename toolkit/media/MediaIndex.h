@@ -29,6 +29,7 @@ public:
     /// links to files but does not follow links to folders. Opens no file.
     Added Add(const std::filesystem::path& folder, const Progress& progress);
 
+    bool HasFolders() const { return !folders_.empty(); }
     std::size_t FileCount() const { return fileCount_; }
 
     /// The full paths of the files with a name, sorted: those with exactly this name, or else those

@@ -81,9 +81,13 @@ Whereabouts MediaSearch::Locate(const std::string& path, const MediaNeeds& needs
     if (mapped.outcome == RelinkOutcome::Found) {
         return mapped;
     }
+    if (!index_.HasFolders()) {
+        return {.why = mapped.why.empty() ? "its path begins with none that was mapped"
+                                          : "it is not " + mapped.why};
+    }
     Whereabouts found = InFolders(path, needs);
     if (found.outcome == RelinkOutcome::Missing && !mapped.why.empty()) {
-        found.why += "; " + mapped.why;
+        found.why += "; nor is it " + mapped.why;
     }
     return found;
 }
@@ -108,7 +112,7 @@ Whereabouts MediaSearch::Mapped(const std::string& path) {
                     .why = fmt::format("{} is now {}", mapping.from, mapping.to)};
         }
         if (result.why.empty()) {
-            result.why = "nor is it at " + PathFromSystem(mapped.string());
+            result.why = "at " + PathFromSystem(mapped.string());
         }
     }
     return result;

@@ -142,7 +142,7 @@ TEST_F(RelinkToolTest, PrintsJson) {
                                              {"path", "/old/b.wav"},
                                              {"outcome", "missing"},
                                              {"newPath", nullptr},
-                                             {"why", "no searched folder has a file of this name"},
+                                             {"why", "its path begins with none that was mapped"},
                                              {"candidates", nlohmann::json::array()}}}},
                                           {"changes", true},
                                           {"saved", "s.orvo"},

@@ -116,6 +116,14 @@ TEST_F(RelinkTest, FollowsTheFirstMappingThatLeadsToAFile) {
               "no searched folder has a file of this name; nor is it at " + Path("nowhere/b.wav"));
 }
 
+TEST_F(RelinkTest, SaysWhyNoMappingFoundAFileIfNoFolderWasSearched) {
+    const std::string session = Write("s/a.orvo", Session({"D:\\Jobs\\b.wav", "/other/c.wav"}));
+    Relinker relinker({.mappings = {{"D:\\Jobs", Path("nowhere")}}});
+    const orvo::RelinkResult result = relinker.Relink(session, session);
+    EXPECT_EQ(result.media.at(0).why, "it is not at " + Path("nowhere/b.wav"));
+    EXPECT_EQ(result.media.at(1).why, "its path begins with none that was mapped");
+}
+
 TEST_F(RelinkTest, ChoosesByTheFoldersAround) {
     Write("m/Song/Audio/a.wav", "");
     Write("m/Other/Audio/a.wav", "");
