@@ -24,8 +24,6 @@
 namespace cli {
 namespace {
 
-using orvo::Session;
-
 struct ConvertOptions {
     std::string in;
     std::string out;
