@@ -220,7 +220,7 @@ std::span<const CheckCode> CheckCodes() {
 }
 
 const CheckCode* FindCheckCode(std::string_view code) {
-    const auto found = std::ranges::find(toolkit::kCodes, code, &CheckCode::code);
+    const auto* const found = std::ranges::find(toolkit::kCodes, code, &CheckCode::code);
     return found != toolkit::kCodes.end() ? &*found : nullptr;
 }
 

@@ -206,11 +206,11 @@ private:
     }
 
     static bool Overlap(const AudioClip& one, const AudioClip& other) {
-        const auto startsWithin = [](const AudioClip& inner, const AudioClip& outer) {
-            return inner.startPoint >= outer.startPoint &&
-                   static_cast<std::uint64_t>(inner.startPoint) -
-                           static_cast<std::uint64_t>(outer.startPoint) <
-                       static_cast<std::uint64_t>(std::max<std::int64_t>(outer.duration, 0));
+        const auto startsWithin = [](const AudioClip& late, const AudioClip& early) {
+            return late.startPoint >= early.startPoint &&
+                   static_cast<std::uint64_t>(late.startPoint) -
+                           static_cast<std::uint64_t>(early.startPoint) <
+                       static_cast<std::uint64_t>(std::max<std::int64_t>(early.duration, 0));
         };
         return startsWithin(one, other) || startsWithin(other, one);
     }
