@@ -12,12 +12,12 @@
 namespace orvo::diff {
 namespace {
 
-bool HaveSameMedia(const MidiClip& one, const MidiClip& other) {
-    return one.events == other.events;
+bool HaveSameMedia(const MidiClip& part, const MidiClip& whole) {
+    return part.events == whole.events;
 }
 template <class Clip>
-bool HaveSameMedia(const Clip& one, const Clip& other) {
-    return one.fileId == other.fileId;
+bool HaveSameMedia(const Clip& part, const Clip& whole) {
+    return part.fileId == whole.fileId;
 }
 
 /// The clips that a split may have made, by their tracks and where they start.

@@ -119,9 +119,10 @@ std::string NameOf(std::uint32_t index, const Parameter& parameter) {
 }
 
 /// With the channels that feed themselves, up to the highest.
-std::map<std::uint32_t, std::int32_t> Complete(std::map<std::uint32_t, std::int32_t> sources,
-                                               const std::map<std::uint32_t, std::int32_t>& other) {
-    for (const auto& [channel, source] : other) {
+std::map<std::uint32_t, std::int32_t> Complete(
+    std::map<std::uint32_t, std::int32_t> sources,
+    const std::map<std::uint32_t, std::int32_t>& counterpart) {
+    for (const auto& [channel, source] : counterpart) {
         if (!sources.empty() && channel < sources.rbegin()->first) {
             sources.try_emplace(channel, static_cast<std::int32_t>(channel));
         }
