@@ -370,11 +370,11 @@ std::set<Reference> Dangling(const Session& session) {
 
 /// The three sessions with the same ids for the same things.
 struct Sides {
-    Sides(const Session& theBase, const Session& one, const Session& other)
+    Sides(const Session& theBase, const Session& ourSide, const Session& theirSide)
         : base(theBase),
-          ours(NumberedLike(one, MatchSessions(one, theBase), theBase)),
-          theirs(diff::NumberedLikeBoth(other, MatchSessions(other, theBase), theBase,
-                                        MatchSessions(other, ours), ours)) {}
+          ours(NumberedLike(ourSide, MatchSessions(ourSide, theBase), theBase)),
+          theirs(diff::NumberedLikeBoth(theirSide, MatchSessions(theirSide, theBase), theBase,
+                                        MatchSessions(theirSide, ours), ours)) {}
 
     const Session& base;
     Session ours;

@@ -5,7 +5,7 @@
 namespace orvo::diff {
 
 std::vector<bool> KeepsOrder(const std::vector<std::size_t>& sequence) {
-    constexpr std::size_t kFirst = static_cast<std::size_t>(-1);
+    constexpr auto kFirst = static_cast<std::size_t>(-1);
     std::vector<std::size_t> tails;  // by length: where the best subsequence of it ends
     std::vector<std::size_t> previous(sequence.size(), kFirst);
     for (std::size_t i = 0; i < sequence.size(); ++i) {
