@@ -42,19 +42,19 @@ struct InfoOptions {
 
 /// What a session consists of, and the option that shows it.
 struct Part {
-    orvo::TableKind table;
     const char* option;
     const char* help;
+    orvo::TableKind table;
     bool isOnlyATable = false;
 };
 
 constexpr Part kParts[] = {
-    {orvo::TableKind::Tracks, "--tracks", "routing and switches of each track"},
-    {orvo::TableKind::Clips, "--clips", "the clips of each track on the timeline"},
-    {orvo::TableKind::Media, "--media", "with --format: the media files", true},
-    {orvo::TableKind::Effects, "--effects", "the effects of each track"},
-    {orvo::TableKind::Sends, "--sends", "with --format: the sends", true},
-    {orvo::TableKind::Automation, "--automation", "with --format: the keyframes", true},
+    {"--tracks", "routing and switches of each track", orvo::TableKind::Tracks},
+    {"--clips", "the clips of each track on the timeline", orvo::TableKind::Clips},
+    {"--media", "with --format: the media files", orvo::TableKind::Media, true},
+    {"--effects", "the effects of each track", orvo::TableKind::Effects},
+    {"--sends", "with --format: the sends", orvo::TableKind::Sends, true},
+    {"--automation", "with --format: the keyframes", orvo::TableKind::Automation, true},
 };
 
 const Words<TableForm> kForms = {{"csv", TableForm::Csv},
