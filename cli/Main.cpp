@@ -126,6 +126,7 @@ cli::ExitCode RunTool(int argumentCount, const char* const* arguments, cli::Acti
     cli::AddRedact(tool, action);
     cli::AddDiff(tool, action);
     cli::AddMerge(tool, action);
+    cli::AddView(tool, action);
     cli::AddGenerate(tool, action);
     try {
         tool.parse(argumentCount, arguments);

@@ -15,8 +15,7 @@
 
 #include <orvo/Diff.h>
 #include <orvo/Session.h>
-#include "cli/files/JsonFile.h"
-#include "cli/files/Kind.h"
+#include "cli/files/AnySession.h"
 #include "cli/files/LeftToSystem.h"
 #include "cli/files/PluginCheck.h"
 #include "cli/files/ReadProgress.h"
@@ -70,38 +69,12 @@ std::string FolderOf(const std::string& name) {
     return std::filesystem::absolute(name, error).lexically_normal().parent_path().string();
 }
 
-std::optional<ReadSide> ReadOrvoSide(const std::string& name, Progress& progress) {
-    const SessionFile file(name);
-    const Progress::Phase reading = progress.Begin(kReading, file.Name());
-    reading.Watch(ShareRead(file.Path()));
-    orvo::ReadResult read = orvo::ReadSession(file.FullName());
-    if (!read) {
-        for (const Message& message : ExplainRefusal(file, read.messages)) {
-            Complain(message);
-        }
-        return std::nullopt;
-    }
-    return ReadSide{file.Name(), FolderOf(name), std::move(read.session)};
-}
-
-std::optional<ReadSide> ReadJsonSide(const std::string& name, Progress& progress) {
-    const Input in(name);
-    std::optional<ReadInput> input = ReadJson(in, progress);
-    if (!input) {
-        return std::nullopt;
-    }
-    return ReadSide{in.Subject(), FolderOf(name), std::move(input->session)};
-}
-
-Kind KindOf(const std::string& name, const DiffOptions& options) {
-    if (const auto implied = FindKind("", name)) {
-        return *implied;
-    }
-    return FindKind(options.from, name).value_or(Kind::Orvo);
-}
-
 std::optional<ReadSide> Read(const std::string& name, Kind kind, Progress& progress) {
-    return kind == Kind::Json ? ReadJsonSide(name, progress) : ReadOrvoSide(name, progress);
+    std::optional<NamedSession> read = ReadToLookAt(name, kind, progress);
+    if (!read) {
+        return std::nullopt;
+    }
+    return ReadSide{std::move(read->name), FolderOf(name), std::move(read->session)};
 }
 
 /// Media that lie beside both sessions in the same way are the same media.
@@ -211,8 +184,8 @@ void Show(const ReadSide& before, const ReadSide& after, const std::vector<orvo:
 // The whole
 
 ExitCode RunDiff(const DiffOptions& options) {
-    const Kind before = KindOf(options.before, options);
-    const Kind after = KindOf(options.after, options);
+    const Kind before = KindToLookAt(options.before, options.from);
+    const Kind after = KindToLookAt(options.after, options.from);
     if (before == Kind::Orvo || after == Kind::Orvo) {
         RequirePlugin();
     }

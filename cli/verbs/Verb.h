@@ -74,6 +74,7 @@ void AddRedact(CLI::App& tool, Action& chosen);
 void AddRelink(CLI::App& tool, Action& chosen);
 void AddDiff(CLI::App& tool, Action& chosen);
 void AddMerge(CLI::App& tool, Action& chosen);
+void AddView(CLI::App& tool, Action& chosen);
 void AddGenerate(CLI::App& tool, Action& chosen);
 
 }  // namespace cli

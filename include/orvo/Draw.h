@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <orvo/Api.h>
+#include <orvo/Layout.h>
+
+/// Pictures of sessions:
+///
+///     orvo::Layout layout = orvo::MakeLayout(session);
+///     std::string svg = orvo::DrawSvg(layout, orvo::ReadWaveforms(layout), {.title = "Song"});
+///
+/// All functions may run in any number of threads and throw nothing but std::bad_alloc.
+namespace orvo {
+
+/// The lowest and highest value of a stretch of sound, in any channel, from -1 to 1.
+struct Peak {
+    float lowest = 0;
+    float highest = 0;
+};
+
+/// A sound file in little.
+struct Waveform {
+    std::uint32_t sampleRate = 0;
+    std::uint64_t frames = 0;         ///< samples of each channel
+    std::uint32_t framesPerPeak = 1;  ///< the last peak may stand for fewer
+    std::vector<Peak> peaks{};
+};
+
+/// Reads the layout's sound files, several at a time. Opens regular files only. A file system that
+/// does not answer within ten seconds counts as one without the file.
+/// @param isStopped  asked now and then, in any thread; true ends the read
+/// @return for each file in `Layout::media` its waveform; none if it is missing, cannot be read, is
+///         not a sound, or the read was stopped
+ORVO_API std::vector<std::optional<Waveform>> ReadWaveforms(
+    const Layout& layout, const std::function<bool()>& isStopped = {});
+
+enum class Theme {
+    Light,
+    Dark,
+    Print  ///< on white, with little ink
+};
+
+struct DrawOptions {
+    std::string title{};  ///< above the picture, such as the session's name; empty: none
+    double width = 1600;  ///< of the picture, in pixels; at least 400 is taken
+    /// Of the picture, in pixels. Rows share what is left of it. None: as high as they need, up to
+    /// 12,000.
+    std::optional<double> height{};
+    Theme theme = Theme::Light;
+};
+
+/// An SVG document. The same arguments give the same bytes. Texts of the session are only texts
+/// in it. Boxes too narrow to be seen are drawn together.
+/// @param waveforms  those of `Layout::media`; may be fewer
+ORVO_API std::string DrawSvg(const Layout& layout,
+                             const std::vector<std::optional<Waveform>>& waveforms,
+                             const DrawOptions& options = {});
+
+}  // namespace orvo

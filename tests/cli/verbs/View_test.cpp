@@ -1,0 +1,100 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "tests/cli/Tool.h"
+
+using test::Outcome;
+using test::ReadFile;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+constexpr const char* kSong = R"(<orvo><session sampleRate="1000" duration="20000"><tracks>
+<audioTrack id="1"><trackParameters><name>Voice</name></trackParameters>
+<audioClip id="5" name="Hello" startPoint="2500" sourceInPoint="0" sourceOutPoint="5000"/></audioTrack>
+<busTrack id="2"><trackParameters><name>Room</name></trackParameters></busTrack>
+</tracks></session></orvo>)";
+
+class ViewTool : public test::ToolTest {
+protected:
+    ViewTool() { folder_.Write("song.orvo", kSong); }
+
+    Outcome View(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "view");
+        return test::RunTool(std::move(arguments), folder_);
+    }
+};
+
+TEST_F(ViewTool, DrawsAnSvg) {
+    const Outcome outcome = View({"song.orvo", "-o", "song.svg"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.output + outcome.errors, "");
+    const std::string svg = ReadFile(folder_ / "song.svg");
+    EXPECT_THAT(svg, HasSubstr(">song.orvo</text>"));
+    EXPECT_THAT(svg, HasSubstr(">Hello</text>"));
+    EXPECT_THAT(svg, HasSubstr(">Room</text>"));
+}
+
+TEST_F(ViewTool, DrawsAPngOfTwicePixels) {
+    EXPECT_EQ(View({"song.orvo", "-o", "song.png", "--width", "500", "--height", "300"}).exitCode,
+              0);
+    const std::string png = ReadFile(folder_ / "song.png");
+    EXPECT_THAT(png, StartsWith("\x89PNG"));
+    EXPECT_EQ(png.substr(16, 8), std::string("\0\0\x03\xE8\0\0\x02\x58", 8)) << "1000 by 600";
+}
+
+TEST_F(ViewTool, ShowsAPartOfTheTimelineAndOfTheTracks) {
+    EXPECT_EQ(
+        View({"song.orvo", "-o", "a.svg", "--from", "0:10", "--to", "15", "--title", ""}).exitCode,
+        0);
+    EXPECT_THAT(ReadFile(folder_ / "a.svg"), Not(HasSubstr(">Hello</text>")));
+    EXPECT_EQ(View({"song.orvo", "-o", "b.svg", "--tracks", "ro*"}).exitCode, 0);
+    EXPECT_THAT(ReadFile(folder_ / "b.svg"), Not(HasSubstr(">Voice</text>")));
+}
+
+TEST_F(ViewTool, WritesToStandardOutputInTheFormThatIsNamed) {
+    const Outcome outcome = View({"song.orvo", "-o", "-", "--as", "svg"});
+    EXPECT_THAT(outcome.output, StartsWith("<svg "));
+    EXPECT_EQ(outcome.exitCode, 0);
+}
+
+TEST_F(ViewTool, DrawsJson) {
+    ASSERT_EQ(test::RunTool({"convert", "song.orvo", "song.json", "--lossy"}, folder_).exitCode, 0);
+    EXPECT_EQ(View({"song.json", "-o", "a.svg", "--title", "x"}).exitCode, 0);
+    EXPECT_EQ(View({"song.orvo", "-o", "b.svg", "--title", "x"}).exitCode, 0);
+    EXPECT_EQ(ReadFile(folder_ / "a.svg"), ReadFile(folder_ / "b.svg"));
+}
+
+TEST_F(ViewTool, AnUnknownFormIsAUsageError) {
+    const Outcome outcome = View({"song.orvo", "-o", "song.bmp"});
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_THAT(outcome.errors, HasSubstr("\"song.bmp\" does not end in .svg or .png"));
+}
+
+TEST_F(ViewTool, ATimeThatIsNoneIsReportedAndNothingIsWritten) {
+    const Outcome outcome = View({"song.orvo", "-o", "a.svg", "--from", "noon"});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.errors,
+                HasSubstr("--from noon: not a time of this session: write it like 0:00:20.000"));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "a.svg"));
+}
+
+TEST_F(ViewTool, AFileThatCannotBeReadLeavesTheOldPicture) {
+    folder_.Write("a.svg", "old");
+    folder_.Write("bad.orvo", "<orvo>");
+    EXPECT_EQ(View({"bad.orvo", "-o", "a.svg"}).exitCode, 1);
+    EXPECT_EQ(ReadFile(folder_ / "a.svg"), "old");
+}
+
+TEST_F(ViewTool, AFolderThatIsAbsentIsReported) {
+    const Outcome outcome = View({"song.orvo", "-o", "absent/a.svg"});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("absent/a.svg: was not saved"));
+}
+
+}  // namespace

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include <orvo/Draw.h>
+
+namespace toolkit {
+
+/// A colour of a screen.
+struct Colour {
+    std::uint8_t red = 0;
+    std::uint8_t green = 0;
+    std::uint8_t blue = 0;
+
+    friend bool operator==(const Colour&, const Colour&) = default;
+};
+
+/// What things in a session's colour are drawn in: equally bright for every hue.
+struct HueColours {
+    Colour body;    ///< of a clip
+    Colour edge;    ///< around it
+    Colour wave;    ///< the sound in it, curves
+    Colour text;    ///< on the body
+    Colour stripe;  ///< beside the name of a track
+};
+
+/// Everything else.
+struct ThemeColours {
+    Colour page;
+    Colour row;
+    Colour lane;
+    Colour header;
+    Colour line;  ///< between rows
+    Colour grid;
+    Colour strongGrid;
+    Colour text;
+    Colour faintText;
+    Colour cursor;
+    Colour selection;
+    Colour warning;
+};
+
+const ThemeColours& ColoursOf(orvo::Theme theme);
+
+/// @param hue  in degrees as in the HSV model; none: grey
+HueColours ColoursOf(orvo::Theme theme, std::optional<double> hue);
+
+}  // namespace toolkit
