@@ -27,6 +27,9 @@ foreach(page
     docs/json.md
     docs/library.md
     docs/orvo.xsd
+    docs/pictures/music.svg
+    docs/pictures/radio-spot-dark.svg
+    docs/pictures/radio-spot.svg
     docs/reliability.md
     docs/tool.md
     examples/host/RenameClip.cpp

@@ -15,7 +15,6 @@ PICTURES = {
     "radio-spot.svg": ("radio-spot", "--width", "1200"),
     "radio-spot-dark.svg": ("radio-spot", "--width", "1200", "--theme", "dark"),
     "music.svg": ("music", "--width", "1200", "--title", "Waltz"),
-    "picture-print.svg": ("picture", "--width", "1200", "--theme", "print", "--from", "00:00:01:00"),
 }
 
 
