@@ -19,7 +19,8 @@
 #include "cli/verbs/Verb.h"
 #include "toolkit/FileNames.h"
 
-// orvo view FILE -o OUT [--as FORM] [--from TIME] [--to TIME] [--tracks PATTERN] [--width N]
+// orvo view FILE... -o OUT [--contact-sheet] [--as FORM] [--from TIME] [--to TIME] [--tracks
+// PATTERN] [--width N]
 //                [--height N] [--theme THEME] [--no-lanes] [--no-waveforms] [--title TEXT]
 
 namespace cli {
@@ -28,7 +29,8 @@ namespace {
 enum class PictureForm { Svg, Png };
 
 struct ViewOptions {
-    std::string file;
+    std::vector<std::string> files;
+    bool contactSheet = false;
     std::string kind;  // of a file whose name implies none
     std::string out;
     std::optional<PictureForm> form;
@@ -84,37 +86,146 @@ bool ParseLimit(const orvo::Session& session, const char* option, const std::str
 constexpr const char* kListening = "reading the media of";
 constexpr const char* kDrawing = "drawing";
 
-std::string TitleOf(const ViewOptions& options, const std::string& name) {
-    return options.title.value_or(name.substr(name.find_last_of('/') + 1));
+std::string LastPart(const std::string& name) {
+    return name.substr(name.find_last_of('/') + 1);
 }
+
+/// Reads sessions and draws them, each in its phases of the progress.
+class Drawing {
+public:
+    explicit Drawing(const ViewOptions& options)
+        : options_(options),
+          layoutOptions_(options.layout),
+          progress_("sessions", PhasesOf(options.files)) {
+        layoutOptions_.lanes = !options.noLanes && !options.contactSheet;
+    }
+
+    /// @return nothing, after a report, if that fails
+    std::optional<std::string> Svg() {
+        if (options_.contactSheet) {
+            return ContactSheet();
+        }
+        for (const std::string& file : options_.files) {
+            const NamedSession* const read = Read(file);
+            if (read == nullptr) {
+                return std::nullopt;
+            }
+            sessions_.push_back(read);
+        }
+        return options_.files.size() == 2 ? Changes() : Timeline();
+    }
+
+    /// Whether every session is in the picture.
+    bool IsWhole() const { return isWhole_; }
+
+private:
+    static std::vector<ProgressPhase> PhasesOf(const std::vector<std::string>& files) {
+        std::vector<ProgressPhase> phases;
+        for (const std::string& file : files) {
+            phases.push_back({kReading, SizeOrOne(file)});
+            phases.push_back({kListening, SizeOrOne(file)});
+        }
+        phases.push_back({kDrawing});
+        return phases;
+    }
+
+    const NamedSession* Read(const std::string& file) {
+        const std::optional<NamedSession>& read =
+            LeaveToSystem(ReadToLookAt(file, KindToLookAt(file, options_.kind), progress_));
+        return read ? &*read : nullptr;
+    }
+
+    std::vector<std::optional<orvo::Waveform>> Listen(const orvo::Layout& layout,
+                                                      const std::string& name) {
+        if (options_.noWaveforms) {
+            return {};
+        }
+        const Progress::Phase listening = progress_.Begin(kListening, name);
+        return orvo::ReadWaveforms(layout);
+    }
+
+    orvo::DrawOptions DrawOptionsFor(const std::string& title) const {
+        orvo::DrawOptions draw = options_.draw;
+        draw.title = options_.title.value_or(title);
+        return draw;
+    }
+
+    std::optional<std::string> Timeline() {
+        const NamedSession& read = *sessions_.front();
+        if (!ParseLimits(read.session)) {
+            return std::nullopt;
+        }
+        return Drawn(orvo::MakeLayout(read.session, layoutOptions_), LastPart(read.name));
+    }
+
+    std::optional<std::string> Changes() {
+        const NamedSession& before = *sessions_.front();
+        const NamedSession& after = *sessions_.back();
+        if (!ParseLimits(after.session)) {
+            return std::nullopt;
+        }
+        return Drawn(orvo::MakeChangeLayout(before.session, after.session, layoutOptions_),
+                     LastPart(before.name) + " → " + LastPart(after.name));
+    }
+
+    std::string Drawn(const orvo::Layout& layout, const std::string& title) {
+        const auto waveforms = Listen(layout, title);
+        const Progress::Phase drawing = progress_.Begin(kDrawing, title);
+        return orvo::DrawSvg(layout, waveforms, DrawOptionsFor(title));
+    }
+
+    /// Sessions that cannot be read are reported and left out.
+    std::optional<std::string> ContactSheet() {
+        std::vector<orvo::SheetPicture> pictures;
+        for (const std::string& file : options_.files) {
+            if (const NamedSession* const read = Read(file)) {
+                orvo::Layout layout = orvo::MakeLayout(read->session, layoutOptions_);
+                auto waveforms = Listen(layout, read->name);
+                pictures.push_back({std::move(layout), std::move(waveforms), LastPart(read->name)});
+            } else {
+                isWhole_ = false;
+            }
+        }
+        const Progress::Phase drawing = progress_.Begin(kDrawing);
+        return orvo::DrawContactSheet(pictures, DrawOptionsFor("Sessions"));
+    }
+
+    bool ParseLimits(const orvo::Session& session) {
+        return ParseLimit(session, "--from", options_.from, layoutOptions_.from) &&
+               ParseLimit(session, "--to", options_.to, layoutOptions_.to);
+    }
+
+    const ViewOptions& options_;
+    orvo::LayoutOptions layoutOptions_;
+    Progress progress_;
+    std::vector<const NamedSession*> sessions_;
+    bool isWhole_ = true;
+};
 
 ExitCode RunView(const ViewOptions& options, PictureForm form) {
     const Output out(options.out);
-    const Kind kind = KindToLookAt(options.file, options.kind);
-    if (kind == Kind::Orvo) {
-        RequirePlugin();
+    for (const std::string& file : options.files) {
+        if (KindToLookAt(file, options.kind) == Kind::Orvo) {
+            RequirePlugin();
+            break;
+        }
     }
-    Progress progress(options.file, {{kReading}, {kListening}, {kDrawing}});
-    const std::optional<NamedSession>& read =
-        LeaveToSystem(ReadToLookAt(options.file, kind, progress));
-    orvo::LayoutOptions range = options.layout;
-    if (!read || !ParseLimit(read->session, "--from", options.from, range.from) ||
-        !ParseLimit(read->session, "--to", options.to, range.to)) {
+    Drawing drawing(options);
+    const std::optional<std::string> svg = drawing.Svg();
+    if (!svg) {
         return ExitCode::Failure;
     }
-    range.lanes = !options.noLanes;
-    const orvo::Layout& layout = LeaveToSystem(orvo::MakeLayout(read->session, range));
-    std::vector<std::optional<orvo::Waveform>> waveforms;
-    if (!options.noWaveforms) {
-        const Progress::Phase listening = progress.Begin(kListening, read->name);
-        waveforms = orvo::ReadWaveforms(layout);
+    const std::string picture = form == PictureForm::Svg ? *svg : DrawPng(*svg, options.scale);
+    const ExitCode saved = out.Save([&picture](const Output::Sink& sink) { sink(picture); });
+    return drawing.IsWhole() ? saved : ExitCode::Failure;
+}
+
+/// @throws CLI::ValidationError  if there are too many sessions for one timeline
+void RequireFiles(const ViewOptions& options) {
+    if (options.files.size() > 2 && !options.contactSheet) {
+        throw CLI::ValidationError(
+            "one session is drawn, or what changed between two; add --contact-sheet for more");
     }
-    const Progress::Phase drawing = progress.Begin(kDrawing, read->name);
-    orvo::DrawOptions draw = options.draw;
-    draw.title = TitleOf(options, read->name);
-    const std::string svg = orvo::DrawSvg(layout, waveforms, draw);
-    const std::string picture = form == PictureForm::Svg ? svg : DrawPng(svg, options.scale);
-    return out.Save([&picture](const Output::Sink& sink) { sink(picture); });
 }
 
 }  // namespace
@@ -122,8 +233,11 @@ ExitCode RunView(const ViewOptions& options, PictureForm form) {
 void AddView(CLI::App& tool, Action& chosen) {
     auto options = std::make_shared<ViewOptions>();
     CLI::App* const verb = tool.add_subcommand("view", "Draw a session's timeline.");
-    verb->add_option("FILE", options->file, "the session, or its JSON; - for standard input")
+    verb->add_option("FILE", options->files,
+                     "a session, or its JSON; two: what changed between them; - for standard input")
         ->required();
+    verb->add_flag("--contact-sheet", options->contactSheet,
+                   "one picture of many sessions, without automation");
     verb->add_option("-o,--output", options->out,
                      "the picture, .svg or .png; - for standard output")
         ->type_name("OUT")
@@ -161,9 +275,12 @@ void AddView(CLI::App& tool, Action& chosen) {
         "Examples:\n"
         "  orvo view song.orvo -o song.svg\n"
         "  orvo view --theme dark --from 0:30 --to 1:00 song.orvo -o chorus.png\n"
-        "  orvo view --tracks 'Vocal*' --no-lanes song.orvo -o vocals.svg\n\n"
+        "  orvo view --tracks 'Vocal*' --no-lanes song.orvo -o vocals.svg\n"
+        "  orvo view monday.orvo tuesday.orvo -o changes.svg\n"
+        "  orvo view --contact-sheet /archive/*.orvo -o archive.png\n\n"
         "Media that are not there are hatched. Times are as the session shows them, or h:mm:ss.");
     verb->callback([options, &chosen] {
+        RequireFiles(*options);
         const PictureForm form = FormOf(*options);
         chosen = [options, form] { return RunView(*options, form); };
     });

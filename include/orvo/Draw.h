@@ -52,6 +52,7 @@ struct DrawOptions {
     /// 12,000.
     std::optional<double> height{};
     Theme theme = Theme::Light;
+    bool isSmall = false;  ///< one of many: tracks have their names only
 };
 
 /// An SVG document. The same arguments give the same bytes. Texts of the session are only texts
@@ -60,5 +61,17 @@ struct DrawOptions {
 ORVO_API std::string DrawSvg(const Layout& layout,
                              const std::vector<std::optional<Waveform>>& waveforms,
                              const DrawOptions& options = {});
+
+/// One of many pictures.
+struct SheetPicture {
+    Layout layout{};
+    std::vector<std::optional<Waveform>> waveforms{};
+    std::string title{};
+};
+
+/// Draws many sessions in rows of small pictures, as one SVG document.
+/// @param options  the title and theme of the whole, and its width
+ORVO_API std::string DrawContactSheet(const std::vector<SheetPicture>& pictures,
+                                      const DrawOptions& options = {});
 
 }  // namespace orvo

@@ -38,6 +38,16 @@ struct LayoutOptions {
 enum class RowKind { Video, Audio, Bus, Master, Metronome, Instrument };
 enum class BoxKind { Video, Audio, Midi };
 
+/// What became of a thing between two sessions.
+enum class LayoutChange {
+    Same,
+    Added,
+    Removed,
+    Moved,    ///< in time or to another track, or trimmed or split
+    Changed,  ///< in any other way
+    Former    ///< where it was before it moved
+};
+
 /// A fade's rise from 0 to 1 at equal distances, at least two levels.
 using Curve = std::vector<float>;
 
@@ -89,6 +99,7 @@ struct LayoutBox {
     std::optional<std::size_t> crossfadesInto{};  ///< the box of the same row that it fades into
     std::optional<std::size_t> group{};           ///< in `Layout::groups`
     std::vector<LayoutLane> lanes{};
+    std::optional<LayoutChange> change{};  ///< none: not compared
 };
 
 /// A track.
@@ -109,6 +120,7 @@ struct LayoutRow {
     std::size_t sends = 0;
     std::vector<LayoutBox> boxes{};  ///< within the range; what covers others comes later
     std::vector<LayoutLane> lanes{};
+    std::optional<LayoutChange> change{};  ///< of the track itself; none: not compared
 };
 
 struct LayoutMedia {
@@ -138,10 +150,17 @@ struct Layout {
     std::vector<LayoutMedia> media{};
     std::vector<LayoutGroup> groups{};
     std::vector<Curve> curves{};
+    std::vector<std::string> notes{};  ///< what changed, if sessions were compared
 };
 
 /// Looks up which media files exist.
 ORVO_API Layout MakeLayout(const Session& session, const LayoutOptions& options = {});
+
+/// Two sessions in one layout: the second one, with what changed marked, what the first one has
+/// besides, and the sentences of `FindChanges` as notes. What became of clips is marked on their
+/// boxes, what became of tracks on their rows.
+ORVO_API Layout MakeChangeLayout(const Session& before, const Session& after,
+                                 const LayoutOptions& options = {});
 
 /// A position of the layout's timeline as the session shows times.
 ORVO_API std::string PositionLabel(const Layout& layout, std::int64_t position);

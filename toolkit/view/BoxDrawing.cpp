@@ -6,6 +6,7 @@
 #include <cmath>
 #include <vector>
 
+#include "toolkit/view/Changes.h"
 #include "toolkit/view/TextWidth.h"
 
 namespace toolkit {
@@ -39,19 +40,19 @@ std::string NameOf(const orvo::Layout& layout, const orvo::LayoutBox& box) {
 
 BoxDrawing::BoxDrawing(SvgCanvas& canvas, const orvo::Layout& layout, const orvo::LayoutBox& box,
                        const orvo::Waveform* waveform, const HueColours& hue,
-                       const ThemeColours& theme, const Area& part, double left,
-                       double pixelsPerSample)
+                       const ThemeColours& theme, const BoxPlace& place)
     : canvas_(canvas),
       layout_(layout),
       box_(box),
       waveform_(waveform),
       hue_(hue),
       theme_(theme),
-      part_(part),
-      left_(left),
+      part_(place.part),
+      left_(place.left),
       width_(0),
-      pixelsPerSample_(pixelsPerSample) {
-    width_ = std::max(Whole(box.end) - Whole(box.start), part.width);
+      pixelsPerSample_(place.pixelsPerSample),
+      isSmall_(place.isSmall) {
+    width_ = std::max(Whole(box.end) - Whole(box.start), part_.width);
 }
 
 double BoxDrawing::Whole(std::int64_t samples) const {
@@ -67,8 +68,13 @@ double BoxDrawing::NameHeight() const {
 }
 
 void BoxDrawing::Draw() const {
+    if (box_.change == orvo::LayoutChange::Former) {
+        DrawChange();
+        return;
+    }
     DrawBody();
     if (width_ < kDeadWidth) {
+        DrawChange();
         return;
     }
     if (IsMissing()) {
@@ -87,7 +93,8 @@ void BoxDrawing::Draw() const {
         DrawFade(*box_.fadeOut, false);
     }
     DrawGroup();
-    if (part_.width >= kRoomForName) {
+    DrawChange();
+    if (part_.width >= kRoomForName && (!isSmall_ || part_.height >= kLowBox)) {
         DrawText();
     }
 }
@@ -199,6 +206,21 @@ void BoxDrawing::DrawFade(const orvo::LayoutFade& fade, bool isIn) const {
     canvas_.Line(points, {.stroke = hue_.text, .strokeWidth = 1.1, .opacity = 0.75});
 }
 
+/// A frame around what changed; dashed where nothing is any more.
+void BoxDrawing::DrawChange() const {
+    const std::optional<Colour> colour =
+        box_.change ? ColourOf(theme_, *box_.change) : std::nullopt;
+    if (!colour) {
+        return;
+    }
+    const bool isGone =
+        *box_.change == orvo::LayoutChange::Former || *box_.change == orvo::LayoutChange::Removed;
+    const Area area = {left_ + 1, 1, std::max(width_ - 2, 0.5), part_.height - 2};
+    canvas_.Rectangle(area, std::min(kRadius, width_ / 2), {.fill = colour, .opacity = 0.18});
+    canvas_.Rectangle(area, std::min(kRadius, width_ / 2),
+                      {.stroke = colour, .strokeWidth = 2, .dashed = isGone});
+}
+
 void BoxDrawing::DrawGroup() const {
     if (box_.group && part_.width >= kRoomForName && part_.height >= kLowBox) {
         const double right = std::min(part_.width, left_ + width_) - 3;
@@ -210,8 +232,11 @@ void BoxDrawing::DrawGroup() const {
 std::string BoxDrawing::Marks() const {
     std::string marks;
     const auto add = [&marks](const std::string& mark) {
-        marks += (marks.empty() ? "" : " · ") + mark;
+        marks += (marks.empty() || mark.empty() ? "" : " · ") + mark;
     };
+    if (box_.change) {
+        add(WordOf(*box_.change));
+    }
     if (IsMissing()) {
         add(box_.media ? "missing" : "no media");
     }

@@ -7,14 +7,21 @@
 
 namespace toolkit {
 
+/// Where a box is drawn.
+struct BoxPlace {
+    Area part;    ///< what can be seen of it
+    double left;  ///< of the whole box, in the coordinates of the part; 0 or less
+    double pixelsPerSample;
+    bool isSmall;  ///< has no texts over its waveform
+};
+
 /// Draws what is in a clip's box. The canvas has begun a part for what can be seen of the box.
 class BoxDrawing {
 public:
-    /// @param left  of the whole box, in the coordinates of the part; 0 or less
     /// @param waveform  null: none
     BoxDrawing(SvgCanvas& canvas, const orvo::Layout& layout, const orvo::LayoutBox& box,
                const orvo::Waveform* waveform, const HueColours& hue, const ThemeColours& theme,
-               const Area& part, double left, double pixelsPerSample);
+               const BoxPlace& place);
 
     void Draw() const;
 
@@ -28,6 +35,7 @@ private:
     void DrawHatch() const;
     void DrawFade(const orvo::LayoutFade& fade, bool isIn) const;
     void DrawText() const;
+    void DrawChange() const;
     void DrawGroup() const;
     std::string Marks() const;
 
@@ -41,6 +49,7 @@ private:
     double left_;
     double width_;  // of the whole box
     double pixelsPerSample_;
+    bool isSmall_;
 };
 
 /// A clip's name, or else that of its media file.

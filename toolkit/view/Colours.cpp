@@ -112,6 +112,7 @@ constexpr Colour Of(std::uint32_t rgb) {
 }
 
 constexpr ThemeColours kLightTheme = {
+    .theme = orvo::Theme::Light,
     .page = Of(0xffffff),
     .row = Of(0xf7f8fa),
     .lane = Of(0xf1f3f6),
@@ -126,6 +127,7 @@ constexpr ThemeColours kLightTheme = {
     .warning = Of(0xb42318),
 };
 constexpr ThemeColours kDarkTheme = {
+    .theme = orvo::Theme::Dark,
     .page = Of(0x15181d),
     .row = Of(0x1b1f26),
     .lane = Of(0x181c22),
@@ -140,6 +142,7 @@ constexpr ThemeColours kDarkTheme = {
     .warning = Of(0xff8a7a),
 };
 constexpr ThemeColours kPrintTheme = {
+    .theme = orvo::Theme::Print,
     .page = Of(0xffffff),
     .row = Of(0xffffff),
     .lane = Of(0xffffff),

@@ -27,6 +27,7 @@ struct HueColours {
 
 /// Everything else.
 struct ThemeColours {
+    orvo::Theme theme;
     Colour page;
     Colour row;
     Colour lane;

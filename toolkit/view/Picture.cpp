@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "toolkit/view/BoxDrawing.h"
+#include "toolkit/view/Changes.h"
 #include "toolkit/view/LaneCurve.h"
 #include "toolkit/view/Saturating.h"
 #include "toolkit/view/TextWidth.h"
@@ -22,6 +23,7 @@ using orvo::RowKind;
 
 constexpr double kMargin = 16;
 constexpr double kHeaderWidth = 196;
+constexpr double kSmallHeaderWidth = 120;
 constexpr double kTitleHeight = 58;
 constexpr double kNoTitleHeight = 10;
 constexpr double kRulerHeight = 30;
@@ -31,6 +33,8 @@ constexpr double kGreatestHeight = 12'000;
 constexpr double kLeastScale = 0.05;
 constexpr double kRoomForLabel = 76;
 constexpr double kRoomForNoTracks = 60;
+constexpr double kNoteHeight = 18;
+constexpr std::size_t kMostNotes = 24;
 
 double UsualRowHeight(const LayoutRow& row) {
     constexpr double kEmpty = 38;
@@ -103,19 +107,21 @@ Picture::Picture(const Layout& layout, const std::vector<std::optional<orvo::Wav
       colours_(ColoursOf(options.theme)),
       width_(std::max(options.width, kLeastWidth)),
       height_(0),
-      left_(kHeaderWidth),
+      left_(options.isSmall ? kSmallHeaderWidth : kHeaderWidth),
       right_(width_ - kMargin),
       rulerTop_(options.title.empty() ? kNoTitleHeight : kTitleHeight),
       rowsTop_(rulerTop_ + kRulerHeight),
       pixelsPerSample_((right_ - left_) /
-                       (static_cast<double>(layout.to) - static_cast<double>(layout.from))) {
+                       (static_cast<double>(layout.to) - static_cast<double>(layout.from))),
+      ticks_(orvo::RulerTicks(
+          layout, static_cast<std::int64_t>(std::ceil(kRoomForLabel / pixelsPerSample_)))) {
     double rows = 0;
     std::size_t gaps = 0;
     for (const LayoutRow& row : layout.rows) {
         rows += UsualRowHeight(row) + kUsualLaneHeight * static_cast<double>(row.lanes.size());
         gaps += 1 + row.lanes.size();
     }
-    const double around = (layout.rows.empty() ? kRoomForNoTracks : 0) + rowsTop_ +
+    const double around = (layout.rows.empty() ? kRoomForNoTracks : 0) + NotesHeight() + rowsTop_ +
                           kGap * static_cast<double>(gaps) + kMargin;
     const double room = options.height.value_or(std::min(rows + around, kGreatestHeight)) - around;
     rowScale_ = rows > 0 ? std::max(room / rows, kLeastScale) : 1;
@@ -129,6 +135,29 @@ double Picture::X(std::int64_t position) const {
 
 double Picture::RowHeight(const LayoutRow& row) const {
     return UsualRowHeight(row) * rowScale_;
+}
+
+/// Below the rows: what the layout has to say.
+double Picture::NotesHeight() const {
+    return layout_.notes.empty()
+               ? 0
+               : kNoteHeight *
+                     (1 + static_cast<double>(std::min(layout_.notes.size(), kMostNotes + 1)));
+}
+
+void Picture::DrawNotes(SvgCanvas& canvas) const {
+    const TextStyle style = {.colour = colours_.faintText, .size = 12};
+    double base = height_ - kMargin - NotesHeight() + kNoteHeight * 1.5;
+    std::size_t left = layout_.notes.size();
+    for (const std::string& note : layout_.notes) {
+        if (layout_.notes.size() - left == kMostNotes) {
+            canvas.Text({kMargin, base}, fmt::format("and {} more", left), style);
+            break;
+        }
+        canvas.Text({kMargin, base}, FittedText(note, style, right_ - kMargin), style);
+        base += kNoteHeight;
+        --left;
+    }
 }
 
 double Picture::LaneHeight() const {
@@ -173,21 +202,45 @@ std::string Picture::Description() const {
 void Picture::Draw(SvgCanvas& canvas) const {
     canvas.Rectangle({0, 0, width_, height_}, 0, {.fill = colours_.page});
     DrawTitle(canvas);
+    DrawBackground(canvas);
     DrawRuler(canvas);
+    ForEachBand([&](const LayoutRow& row, const LayoutLane* lane, const Band& band) {
+        if (lane != nullptr) {
+            DrawLane(canvas, row, *lane, band);
+        } else {
+            DrawRow(canvas, row, band);
+        }
+    });
+    DrawOverlays(canvas);
+    DrawNotes(canvas);
+}
+
+/// Calls `visit(row, lane, band)` from top to bottom; `lane` is null for the row itself.
+template <class Visitor>
+void Picture::ForEachBand(Visitor visit) const {
+    double top = rowsTop_ + kGap;
+    for (const LayoutRow& row : layout_.rows) {
+        visit(row, nullptr, Band{top, RowHeight(row)});
+        top += RowHeight(row) + kGap;
+        for (const LayoutLane& lane : row.lanes) {
+            visit(row, &lane, Band{top, LaneHeight()});
+            top += LaneHeight() + kGap;
+        }
+    }
+}
+
+void Picture::DrawBackground(SvgCanvas& canvas) const {
     if (layout_.rows.empty()) {
         canvas.Text({width_ / 2, rowsTop_ + kRoomForNoTracks / 2}, "No tracks",
                     {.colour = colours_.faintText, .size = 13, .anchor = Anchor::Middle});
     }
-    double top = rowsTop_ + kGap;
-    for (const LayoutRow& row : layout_.rows) {
-        DrawRow(canvas, row, {top, RowHeight(row)});
-        top += RowHeight(row) + kGap;
-        for (const LayoutLane& lane : row.lanes) {
-            DrawLane(canvas, row, lane, {top, LaneHeight()});
-            top += LaneHeight() + kGap;
-        }
-    }
-    DrawOverlays(canvas);
+    double bottom = rowsTop_;
+    ForEachBand([&](const LayoutRow& /*row*/, const LayoutLane* lane, const Band& band) {
+        canvas.Rectangle({left_, band.top, right_ - left_, band.height}, 4,
+                         {.fill = lane != nullptr ? colours_.lane : colours_.row});
+        bottom = band.top + band.height;
+    });
+    DrawGrid(canvas, bottom);
 }
 
 void Picture::DrawTitle(SvgCanvas& canvas) const {
@@ -206,8 +259,7 @@ void Picture::DrawTitle(SvgCanvas& canvas) const {
 void Picture::DrawRuler(SvgCanvas& canvas) const {
     const double base = rulerTop_ + kRulerHeight;
     std::vector<Point> ends;
-    const auto room = static_cast<std::int64_t>(std::ceil(kRoomForLabel / pixelsPerSample_));
-    for (const orvo::RulerTick& tick : orvo::RulerTicks(layout_, room)) {
+    for (const orvo::RulerTick& tick : ticks_) {
         const double x = X(tick.position);
         ends.insert(ends.end(), {{x, base - (tick.label.empty() ? 5.0 : 11.0)}, {x, base}});
         const TextStyle style = {.colour = colours_.faintText, .size = 10.5};
@@ -220,25 +272,21 @@ void Picture::DrawRuler(SvgCanvas& canvas) const {
     canvas.Lines(line, {.stroke = colours_.line});
 }
 
-void Picture::DrawGrid(SvgCanvas& canvas) const {
+void Picture::DrawGrid(SvgCanvas& canvas, double bottom) const {
     std::vector<Point> weak;
     std::vector<Point> strong;
-    const auto room = static_cast<std::int64_t>(std::ceil(kRoomForLabel / pixelsPerSample_));
-    for (const orvo::RulerTick& tick : orvo::RulerTicks(layout_, room)) {
-        const double x = X(tick.position) - left_;
+    for (const orvo::RulerTick& tick : ticks_) {
+        const double x = X(tick.position);
         std::vector<Point>& ends = tick.label.empty() ? weak : strong;
-        ends.insert(ends.end(), {{x, 0}, {x, kGreatestHeight}});
+        ends.insert(ends.end(), {{x, rowsTop_ + kGap}, {x, bottom}});
     }
     canvas.Lines(weak, {.stroke = colours_.grid});
     canvas.Lines(strong, {.stroke = colours_.strongGrid});
 }
 
 void Picture::DrawRow(SvgCanvas& canvas, const LayoutRow& row, const Band& band) const {
-    const Area timeline = {left_, band.top, right_ - left_, band.height};
-    canvas.Rectangle(timeline, 4, {.fill = colours_.row});
     DrawHeader(canvas, row, band);
-    canvas.Begin(timeline, "");
-    DrawGrid(canvas);
+    canvas.Begin({left_, band.top, right_ - left_, band.height}, "");
     DrawBoxes(canvas, row, {0, band.height});
     DrawCrossfades(canvas, row, {0, band.height});
     canvas.End();
@@ -253,22 +301,25 @@ void Picture::DrawHeader(SvgCanvas& canvas, const LayoutRow& row, const Band& ba
         return;
     }
     std::string facts = row.hidden ? "Hidden · " : "";
+    facts += row.change && *row.change != orvo::LayoutChange::Same
+                 ? fmt::format("{} · ", WordOf(*row.change))
+                 : "";
     facts += KindWord(row.kind);
     if (const std::string channels = ChannelsWord(row.channels); !channels.empty()) {
         facts += " · " + channels;
     }
     facts += row.output.empty() ? "" : " → " + row.output;
-    canvas.Begin({kMargin, band.top, kHeaderWidth - kMargin - 8, band.height}, NameOf(row),
+    canvas.Begin({kMargin, band.top, left_ - kMargin - 8, band.height}, NameOf(row),
                  row.hidden ? 0.6 : 1);
     constexpr double kRoomForFacts = 34;
-    const bool hasFacts = band.height >= kRoomForFacts;
+    const bool hasFacts = band.height >= kRoomForFacts && !options_.isSmall;
     const double base = hasFacts ? band.height / 2 - 2 : band.height / 2 + 4;
     const double badges = DrawBadges(canvas, row, {base - 11, 14});
     const TextStyle nameStyle = {.colour = colours_.text, .size = 13, .bold = true};
     canvas.Text({0, base}, FittedText(NameOf(row), nameStyle, badges), nameStyle);
     if (hasFacts) {
         const TextStyle style = {.colour = colours_.faintText, .size = 10.5};
-        canvas.Text({0, base + 15}, FittedText(facts, style, kHeaderWidth - kMargin - 12), style);
+        canvas.Text({0, base + 15}, FittedText(facts, style, left_ - kMargin - 12), style);
     }
     canvas.End();
 }
@@ -279,7 +330,7 @@ double Picture::DrawBadges(SvgCanvas& canvas, const LayoutRow& row, const Band& 
         const char* letter;
         std::uint32_t hue;
     };
-    double right = kHeaderWidth - kMargin - 10;
+    double right = left_ - kMargin - 10;
     for (const Badge& badge :
          {Badge{row.armed, "R", 5}, {row.solo, "S", 45}, {row.muted, "M", 215}}) {
         if (!badge.isOn) {
@@ -293,6 +344,15 @@ double Picture::DrawBadges(SvgCanvas& canvas, const LayoutRow& row, const Band& 
         right -= 19;
     }
     return right - 4;
+}
+
+double Picture::OpacityOf(const LayoutRow& row, const LayoutBox& box) {
+    constexpr double kPale = 0.5;
+    constexpr double kUnchanged = 0.4;
+    if (box.change) {
+        return *box.change == orvo::LayoutChange::Same ? kUnchanged : 1;
+    }
+    return box.muted || row.muted ? kPale : 1;
 }
 
 /// What is too narrow to be seen beside the box before it is left out.
@@ -321,9 +381,9 @@ void Picture::DrawBoxes(SvgCanvas& canvas, const LayoutRow& row, const Band& ban
                      fmt::format("{}, {} to {}", toolkit::NameOf(layout_, box),
                                  orvo::PositionLabel(layout_, box.start),
                                  orvo::PositionLabel(layout_, box.end)),
-                     box.muted || row.muted ? 0.5 : 1);
-        BoxDrawing(canvas, layout_, box, waveform, hue, colours_, part, begin - left,
-                   pixelsPerSample_)
+                     OpacityOf(row, box));
+        BoxDrawing(canvas, layout_, box, waveform, hue, colours_,
+                   {part, begin - left, pixelsPerSample_, options_.isSmall})
             .Draw();
         canvas.End();
     }
@@ -332,7 +392,7 @@ void Picture::DrawBoxes(SvgCanvas& canvas, const LayoutRow& row, const Band& ban
 /// Both curves, over the clips that they join.
 void Picture::DrawCrossfades(SvgCanvas& canvas, const LayoutRow& row, const Band& band) const {
     for (const LayoutBox& box : row.boxes) {
-        if (!box.crossfadesInto) {
+        if (!box.crossfadesInto || box.change == orvo::LayoutChange::Same) {
             continue;
         }
         const LayoutBox& next = row.boxes[*box.crossfadesInto];
@@ -363,18 +423,16 @@ void Picture::DrawLane(SvgCanvas& canvas, const LayoutRow& row, const LayoutLane
                        const Band& band) const {
     const HueColours hue = ColoursOf(options_.theme, row.hue);
     const Area timeline = {left_, band.top, right_ - left_, band.height};
-    canvas.Rectangle(timeline, 4, {.fill = colours_.lane});
     constexpr double kLowLane = 12;
     if (band.height < kLowLane) {
         return;
     }
-    canvas.Begin({kMargin + 10, band.top, kHeaderWidth - kMargin - 18, band.height}, lane.name);
+    canvas.Begin({kMargin + 10, band.top, left_ - kMargin - 18, band.height}, lane.name);
     const TextStyle style = {.colour = colours_.faintText, .size = 11};
-    canvas.Text({0, band.height / 2 + 4}, FittedText(lane.name, style, kHeaderWidth - kMargin - 20),
+    canvas.Text({0, band.height / 2 + 4}, FittedText(lane.name, style, left_ - kMargin - 20),
                 style);
     canvas.End();
     canvas.Begin(timeline, lane.name);
-    DrawGrid(canvas);
     const double inset = 6;
     const auto place = [&](double position, double level) {
         return Point{(position - static_cast<double>(layout_.from)) * pixelsPerSample_,
@@ -405,7 +463,7 @@ void Picture::DrawLane(SvgCanvas& canvas, const LayoutRow& row, const LayoutLane
 }
 
 void Picture::DrawOverlays(SvgCanvas& canvas) const {
-    const double bottom = height_ - kMargin + kGap;
+    const double bottom = height_ - kMargin + kGap - NotesHeight();
     if (layout_.selection.duration > 0) {
         const std::int64_t end = SaturatingSum(layout_.selection.start, layout_.selection.duration);
         const double begin = std::clamp(X(layout_.selection.start), left_, right_);

@@ -35,12 +35,19 @@ private:
 
     double X(std::int64_t position) const;
     std::string Facts() const;
+    double NotesHeight() const;
     double RowHeight(const orvo::LayoutRow& row) const;
     double LaneHeight() const;
 
+    template <class Visitor>
+    void ForEachBand(Visitor visit) const;
+    static double OpacityOf(const orvo::LayoutRow& row, const orvo::LayoutBox& box);
+
     void DrawTitle(SvgCanvas& canvas) const;
     void DrawRuler(SvgCanvas& canvas) const;
-    void DrawGrid(SvgCanvas& canvas) const;
+    void DrawBackground(SvgCanvas& canvas) const;
+    void DrawGrid(SvgCanvas& canvas, double bottom) const;
+    void DrawNotes(SvgCanvas& canvas) const;
     void DrawRow(SvgCanvas& canvas, const orvo::LayoutRow& row, const Band& band) const;
     void DrawHeader(SvgCanvas& canvas, const orvo::LayoutRow& row, const Band& band) const;
     /// @return where the room on their left ends
@@ -63,6 +70,7 @@ private:
     double rowsTop_;
     double rowScale_ = 1;  // of the heights of rows
     double pixelsPerSample_;
+    std::vector<orvo::RulerTick> ticks_;
 };
 
 }  // namespace toolkit

@@ -70,6 +70,31 @@ TEST_F(ViewTool, DrawsJson) {
     EXPECT_EQ(ReadFile(folder_ / "a.svg"), ReadFile(folder_ / "b.svg"));
 }
 
+TEST_F(ViewTool, DrawsWhatChangedBetweenTwoSessions) {
+    std::string changed = kSong;
+    changed.replace(changed.find("Hello"), 5, "Howdy");
+    folder_.Write("later.orvo", changed);
+    EXPECT_EQ(View({"song.orvo", "later.orvo", "-o", "a.svg"}).exitCode, 0);
+    const std::string svg = ReadFile(folder_ / "a.svg");
+    EXPECT_THAT(svg, HasSubstr(">song.orvo → later.orvo</text>"));
+    EXPECT_THAT(svg, HasSubstr("renamed to &quot;Howdy&quot;"));
+}
+
+TEST_F(ViewTool, AContactSheetLeavesOutWhatCannotBeRead) {
+    folder_.Write("bad.orvo", "<orvo>");
+    const Outcome outcome =
+        View({"--contact-sheet", "song.orvo", "bad.orvo", "song.orvo", "-o", "a.svg"});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("bad.orvo:1:7:"));
+    EXPECT_THAT(ReadFile(folder_ / "a.svg"), HasSubstr(">song.orvo</text>"));
+}
+
+TEST_F(ViewTool, ThreeSessionsNeedAContactSheet) {
+    const Outcome outcome = View({"a.orvo", "b.orvo", "c.orvo", "-o", "a.svg"});
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_THAT(outcome.errors, HasSubstr("add --contact-sheet for more"));
+}
+
 TEST_F(ViewTool, AnUnknownFormIsAUsageError) {
     const Outcome outcome = View({"song.orvo", "-o", "song.bmp"});
     EXPECT_EQ(outcome.exitCode, 2);

@@ -110,6 +110,33 @@ TEST(DrawSvg, AMutedTrackIsPale) {
     EXPECT_THAT(Drawn(session), HasSubstr("<g opacity=\"0.5\">"));
 }
 
+TEST(DrawSvg, ShowsWhatChangedInSentences) {
+    Session after = Song();
+    after.audioTracks[0].clips[0].name = "Good day";
+    const std::string svg = DrawSvg(orvo::MakeChangeLayout(Song(), after), {}, {});
+    EXPECT_TRUE(test::ReadTree(svg));
+    EXPECT_THAT(svg, HasSubstr("renamed to &quot;Good day&quot;</text>"));
+}
+
+TEST(DrawSvg, CountsTheSentencesThatDoNotFit) {
+    Layout layout = MakeLayout(Song());
+    layout.notes.assign(40, "something changed");
+    EXPECT_THAT(DrawSvg(layout, {}, {}), HasSubstr(">and 16 more</text>"));
+}
+
+TEST(DrawContactSheet, ShowsEverySession) {
+    std::vector<orvo::SheetPicture> pictures;
+    for (const char* const title : {"One", "Two & three", "Four"}) {
+        pictures.push_back({.layout = MakeLayout(Song()), .title = title});
+    }
+    const std::string svg = orvo::DrawContactSheet(pictures, {.title = "All", .width = 1600});
+    EXPECT_TRUE(test::ReadTree(svg));
+    for (const char* const text : {">All</text>", ">One</text>", ">Two &amp; three</text>"}) {
+        EXPECT_THAT(svg, HasSubstr(text));
+    }
+    EXPECT_TRUE(test::ReadTree(orvo::DrawContactSheet({}, {.width = 1})));
+}
+
 // Waveforms
 
 /// A mono file of 16 bits that is silent in its first half.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <stdexcept>
 
 namespace {
 
@@ -184,6 +185,75 @@ TEST(Layout, AClipHasItsMediaAndItsGroup) {
     EXPECT_EQ(boxes[1].group, std::nullopt);
     EXPECT_FALSE(layout.media[0].found);
     EXPECT_EQ(layout.groups[0].hue, 30);
+}
+
+// Two sessions
+
+const LayoutBox& BoxNamed(const Layout& layout, const std::string& name, std::size_t number = 0) {
+    for (const LayoutRow& row : layout.rows) {
+        for (const LayoutBox& box : row.boxes) {
+            if (box.name == name && number-- == 0) {
+                return box;
+            }
+        }
+    }
+    throw std::runtime_error("no box " + name);
+}
+
+TEST(ChangeLayout, MarksWhatBecameOfClips) {
+    Session before = SessionOf({{.id = 1, .fileId = 1, .duration = 10, .name = "stays"},
+                                {.id = 2,
+                                 .fileId = 1,
+                                 .sourceInPoint = 500,
+                                 .duration = 10,
+                                 .startPoint = 20,
+                                 .name = "goes"},
+                                {.id = 3,
+                                 .fileId = 2,
+                                 .duration = 10,
+                                 .startPoint = 40,
+                                 .name = "moves",
+                                 .fadeIn = orvo::Fade{.endPoint = 4}}});
+    before.files = {{.id = 1, .path = "/a.wav"}, {.id = 2, .path = "/b.wav"}};
+    Session after = before;
+    std::vector<AudioClip>& clips = after.audioTracks[0].clips;
+    clips.erase(clips.begin() + 1);
+    clips[1].startPoint = 60;
+    clips.push_back({.id = 9, .fileId = 2, .sourceInPoint = 900, .duration = 5, .name = "comes"});
+    const Layout layout = orvo::MakeChangeLayout(before, after);
+    EXPECT_EQ(BoxNamed(layout, "stays").change, orvo::LayoutChange::Same);
+    EXPECT_EQ(BoxNamed(layout, "goes").change, orvo::LayoutChange::Removed);
+    EXPECT_EQ(BoxNamed(layout, "comes").change, orvo::LayoutChange::Added);
+    EXPECT_EQ(BoxNamed(layout, "moves").change, orvo::LayoutChange::Former);
+    EXPECT_EQ(BoxNamed(layout, "moves").start, 40);
+    EXPECT_LT(BoxNamed(layout, "moves").fadeIn->curve, layout.curves.size());
+    EXPECT_EQ(BoxNamed(layout, "moves", 1).change, orvo::LayoutChange::Moved);
+    EXPECT_EQ(layout.media.size(), 2u) << "each file once";
+    EXPECT_EQ(layout.notes.size(), 3u);
+}
+
+TEST(ChangeLayout, ShowsTracksThatWentAndMarksThoseThatCame) {
+    Session before = SessionOf({{.id = 1, .duration = 10, .name = "kept"}});
+    Session after = before;
+    before.audioTracks.push_back(
+        {.id = 2, .index = 1, .name = "Old", .clips = {{.id = 5, .duration = 70, .name = "x"}}});
+    after.audioTracks.push_back({.id = 3, .index = 1, .kind = orvo::TrackKind::Bus, .name = "New"});
+    const Layout layout = orvo::MakeChangeLayout(before, after);
+    ASSERT_THAT(RowNames(layout), ElementsAre("Drums", "New", "Old"));
+    EXPECT_EQ(layout.rows[0].change, orvo::LayoutChange::Same);
+    EXPECT_EQ(layout.rows[1].change, orvo::LayoutChange::Added);
+    EXPECT_EQ(layout.rows[2].change, orvo::LayoutChange::Removed);
+    EXPECT_EQ(BoxNamed(layout, "x").change, orvo::LayoutChange::Removed);
+    EXPECT_EQ(layout.to, 70);
+}
+
+TEST(ChangeLayout, OfASessionWithItselfHasOnlyWhatStays) {
+    const Session session = SessionOf({{.id = 1, .duration = 10, .name = "a"}});
+    const Layout layout = orvo::MakeChangeLayout(session, session);
+    EXPECT_EQ(BoxNamed(layout, "a").change, orvo::LayoutChange::Same);
+    EXPECT_EQ(layout.rows[0].boxes.size(), 1u);
+    EXPECT_TRUE(layout.notes.empty());
+    EXPECT_EQ(MakeLayout(session).rows[0].boxes[0].change, std::nullopt);
 }
 
 orvo::Component Automated(std::vector<orvo::Keyframe> keyframes, bool splines = false) {
