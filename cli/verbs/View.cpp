@@ -17,16 +17,17 @@
 #include "cli/terminal/ProgressBar.h"
 #include "cli/terminal/Stream.h"
 #include "cli/verbs/Verb.h"
+#include "cli/verbs/ViewPage.h"
 #include "toolkit/FileNames.h"
 
-// orvo view FILE... -o OUT [--contact-sheet] [--as FORM] [--from TIME] [--to TIME] [--tracks
-// PATTERN] [--width N]
-//                [--height N] [--theme THEME] [--no-lanes] [--no-waveforms] [--title TEXT]
+// orvo view FILE... -o OUT [--contact-sheet] [--as FORM] [--from TIME] [--to TIME]
+//           [--tracks PATTERN] [--width N] [--height N] [--theme THEME] [--no-lanes]
+//           [--no-waveforms] [--title TEXT] [--open]
 
 namespace cli {
 namespace {
 
-enum class PictureForm { Svg, Png };
+enum class PictureForm { Svg, Png, Html };
 
 struct ViewOptions {
     std::vector<std::string> files;
@@ -41,11 +42,12 @@ struct ViewOptions {
     std::optional<std::string> title;
     bool noLanes = false;
     bool noWaveforms = false;
+    bool open = false;
     double scale = 2;
 };
 
-const std::map<std::string, PictureForm> kForms = {{"png", PictureForm::Png},
-                                                   {"svg", PictureForm::Svg}};
+const std::map<std::string, PictureForm> kForms = {
+    {"html", PictureForm::Html}, {"png", PictureForm::Png}, {"svg", PictureForm::Svg}};
 const std::map<std::string, orvo::Theme> kThemes = {
     {"dark", orvo::Theme::Dark}, {"light", orvo::Theme::Light}, {"print", orvo::Theme::Print}};
 
@@ -56,8 +58,9 @@ PictureForm FormOf(const ViewOptions& options) {
     }
     const auto form = kForms.find(toolkit::ExtensionOf(options.out));
     if (form == kForms.end()) {
-        throw CLI::ValidationError("\"" + options.out +
-                                   "\" does not end in .svg or .png; say --as svg or --as png");
+        throw CLI::ValidationError(
+            "\"" + options.out +
+            "\" does not end in .svg, .png or .html; say --as svg, png or html");
     }
     return form->second;
 }
@@ -105,14 +108,23 @@ public:
         if (options_.contactSheet) {
             return ContactSheet();
         }
-        for (const std::string& file : options_.files) {
-            const NamedSession* const read = Read(file);
-            if (read == nullptr) {
-                return std::nullopt;
-            }
-            sessions_.push_back(read);
+        const std::optional<Scene> scene = options_.files.size() == 2 ? CompareTwo() : ReadOne();
+        if (!scene) {
+            return std::nullopt;
         }
-        return options_.files.size() == 2 ? Changes() : Timeline();
+        orvo::DrawOptions draw = options_.draw;
+        draw.title = scene->title;
+        const Progress::Phase drawing = progress_.Begin(kDrawing, scene->title);
+        return orvo::DrawSvg(*scene->layout, scene->waveforms, draw);
+    }
+
+    ExitCode SaveAsPage(const Output& out) {
+        const std::optional<Scene> scene = ReadOne();
+        if (!scene) {
+            return ExitCode::Failure;
+        }
+        const Progress::Phase drawing = progress_.Begin(kDrawing, scene->title);
+        return SavePage(out, *scene->layout, *scene->session, scene->waveforms, scene->title);
     }
 
     /// Whether every session is in the picture.
@@ -144,34 +156,37 @@ private:
         return orvo::ReadWaveforms(layout);
     }
 
-    orvo::DrawOptions DrawOptionsFor(const std::string& title) const {
-        orvo::DrawOptions draw = options_.draw;
-        draw.title = options_.title.value_or(title);
-        return draw;
+    /// What is drawn. It points to what is left to the system.
+    struct Scene {
+        const orvo::Session* session;
+        const orvo::Layout* layout;
+        std::vector<std::optional<orvo::Waveform>> waveforms;
+        std::string title;
+    };
+
+    Scene SceneOf(const orvo::Session& session, orvo::Layout layout, const std::string& name) {
+        const orvo::Layout& kept = LeaveToSystem(std::move(layout));
+        return {&session, &kept, Listen(kept, name), options_.title.value_or(name)};
     }
 
-    std::optional<std::string> Timeline() {
-        const NamedSession& read = *sessions_.front();
-        if (!ParseLimits(read.session)) {
+    std::optional<Scene> ReadOne() {
+        const NamedSession* const read = Read(options_.files.front());
+        if (read == nullptr || !ParseLimits(read->session)) {
             return std::nullopt;
         }
-        return Drawn(orvo::MakeLayout(read.session, layoutOptions_), LastPart(read.name));
+        return SceneOf(read->session, orvo::MakeLayout(read->session, layoutOptions_),
+                       LastPart(read->name));
     }
 
-    std::optional<std::string> Changes() {
-        const NamedSession& before = *sessions_.front();
-        const NamedSession& after = *sessions_.back();
-        if (!ParseLimits(after.session)) {
+    std::optional<Scene> CompareTwo() {
+        const NamedSession* const before = Read(options_.files.front());
+        const NamedSession* const after = Read(options_.files.back());
+        if (before == nullptr || after == nullptr || !ParseLimits(after->session)) {
             return std::nullopt;
         }
-        return Drawn(orvo::MakeChangeLayout(before.session, after.session, layoutOptions_),
-                     LastPart(before.name) + " → " + LastPart(after.name));
-    }
-
-    std::string Drawn(const orvo::Layout& layout, const std::string& title) {
-        const auto waveforms = Listen(layout, title);
-        const Progress::Phase drawing = progress_.Begin(kDrawing, title);
-        return orvo::DrawSvg(layout, waveforms, DrawOptionsFor(title));
+        return SceneOf(after->session,
+                       orvo::MakeChangeLayout(before->session, after->session, layoutOptions_),
+                       LastPart(before->name) + " → " + LastPart(after->name));
     }
 
     /// Sessions that cannot be read are reported and left out.
@@ -187,7 +202,9 @@ private:
             }
         }
         const Progress::Phase drawing = progress_.Begin(kDrawing);
-        return orvo::DrawContactSheet(pictures, DrawOptionsFor("Sessions"));
+        orvo::DrawOptions draw = options_.draw;
+        draw.title = options_.title.value_or("Sessions");
+        return orvo::DrawContactSheet(pictures, draw);
     }
 
     bool ParseLimits(const orvo::Session& session) {
@@ -198,7 +215,6 @@ private:
     const ViewOptions& options_;
     orvo::LayoutOptions layoutOptions_;
     Progress progress_;
-    std::vector<const NamedSession*> sessions_;
     bool isWhole_ = true;
 };
 
@@ -211,6 +227,10 @@ ExitCode RunView(const ViewOptions& options, PictureForm form) {
         }
     }
     Drawing drawing(options);
+    if (form == PictureForm::Html) {
+        const ExitCode saved = drawing.SaveAsPage(out);
+        return saved == ExitCode::Good && options.open ? OpenPage(options.out) : saved;
+    }
     const std::optional<std::string> svg = drawing.Svg();
     if (!svg) {
         return ExitCode::Failure;
@@ -221,7 +241,10 @@ ExitCode RunView(const ViewOptions& options, PictureForm form) {
 }
 
 /// @throws CLI::ValidationError  if there are too many sessions for one timeline
-void RequireFiles(const ViewOptions& options) {
+void RequireFiles(const ViewOptions& options, PictureForm form) {
+    if (form == PictureForm::Html && (options.files.size() > 1 || options.contactSheet)) {
+        throw CLI::ValidationError("a page shows one session; draw several as .svg or .png");
+    }
     if (options.files.size() > 2 && !options.contactSheet) {
         throw CLI::ValidationError(
             "one session is drawn, or what changed between two; add --contact-sheet for more");
@@ -239,11 +262,11 @@ void AddView(CLI::App& tool, Action& chosen) {
     verb->add_flag("--contact-sheet", options->contactSheet,
                    "one picture of many sessions, without automation");
     verb->add_option("-o,--output", options->out,
-                     "the picture, .svg or .png; - for standard output")
+                     "the picture, .svg or .png, or the page, .html; - for standard output")
         ->type_name("OUT")
         ->required()
         ->check(FileName());
-    verb->add_option("--as", options->form, "svg or png, if the name does not imply it")
+    verb->add_option("--as", options->form, "svg, png or html, if the name does not imply it")
         ->type_name("FORM")
         ->transform(CLI::Transformer(kForms).description(""));
     AddKindOption(*verb, "--kind", options->kind,
@@ -271,17 +294,22 @@ void AddView(CLI::App& tool, Action& chosen) {
         ->transform(CLI::Transformer(kThemes).description(""));
     verb->add_option("--title", options->title, "above the picture; else the name of FILE")
         ->type_name("TEXT");
+    verb->add_flag("--open", options->open, "show the page in the browser of this system");
     verb->footer(
         "Examples:\n"
         "  orvo view song.orvo -o song.svg\n"
         "  orvo view --theme dark --from 0:30 --to 1:00 song.orvo -o chorus.png\n"
         "  orvo view --tracks 'Vocal*' --no-lanes song.orvo -o vocals.svg\n"
+        "  orvo view song.orvo -o song.html --open\n"
         "  orvo view monday.orvo tuesday.orvo -o changes.svg\n"
         "  orvo view --contact-sheet /archive/*.orvo -o archive.png\n\n"
         "Media that are not there are hatched. Times are as the session shows them, or h:mm:ss.");
     verb->callback([options, &chosen] {
-        RequireFiles(*options);
         const PictureForm form = FormOf(*options);
+        RequireFiles(*options, form);
+        if (options->open && (form != PictureForm::Html || options->out == "-")) {
+            throw CLI::ValidationError("--open shows a page: save one with -o OUT.html");
+        }
         chosen = [options, form] { return RunView(*options, form); };
     });
 }

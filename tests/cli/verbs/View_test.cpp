@@ -95,10 +95,20 @@ TEST_F(ViewTool, ThreeSessionsNeedAContactSheet) {
     EXPECT_THAT(outcome.errors, HasSubstr("add --contact-sheet for more"));
 }
 
+TEST_F(ViewTool, SavesAPageOfOneSession) {
+    EXPECT_EQ(View({"song.orvo", "-o", "song.html"}).exitCode, 0);
+    const std::string page = ReadFile(folder_ / "song.html");
+    EXPECT_THAT(page, StartsWith("<!doctype html>"));
+    EXPECT_THAT(page, HasSubstr("Hello"));
+    const Outcome two = View({"song.orvo", "song.orvo", "-o", "song.html"});
+    EXPECT_EQ(two.exitCode, 2);
+    EXPECT_THAT(two.errors, HasSubstr("a page shows one session"));
+}
+
 TEST_F(ViewTool, AnUnknownFormIsAUsageError) {
     const Outcome outcome = View({"song.orvo", "-o", "song.bmp"});
     EXPECT_EQ(outcome.exitCode, 2);
-    EXPECT_THAT(outcome.errors, HasSubstr("\"song.bmp\" does not end in .svg or .png"));
+    EXPECT_THAT(outcome.errors, HasSubstr("\"song.bmp\" does not end in .svg, .png or .html"));
 }
 
 TEST_F(ViewTool, ATimeThatIsNoneIsReportedAndNothingIsWritten) {

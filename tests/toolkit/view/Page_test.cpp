@@ -1,0 +1,192 @@
+#include <orvo/Page.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "toolkit/view/page/PageData.h"
+#include "toolkit/view/page/PageTemplate.h"
+#include "toolkit/view/page/PageText.h"
+
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* kHostile =
+    "</script><script>alert(1)</script><!--<script>]]>&amp;\"'\\\n\xE2\x80\xA8\xE2\x80\xA9";
+
+orvo::Layout SmallLayout() {
+    orvo::Layout layout{.sampleRate = 48000, .to = 1000, .end = 1000};
+    layout.curves = {{0, 0.25F, 1}};
+    layout.media = {{.id = 1, .path = "/a.wav", .found = true}, {.id = 2, .path = "/b.wav"}};
+    layout.groups = {{.id = 1, .name = "Calls", .hue = 200}};
+    orvo::LayoutRow row{.kind = orvo::RowKind::Audio, .id = 4, .name = "Voices", .hue = 20.5};
+    row.path = "/audioTracks/0";
+    row.solo = true;
+    row.lanes.push_back(
+        {.name = "Volume", .keyframes = {{.position = -5, .value = NAN, .level = 0.5}}});
+    row.boxes = {{.kind = orvo::BoxKind::Audio,
+                  .index = 7,
+                  .name = "One",
+                  .start = 10,
+                  .end = 300,
+                  .media = 0,
+                  .crossfadesInto = 1},
+                 {.kind = orvo::BoxKind::Midi,
+                  .index = 2,
+                  .name = "Two",
+                  .start = 200,
+                  .end = 500,
+                  .looped = true}};
+    row.boxes[0].fadeOut = orvo::LayoutFade{.length = 100, .curve = 0};
+    row.boxes[0].group = 0;
+    layout.rows = {row, {.kind = orvo::RowKind::Master, .name = "Voices"}};
+    return layout;
+}
+
+json DataOfSmallLayout() {
+    return json::parse(orvo::page::DataOf(SmallLayout(), {}, {.title = "Spot"}));
+}
+
+/// The text between two others.
+std::string_view Between(std::string_view text, std::string_view begin, std::string_view end) {
+    const std::size_t first = text.find(begin) + begin.size();
+    return text.substr(first, text.find(end, first) - first);
+}
+
+std::string_view BlockOf(std::string_view page, std::string_view id) {
+    const std::string begin = "id=\"" + std::string(id) + "\">";
+    return Between(page, begin, "</script>");
+}
+
+std::size_t CountIn(std::string_view text, std::string_view part) {
+    std::size_t count = 0;
+    for (std::size_t place = text.find(part); place != std::string_view::npos;
+         place = text.find(part, place + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+TEST(Page, TheTemplateHasEachMarkOnce) {
+    for (const std::string_view mark :
+         {orvo::page::kTitleMark, orvo::page::kPictureMark, orvo::page::kSessionMark}) {
+        EXPECT_EQ(CountIn(orvo::page::kTemplate, mark), 1U) << mark;
+    }
+}
+
+TEST(Page, ThePageAsksNothingOfAnyNetwork) {
+    const std::string_view page = orvo::page::kTemplate;
+    EXPECT_THAT(page, HasSubstr("default-src 'none'"));
+    EXPECT_THAT(page, Not(HasSubstr("unsafe-inline")));
+    EXPECT_THAT(page, Not(HasSubstr("unsafe-eval")));
+    EXPECT_THAT(page, Not(HasSubstr("https://")));
+    EXPECT_EQ(CountIn(page, "http://"), CountIn(page, "http://www.w3.org/2000/svg"));
+    EXPECT_THAT(page, Not(HasSubstr("src=")));
+}
+
+TEST(Page, ColumnsHoldOneValueWhereAllAreEqual) {
+    const json data = DataOfSmallLayout();
+    EXPECT_EQ(data["rows"]["count"], 2);
+    EXPECT_EQ(data["rows"]["kind"], json({1, 3}));
+    EXPECT_EQ(data["rows"]["hue"], json({20.5, -1}));
+    EXPECT_EQ(data["rows"]["flags"], json({2, 0}));
+    EXPECT_EQ(data["rows"]["boxes"], json({2, 0}));
+    EXPECT_EQ(data["boxes"]["start"], json({10, 200}));
+    EXPECT_EQ(data["boxes"]["length"], json({290, 300}));
+    EXPECT_EQ(data["boxes"]["speed"], 1);
+    EXPECT_EQ(data["boxes"]["crossfade"], json({1, 0}));
+    EXPECT_EQ(data["boxes"]["flags"], json({0, 1}));
+    EXPECT_EQ(data["fades"]["out"], 1);
+    EXPECT_EQ(data["fades"]["length"], 100);
+    EXPECT_EQ(data["keyframes"]["position"], -5);
+    EXPECT_EQ(data["keyframes"]["value"], json());
+    EXPECT_EQ(data["curves"], json({{0, 0.25, 1}}));
+    EXPECT_EQ(data["groups"][0]["name"], "Calls");
+}
+
+TEST(Page, ClipsAreFoundInTheSession) {
+    const json data = DataOfSmallLayout();
+    EXPECT_EQ(data["clipKeys"], json({"videoClips", "audioClips", "midiClips"}));
+    EXPECT_EQ(data["boxes"]["kind"], json({1, 2}));
+    EXPECT_EQ(data["boxes"]["index"], json({7, 2}));
+    EXPECT_EQ(data["strings"][data["rows"]["path"][0].get<std::size_t>()], "/audioTracks/0");
+}
+
+TEST(Page, EachTextStandsOnce) {
+    const json data = DataOfSmallLayout();
+    EXPECT_EQ(data["rows"]["name"].type(), json::value_t::number_unsigned);
+    EXPECT_EQ(std::ranges::count(data["strings"], "Voices"), 1);
+}
+
+TEST(Page, WhatHasNoMediaIsMissingItExceptNotes) {
+    orvo::Layout layout = SmallLayout();
+    layout.media[0].found = false;
+    layout.rows[0].boxes.push_back({.kind = orvo::BoxKind::Video});
+    const json data = json::parse(orvo::page::DataOf(layout, {}, {}));
+    EXPECT_EQ(data["boxes"]["flags"], json({64, 1, 64}));
+}
+
+TEST(Page, WaveformsStandWithTheirMedia) {
+    const orvo::Waveform waveform{.sampleRate = 48000,
+                                  .frames = 300,
+                                  .framesPerPeak = 150,
+                                  .peaks = {{-1, 0}, {-0.001F, 7}, {NAN, 0.5F}}};
+    const json data = json::parse(orvo::page::DataOf(SmallLayout(), {std::nullopt, waveform}, {}));
+    EXPECT_FALSE(data["media"][0].contains("waveform"));
+    EXPECT_EQ(data["media"][1]["waveform"]["framesPerPeak"], 150);
+    EXPECT_EQ(data["media"][1]["waveform"]["lowest"], "gQAA");
+    EXPECT_EQ(data["media"][1]["waveform"]["highest"], "AH9A");
+}
+
+TEST(Page, NoTextBecomesMarkup) {
+    orvo::Layout layout = SmallLayout();
+    layout.rows[0].name = kHostile;
+    layout.rows[0].boxes[0].name = kHostile;
+    layout.media[0].path = kHostile;
+    layout.groups[0].name = kHostile;
+    orvo::Session session;
+    session.xmpMetadata = kHostile;
+    const std::string page = MakePage(layout, session, {}, {.title = kHostile});
+    const std::string_view tags[] = {"<script", "</script", "<!--", "<title", "</title"};
+    for (const std::string_view tag : tags) {
+        EXPECT_EQ(CountIn(page, tag), CountIn(orvo::page::kTemplate, tag)) << tag;
+    }
+    EXPECT_THAT(page, Not(HasSubstr("\xE2\x80\xA8\xE2\x80\xA9\"")));
+    const json picture = json::parse(BlockOf(page, "picture"));
+    EXPECT_EQ(picture["title"], kHostile);
+    EXPECT_EQ(picture["media"][0]["path"], kHostile);
+    EXPECT_EQ(json::parse(BlockOf(page, "session"))["xmpMetadata"], kHostile);
+}
+
+TEST(Page, MalformedTextsBecomeReadable) {
+    std::string text;
+    orvo::page::AppendJsonText(text, "a\xFF\xED\xA0\x80z\xC3");
+    EXPECT_EQ(text, "\"a\xEF\xBF\xBD\xEF\xBF\xBDz\xEF\xBF\xBD\"");
+    EXPECT_EQ(orvo::page::AsMarkup("a<b&c\xFF"), "a&lt;b&amp;c\xEF\xBF\xBD");
+}
+
+TEST(Page, JsonKeepsItsMeaningHoweverItsBlocksAreCut) {
+    const std::string text =
+        "{\n  \"a\": \"x <\xE2\x80\xA8y\xE2\x82\xAC \xE2\x80\xA9  z\",\n  \"b\": 1\n}\n";
+    for (std::size_t size = 1; size <= text.size(); ++size) {
+        std::string passed;
+        const orvo::TextSink sink = [&](std::string_view block) { passed += block; };
+        orvo::page::ScriptSafeJson script(sink);
+        for (std::size_t place = 0; place < text.size(); place += size) {
+            script(std::string_view(text).substr(place, size));
+        }
+        EXPECT_EQ(passed, "{\"a\": \"x \\u003c\\u2028y\xE2\x82\xAC \\u2029  z\",\"b\": 1}") << size;
+    }
+}
+
+TEST(Page, TheSameSessionGivesTheSameBytes) {
+    EXPECT_EQ(MakePage(SmallLayout(), orvo::Session()), MakePage(SmallLayout(), orvo::Session()));
+}
+
+}  // namespace

@@ -1,0 +1,40 @@
+#include <orvo/Page.h>
+
+#include "toolkit/view/page/PageData.h"
+#include "toolkit/view/page/PageTemplate.h"
+#include "toolkit/view/page/PageText.h"
+
+namespace orvo {
+namespace {
+
+/// Passes the template on up to the mark, and returns what follows the mark.
+std::string_view PassUpTo(std::string_view rest, std::string_view mark, const TextSink& sink) {
+    const std::size_t place = rest.find(mark);
+    sink(rest.substr(0, place));
+    return rest.substr(place + mark.size());
+}
+
+}  // namespace
+
+void MakePage(const Layout& layout, const Session& session,
+              const std::vector<std::optional<Waveform>>& waveforms, const TextSink& sink,
+              const PageOptions& options) {
+    std::string_view rest = PassUpTo(page::kTemplate, page::kTitleMark, sink);
+    sink(page::AsMarkup(options.title));
+    rest = PassUpTo(rest, page::kPictureMark, sink);
+    sink(page::DataOf(layout, waveforms, options));
+    rest = PassUpTo(rest, page::kSessionMark, sink);
+    ToJson(session, page::ScriptSafeJson(sink));
+    sink(rest);
+}
+
+std::string MakePage(const Layout& layout, const Session& session,
+                     const std::vector<std::optional<Waveform>>& waveforms,
+                     const PageOptions& options) {
+    std::string text;
+    MakePage(
+        layout, session, waveforms, [&](std::string_view block) { text += block; }, options);
+    return text;
+}
+
+}  // namespace orvo

@@ -1,0 +1,685 @@
+import { Indexes } from "./cull";
+import {
+    boxKindText,
+    boxLabel,
+    boxName,
+    boxStates,
+    capital,
+    countText,
+    fileName,
+    lengthText,
+    positionText,
+    rowLabel,
+} from "./describe";
+import { Minimap } from "./paint/minimap";
+import { paintRuler } from "./paint/ruler";
+import type { Scene } from "./paint/scene";
+import { Surface } from "./paint/surface";
+import { TextFitter } from "./paint/text";
+import { paintTimeline } from "./paint/timeline";
+import { Waveforms } from "./peaks";
+import type { Picture } from "./picture";
+import { Ruler } from "./ruler";
+import { type Slot, Stack } from "./stack";
+import { readTheme, ThemeSwitch } from "./theme";
+import type { TimeBase } from "./times";
+import { Details } from "./ui/details";
+import { get, icon, ICONS, make } from "./ui/dom";
+import { listenToDrag, listenToWheel, Pointers } from "./ui/input";
+import { fromFragment, type Place, toFragment } from "./ui/link";
+import { Outline } from "./ui/outline";
+import { layOut } from "./ui/print";
+import { Finder, SearchBox } from "./ui/search";
+import { TrackList } from "./ui/tracks";
+import { Viewport } from "./viewport";
+
+const ZOOM_STEP = 1.5;
+const SCROLL_STEP = 96;
+/** How near the pointer must be to a narrow clip, in pixels. */
+const REACH = 3;
+const LINK_DELAY = 250;
+const NARROW = "(width < 900px)";
+
+const KEYS: readonly (readonly [string[], string])[] = [
+    [["←", "→", "↑", "↓"], "scroll; with Shift, further"],
+    [["+", "−"], "zoom; also Ctrl and the wheel, or a pinch"],
+    [["0"], "show everything"],
+    [["Z"], "zoom to the chosen clip, or to the range"],
+    [["N", "P"], "next and previous clip of the track"],
+    [["J", "K"], "the nearest clip of the track below or above"],
+    [["C"], "go to the current position"],
+    [["[", "]"], "lower and higher rows"],
+    [["/"], "search"],
+    [["F"], "filter the tracks"],
+    [["I"], "side panel"],
+    [["O"], "outline, as a tree"],
+    [["T"], "theme: that of the system, light or dark"],
+    [["Esc"], "choose nothing"],
+];
+
+/** The page at work: what is shown, chosen and found. */
+export class App {
+    private readonly view: Viewport;
+    private readonly stack: Stack;
+    private readonly scene: Scene;
+    private readonly themes = new ThemeSwitch(() => this.setTheme());
+    private readonly timeline = new Surface(get("timeline", HTMLCanvasElement));
+    private readonly rulerSurface = new Surface(get("ruler", HTMLCanvasElement));
+    private readonly minimapSurface = new Surface(get("minimap", HTMLCanvasElement));
+    private readonly minimap = new Minimap(this.minimapSurface);
+    private readonly tracks: TrackList;
+    private readonly details: Details;
+    private readonly outline: Outline;
+    private readonly search = get("search", HTMLInputElement);
+    private readonly filter = get("filter", HTMLInputElement);
+    private readonly status = get("status", HTMLElement);
+    private readonly tip = get("tip", HTMLElement);
+    private readonly side = get("side", HTMLElement);
+    private chosenRow = -1;
+    private frame = 0;
+    private linkTimer = 0;
+    private fragment = "";
+
+    constructor(
+        private readonly picture: Picture,
+        session: () => string,
+    ) {
+        const { wire } = picture;
+        const time: TimeBase = { sampleRate: wire.sampleRate, ...wire.time };
+        this.view = new Viewport(wire.from, Math.max(wire.to, wire.from + 1));
+        this.stack = new Stack(picture);
+        this.view.rowsHeight = this.stack.height;
+        const indexes = new Indexes(picture);
+        this.scene = {
+            picture,
+            time,
+            ruler: new Ruler(time),
+            indexes,
+            waveforms: new Waveforms(picture),
+            theme: readTheme(this.themes.name),
+            texts: new TextFitter(),
+            chosen: -1,
+            hovered: -1,
+            found: null,
+            range: null,
+        };
+        const choose = (row: number, box: number): void => this.choose(row, box, true);
+        const reveal = (slot: Slot): void => this.revealSlot(slot);
+        this.tracks = new TrackList(get("tracks", HTMLElement), picture, this.stack, (row) => choose(row, -1), reveal);
+        this.details = new Details(get("details", HTMLElement), picture, time, session, choose);
+        this.outline = new Outline(get("outline", HTMLElement), picture, time, indexes, this.stack, choose);
+        new SearchBox(
+            this.search,
+            get("results", HTMLElement),
+            new Finder(picture, time),
+            (names) => {
+                this.scene.found = names;
+                this.changed();
+            },
+            choose,
+            (text) => this.say(text),
+        );
+    }
+
+    start(): void {
+        this.writeFacts();
+        this.buildButtons();
+        this.buildKeys();
+        this.listen();
+        this.togglePanel(!matchMedia(NARROW).matches);
+        this.resize();
+        this.view.showAll();
+        this.details.showSession();
+        this.goToLink();
+        this.changed();
+    }
+
+    private writeFacts(): void {
+        const { wire, rows, boxes } = this.picture;
+        const { time } = this.scene;
+        get("title", HTMLElement).textContent = wire.title || "Untitled session";
+        get("facts", HTMLElement).textContent = [
+            lengthText(time, wire.end),
+            `${wire.sampleRate.toLocaleString("en")} Hz`,
+            countText(rows.length, "track"),
+            countText(boxes.count, "clip"),
+        ].join("  ·  ");
+        const nothing = get("nothing", HTMLElement);
+        nothing.hidden = rows.length > 0;
+        nothing.textContent = "This session has no tracks.";
+    }
+
+    // Painting
+
+    /** Asks for a new picture at the browser's next chance. */
+    private changed(): void {
+        if (this.frame === 0) {
+            this.frame = requestAnimationFrame(() => {
+                this.frame = 0;
+                this.paint();
+            });
+        }
+    }
+
+    private paint(): void {
+        const { scene, view, stack } = this;
+        paintTimeline(this.timeline, scene, view, stack);
+        paintRuler(this.rulerSurface, scene, view);
+        this.minimap.paint(scene, view, stack);
+        this.tracks.update(view, scene.theme, this.chosenRow);
+    }
+
+    private resize(): void {
+        const ratio = window.devicePixelRatio || 1;
+        for (const surface of [this.timeline, this.rulerSurface, this.minimapSurface]) {
+            const { width, height } = surface.canvas.getBoundingClientRect();
+            surface.resize(width, height, ratio);
+        }
+        this.view.resize(this.timeline.width, this.timeline.height);
+        this.changed();
+    }
+
+    private setTheme(): void {
+        this.scene.theme = readTheme(this.themes.name);
+        this.labelTheme();
+        this.changed();
+    }
+
+    // Choosing
+
+    /** Chooses a row, or a box of it, shows it and says it. */
+    private choose(row: number, box: number, isRevealed: boolean): void {
+        this.chosenRow = row;
+        this.scene.chosen = box;
+        if (row < 0) {
+            this.details.showSession();
+        } else {
+            if (!this.stack.slotOf(row)) {
+                this.filter.value = "";
+                this.applyFilter();
+            }
+            if (box < 0) {
+                this.details.showRow(row);
+            } else {
+                this.details.showBox(box);
+            }
+            this.say(this.labelOf(row, box));
+        }
+        if (isRevealed) {
+            this.reveal(row, box);
+        }
+        this.moved();
+    }
+
+    private labelOf(row: number, box: number): string {
+        return box < 0 ? rowLabel(this.picture.rows[row]!) : boxLabel(this.picture, this.scene.time, box);
+    }
+
+    private reveal(row: number, box: number): void {
+        const slot = this.stack.slotOf(row);
+        if (!slot) {
+            return;
+        }
+        const { start, end } = this.picture.boxes;
+        const [from, to] = box < 0 ? [this.view.left, this.view.right] : [start[box]!, end[box]!];
+        this.view.reveal(from, to, slot.top, slot.top + slot.head);
+    }
+
+    private revealSlot(slot: Slot): void {
+        this.view.reveal(this.view.left, this.view.right, slot.top, slot.top + slot.head);
+        this.paint();
+        this.moved();
+    }
+
+    /** Chooses a clip of the same row, `step` places later. */
+    private stepInRow(step: number): void {
+        const row = this.chosenRow >= 0 ? this.chosenRow : (this.stack.slots.find((slot) => this.hasBoxes(slot))?.row ?? -1);
+        if (row < 0) {
+            return;
+        }
+        const index = this.scene.indexes.of(row);
+        const place = this.scene.chosen < 0 ? (step > 0 ? -1 : index.order.length) : index.placeOf(this.scene.chosen);
+        const box = index.order[place + step];
+        if (box === undefined) {
+            this.say(step > 0 ? "No further clip" : "No clip before this one");
+        } else {
+            this.choose(row, box, true);
+        }
+    }
+
+    /** Chooses the nearest clip of the next row, or of the one before, that has any. */
+    private stepToRow(step: number): void {
+        const { slots } = this.stack;
+        const { chosen } = this.scene;
+        const position = chosen < 0 ? this.view.position(this.view.width / 2) : this.picture.boxes.start[chosen]!;
+        let place = slots.findIndex((slot) => slot.row === this.chosenRow);
+        do {
+            place += step;
+        } while (slots[place] && !this.hasBoxes(slots[place]!));
+        const slot = slots[place];
+        if (slot) {
+            this.choose(slot.row, this.scene.indexes.of(slot.row).nearest(position), true);
+        } else {
+            this.say("No further track with clips");
+        }
+    }
+
+    private hasBoxes(slot: Slot): boolean {
+        const row = this.picture.rows[slot.row]!;
+        return row.begin < row.end;
+    }
+
+    // The pointer
+
+    /** The row and the box at a place of the timeline. */
+    private at(x: number, y: number): { row: number; box: number } {
+        const slot = this.stack.at(y + this.view.top);
+        if (!slot) {
+            return { row: -1, box: -1 };
+        }
+        if (y + this.view.top - slot.top > slot.head) {
+            return { row: slot.row, box: -1 };
+        }
+        const index = this.scene.indexes.of(slot.row);
+        const position = this.view.position(x);
+        const exact = index.top(position, position);
+        const reach = REACH * this.view.scale;
+        return { row: slot.row, box: exact >= 0 ? exact : index.top(position - reach, position + reach) };
+    }
+
+    private hover(x: number, y: number): void {
+        const { box } = this.at(x, y);
+        get("place", HTMLElement).textContent = positionText(this.scene.time, this.view.position(x));
+        if (box !== this.scene.hovered) {
+            this.scene.hovered = box;
+            this.changed();
+            if (box >= 0) {
+                this.fillTip(box);
+            }
+        }
+        this.tip.hidden = box < 0;
+        if (box >= 0) {
+            this.placeTip(x, y);
+        }
+    }
+
+    private fillTip(box: number): void {
+        const { picture } = this;
+        const { time } = this.scene;
+        const { start, end, media, group } = picture.boxes;
+        const file = picture.media[media[box]!];
+        const lines = [
+            capital(boxKindText(picture, box)),
+            `${positionText(time, start[box]!)} to ${positionText(time, end[box]!)}`,
+            `${lengthText(time, end[box]! - start[box]!)} long`,
+            file ? fileName(file.path) : "",
+            boxStates(picture, box).join(", "),
+            picture.wire.groups[group[box]!]?.name ?? "",
+        ];
+        this.tip.replaceChildren(
+            make("strong", { dir: "auto" }, boxName(picture, box)),
+            ...lines.filter(Boolean).map((line) => make("span", { dir: "auto" }, line)),
+        );
+    }
+
+    private placeTip(x: number, y: number): void {
+        const gap = 16;
+        const left = x + gap + this.tip.offsetWidth > this.view.width ? x - gap - this.tip.offsetWidth : x + gap;
+        const top = Math.min(y + gap, this.view.height - this.tip.offsetHeight - 4);
+        this.tip.style.transform = `translate(${Math.max(4, left)}px, ${Math.max(4, top)}px)`;
+    }
+
+    private leave(): void {
+        this.tip.hidden = true;
+        if (this.scene.hovered >= 0) {
+            this.scene.hovered = -1;
+            this.changed();
+        }
+    }
+
+    private moved(): void {
+        this.changed();
+        clearTimeout(this.linkTimer);
+        this.linkTimer = window.setTimeout(() => this.writeLink(), LINK_DELAY);
+    }
+
+    private listen(): void {
+        const canvas = this.timeline.canvas;
+        const hand = {
+            moved: () => this.moved(),
+            hover: (x: number, y: number) => this.hover(x, y),
+            leave: () => this.leave(),
+            press: (x: number, y: number) => {
+                const { row, box } = this.at(x, y);
+                this.choose(row, box, false);
+                if (row >= 0 && !matchMedia(NARROW).matches) {
+                    this.selectTab("details");
+                }
+            },
+        };
+        new Pointers(canvas, this.view, hand);
+        const xIn = (event: WheelEvent): number => event.clientX - canvas.getBoundingClientRect().left;
+        listenToWheel(canvas, this.view, hand, xIn);
+        listenToWheel(this.rulerSurface.canvas, this.view, hand, xIn);
+        listenToWheel(this.minimapSurface.canvas, this.view, hand, () => this.view.width / 2);
+        listenToWheel(get("tracks", HTMLElement), this.view, hand, () => 0);
+        this.listenToStrips();
+        this.filter.addEventListener("input", () => this.applyFilter());
+        this.filter.addEventListener("keydown", (event) => {
+            if (event.key === "Escape") {
+                this.filter.value = "";
+                this.applyFilter();
+            }
+            event.stopPropagation();
+        });
+        new ResizeObserver(() => this.resize()).observe(get("stage", HTMLElement));
+        document.addEventListener("keydown", (event) => this.onKey(event));
+        window.addEventListener("hashchange", () => this.goToLink());
+        window.addEventListener("beforeprint", () => this.preparePaper());
+        window.addEventListener("afterprint", () => {
+            get("paper", HTMLElement).replaceChildren();
+            this.setTheme();
+        });
+    }
+
+    private listenToStrips(): void {
+        const { view } = this;
+        const center = (x: number): void => {
+            view.left = this.minimap.position(x, view) - (view.width * view.scale) / 2;
+            view.clamp();
+            this.moved();
+        };
+        listenToDrag(this.minimapSurface.canvas, center, center);
+        listenToDrag(
+            this.rulerSurface.canvas,
+            () => this.setRange(null),
+            (x, from) => {
+                const ends = [view.position(from), view.position(x)].sort((a, b) => a - b);
+                this.setRange(Math.abs(x - from) < 3 ? null : [Math.round(ends[0]!), Math.round(ends[1]!)]);
+            },
+        );
+    }
+
+    private setRange(range: readonly [number, number] | null): void {
+        this.scene.range = range;
+        if (range) {
+            const { time } = this.scene;
+            get("place", HTMLElement).textContent = `${lengthText(time, range[1] - range[0])} chosen`;
+        }
+        this.moved();
+    }
+
+    private applyFilter(): void {
+        const { stack, view } = this;
+        stack.filter(this.filter.value);
+        this.stacked();
+        this.say(countText(stack.slots.length, "track"));
+        const nothing = get("nothing", HTMLElement);
+        nothing.hidden = stack.slots.length > 0;
+        nothing.textContent = this.picture.rows.length > 0 ? "No track has this name." : "This session has no tracks.";
+        view.clamp();
+        this.moved();
+    }
+
+    /** Follows a change of rows. */
+    private stacked(): void {
+        this.view.rowsHeight = this.stack.height;
+        this.view.clamp();
+        if (!get("outline", HTMLElement).hidden) {
+            this.outline.update();
+        }
+        this.moved();
+    }
+
+    // Keys
+
+    private onKey(event: KeyboardEvent): void {
+        const target = event.target;
+        if (event.ctrlKey || event.metaKey || event.altKey || target instanceof HTMLInputElement) {
+            return;
+        }
+        if (get("keys", HTMLDialogElement).open) {
+            return;
+        }
+        const isOnControl = target instanceof HTMLElement && target.closest("button, summary, .side") !== null;
+        if (isOnControl && /^(?:Arrow|Enter| |Home|End|Page)/u.test(event.key)) {
+            return;
+        }
+        const action = this.actionOf(event.key, event.shiftKey ? 5 : 1);
+        if (action) {
+            event.preventDefault();
+            action();
+        }
+    }
+
+    private actionOf(key: string, factor: number): (() => void) | undefined {
+        const { view } = this;
+        const scroll = (dx: number, dy: number) => (): void => {
+            view.scrollBy(dx * factor, dy * factor);
+            this.moved();
+        };
+        const actions: Record<string, () => void> = {
+            ArrowLeft: scroll(-SCROLL_STEP, 0),
+            ArrowRight: scroll(SCROLL_STEP, 0),
+            ArrowUp: scroll(0, -SCROLL_STEP / 2),
+            ArrowDown: scroll(0, SCROLL_STEP / 2),
+            PageUp: scroll(0, -view.height * 0.9),
+            PageDown: scroll(0, view.height * 0.9),
+            Home: scroll(-Number.MAX_SAFE_INTEGER, 0),
+            End: scroll(Number.MAX_SAFE_INTEGER, 0),
+            "+": () => this.zoom(ZOOM_STEP),
+            "=": () => this.zoom(ZOOM_STEP),
+            "-": () => this.zoom(1 / ZOOM_STEP),
+            "_": () => this.zoom(1 / ZOOM_STEP),
+            "0": () => this.showAll(),
+            "[": () => this.resizeRows(-1),
+            "]": () => this.resizeRows(1),
+            "/": () => this.search.focus(),
+            "?": () => get("keys", HTMLDialogElement).showModal(),
+            Escape: () => this.choose(-1, -1, false),
+            Enter: () => this.openDetails(),
+            z: () => this.zoomToChosen(),
+            n: () => this.stepInRow(1),
+            p: () => this.stepInRow(-1),
+            j: () => this.stepToRow(1),
+            k: () => this.stepToRow(-1),
+            c: () => this.goToCursor(),
+            f: () => this.filter.focus(),
+            i: () => this.togglePanel(this.side.hidden),
+            o: () => this.openOutline(),
+            t: () => this.themes.next(),
+        };
+        return actions[key.length === 1 ? key.toLowerCase() : key];
+    }
+
+    private zoom(factor: number): void {
+        const { chosen } = this.scene;
+        const middle = this.view.width / 2;
+        const x = chosen < 0 ? middle : this.view.x(this.picture.boxes.start[chosen]!);
+        this.view.zoom(factor, x >= 0 && x <= this.view.width ? x : middle);
+        this.moved();
+    }
+
+    private showAll(): void {
+        this.view.showAll();
+        this.moved();
+    }
+
+    private zoomToChosen(): void {
+        const { chosen, range } = this.scene;
+        const { start, end } = this.picture.boxes;
+        if (chosen >= 0) {
+            this.view.showRange(start[chosen]!, end[chosen]!);
+            this.reveal(this.chosenRow, chosen);
+        } else if (range) {
+            this.view.showRange(range[0], range[1], 0.02);
+        }
+        this.moved();
+    }
+
+    private goToCursor(): void {
+        this.view.left = this.picture.wire.cursor - (this.view.width * this.view.scale) / 2;
+        this.view.clamp();
+        this.say(`Current position: ${positionText(this.scene.time, this.picture.wire.cursor)}`);
+        this.moved();
+    }
+
+    private resizeRows(step: number): void {
+        const middle = this.stack.at(this.view.top + this.view.height / 2)?.row ?? -1;
+        this.stack.resize(this.stack.size + step);
+        this.view.rowsHeight = this.stack.height;
+        const slot = this.stack.slotOf(middle);
+        if (slot) {
+            this.view.top = slot.top + slot.height / 2 - this.view.height / 2;
+        }
+        this.stacked();
+    }
+
+    // The side panel
+
+    private togglePanel(isShown: boolean): void {
+        this.side.hidden = !isShown;
+        get("panel", HTMLElement).setAttribute("aria-expanded", String(isShown));
+    }
+
+    private selectTab(name: "details" | "outline"): void {
+        for (const tab of ["details", "outline"]) {
+            const button = get(`tab-${tab}`, HTMLElement);
+            button.setAttribute("aria-selected", String(tab === name));
+            button.tabIndex = tab === name ? 0 : -1;
+            get(tab, HTMLElement).hidden = tab !== name;
+        }
+        if (name === "outline") {
+            this.outline.update();
+        }
+    }
+
+    private openDetails(): void {
+        this.togglePanel(true);
+        this.selectTab("details");
+        get("details", HTMLElement).focus();
+    }
+
+    private openOutline(): void {
+        this.togglePanel(true);
+        this.selectTab("outline");
+        this.outline.focus();
+    }
+
+    private buildButtons(): void {
+        const buttons: [string, SVGSVGElement | null, () => void][] = [
+            ["zoom-in", icon(ICONS.zoomIn), () => this.zoom(ZOOM_STEP)],
+            ["zoom-out", icon(ICONS.zoomOut), () => this.zoom(1 / ZOOM_STEP)],
+            ["zoom-fit", icon(ICONS.fit), () => this.showAll()],
+            ["theme", null, () => this.themes.next()],
+            ["print", icon(ICONS.print), () => window.print()],
+            ["help", icon(ICONS.help), () => get("keys", HTMLDialogElement).showModal()],
+            ["panel", icon(ICONS.panel), () => this.togglePanel(this.side.hidden)],
+            ["tab-details", null, () => this.selectTab("details")],
+            ["tab-outline", null, () => this.selectTab("outline")],
+        ];
+        for (const [id, image, action] of buttons) {
+            const button = get(id, HTMLElement);
+            if (image) {
+                button.append(image);
+            }
+            button.addEventListener("click", action);
+        }
+        document.querySelector(".tabs")?.addEventListener("keydown", (event) => {
+            if (event instanceof KeyboardEvent && (event.key === "ArrowLeft" || event.key === "ArrowRight")) {
+                const name = get("details", HTMLElement).hidden ? "details" : "outline";
+                this.selectTab(name);
+                get(`tab-${name}`, HTMLElement).focus();
+                event.stopPropagation();
+            }
+        });
+        document.querySelector(".skip")?.addEventListener("click", (event) => {
+            event.preventDefault();
+            this.openOutline();
+        });
+        this.labelTheme();
+    }
+
+    private labelTheme(): void {
+        const { choice } = this.themes;
+        const button = get("theme", HTMLElement);
+        const text = `Theme: ${choice === "auto" ? "that of the system" : choice}`;
+        button.title = `${text} (T)`;
+        button.setAttribute("aria-label", text);
+        button.replaceChildren(icon(ICONS[choice]));
+    }
+
+    private buildKeys(): void {
+        const dialog = get("keys", HTMLDialogElement);
+        const list = make("dl");
+        for (const [keys, meaning] of KEYS) {
+            list.append(
+                make("dt", {}, ...keys.map((key) => make("kbd", {}, key))),
+                make("dd", {}, meaning),
+            );
+        }
+        const close = make("button", { type: "button" }, "Close");
+        close.addEventListener("click", () => dialog.close());
+        dialog.append(
+            make("h2", { id: "keys-title" }, "Keys"),
+            list,
+            make("p", {}, "Drag the ruler to choose a range. The address holds the place that you see."),
+            close,
+        );
+    }
+
+    // Link and paper
+
+    private place(): Place {
+        const { view, scene } = this;
+        const { chosen } = scene;
+        return {
+            from: view.left,
+            to: view.right,
+            top: view.top,
+            at: chosen >= 0 ? this.picture.boxPath(chosen) : (this.picture.rows[this.chosenRow]?.path ?? ""),
+            range: scene.range,
+            filter: this.filter.value,
+        };
+    }
+
+    private writeLink(): void {
+        this.fragment = toFragment(this.place());
+        history.replaceState(null, "", this.fragment);
+    }
+
+    private goToLink(): void {
+        if (location.hash === this.fragment || location.hash.length < 2) {
+            return;
+        }
+        const place = fromFragment(location.hash);
+        if (place.filter !== undefined) {
+            this.filter.value = place.filter;
+            this.applyFilter();
+        }
+        this.scene.range = place.range ?? null;
+        const found = place.at ? this.picture.find(place.at) : null;
+        if (found) {
+            this.choose(found.row, found.box, place.from === undefined);
+        }
+        if (place.from !== undefined && place.to !== undefined) {
+            this.view.showRange(place.from, place.to, 0);
+            this.view.top = place.top ?? this.view.top;
+            this.view.clamp();
+        }
+        this.changed();
+    }
+
+    /** Paper is light. */
+    private preparePaper(): void {
+        this.scene.theme = readTheme("light");
+        const { chosen, hovered, found } = this.scene;
+        Object.assign(this.scene, { chosen: -1, hovered: -1, found: null });
+        layOut(get("paper", HTMLElement), this.scene, this.view, this.stack);
+        Object.assign(this.scene, { chosen, hovered, found });
+    }
+
+    private say(text: string): void {
+        this.status.textContent = text;
+    }
+}

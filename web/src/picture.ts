@@ -1,0 +1,354 @@
+/** What the page shows, from the columns that the library writes into it. */
+
+import type { FrameRate, TimeForm } from "./times";
+
+/** A value for each thing, or one value that all have. */
+type Column<T> = T | T[];
+
+/** The JSON in the page; toolkit/view/page/PageData.cpp writes it. Names are places in `strings`. */
+export interface Wire {
+    title: string;
+    sampleRate: number;
+    from: number;
+    to: number;
+    cursor: number;
+    selection: [number, number];
+    end: number;
+    time: {
+        form: TimeForm;
+        rate: FrameRate;
+        beatsPerMinute: number;
+        beatsPerBar: number;
+        subdivisions: number;
+    };
+    /** The keys under which tracks have their clips, by kinds of boxes. */
+    clipKeys: string[];
+    strings: string[];
+    rows: {
+        count: number;
+        kind: Column<number>;
+        name: Column<number>;
+        channels: Column<number>;
+        output: Column<number>;
+        hue: Column<number>;
+        flags: Column<number>;
+        effects: Column<number>;
+        sends: Column<number>;
+        boxes: Column<number>;
+        lanes: Column<number>;
+        path: Column<number>;
+    };
+    boxes: {
+        count: number;
+        kind: Column<number>;
+        name: Column<number>;
+        start: Column<number>;
+        length: Column<number>;
+        hue: Column<number>;
+        flags: Column<number>;
+        media: Column<number>;
+        sourceStart: Column<number>;
+        speed: Column<number>;
+        effects: Column<number>;
+        takes: Column<number>;
+        group: Column<number>;
+        /** How many boxes later the one is into which this one fades; 0: none. */
+        crossfade: Column<number>;
+        lanes: Column<number>;
+        /** In the list of clips of its kind that its track has. */
+        index: Column<number>;
+    };
+    fades: { count: number; box: Column<number>; out: Column<number>; length: Column<number>; curve: Column<number> };
+    lanes: {
+        count: number;
+        name: Column<number>;
+        low: Column<number | null>;
+        high: Column<number | null>;
+        keyframes: Column<number>;
+    };
+    keyframes: {
+        count: number;
+        position: Column<number>;
+        level: Column<number>;
+        value: Column<number | null>;
+        segment: Column<number>;
+    };
+    media: { path: string; found: boolean; waveform?: WireWaveform }[];
+    groups: { name: string; hue: number }[];
+    curves: number[][];
+}
+
+export interface WireWaveform {
+    sampleRate: number;
+    frames: number;
+    framesPerPeak: number;
+    /** Base64 of signed bytes, in 127ths. */
+    lowest: string;
+    highest: string;
+}
+
+export const BoxFlag = {
+    looped: 1,
+    stretched: 2,
+    muted: 4,
+    offline: 8,
+    locked: 16,
+    selected: 32,
+    missing: 64,
+} as const;
+
+export const RowFlag = { muted: 1, solo: 2, armed: 4, hidden: 8, selected: 16 } as const;
+
+/** In the order of the library's numbers. */
+export const ROW_KINDS = ["video", "audio", "bus", "master", "metronome", "instrument"] as const;
+export const BOX_KINDS = ["video", "audio", "MIDI"] as const;
+export const BoxKind = { video: 0, audio: 1, midi: 2 } as const;
+
+export const Segment = { linear: 0, hold: 1, spline: 2 } as const;
+
+export interface Fade {
+    length: number;
+    curve: readonly number[];
+}
+
+export interface Lane {
+    name: string;
+    low: number;
+    high: number;
+    /** Keyframes, as a range of the columns. */
+    begin: number;
+    end: number;
+}
+
+export interface Row {
+    kind: number;
+    name: string;
+    channels: string;
+    output: string;
+    hue: number;
+    flags: number;
+    effects: number;
+    sends: number;
+    path: string;
+    /** Boxes, as a range of the columns. */
+    begin: number;
+    end: number;
+    lanes: Lane[];
+}
+
+export interface Media {
+    path: string;
+    found: boolean;
+    waveform: WireWaveform | null;
+}
+
+export interface Boxes {
+    count: number;
+    kind: Uint8Array;
+    name: Uint32Array;
+    start: Float64Array;
+    end: Float64Array;
+    /** Degrees; -1: that of the row. */
+    hue: Float32Array;
+    flags: Uint8Array;
+    /** -1: none. */
+    media: Int32Array;
+    sourceStart: Float64Array;
+    speed: Float64Array;
+    effects: Uint32Array;
+    takes: Uint32Array;
+    /** -1: none. */
+    group: Int32Array;
+    /** -1: none. */
+    next: Int32Array;
+    row: Uint32Array;
+    index: Uint32Array;
+}
+
+export interface Keyframes {
+    position: Float64Array;
+    level: Float64Array;
+    value: Float64Array;
+    segment: Uint8Array;
+}
+
+type Numbers = Uint8Array | Uint32Array | Int32Array | Float32Array | Float64Array;
+
+function fill<T extends Numbers>(target: T, column: Column<number | null>): T {
+    if (Array.isArray(column)) {
+        for (let i = 0; i < target.length; i += 1) {
+            target[i] = column[i] ?? NaN;
+        }
+    } else {
+        target.fill(column ?? NaN);
+    }
+    return target;
+}
+
+function at<T>(column: Column<T>, index: number): T {
+    return Array.isArray(column) ? (column)[index]! : column;
+}
+
+/** A session as the page draws it. Positions beyond 2^53 samples are rounded. */
+export class Picture {
+    readonly wire: Wire;
+    readonly strings: string[];
+    readonly rows: Row[] = [];
+    readonly boxes: Boxes;
+    readonly keyframes: Keyframes;
+    readonly media: Media[];
+    readonly boxLanes = new Map<number, Lane[]>();
+    readonly fadesIn = new Map<number, Fade>();
+    readonly fadesOut = new Map<number, Fade>();
+    private readonly members = new Map<number, number[]>();
+
+    constructor(wire: Wire) {
+        this.wire = wire;
+        this.strings = wire.strings;
+        this.media = wire.media.map((file) => ({ ...file, waveform: file.waveform ?? null }));
+        const { count } = wire.boxes;
+        this.boxes = {
+            count,
+            kind: fill(new Uint8Array(count), wire.boxes.kind),
+            name: fill(new Uint32Array(count), wire.boxes.name),
+            start: fill(new Float64Array(count), wire.boxes.start),
+            end: fill(new Float64Array(count), wire.boxes.length),
+            hue: fill(new Float32Array(count), wire.boxes.hue),
+            flags: fill(new Uint8Array(count), wire.boxes.flags),
+            media: fill(new Int32Array(count), wire.boxes.media),
+            sourceStart: fill(new Float64Array(count), wire.boxes.sourceStart),
+            speed: fill(new Float64Array(count), wire.boxes.speed),
+            effects: fill(new Uint32Array(count), wire.boxes.effects),
+            takes: fill(new Uint32Array(count), wire.boxes.takes),
+            group: fill(new Int32Array(count), wire.boxes.group),
+            next: fill(new Int32Array(count), wire.boxes.crossfade),
+            row: new Uint32Array(count),
+            index: fill(new Uint32Array(count), wire.boxes.index),
+        };
+        this.finishBoxes();
+        const keyframes = wire.keyframes.count;
+        this.keyframes = {
+            position: fill(new Float64Array(keyframes), wire.keyframes.position),
+            level: fill(new Float64Array(keyframes), wire.keyframes.level),
+            value: fill(new Float64Array(keyframes), wire.keyframes.value),
+            segment: fill(new Uint8Array(keyframes), wire.keyframes.segment),
+        };
+        this.readRows();
+        this.readFades();
+    }
+
+    private finishBoxes(): void {
+        const { start, end, next, group } = this.boxes;
+        for (let box = 0; box < this.boxes.count; box += 1) {
+            end[box] = end[box]! + start[box]!;
+            next[box] = next[box] === 0 ? -1 : box + next[box]!;
+            if (group[box]! >= 0) {
+                const members = this.members.get(group[box]!) ?? [];
+                members.push(box);
+                this.members.set(group[box]!, members);
+            }
+        }
+    }
+
+    private readRows(): void {
+        const { rows } = this.wire;
+        const lanes = new LaneReader(this.wire);
+        let box = 0;
+        for (let i = 0; i < rows.count; i += 1) {
+            const begin = box;
+            const row: Row = {
+                kind: at(rows.kind, i),
+                name: this.strings[at(rows.name, i)]!,
+                channels: this.strings[at(rows.channels, i)]!,
+                output: this.strings[at(rows.output, i)]!,
+                hue: at(rows.hue, i),
+                flags: at(rows.flags, i),
+                effects: at(rows.effects, i),
+                sends: at(rows.sends, i),
+                path: this.strings[at(rows.path, i)]!,
+                begin,
+                end: begin + at(rows.boxes, i),
+                lanes: lanes.take(at(rows.lanes, i)),
+            };
+            for (; box < row.end; box += 1) {
+                this.boxes.row[box] = i;
+                const own = lanes.take(at(this.wire.boxes.lanes, box));
+                if (own.length > 0) {
+                    this.boxLanes.set(box, own);
+                }
+            }
+            this.rows.push(row);
+        }
+    }
+
+    private readFades(): void {
+        const { fades, curves } = this.wire;
+        for (let i = 0; i < fades.count; i += 1) {
+            const fade: Fade = { length: at(fades.length, i), curve: curves[at(fades.curve, i)] ?? [0, 1] };
+            (at(fades.out, i) ? this.fadesOut : this.fadesIn).set(at(fades.box, i), fade);
+        }
+    }
+
+    boxName(box: number): string {
+        return this.strings[this.boxes.name[box]!]!;
+    }
+
+    boxPath(box: number): string {
+        const row = this.rows[this.boxes.row[box]!]!;
+        return `${row.path}/${this.wire.clipKeys[this.boxes.kind[box]!]!}/${this.boxes.index[box]!}`;
+    }
+
+    boxHue(box: number): number {
+        const own = this.boxes.hue[box]!;
+        return own < 0 ? this.rows[this.boxes.row[box]!]!.hue : own;
+    }
+
+    has(box: number, flag: number): boolean {
+        return (this.boxes.flags[box]! & flag) !== 0;
+    }
+
+    /** The boxes of a group. */
+    membersOf(group: number): readonly number[] {
+        return this.members.get(group) ?? [];
+    }
+
+    /** The row or box at a path; null if the page does not show it. */
+    find(path: string): { row: number; box: number } | null {
+        const row = this.rows.findIndex((candidate) => path === candidate.path || path.startsWith(`${candidate.path}/`));
+        const found = this.rows[row];
+        if (!found || path === found.path) {
+            return found ? { row, box: -1 } : null;
+        }
+        for (let box = found.begin; box < found.end; box += 1) {
+            if (this.boxPath(box) === path) {
+                return { row, box };
+            }
+        }
+        return null;
+    }
+}
+
+/** Lanes stand in the order of rows, those of a row before those of its boxes. */
+class LaneReader {
+    private lane = 0;
+    private keyframe = 0;
+
+    constructor(private readonly wire: Wire) {}
+
+    take(count: number): Lane[] {
+        const { lanes, strings } = this.wire;
+        const taken: Lane[] = [];
+        for (const end = this.lane + count; this.lane < end; this.lane += 1) {
+            const begin = this.keyframe;
+            this.keyframe += at(lanes.keyframes, this.lane);
+            taken.push({
+                name: strings[at(lanes.name, this.lane)]!,
+                low: at(lanes.low, this.lane) ?? NaN,
+                high: at(lanes.high, this.lane) ?? NaN,
+                begin,
+                end: this.keyframe,
+            });
+        }
+        return taken;
+    }
+}

@@ -1,0 +1,165 @@
+import { rowLabel, rowName, routeText, rowKindText } from "../describe";
+import { type Picture, type Row, RowFlag } from "../picture";
+import type { Slot, Stack } from "../stack";
+import type { Theme } from "../theme";
+import type { Viewport } from "../viewport";
+import { make } from "./dom";
+
+const TWO_LINES = 44;
+const BADGES = [
+    { flag: RowFlag.muted, text: "M", style: "mute", title: "Muted" },
+    { flag: RowFlag.solo, text: "S", style: "solo", title: "Solo" },
+    { flag: RowFlag.armed, text: "R", style: "armed", title: "Armed for recording" },
+];
+
+/** The tracks beside the timeline. Only those in view are in the document. */
+export class TrackList {
+    private readonly shown = new Map<number, HTMLElement>();
+    private state = "";
+    /** The row that the tabulator key reaches. */
+    private roving = 0;
+
+    constructor(
+        private readonly list: HTMLElement,
+        private readonly picture: Picture,
+        private readonly stack: Stack,
+        private readonly choose: (row: number) => void,
+        private readonly reveal: (slot: Slot) => void,
+    ) {
+        list.setAttribute("role", "listbox");
+        list.setAttribute("aria-label", "Tracks");
+        list.addEventListener("keydown", (event) => this.onKey(event));
+        list.addEventListener("click", (event) => {
+            const row = this.rowOf(event.target);
+            if (row !== null) {
+                this.roving = row;
+                this.choose(row);
+            }
+        });
+    }
+
+    update(view: Viewport, theme: Theme, chosen: number): void {
+        const slots = this.stack.between(view.top, view.top + view.height);
+        if (!slots.some((slot) => slot.row === this.roving)) {
+            const focused = this.shown.get(this.roving) === document.activeElement;
+            this.roving = focused ? this.roving : (slots[0]?.row ?? 0);
+        }
+        const state = `${theme.name} ${this.stack.slots.length} ${this.stack.height}`;
+        if (state !== this.state) {
+            this.state = state;
+            this.clear();
+        }
+        const wanted = new Set(slots.map((slot) => slot.row));
+        for (const [row, element] of this.shown) {
+            if (!wanted.has(row) && element !== document.activeElement) {
+                element.remove();
+                this.shown.delete(row);
+            }
+        }
+        for (const slot of slots) {
+            this.place(slot, view, theme, chosen);
+        }
+    }
+
+    /** Moves the keyboard to a row. */
+    focus(row: number): void {
+        this.roving = row;
+        this.shown.get(row)?.focus({ preventScroll: true });
+    }
+
+    private clear(): void {
+        const focused = [...this.shown].find(([, element]) => element === document.activeElement);
+        this.list.replaceChildren();
+        this.shown.clear();
+        if (focused) {
+            this.list.setAttribute("tabindex", "-1");
+            this.list.focus();
+        }
+    }
+
+    private place(slot: Slot, view: Viewport, theme: Theme, chosen: number): void {
+        let element = this.shown.get(slot.row);
+        if (!element) {
+            element = this.build(slot, theme);
+            this.shown.set(slot.row, element);
+            this.insert(element, slot.row);
+        }
+        element.style.transform = `translateY(${slot.top - view.top}px)`;
+        element.setAttribute("aria-selected", String(slot.row === chosen));
+        element.tabIndex = slot.row === this.roving ? 0 : -1;
+    }
+
+    /** Keeps the elements in the order of rows, as readers of screens go through them. */
+    private insert(element: HTMLElement, row: number): void {
+        const after = [...this.list.children].find(
+            (child) => child instanceof HTMLElement && Number(child.dataset["row"]) > row,
+        );
+        this.list.insertBefore(element, after ?? null);
+    }
+
+    private build(slot: Slot, theme: Theme): HTMLElement {
+        const row = this.picture.rows[slot.row]!;
+        const hue = make("span", { class: "hue" });
+        hue.style.background = theme.clips.of(row.hue, row.kind, false).edge;
+        const element = make("div", { class: "track", role: "option", "aria-label": rowLabel(row) }, hue, this.head(row, slot));
+        element.dataset["row"] = slot.row.toString();
+        element.setAttribute("aria-posinset", (this.stack.slots.indexOf(slot) + 1).toString());
+        element.setAttribute("aria-setsize", this.stack.slots.length.toString());
+        element.classList.toggle("is-muted", (row.flags & (RowFlag.muted | RowFlag.hidden)) !== 0);
+        element.style.height = `${slot.height}px`;
+        for (const lane of row.lanes) {
+            const line = make("div", { class: "lane" }, make("span", { title: lane.name }, lane.name));
+            line.style.height = `${slot.lane}px`;
+            element.append(line);
+        }
+        return element;
+    }
+
+    private head(row: Row, slot: Slot): HTMLElement {
+        const name = make("span", { class: "name", title: row.name, dir: "auto" }, rowName(row));
+        const first = make("div", { class: "first" }, name);
+        for (const badge of BADGES) {
+            if (row.flags & badge.flag) {
+                first.append(make("span", { class: `badge ${badge.style}`, title: badge.title }, badge.text));
+            }
+        }
+        const head = make("div", { class: "head" }, first);
+        head.style.height = `${slot.head}px`;
+        if (slot.head >= TWO_LINES || (row.begin === row.end && slot.head >= 40)) {
+            const hidden = row.flags & RowFlag.hidden ? " · hidden" : "";
+            const route = routeText(row);
+            const text = `${route || rowKindText(row)}${hidden}`;
+            head.append(make("div", { class: "second", title: `${rowKindText(row)} ${route}` }, text));
+        }
+        return head;
+    }
+
+    private rowOf(target: EventTarget | null): number | null {
+        const element = target instanceof Element ? target.closest(".track") : null;
+        return element instanceof HTMLElement ? Number(element.dataset["row"]) : null;
+    }
+
+    private onKey(event: KeyboardEvent): void {
+        const { slots } = this.stack;
+        const place = slots.findIndex((slot) => slot.row === this.roving);
+        const places: Record<string, number> = {
+            ArrowDown: place + 1,
+            ArrowUp: place - 1,
+            Home: 0,
+            End: slots.length - 1,
+        };
+        if (event.key === "Enter" || event.key === " ") {
+            this.choose(this.roving);
+        } else if (event.key in places) {
+            const slot = slots[Math.min(Math.max(0, places[event.key]!), slots.length - 1)];
+            if (slot) {
+                this.reveal(slot);
+                this.focus(slot.row);
+            }
+        } else {
+            return;
+        }
+        event.preventDefault();
+        event.stopPropagation();
+    }
+}
