@@ -2,6 +2,7 @@
 
 option(ORVO_BUILD_TOOL "Build the command-line tool" ${PROJECT_IS_TOP_LEVEL})
 option(ORVO_BUILD_TESTS "Build the tool, the tests, the fuzzers and the benchmark" OFF)
+option(ORVO_BUILD_VIEW "Test the page of orvo view, and offer the target that builds it (needs npm)" OFF)
 option(ORVO_INSTALL "Install the plug-in, the library and the tool" ${PROJECT_IS_TOP_LEVEL})
 option(ORVO_WARNINGS_AS_ERRORS "Stop at the first warning" OFF)
 option(ORVO_COVERAGE "Count how often each line and branch runs (needs clang)" OFF)

@@ -1,4 +1,4 @@
-// Bundles the page into one file, dist/page.html, or where the first argument says.
+// Bundles the page into one file, dist/page.html. With --check, only compares it with that file.
 import { createHash } from "node:crypto";
 import { mkdir, readFile, writeFile } from "node:fs/promises";
 import path from "node:path";
@@ -6,7 +6,7 @@ import { fileURLToPath } from "node:url";
 import { build } from "esbuild";
 
 const root = path.dirname(fileURLToPath(import.meta.url));
-const target = process.argv[2] ?? path.join(root, "dist/page.html");
+const target = path.join(root, "dist/page.html");
 
 async function bundle(entry) {
     const result = await build({
@@ -16,7 +16,7 @@ async function bundle(entry) {
         minify: true,
         write: false,
         format: "iife",
-        target: ["chrome100", "firefox102", "safari15.4"],
+        target: ["chrome110", "firefox115", "safari16.4"],
         charset: "utf8",
         legalComments: "none",
     });
@@ -43,5 +43,11 @@ for (const [mark, text] of parts) {
     }
     html = html.replace(mark, () => text);
 }
-await mkdir(path.dirname(target), { recursive: true });
-await writeFile(target, html);
+if (process.argv[2] === "--check") {
+    if ((await readFile(target, "utf8")) !== html) {
+        throw new Error("dist/page.html is not what the sources make; run npm run build");
+    }
+} else {
+    await mkdir(path.dirname(target), { recursive: true });
+    await writeFile(target, html);
+}

@@ -128,6 +128,8 @@ export class App {
         this.listen();
         this.togglePanel(!matchMedia(NARROW).matches);
         this.resize();
+        this.stack.fitInto(this.view.height);
+        this.view.rowsHeight = this.stack.height;
         this.view.showAll();
         this.details.showSession();
         this.goToLink();

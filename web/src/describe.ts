@@ -43,9 +43,9 @@ export function rowStates(row: Row): string[] {
     return states.map(([state]) => state);
 }
 
-export function rowLabel(row: Row): string {
+/** What there is to say of a row beside its name. */
+export function rowAbout(row: Row): string {
     return [
-        rowName(row),
         rowKindText(row),
         row.channels,
         row.output && `to ${row.output}`,
@@ -55,6 +55,10 @@ export function rowLabel(row: Row): string {
     ]
         .filter(Boolean)
         .join(", ");
+}
+
+export function rowLabel(row: Row): string {
+    return `${rowName(row)}, ${rowAbout(row)}`;
 }
 
 export function boxKindText(picture: Picture, box: number): string {
@@ -90,15 +94,19 @@ export function boxStates(picture: Picture, box: number): string[] {
     return states;
 }
 
-export function boxLabel(picture: Picture, time: TimeBase, box: number): string {
+/** What there is to say of a clip beside its name. */
+export function boxAbout(picture: Picture, time: TimeBase, box: number): string {
     const { start, end, row } = picture.boxes;
     return [
-        boxName(picture, box),
         `${boxKindText(picture, box)} on ${rowName(picture.rows[row[box]!]!)}`,
         `at ${positionText(time, start[box]!)}`,
         `${lengthText(time, end[box]! - start[box]!)} long`,
         ...boxStates(picture, box),
     ].join(", ");
+}
+
+export function boxLabel(picture: Picture, time: TimeBase, box: number): string {
+    return `${boxName(picture, box)}, ${boxAbout(picture, time, box)}`;
 }
 
 /** The last part of a path, of any system. */

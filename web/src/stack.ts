@@ -14,7 +14,7 @@ export interface Slot {
 }
 
 export const ROW_SIZES = [32, 60, 104] as const;
-const EMPTY_ROW = 40;
+const EMPTY_ROW = 44;
 const LANE = 36;
 
 export class Stack {
@@ -36,6 +36,14 @@ export class Stack {
     resize(size: number): void {
         this.size = Math.min(Math.max(0, size), ROW_SIZES.length - 1);
         this.arrange();
+    }
+
+    /** Takes the largest rows, of the two larger sizes, that fit into a height. */
+    fitInto(height: number): void {
+        this.resize(ROW_SIZES.length - 1);
+        if (this.height > height) {
+            this.resize(1);
+        }
     }
 
     /** The slot at a height, counted from the first row. */

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -38,6 +39,38 @@ TEST_F(ViewTool, DrawsAnSvg) {
     EXPECT_THAT(svg, HasSubstr(">song.orvo</text>"));
     EXPECT_THAT(svg, HasSubstr(">Hello</text>"));
     EXPECT_THAT(svg, HasSubstr(">Room</text>"));
+}
+
+TEST_F(ViewTool, SavesAPage) {
+    const Outcome outcome = View({"song.orvo", "-o", "song.html", "--title", "A & <B>"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.output + outcome.errors, "");
+    const std::string page = ReadFile(folder_ / "song.html");
+    EXPECT_THAT(page, StartsWith("<!doctype html>"));
+    EXPECT_THAT(page, HasSubstr("<title>A &amp; &lt;B></title>"));
+    EXPECT_THAT(page, HasSubstr("\"Hello\""));
+    EXPECT_EQ(View({"song.orvo", "-o", "-", "--as", "html", "--title", "A & <B>"}).output, page);
+}
+
+TEST_F(ViewTool, APageShowsOneSession) {
+    const Outcome outcome = View({"song.orvo", "song.orvo", "-o", "song.html"});
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_THAT(outcome.errors, HasSubstr("a page shows one session"));
+    EXPECT_THAT(View({"song.orvo", "-o", "song.svg", "--open"}).errors,
+                HasSubstr("--open shows a page"));
+}
+
+TEST_F(ViewTool, ReportsThatTheSystemShowsNoPages) {
+    const auto opener = folder_.Write("xdg-open", "#!/bin/sh\nexit 3\n");
+    std::filesystem::permissions(opener, std::filesystem::perms::owner_all);
+    const char* const path = std::getenv("PATH");
+    const std::string before = path != nullptr ? path : "";
+    setenv("PATH", opener.parent_path().c_str(), 1);
+    const Outcome outcome = View({"song.orvo", "-o", "song.html", "--open"});
+    setenv("PATH", before.c_str(), 1);
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("song.html: saved, but the system could not show it"));
+    EXPECT_TRUE(std::filesystem::exists(folder_ / "song.html"));
 }
 
 TEST_F(ViewTool, DrawsAPngOfTwicePixels) {
@@ -93,16 +126,6 @@ TEST_F(ViewTool, ThreeSessionsNeedAContactSheet) {
     const Outcome outcome = View({"a.orvo", "b.orvo", "c.orvo", "-o", "a.svg"});
     EXPECT_EQ(outcome.exitCode, 2);
     EXPECT_THAT(outcome.errors, HasSubstr("add --contact-sheet for more"));
-}
-
-TEST_F(ViewTool, SavesAPageOfOneSession) {
-    EXPECT_EQ(View({"song.orvo", "-o", "song.html"}).exitCode, 0);
-    const std::string page = ReadFile(folder_ / "song.html");
-    EXPECT_THAT(page, StartsWith("<!doctype html>"));
-    EXPECT_THAT(page, HasSubstr("Hello"));
-    const Outcome two = View({"song.orvo", "song.orvo", "-o", "song.html"});
-    EXPECT_EQ(two.exitCode, 2);
-    EXPECT_THAT(two.errors, HasSubstr("a page shows one session"));
 }
 
 TEST_F(ViewTool, AnUnknownFormIsAUsageError) {

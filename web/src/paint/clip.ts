@@ -6,15 +6,23 @@ import type { Scene, Span } from "./scene";
 
 /** Narrower boxes are drawn as one with their neighbours. */
 const MERGED = 3;
-/** Narrower boxes have no corners, names and marks. */
-const PLAIN = 14;
+/** Narrower boxes have no round corners, names and marks. */
+const PLAIN = 24;
+/** Narrower boxes have no curves of their own automation. */
+const LEAST_WITH_LANES = 60;
+/** Narrower boxes are hatched, and have waveforms and fades, no more. */
+const LEAST_WITH_CONTENT = 8;
 const RADIUS = 4;
 const BAR = 18;
 const LEAST_WITH_BAR = 40;
 const LEAST_WITH_WAVE = 18;
-const LEAST_NAME = 26;
-const MARK = 14;
+const LEAST_NAME = 18;
+/** Marks leave a name this room, if it needs it. */
+const NAME_BEFORE_MARKS = 72;
+const MARK = 15;
+const LEAST_FADE = 3;
 const FADE_SHADE = 0.5;
+const OWN_LANE = 0.75;
 const DIMMED = 0.22;
 
 interface Frame {
@@ -26,7 +34,6 @@ interface Frame {
 
 /** Paints the boxes of one row. */
 export class ClipPainter {
-    private readonly hatches = new Map<string, CanvasPattern | null>();
     private readonly level = { low: 0, high: 0 };
 
     constructor(
@@ -96,10 +103,7 @@ export class ClipPainter {
         const colours = this.colours(box);
         context.globalAlpha = this.isDimmed(box) ? DIMMED : 1;
         if (frame.width < PLAIN) {
-            context.fillStyle = colours.body;
-            context.fillRect(frame.x, frame.y, frame.width, frame.height);
-            context.fillStyle = colours.edge;
-            context.fillRect(frame.x, frame.y, 1, frame.height);
+            this.paintNarrow(box, frame, colours);
         } else {
             this.paintWide(box, frame, colours);
         }
@@ -107,33 +111,59 @@ export class ClipPainter {
         context.globalAlpha = 1;
     }
 
-    private paintWide(box: number, frame: Frame, colours: ClipColours): void {
-        const { context, scene } = this;
-        const hasBar = frame.height >= LEAST_WITH_BAR;
+    /** Without corners and texts: there may be a great many. */
+    private paintNarrow(box: number, frame: Frame, colours: ClipColours): void {
+        const { context } = this;
+        const bar = frame.height >= LEAST_WITH_BAR ? BAR : 0;
+        const inner = { ...frame, y: frame.y + bar, height: frame.height - bar };
         context.fillStyle = colours.body;
+        context.fillRect(inner.x, inner.y, inner.width, inner.height);
+        if (frame.width >= LEAST_WITH_CONTENT) {
+            this.paintHatch(box, colours, () => context.fillRect(inner.x, inner.y, inner.width, inner.height));
+            this.paintContent(box, inner, colours);
+            this.paintFades(box, inner, colours);
+        }
+        context.fillStyle = bar > 0 ? colours.bar : colours.body;
+        context.fillRect(frame.x, frame.y, frame.width, bar);
+        context.fillStyle = colours.edge;
+        context.fillRect(frame.x, frame.y, 1, frame.height);
+    }
+
+    private paintHatch(box: number, colours: ClipColours, fill: () => void): void {
+        const { picture } = this.scene;
+        if (picture.has(box, BoxFlag.missing) || picture.has(box, BoxFlag.offline)) {
+            this.context.fillStyle = hatchOf(this.context, colours.edge) ?? colours.body;
+            fill();
+        }
+    }
+
+    private paintWide(box: number, frame: Frame, colours: ClipColours): void {
+        const { context } = this;
+        const hasBar = frame.height >= LEAST_WITH_BAR;
+        const body = { x: frame.x + 1, y: frame.y + 1, width: frame.width - 2, height: frame.height - 2 };
+        // The edge first, and the body on it: strokes take longer.
+        context.fillStyle = colours.edge;
         this.trace(frame);
         context.fill();
-        if (scene.picture.has(box, BoxFlag.missing) || scene.picture.has(box, BoxFlag.offline)) {
-            context.fillStyle = this.hatch(colours.edge) ?? colours.body;
-            context.fill();
-        }
-        const inner = hasBar ? { ...frame, y: frame.y + BAR, height: frame.height - BAR } : frame;
+        context.fillStyle = colours.body;
+        this.trace(body);
+        context.fill();
+        this.paintHatch(box, colours, () => context.fill());
+        const inner = hasBar ? { ...body, y: frame.y + BAR, height: body.height - BAR + 1 } : body;
         if (inner.height >= LEAST_WITH_WAVE) {
             this.paintContent(box, inner, colours);
         }
         this.paintFades(box, inner, colours);
-        this.paintOwnLanes(box, inner);
+        if (frame.width >= LEAST_WITH_LANES) {
+            this.paintOwnLanes(box, inner, colours.text);
+        }
         if (hasBar) {
             context.fillStyle = colours.bar;
             context.beginPath();
-            context.roundRect(frame.x, frame.y, frame.width, BAR, [RADIUS, RADIUS, 0, 0]);
+            context.roundRect(body.x, body.y, body.width, BAR - 1, [RADIUS - 1, RADIUS - 1, 0, 0]);
             context.fill();
         }
         this.paintName(box, frame, colours, hasBar ? BAR : frame.height);
-        context.strokeStyle = colours.edge;
-        context.lineWidth = 1;
-        this.trace({ x: frame.x + 0.5, y: frame.y + 0.5, width: frame.width - 1, height: frame.height - 1 });
-        context.stroke();
     }
 
     private trace(frame: Frame): void {
@@ -163,18 +193,20 @@ export class ClipPainter {
         const { context, scene } = this;
         const left = Math.max(frame.x, 0) + 6;
         let right = Math.min(frame.x + frame.width, this.span.width) - 4;
+        if (right - left < LEAST_NAME) {
+            return;
+        }
+        const name = scene.picture.boxName(box);
+        scene.texts.use(context, `500 11.5px ${scene.theme.font}`);
+        const wanted = Math.min(scene.texts.width(context, name), NAME_BEFORE_MARKS);
         for (const mark of this.marksOf(box)) {
-            if (right - left < MARK + LEAST_NAME) {
+            if (right - left < MARK + wanted) {
                 break;
             }
             right -= MARK;
             this.paintMark(mark, right + 1, frame.y + height / 2, colours.text);
         }
-        if (right - left < LEAST_NAME - 8) {
-            return;
-        }
-        scene.texts.use(context, `500 11.5px ${scene.theme.font}`);
-        const text = scene.texts.fit(context, scene.picture.boxName(box), right - left);
+        const text = scene.texts.fit(context, name, right - left);
         if (text) {
             context.fillStyle = colours.text;
             context.textBaseline = "middle";
@@ -314,7 +346,7 @@ export class ClipPainter {
 
     private paintFade(fade: Fade, position: number, direction: number, frame: Frame, colours: ClipColours): void {
         const { context, span, scene } = this;
-        if (fade.length / span.scale < 2) {
+        if (fade.length / span.scale < LEAST_FADE) {
             return;
         }
         context.save();
@@ -361,25 +393,17 @@ export class ClipPainter {
         context.globalAlpha = 1;
     }
 
-    private paintOwnLanes(box: number, frame: Frame): void {
+    private paintOwnLanes(box: number, frame: Frame, colour: string): void {
         const { context, scene, span } = this;
         for (const lane of scene.picture.boxLanes.get(box) ?? []) {
             context.save();
             context.beginPath();
             context.rect(frame.x, frame.y, frame.width, frame.height);
             context.clip();
-            paintCurve(context, scene, span, lane, frame.y + 3, frame.height - 6, scene.theme.text, false);
+            context.globalAlpha *= OWN_LANE;
+            paintCurve(context, scene, span, lane, frame.y + 3, frame.height - 6, colour, false);
             context.restore();
         }
-    }
-
-    private hatch(colour: string): CanvasPattern | null {
-        let pattern = this.hatches.get(colour);
-        if (pattern === undefined) {
-            pattern = hatchOf(this.context, colour);
-            this.hatches.set(colour, pattern);
-        }
-        return pattern;
     }
 }
 
@@ -396,19 +420,20 @@ class Run {
         private readonly height: number,
     ) {}
 
+    /** Takes whole pixels, so that a pixel has the colour of one box. */
     add(x: number, width: number, colour: string, dimmed: boolean): void {
-        const right = x + Math.max(width, 1);
-        // A gap that can be seen ends the run.
-        if (x > this.end + 0.6 || colour !== this.colour || dimmed !== this.dimmed) {
-            if (right <= this.end && dimmed === this.dimmed) {
-                return;
-            }
+        const left = Math.max(Math.floor(x), this.end);
+        const right = Math.max(Math.ceil(x + width), Math.floor(x) + 1);
+        if (right <= this.end) {
+            return;
+        }
+        if (left > this.end || colour !== this.colour || dimmed !== this.dimmed) {
             this.finish();
-            this.begin = Math.max(x, this.end);
+            this.begin = left;
             this.colour = colour;
             this.dimmed = dimmed;
         }
-        this.end = Math.max(this.end, right);
+        this.end = right;
     }
 
     finish(): void {
@@ -443,7 +468,18 @@ function pathOf(mark: keyof typeof MARKS): Path2D {
     return path;
 }
 
+const hatches = new Map<string, CanvasPattern | null>();
+
 function hatchOf(context: CanvasRenderingContext2D, colour: string): CanvasPattern | null {
+    let hatch = hatches.get(colour);
+    if (hatch === undefined) {
+        hatch = makeHatch(context, colour);
+        hatches.set(colour, hatch);
+    }
+    return hatch;
+}
+
+function makeHatch(context: CanvasRenderingContext2D, colour: string): CanvasPattern | null {
     const size = 8;
     const tile = document.createElement("canvas");
     tile.width = size;

@@ -138,7 +138,7 @@ export function paintCurve(
         painter.trace(first, last);
     }
     context.strokeStyle = colour;
-    context.lineWidth = 1.5;
+    context.lineWidth = isFilled ? 1.5 : 1;
     context.stroke();
     if (isFilled) {
         context.lineTo(Math.max(span.width + 2, painter.x(last)), top + height);
@@ -150,7 +150,7 @@ export function paintCurve(
         context.fill();
         context.restore();
     }
-    if ((last - first) * LEAST_DOT_DISTANCE < span.width) {
+    if (isFilled && (last - first) * LEAST_DOT_DISTANCE < span.width) {
         context.beginPath();
         painter.dots(first, last);
         context.fillStyle = colour;

@@ -28,7 +28,7 @@ export class Minimap {
         }
         const context = surface.begin(scene.theme.panel);
         context.drawImage(still.canvas, 0, 0, width, height);
-        this.paintFrame(scene, view, stack);
+        this.paintFrame(scene, view);
     }
 
     private paintSession(scene: Scene, view: Viewport, stack: Stack): void {
@@ -38,25 +38,26 @@ export class Minimap {
         const scale = (view.to - view.from) / width;
         const { start, end } = picture.boxes;
         const room = height - 2 * PADDING;
-        for (const slot of stack.slots) {
+        const step = room / Math.max(1, stack.slots.length);
+        stack.slots.forEach((slot, place) => {
             const row = picture.rows[slot.row]!;
-            const top = PADDING + (slot.top / stack.height) * room;
-            const size = Math.max(1, (slot.head / stack.height) * room - 1);
+            const top = Math.floor(PADDING + place * step);
+            const size = Math.max(1, Math.min(6, step - 1));
             for (let box = row.begin, last = -1; box < row.end; box += 1) {
-                const x = (start[box]! - view.from) / scale;
+                const x = Math.floor((start[box]! - view.from) / scale);
                 const boxWidth = Math.max(1, (end[box]! - start[box]!) / scale);
                 // Nothing new would be seen.
-                if (boxWidth === 1 && Math.floor(x) === last) {
+                if (boxWidth === 1 && x === last) {
                     continue;
                 }
-                last = Math.floor(x);
+                last = x;
                 context.fillStyle = theme.clips.of(picture.boxHue(box), row.kind, false).edge;
                 context.fillRect(x, top, boxWidth, size);
             }
-        }
+        });
     }
 
-    private paintFrame(scene: Scene, view: Viewport, stack: Stack): void {
+    private paintFrame(scene: Scene, view: Viewport): void {
         const { context, width, height } = this.surface;
         const { theme, picture } = scene;
         const scale = (view.to - view.from) / width;
@@ -69,14 +70,11 @@ export class Minimap {
         context.globalAlpha = 1;
         context.fillStyle = theme.accent;
         context.fillRect(Math.round((picture.wire.cursor - view.from) / scale), 0, 1, height);
-        const room = height - 2 * PADDING;
-        const top = stack.height > 0 ? PADDING + (view.top / stack.height) * room : PADDING;
-        const shown = stack.height > 0 ? Math.min(1, view.height / stack.height) * room : room;
         const left = Math.max(0.75, x);
         context.strokeStyle = theme.quiet;
         context.lineWidth = 1.5;
         context.beginPath();
-        context.roundRect(left, top - 2, Math.max(3, Math.min(width - 0.75, right) - left), shown + 4, 3);
+        context.roundRect(left, 1.5, Math.max(3, Math.min(width - 0.75, right) - left), height - 3, 3);
         context.stroke();
     }
 }

@@ -48,7 +48,7 @@ export class Details {
                 ["Sample rate", `${wire.sampleRate.toLocaleString("en")} Hz`],
                 ["Tracks", picture.rows.length.toLocaleString("en")],
                 ["Clips", picture.boxes.count.toLocaleString("en")],
-                ["Media", countText(picture.media.length, "file") + (missing > 0 ? `, ${missing} missing` : "")],
+                ["Media", countText(picture.media.length, "file") + (missing > 0 ? `, ${missing.toLocaleString("en")} missing` : "")],
                 ["Position", positionText(time, wire.cursor)],
                 ["Selection", this.rangeText(wire.selection)],
             ],
@@ -229,11 +229,11 @@ function appendEntries(list: HTMLElement, entries: [string, Json][], begin: numb
         const fold = make("details", {}, make("summary", {}, about ? `${key} · ${about}` : key));
         // Sessions are large; what nobody opens is never made.
         fold.addEventListener("toggle", () => fold.append(valueOf(value)), { once: true });
-        list.append(make("dt", { class: "for-readers" }, key), make("dd", {}, fold));
+        list.append(make("dt", { class: "for-readers" }, key), make("dd", { class: "fold" }, fold));
     }
     if (entries.length > begin + PART) {
         const more = make("button", { class: "goto", type: "button" }, `Show ${PART} more`);
-        const line = make("dd", {}, more);
+        const line = make("dd", { class: "fold" }, more);
         more.addEventListener("click", () => {
             line.remove();
             appendEntries(list, entries, begin + PART);

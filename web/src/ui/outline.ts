@@ -1,4 +1,4 @@
-import { boxLabel, boxName, positionText, rowLabel, rowName } from "../describe";
+import { boxAbout, boxName, positionText, rowAbout, rowName } from "../describe";
 import type { Indexes } from "../cull";
 import type { Picture } from "../picture";
 import type { Stack } from "../stack";
@@ -61,7 +61,7 @@ export class Outline {
         const { slots } = this.stack;
         slots.slice(begin, begin + PART).forEach((slot, i) => {
             const row = this.picture.rows[slot.row]!;
-            const item = this.item(rowName(row), (row.end - row.begin || "").toString(), rowLabel(row), 1);
+            const item = this.item(rowName(row), (row.end - row.begin || "").toString(), `, ${rowAbout(row)}`, 1);
             item.dataset["row"] = slot.row.toString();
             item.setAttribute("aria-posinset", (begin + i + 1).toString());
             item.setAttribute("aria-setsize", slots.length.toString());
@@ -75,43 +75,44 @@ export class Outline {
         }
     }
 
-    private item(name: string, where: string, label: string, level: number): HTMLLIElement {
+    private item(name: string, where: string, about: string, level: number): HTMLLIElement {
         const line = make(
             "span",
             { class: "line" },
             make("span", { class: "name", dir: "auto" }, name),
-            make("span", { class: "where" }, where),
+            make("span", { class: "where", "aria-hidden": "true" }, where),
+            make("span", { class: "for-readers" }, about),
         );
-        return make(
-            "li",
-            { role: "treeitem", "aria-level": level.toString(), "aria-label": label, tabindex: "-1", "aria-selected": "false" },
-            line,
-        );
+        const attributes = { role: "treeitem", "aria-level": level.toString(), tabindex: "-1", "aria-selected": "false" };
+        return make("li", attributes, line);
     }
 
     private more(level: number, begin: number): HTMLElement {
-        const item = this.item(`Show ${PART} more`, "", `Show ${PART} more`, level);
+        const item = this.item(`Show ${PART} more`, "", "", level);
         item.classList.add("more");
         item.dataset["begin"] = begin.toString();
         return item;
     }
 
-    private appendBoxes(group: HTMLElement, row: number, begin: number): void {
+    /** The clips of a row, as items of the second level. */
+    private boxItems(row: number, begin: number): HTMLElement[] {
         const { order } = this.indexes.of(row);
-        order.slice(begin, begin + PART).forEach((box, i) => {
+        const items: HTMLElement[] = Array.from(order.slice(begin, begin + PART), (box, i) => {
             const start = positionText(this.time, this.picture.boxes.start[box]!);
-            const item = this.item(boxName(this.picture, box), start, boxLabel(this.picture, this.time, box), 2);
+            const about = `, ${boxAbout(this.picture, this.time, box)}`;
+            const item = this.item(boxName(this.picture, box), start, about, 2);
             item.dataset["row"] = row.toString();
             item.dataset["box"] = box.toString();
             item.setAttribute("aria-posinset", (begin + i + 1).toString());
             item.setAttribute("aria-setsize", order.length.toString());
-            group.append(item);
+            return item;
         });
         if (order.length > begin + PART) {
             const more = this.more(2, begin + PART);
             more.dataset["row"] = row.toString();
-            group.append(more);
+            items.push(more);
         }
+        return items;
     }
 
     private expand(item: HTMLElement, isExpanded: boolean): void {
@@ -119,11 +120,12 @@ export class Outline {
             return;
         }
         item.setAttribute("aria-expanded", String(isExpanded));
-        item.querySelector("ul")?.remove();
         if (isExpanded) {
-            const group = make("ul", { role: "group" });
-            this.appendBoxes(group, Number(item.dataset["row"]), 0);
-            item.append(group);
+            item.after(...this.boxItems(Number(item.dataset["row"]), 0));
+            return;
+        }
+        while (item.nextElementSibling?.getAttribute("aria-level") === "2") {
+            item.nextElementSibling.remove();
         }
     }
 
@@ -143,13 +145,12 @@ export class Outline {
 
     private showMore(item: HTMLElement, begin: number, row: string | undefined): void {
         const before = item.previousElementSibling;
-        const parent = item.parentElement;
-        item.remove();
-        if (row === undefined || !parent) {
+        if (row === undefined) {
             this.appendRows(begin);
         } else {
-            this.appendBoxes(parent, Number(row), begin);
+            item.after(...this.boxItems(Number(row), begin));
         }
+        item.remove();
         if (before?.nextElementSibling instanceof HTMLElement) {
             this.enter(before.nextElementSibling);
         }
@@ -185,7 +186,7 @@ export class Outline {
                 break;
             case "ArrowRight":
                 if (isExpanded) {
-                    next = item.querySelector<HTMLElement>("li");
+                    next = items[place + 1];
                 } else {
                     this.expand(item, true);
                 }
@@ -194,7 +195,7 @@ export class Outline {
                 if (isExpanded) {
                     this.expand(item, false);
                 } else {
-                    next = item.parentElement?.closest("li");
+                    next = items.slice(0, place).findLast((before) => before.getAttribute("aria-level") === "1");
                 }
                 break;
             case "Enter":

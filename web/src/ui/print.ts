@@ -47,8 +47,10 @@ function rowOf(scene: Scene, span: Span, slot: Slot, ratio: number): HTMLElement
     paintGrid(context, scene, span, 0, slot.height);
     paintSlot(context, scene, span, slot, 0, new ClipPainter(context, scene, span));
     const head = make("th", { dir: "auto" }, rowName(row), make("span", {}, routeText(row)));
-    for (const lane of row.lanes) {
-        head.append(make("span", {}, lane.name));
-    }
+    row.lanes.forEach((lane, i) => {
+        const name = make("span", { class: "lane" }, lane.name);
+        name.style.top = `${(100 * (slot.head + slot.lane * (i + 0.25))) / slot.height}%`;
+        head.append(name);
+    });
     return make("tr", {}, head, make("td", {}, strip.canvas));
 }

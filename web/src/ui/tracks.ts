@@ -1,4 +1,4 @@
-import { rowLabel, rowName, routeText, rowKindText } from "../describe";
+import { routeText, rowAbout, rowKindText, rowName } from "../describe";
 import { type Picture, type Row, RowFlag } from "../picture";
 import type { Slot, Stack } from "../stack";
 import type { Theme } from "../theme";
@@ -101,14 +101,14 @@ export class TrackList {
         const row = this.picture.rows[slot.row]!;
         const hue = make("span", { class: "hue" });
         hue.style.background = theme.clips.of(row.hue, row.kind, false).edge;
-        const element = make("div", { class: "track", role: "option", "aria-label": rowLabel(row) }, hue, this.head(row, slot));
+        const element = make("div", { class: "track", role: "option" }, hue, this.head(row, slot));
         element.dataset["row"] = slot.row.toString();
         element.setAttribute("aria-posinset", (this.stack.slots.indexOf(slot) + 1).toString());
         element.setAttribute("aria-setsize", this.stack.slots.length.toString());
         element.classList.toggle("is-muted", (row.flags & (RowFlag.muted | RowFlag.hidden)) !== 0);
         element.style.height = `${slot.height}px`;
         for (const lane of row.lanes) {
-            const line = make("div", { class: "lane" }, make("span", { title: lane.name }, lane.name));
+            const line = make("div", { class: "lane", "aria-hidden": "true" }, make("span", { title: lane.name }, lane.name));
             line.style.height = `${slot.lane}px`;
             element.append(line);
         }
@@ -120,16 +120,18 @@ export class TrackList {
         const first = make("div", { class: "first" }, name);
         for (const badge of BADGES) {
             if (row.flags & badge.flag) {
-                first.append(make("span", { class: `badge ${badge.style}`, title: badge.title }, badge.text));
+                first.append(make("span", { class: `badge ${badge.style}`, title: badge.title, "aria-hidden": "true" }, badge.text));
             }
         }
-        const head = make("div", { class: "head" }, first);
+        const about = make("span", { class: "for-readers" }, `, ${rowAbout(row)}`);
+        const head = make("div", { class: "head" }, first, about);
         head.style.height = `${slot.head}px`;
-        if (slot.head >= TWO_LINES || (row.begin === row.end && slot.head >= 40)) {
+        if (slot.head >= TWO_LINES) {
             const hidden = row.flags & RowFlag.hidden ? " · hidden" : "";
             const route = routeText(row);
             const text = `${route || rowKindText(row)}${hidden}`;
-            head.append(make("div", { class: "second", title: `${rowKindText(row)} ${route}` }, text));
+            const title = `${rowKindText(row)} ${route}`;
+            head.append(make("div", { class: "second", title, "aria-hidden": "true" }, text));
         }
         return head;
     }

@@ -95,13 +95,17 @@ void test("rows are stacked, and filtered by their words", () => {
         stack.slots.map((slot) => [slot.row, slot.top, slot.height]),
         [
             [0, 0, 96],
-            [1, 96, 40],
+            [1, 96, 44],
         ],
     );
     assert.equal(stack.at(95)?.row, 0);
     assert.equal(stack.at(96)?.row, 1);
-    assert.equal(stack.at(136), null);
+    assert.equal(stack.at(140), null);
     assert.equal(stack.at(-1), null);
+    stack.fitInto(1000);
+    assert.equal(stack.height, 184);
+    stack.fitInto(183);
+    assert.equal(stack.height, 140);
     stack.filter("  VOIC mas ");
     assert.deepEqual(stack.slots.map((slot) => slot.row), [0]);
     stack.filter("nobody");
