@@ -161,6 +161,7 @@ std::string PositionLabel(const Layout& layout, std::int64_t position) {
 
 std::vector<RulerTick> RulerTicks(const Layout& layout, std::int64_t room) {
     constexpr double kMostLabels = 400;
+    constexpr int kMostMarks = 4010;  // with those between the labels
     const double from = static_cast<double>(layout.from);
     const double to = static_cast<double>(layout.to);
     const double needed = std::max(static_cast<double>(room), (to - from) / kMostLabels);
@@ -171,10 +172,16 @@ std::vector<RulerTick> RulerTicks(const Layout& layout, std::int64_t room) {
     const Session times = TimesOf(layout);
     std::vector<RulerTick> ticks;
     const double mark = step.samples / division;
-    for (double number = std::ceil(from / mark); number * mark < to; ++number) {
+    const double first = std::ceil(from / mark);
+    for (int i = 0; i < kMostMarks && (first + i) * mark < to; ++i) {
+        const double number = first + i;
         // A position is the first sample that is not before the mark; one that is nearly there
         // differs only by rounding.
         const auto position = static_cast<std::int64_t>(std::ceil(number * mark - 1e-6));
+        // Far from the start, marks are closer than numbers of double precision.
+        if (position < layout.from || (!ticks.empty() && position <= ticks.back().position)) {
+            continue;
+        }
         const bool isLabelled = std::fmod(number, division) == 0;
         ticks.push_back({position, isLabelled ? LabelOf(layout, times, ladder, step, position)
                                               : std::string()});

@@ -112,6 +112,21 @@ TEST(Ruler, NeverHasMoreThanItsShareOfMarks) {
     }
 }
 
+TEST(Ruler, EndsWhereMarksAreCloserThanNumbers) {
+    constexpr std::int64_t kFar = std::int64_t{1} << 62;
+    for (const auto display : {orvo::TimeDisplay::Decimal, orvo::TimeDisplay::Samples}) {
+        for (const std::int64_t length : {1, 100, 10'000}) {
+            for (const std::int64_t from : {kFar, -kFar}) {
+                const Layout layout = LayoutOf(display, from, from + length);
+                for (const RulerTick& tick : RulerTicks(layout, 1)) {
+                    EXPECT_GE(tick.position, layout.from);
+                    EXPECT_LT(tick.position, layout.to);
+                }
+            }
+        }
+    }
+}
+
 TEST(Ruler, MarksAreInTheRangeAndInOrder) {
     const Layout layout = LayoutOf(orvo::TimeDisplay::Ntsc60, 123'457, 345'679);
     const std::vector<RulerTick> ticks = RulerTicks(layout, 10'000);
