@@ -18,6 +18,16 @@ constexpr double kRoomForName = 26;  // of a box, from left to right
 constexpr double kLowBox = 26;       // has its name over its waveform
 constexpr double kDeadWidth = 1.5;   // narrower ones have nothing inside
 
+/// Places at equal distances, up to an end.
+std::vector<double> PlacesFrom(double first, double end, double step) {
+    std::vector<double> places;
+    const double count = std::ceil((end - first) / step);
+    for (int i = 0; i < count; ++i) {
+        places.push_back(first + i * step);
+    }
+    return places;
+}
+
 /// The lowest and highest value of some peaks.
 orvo::Peak Span(const orvo::Waveform& waveform, std::size_t begin, std::size_t end) {
     orvo::Peak span = waveform.peaks[begin];
@@ -49,7 +59,6 @@ BoxDrawing::BoxDrawing(SvgCanvas& canvas, const orvo::Layout& layout, const orvo
       theme_(theme),
       part_(place.part),
       left_(place.left),
-      width_(0),
       pixelsPerSample_(place.pixelsPerSample),
       isSmall_(place.isSmall) {
     width_ = std::max(Whole(box.end) - Whole(box.start), part_.width);
@@ -132,7 +141,7 @@ void BoxDrawing::DrawWave() const {
         below.clear();
     };
     const double end = std::min(part_.width, left_ + width_);
-    for (double x = 0; x < end; ++x) {
+    for (const double x : PlacesFrom(0, end, 1)) {
         double begin = first + (x - left_) * framesPerPixel;
         if (box_.looped && frames > 0) {
             begin -= std::floor(begin / frames) * frames;
@@ -161,7 +170,7 @@ void BoxDrawing::DrawPicture() const {
     const double end = std::min(part_.width, left_ + width_);
     std::vector<Point> ends;
     if (box_.kind == orvo::BoxKind::Midi) {
-        for (double y = NameHeight() + 4; y < part_.height - 3; y += 6) {
+        for (const double y : PlacesFrom(NameHeight() + 4, part_.height - 3, 6)) {
             ends.insert(ends.end(), {{std::max(left_, 0.0) + 4, y}, {end - 4, y}});
         }
         canvas_.Lines(ends, {.stroke = hue_.edge, .strokeWidth = 0.8, .opacity = 0.7});
@@ -169,7 +178,7 @@ void BoxDrawing::DrawPicture() const {
     }
     constexpr double kHole = 5;
     constexpr double kStep = 10;
-    for (double x = std::fmod(left_, kStep) + kStep / 2; x + kHole < end; x += kStep) {
+    for (const double x : PlacesFrom(std::fmod(left_, kStep) + kStep / 2, end - kHole, kStep)) {
         ends.insert(ends.end(), {{x, part_.height - 6}, {x + kHole, part_.height - 6}});
     }
     canvas_.Lines(ends, {.stroke = hue_.edge, .strokeWidth = 4, .opacity = 0.55});
@@ -180,7 +189,7 @@ void BoxDrawing::DrawHatch() const {
     constexpr double kStep = 7;
     std::vector<Point> ends;
     const double end = std::min(part_.width, left_ + width_);
-    for (double x = std::fmod(left_, kStep) - part_.height; x < end; x += kStep) {
+    for (const double x : PlacesFrom(std::fmod(left_, kStep) - part_.height, end, kStep)) {
         ends.insert(ends.end(), {{x, part_.height}, {x + part_.height, 0}});
     }
     canvas_.Lines(ends, {.stroke = hue_.edge, .strokeWidth = 1, .opacity = 0.45});

@@ -47,7 +47,7 @@ private:
     const ThemeColours& theme_;
     Area part_;
     double left_;
-    double width_;  // of the whole box
+    double width_ = 0;  // of the whole box
     double pixelsPerSample_;
     bool isSmall_;
 };
