@@ -23,6 +23,7 @@
 // orvo view FILE... -o OUT [--contact-sheet] [--as FORM] [--from TIME] [--to TIME]
 //           [--tracks PATTERN] [--width N] [--height N] [--theme THEME] [--no-lanes]
 //           [--no-waveforms] [--title TEXT] [--open]
+// orvo view --serve FILE|FOLDER [--port N] [--open]
 
 namespace cli {
 namespace {
@@ -42,7 +43,8 @@ struct ViewOptions {
     std::optional<std::string> title;
     bool noLanes = false;
     bool noWaveforms = false;
-    bool open = false;
+    bool serve = false;
+    ServeOptions pages;
     double scale = 2;
 };
 
@@ -53,6 +55,9 @@ const std::map<std::string, orvo::Theme> kThemes = {
 
 /// @throws CLI::ValidationError  if neither the option nor the name says it
 PictureForm FormOf(const ViewOptions& options) {
+    if (options.out.empty()) {
+        throw CLI::ValidationError("say where to save: -o OUT; or --serve");
+    }
     if (options.form) {
         return *options.form;
     }
@@ -218,6 +223,13 @@ private:
     bool isWhole_ = true;
 };
 
+ExitCode RunServe(const ViewOptions& options) {
+    RequirePlugin();
+    SessionShelf::Options sessions{.layout = options.layout, .waveforms = !options.noWaveforms};
+    sessions.layout.lanes = !options.noLanes;
+    return ServePages(options.files.front(), sessions, options.pages);
+}
+
 ExitCode RunView(const ViewOptions& options, PictureForm form) {
     const Output out(options.out);
     for (const std::string& file : options.files) {
@@ -229,7 +241,7 @@ ExitCode RunView(const ViewOptions& options, PictureForm form) {
     Drawing drawing(options);
     if (form == PictureForm::Html) {
         const ExitCode saved = drawing.SaveAsPage(out);
-        return saved == ExitCode::Good && options.open ? OpenPage(options.out) : saved;
+        return saved == ExitCode::Good && options.pages.open ? OpenPage(options.out) : saved;
     }
     const std::optional<std::string> svg = drawing.Svg();
     if (!svg) {
@@ -240,10 +252,23 @@ ExitCode RunView(const ViewOptions& options, PictureForm form) {
     return drawing.IsWhole() ? saved : ExitCode::Failure;
 }
 
-/// @throws CLI::ValidationError  if there are too many sessions for one timeline
+/// @throws CLI::ValidationError  for what a server does not do
+void RequireServable(const ViewOptions& options) {
+    if (options.files.size() > 1 || options.files.front() == kStream) {
+        throw CLI::ValidationError("one file or folder is served");
+    }
+    if (!options.out.empty() || !options.from.empty() || !options.to.empty()) {
+        throw CLI::ValidationError("--serve saves nothing, and serves whole timelines");
+    }
+}
+
+/// @throws CLI::ValidationError  if there are too many sessions for one timeline, or for a page
 void RequireFiles(const ViewOptions& options, PictureForm form) {
     if (form == PictureForm::Html && (options.files.size() > 1 || options.contactSheet)) {
         throw CLI::ValidationError("a page shows one session; draw several as .svg or .png");
+    }
+    if (options.pages.open && (form != PictureForm::Html || options.out == "-")) {
+        throw CLI::ValidationError("--open shows a page: save one with -o OUT.html");
     }
     if (options.files.size() > 2 && !options.contactSheet) {
         throw CLI::ValidationError(
@@ -264,8 +289,15 @@ void AddView(CLI::App& tool, Action& chosen) {
     verb->add_option("-o,--output", options->out,
                      "the picture, .svg or .png, or the page, .html; - for standard output")
         ->type_name("OUT")
-        ->required()
         ->check(FileName());
+    CLI::Option* const serve = verb->add_flag(
+        "--serve", options->serve,
+        "serve the page of FILE, or of each session in the folder FILE, on this computer only, and "
+        "load it again when the session changes; Ctrl-C ends it");
+    verb->add_option("--port", options->pages.port, "of the served pages; else a free one")
+        ->type_name("N")
+        ->needs(serve)
+        ->check(CLI::Range(1, 65'535).description(""));
     verb->add_option("--as", options->form, "svg, png or html, if the name does not imply it")
         ->type_name("FORM")
         ->transform(CLI::Transformer(kForms).description(""));
@@ -294,7 +326,7 @@ void AddView(CLI::App& tool, Action& chosen) {
         ->transform(CLI::Transformer(kThemes).description(""));
     verb->add_option("--title", options->title, "above the picture; else the name of FILE")
         ->type_name("TEXT");
-    verb->add_flag("--open", options->open, "show the page in the browser of this system");
+    verb->add_flag("--open", options->pages.open, "show the page in the browser of this system");
     verb->footer(
         "Examples:\n"
         "  orvo view song.orvo -o song.svg\n"
@@ -302,14 +334,17 @@ void AddView(CLI::App& tool, Action& chosen) {
         "  orvo view --tracks 'Vocal*' --no-lanes song.orvo -o vocals.svg\n"
         "  orvo view song.orvo -o song.html --open\n"
         "  orvo view monday.orvo tuesday.orvo -o changes.svg\n"
-        "  orvo view --contact-sheet /archive/*.orvo -o archive.png\n\n"
+        "  orvo view --contact-sheet /archive/*.orvo -o archive.png\n"
+        "  orvo view --serve --open sessions\n\n"
         "Media that are not there are hatched. Times are as the session shows them, or h:mm:ss.");
     verb->callback([options, &chosen] {
+        if (options->serve) {
+            RequireServable(*options);
+            chosen = [options] { return RunServe(*options); };
+            return;
+        }
         const PictureForm form = FormOf(*options);
         RequireFiles(*options, form);
-        if (options->open && (form != PictureForm::Html || options->out == "-")) {
-            throw CLI::ValidationError("--open shows a page: save one with -o OUT.html");
-        }
         chosen = [options, form] { return RunView(*options, form); };
     });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include <orvo/Model.h>
 #include "cli/ExitCode.h"
 #include "cli/files/Output.h"
+#include "cli/serve/SessionShelf.h"
 
 namespace cli {
 
@@ -17,7 +19,16 @@ ExitCode SavePage(const Output& out, const orvo::Layout& layout, const orvo::Ses
                   const std::vector<std::optional<orvo::Waveform>>& waveforms,
                   const std::string& title);
 
-/// Asks the system to show a page, and does not wait for it. Reports if the system cannot.
+/// Asks the system to show a saved page. Reports if the system cannot.
 ExitCode OpenPage(const std::string& name);
+
+struct ServeOptions {
+    std::uint16_t port = 0;  ///< 0: a free one
+    bool open = false;       ///< shows the first page
+};
+
+/// Serves a session, or the sessions of a folder, until a signal ends it. Prints the address.
+ExitCode ServePages(const std::string& name, const SessionShelf::Options& sessions,
+                    const ServeOptions& options);
 
 }  // namespace cli

@@ -11,7 +11,8 @@
 #include <orvo/Model.h>
 
 /// A session as a page for a browser: one HTML file that holds its script, its style and its data,
-/// and that asks nothing of any network. Its Content-Security-Policy lets no other script run.
+/// and that asks nothing of any network unless told to watch its server. Its
+/// Content-Security-Policy lets no other script run.
 ///
 ///     orvo::Layout layout = orvo::MakeLayout(session);
 ///     std::string page = orvo::MakePage(layout, session, orvo::ReadWaveforms(layout));
@@ -25,6 +26,9 @@ namespace orvo {
 
 struct PageOptions {
     std::string title{};  ///< such as the session's name
+    /// An address, relative to that of the page, whose text changes when the session does. The page
+    /// asks for it every second and then loads itself again. Empty: the page asks for nothing.
+    std::string watch{};
 };
 
 /// Writes the page in blocks.

@@ -53,6 +53,7 @@ LIBRARY_RULES = (
     (r"sndfile", (r"toolkit/(media|view)/.*", r"tests/.*")),
     (r"openssl/", (r"toolkit/media/.*", r"tests/.*")),
     (r"utf8proc", (r"toolkit/(collect|media|view)/.*", r"cli/terminal/.*")),
+    (r"httplib", (r"cli/serve/PageServer\.cpp",)),
     (r"librsvg", (r"cli/files/Png\.cpp",)),
     (r"CLI/", (r"cli/.*", r"bench/.*")),
     (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),

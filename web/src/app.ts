@@ -32,6 +32,7 @@ import { layOut } from "./ui/print";
 import { Finder, SearchBox } from "./ui/search";
 import { TrackList } from "./ui/tracks";
 import { Viewport } from "./viewport";
+import { watch } from "./watch";
 
 const ZOOM_STEP = 1.5;
 const SCROLL_STEP = 96;
@@ -134,6 +135,22 @@ export class App {
         this.details.showSession();
         this.goToLink();
         this.changed();
+        this.watch();
+    }
+
+    /** Follows the session of a page that is served. */
+    private watch(): void {
+        const { wire } = this.picture;
+        if (wire.watch) {
+            const reload = (): void => {
+                this.writeLink();
+                location.reload();
+            };
+            watch(wire.watch, reload, () => {
+                get("facts", HTMLElement).append("  ·  no longer served");
+                this.say("This page is no longer served.");
+            });
+        }
     }
 
     private writeFacts(): void {

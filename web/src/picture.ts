@@ -8,6 +8,8 @@ type Column<T> = T | T[];
 /** The JSON in the page; toolkit/view/page/PageData.cpp writes it. Names are places in `strings`. */
 export interface Wire {
     title: string;
+    /** An address whose text changes when the session does; empty: none. */
+    watch: string;
     sampleRate: number;
     from: number;
     to: number;

@@ -4,8 +4,18 @@
 //
 // SHOTS takes pictures of all pages, to be looked at.
 import assert from "node:assert/strict";
-import { spawnSync } from "node:child_process";
-import { accessSync, constants, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { spawn, spawnSync } from "node:child_process";
+import {
+    accessSync,
+    constants,
+    copyFileSync,
+    mkdirSync,
+    mkdtempSync,
+    readFileSync,
+    renameSync,
+    rmSync,
+    writeFileSync,
+} from "node:fs";
 import os from "node:os";
 import path from "node:path";
 import { after, before, test } from "node:test";
@@ -82,8 +92,12 @@ function measureWork() {
         });
 }
 
-/** Opens a page, runs `use`, and checks that the browser complained of nothing. */
+/**
+ * Opens a page, runs `use`, and checks that the browser complained of nothing.
+ * @param file  or the address of one that is served, which the page may ask
+ */
 async function open(file, use, { fragment = "", ...options } = {}) {
+    const address = file.startsWith("http:") ? file : pathToFileURL(file).href;
     const context = await browser.newContext({ viewport: size, colorScheme: "dark", ...options });
     const page = await context.newPage();
     const complaints = [];
@@ -94,12 +108,12 @@ async function open(file, use, { fragment = "", ...options } = {}) {
         void dialog.dismiss();
     });
     page.on("request", (request) => {
-        if (!/^(?:file|data):/u.test(request.url())) {
+        if (!/^(?:file|data):/u.test(request.url()) && !request.url().startsWith(new URL("./", address).href)) {
             complaints.push(`request: ${request.url()}`);
         }
     });
     await page.addInitScript(measureWork);
-    await page.goto(pathToFileURL(file).href + fragment);
+    await page.goto(address + fragment);
     await settled(page);
     const result = await use(page, context);
     await context.close();
@@ -118,7 +132,7 @@ const settled = (page) =>
 
 /** Waits until the address holds the place, and returns it. */
 async function placeOf(page) {
-    await page.waitForTimeout(400);
+    await page.waitForTimeout(280);
     const values = new URLSearchParams(new URL(page.url()).hash.slice(1));
     return Object.fromEntries(values);
 }
@@ -402,6 +416,64 @@ test("names of a session are only names", async () => {
     await open(named, async (page) => {
         assert.equal(await page.title(), hostile);
         assert.equal(await page.locator("#title").textContent(), hostile);
+    });
+});
+
+/** Serves a file or folder while `use` runs. */
+async function serve(name, use) {
+    const server = spawn(orvo, ["view", "--serve", name], { stdio: ["ignore", "pipe", "inherit"] });
+    const ended = new Promise((resolve) => {
+        server.on("exit", resolve);
+    });
+    try {
+        const address = await new Promise((resolve) => {
+            server.stdout.once("data", (text) => resolve(text.toString().trim()));
+        });
+        await use(address, server);
+    } finally {
+        server.kill("SIGINT");
+        assert.equal(await ended, 0);
+    }
+}
+
+const firstTrack = (page, name) =>
+    page.waitForFunction((wanted) => document.querySelector(".track .name")?.textContent === wanted, name);
+
+test("a served page follows its session, and stays where it is", async () => {
+    const file = path.join(folder, "followed.orvo");
+    copyFileSync(exampleOf("music"), file);
+    await serve(file, async (address) => {
+        await open(address, async (page) => {
+            await firstTrack(page, "Drums");
+            await page.keyboard.press("+");
+            const before = await placeOf(page);
+            await page.waitForTimeout(1200);
+            copyFileSync(exampleOf("picture"), `${file}.new`);
+            renameSync(`${file}.new`, file);
+            await firstTrack(page, "Picture");
+            assert.equal(await page.title(), "followed.orvo");
+            assert.equal((await placeOf(page)).from, before.from);
+        });
+    });
+});
+
+test("a served folder is a gallery that leads to its pages", async () => {
+    const gallery = path.join(folder, "gallery");
+    mkdirSync(gallery);
+    for (const name of examples) {
+        copyFileSync(exampleOf(name), path.join(gallery, `${name}.orvo`));
+    }
+    copyFileSync(exampleOf("music"), path.join(gallery, "a<img src=x onerror=alert(1)>.orvo"));
+    await serve(gallery, async (address) => {
+        await open(address, async (page) => {
+            await page.waitForFunction(() => [...document.images].every((image) => image.complete && image.naturalWidth > 0));
+            await shoot(page, "gallery");
+            await audit(page, "the gallery");
+            assert.equal(await page.locator("li").count(), examples.length + 1);
+            assert.equal(await page.locator("img").count(), examples.length + 1);
+            await page.click("text=spoken-word.orvo");
+            await firstTrack(page, "Narrator");
+        });
     });
 });
 

@@ -74,8 +74,8 @@ std::size_t CountIn(std::string_view text, std::string_view part) {
 }
 
 TEST(Page, TheTemplateHasEachMarkOnce) {
-    for (const std::string_view mark :
-         {orvo::page::kTitleMark, orvo::page::kPictureMark, orvo::page::kSessionMark}) {
+    for (const std::string_view mark : {orvo::page::kConnectMark, orvo::page::kTitleMark,
+                                        orvo::page::kPictureMark, orvo::page::kSessionMark}) {
         EXPECT_EQ(CountIn(orvo::page::kTemplate, mark), 1U) << mark;
     }
 }
@@ -88,6 +88,13 @@ TEST(Page, ThePageAsksNothingOfAnyNetwork) {
     EXPECT_THAT(page, Not(HasSubstr("https://")));
     EXPECT_EQ(CountIn(page, "http://"), CountIn(page, "http://www.w3.org/2000/svg"));
     EXPECT_THAT(page, Not(HasSubstr("src=")));
+}
+
+TEST(Page, OnlyAPageThatWatchesItsServerMayAskIt) {
+    EXPECT_THAT(MakePage(SmallLayout(), {}), HasSubstr("connect-src 'none'"));
+    const std::string page = MakePage(SmallLayout(), {}, {}, {.watch = "state?file=a"});
+    EXPECT_THAT(page, HasSubstr("connect-src 'self'"));
+    EXPECT_EQ(json::parse(BlockOf(page, "picture"))["watch"], "state?file=a");
 }
 
 TEST(Page, ColumnsHoldOneValueWhereAllAreEqual) {

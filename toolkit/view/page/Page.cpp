@@ -19,7 +19,9 @@ std::string_view PassUpTo(std::string_view rest, std::string_view mark, const Te
 void MakePage(const Layout& layout, const Session& session,
               const std::vector<std::optional<Waveform>>& waveforms, const TextSink& sink,
               const PageOptions& options) {
-    std::string_view rest = PassUpTo(page::kTemplate, page::kTitleMark, sink);
+    std::string_view rest = PassUpTo(page::kTemplate, page::kConnectMark, sink);
+    sink(options.watch.empty() ? "'none'" : "'self'");
+    rest = PassUpTo(rest, page::kTitleMark, sink);
     sink(page::AsMarkup(options.title));
     rest = PassUpTo(rest, page::kPictureMark, sink);
     sink(page::DataOf(layout, waveforms, options));

@@ -385,6 +385,8 @@ std::string DataOf(const Layout& layout, const std::vector<std::optional<Wavefor
     const Selection& selection = layout.selection;
     std::string out = "{\"title\":";
     AppendJsonText(out, options.title);
+    out += ",\"watch\":";
+    AppendJsonText(out, options.watch);
     fmt::format_to(std::back_inserter(out),
                    R"(,"sampleRate":{},"from":{},"to":{},"cursor":{},"selection":[{},{}],"end":{})",
                    layout.sampleRate, layout.from, layout.to, layout.cursor, selection.start,

@@ -4,6 +4,7 @@ import { Picture, type Wire } from "../../src/picture";
 export function sketch(parts: Partial<Wire> = {}): Picture {
     return new Picture({
         title: "Sketch",
+        watch: "",
         sampleRate: 1000,
         from: 0,
         to: 10000,

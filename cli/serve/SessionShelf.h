@@ -1,0 +1,59 @@
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <orvo/Draw.h>
+#include <orvo/Layout.h>
+#include <orvo/Model.h>
+
+namespace cli {
+
+/// The sessions that are served: one file, or those of a folder and below it as they are at the
+/// moment. All functions may run in any number of threads.
+class SessionShelf {
+public:
+    struct Options {
+        orvo::LayoutOptions layout{};
+        bool waveforms = true;
+    };
+
+    /// @param name  a session file, its JSON, or a folder
+    SessionShelf(std::string name, Options options);
+
+    const std::string& Name() const { return name_; }
+    bool IsGallery() const { return isFolder_; }
+
+    /// Names of files, as paths from the folder; of one file its last part.
+    std::vector<std::string> Sessions() const;
+
+    /// What is made of a session, or in lines why nothing is.
+    struct Made {
+        bool ok = false;
+        std::string text{};
+    };
+
+    /// The page of a session.
+    /// @param watch  where the page asks for the session's state
+    /// @return none if there is no such session
+    std::optional<Made> Page(const std::string& session, const std::string& watch);
+
+    /// A small SVG.
+    std::optional<Made> Picture(const std::string& session, orvo::Theme theme);
+
+    /// A text that changes when the file does.
+    std::optional<std::string> State(const std::string& session) const;
+
+private:
+    /// The file of a session; none if it is not one of those that are served.
+    std::optional<std::string> FileOf(const std::string& session) const;
+
+    std::string name_;
+    bool isFolder_;
+    Options options_;
+    std::mutex making_{};  // one at a time: sessions may be large
+};
+
+}  // namespace cli
