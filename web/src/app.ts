@@ -1,4 +1,4 @@
-import { Indexes } from "./cull";
+import { Indexes, keyframeAt } from "./cull";
 import {
     boxKindText,
     boxLabel,
@@ -8,6 +8,7 @@ import {
     countText,
     fileName,
     lengthText,
+    numberText,
     positionText,
     rowLabel,
 } from "./describe";
@@ -38,6 +39,8 @@ const ZOOM_STEP = 1.5;
 const SCROLL_STEP = 96;
 /** How near the pointer must be to a narrow clip, in pixels. */
 const REACH = 3;
+/** How near it must be to a keyframe. */
+const KEYFRAME_REACH = 6;
 const LINK_DELAY = 250;
 const NARROW = "(width < 900px)";
 
@@ -316,10 +319,31 @@ export class App {
                 this.fillTip(box);
             }
         }
-        this.tip.hidden = box < 0;
-        if (box >= 0) {
+        const isOnKeyframe = box < 0 && this.fillKeyframeTip(x, y);
+        this.tip.hidden = box < 0 && !isOnKeyframe;
+        if (!this.tip.hidden) {
             this.placeTip(x, y);
         }
+    }
+
+    /** @returns whether there is a keyframe at that place */
+    private fillKeyframeTip(x: number, y: number): boolean {
+        const slot = this.stack.at(y + this.view.top);
+        const place = slot ? Math.floor((y + this.view.top - slot.top - slot.head) / slot.lane) : -1;
+        const lane = slot ? this.picture.rows[slot.row]!.lanes[place] : undefined;
+        if (!lane) {
+            return false;
+        }
+        const { keyframes } = this.picture;
+        const keyframe = keyframeAt(this.picture, lane, this.view.position(x), KEYFRAME_REACH * this.view.scale);
+        if (keyframe < 0) {
+            return false;
+        }
+        this.tip.replaceChildren(
+            make("strong", { dir: "auto" }, `${lane.name}: ${numberText(keyframes.value[keyframe]!)}`),
+            make("span", {}, positionText(this.scene.time, keyframes.position[keyframe]!)),
+        );
+        return true;
     }
 
     private fillTip(box: number): void {

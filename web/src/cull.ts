@@ -1,6 +1,6 @@
 /** Which boxes of a row are in view, without a look at all others. */
 
-import type { Picture } from "./picture";
+import type { Lane, Picture } from "./picture";
 
 export class RowIndex {
     /** Boxes by their start. */
@@ -84,6 +84,16 @@ export function firstWhere(count: number, isTrue: (index: number) => boolean): n
         }
     }
     return low;
+}
+
+/** The keyframe of a lane nearest to a position, if it is within a distance; else -1. */
+export function keyframeAt(picture: Picture, lane: Lane, position: number, reach: number): number {
+    const places = picture.keyframes.position;
+    const after = lane.begin + firstWhere(lane.end - lane.begin, (i) => places[lane.begin + i]! >= position);
+    const distance = (i: number): number =>
+        i >= lane.begin && i < lane.end ? Math.abs(places[i]! - position) : Infinity;
+    const nearest = distance(after - 1) < distance(after) ? after - 1 : after;
+    return distance(nearest) <= reach ? nearest : -1;
 }
 
 /** The indexes of all rows, each made when it is first needed. */

@@ -328,6 +328,21 @@ test("a link leads to a place, a range and a clip", async () => {
     );
 });
 
+test("a keyframe says its value", async () => {
+    await open(pageOf("keyframe", exampleOf("radio-spot")), async (page) => {
+        const lane = await page.locator(".lane", { hasText: "Volume" }).boundingBox();
+        const { x } = await page.locator("#timeline").boundingBox();
+        const place = await placeAfter(page, () => page.keyboard.press("0"));
+        // At two seconds.
+        const { width } = await page.locator("#timeline").boundingBox();
+        await page.mouse.move(x + ((2 * 22050 - place.from) / (place.to - place.from)) * width, lane.y + 10);
+        await settled(page);
+        assert.match(await page.locator("#tip strong").textContent(), /^Volume: -?[\d.]+$/u);
+        assert.equal(await page.locator("#tip span").textContent(), "0:00:02.000");
+        await shoot(page, "keyframe");
+    });
+});
+
 test("the ruler chooses a range, the minimap scrolls, the theme changes", async () => {
     await open(pageOf("hands", exampleOf("music")), async (page) => {
         const ruler = await page.locator("#ruler").boundingBox();

@@ -1,6 +1,6 @@
 import assert from "node:assert/strict";
 import test from "node:test";
-import { Indexes } from "../../src/cull";
+import { Indexes, keyframeAt } from "../../src/cull";
 import { BoxFlag } from "../../src/picture";
 import { Stack } from "../../src/stack";
 import { sketch } from "./sketch";
@@ -87,6 +87,17 @@ void test("an index agrees with a look at every box", () => {
         assert.deepEqual(found, every.filter((box) => boxes.start[box]! <= to && boxes.end[box]! >= from));
         assert.equal(index.top(from, to), found[found.length - 1] ?? -1);
     }
+});
+
+void test("keyframes are found near a position", () => {
+    const picture = sketch();
+    const lane = picture.rows[0]!.lanes[0]!;
+    assert.equal(keyframeAt(picture, lane, 95, 10), 1);
+    assert.equal(keyframeAt(picture, lane, 104, 10), 1);
+    assert.equal(keyframeAt(picture, lane, 50, 10), -1);
+    assert.equal(keyframeAt(picture, lane, -5, 10), 0);
+    assert.equal(keyframeAt(picture, lane, 205, 10), 2);
+    assert.equal(keyframeAt(picture, { ...lane, end: lane.begin }, 0, 10), -1);
 });
 
 void test("rows are stacked, and filtered by their words", () => {
