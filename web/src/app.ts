@@ -381,6 +381,8 @@ export class App {
     }
 
     private moved(): void {
+        // What is under the pointer is another thing now.
+        this.leave();
         this.changed();
         clearTimeout(this.linkTimer);
         this.linkTimer = window.setTimeout(() => this.writeLink(), LINK_DELAY);

@@ -244,6 +244,7 @@ async function findClip(page, clip) {
     assert.equal(await page.locator("#tip strong").textContent(), clip.name);
     await shoot(page, "clip");
     await page.keyboard.press("0");
+    assert.ok(await page.locator("#tip").isHidden(), "the tip goes when the view does");
 }
 
 async function filterTracks(page, session) {

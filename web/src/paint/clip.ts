@@ -72,6 +72,7 @@ export class ClipPainter {
         }
         for (const box of large) {
             this.paintCrossfade(box, top, height);
+            this.paintOutline(box, this.frameOf(box, top, height));
         }
     }
 
@@ -107,7 +108,6 @@ export class ClipPainter {
         } else {
             this.paintWide(box, frame, colours);
         }
-        this.paintOutline(box, frame);
         context.globalAlpha = 1;
     }
 
@@ -180,7 +180,6 @@ export class ClipPainter {
         if (!isChosen && !isFellow && !isSelected && box !== scene.hovered) {
             return;
         }
-        context.globalAlpha = 1;
         context.strokeStyle = isChosen || isFellow ? scene.theme.accent : scene.theme.text;
         context.lineWidth = isChosen ? 2.5 : 1.5;
         context.setLineDash(isFellow && !isChosen ? [4, 3] : []);
