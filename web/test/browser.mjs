@@ -275,6 +275,9 @@ async function print(page, name, least) {
 test("keys lead through clips, and everything has a name for readers", async () => {
     await open(pageOf("keys", exampleOf("radio-spot")), async (page) => {
         const status = () => page.locator("#status").textContent();
+        await page.click("#details .whole > summary");
+        assert.match(await page.locator("#details .whole").textContent(), /Sample rate22050/u);
+        await audit(page, "with all of the session");
         await page.locator("#timeline").focus();
         await page.keyboard.press("j");
         const first = await status();

@@ -23,6 +23,7 @@ type Json = null | boolean | number | string | Json[] | { [key: string]: Json };
 /** Longer lists are shown in parts. */
 const PART = 100;
 const LONG_TEXT = 600;
+const ALL = "All that the file says";
 
 /** What the page shows of one thing. */
 export class Details {
@@ -108,19 +109,23 @@ export class Details {
                 list.append(make("dt", {}, name), make("dd", {}, value));
             }
         }
-        const all = make("div");
         this.panel.replaceChildren(
             make("h2", { dir: "auto" }, title),
             make("p", { class: "lead" }, lead),
             list,
-            make("h3", {}, path ? "All that the file says" : "The rest of the session"),
-            all,
+            ...(path ? [make("h3", {}, ALL), this.render(path)] : [this.folded()]),
         );
         this.panel.scrollTop = 0;
-        all.append(this.render(path));
     }
 
-    /** The JSON at a path; of the session itself only what is no list of things. */
+    /** The whole session, which may be large, for who asks. */
+    private folded(): HTMLElement {
+        const fold = make("details", { class: "whole" }, make("summary", {}, ALL));
+        fold.addEventListener("toggle", () => fold.append(this.render("")), { once: true });
+        return fold;
+    }
+
+    /** The JSON at a path. */
     private render(path: string): Child {
         const value = this.at(path);
         if (value === undefined) {
