@@ -30,6 +30,8 @@ PROJECT_RULES = (
     ("toolkit/edit", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"session/PluginTurn\.h", r"platform/.*")),
     ("toolkit/tables", (r"include/orvo/.*", r"toolkit/.*", r"session/MemberKey\.h", r"platform/.*")),
     ("toolkit/view", (r"include/orvo/.*", r"toolkit/.*", r"session/MemberKey\.h", r"platform/.*")),
+    ("toolkit/interchange", (r"include/orvo/.*", r"toolkit/.*", r"session/MemberKey\.h", r"platform/.*")),
+    ("toolkit/ModelPath.h", (r"session/MemberKey\.h",)),
     ("toolkit/redact", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"platform/.*")),
     ("toolkit/check", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"session/(PluginTurn|MemberKey)\.h", r"platform/.*")),
     ("toolkit/media", (r"include/orvo/.*", r"toolkit/.*", r"platform/.*")),
@@ -57,7 +59,8 @@ LIBRARY_RULES = (
     (r"librsvg", (r"cli/files/Png\.cpp",)),
     (r"CLI/", (r"cli/.*", r"bench/.*")),
     (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),
-    (r"(expat|libxml|pugixml)", (r"tests/.*", r"bench/.*")),
+    (r"pugixml", (r"toolkit/interchange/.*", r"tests/.*", r"bench/.*")),
+    (r"(expat|libxml)", (r"tests/.*", r"bench/.*")),
 )
 
 # The arrow between two folders that may close a circle: the receiver of events declares the handlers of all

@@ -10,7 +10,7 @@
 #include <variant>
 
 #include <orvo/Lookup.h>
-#include "toolkit/check/ModelPath.h"
+#include "toolkit/ModelPath.h"
 #include "toolkit/check/Words.h"
 
 namespace toolkit {

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include <orvo/Lookup.h>
-#include "toolkit/check/ModelPath.h"
+#include "toolkit/ModelPath.h"
 #include "toolkit/check/RoutingLoops.h"
 #include "toolkit/check/Words.h"
 

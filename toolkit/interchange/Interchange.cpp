@@ -1,0 +1,115 @@
+#include <orvo/Interchange.h>
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <iterator>
+#include <new>
+#include <ostream>
+#include <utility>
+
+#include "toolkit/interchange/Format.h"
+#include "toolkit/interchange/csv/Csv.h"
+
+namespace orvo {
+namespace {
+
+namespace interchange = toolkit::interchange;
+
+/// All formats.
+constexpr std::array kFormats = {
+    interchange::Format{.facts = {.kind = InterchangeKind::Csv,
+                                  .name = "csv",
+                                  .title = "clips and markers as a table (CSV)"},
+                        .write = interchange::WriteCsv},
+};
+
+const auto kFactsOfKinds = [] {
+    std::array<InterchangeKindFacts, kFormats.size()> facts;
+    std::ranges::transform(kFormats, facts.begin(), &interchange::Format::facts);
+    return facts;
+}();
+
+const interchange::Format* FindFormat(InterchangeKind kind) {
+    const auto* const format = std::ranges::find(
+        kFormats, kind, [](const interchange::Format& entry) { return entry.facts.kind; });
+    return format != kFormats.end() ? format : nullptr;
+}
+
+/// Runs a conversion and takes over its report. Only std::bad_alloc gets through.
+template <class Result, class Convert>
+void Run(Result& result, interchange::Reporter& reporter, const std::filesystem::path& file,
+         const Convert& convert) {
+    try {
+        convert();
+        result.ok = true;
+    } catch (const interchange::Failure& failure) {
+        result.messages.push_back(failure.What());
+    } catch (const interchange::Cancelled&) {
+        result.cancelled = true;
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& failure) {
+        result.messages.push_back({.file = file.string(), .what = failure.what()});
+    }
+    std::ranges::move(reporter.TakeWarnings(), std::back_inserter(result.messages));
+    result.report = reporter.TakeReport();
+}
+
+}  // namespace
+
+std::span<const InterchangeKindFacts> InterchangeKinds() {
+    return kFactsOfKinds;
+}
+
+bool InterchangeReport::IsClean() const {
+    return lostByNature.empty() &&
+           std::ranges::all_of(counts, [](std::size_t count) { return count == 0; });
+}
+
+ExportResult ExportSession(const Session& session, InterchangeKind kind,
+                           const std::filesystem::path& target, const ExportOptions& options) {
+    ExportResult result;
+    interchange::Reporter reporter(options.factLimit);
+    Run(result, reporter, target, [&] {
+        const interchange::Format* const format = FindFormat(kind);
+        if (format == nullptr) {
+            throw interchange::Failure({.what = "no such kind of file"});
+        }
+        interchange::MediaFacts media(session, options.conventions, reporter);
+        format->write({.session = session,
+                       .target = target,
+                       .options = options,
+                       .reporter = reporter,
+                       .media = media,
+                       .files = result.files});
+    });
+    return result;
+}
+
+ImportResult ImportSession(const std::filesystem::path& file, InterchangeKind kind,
+                           const ImportOptions& options) {
+    ImportResult result;
+    interchange::Reporter reporter(options.factLimit);
+    Run(result, reporter, file, [&] {
+        const interchange::Format* const format = FindFormat(kind);
+        if (format == nullptr || format->read == nullptr) {
+            throw interchange::Failure({.what = "files of this kind cannot be read"});
+        }
+        result.session = format->read({.file = file, .options = options, .reporter = reporter});
+    });
+    return result;
+}
+
+std::ostream& operator<<(std::ostream& out, Fidelity fidelity) {
+    static constexpr std::array kWords = {"lost", "approximated", "guessed", "moved"};
+    static_assert(kWords.size() == kFidelities.size());
+    return out << kWords[static_cast<std::size_t>(fidelity)];
+}
+
+std::ostream& operator<<(std::ostream& out, const InterchangeFact& fact) {
+    out << fact.place << ": " << fact.fidelity << ": " << fact.what;
+    return fact.value.empty() ? out : out << ": " << fact.value;
+}
+
+}  // namespace orvo

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <unordered_map>
+
+#include <orvo/Interchange.h>
+#include <orvo/Model.h>
+
+namespace toolkit::interchange {
+
+class Reporter;
+
+/// What a file's sound is.
+struct MediaFact {
+    std::int64_t frames = 0;  ///< samples of each channel, at `sampleRate`
+    std::uint32_t sampleRate = 0;
+    std::uint32_t channels = 0;
+    bool isGuessed = false;  ///< the file could not be looked into
+    bool exists = false;
+
+    double Seconds() const { return static_cast<double>(frames) / sampleRate; }
+};
+
+/// Looks into the media of a session, each once. What cannot be looked into is guessed of the clips
+/// that play it, and reported: it lasts as long as they need, at the session's rate.
+class MediaFacts {
+public:
+    MediaFacts(const orvo::Session& session, const orvo::Conventions& conventions,
+               Reporter& reporter);
+
+    /// @param fileId  need not be that of a file
+    const MediaFact& Of(std::uint32_t fileId) const;
+
+private:
+    std::unordered_map<std::uint32_t, MediaFact> facts_;
+    MediaFact unknown_;
+};
+
+}  // namespace toolkit::interchange
