@@ -91,8 +91,8 @@ struct InterchangeReport {
         return counts[static_cast<std::size_t>(fidelity)];
     }
 
-    /// Whether nothing at all is lost, approximated, guessed or moved.
-    ORVO_API bool IsClean() const;
+    /// Whether nothing is lost, approximated or guessed, but for what is lost by nature.
+    ORVO_API bool IsFaithful() const;
 
     friend bool operator==(const InterchangeReport&, const InterchangeReport&) = default;
 };
@@ -146,6 +146,9 @@ struct ExportOptions {
     /// Timecode of an `Edl` skips frame numbers as `FrameRate::dropFrame` says. Only for 29.97 and
     /// 59.94.
     bool dropFrame = false;
+
+    /// Write nothing unless the report is faithful.
+    bool strict = false;
 
     /// The most facts that are listed; all are counted.
     std::size_t factLimit = static_cast<std::size_t>(-1);

@@ -8,6 +8,7 @@
 #include <ostream>
 #include <utility>
 
+#include "toolkit/interchange/Failure.h"
 #include "toolkit/interchange/Format.h"
 #include "toolkit/interchange/csv/Csv.h"
 
@@ -62,9 +63,8 @@ std::span<const InterchangeKindFacts> InterchangeKinds() {
     return kFactsOfKinds;
 }
 
-bool InterchangeReport::IsClean() const {
-    return lostByNature.empty() &&
-           std::ranges::all_of(counts, [](std::size_t count) { return count == 0; });
+bool InterchangeReport::IsFaithful() const {
+    return Count(Fidelity::Lost) + Count(Fidelity::Approximated) + Count(Fidelity::Guessed) == 0;
 }
 
 ExportResult ExportSession(const Session& session, InterchangeKind kind,
@@ -76,13 +76,21 @@ ExportResult ExportSession(const Session& session, InterchangeKind kind,
         if (format == nullptr) {
             throw interchange::Failure({.what = "no such kind of file"});
         }
+        interchange::Outputs outputs;
         interchange::MediaFacts media(session, options.conventions, reporter);
         format->write({.session = session,
                        .target = target,
                        .options = options,
                        .reporter = reporter,
                        .media = media,
-                       .files = result.files});
+                       .outputs = outputs});
+        if (options.strict && !reporter.Report().IsFaithful()) {
+            throw interchange::Failure(
+                {.file = target.string(),
+                 .what = "was not written, because something would be lost",
+                 .advice = "see the report; without strictness it is written"});
+        }
+        result.files = outputs.Commit();
     });
     return result;
 }

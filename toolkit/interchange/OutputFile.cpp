@@ -3,7 +3,7 @@
 #include <system_error>
 
 #include "platform/kelcore/Paths.h"
-#include "toolkit/interchange/Format.h"
+#include "toolkit/interchange/Failure.h"
 
 namespace toolkit::interchange {
 namespace {
@@ -57,19 +57,44 @@ void OutputFile::Flush() {
     block_.clear();
 }
 
-void MakeOutputFolder(const std::filesystem::path& folder) {
+Outputs::~Outputs() {
+    files_.clear();
+    for (auto folder = madeFolders_.rbegin(); folder != madeFolders_.rend(); ++folder) {
+        std::error_code ignored;
+        std::filesystem::remove(*folder, ignored);
+    }
+}
+
+OutputFile& Outputs::Add(const std::filesystem::path& path) {
+    return *files_.emplace_back(std::make_unique<OutputFile>(path));
+}
+
+void Outputs::AddFolder(const std::filesystem::path& path) {
     std::error_code error;
-    std::filesystem::create_directory(folder, error);
-    if (error || !std::filesystem::is_directory(folder, error)) {
-        throw Failure({.file = folder.string(),
+    if (std::filesystem::create_directory(path, error)) {
+        madeFolders_.push_back(path);
+        return;
+    }
+    if (error || !std::filesystem::is_directory(path, error)) {
+        throw Failure({.file = path.string(),
                        .what = "the folder cannot be made",
                        .advice = "check that the folder around it exists and may be written"});
     }
-    if (!std::filesystem::is_empty(folder, error) || error) {
-        throw Failure({.file = folder.string(),
+    if (!std::filesystem::is_empty(path, error) || error) {
+        throw Failure({.file = path.string(),
                        .what = "the folder is not empty",
                        .advice = "choose another name; nothing in a folder is replaced"});
     }
+}
+
+std::vector<std::filesystem::path> Outputs::Commit() {
+    std::vector<std::filesystem::path> paths;
+    for (const auto& file : files_) {
+        file->Close();
+        paths.push_back(file->Path());
+    }
+    madeFolders_.clear();
+    return paths;
 }
 
 }  // namespace toolkit::interchange

@@ -10,6 +10,7 @@
 #include <orvo/Lookup.h>
 #include <orvo/Tables.h>
 #include <orvo/Times.h>
+#include "toolkit/interchange/Carried.h"
 #include "toolkit/interchange/Markers.h"
 #include "toolkit/interchange/OutputFile.h"
 
@@ -102,16 +103,38 @@ std::string TextOf(const Line& line, const Session& session) {
         AsText(line.file), AsText(line.comment)});
 }
 
+/// A table of clips and markers has nothing else.
+Carried CarriedByCsv() {
+    using orvo::AudioClip;
+    using orvo::AudioTrack;
+    using orvo::MidiClip;
+    using orvo::VideoClip;
+    using orvo::VideoTrack;
+    Carried carried = CarriedByAll();
+    carried.Handles(&AudioTrack::name)
+        .Handles(&VideoTrack::name)
+        .Handles(&AudioClip::name, &AudioClip::startPoint, &AudioClip::duration,
+                 &AudioClip::sourceInPoint, &AudioClip::fileId)
+        .Handles(&VideoClip::name, &VideoClip::startPoint, &VideoClip::duration,
+                 &VideoClip::sourceInPoint, &VideoClip::fileId)
+        .Handles(&MidiClip::name, &MidiClip::startPoint, &MidiClip::duration,
+                 &MidiClip::sourceInPoint)
+        .Handles(&orvo::File::path)
+        .Handles(&Session::sampleRate)
+        .LacksByNature(&Session::xmpMetadata, "metadata but markers")
+        .CountsTheRest();
+    return carried;
+}
+
 }  // namespace
 
 void WriteCsv(const Export& job) {
-    OutputFile out(job.target);
+    OutputFile& out = job.outputs.Add(job.target);
     out.Write(orvo::CsvLine(std::vector<orvo::TableCell>(kColumns.begin(), kColumns.end())));
     for (const Line& line : Lines(job.session).All()) {
         out.Write(TextOf(line, job.session));
     }
-    out.Close();
-    job.files.push_back(job.target);
+    ReportWhatIsNotCarried(job.session, CarriedByCsv(), job.reporter);
 }
 
 }  // namespace toolkit::interchange
