@@ -24,6 +24,8 @@ public:
     /// The name for messages, or "standard output".
     const std::string& Name() const;
 
+    bool IsStream() const { return stream_.has_value(); }
+
     /// The path to which the plug-in makes media paths relative: the full path of the file after
     /// following links, or, for a stream, a path in the working directory.
     std::u16string FullPath() const;

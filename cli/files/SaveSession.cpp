@@ -24,7 +24,6 @@ namespace {
 
 using orvo::Session;
 
-constexpr const char* kWriting = "writing";
 constexpr const char* kChecking = "checking";
 constexpr const char* kSaving = "saving";
 

@@ -13,6 +13,9 @@
 
 namespace cli {
 
+/// The name of the phase that writes a file.
+inline constexpr const char* kWriting = "writing";
+
 /// The phases of a save. Their weights are relative to a read of the same session.
 std::vector<ProgressPhase> PhasesOfSaving(Kind kind);
 

@@ -35,7 +35,9 @@ public:
     XmlWriter& Attribute(std::string_view name, std::same_as<bool> auto value) {
         return Attribute(name, std::string_view(value ? "true" : "false"));
     }
-    XmlWriter& Attribute(std::string_view name, std::integral auto value) {
+    template <std::integral Number>
+    requires(!std::same_as<Number, bool>) XmlWriter& Attribute(std::string_view name,
+                                                               Number value) {
         return Attribute(name, std::string_view(std::to_string(value)));
     }
 

@@ -190,15 +190,15 @@ TEST_F(JointLossesTest, ThePixelType0IsLost) {
 
 // The position that depends on the version
 
-std::string Session(const std::string& version, const std::string& cti,
-                    const std::string& selection) {
+std::string SessionText(const std::string& version, const std::string& cti,
+                        const std::string& selection) {
     return "<session " + version + "><sessionState ctiPosition='" + cti +
            "'><selectionState selectionStart='" + selection + "'/></sessionState></session>";
 }
 
 TEST_F(JointLossesTest, ThePositionThatTheFirstVersionGivesIsLostInASessionOfAnotherVersion) {
     for (const std::string version : {"appVersion='4.0'", ""}) {
-        EXPECT_THAT(Losses(Session(version, "5", "6")),
+        EXPECT_THAT(Losses(SessionText(version, "5", "6")),
                     ElementsAre("1:7: the version \"4.0\" of <session>: a reader ends with the "
                                 "position 5 (ctiPosition), and with 6 (selectionStart) in a file "
                                 "of version \"" +
@@ -211,18 +211,18 @@ TEST_F(JointLossesTest, ThePositionThatTheFirstVersionGivesIsLostInASessionOfAno
 }
 
 TEST_F(JointLossesTest, ThePositionIsKeptByOtherVersionsByJsonAndIfBothAreTheSame) {
-    EXPECT_THAT(Losses(Session("appVersion='4.0.1'", "5", "6")), IsEmpty());
-    EXPECT_THAT(Losses(Session("appVersion='4.0'", "5", "5")), IsEmpty());
-    EXPECT_THAT(LossesToJson(Session("appVersion='4.0'", "5", "6")), IsEmpty());
+    EXPECT_THAT(Losses(SessionText("appVersion='4.0.1'", "5", "6")), IsEmpty());
+    EXPECT_THAT(Losses(SessionText("appVersion='4.0'", "5", "5")), IsEmpty());
+    EXPECT_THAT(LossesToJson(SessionText("appVersion='4.0'", "5", "6")), IsEmpty());
 }
 
 TEST_F(JointLossesTest, AnApplicationOfTheFirstVersionKeepsItsPositionAndLosesTheOthers) {
     const std::string before = kelcore::GetClientVersion();
     const kelcore::uint32 build = kelcore::GetClientBuildNumber();
     kelcore::SetClientVersion("4.0", build);
-    EXPECT_THAT(Losses(Session("appVersion='4.0'", "5", "6")), IsEmpty());
+    EXPECT_THAT(Losses(SessionText("appVersion='4.0'", "5", "6")), IsEmpty());
     EXPECT_THAT(
-        Losses(Session("appVersion='25.1'", "5", "6")),
+        Losses(SessionText("appVersion='25.1'", "5", "6")),
         ElementsAre(HasSubstr("the position 6 (selectionStart), and with 5 (ctiPosition) in "
                               "a file of version \"4.0\"")));
     kelcore::SetClientVersion(before, build);
