@@ -123,7 +123,7 @@ std::optional<ReadInput> ReadOrvo(const Input& in, const AnyKind& to, const Outp
     const bool isSessionFile = to == AnyKind(Kind::Orvo);
     const toolkit::Conversion conversion = {
         .target = isSessionFile ? toolkit::Target::SessionFile : toolkit::Target::Json,
-        .from = file.FullPath(),
+        .from = IsWhole(to) ? file.FullPath() : std::u16string(),
         .to = isSessionFile ? out.FullPath() : std::u16string()};
     return ReadOrvo(file, conversion, rule, progress);
 }

@@ -40,6 +40,9 @@ std::string ListFacts(const orvo::InterchangeReport& report) {
         line << fact;
         lines += Printable(line.str()) + '\n';
     }
+    for (const auto& [what, count] : report.lostByNature) {
+        lines += fmt::format("no place in such a file: {} {}\n", count, what);
+    }
     return lines;
 }
 
@@ -47,12 +50,13 @@ std::string Summarize(const orvo::InterchangeReport& report) {
     const std::vector<std::string> counts = CountsOf(report);
     std::string summary =
         counts.empty() ? "nothing lost" : fmt::format("{}", fmt::join(counts, ", "));
-    std::vector<std::string> byNature;
+    std::size_t byNature = 0;
     for (const auto& [what, count] : report.lostByNature) {
-        byNature.push_back(fmt::format("{} {}", count, what));
+        byNature += count;
     }
-    if (!byNature.empty()) {
-        summary += fmt::format("; without a place there by nature: {}", fmt::join(byNature, ", "));
+    if (byNature != 0) {
+        summary += fmt::format("; {} {} no place in such a file", byNature,
+                               byNature == 1 ? "value has" : "values have");
     }
     return summary;
 }

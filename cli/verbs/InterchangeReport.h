@@ -7,10 +7,10 @@
 /// What a conversion changes, for people and programs.
 namespace cli {
 
-/// A line for each fact.
+/// A line for each fact, and for each kind of thing that is lost by nature.
 std::string ListFacts(const orvo::InterchangeReport& report);
 
-/// "3 lost, 1 guessed; lost by nature: 2 takes, 1 views", or "nothing lost".
+/// "3 lost, 1 guessed; 40 values have no place in such a file", or "nothing lost".
 std::string Summarize(const orvo::InterchangeReport& report);
 
 /// A JSON object with `facts`, `counts` and `lostByNature`.

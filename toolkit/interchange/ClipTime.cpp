@@ -3,7 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include "toolkit/Saturating.h"
+
 namespace toolkit::interchange {
+
+std::int64_t ToSamples(double samples) {
+    // The largest double below the largest 64-bit number.
+    constexpr double kMost = 9223372036854774784.0;
+    return std::isnan(samples) ? 0 : std::llround(std::clamp(samples, -kMost, kMost));
+}
 
 double StretchOf(const orvo::AudioClip& clip, orvo::StretchMeaning meaning) {
     // A ratio that differs less is a rounding error of programs that count in 32 bits.
@@ -35,10 +43,11 @@ std::vector<Piece> PiecesOf(const orvo::AudioClip& clip, double stretch, std::in
         const bool isLast = pieces.size() + 1 == limit;
         const std::int64_t end = isLast || played >= static_cast<double>(clip.duration)
                                      ? clip.duration
-                                     : std::llround(played);
+                                     : ToSamples(played);
         if (end > begin) {
-            pieces.push_back(
-                {.start = clip.startPoint + begin, .duration = end - begin, .sourceIn = sourceIn});
+            pieces.push_back({.start = SaturatingSum(clip.startPoint, begin),
+                              .duration = end - begin,
+                              .sourceIn = sourceIn});
         }
         begin = end;
         sourceIn = 0;

@@ -8,6 +8,9 @@
 
 namespace toolkit::interchange {
 
+/// The nearest sample, or the last one that can be counted. No number is 0.
+std::int64_t ToSamples(double samples);
+
 /// How many times longer a clip lasts than what it plays: 1 unless it is stretched.
 double StretchOf(const orvo::AudioClip& clip, orvo::StretchMeaning meaning);
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "toolkit/Saturating.h"
+
 namespace toolkit::interchange {
 namespace {
 
@@ -24,7 +26,7 @@ std::int64_t PositionOf(ClipOrigin origin, const orvo::AudioClip& clip) {
 
 /// Whether the fade touches its edge of the clip if its points count from there.
 bool Fits(const orvo::Fade& fade, bool isIn, std::int64_t origin, std::int64_t duration) {
-    return isIn ? fade.startPoint == origin : fade.endPoint == origin + duration;
+    return isIn ? fade.startPoint == origin : fade.endPoint == SaturatingSum(origin, duration);
 }
 
 void CheckOrigin(const orvo::Fade& fade, bool isIn, const orvo::AudioClip& clip,
@@ -50,7 +52,7 @@ std::int64_t LengthOf(const std::optional<orvo::Fade>& fade, bool isIn, const or
     if (!fade) {
         return 0;
     }
-    const std::int64_t length = fade->endPoint - fade->startPoint;
+    const std::int64_t length = SaturatingDifference(fade->endPoint, fade->startPoint);
     const std::int64_t fitting =
         std::clamp<std::int64_t>(length, 0, std::max<std::int64_t>(clip.duration, 0));
     if (fitting != length) {

@@ -3,9 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 
+#include "toolkit/Saturating.h"
+#include "toolkit/interchange/ClipTime.h"
 #include "toolkit/interchange/Levels.h"
 
 namespace toolkit::interchange {
@@ -31,14 +32,13 @@ void AddPieces(std::vector<LanePoint>& amplitudes, const LanePoint& from, const 
     const std::size_t pieces = PiecesBetween(from.value, to.value, unit);
     const double first = std::max(from.value, kSilence);
     const double last = std::max(to.value, kSilence);
+    const double length = static_cast<double>(to.offset) - static_cast<double>(from.offset);
     for (std::size_t i = 1; i < pieces; ++i) {
         const double share = static_cast<double>(i) / static_cast<double>(pieces);
-        const std::int64_t offset =
-            from.offset + std::llround(share * static_cast<double>(to.offset - from.offset));
+        const std::int64_t offset = from.offset + ToSamples(share * length);
         if (offset > amplitudes.back().offset && offset < to.offset) {
             // The level where the rounded offset lies, not where the piece would end.
-            const double at = static_cast<double>(offset - from.offset) /
-                              static_cast<double>(to.offset - from.offset);
+            const double at = static_cast<double>(offset - from.offset) / length;
             amplitudes.push_back(
                 {.offset = offset, .value = ToAmplitude(first + at * (last - first), unit)});
         }
@@ -123,7 +123,7 @@ ParameterLane ClipLaneOf(const std::optional<orvo::Component>& component, double
     ParameterLane lane = LaneOf(component, absent, place, reporter);
     const std::int64_t origin = OriginOf(clip, conventions.clipAutomation);
     for (LanePoint& point : lane.points) {
-        point.offset -= origin;
+        point.offset = SaturatingDifference(point.offset, origin);
         if (point.offset < 0 || point.offset > clip.duration) {
             reporter.Warn("automation of clips lies outside of them",
                           "choose another origin of the automation of clips");

@@ -5,13 +5,15 @@
 #include <optional>
 #include <unordered_map>
 
+#include "toolkit/Saturating.h"
+
 namespace toolkit::interchange {
 namespace {
 
 using orvo::AudioClip;
 
 std::int64_t EndOf(const AudioClip& clip) {
-    return clip.startPoint + clip.duration;
+    return SaturatingSum(clip.startPoint, clip.duration);
 }
 
 std::vector<std::size_t> InOrderOfTime(const std::vector<AudioClip>& clips) {

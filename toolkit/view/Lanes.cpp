@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "toolkit/view/Saturating.h"
+#include "toolkit/Saturating.h"
 
 namespace toolkit {
 namespace {

@@ -13,12 +13,12 @@
 #include <orvo/Lookup.h>
 #include "session/MemberKey.h"
 #include "toolkit/ClipSummary.h"
+#include "toolkit/Saturating.h"
 #include "toolkit/SessionSummary.h"
 #include "toolkit/TrackSummary.h"
 #include "toolkit/media/MediaFile.h"
 #include "toolkit/view/FadeCurves.h"
 #include "toolkit/view/Lanes.h"
-#include "toolkit/view/Saturating.h"
 
 namespace orvo {
 namespace {

@@ -6,10 +6,10 @@
 #include <cmath>
 #include <sstream>
 
+#include "toolkit/Saturating.h"
 #include "toolkit/view/BoxDrawing.h"
 #include "toolkit/view/Changes.h"
 #include "toolkit/view/LaneCurve.h"
-#include "toolkit/view/Saturating.h"
 #include "toolkit/view/TextWidth.h"
 
 namespace toolkit {

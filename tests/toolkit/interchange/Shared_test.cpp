@@ -352,7 +352,8 @@ TEST(InterchangeMedia, WhatCannotBeLookedIntoIsGuessedAndReported) {
     session.audioTracks = {{.id = 1, .audioChannelType = orvo::ChannelType::Mono}};
     session.audioTracks[0].clips = {{.fileId = 5, .sourceInPoint = 50, .duration = 100}};
     Reporter reporter(kAll);
-    const MediaFacts media(session, {}, reporter);
+    const orvo::Conventions conventions;
+    MediaFacts media(session, conventions, reporter);
     EXPECT_EQ(media.Of(5).frames, 150);
     EXPECT_EQ(media.Of(5).channels, 1u);
     EXPECT_TRUE(media.Of(5).isGuessed);

@@ -10,6 +10,7 @@
 #include <orvo/Lookup.h>
 #include <orvo/Tables.h>
 #include <orvo/Times.h>
+#include "toolkit/Saturating.h"
 #include "toolkit/interchange/Carried.h"
 #include "toolkit/interchange/Markers.h"
 #include "toolkit/interchange/OutputFile.h"
@@ -36,58 +37,72 @@ struct Line {
 };
 
 /// A spreadsheet takes such a text for a formula, and runs it.
-std::string AsText(const std::string& text) {
-    const bool isFormula =
-        !text.empty() && std::string_view("=+-@\t\r").find(text[0]) != std::string_view::npos;
-    return isFormula ? "'" + text : text;
+bool IsFormula(const std::string& text) {
+    return !text.empty() && std::string_view("=+-@\t\r").find(text[0]) != std::string_view::npos;
 }
 
 class Lines {
 public:
-    explicit Lines(const Session& session) : session_(session), index_(session) {}
+    Lines(const Session& session, Reporter& reporter)
+        : session_(session), reporter_(reporter), index_(session) {}
 
     std::vector<Line> All() {
-        for (const orvo::VideoTrack& track : session_.videoTracks) {
-            AddClips("video", track.name, track.clips);
-        }
-        for (const orvo::AudioTrack& track : session_.audioTracks) {
-            AddClips("audio", track.name, track.clips);
-            for (const orvo::MidiClip& clip : track.midiClips) {
-                Add("midi", track.name, clip);
-            }
-        }
+        AddTracks("video", &Session::videoTracks, &orvo::VideoTrack::clips);
+        AddTracks("audio", &Session::audioTracks, &orvo::AudioTrack::clips);
+        AddTracks("midi", &Session::audioTracks, &orvo::AudioTrack::midiClips);
         for (const Marker& marker : MarkersOf(session_)) {
             lines_.push_back({.type = "marker",
-                              .name = marker.name,
+                              .name = AsText(marker.name, kMarkers),
                               .start = marker.start,
                               .duration = marker.duration,
-                              .comment = marker.comment});
+                              .comment = AsText(marker.comment, kMarkers)});
         }
         std::ranges::stable_sort(lines_, {}, &Line::start);
         return std::move(lines_);
     }
 
 private:
-    template <class Clips>
-    void AddClips(const char* type, const std::string& track, const Clips& clips) {
-        for (const auto& clip : clips) {
-            Line& line = Add(type, track, clip);
-            const orvo::File* const file = index_.FindFile(clip.fileId);
-            line.file = file != nullptr ? file->path : "";
+    inline static const ModelPath kMarkers = ModelPath() / &Session::xmpMetadata;
+
+    template <class Track, class Clip>
+    void AddTracks(const char* type, std::vector<Track> Session::*tracks,
+                   std::vector<Clip> Track::*clips) {
+        for (std::size_t i = 0; i < (session_.*tracks).size(); ++i) {
+            const Track& track = (session_.*tracks)[i];
+            const ModelPath place = ModelPath() / tracks / i;
+            const std::string name =
+                (track.*clips).empty() ? "" : AsText(track.name, place / &Track::name);
+            for (std::size_t k = 0; k < (track.*clips).size(); ++k) {
+                Add(type, name, (track.*clips)[k], place / clips / k);
+            }
         }
     }
 
     template <class Clip>
-    Line& Add(const char* type, const std::string& track, const Clip& clip) {
-        return lines_.emplace_back(Line{.type = type,
-                                        .track = track,
-                                        .name = clip.name,
-                                        .start = clip.startPoint,
-                                        .duration = clip.duration,
-                                        .sourceIn = clip.sourceInPoint});
+    void Add(const char* type, const std::string& track, const Clip& clip, const ModelPath& place) {
+        lines_.push_back({.type = type,
+                          .track = track,
+                          .name = AsText(clip.name, place / &Clip::name),
+                          .start = clip.startPoint,
+                          .duration = clip.duration,
+                          .sourceIn = clip.sourceInPoint});
+        if constexpr (requires { clip.fileId; }) {
+            const orvo::File* const file = index_.FindFile(clip.fileId);
+            lines_.back().file = file != nullptr ? AsText(file->path, place / &Clip::fileId) : "";
+        }
+    }
+
+    std::string AsText(const std::string& text, const ModelPath& place) {
+        if (!IsFormula(text)) {
+            return text;
+        }
+        reporter_.Add(orvo::Fidelity::Approximated, place,
+                      "got an apostrophe, so that no spreadsheet takes it for a formula", text);
+        return "'" + text;
     }
 
     const Session& session_;
+    Reporter& reporter_;
     orvo::SessionIndex index_;
     std::vector<Line> lines_;
 };
@@ -96,11 +111,10 @@ std::string TextOf(const Line& line, const Session& session) {
     const auto time = [&](std::int64_t position) {
         return orvo::FormatTime(position, session.sampleRate).value_or("");
     };
-    const std::int64_t end = line.start + line.duration;
+    const std::int64_t end = SaturatingSum(line.start, line.duration);
     return orvo::CsvLine(std::vector<orvo::TableCell>{
-        std::string(line.type), AsText(line.track), AsText(line.name), line.start, end,
-        line.duration, time(line.start), time(end), time(line.duration), line.sourceIn,
-        AsText(line.file), AsText(line.comment)});
+        std::string(line.type), line.track, line.name, line.start, end, line.duration,
+        time(line.start), time(end), time(line.duration), line.sourceIn, line.file, line.comment});
 }
 
 /// A table of clips and markers has nothing else.
@@ -131,7 +145,7 @@ Carried CarriedByCsv() {
 void WriteCsv(const Export& job) {
     OutputFile& out = job.outputs.Add(job.target);
     out.Write(orvo::CsvLine(std::vector<orvo::TableCell>(kColumns.begin(), kColumns.end())));
-    for (const Line& line : Lines(job.session).All()) {
+    for (const Line& line : Lines(job.session, job.reporter).All()) {
         out.Write(TextOf(line, job.session));
     }
     ReportWhatIsNotCarried(job.session, CarriedByCsv(), job.reporter);

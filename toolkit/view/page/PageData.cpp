@@ -13,8 +13,8 @@
 
 #include "platform/kelcore/BinaryText.h"
 #include "session/MemberKey.h"
+#include "toolkit/Saturating.h"
 #include "toolkit/SessionSummary.h"
-#include "toolkit/view/Saturating.h"
 #include "toolkit/view/page/PageText.h"
 
 namespace orvo::page {
