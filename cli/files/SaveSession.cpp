@@ -1,6 +1,7 @@
 #include "cli/files/SaveSession.h"
 
 #include <fstream>
+#include <future>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include <orvo/Differences.h>
+#include "cli/RemovalAtSignal.h"
 #include "cli/files/LeftToSystem.h"
 #include "cli/files/ReadProgress.h"
 #include "cli/files/SessionFile.h"
@@ -59,22 +61,24 @@ orvo::ReadResult ReadAgain(const StandInFile& file, const Output& out, Progress&
     return orvo::ReadSession(file.FullName());
 }
 
+void Copy(const StandInFile& file, const Output& out, const Output::Sink& sink) {
+    std::ifstream source(file.Path(), std::ios::binary);
+    std::vector<char> block(1 << 20);
+    while (source) {
+        source.read(block.data(), static_cast<std::streamsize>(block.size()));
+        sink({block.data(), static_cast<std::size_t>(source.gcount())});
+    }
+    if (!source.eof()) {
+        throw std::runtime_error(out.Name() +
+                                 ": was not saved: the temporary file cannot be read back");
+    }
+}
+
 /// Copies the temporary file to `out`.
 ExitCode Deliver(const StandInFile& file, const Output& out, Progress& progress) {
     const Progress::Phase saving = progress.Begin(kSaving, out.Name());
     saving.Watch(ShareRead(file.Path()));
-    return out.Save([&](const Output::Sink& sink) {
-        std::ifstream source(file.Path(), std::ios::binary);
-        std::vector<char> block(1 << 20);
-        while (source) {
-            source.read(block.data(), static_cast<std::streamsize>(block.size()));
-            sink({block.data(), static_cast<std::size_t>(source.gcount())});
-        }
-        if (!source.eof()) {
-            throw std::runtime_error(out.Name() +
-                                     ": was not saved: the temporary file cannot be read back");
-        }
-    });
+    return out.Save([&](const Output::Sink& sink) { Copy(file, out, sink); });
 }
 
 /// Whether the original is a session of the first version, which ends at a different position. Only
@@ -95,6 +99,34 @@ void TakeWhatTheWriterMakes(const Session& session, Session& saved) {
     }
     saved.formatVersion = session.formatVersion;
     saved.formatDescription = session.formatDescription;
+}
+
+/// Thrown in the middle of a replacement, which then does not happen.
+struct Refused {};
+
+/// Reads the temporary file back, and copies it to `out` if that is good. A file can be copied
+/// meanwhile, because it gets its name at the end; what has been written to a stream stays there.
+template <class IsGood>
+ExitCode DeliverIf(const IsGood& isGood, const StandInFile& file, const Output& out,
+                   Progress& progress) {
+    if (out.IsStream()) {
+        return isGood(LeaveToSystem(ReadAgain(file, out, progress))) ? Deliver(file, out, progress)
+                                                                     : ExitCode::Failure;
+    }
+    std::future<orvo::ReadResult> again = [&] {
+        const WithoutSignals inherited;
+        return std::async(std::launch::async, [&] { return ReadAgain(file, out, progress); });
+    }();
+    try {
+        return out.Save([&](const Output::Sink& sink) {
+            Copy(file, out, sink);
+            if (!isGood(LeaveToSystem(again.get()))) {
+                throw Refused();
+            }
+        });
+    } catch (const Refused&) {
+        return ExitCode::Failure;
+    }
 }
 
 std::vector<std::string> LinesOf(const orvo::Differences& differences) {
@@ -181,15 +213,18 @@ ExitCode SaveSession(const Session& session, const Output& out, const std::strin
         ComplainOfSession(source, written);
         return ExitCode::Failure;
     }
-    orvo::ReadResult& saved = LeaveToSystem(ReadAgain(*file, out, progress));
-    if (!saved) {
-        return FailToSave(out, {"the plug-in cannot read back what it wrote"});
-    }
-    if (!HoldsEverything(session, written, saved.session, source, rule) && !rule.lossy) {
-        RefuseLosses(source);
-        return ExitCode::Failure;
-    }
-    return Deliver(*file, out, progress);
+    const auto isGood = [&](orvo::ReadResult& saved) {
+        if (!saved) {
+            FailToSave(out, {"the plug-in cannot read back what it wrote"});
+            return false;
+        }
+        if (!HoldsEverything(session, written, saved.session, source, rule) && !rule.lossy) {
+            RefuseLosses(source);
+            return false;
+        }
+        return true;
+    };
+    return DeliverIf(isGood, *file, out, progress);
 }
 
 ExitCode SaveJson(const Session& session, orvo::JsonOptions options, const Output& out,
