@@ -21,14 +21,12 @@ std::string WordOf(orvo::Fidelity fidelity) {
     return word.str();
 }
 
-std::vector<std::string> CountsOf(const orvo::InterchangeReport& report) {
-    std::vector<std::string> counts;
-    for (const orvo::Fidelity fidelity : orvo::kFidelities) {
-        if (report.Count(fidelity) != 0) {
-            counts.push_back(fmt::format("{} {}", report.Count(fidelity), WordOf(fidelity)));
-        }
+std::size_t CountLostByNature(const orvo::InterchangeReport& report) {
+    std::size_t sum = 0;
+    for (const auto& [what, count] : report.lostByNature) {
+        sum += count;
     }
-    return counts;
+    return sum;
 }
 
 }  // namespace
@@ -47,18 +45,16 @@ std::string ListFacts(const orvo::InterchangeReport& report) {
 }
 
 std::string Summarize(const orvo::InterchangeReport& report) {
-    const std::vector<std::string> counts = CountsOf(report);
-    std::string summary =
-        counts.empty() ? "nothing lost" : fmt::format("{}", fmt::join(counts, ", "));
-    std::size_t byNature = 0;
-    for (const auto& [what, count] : report.lostByNature) {
-        byNature += count;
+    std::vector<std::string> counts;
+    for (const orvo::Fidelity fidelity : orvo::kFidelities) {
+        if (report.Count(fidelity) != 0) {
+            counts.push_back(fmt::format("{} {}", report.Count(fidelity), WordOf(fidelity)));
+        }
     }
-    if (byNature != 0) {
-        summary += fmt::format("; {} {} no place in such a file", byNature,
-                               byNature == 1 ? "value has" : "values have");
+    if (const std::size_t byNature = CountLostByNature(report); byNature != 0) {
+        counts.push_back(fmt::format("{} without a place in such a file", byNature));
     }
-    return summary;
+    return counts.empty() ? "nothing lost" : fmt::format("values: {}", fmt::join(counts, ", "));
 }
 
 std::string ReportAsJson(const orvo::InterchangeReport& report) {

@@ -10,7 +10,7 @@ namespace cli {
 /// A line for each fact, and for each kind of thing that is lost by nature.
 std::string ListFacts(const orvo::InterchangeReport& report);
 
-/// "3 lost, 1 guessed; 40 values have no place in such a file", or "nothing lost".
+/// "values: 3 lost, 1 guessed, 40 without a place in such a file", or "nothing lost".
 std::string Summarize(const orvo::InterchangeReport& report);
 
 /// A JSON object with `facts`, `counts` and `lostByNature`.

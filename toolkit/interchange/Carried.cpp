@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -16,24 +17,15 @@ namespace toolkit::interchange {
 namespace {
 
 template <class Value>
-struct Item {
-    static constexpr bool kIsList = false;
-    using Type = Value;
-};
+constexpr bool kIsList = false;
 template <class Value>
-struct Item<std::optional<Value>> {
-    static constexpr bool kIsList = false;
-    using Type = Value;
-};
-template <class Value>
-struct Item<std::vector<Value>> {
-    static constexpr bool kIsList = true;
-    using Type = Value;
-};
+constexpr bool kIsList<std::vector<Value>> = true;
+template <>
+constexpr bool kIsList<std::vector<std::uint8_t>> = false;  // one block
 
 template <class Value>
 std::size_t CountOf(const Value& value) {
-    if constexpr (Item<Value>::kIsList) {
+    if constexpr (kIsList<Value>) {
         return value.size();
     }
     return 1;

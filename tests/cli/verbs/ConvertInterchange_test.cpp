@@ -30,7 +30,7 @@ TEST_F(ConvertInterchangeTest, SaysWhatIsLostAndConverts) {
     EXPECT_EQ(outcome.errors,
               "orvo: a.json: /audioTracks/0/audioClips/0/name: approximated: got an apostrophe, so "
               "that no spreadsheet takes it for a formula: =1\n"
-              "orvo: a.json: 1 approximated; 1 value has no place in such a file\n");
+              "orvo: a.json: values: 1 approximated, 1 without a place in such a file\n");
     EXPECT_THAT(ReadFile(folder_ / "a.csv"), HasSubstr("audio,Voice,'=1,0,10,"));
 }
 
@@ -43,7 +43,7 @@ TEST_F(ConvertInterchangeTest, AlwaysSaysHowMuchIsLost) {
 TEST_F(ConvertInterchangeTest, ReportsToAFile) {
     const Outcome outcome = RunTool({"convert", "a.json", "a.csv", "--report", "a.txt"}, folder_);
     EXPECT_EQ(outcome.errors,
-              "orvo: a.json: 1 approximated; 1 value has no place in such a file\n");
+              "orvo: a.json: values: 1 approximated, 1 without a place in such a file\n");
     EXPECT_THAT(ReadFile(folder_ / "a.txt"), StartsWith("/audioTracks/0/audioClips/0/name: "));
     EXPECT_THAT(ReadFile(folder_ / "a.txt"),
                 EndsWith("no place in such a file: 1 positions of the current-time indicator\n"));
