@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <unistd.h>
 
 #include <fstream>
 #include <iterator>
@@ -9,8 +10,10 @@
 
 namespace test {
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "orvo-test-XXXXXX").string();
+TemporaryFolder::TemporaryFolder() : TemporaryFolder(std::filesystem::temp_directory_path()) {}
+
+TemporaryFolder::TemporaryFolder(const std::filesystem::path& place) {
+    std::string name = (place / "orvo-test-XXXXXX").string();
     if (::mkdtemp(name.data()) == nullptr) {
         throw std::runtime_error("cannot create a temporary folder");
     }
@@ -20,6 +23,11 @@ TemporaryFolder::TemporaryFolder() {
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
+}
+
+TemporaryFolder TemporaryFolder::InMemory() {
+    const std::filesystem::path memory = "/dev/shm";
+    return ::access(memory.c_str(), W_OK) == 0 ? TemporaryFolder(memory) : TemporaryFolder();
 }
 
 std::filesystem::path TemporaryFolder::Write(std::string_view name,

@@ -10,6 +10,10 @@ namespace test {
 class TemporaryFolder {
 public:
     TemporaryFolder();
+
+    /// In memory if the system has a place there, for tests that save thousands of files.
+    static TemporaryFolder InMemory();
+
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -21,6 +25,8 @@ public:
     std::filesystem::path Write(std::string_view name, std::string_view content) const;
 
 private:
+    explicit TemporaryFolder(const std::filesystem::path& place);
+
     std::filesystem::path path_;
 };
 

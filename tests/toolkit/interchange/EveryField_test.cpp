@@ -199,7 +199,7 @@ std::string ContentOf(const std::vector<std::filesystem::path>& files) {
 }
 
 Written Write(const orvo::Session& session, const InterchangeKindFacts& kind) {
-    const test::TemporaryFolder folder;
+    const auto folder = test::TemporaryFolder::InMemory();
     const orvo::ExportResult result =
         orvo::ExportSession(session, kind.kind, folder / ("out." + std::string(kind.name)));
     EXPECT_TRUE(result) << kind.name << testing::PrintToString(result.messages);
