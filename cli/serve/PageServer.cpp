@@ -6,13 +6,17 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
 #include <csignal>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <thread>
+#include <vector>
 
 #include "cli/serve/Gallery.h"
 
@@ -27,6 +31,7 @@ constexpr int kForbidden = 403;
 constexpr int kNotFound = 404;
 constexpr int kNotAllowed = 405;
 constexpr int kFailed = 500;
+constexpr std::size_t kBlock = 1 << 16;  // of media that are handed out
 
 /// 128 random bits.
 std::string NewSecret() {
@@ -126,6 +131,8 @@ public:
             GivePicture(session, request.get_param_value("theme") == "dark", response);
         } else if (what == "state") {
             GiveState(session, response);
+        } else if (what == "media") {
+            GiveMedia(session, request.get_param_value("number"), response);
         } else if (what == "gallery.css") {
             response.set_content(std::string(kGalleryStyle), "text/css; charset=utf-8");
         } else {
@@ -135,7 +142,9 @@ public:
 
 private:
     void GivePage(const std::string& session, Response& response) {
-        const auto page = shelf_.Page(session, "state?file=" + AsAddress(session));
+        const std::string name = AsAddress(session);
+        const auto page = shelf_.Page(
+            session, {.state = "state?file=" + name, .media = "media?file=" + name + "&number="});
         if (!page) {
             Refuse(response, kNotFound, "there is no such session");
         } else if (!page->ok) {
@@ -163,6 +172,30 @@ private:
         } else {
             Refuse(response, kNotFound, "there is no such session");
         }
+    }
+
+    void GiveMedia(const std::string& session, const std::string& number, Response& response) {
+        const auto path = shelf_.Media(session, number);
+        // Of other kinds of files, some wait to be opened.
+        const auto file = path && std::filesystem::is_regular_file(*path)
+                              ? std::make_shared<std::ifstream>(*path, std::ios::binary)
+                              : nullptr;
+        if (!file || !*file) {
+            Refuse(response, kNotFound, "there are no such media");
+            return;
+        }
+        file->seekg(0, std::ios::end);
+        const auto size = static_cast<std::size_t>(file->tellg());
+        response.set_content_provider(
+            size, "application/octet-stream",
+            [file](std::size_t from, std::size_t length, httplib::DataSink& sink) {
+                std::vector<char> block(std::min<std::size_t>(length, kBlock));
+                file->clear();
+                file->seekg(static_cast<std::streamoff>(from));
+                file->read(block.data(), static_cast<std::streamsize>(block.size()));
+                const auto got = static_cast<std::size_t>(file->gcount());
+                return got > 0 && sink.write(block.data(), got);
+            });
     }
 
     SessionShelf& shelf_;

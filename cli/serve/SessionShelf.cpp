@@ -92,7 +92,7 @@ std::optional<std::string> SessionShelf::FileOf(const std::string& session) cons
 }
 
 std::optional<SessionShelf::Made> SessionShelf::Page(const std::string& session,
-                                                     const std::string& watch) {
+                                                     const Addresses& addresses) {
     const auto file = FileOf(session);
     if (!file) {
         return std::nullopt;
@@ -105,8 +105,30 @@ std::optional<SessionShelf::Made> SessionShelf::Page(const std::string& session,
     const orvo::Layout layout = orvo::MakeLayout(*read.session, options_.layout);
     const auto waveforms = options_.waveforms ? orvo::ReadWaveforms(layout)
                                               : std::vector<std::optional<orvo::Waveform>>();
-    return Made{true, orvo::MakePage(layout, *read.session, waveforms,
-                                     {.title = LastPart(session), .watch = watch})};
+    orvo::PageOptions options{.title = LastPart(session), .watch = addresses.state};
+    if (options_.audio) {
+        options.audio = orvo::PageAudio::Linked;
+        options.mediaAddresses.resize(layout.media.size());
+        auto& paths = media_[session];
+        paths.clear();
+        for (const std::size_t place : orvo::MediaToHear(layout)) {
+            const std::string number = std::to_string(place);
+            options.mediaAddresses[place] = addresses.media + number;
+            paths[number] = layout.media[place].path;
+        }
+    }
+    return Made{true, orvo::MakePage(layout, *read.session, waveforms, options)};
+}
+
+std::optional<std::string> SessionShelf::Media(const std::string& session,
+                                               const std::string& number) {
+    const std::lock_guard lock(making_);
+    const auto paths = media_.find(session);
+    if (paths == media_.end()) {
+        return std::nullopt;
+    }
+    const auto path = paths->second.find(number);
+    return path != paths->second.end() ? std::optional(path->second) : std::nullopt;
 }
 
 std::optional<SessionShelf::Made> SessionShelf::Picture(const std::string& session,

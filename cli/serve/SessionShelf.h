@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -18,6 +19,7 @@ public:
     struct Options {
         orvo::LayoutOptions layout{};
         bool waveforms = true;
+        bool audio = false;  ///< pages play their clips
     };
 
     /// @param name  a session file, its JSON, or a folder
@@ -35,10 +37,19 @@ public:
         std::string text{};
     };
 
+    /// Where the page of a session asks for more.
+    struct Addresses {
+        std::string state{};
+        std::string media{};  ///< the number of the media is to follow
+    };
+
     /// The page of a session.
-    /// @param watch  where the page asks for the session's state
     /// @return none if there is no such session
-    std::optional<Made> Page(const std::string& session, const std::string& watch);
+    std::optional<Made> Page(const std::string& session, const Addresses& addresses);
+
+    /// The path of media, by their number in the page of a session that was made last. Only what
+    /// that page plays.
+    std::optional<std::string> Media(const std::string& session, const std::string& number);
 
     /// A small SVG.
     std::optional<Made> Picture(const std::string& session, orvo::Theme theme);
@@ -53,6 +64,8 @@ private:
     std::string name_;
     bool isFolder_;
     Options options_;
+    /// Paths of media by the names of sessions and the numbers of media.
+    std::map<std::string, std::map<std::string, std::string>> media_{};
     std::mutex making_{};  // one at a time: sessions may be large
 };
 

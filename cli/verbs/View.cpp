@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <orvo/Draw.h>
+#include <orvo/Page.h>
 #include <orvo/Times.h>
 #include "cli/files/AnySession.h"
 #include "cli/files/LeftToSystem.h"
@@ -22,8 +23,8 @@
 
 // orvo view FILE... -o OUT [--contact-sheet] [--as FORM] [--from TIME] [--to TIME]
 //           [--tracks PATTERN] [--width N] [--height N] [--theme THEME] [--no-lanes]
-//           [--no-waveforms] [--title TEXT] [--open]
-// orvo view --serve FILE|FOLDER [--port N] [--open]
+//           [--no-waveforms] [--title TEXT] [--audio HOW] [--open]
+// orvo view --serve FILE|FOLDER [--port N] [--audio link] [--open]
 
 namespace cli {
 namespace {
@@ -43,6 +44,7 @@ struct ViewOptions {
     std::optional<std::string> title;
     bool noLanes = false;
     bool noWaveforms = false;
+    orvo::PageAudio audio = orvo::PageAudio::None;
     bool serve = false;
     ServeOptions pages;
     double scale = 2;
@@ -50,6 +52,8 @@ struct ViewOptions {
 
 const std::map<std::string, PictureForm> kForms = {
     {"html", PictureForm::Html}, {"png", PictureForm::Png}, {"svg", PictureForm::Svg}};
+const std::map<std::string, orvo::PageAudio> kAudio = {{"embed", orvo::PageAudio::Embedded},
+                                                       {"link", orvo::PageAudio::Linked}};
 const std::map<std::string, orvo::Theme> kThemes = {
     {"dark", orvo::Theme::Dark}, {"light", orvo::Theme::Light}, {"print", orvo::Theme::Print}};
 
@@ -113,7 +117,7 @@ public:
         if (options_.contactSheet) {
             return ContactSheet();
         }
-        const std::optional<Scene> scene = options_.files.size() == 2 ? CompareTwo() : ReadOne();
+        const std::optional<Scene> scene = ReadOneOrTwo();
         if (!scene) {
             return std::nullopt;
         }
@@ -124,12 +128,13 @@ public:
     }
 
     ExitCode SaveAsPage(const Output& out) {
-        const std::optional<Scene> scene = ReadOne();
+        const std::optional<Scene> scene = ReadOneOrTwo();
         if (!scene) {
             return ExitCode::Failure;
         }
         const Progress::Phase drawing = progress_.Begin(kDrawing, scene->title);
-        return SavePage(out, *scene->layout, *scene->session, scene->waveforms, scene->title);
+        return SavePage(out, *scene->layout, *scene->session, scene->waveforms,
+                        {.title = scene->title, .audio = options_.audio});
     }
 
     /// Whether every session is in the picture.
@@ -172,6 +177,10 @@ private:
     Scene SceneOf(const orvo::Session& session, orvo::Layout layout, const std::string& name) {
         const orvo::Layout& kept = LeaveToSystem(std::move(layout));
         return {&session, &kept, Listen(kept, name), options_.title.value_or(name)};
+    }
+
+    std::optional<Scene> ReadOneOrTwo() {
+        return options_.files.size() == 2 ? CompareTwo() : ReadOne();
     }
 
     std::optional<Scene> ReadOne() {
@@ -225,7 +234,9 @@ private:
 
 ExitCode RunServe(const ViewOptions& options) {
     RequirePlugin();
-    SessionShelf::Options sessions{.layout = options.layout, .waveforms = !options.noWaveforms};
+    SessionShelf::Options sessions{.layout = options.layout,
+                                   .waveforms = !options.noWaveforms,
+                                   .audio = options.audio != orvo::PageAudio::None};
     sessions.layout.lanes = !options.noLanes;
     return ServePages(options.files.front(), sessions, options.pages);
 }
@@ -260,12 +271,19 @@ void RequireServable(const ViewOptions& options) {
     if (!options.out.empty() || !options.from.empty() || !options.to.empty()) {
         throw CLI::ValidationError("--serve saves nothing, and serves whole timelines");
     }
+    if (options.audio == orvo::PageAudio::Embedded) {
+        throw CLI::ValidationError("a server hands the media out: --audio link");
+    }
 }
 
 /// @throws CLI::ValidationError  if there are too many sessions for one timeline, or for a page
 void RequireFiles(const ViewOptions& options, PictureForm form) {
-    if (form == PictureForm::Html && (options.files.size() > 1 || options.contactSheet)) {
-        throw CLI::ValidationError("a page shows one session; draw several as .svg or .png");
+    if (form == PictureForm::Html && options.contactSheet) {
+        throw CLI::ValidationError("a contact sheet is a picture: draw it as .svg or .png");
+    }
+    if (options.audio != orvo::PageAudio::None &&
+        (form != PictureForm::Html || options.files.size() > 1)) {
+        throw CLI::ValidationError("--audio is for the page of one session: -o OUT.html");
     }
     if (options.pages.open && (form != PictureForm::Html || options.out == "-")) {
         throw CLI::ValidationError("--open shows a page: save one with -o OUT.html");
@@ -326,6 +344,11 @@ void AddView(CLI::App& tool, Action& chosen) {
         ->transform(CLI::Transformer(kThemes).description(""));
     verb->add_option("--title", options->title, "above the picture; else the name of FILE")
         ->type_name("TEXT");
+    verb->add_option("--audio", options->audio,
+                     "embed or link: a page that plays the clips, with the media in it or beside "
+                     "it; with --serve, link")
+        ->type_name("HOW")
+        ->transform(CLI::Transformer(kAudio).description(""));
     verb->add_flag("--open", options->pages.open, "show the page in the browser of this system");
     verb->footer(
         "Examples:\n"
@@ -333,6 +356,7 @@ void AddView(CLI::App& tool, Action& chosen) {
         "  orvo view --theme dark --from 0:30 --to 1:00 song.orvo -o chorus.png\n"
         "  orvo view --tracks 'Vocal*' --no-lanes song.orvo -o vocals.svg\n"
         "  orvo view song.orvo -o song.html --open\n"
+        "  orvo view --audio embed song.orvo -o song.html\n"
         "  orvo view monday.orvo tuesday.orvo -o changes.svg\n"
         "  orvo view --contact-sheet /archive/*.orvo -o archive.png\n"
         "  orvo view --serve --open sessions\n\n"

@@ -6,9 +6,10 @@
 
 #include <fmt/format.h>
 
+#include <cstdint>
 #include <filesystem>
 
-#include <orvo/Page.h>
+#include "cli/serve/Gallery.h"
 #include "cli/serve/PageServer.h"
 #include "cli/terminal/Messages.h"
 #include "cli/terminal/StandardStreams.h"
@@ -36,13 +37,55 @@ ExitCode Show(const std::string& address, const std::string& subject, const char
     return ExitCode::Failure;
 }
 
+/// Browsers take texts of half a GiB, and a third more than the media is written.
+constexpr std::uintmax_t kMostEmbedded = std::uintmax_t{256} << 20;
+
+/// @return whether the media to embed are not too large; reports if they are
+bool RequireEmbeddable(const std::string& name, const orvo::Layout& layout) {
+    std::uintmax_t size = 0;
+    for (const std::size_t media : orvo::MediaToHear(layout)) {
+        std::error_code failed;
+        const std::uintmax_t bytes = std::filesystem::file_size(layout.media[media].path, failed);
+        size += failed ? 0 : bytes;
+    }
+    if (size <= kMostEmbedded) {
+        return true;
+    }
+    Complain({.subject = name,
+              .what = fmt::format("not saved: the media have {} MiB, and a page takes {} MiB",
+                                  size >> 20, kMostEmbedded >> 20),
+              .advice = "link them with --audio link, or choose tracks with --tracks"});
+    return false;
+}
+
+/// The addresses of the media to hear, from the folder of the page.
+std::vector<std::string> AddressesFrom(const std::filesystem::path& page,
+                                       const orvo::Layout& layout) {
+    namespace fs = std::filesystem;
+    const fs::path folder = page.parent_path();
+    std::vector<std::string> addresses(layout.media.size());
+    for (const std::size_t media : orvo::MediaToHear(layout)) {
+        const fs::path path = fs::absolute(layout.media[media].path).lexically_normal();
+        for (const fs::path& part : path.lexically_relative(folder)) {
+            addresses[media] += (addresses[media].empty() ? "" : "/") + AsAddress(part.string());
+        }
+    }
+    return addresses;
+}
+
 }  // namespace
 
 ExitCode SavePage(const Output& out, const orvo::Layout& layout, const orvo::Session& session,
                   const std::vector<std::optional<orvo::Waveform>>& waveforms,
-                  const std::string& title) {
+                  orvo::PageOptions options) {
+    if (options.audio == orvo::PageAudio::Embedded && !RequireEmbeddable(out.Name(), layout)) {
+        return ExitCode::Failure;
+    }
+    if (options.audio == orvo::PageAudio::Linked) {
+        options.mediaAddresses = AddressesFrom(out.FullPath(), layout);
+    }
     return out.Save([&](const Output::Sink& sink) {
-        orvo::MakePage(layout, session, waveforms, sink, {.title = title});
+        orvo::MakePage(layout, session, waveforms, sink, options);
     });
 }
 

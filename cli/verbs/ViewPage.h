@@ -8,16 +8,18 @@
 #include <orvo/Draw.h>
 #include <orvo/Layout.h>
 #include <orvo/Model.h>
+#include <orvo/Page.h>
 #include "cli/ExitCode.h"
 #include "cli/files/Output.h"
 #include "cli/serve/SessionShelf.h"
 
 namespace cli {
 
-/// Saves a session as a page for a browser.
+/// Saves a session as a page for a browser, with the media if it is to be heard. Refuses to embed
+/// more than a browser takes.
 ExitCode SavePage(const Output& out, const orvo::Layout& layout, const orvo::Session& session,
                   const std::vector<std::optional<orvo::Waveform>>& waveforms,
-                  const std::string& title);
+                  orvo::PageOptions options);
 
 /// Asks the system to show a saved page. Reports if the system cannot.
 ExitCode OpenPage(const std::string& name);

@@ -135,6 +135,13 @@ struct LayoutGroup {
     std::optional<double> hue{};
 };
 
+/// A change between two sessions.
+struct LayoutNote {
+    std::string sentence{};
+    std::optional<std::size_t> row{};  ///< of the first thing that changed; none: no track's
+    std::optional<std::size_t> box{};  ///< in `LayoutRow::boxes`; none: the track itself
+};
+
 struct Layout {
     std::uint32_t sampleRate = 0;
     ChannelType channels = ChannelType::NotSaid;
@@ -150,7 +157,7 @@ struct Layout {
     std::vector<LayoutMedia> media{};
     std::vector<LayoutGroup> groups{};
     std::vector<Curve> curves{};
-    std::vector<std::string> notes{};  ///< what changed, if sessions were compared
+    std::vector<LayoutNote> notes{};  ///< what changed, if sessions were compared
 };
 
 /// Looks up which media files exist.

@@ -11,8 +11,9 @@
 #include <orvo/Model.h>
 
 /// A session as a page for a browser: one HTML file that holds its script, its style and its data,
-/// and that asks nothing of any network unless told to watch its server. Its
-/// Content-Security-Policy lets no other script run.
+/// and that asks nothing of any network unless told to watch its server or to play linked media.
+/// Its Content-Security-Policy lets no other script run. A layout of two sessions is shown as what
+/// changed between them; `session` is then the second one.
 ///
 ///     orvo::Layout layout = orvo::MakeLayout(session);
 ///     std::string page = orvo::MakePage(layout, session, orvo::ReadWaveforms(layout));
@@ -24,14 +25,31 @@
 /// the caller's own functions throw.
 namespace orvo {
 
+/// How a page gets at the media that its audio clips play.
+enum class PageAudio {
+    None,      ///< it is only looked at
+    Embedded,  ///< it holds the files, whose size grows by a third
+    Linked     ///< it asks for them at `PageOptions::mediaAddresses`
+};
+
 struct PageOptions {
     std::string title{};  ///< such as the session's name
     /// An address, relative to that of the page, whose text changes when the session does. The page
     /// asks for it every second and then loads itself again. Empty: the page asks for nothing.
     std::string watch{};
+    /// Unless none, the page plays the audio clips, as far as a browser can read their media: with
+    /// gains, pans, mutes, fades and loops, without effects and sends. It says what is not heard.
+    PageAudio audio = PageAudio::None;
+    /// Of linked media, by their places in `Layout::media`: addresses, relative to that of the
+    /// page, each percent-encoded. Media with an empty one, or with none, are not heard. Browsers
+    /// refuse them to a page that was opened from the disk, which then lets its reader choose them.
+    std::vector<std::string> mediaAddresses{};
 };
 
-/// Writes the page in blocks.
+/// The places in `layout.media` of files that are there and that audio clips play.
+ORVO_API std::vector<std::size_t> MediaToHear(const Layout& layout);
+
+/// Writes the page in blocks. Reads media to be embedded; those that cannot be read are not heard.
 /// @param session    that the layout was made of; its JSON is what the page shows of a thing
 /// @param waveforms  those of `Layout::media`; may be fewer
 ORVO_API void MakePage(const Layout& layout, const Session& session,

@@ -54,8 +54,9 @@ std::string_view KeyOfClips(BoxKind kind) {
     return {};
 }
 
-std::string PathOf(const LayoutRow& row, const LayoutBox& box) {
-    return row.path + "/" + std::string(KeyOfClips(box.kind)) + "/" + std::to_string(box.index);
+/// @param row  the path of the box's row
+std::string PathOf(const std::string& row, const LayoutBox& box) {
+    return row + "/" + std::string(KeyOfClips(box.kind)) + "/" + std::to_string(box.index);
 }
 
 LayoutChange FindMark(const Marks& marks, const std::string& path) {
@@ -69,7 +70,7 @@ void MarkAll(Layout& layout, const Marks& marks) {
         for (LayoutBox& box : row.boxes) {
             box.change = row.change == LayoutChange::Added || row.change == LayoutChange::Removed
                              ? *row.change
-                             : FindMark(marks, PathOf(row, box));
+                             : FindMark(marks, PathOf(row.path, box));
         }
     }
 }
@@ -169,6 +170,70 @@ private:
     std::size_t groupBase_ = 0;
 };
 
+/// Where the things of both sessions are in their layout, by their paths.
+class Places {
+public:
+    /// @param paths  which path of the second session a track of the first one has
+    Places(const Layout& layout, const std::map<std::string, std::string>& paths) {
+        std::map<std::string_view, std::string_view> former;
+        for (const auto& [before, after] : paths) {
+            former.emplace(after, before);
+        }
+        for (std::size_t row = 0; row < layout.rows.size(); ++row) {
+            const auto path = former.find(layout.rows[row].path);
+            AddRow(layout.rows[row], row,
+                   path != former.end() ? std::string(path->second) : layout.rows[row].path);
+        }
+    }
+
+    /// Finds the first thing of a change, in the second session if it is still there.
+    LayoutNote NoteOf(const Change& change) const {
+        LayoutNote note{.sentence = change.sentence};
+        if (!Find(after_, change.after, note)) {
+            Find(before_, change.before, note);
+        }
+        return note;
+    }
+
+private:
+    struct Place {
+        std::size_t row;
+        std::optional<std::size_t> box;
+    };
+    using Index = std::unordered_map<std::string, Place>;
+
+    static bool IsGone(const std::optional<LayoutChange>& change) {
+        return change == LayoutChange::Removed || change == LayoutChange::Former;
+    }
+
+    /// @param former  the path of the row in the first session
+    void AddRow(const LayoutRow& row, std::size_t number, const std::string& former) {
+        (IsGone(row.change) ? before_ : after_).try_emplace(row.path, Place{number, {}});
+        for (std::size_t i = 0; i < row.boxes.size(); ++i) {
+            const LayoutBox& box = row.boxes[i];
+            if (IsGone(box.change)) {
+                before_.try_emplace(PathOf(former, box), Place{number, i});
+            } else {
+                after_.try_emplace(PathOf(row.path, box), Place{number, i});
+            }
+        }
+    }
+
+    static bool Find(const Index& index, const std::vector<std::string>& paths, LayoutNote& note) {
+        for (const std::string& path : paths) {
+            if (const auto place = index.find(path); place != index.end()) {
+                note.row = place->second.row;
+                note.box = place->second.box;
+                return true;
+            }
+        }
+        return false;
+    }
+
+    Index before_;
+    Index after_;
+};
+
 }  // namespace
 
 Layout MakeChangeLayout(const Session& before, const Session& after, const LayoutOptions& options) {
@@ -182,10 +247,10 @@ Layout MakeChangeLayout(const Session& before, const Session& after, const Layou
     }
     Marks marksBefore;
     Marks marksAfter;
-    for (const Change& change : FindChanges(before, after)) {
+    const std::vector<Change> changes = FindChanges(before, after);
+    for (const Change& change : changes) {
         Mark(marksBefore, change.before, MarkOf(change.kind));
         Mark(marksAfter, change.after, MarkOf(change.kind));
-        layout.notes.push_back(change.sentence);
     }
     MarkAll(former, marksBefore);
     MarkAll(layout, marksAfter);
@@ -193,6 +258,10 @@ Layout MakeChangeLayout(const Session& before, const Session& after, const Layou
     Remains remains(former, layout);
     for (LayoutRow& row : former.rows) {
         remains.Add(row, paths);
+    }
+    const Places places(layout, paths);
+    for (const Change& change : changes) {
+        layout.notes.push_back(places.NoteOf(change));
     }
     return layout;
 }

@@ -149,12 +149,12 @@ void Picture::DrawNotes(SvgCanvas& canvas) const {
     const TextStyle style = {.colour = colours_.faintText, .size = 12};
     double base = height_ - kMargin - NotesHeight() + kNoteHeight * 1.5;
     std::size_t left = layout_.notes.size();
-    for (const std::string& note : layout_.notes) {
+    for (const orvo::LayoutNote& note : layout_.notes) {
         if (layout_.notes.size() - left == kMostNotes) {
             canvas.Text({kMargin, base}, fmt::format("and {} more", left), style);
             break;
         }
-        canvas.Text({kMargin, base}, FittedText(note, style, right_ - kMargin), style);
+        canvas.Text({kMargin, base}, FittedText(note.sentence, style, right_ - kMargin), style);
         base += kNoteHeight;
         --left;
     }

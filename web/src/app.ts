@@ -21,6 +21,7 @@ import { paintTimeline } from "./paint/timeline";
 import { Waveforms } from "./peaks";
 import type { Picture } from "./picture";
 import { Ruler } from "./ruler";
+import type { SessionText } from "./session";
 import { type Slot, Stack } from "./stack";
 import { readTheme, ThemeSwitch } from "./theme";
 import type { TimeBase } from "./times";
@@ -31,6 +32,7 @@ import { fromFragment, type Place, toFragment } from "./ui/link";
 import { Outline } from "./ui/outline";
 import { layOut } from "./ui/print";
 import { Finder, SearchBox } from "./ui/search";
+import { SoundBar } from "./ui/sound";
 import { TrackList } from "./ui/tracks";
 import { Viewport } from "./viewport";
 import { watch } from "./watch";
@@ -60,6 +62,14 @@ const KEYS: readonly (readonly [string[], string])[] = [
     [["T"], "theme: that of the system, light or dark"],
     [["Esc"], "choose nothing"],
 ];
+const SOUND_KEYS: typeof KEYS = [
+    [["Space"], "play and pause"],
+    [["."], "stop, and go back to where it began"],
+    [["B"], "place the position at the chosen clip, or at the start of the range"],
+    [["M", "S"], "mute the chosen track, and make it solo"],
+];
+/** How far into the view the position is when the view follows it. */
+const FOLLOW = 0.05;
 
 /** The page at work: what is shown, chosen and found. */
 export class App {
@@ -79,14 +89,16 @@ export class App {
     private readonly status = get("status", HTMLElement);
     private readonly tip = get("tip", HTMLElement);
     private readonly side = get("side", HTMLElement);
+    private readonly sound: SoundBar | null;
     private chosenRow = -1;
     private frame = 0;
+    private followFrame = 0;
     private linkTimer = 0;
     private fragment = "";
 
     constructor(
         private readonly picture: Picture,
-        session: () => string,
+        session: SessionText,
     ) {
         const { wire } = picture;
         const time: TimeBase = { sampleRate: wire.sampleRate, ...wire.time };
@@ -106,6 +118,7 @@ export class App {
             hovered: -1,
             found: null,
             range: null,
+            playhead: null,
         };
         const choose = (row: number, box: number): void => this.choose(row, box, true);
         const reveal = (slot: Slot): void => this.revealSlot(slot);
@@ -123,6 +136,50 @@ export class App {
             choose,
             (text) => this.say(text),
         );
+        this.sound = wire.audio ? this.makeSound(session) : null;
+    }
+
+    private makeSound(session: SessionText): SoundBar {
+        const { picture, scene } = this;
+        const sound = new SoundBar(picture, session, scene.indexes, scene.time, {
+            moved: () => this.followSound(),
+            switched: (row) => {
+                this.tracks.refresh();
+                if (row === this.chosenRow && scene.chosen < 0) {
+                    this.details.showRow(row);
+                }
+                this.changed();
+            },
+            say: (text) => this.say(text),
+        });
+        this.tracks.switches = sound;
+        this.details.switchesOf = (row) => (sound.isMixed(row) ? sound.switchesOf(row) : "");
+        return sound;
+    }
+
+    /** Shows the position that is heard, as long as it moves. */
+    private followSound(): void {
+        const { sound, scene, view } = this;
+        if (!sound) {
+            return;
+        }
+        scene.playhead = sound.position;
+        sound.showPosition();
+        const x = view.x(scene.playhead);
+        if (sound.isPlaying && (x < 0 || x > view.width)) {
+            view.left = scene.playhead - FOLLOW * view.width * view.scale;
+            view.clamp();
+            this.moved();
+        }
+        this.changed();
+        if (sound.isPlaying) {
+            this.follow();
+        }
+    }
+
+    private follow(): void {
+        cancelAnimationFrame(this.followFrame);
+        this.followFrame = requestAnimationFrame(() => this.followSound());
     }
 
     start(): void {
@@ -137,6 +194,7 @@ export class App {
         this.view.showAll();
         this.details.showSession();
         this.goToLink();
+        this.followSound();
         this.changed();
         this.watch();
     }
@@ -437,7 +495,10 @@ export class App {
         listenToDrag(this.minimapSurface.canvas, center, center);
         listenToDrag(
             this.rulerSurface.canvas,
-            () => this.setRange(null),
+            (x) => {
+                this.setRange(null);
+                this.sound?.place(view.position(x));
+            },
             (x, from) => {
                 const ends = [view.position(from), view.position(x)].sort((a, b) => a - b);
                 this.setRange(Math.abs(x - from) < 3 ? null : [Math.round(ends[0]!), Math.round(ends[1]!)]);
@@ -533,8 +594,23 @@ export class App {
             i: () => this.togglePanel(this.side.hidden),
             o: () => this.openOutline(),
             t: () => this.themes.next(),
+            ...this.soundActions(),
         };
         return actions[key.length === 1 ? key.toLowerCase() : key];
+    }
+
+    private soundActions(): Record<string, () => void> {
+        const { sound, scene } = this;
+        if (!sound) {
+            return {};
+        }
+        return {
+            " ": () => sound.toggle(),
+            ".": () => sound.stop(),
+            b: () => sound.place(scene.chosen >= 0 ? this.picture.boxes.start[scene.chosen]! : (scene.range?.[0] ?? 0)),
+            m: () => sound.switch(this.chosenRow, "muted"),
+            s: () => sound.switch(this.chosenRow, "solo"),
+        };
     }
 
     private zoom(factor: number): void {
@@ -657,7 +733,7 @@ export class App {
     private buildKeys(): void {
         const dialog = get("keys", HTMLDialogElement);
         const list = make("dl");
-        for (const [keys, meaning] of KEYS) {
+        for (const [keys, meaning] of [...KEYS, ...(this.sound ? SOUND_KEYS : [])]) {
             list.append(
                 make("dt", {}, ...keys.map((key) => make("kbd", {}, key))),
                 make("dd", {}, meaning),

@@ -1,5 +1,6 @@
 import { App } from "./app";
 import { Picture, type Wire } from "./picture";
+import { SessionText } from "./session";
 
 /** The text of a block of data. */
 function dataOf(id: string): string {
@@ -7,4 +8,4 @@ function dataOf(id: string): string {
 }
 
 const picture = new Picture(JSON.parse(dataOf("picture")) as Wire);
-new App(picture, () => dataOf("session")).start();
+new App(picture, new SessionText(() => dataOf("session"))).start();

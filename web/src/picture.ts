@@ -10,6 +10,8 @@ export interface Wire {
     title: string;
     /** An address whose text changes when the session does; empty: none. */
     watch: string;
+    /** Whether the page can be heard. */
+    audio: boolean;
     sampleRate: number;
     from: number;
     to: number;
@@ -75,7 +77,7 @@ export interface Wire {
         value: Column<number | null>;
         segment: Column<number>;
     };
-    media: { path: string; found: boolean; waveform?: WireWaveform }[];
+    media: { path: string; found: boolean; sound?: string; waveform?: WireWaveform }[];
     groups: { name: string; hue: number }[];
     curves: number[][];
 }
@@ -141,6 +143,8 @@ export interface Row {
 export interface Media {
     path: string;
     found: boolean;
+    /** The address of the file; that of a part of the page, such as "#sound-0", has it as Base64. Empty: not heard. */
+    sound: string;
     waveform: WireWaveform | null;
 }
 
@@ -207,7 +211,7 @@ export class Picture {
     constructor(wire: Wire) {
         this.wire = wire;
         this.strings = wire.strings;
-        this.media = wire.media.map((file) => ({ ...file, waveform: file.waveform ?? null }));
+        this.media = wire.media.map((file) => ({ ...file, sound: file.sound ?? "", waveform: file.waveform ?? null }));
         const { count } = wire.boxes;
         this.boxes = {
             count,

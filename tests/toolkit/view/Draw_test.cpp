@@ -120,7 +120,7 @@ TEST(DrawSvg, ShowsWhatChangedInSentences) {
 
 TEST(DrawSvg, CountsTheSentencesThatDoNotFit) {
     Layout layout = MakeLayout(Song());
-    layout.notes.assign(40, "something changed");
+    layout.notes.assign(40, {.sentence = "something changed"});
     EXPECT_THAT(DrawSvg(layout, {}, {}), HasSubstr(">and 16 more</text>"));
 }
 

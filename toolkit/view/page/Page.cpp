@@ -1,6 +1,7 @@
 #include <orvo/Page.h>
 
 #include "toolkit/view/page/PageData.h"
+#include "toolkit/view/page/PageSounds.h"
 #include "toolkit/view/page/PageTemplate.h"
 #include "toolkit/view/page/PageText.h"
 
@@ -20,13 +21,18 @@ void MakePage(const Layout& layout, const Session& session,
               const std::vector<std::optional<Waveform>>& waveforms, const TextSink& sink,
               const PageOptions& options) {
     std::string_view rest = PassUpTo(page::kTemplate, page::kConnectMark, sink);
-    sink(options.watch.empty() ? "'none'" : "'self'");
+    const bool asks = !options.watch.empty() || options.audio == PageAudio::Linked;
+    sink(asks ? "'self'" : "'none'");
     rest = PassUpTo(rest, page::kTitleMark, sink);
     sink(page::AsMarkup(options.title));
     rest = PassUpTo(rest, page::kPictureMark, sink);
     sink(page::DataOf(layout, waveforms, options));
     rest = PassUpTo(rest, page::kSessionMark, sink);
     ToJson(session, page::ScriptSafeJson(sink));
+    rest = PassUpTo(rest, page::kSoundsMark, sink);
+    if (options.audio == PageAudio::Embedded) {
+        page::WriteSounds(layout, sink);
+    }
     sink(rest);
 }
 

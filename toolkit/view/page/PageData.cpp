@@ -15,6 +15,7 @@
 #include "session/MemberKey.h"
 #include "toolkit/Saturating.h"
 #include "toolkit/SessionSummary.h"
+#include "toolkit/view/page/PageSounds.h"
 #include "toolkit/view/page/PageText.h"
 
 namespace orvo::page {
@@ -184,6 +185,11 @@ std::int64_t FlagsOf(const LayoutBox& box, const Layout& layout) {
            (box.selected ? kSelected : 0) | (isMissing ? kMissing : 0);
 }
 
+/// What became of a thing; `kNone` if nothing is compared.
+std::int64_t ChangeOf(const std::optional<LayoutChange>& change) {
+    return change ? static_cast<std::int64_t>(*change) : kNone;
+}
+
 template <class Count>
 std::int64_t CountOf(const Count& things) {
     return static_cast<std::int64_t>(things.size());
@@ -215,7 +221,8 @@ void AppendRows(std::string& out, const Things& things, Strings& strings) {
         .Column("sends", [](Row row) { return static_cast<std::int64_t>(row->sends); })
         .Column("boxes", [](Row row) { return CountOf(row->boxes); })
         .Column("lanes", [](Row row) { return CountOf(row->lanes); })
-        .Column("path", [&](Row row) { return strings.Add(row->path); });
+        .Column("path", [&](Row row) { return strings.Add(row->path); })
+        .Column("change", [](Row row) { return ChangeOf(row->change); });
 }
 
 void AppendBoxes(std::string& out, const Things& things, const Layout& layout, Strings& strings) {
@@ -238,7 +245,8 @@ void AppendBoxes(std::string& out, const Things& things, const Layout& layout, S
         .Column("group", [](Box box) { return PlaceOf(box.layout->group); })
         .Column("crossfade", [](Box box) { return box.crossfade; })
         .Column("lanes", [](Box box) { return CountOf(box.layout->lanes); })
-        .Column("index", [](Box box) { return static_cast<std::int64_t>(box.layout->index); });
+        .Column("index", [](Box box) { return static_cast<std::int64_t>(box.layout->index); })
+        .Column("change", [](Box box) { return ChangeOf(box.layout->change); });
 }
 
 void AppendFades(std::string& out, const Things& things) {
@@ -309,13 +317,33 @@ void AppendWaveform(std::string& out, const Waveform& waveform) {
                    LevelsOf(waveform, &Peak::lowest), LevelsOf(waveform, &Peak::highest));
 }
 
+std::vector<std::string> SoundAddresses(const Layout& layout, const PageOptions& options) {
+    std::vector<std::string> addresses(layout.media.size());
+    if (options.audio == PageAudio::Linked) {
+        std::ranges::copy_n(options.mediaAddresses.begin(),
+                            std::min(addresses.size(), options.mediaAddresses.size()),
+                            addresses.begin());
+    }
+    if (options.audio == PageAudio::Embedded) {
+        for (const std::size_t media : MediaToHear(layout)) {
+            addresses[media] = "#" + SoundId(media);
+        }
+    }
+    return addresses;
+}
+
 void AppendMedia(std::string& out, const Layout& layout,
-                 const std::vector<std::optional<Waveform>>& waveforms) {
+                 const std::vector<std::optional<Waveform>>& waveforms,
+                 const std::vector<std::string>& sounds) {
     std::size_t place = 0;
     AppendList(out, "media", layout.media, [&](const LayoutMedia& media) {
         out += "{\"path\":";
         AppendJsonText(out, media.path);
         fmt::format_to(std::back_inserter(out), ",\"found\":{}", media.found);
+        if (!sounds[place].empty()) {
+            out += ",\"sound\":";
+            AppendJsonText(out, sounds[place]);
+        }
         if (place < waveforms.size() && waveforms[place]) {
             AppendWaveform(out, *waveforms[place]);
         }
@@ -339,6 +367,20 @@ void AppendGroups(std::string& out, const Layout& layout) {
         out += ",\"hue\":";
         AppendValue(out, HueOf(group.hue));
         out += '}';
+    });
+}
+
+/// Boxes as numbers among those of all rows.
+void AppendNotes(std::string& out, const Layout& layout) {
+    AppendList(out, "notes", layout.notes, [&](const LayoutNote& note) {
+        std::size_t box = 0;
+        for (std::size_t row = 0; note.box && row < *note.row; ++row) {
+            box += layout.rows[row].boxes.size();
+        }
+        out += "{\"sentence\":";
+        AppendJsonText(out, note.sentence);
+        fmt::format_to(std::back_inserter(out), ",\"row\":{},\"box\":{}}}", PlaceOf(note.row),
+                       note.box ? PlaceOf(box + *note.box) : kNone);
     });
 }
 
@@ -388,8 +430,10 @@ std::string DataOf(const Layout& layout, const std::vector<std::optional<Wavefor
     out += ",\"watch\":";
     AppendJsonText(out, options.watch);
     fmt::format_to(std::back_inserter(out),
-                   R"(,"sampleRate":{},"from":{},"to":{},"cursor":{},"selection":[{},{}],"end":{})",
-                   layout.sampleRate, layout.from, layout.to, layout.cursor, selection.start,
+                   R"(,"audio":{},"sampleRate":{},"from":{},"to":{},"cursor":{},)"
+                   R"("selection":[{},{}],"end":{})",
+                   options.audio != PageAudio::None, layout.sampleRate, layout.from, layout.to,
+                   layout.cursor, selection.start,
                    toolkit::SaturatingSum(selection.start, selection.duration), layout.end);
     AppendTime(out, layout);
     AppendClipKeys(out);
@@ -400,9 +444,10 @@ std::string DataOf(const Layout& layout, const std::vector<std::optional<Wavefor
     AppendFades(out, things);
     AppendLanes(out, things, strings);
     AppendKeyframes(out, things);
-    AppendMedia(out, layout, waveforms);
+    AppendMedia(out, layout, waveforms, SoundAddresses(layout, options));
     AppendGroups(out, layout);
     AppendCurves(out, layout);
+    AppendNotes(out, layout);
     AppendList(out, "strings", strings.Texts(),
                [&](std::string_view text) { AppendJsonText(out, text); });
     out += '}';

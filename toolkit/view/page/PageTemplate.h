@@ -11,5 +11,6 @@ inline constexpr std::string_view kConnectMark = "@orvo:connect@";
 inline constexpr std::string_view kTitleMark = "@orvo:title@";
 inline constexpr std::string_view kPictureMark = "@orvo:picture@";
 inline constexpr std::string_view kSessionMark = "@orvo:session@";
+inline constexpr std::string_view kSoundsMark = "@orvo:sounds@";
 
 }  // namespace orvo::page

@@ -1,4 +1,5 @@
 import { firstWhere } from "../cull";
+import { slopeOf as slopeThrough } from "../curve";
 import { type Keyframes, type Lane, Segment } from "../picture";
 import type { Scene, Span } from "./scene";
 
@@ -7,24 +8,8 @@ const LEAST_DISTANCE = 1.5;
 const LEAST_DOT_DISTANCE = 7;
 const DOT = 2.25;
 
-/**
- * The slope of a curve through points that never leaves the levels of its two neighbours: at each
- * point the harmonic mean of the slopes beside it; flat at peaks and at both ends.
- */
-export function slopeAt(before: number, after: number): number {
-    return before * after <= 0 ? 0 : (2 * before * after) / (before + after);
-}
-
-function slopeBetween(keyframes: Keyframes, i: number): number {
-    const distance = keyframes.position[i + 1]! - keyframes.position[i]!;
-    return distance > 0 ? (keyframes.level[i + 1]! - keyframes.level[i]!) / distance : 0;
-}
-
 function slopeOf(keyframes: Keyframes, lane: Lane, i: number): number {
-    if (i === lane.begin || i === lane.end - 1) {
-        return 0;
-    }
-    return slopeAt(slopeBetween(keyframes, i - 1), slopeBetween(keyframes, i));
+    return slopeThrough(keyframes.position, keyframes.level, lane.begin, lane.end, i);
 }
 
 class CurvePainter {

@@ -31,6 +31,9 @@ export function paintRuler(surface: Surface, scene: Scene, span: Span): void {
         }
     }
     paintCursorHead(context, Math.round((cursor - span.left) / span.scale), height, theme.accent);
+    if (scene.playhead !== null) {
+        paintCursorHead(context, Math.round((scene.playhead - span.left) / span.scale), height, theme.text);
+    }
 }
 
 function paintCursorHead(context: CanvasRenderingContext2D, x: number, height: number, colour: string): void {

@@ -23,6 +23,8 @@ export interface Scene {
     found: ReadonlySet<number> | null;
     /** The range that the reader chose. */
     range: readonly [number, number] | null;
+    /** The position that is heard; null if the page cannot be heard. */
+    playhead: number | null;
 }
 
 /** Horizontal places of a picture. */

@@ -74,11 +74,18 @@ export function paintRange(
     context.globalAlpha = 1;
 }
 
-export function paintCursor(context: CanvasRenderingContext2D, scene: Scene, span: Span, height: number): void {
-    const x = Math.round((scene.picture.wire.cursor - span.left) / span.scale);
+function paintPosition(context: CanvasRenderingContext2D, span: Span, position: number, height: number, colour: string): void {
+    const x = Math.round((position - span.left) / span.scale);
     if (x >= 0 && x <= span.width) {
-        context.fillStyle = scene.theme.accent;
+        context.fillStyle = colour;
         context.fillRect(x, 0, 1, height);
+    }
+}
+
+export function paintCursor(context: CanvasRenderingContext2D, scene: Scene, span: Span, height: number): void {
+    paintPosition(context, span, scene.picture.wire.cursor, height, scene.theme.accent);
+    if (scene.playhead !== null) {
+        paintPosition(context, span, scene.playhead, height, scene.theme.text);
     }
 }
 

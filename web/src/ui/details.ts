@@ -15,10 +15,9 @@ import {
     rowStates,
 } from "../describe";
 import { BoxFlag, type Picture } from "../picture";
+import type { Json, SessionText } from "../session";
 import type { TimeBase } from "../times";
 import { type Child, make } from "./dom";
-
-type Json = null | boolean | number | string | Json[] | { [key: string]: Json };
 
 /** Longer lists are shown in parts. */
 const PART = 100;
@@ -27,13 +26,14 @@ const ALL = "All that the file says";
 
 /** What the page shows of one thing. */
 export class Details {
-    private session: Json | undefined;
+    /** What mutes a row and makes it solo, where that can be heard. */
+    switchesOf: (row: number) => Child = () => "";
 
     constructor(
         private readonly panel: HTMLElement,
         private readonly picture: Picture,
         private readonly time: TimeBase,
-        private readonly source: () => string,
+        private readonly session: SessionText,
         private readonly goTo: (row: number, box: number) => void,
     ) {}
 
@@ -65,6 +65,7 @@ export class Details {
             [
                 ["Route", routeText(it)],
                 ["State", rowStates(it).join(", ")],
+                ["Hear", this.switchesOf(row)],
                 ["Clips", (it.end - it.begin).toLocaleString("en")],
                 ["Effects", it.effects > 0 ? it.effects.toString() : ""],
                 ["Sends", it.sends > 0 ? it.sends.toString() : ""],
@@ -127,23 +128,11 @@ export class Details {
 
     /** The JSON at a path. */
     private render(path: string): Child {
-        const value = this.at(path);
+        const value = this.session.at(path);
         if (value === undefined) {
             return make("p", { class: "lead" }, "The session's text has no such part.");
         }
         return valueOf(value, true);
-    }
-
-    private at(path: string): Json | undefined {
-        this.session ??= JSON.parse(this.source()) as Json;
-        let value: Json | undefined = this.session;
-        for (const key of path.split("/").slice(1)) {
-            if (typeof value !== "object" || value === null) {
-                return undefined;
-            }
-            value = Array.isArray(value) ? value[Number(key)] : value[key.replaceAll("~1", "/").replaceAll("~0", "~")];
-        }
-        return value;
     }
 
     private link(text: string, row: number, box: number): HTMLElement {

@@ -47,4 +47,7 @@ export const ICONS = {
     print: "M6 8V3h8v5M6 14H3.5V8h13v6H14M6 12h8v5H6z",
     help: "M7.5 7.5a2.5 2.5 0 1 1 3.6 2.2c-.8.4-1.1.9-1.1 1.8M10 14.5v.1",
     panel: "M3 4h14v12H3zM12.5 4v12",
+    play: "M6.5 4.5v11l9-5.5z",
+    pause: "M7 5v10M13 5v10",
+    stop: "M5.5 5.5h9v9h-9z",
 };

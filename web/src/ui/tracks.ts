@@ -7,10 +7,16 @@ import { make } from "./dom";
 
 const TWO_LINES = 44;
 const BADGES = [
-    { flag: RowFlag.muted, text: "M", style: "mute", title: "Muted" },
-    { flag: RowFlag.solo, text: "S", style: "solo", title: "Solo" },
-    { flag: RowFlag.armed, text: "R", style: "armed", title: "Armed for recording" },
-];
+    { name: "muted", text: "M", style: "mute", title: "Muted" },
+    { name: "solo", text: "S", style: "solo", title: "Solo" },
+    { name: "armed", text: "R", style: "armed", title: "Armed for recording" },
+] as const;
+
+/** Mutes tracks and makes them solo, where that can be heard. */
+export interface Switches {
+    isMixed(row: number): boolean;
+    switch(row: number, name: "muted" | "solo"): void;
+}
 
 /** The tracks beside the timeline. Only those in view are in the document. */
 export class TrackList {
@@ -18,6 +24,7 @@ export class TrackList {
     private state = "";
     /** The row that the tabulator key reaches. */
     private roving = 0;
+    switches: Switches | null = null;
 
     constructor(
         private readonly list: HTMLElement,
@@ -31,7 +38,10 @@ export class TrackList {
         list.addEventListener("keydown", (event) => this.onKey(event));
         list.addEventListener("click", (event) => {
             const row = this.rowOf(event.target);
-            if (row !== null) {
+            const name = event.target instanceof HTMLElement ? event.target.dataset["switch"] : undefined;
+            if (row !== null && (name === "muted" || name === "solo")) {
+                this.switches?.switch(row, name);
+            } else if (row !== null) {
                 this.roving = row;
                 this.choose(row);
             }
@@ -59,6 +69,11 @@ export class TrackList {
         for (const slot of slots) {
             this.place(slot, view, theme, chosen);
         }
+    }
+
+    /** Builds all rows anew at the next update. */
+    refresh(): void {
+        this.state = "";
     }
 
     /** Moves the keyboard to a row. */
@@ -119,8 +134,16 @@ export class TrackList {
         const name = make("span", { class: "name", title: row.name, dir: "auto" }, rowName(row));
         const first = make("div", { class: "first" }, name);
         for (const badge of BADGES) {
-            if (row.flags & badge.flag) {
-                first.append(make("span", { class: `badge ${badge.style}`, title: badge.title, "aria-hidden": "true" }, badge.text));
+            const isOn = (row.flags & RowFlag[badge.name]) !== 0;
+            const isSwitch = badge.name !== "armed" && (this.switches?.isMixed(slot.row) ?? false);
+            if (isOn || isSwitch) {
+                const element = make("span", { class: `badge ${badge.style}`, title: badge.title, "aria-hidden": "true" }, badge.text);
+                element.classList.toggle("is-off", !isOn);
+                if (isSwitch) {
+                    element.dataset["switch"] = badge.name;
+                    element.title = `${badge.title} (${badge.text})`;
+                }
+                first.append(element);
             }
         }
         const about = make("span", { class: "for-readers" }, `, ${rowAbout(row)}`);

@@ -5,6 +5,7 @@ export function sketch(parts: Partial<Wire> = {}): Picture {
     return new Picture({
         title: "Sketch",
         watch: "",
+        audio: false,
         sampleRate: 1000,
         from: 0,
         to: 10000,

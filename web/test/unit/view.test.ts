@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import test from "node:test";
+import { slopeAt } from "../../src/curve";
 import { capital, fileName, lengthText, rowLabel } from "../../src/describe";
-import { slopeAt } from "../../src/paint/lane";
 import { extremes, waveformOf } from "../../src/peaks";
 import { fold } from "../../src/stack";
 import { keyText } from "../../src/ui/details";
@@ -79,6 +79,7 @@ void test("waveforms keep their extremes at every size", () => {
     const waveform = waveformOf({
         path: "",
         found: true,
+        sound: "",
         waveform: { sampleRate: 1000, frames: 370, framesPerPeak: 10, lowest: encoded(lowest), highest: encoded(highest) },
     })!;
     assert.deepEqual(waveform.levels.map((level) => level.lowest.length), [37, 19, 10, 5, 3, 2, 1]);
@@ -87,7 +88,7 @@ void test("waveforms keep their extremes at every size", () => {
     assert.deepEqual(out, { low: Math.min(...lowest) / 127, high: Math.max(...highest) / 127 });
     extremes(waveform, 20, 25, out);
     assert.deepEqual(out, { low: -2 / 127, high: 14 / 127 });
-    assert.equal(waveformOf({ path: "", found: true, waveform: null }), null);
+    assert.equal(waveformOf({ path: "", found: true, sound: "", waveform: null }), null);
 });
 
 void test("curves level at peaks and never leave their neighbours", () => {
