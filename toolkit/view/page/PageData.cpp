@@ -318,12 +318,11 @@ void AppendWaveform(std::string& out, const Waveform& waveform) {
 }
 
 std::vector<std::string> SoundAddresses(const Layout& layout, const PageOptions& options) {
-    std::vector<std::string> addresses(layout.media.size());
+    std::vector<std::string> addresses;
     if (options.audio == PageAudio::Linked) {
-        std::ranges::copy_n(options.mediaAddresses.begin(),
-                            std::min(addresses.size(), options.mediaAddresses.size()),
-                            addresses.begin());
+        addresses = options.mediaAddresses;
     }
+    addresses.resize(layout.media.size());
     if (options.audio == PageAudio::Embedded) {
         for (const std::size_t media : MediaToHear(layout)) {
             addresses[media] = "#" + SoundId(media);
