@@ -20,23 +20,26 @@ const char* WordOf(orvo::LayoutChange change) {
     return "";
 }
 
-std::optional<Colour> ColourOf(const ThemeColours& theme, orvo::LayoutChange change) {
-    const auto edge = [&theme](double hue) { return ColoursOf(theme.theme, hue).wave; };
+std::optional<double> HueOf(orvo::LayoutChange change) {
     switch (change) {
         case orvo::LayoutChange::Same:
             break;
         case orvo::LayoutChange::Added:
-            return edge(130);
+            return 130;
         case orvo::LayoutChange::Removed:
-            return edge(0);
+            return 0;
         case orvo::LayoutChange::Moved:
-            return edge(215);
-        case orvo::LayoutChange::Changed:
-            return edge(40);
         case orvo::LayoutChange::Former:
-            return edge(215);
+            return 215;
+        case orvo::LayoutChange::Changed:
+            return 40;
     }
     return std::nullopt;
+}
+
+std::optional<Colour> ColourOf(const ThemeColours& theme, orvo::LayoutChange change) {
+    const std::optional<double> hue = HueOf(change);
+    return hue ? std::optional(ColoursOf(theme.theme, *hue).wave) : std::nullopt;
 }
 
 }  // namespace toolkit

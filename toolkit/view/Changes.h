@@ -10,7 +10,10 @@ namespace toolkit {
 /// "added", "removed" and so on; empty for what stayed the same.
 const char* WordOf(orvo::LayoutChange change);
 
-/// How a change is marked; nothing for what stayed the same.
+/// The hue that marks a change, in degrees; nothing for what stayed the same.
+std::optional<double> HueOf(orvo::LayoutChange change);
+
+/// The colour of that hue.
 std::optional<Colour> ColourOf(const ThemeColours& theme, orvo::LayoutChange change);
 
 }  // namespace toolkit

@@ -25,6 +25,7 @@ import type { SessionText } from "./session";
 import { type Slot, Stack } from "./stack";
 import { readTheme, ThemeSwitch } from "./theme";
 import type { TimeBase } from "./times";
+import { ChangeList } from "./ui/changes";
 import { Details } from "./ui/details";
 import { get, icon, ICONS, make } from "./ui/dom";
 import { listenToDrag, listenToWheel, Pointers } from "./ui/input";
@@ -62,12 +63,15 @@ const KEYS: readonly (readonly [string[], string])[] = [
     [["T"], "theme: that of the system, light or dark"],
     [["Esc"], "choose nothing"],
 ];
+const CHANGE_KEYS: typeof KEYS = [[["D", "Shift D"], "next and previous change"]];
 const SOUND_KEYS: typeof KEYS = [
     [["Space"], "play and pause"],
     [["."], "stop, and go back to where it began"],
     [["B"], "place the position at the chosen clip, or at the start of the range"],
     [["M", "S"], "mute the chosen track, and make it solo"],
 ];
+const TABS = ["details", "outline", "changes"] as const;
+type Tab = (typeof TABS)[number];
 /** How far into the view the position is when the view follows it. */
 const FOLLOW = 0.05;
 
@@ -90,6 +94,7 @@ export class App {
     private readonly tip = get("tip", HTMLElement);
     private readonly side = get("side", HTMLElement);
     private readonly sound: SoundBar | null;
+    private readonly changes: ChangeList | null;
     private chosenRow = -1;
     private frame = 0;
     private followFrame = 0;
@@ -136,6 +141,7 @@ export class App {
             choose,
             (text) => this.say(text),
         );
+        this.changes = wire.compared ? new ChangeList(get("changes", HTMLElement), picture, () => this.scene.theme, choose) : null;
         this.sound = wire.audio ? this.makeSound(session) : null;
     }
 
@@ -193,10 +199,19 @@ export class App {
         this.view.rowsHeight = this.stack.height;
         this.view.showAll();
         this.details.showSession();
+        this.showChanges();
         this.goToLink();
         this.followSound();
         this.changed();
         this.watch();
+    }
+
+    private showChanges(): void {
+        if (this.changes) {
+            this.changes.update();
+            get("tab-changes", HTMLElement).hidden = false;
+            this.selectTab("changes");
+        }
     }
 
     /** Follows the session of a page that is served. */
@@ -223,6 +238,7 @@ export class App {
             `${wire.sampleRate.toLocaleString("en")} Hz`,
             countText(rows.length, "track"),
             countText(boxes.count, "clip"),
+            ...(wire.compared ? [countText(wire.notes.length, "change")] : []),
         ].join("  ·  ");
         const nothing = get("nothing", HTMLElement);
         nothing.hidden = rows.length > 0;
@@ -262,6 +278,7 @@ export class App {
     private setTheme(): void {
         this.scene.theme = readTheme(this.themes.name);
         this.labelTheme();
+        this.changes?.update();
         this.changed();
     }
 
@@ -292,7 +309,7 @@ export class App {
     }
 
     private labelOf(row: number, box: number): string {
-        return box < 0 ? rowLabel(this.picture.rows[row]!) : boxLabel(this.picture, this.scene.time, box);
+        return box < 0 ? rowLabel(this.picture, this.picture.rows[row]!) : boxLabel(this.picture, this.scene.time, box);
     }
 
     private reveal(row: number, box: number): void {
@@ -455,7 +472,7 @@ export class App {
             press: (x: number, y: number) => {
                 const { row, box } = this.at(x, y);
                 this.choose(row, box, false);
-                if (row >= 0 && !matchMedia(NARROW).matches) {
+                if (row >= 0 && !this.changes && !matchMedia(NARROW).matches) {
                     this.selectTab("details");
                 }
             },
@@ -594,6 +611,7 @@ export class App {
             i: () => this.togglePanel(this.side.hidden),
             o: () => this.openOutline(),
             t: () => this.themes.next(),
+            ...(this.changes ? { d: () => this.changes?.step(factor > 1 ? -1 : 1) } : {}),
             ...this.soundActions(),
         };
         return actions[key.length === 1 ? key.toLowerCase() : key];
@@ -663,8 +681,8 @@ export class App {
         get("panel", HTMLElement).setAttribute("aria-expanded", String(isShown));
     }
 
-    private selectTab(name: "details" | "outline"): void {
-        for (const tab of ["details", "outline"]) {
+    private selectTab(name: Tab): void {
+        for (const tab of TABS) {
             const button = get(`tab-${tab}`, HTMLElement);
             button.setAttribute("aria-selected", String(tab === name));
             button.tabIndex = tab === name ? 0 : -1;
@@ -673,6 +691,14 @@ export class App {
         if (name === "outline") {
             this.outline.update();
         }
+    }
+
+    private stepTab(by: number): void {
+        const tabs = TABS.filter((tab) => !get(`tab-${tab}`, HTMLElement).hidden);
+        const shown = tabs.findIndex((tab) => !get(tab, HTMLElement).hidden);
+        const name = tabs[(shown + by + tabs.length) % tabs.length]!;
+        this.selectTab(name);
+        get(`tab-${name}`, HTMLElement).focus();
     }
 
     private openDetails(): void {
@@ -698,6 +724,7 @@ export class App {
             ["panel", icon(ICONS.panel), () => this.togglePanel(this.side.hidden)],
             ["tab-details", null, () => this.selectTab("details")],
             ["tab-outline", null, () => this.selectTab("outline")],
+            ["tab-changes", null, () => this.selectTab("changes")],
         ];
         for (const [id, image, action] of buttons) {
             const button = get(id, HTMLElement);
@@ -708,9 +735,7 @@ export class App {
         }
         document.querySelector(".tabs")?.addEventListener("keydown", (event) => {
             if (event instanceof KeyboardEvent && (event.key === "ArrowLeft" || event.key === "ArrowRight")) {
-                const name = get("details", HTMLElement).hidden ? "details" : "outline";
-                this.selectTab(name);
-                get(`tab-${name}`, HTMLElement).focus();
+                this.stepTab(event.key === "ArrowRight" ? 1 : -1);
                 event.stopPropagation();
             }
         });
@@ -733,7 +758,7 @@ export class App {
     private buildKeys(): void {
         const dialog = get("keys", HTMLDialogElement);
         const list = make("dl");
-        for (const [keys, meaning] of [...KEYS, ...(this.sound ? SOUND_KEYS : [])]) {
+        for (const [keys, meaning] of [...KEYS, ...(this.changes ? CHANGE_KEYS : []), ...(this.sound ? SOUND_KEYS : [])]) {
             list.append(
                 make("dt", {}, ...keys.map((key) => make("kbd", {}, key))),
                 make("dd", {}, meaning),

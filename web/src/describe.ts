@@ -38,18 +38,18 @@ export function routeText(row: Row): string {
     return [row.channels, row.output && `→ ${row.output}`].filter(Boolean).join(" ");
 }
 
-export function rowStates(row: Row): string[] {
+export function rowStates(picture: Picture, row: Row): string[] {
     const states = Object.entries(RowFlag).filter(([, flag]) => row.flags & flag);
-    return states.map(([state]) => state);
+    return [picture.changeWord(row.change), ...states.map(([state]) => state)].filter(Boolean);
 }
 
 /** What there is to say of a row beside its name. */
-export function rowAbout(row: Row): string {
+export function rowAbout(picture: Picture, row: Row): string {
     return [
         rowKindText(row),
         row.channels,
         row.output && `to ${row.output}`,
-        ...rowStates(row),
+        ...rowStates(picture, row),
         countText(row.end - row.begin, "clip"),
         row.lanes.length > 0 ? `automation of ${row.lanes.map((lane) => lane.name).join(", ")}` : "",
     ]
@@ -57,8 +57,8 @@ export function rowAbout(row: Row): string {
         .join(", ");
 }
 
-export function rowLabel(row: Row): string {
-    return `${rowName(row)}, ${rowAbout(row)}`;
+export function rowLabel(picture: Picture, row: Row): string {
+    return `${rowName(row)}, ${rowAbout(picture, row)}`;
 }
 
 export function boxKindText(picture: Picture, box: number): string {
@@ -71,7 +71,8 @@ export function boxName(picture: Picture, box: number): string {
 
 /** What is special about a clip. */
 export function boxStates(picture: Picture, box: number): string[] {
-    const states: string[] = [];
+    const change = picture.changeWord(picture.boxes.change[box]!);
+    const states: string[] = change ? [change] : [];
     if (picture.has(box, BoxFlag.missing)) {
         states.push("media missing");
     }

@@ -12,6 +12,8 @@ export interface Wire {
     watch: string;
     /** Whether the page can be heard. */
     audio: boolean;
+    /** Whether it shows what changed between two sessions. */
+    compared: boolean;
     sampleRate: number;
     from: number;
     to: number;
@@ -41,6 +43,8 @@ export interface Wire {
         boxes: Column<number>;
         lanes: Column<number>;
         path: Column<number>;
+        /** A place in `changes`; -1: nothing is compared. */
+        change: Column<number>;
     };
     boxes: {
         count: number;
@@ -61,6 +65,7 @@ export interface Wire {
         lanes: Column<number>;
         /** In the list of clips of its kind that its track has. */
         index: Column<number>;
+        change: Column<number>;
     };
     fades: { count: number; box: Column<number>; out: Column<number>; length: Column<number>; curve: Column<number> };
     lanes: {
@@ -80,6 +85,10 @@ export interface Wire {
     media: { path: string; found: boolean; sound?: string; waveform?: WireWaveform }[];
     groups: { name: string; hue: number }[];
     curves: number[][];
+    /** How things change; the hue is in degrees, -1: none. */
+    changes: { word: string; hue: number }[];
+    /** What changed, and the row and box of the first thing that did; -1: none. */
+    notes: { sentence: string; row: number; box: number }[];
 }
 
 export interface WireWaveform {
@@ -108,6 +117,8 @@ export const ROW_KINDS = ["video", "audio", "bus", "master", "metronome", "instr
 export const BOX_KINDS = ["video", "audio", "MIDI"] as const;
 export const BoxKind = { video: 0, audio: 1, midi: 2 } as const;
 
+export const Change = { none: -1, same: 0, added: 1, removed: 2, moved: 3, changed: 4, former: 5 } as const;
+
 export const Segment = { linear: 0, hold: 1, spline: 2 } as const;
 
 export interface Fade {
@@ -133,7 +144,9 @@ export interface Row {
     flags: number;
     effects: number;
     sends: number;
+    /** In the session's text; that of a row which only the first session has begins with "/before". */
     path: string;
+    change: number;
     /** Boxes, as a range of the columns. */
     begin: number;
     end: number;
@@ -169,6 +182,7 @@ export interface Boxes {
     next: Int32Array;
     row: Uint32Array;
     index: Uint32Array;
+    change: Int8Array;
 }
 
 export interface Keyframes {
@@ -178,7 +192,7 @@ export interface Keyframes {
     segment: Uint8Array;
 }
 
-type Numbers = Uint8Array | Uint32Array | Int32Array | Float32Array | Float64Array;
+type Numbers = Int8Array | Uint8Array | Uint32Array | Int32Array | Float32Array | Float64Array;
 
 function fill<T extends Numbers>(target: T, column: Column<number | null>): T {
     if (Array.isArray(column)) {
@@ -190,6 +204,9 @@ function fill<T extends Numbers>(target: T, column: Column<number | null>): T {
     }
     return target;
 }
+
+/** What sets paths of the first session apart. */
+const FORMER = "/before";
 
 function at<T>(column: Column<T>, index: number): T {
     return Array.isArray(column) ? (column)[index]! : column;
@@ -230,6 +247,7 @@ export class Picture {
             next: fill(new Int32Array(count), wire.boxes.crossfade),
             row: new Uint32Array(count),
             index: fill(new Uint32Array(count), wire.boxes.index),
+            change: fill(new Int8Array(count), wire.boxes.change),
         };
         this.finishBoxes();
         const keyframes = wire.keyframes.count;
@@ -271,7 +289,8 @@ export class Picture {
                 flags: at(rows.flags, i),
                 effects: at(rows.effects, i),
                 sends: at(rows.sends, i),
-                path: this.strings[at(rows.path, i)]!,
+                path: `${at(rows.change, i) === Change.removed ? FORMER : ""}${this.strings[at(rows.path, i)]!}`,
+                change: at(rows.change, i),
                 begin,
                 end: begin + at(rows.boxes, i),
                 lanes: lanes.take(at(rows.lanes, i)),
@@ -299,9 +318,10 @@ export class Picture {
         return this.strings[this.boxes.name[box]!]!;
     }
 
+    /** In the session's text; that of a clip which only the first session has has "/before" in it. */
     boxPath(box: number): string {
         const row = this.rows[this.boxes.row[box]!]!;
-        return `${row.path}/${this.wire.clipKeys[this.boxes.kind[box]!]!}/${this.boxes.index[box]!}`;
+        return `${row.path}${this.isGone(box) ? FORMER : ""}/${this.wire.clipKeys[this.boxes.kind[box]!]!}/${this.boxes.index[box]!}`;
     }
 
     boxHue(box: number): number {
@@ -311,6 +331,17 @@ export class Picture {
 
     has(box: number, flag: number): boolean {
         return (this.boxes.flags[box]! & flag) !== 0;
+    }
+
+    /** Whether a box shows where a clip of the first session was. */
+    isGone(box: number): boolean {
+        const change = this.boxes.change[box]!;
+        return change === Change.removed || change === Change.former;
+    }
+
+    /** How a change is called; empty for what stayed the same. */
+    changeWord(change: number): string {
+        return this.wire.changes[change]?.word ?? "";
     }
 
     /** The boxes of a group. */

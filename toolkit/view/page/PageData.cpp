@@ -15,6 +15,7 @@
 #include "session/MemberKey.h"
 #include "toolkit/Saturating.h"
 #include "toolkit/SessionSummary.h"
+#include "toolkit/view/Changes.h"
 #include "toolkit/view/page/PageSounds.h"
 #include "toolkit/view/page/PageText.h"
 
@@ -369,6 +370,20 @@ void AppendGroups(std::string& out, const Layout& layout) {
     });
 }
 
+/// How each `LayoutChange` is called and marked.
+void AppendChanges(std::string& out) {
+    constexpr LayoutChange kChanges[] = {LayoutChange::Same,    LayoutChange::Added,
+                                         LayoutChange::Removed, LayoutChange::Moved,
+                                         LayoutChange::Changed, LayoutChange::Former};
+    AppendList(out, "changes", std::span(kChanges), [&](LayoutChange change) {
+        out += "{\"word\":";
+        AppendJsonText(out, toolkit::WordOf(change));
+        out += ",\"hue\":";
+        AppendValue(out, HueOf(toolkit::HueOf(change)));
+        out += '}';
+    });
+}
+
 /// Boxes as numbers among those of all rows.
 void AppendNotes(std::string& out, const Layout& layout) {
     AppendList(out, "notes", layout.notes, [&](const LayoutNote& note) {
@@ -428,6 +443,9 @@ std::string DataOf(const Layout& layout, const std::vector<std::optional<Wavefor
     AppendJsonText(out, options.title);
     out += ",\"watch\":";
     AppendJsonText(out, options.watch);
+    const bool isCompared = std::ranges::any_of(
+        layout.rows, [](const LayoutRow& row) { return row.change.has_value(); });
+    fmt::format_to(std::back_inserter(out), ",\"compared\":{}", isCompared);
     fmt::format_to(std::back_inserter(out),
                    R"(,"audio":{},"sampleRate":{},"from":{},"to":{},"cursor":{},)"
                    R"("selection":[{},{}],"end":{})",
@@ -446,6 +464,7 @@ std::string DataOf(const Layout& layout, const std::vector<std::optional<Wavefor
     AppendMedia(out, layout, waveforms, SoundAddresses(layout, options));
     AppendGroups(out, layout);
     AppendCurves(out, layout);
+    AppendChanges(out);
     AppendNotes(out, layout);
     AppendList(out, "strings", strings.Texts(),
                [&](std::string_view text) { AppendJsonText(out, text); });

@@ -1,6 +1,6 @@
 import type { ClipColours } from "../colours";
 import { extremes, type Waveform } from "../peaks";
-import { BoxFlag, BoxKind, type Fade } from "../picture";
+import { BoxFlag, BoxKind, Change, type Fade } from "../picture";
 import { paintCurve } from "./lane";
 import type { Scene, Span } from "./scene";
 
@@ -24,6 +24,8 @@ const LEAST_FADE = 3;
 const FADE_SHADE = 0.5;
 const OWN_LANE = 0.75;
 const DIMMED = 0.22;
+const UNCHANGED = 0.4;
+const CHANGE_SHADE = 0.14;
 
 interface Frame {
     x: number;
@@ -60,7 +62,7 @@ export class ClipPainter {
                 large.push(box);
             } else {
                 const x = (start[box]! - span.left) / span.scale;
-                run.add(x, (end[box]! - start[box]!) / span.scale, this.colours(box).bar, this.isDimmed(box));
+                run.add(x, (end[box]! - start[box]!) / span.scale, this.barColour(box), this.opacityOf(box));
             }
         }
         run.finish();
@@ -82,9 +84,13 @@ export class ClipPainter {
         return theme.clips.of(picture.boxHue(box), picture.rows[picture.boxes.row[box]!]!.kind, muted);
     }
 
-    private isDimmed(box: number): boolean {
+    /** What a search has not found, and what stayed the same, is faint. */
+    private opacityOf(box: number): number {
         const { found, picture } = this.scene;
-        return found !== null && !found.has(picture.boxes.name[box]!);
+        if (found !== null && !found.has(picture.boxes.name[box]!)) {
+            return DIMMED;
+        }
+        return picture.boxes.change[box] === Change.same ? UNCHANGED : 1;
     }
 
     private frameOf(box: number, top: number, height: number): Frame {
@@ -102,13 +108,71 @@ export class ClipPainter {
         const { context } = this;
         const frame = this.frameOf(box, top, height);
         const colours = this.colours(box);
-        context.globalAlpha = this.isDimmed(box) ? DIMMED : 1;
-        if (frame.width < PLAIN) {
+        context.globalAlpha = this.opacityOf(box);
+        const isThere = this.scene.picture.boxes.change[box] !== Change.former;
+        if (isThere && frame.width < PLAIN) {
             this.paintNarrow(box, frame, colours);
-        } else {
+        } else if (isThere) {
             this.paintWide(box, frame, colours);
         }
+        this.paintChange(box, frame);
         context.globalAlpha = 1;
+    }
+
+    /** The colour of what became of a box; null if nothing did. */
+    private changeColour(box: number): string | null {
+        const { picture, theme } = this.scene;
+        const hue = picture.wire.changes[picture.boxes.change[box]!]?.hue ?? -1;
+        return hue < 0 ? null : theme.clips.of(hue, 0, false).wave;
+    }
+
+    /** Boxes too narrow for a frame have the colour of their change. */
+    private barColour(box: number): string {
+        return this.changeColour(box) ?? this.colours(box).bar;
+    }
+
+    /** A frame around what changed; dashed where nothing is any more. */
+    private paintChange(box: number, frame: Frame): void {
+        const { context, scene } = this;
+        const colour = this.changeColour(box);
+        if (!colour) {
+            return;
+        }
+        const opacity = context.globalAlpha;
+        context.fillStyle = colour;
+        context.globalAlpha = opacity * CHANGE_SHADE;
+        this.trace(frame);
+        context.fill();
+        context.globalAlpha = opacity;
+        context.strokeStyle = colour;
+        context.lineWidth = 2;
+        context.setLineDash(scene.picture.isGone(box) ? [5, 3] : []);
+        this.trace({ x: frame.x + 1, y: frame.y + 1, width: Math.max(1, frame.width - 2), height: frame.height - 2 });
+        context.stroke();
+        context.setLineDash([]);
+        this.paintChangeWord(box, frame, colour);
+    }
+
+    /** At the lower edge, where no name is. */
+    private paintChangeWord(box: number, frame: Frame, colour: string): void {
+        const { context, scene } = this;
+        const text = scene.picture.changeWord(scene.picture.boxes.change[box]!);
+        const left = Math.max(frame.x, 0) + 5;
+        const room = Math.min(frame.x + frame.width, this.span.width) - 5 - left;
+        if (frame.height < LEAST_WITH_BAR || room < LEAST_NAME) {
+            return;
+        }
+        scene.texts.use(context, `600 10.5px ${scene.theme.font}`);
+        const shown = scene.texts.fit(context, text, room);
+        if (!shown) {
+            return;
+        }
+        const bottom = frame.y + frame.height - 3;
+        context.fillStyle = scene.theme.ground;
+        context.fillRect(left - 3, bottom - 14, Math.min(room, scene.texts.width(context, shown)) + 6, 14);
+        context.fillStyle = colour;
+        context.textBaseline = "middle";
+        context.fillText(shown, left, bottom - 6.5);
     }
 
     /** Without corners and texts: there may be a great many. */
@@ -385,7 +449,7 @@ export class ClipPainter {
         const frame = this.frameOf(box, top, height);
         const bar = frame.height >= LEAST_WITH_BAR ? BAR : 0;
         const inner = { ...frame, y: frame.y + bar, height: frame.height - bar };
-        context.globalAlpha = this.isDimmed(box) ? DIMMED : 1;
+        context.globalAlpha = this.opacityOf(box);
         if (fade) {
             this.strokeFade(fade, boxes.end[box]!, -1, inner, this.colours(box).text);
         }
@@ -411,7 +475,7 @@ class Run {
     private begin = 0;
     private end = -Infinity;
     private colour = "";
-    private dimmed = false;
+    private opacity = 1;
 
     constructor(
         private readonly context: CanvasRenderingContext2D,
@@ -420,24 +484,24 @@ class Run {
     ) {}
 
     /** Takes whole pixels, so that a pixel has the colour of one box. */
-    add(x: number, width: number, colour: string, dimmed: boolean): void {
+    add(x: number, width: number, colour: string, opacity: number): void {
         const left = Math.max(Math.floor(x), this.end);
         const right = Math.max(Math.ceil(x + width), Math.floor(x) + 1);
         if (right <= this.end) {
             return;
         }
-        if (left > this.end || colour !== this.colour || dimmed !== this.dimmed) {
+        if (left > this.end || colour !== this.colour || opacity !== this.opacity) {
             this.finish();
             this.begin = left;
             this.colour = colour;
-            this.dimmed = dimmed;
+            this.opacity = opacity;
         }
         this.end = right;
     }
 
     finish(): void {
         if (this.end > this.begin) {
-            this.context.globalAlpha = this.dimmed ? DIMMED : 1;
+            this.context.globalAlpha = this.opacity;
             this.context.fillStyle = this.colour;
             this.context.fillRect(this.begin, this.top, this.end - this.begin, this.height);
             this.context.globalAlpha = 1;

@@ -58,13 +58,15 @@ export class Details {
     }
 
     showRow(row: number): void {
-        const it = this.picture.rows[row]!;
+        const { picture } = this;
+        const it = picture.rows[row]!;
         this.show(
             rowName(it),
             capital(rowKindText(it)),
             [
                 ["Route", routeText(it)],
-                ["State", rowStates(it).join(", ")],
+                ["State", rowStates(picture, it).join(", ")],
+                ["Change", this.changesText(row, -1)],
                 ["Hear", this.switchesOf(row)],
                 ["Clips", (it.end - it.begin).toLocaleString("en")],
                 ["Effects", it.effects > 0 ? it.effects.toString() : ""],
@@ -90,6 +92,7 @@ export class Details {
                 ["End", positionText(time, boxes.end[box]!)],
                 ["Length", lengthText(time, boxes.end[box]! - boxes.start[box]!)],
                 ["State", boxStates(picture, box).join(", ")],
+                ["Change", this.changesText(row, box)],
                 ["Media", this.mediaText(boxes.media[box]!)],
                 ["In media", boxes.media[box]! < 0 ? "" : `from ${lengthText(time, boxes.sourceStart[box]!)}`],
                 ["Speed", picture.has(box, BoxFlag.stretched) ? `× ${numberText(boxes.speed[box]!)}` : ""],
@@ -130,9 +133,16 @@ export class Details {
     private render(path: string): Child {
         const value = this.session.at(path);
         if (value === undefined) {
-            return make("p", { class: "lead" }, "The session's text has no such part.");
+            const { compared } = this.picture.wire;
+            return make("p", { class: "lead" }, compared ? "Only the first session has it." : "The session's text has no such part.");
         }
         return valueOf(value, true);
+    }
+
+    /** The sentences that are about a thing. */
+    private changesText(row: number, box: number): string {
+        const notes = this.picture.wire.notes.filter((note) => note.row === row && note.box === box);
+        return notes.map((note) => capital(note.sentence)).join("\n");
     }
 
     private link(text: string, row: number, box: number): HTMLElement {

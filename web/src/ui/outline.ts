@@ -61,7 +61,7 @@ export class Outline {
         const { slots } = this.stack;
         slots.slice(begin, begin + PART).forEach((slot, i) => {
             const row = this.picture.rows[slot.row]!;
-            const item = this.item(rowName(row), (row.end - row.begin || "").toString(), `, ${rowAbout(row)}`, 1);
+            const item = this.item(rowName(row), (row.end - row.begin || "").toString(), `, ${rowAbout(this.picture, row)}`, 1);
             item.dataset["row"] = slot.row.toString();
             item.setAttribute("aria-posinset", (begin + i + 1).toString());
             item.setAttribute("aria-setsize", slots.length.toString());

@@ -146,13 +146,14 @@ export class TrackList {
                 first.append(element);
             }
         }
-        const about = make("span", { class: "for-readers" }, `, ${rowAbout(row)}`);
+        const about = make("span", { class: "for-readers" }, `, ${rowAbout(this.picture, row)}`);
         const head = make("div", { class: "head" }, first, about);
         head.style.height = `${slot.head}px`;
         if (slot.head >= TWO_LINES) {
             const hidden = row.flags & RowFlag.hidden ? " · hidden" : "";
             const route = routeText(row);
-            const text = `${route || rowKindText(row)}${hidden}`;
+            const change = this.picture.changeWord(row.change);
+            const text = `${change && `${change} · `}${route || rowKindText(row)}${hidden}`;
             const title = `${rowKindText(row)} ${route}`;
             head.append(make("div", { class: "second", title, "aria-hidden": "true" }, text));
         }

@@ -6,6 +6,7 @@ export function sketch(parts: Partial<Wire> = {}): Picture {
         title: "Sketch",
         watch: "",
         audio: false,
+        compared: false,
         sampleRate: 1000,
         from: 0,
         to: 10000,
@@ -34,6 +35,7 @@ export function sketch(parts: Partial<Wire> = {}): Picture {
             effects: 0,
             sends: 0,
             path: [3, 6],
+            change: -1,
         },
         boxes: {
             count: 4,
@@ -52,6 +54,7 @@ export function sketch(parts: Partial<Wire> = {}): Picture {
             crossfade: [2, 0, 0, 0],
             lanes: [1, 0, 0, 0],
             index: [0, 1, 2, 0],
+            change: -1,
         },
         fades: { count: 2, box: 0, out: [0, 1], length: [500, 700], curve: 0 },
         lanes: { count: 2, name: [1, 2], low: [0, null], high: 1, keyframes: [3, 1] },
@@ -62,6 +65,8 @@ export function sketch(parts: Partial<Wire> = {}): Picture {
         ],
         groups: [{ name: "Weather", hue: -1 }],
         curves: [[0, 0.5, 1]],
+        changes: ["", "added", "removed", "moved", "changed", "was here"].map((word, i) => ({ word, hue: i * 50 - 1 })),
+        notes: [],
         ...parts,
     });
 }

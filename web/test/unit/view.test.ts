@@ -112,7 +112,7 @@ void test("names are found without case, accents and order of words", () => {
 void test("things are said in words", () => {
     const picture = sketch();
     assert.equal(
-        rowLabel(picture.rows[0]!),
+        rowLabel(picture, picture.rows[0]!),
         "Voices, audio track, to Master, 4 clips, automation of Voices",
     );
     const time = { sampleRate: 1000, ...picture.wire.time };
