@@ -37,8 +37,10 @@ ExitCode Show(const std::string& address, const std::string& subject, const char
     return ExitCode::Failure;
 }
 
+constexpr std::uintmax_t kMebibyte = 1 << 20;
+
 /// Browsers take texts of half a GiB, and a third more than the media is written.
-constexpr std::uintmax_t kMostEmbedded = std::uintmax_t{256} << 20;
+constexpr std::uintmax_t kMostEmbedded = 256 * kMebibyte;
 
 /// @return whether the media to embed are not too large; reports if they are
 bool RequireEmbeddable(const std::string& name, const orvo::Layout& layout) {
@@ -53,7 +55,7 @@ bool RequireEmbeddable(const std::string& name, const orvo::Layout& layout) {
     }
     Complain({.subject = name,
               .what = fmt::format("not saved: the media have {} MiB, and a page takes {} MiB",
-                                  size >> 20, kMostEmbedded >> 20),
+                                  (size + kMebibyte - 1) / kMebibyte, kMostEmbedded / kMebibyte),
               .advice = "link them with --audio link, or choose tracks with --tracks"});
     return false;
 }

@@ -39,13 +39,18 @@ class Server:
         self.process.wait(20)
         self.process.stdout.close()
 
-    def ask(self, what="", method="GET", secret=None, **headers):
+    def ask(self, *what, **how):
         """The status, the headers and the text of an answer."""
+        status, headers, content = self.fetch(*what, **how)
+        return status, headers, content.decode()
+
+    def fetch(self, what="", method="GET", secret=None, **headers):
+        """The same, with its bytes."""
         connection = http.client.HTTPConnection(self.parts.hostname, self.parts.port, timeout=20)
         try:
             connection.request(method, (secret or self.parts.path) + what, headers=headers)
             answer = connection.getresponse()
-            return answer.status, answer.headers, answer.read().decode()
+            return answer.status, answer.headers, answer.read()
         finally:
             connection.close()
 
@@ -73,6 +78,33 @@ class Serve(unittest.TestCase):
             self.assertEqual(server.ask(picture["watch"])[2], before)
             os.utime(self.folder / "music.orvo", (1, 1))
             self.assertNotEqual(server.ask(picture["watch"])[2], before)
+
+    def test_media_are_handed_out_as_the_page_names_them(self):
+        shutil.copytree(EXAMPLES / "music/media", self.folder / "media")
+        wave = (self.folder / "media/drum-loop.wav").read_bytes()
+        with Server(self.folder, "--audio", "link") as server:
+            self.assertEqual(server.fetch("media?file=music.orvo&number=0")[0], 404, "before its page")
+            page = server.ask("session?file=music.orvo")[2]
+            picture = json.loads(re.search(r'id="picture">(.*?)</script>', page, re.DOTALL).group(1))
+            address = next(media["sound"] for media in picture["media"] if media["path"].endswith("drum-loop.wav"))
+            status, headers, content = server.fetch(address)
+            self.assertEqual((status, content), (200, wave))
+            self.assertEqual(headers["X-Content-Type-Options"], "nosniff")
+            status, _, content = server.fetch(address, Range="bytes=10-19")
+            self.assertEqual((status, content), (206, wave[10:20]))
+            for what in ("media?file=music.orvo&number=99", "media?file=music.orvo&number=..%2Fsecret.txt",
+                         "media?file=music.orvo&number=", "media?file=secret.txt&number=0", "media?number=0", "media"):
+                status, _, content = server.fetch(what)
+                self.assertEqual(status, 404, what)
+                self.assertNotIn(b"secret", content)
+            (self.folder / "media/drum-loop.wav").unlink()
+            self.assertEqual(server.fetch(address)[0], 404)
+
+    def test_without_audio_no_media_are_handed_out(self):
+        shutil.copytree(EXAMPLES / "music/media", self.folder / "media")
+        with Server(self.folder) as server:
+            self.assertIn('"audio":false', server.ask("session?file=music.orvo")[2])
+            self.assertEqual(server.fetch("media?file=music.orvo&number=0")[0], 404)
 
     def test_a_folder_is_a_gallery(self):
         with Server(self.folder) as server:
@@ -150,7 +182,8 @@ class Serve(unittest.TestCase):
         for words, code, text in ((["none.orvo"], 1, "there is no such file or folder"),
                                   (["music.orvo", "-o", "a.html"], 2, "--serve saves nothing"),
                                   (["music.orvo", "music.orvo"], 2, "one file or folder is served"),
-                                  (["-"], 2, "one file or folder is served")):
+                                  (["-"], 2, "one file or folder is served"),
+                                  (["music.orvo", "--audio", "embed"], 2, "a server hands the media out")):
             run = subprocess.run([TOOL, "view", "--serve", *words], capture_output=True, text=True, timeout=20, cwd=self.folder)
             self.assertEqual(run.returncode, code, words)
             self.assertIn(text, run.stderr)

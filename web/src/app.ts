@@ -472,7 +472,7 @@ export class App {
             press: (x: number, y: number) => {
                 const { row, box } = this.at(x, y);
                 this.choose(row, box, false);
-                if (row >= 0 && !this.changes && !matchMedia(NARROW).matches) {
+                if (row >= 0 && !matchMedia(NARROW).matches) {
                     this.selectTab("details");
                 }
             },

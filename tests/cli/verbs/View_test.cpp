@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 
 #include "tests/cli/Tool.h"
 
@@ -52,12 +53,64 @@ TEST_F(ViewTool, SavesAPage) {
     EXPECT_EQ(View({"song.orvo", "-o", "-", "--as", "html", "--title", "A & <B>"}).output, page);
 }
 
-TEST_F(ViewTool, APageShowsOneSession) {
-    const Outcome outcome = View({"song.orvo", "song.orvo", "-o", "song.html"});
+TEST_F(ViewTool, APageShowsWhatChanged) {
+    folder_.Write("later.orvo",
+                  std::regex_replace(std::string(kSong), std::regex("Hello"), "Goodbye"));
+    const Outcome outcome = View({"song.orvo", "later.orvo", "-o", "song.html"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.output + outcome.errors, "");
+    const std::string page = ReadFile(folder_ / "song.html");
+    EXPECT_THAT(page, HasSubstr("<title>song.orvo → later.orvo</title>"));
+    EXPECT_THAT(page, HasSubstr("renamed to \\u0022Goodbye\\u0022"));
+}
+
+TEST_F(ViewTool, SaysWhatAPageCannotShow) {
+    const Outcome outcome = View({"song.orvo", "--contact-sheet", "-o", "song.html"});
     EXPECT_EQ(outcome.exitCode, 2);
-    EXPECT_THAT(outcome.errors, HasSubstr("a page shows one session"));
+    EXPECT_THAT(outcome.errors, HasSubstr("a contact sheet is a picture"));
     EXPECT_THAT(View({"song.orvo", "-o", "song.svg", "--open"}).errors,
                 HasSubstr("--open shows a page"));
+}
+
+/// A session that plays the media, which lie beside it.
+std::string SongThatPlays(const std::filesystem::path& media) {
+    return R"({"sampleRate": 48000, "duration": 1000, "files": [{"id": 1, "path": ")" +
+           media.string() +
+           R"("}], "audioTracks": [{"audioClips": [{"fileID": 1, "duration": 1000}]}]})";
+}
+
+TEST_F(ViewTool, APageIsHeard) {
+    folder_.Write("song.json", SongThatPlays(folder_.Write("a b.wav", "RIFF")));
+    std::filesystem::create_directory(folder_ / "pages");
+    EXPECT_EQ(View({"song.json", "--audio", "embed", "-o", "song.html"}).exitCode, 0);
+    EXPECT_THAT(ReadFile(folder_ / "song.html"), HasSubstr("id=\"sound-0\">UklGRg=="));
+    EXPECT_EQ(View({"song.json", "--audio", "link", "-o", "pages/song.html"}).exitCode, 0);
+    EXPECT_THAT(ReadFile(folder_ / "pages/song.html"), HasSubstr("\"sound\":\"../a%20b.wav\""));
+    EXPECT_THAT(View({"song.json", "--audio", "link", "-o", "-", "--as", "html"}).output,
+                HasSubstr("\"sound\":\"a%20b.wav\""));
+}
+
+TEST_F(ViewTool, RefusesToEmbedMoreThanAPageTakes) {
+    const std::filesystem::path media = folder_.Write("a.wav", "RIFF");
+    std::filesystem::resize_file(media, (std::uintmax_t{256} << 20) + 1);
+    folder_.Write("song.json", SongThatPlays(media));
+    const Outcome outcome =
+        View({"song.json", "--audio", "embed", "-o", "song.html", "--no-waveforms"});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("the media have 257 MiB, and a page takes 256 MiB"));
+    EXPECT_THAT(outcome.errors, HasSubstr("--audio link"));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "song.html"));
+}
+
+TEST_F(ViewTool, OnlyThePageOfOneSessionIsHeard) {
+    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
+             {"song.orvo", "-o", "song.svg", "--audio", "embed"},
+             {"song.orvo", "song.orvo", "-o", "song.html", "--audio", "embed"}}) {
+        const Outcome outcome = View(words);
+        EXPECT_EQ(outcome.exitCode, 2);
+        EXPECT_THAT(outcome.errors, HasSubstr("--audio is for the page of one session"));
+    }
+    EXPECT_EQ(View({"song.orvo", "-o", "song.html", "--audio", "loud"}).exitCode, 2);
 }
 
 TEST_F(ViewTool, ReportsThatTheSystemShowsNoPages) {

@@ -232,6 +232,39 @@ TEST(ChangeLayout, MarksWhatBecameOfClips) {
     EXPECT_EQ(layout.notes.size(), 3u);
 }
 
+/// The box that a note leads to, such as "moves 60"; empty for none.
+std::string TargetOf(const Layout& layout, const orvo::LayoutNote& note) {
+    if (!note.row || !note.box) {
+        return note.row ? layout.rows[*note.row].name : "";
+    }
+    const orvo::LayoutBox& box = layout.rows[*note.row].boxes[*note.box];
+    return box.name + " " + std::to_string(box.start);
+}
+
+TEST(ChangeLayout, NotesLeadToWhatChanged) {
+    Session before =
+        SessionOf({{.id = 1, .fileId = 1, .duration = 10, .name = "stays"},
+                   {.id = 2, .fileId = 1, .duration = 7, .startPoint = 90, .name = "goes"},
+                   {.id = 3, .fileId = 2, .duration = 10, .startPoint = 40, .name = "moves"}});
+    before.files = {{.id = 1, .path = "/a.wav"}, {.id = 2, .path = "/b.wav"}};
+    Session after = before;
+    std::vector<AudioClip>& clips = after.audioTracks[0].clips;
+    clips.erase(clips.begin() + 1);
+    clips[1].startPoint = 60;
+    after.audioTracks[0].name = "Percussion";
+    after.sampleRate = before.sampleRate + 1;
+    before.audioTracks.push_back(
+        {.id = 9, .index = 1, .kind = orvo::TrackKind::Bus, .name = "Old"});
+    const Layout layout = orvo::MakeChangeLayout(before, after);
+    std::vector<std::string> targets;
+    for (const orvo::LayoutNote& note : layout.notes) {
+        EXPECT_NE(note.sentence, "");
+        targets.push_back(TargetOf(layout, note));
+    }
+    EXPECT_THAT(targets,
+                testing::UnorderedElementsAre("", "Old", "Percussion", "goes 90", "moves 60"));
+}
+
 TEST(ChangeLayout, ShowsTracksThatWentAndMarksThoseThatCame) {
     Session before = SessionOf({{.id = 1, .duration = 10, .name = "kept"}});
     Session after = before;

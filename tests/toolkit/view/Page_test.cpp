@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "tests/support/TemporaryFolder.h"
 #include "toolkit/view/page/PageData.h"
 #include "toolkit/view/page/PageTemplate.h"
 #include "toolkit/view/page/PageText.h"
@@ -74,8 +76,9 @@ std::size_t CountIn(std::string_view text, std::string_view part) {
 }
 
 TEST(Page, TheTemplateHasEachMarkOnce) {
-    for (const std::string_view mark : {orvo::page::kConnectMark, orvo::page::kTitleMark,
-                                        orvo::page::kPictureMark, orvo::page::kSessionMark}) {
+    for (const std::string_view mark :
+         {orvo::page::kConnectMark, orvo::page::kTitleMark, orvo::page::kPictureMark,
+          orvo::page::kSessionMark, orvo::page::kSoundsMark}) {
         EXPECT_EQ(CountIn(orvo::page::kTemplate, mark), 1U) << mark;
     }
 }
@@ -95,6 +98,84 @@ TEST(Page, OnlyAPageThatWatchesItsServerMayAskIt) {
     const std::string page = MakePage(SmallLayout(), {}, {}, {.watch = "state?file=a"});
     EXPECT_THAT(page, HasSubstr("connect-src 'self'"));
     EXPECT_EQ(json::parse(BlockOf(page, "picture"))["watch"], "state?file=a");
+}
+
+/// A layout whose first media are a file that is there.
+orvo::Layout LayoutWithMedia(const std::filesystem::path& path) {
+    orvo::Layout layout = SmallLayout();
+    layout.media[0].path = path;
+    layout.media.push_back({.id = 3, .path = path, .found = true});
+    return layout;
+}
+
+TEST(Page, HearsWhatAudioClipsPlayAndIsThere) {
+    const test::TemporaryFolder folder;
+    const orvo::Layout layout = LayoutWithMedia(folder.Write("a.wav", "RIFF"));
+    EXPECT_THAT(orvo::MediaToHear(layout), testing::ElementsAre(0U));
+    std::filesystem::remove(folder / "a.wav");
+    EXPECT_THAT(orvo::MediaToHear(layout), testing::IsEmpty());
+}
+
+TEST(Page, EmbedsMediaAsBase64) {
+    const test::TemporaryFolder folder;
+    const std::string content(std::size_t{3} << 18, 'a');
+    const orvo::Layout layout = LayoutWithMedia(folder.Write("a.wav", content + "bc"));
+    const std::string page = MakePage(layout, {}, {}, {.audio = orvo::PageAudio::Embedded});
+    const json data = json::parse(BlockOf(page, "picture"));
+    EXPECT_EQ(data["audio"], true);
+    EXPECT_EQ(data["media"][0]["sound"], "#sound-0");
+    EXPECT_FALSE(data["media"][2].contains("sound")) << "no clip plays it";
+    std::string sound(BlockOf(page, "sound-0"));
+    std::erase(sound, '\n');
+    std::string expected;
+    for (std::size_t i = 0; i < content.size(); i += 3) {
+        expected += "YWFh";
+    }
+    EXPECT_TRUE(sound == expected + "YmM=");
+    EXPECT_THAT(page, HasSubstr("connect-src 'none'"));
+    EXPECT_EQ(CountIn(page, "id=\"sound-"), 1U);
+}
+
+TEST(Page, LinksMediaUnderTheGivenAddresses) {
+    const std::string page =
+        MakePage(SmallLayout(), {}, {},
+                 {.audio = orvo::PageAudio::Linked, .mediaAddresses = {"media/a%20b.wav"}});
+    const json data = json::parse(BlockOf(page, "picture"));
+    EXPECT_EQ(data["media"][0]["sound"], "media/a%20b.wav");
+    EXPECT_FALSE(data["media"][1].contains("sound"));
+    EXPECT_THAT(page, HasSubstr("connect-src 'self'"));
+    EXPECT_EQ(CountIn(page, "id=\"sound-"), 0U);
+}
+
+TEST(Page, WithoutAudioNothingIsHeard) {
+    const std::string page = MakePage(SmallLayout(), {}, {}, {.mediaAddresses = {"a.wav"}});
+    const json data = json::parse(BlockOf(page, "picture"));
+    EXPECT_EQ(data["audio"], false);
+    EXPECT_FALSE(data["media"][0].contains("sound"));
+}
+
+TEST(Page, TellsWhatChanged) {
+    EXPECT_EQ(DataOfSmallLayout()["compared"], false);
+    EXPECT_EQ(DataOfSmallLayout()["boxes"]["change"], -1);
+    orvo::Layout layout = SmallLayout();
+    layout.rows[0].change = orvo::LayoutChange::Same;
+    layout.rows[1].change = orvo::LayoutChange::Added;
+    layout.rows[1].boxes.push_back({.change = orvo::LayoutChange::Added});
+    layout.rows[0].boxes[0].change = orvo::LayoutChange::Former;
+    layout.notes = {
+        {.sentence = kHostile, .row = 1, .box = 0}, {.sentence = "b", .row = 0}, {.sentence = "c"}};
+    const json data = json::parse(orvo::page::DataOf(layout, {}, {}));
+    EXPECT_EQ(data["compared"], true);
+    EXPECT_EQ(data["rows"]["change"], json({0, 1}));
+    EXPECT_EQ(data["boxes"]["change"], json({5, -1, 1}));
+    EXPECT_EQ(data["changes"][5]["word"], "was here");
+    EXPECT_EQ(data["changes"][1]["hue"], 130);
+    EXPECT_EQ(data["changes"][0]["hue"], -1);
+    EXPECT_EQ(data["notes"][0]["sentence"], kHostile);
+    EXPECT_EQ(data["notes"][0]["box"], 2);
+    EXPECT_EQ(data["notes"][1]["row"], 0);
+    EXPECT_EQ(data["notes"][1]["box"], -1);
+    EXPECT_EQ(data["notes"][2]["row"], -1);
 }
 
 TEST(Page, ColumnsHoldOneValueWhereAllAreEqual) {

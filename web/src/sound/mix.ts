@@ -273,9 +273,11 @@ export function unheardOf(mix: Mix, session: SessionText): string[] {
         [count(audio, (box) => picture.has(box, BoxFlag.offline)), "offline clip", "offline clips"],
         [count(audio, (box) => isMissing(picture, box)), "clip without its media", "clips without their media"],
         [count(tracks, (track) => track["preRendered"] === true), "rendered file in place of a track", "rendered files in place of tracks"],
-        [session.at("/metronome/enabled") === true ? 1 : 0, "metronome", ""],
     ];
     const texts = lines.filter(([number]) => number > 0).map(([number, one, many]) => `${number} ${number === 1 ? one : many}`);
+    if (session.at("/metronome/enabled") === true) {
+        texts.push("the metronome");
+    }
     const stretched = count(audio, (box) => isPitchKept(mix.clipOf(box)["clipStretch"]));
     if (stretched > 0) {
         texts.push(`the pitch of ${stretched} stretched ${stretched === 1 ? "clip" : "clips"}`);

@@ -48,6 +48,6 @@ export const ICONS = {
     help: "M7.5 7.5a2.5 2.5 0 1 1 3.6 2.2c-.8.4-1.1.9-1.1 1.8M10 14.5v.1",
     panel: "M3 4h14v12H3zM12.5 4v12",
     play: "M6.5 4.5v11l9-5.5z",
-    pause: "M7 5v10M13 5v10",
+    pause: "M6.5 5h1.5v10H6.5zM12 5h1.5v10H12z",
     stop: "M5.5 5.5h9v9h-9z",
 };

@@ -1,6 +1,7 @@
 import assert from "node:assert/strict";
 import test from "node:test";
 import { Indexes, keyframeAt } from "../../src/cull";
+import { boxStates, rowStates } from "../../src/describe";
 import { BoxFlag } from "../../src/picture";
 import { Stack } from "../../src/stack";
 import { sketch } from "./sketch";
@@ -40,6 +41,22 @@ void test("things are found by their paths", () => {
     assert.deepEqual(picture.find("/a/audioClips/1"), { row: 0, box: 1 });
     assert.deepEqual(picture.find("/b"), { row: 1, box: -1 });
     assert.equal(picture.find("/a/audioClips/9"), null);
+});
+
+void test("what only the first session has is told apart", () => {
+    const { wire } = sketch();
+    const picture = sketch({ rows: { ...wire.rows, change: [0, 2] }, boxes: { ...wire.boxes, change: [0, 3, 5, 2] } });
+    assert.deepEqual([0, 1, 2, 3].map((box) => picture.isGone(box)), [false, false, true, true]);
+    assert.equal(picture.rows[1]!.path, "/before/b");
+    assert.equal(picture.boxPath(1), "/a/audioClips/1");
+    assert.equal(picture.boxPath(2), "/a/before/audioClips/2");
+    for (let box = 0; box < 4; box += 1) {
+        assert.deepEqual(picture.find(picture.boxPath(box)), { row: 0, box });
+    }
+    assert.deepEqual(picture.find("/before/b"), { row: 1, box: -1 });
+    assert.deepEqual(boxStates(picture, 1), ["moved", "muted"]);
+    assert.deepEqual(rowStates(picture, picture.rows[1]!), ["removed"]);
+    assert.deepEqual(boxStates(sketch(), 0).includes(""), false);
 });
 
 void test("an index finds what touches a range, and what lies in front", () => {
