@@ -1,13 +1,15 @@
 // Opens pages in Chromium and uses them as a reader does.
 //
-//     ORVO=path/to/orvo [SHOTS=folder] node test/browser.mjs
+//     ORVO=path/to/orvo [SHOTS=folder] [APPROVE=1] node test/browser.mjs
 //
-// SHOTS takes pictures of all pages, to be looked at.
+// SHOTS takes pictures of all pages, to be looked at; APPROVE takes those with which pages are compared.
 import assert from "node:assert/strict";
 import { copyFileSync, mkdirSync, renameSync, writeFileSync } from "node:fs";
 import path from "node:path";
 import { test } from "node:test";
 import { audit, exampleOf, folder, jsonOf, open, pageOf, placeOf, run, serve, settled, shoot } from "./browser/support.mjs";
+import "./browser/changed.mjs";
+import "./browser/pictures.mjs";
 import "./browser/sound.mjs";
 
 const examples = ["radio-spot", "spoken-word", "music", "picture", "sound-library"];

@@ -133,7 +133,7 @@ TEST(Page, EmbedsMediaAsBase64) {
     }
     EXPECT_TRUE(sound == expected + "YmM=");
     EXPECT_THAT(page, HasSubstr("connect-src 'none'"));
-    EXPECT_EQ(CountIn(page, "id=\"sound-"), 1U);
+    EXPECT_EQ(CountIn(page, "octet-stream"), 1U);
 }
 
 TEST(Page, LinksMediaUnderTheGivenAddresses) {
@@ -144,7 +144,7 @@ TEST(Page, LinksMediaUnderTheGivenAddresses) {
     EXPECT_EQ(data["media"][0]["sound"], "media/a%20b.wav");
     EXPECT_FALSE(data["media"][1].contains("sound"));
     EXPECT_THAT(page, HasSubstr("connect-src 'self'"));
-    EXPECT_EQ(CountIn(page, "id=\"sound-"), 0U);
+    EXPECT_EQ(CountIn(page, "octet-stream"), 0U);
 }
 
 TEST(Page, WithoutAudioNothingIsHeard) {

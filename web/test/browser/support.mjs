@@ -65,6 +65,13 @@ export function pageOf(name, session, ...options) {
     return page;
 }
 
+/** Makes the page of what changed between two sessions. */
+export function pageOfTwo(name, before, after) {
+    const page = path.join(folder, `${name}.html`);
+    run("view", fileOf(`${name}-before`, before), fileOf(`${name}-after`, after), "-o", page);
+    return page;
+}
+
 export const exampleOf = (name) => path.join(root, "examples", name, `${name}.orvo`);
 export const jsonOf = (name) => JSON.parse(readFileSync(path.join(root, "examples", name, `${name}.json`), "utf8"));
 
