@@ -47,7 +47,6 @@ for (const { name, make, ...options } of pictures) {
         await open(
             make(),
             async (page) => {
-                await page.evaluate(() => document.fonts.ready);
                 await settled(page);
                 const taken = await page.screenshot();
                 const file = path.join(APPROVED, `${name}.png`);

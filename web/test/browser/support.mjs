@@ -113,7 +113,8 @@ function watchWork() {
  */
 export async function open(file, use, { fragment = "", init = null, ...options } = {}) {
     const address = file.startsWith("http:") ? file : pathToFileURL(file).href;
-    const context = await browser.newContext({ viewport: size, colorScheme: "dark", ...options });
+    // Nothing that moves may be seen half-way.
+    const context = await browser.newContext({ viewport: size, colorScheme: "dark", reducedMotion: "reduce", ...options });
     const page = await context.newPage();
     const complaints = [];
     page.on("console", (message) => complaints.push(message.text()));
