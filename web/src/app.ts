@@ -558,7 +558,9 @@ export class App {
 
     private onKey(event: KeyboardEvent): void {
         const target = event.target;
-        if (event.ctrlKey || event.metaKey || event.altKey || target instanceof HTMLInputElement) {
+        // A slider takes all keys but the space bar.
+        const isTaken = target instanceof HTMLInputElement && !(target.type === "range" && event.key === " ");
+        if (event.ctrlKey || event.metaKey || event.altKey || isTaken) {
             return;
         }
         if (get("keys", HTMLDialogElement).open) {

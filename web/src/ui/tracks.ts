@@ -174,7 +174,8 @@ export class TrackList {
             Home: 0,
             End: slots.length - 1,
         };
-        if (event.key === "Enter" || event.key === " ") {
+        // Where there is something to hear, the space bar plays.
+        if (event.key === "Enter" || (event.key === " " && !this.switches)) {
             this.choose(this.roving);
         } else if (event.key in places) {
             const slot = slots[Math.min(Math.max(0, places[event.key]!), slots.length - 1)];

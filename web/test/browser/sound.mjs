@@ -132,6 +132,48 @@ test("clips sound where they lie, with their gains and fades", async () => {
     });
 });
 
+/** Two clips that lie one upon the other between one and two seconds, and a pan. */
+const overlapped = (isFaded) => ({
+    ...session,
+    duration: at(3),
+    audioTracks: [
+        {
+            id: 1,
+            audioChannelType: "stereo",
+            trackPan: control(0, [{ value: 0, sampleOffset: at(2.5) }, { value: -1, sampleOffset: at(2.75) }]),
+            audioClips: [
+                {
+                    id: 1,
+                    fileID: 1,
+                    duration: at(2),
+                    ...(isFaded && { crossFadeTailClipID: 2, fadeOut: { startPoint: at(1), endPoint: at(2), type: "cosine" } }),
+                },
+                {
+                    id: 2,
+                    fileID: 1,
+                    startPoint: at(1),
+                    duration: at(2),
+                    ...(isFaded && { crossFadeHeadClipID: 1, fadeIn: { startPoint: 0, endPoint: at(1), type: "cosine" } }),
+                },
+            ],
+        },
+    ],
+});
+
+test("clips fade into each other, or the one in front is heard", async () => {
+    for (const isFaded of [true, false]) {
+        await open(pageOf(`overlapped-${isFaded}`, overlapped(isFaded), "--audio", "embed"), async (tab) => {
+            const levels = await hear(tab, [0.5, 1.25, 1.5, 1.75, 2.25, 2.9]);
+            levels.slice(0, 5).forEach((level, i) => near(level, both(1), `never louder nor softer: ${i}`));
+            near(levels[5], [LEVEL[0] + LEVEL[1], 0], "at the left");
+        });
+    }
+    const all = { ...overlapped(false), mixingOptionState: { playOverlappingClips: true } };
+    await open(pageOf("overlapped-all", all, "--audio", "embed"), async (tab) => {
+        near((await hear(tab, [1.5]))[0], both(2), "both at once");
+    });
+});
+
 test("mutes and solos silence tracks", async () => {
     await open(pageOf("switched", session, "--audio", "embed"), async (tab) => {
         const times = [1.5, 4.2];
@@ -219,6 +261,8 @@ test("the transport plays, pauses, places and stops, and follows mutes and solos
             assert.match(await page.locator("#status").textContent(), /^Long is muted/u);
             await page.keyboard.press("m");
             await isLoud(page);
+            await page.keyboard.press("b");
+            await page.waitForFunction(() => document.getElementById("clock").textContent < "0:00:50");
             await page.locator(".track", { hasText: "Other" }).click();
             await page.click("#switch-solo");
             await isSilent(page);
@@ -232,6 +276,11 @@ test("the transport plays, pauses, places and stops, and follows mutes and solos
             await page.keyboard.press("Home");
             await isSilent(page);
             assert.equal(await page.locator("#volume-text").textContent(), "silent");
+            await page.keyboard.press("Space");
+            assert.equal(await page.locator("#play").getAttribute("aria-label"), "Play", "the space bar pauses also from the slider");
+            await page.locator(".track").first().focus();
+            await page.keyboard.press("Space");
+            await page.waitForSelector('#play[aria-label="Pause"]');
         },
         { init: listen },
     );
