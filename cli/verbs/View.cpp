@@ -108,6 +108,7 @@ public:
     explicit Drawing(const ViewOptions& options)
         : options_(options),
           layoutOptions_(options.layout),
+          waveformOptions_{.width = options.draw.width},
           progress_("sessions", PhasesOf(options.files)) {
         layoutOptions_.lanes = !options.noLanes && !options.contactSheet;
     }
@@ -127,7 +128,9 @@ public:
         return orvo::DrawSvg(*scene->layout, scene->waveforms, draw);
     }
 
+    /// Its reader may look closer, so it has the sounds as a whole.
     ExitCode SaveAsPage(const Output& out) {
+        waveformOptions_.width.reset();
         const std::optional<Scene> scene = ReadOneOrTwo();
         if (!scene) {
             return ExitCode::Failure;
@@ -163,7 +166,7 @@ private:
             return {};
         }
         const Progress::Phase listening = progress_.Begin(kListening, name);
-        return orvo::ReadWaveforms(layout);
+        return orvo::ReadWaveforms(layout, waveformOptions_);
     }
 
     /// What is drawn. It points to what is left to the system.
@@ -228,6 +231,7 @@ private:
 
     const ViewOptions& options_;
     orvo::LayoutOptions layoutOptions_;
+    orvo::WaveformOptions waveformOptions_;
     Progress progress_;
     bool isWhole_ = true;
 };

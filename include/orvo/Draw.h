@@ -23,21 +23,47 @@ struct Peak {
     float highest = 0;
 };
 
+/// Peaks that follow each other.
+struct PeakRun {
+    std::uint64_t first = 0;  ///< how many peaks of the file come before
+    std::vector<Peak> peaks{};
+};
+
 /// A sound file in little.
 struct Waveform {
     std::uint32_t sampleRate = 0;
     std::uint64_t frames = 0;         ///< samples of each channel
-    std::uint32_t framesPerPeak = 1;  ///< the last peak may stand for fewer
-    std::vector<Peak> peaks{};
+    std::uint32_t framesPerPeak = 1;  ///< the file's last peak may stand for fewer
+    std::vector<PeakRun> runs{};      ///< what is known of the file, in order and apart
+
+    /// The lowest and highest value from one frame up to another, and a little around them; none
+    /// where nothing is known.
+    ORVO_API std::optional<Peak> Span(double begin, double end) const;
+
+    /// The peaks of the whole file; null if they are not known.
+    ORVO_API const std::vector<Peak>* Whole() const;
+};
+
+struct WaveformOptions {
+    /// Of the picture in pixels. Only what is in the layout's range is read, as finely as such a
+    /// picture needs it. None: whole files, 65,536 peaks each or 10 a second, whichever is more; if
+    /// there are many files, fewer, and four million in all.
+    std::optional<double> width{};
+    /// A folder where peaks of long files are kept and found again; empty: none. Files in it whose
+    /// sound has another size or time by now, or that are damaged, are replaced. What cannot be
+    /// saved is read anew the next time.
+    std::string cache{};
+    /// Asked now and then, in any thread; true ends the read.
+    std::function<bool()> isStopped{};
 };
 
 /// Reads the layout's sound files, several at a time. Opens regular files only. A file system that
 /// does not answer within ten seconds counts as one without the file.
-/// @param isStopped  asked now and then, in any thread; true ends the read
 /// @return for each file in `Layout::media` its waveform; none if it is missing, cannot be read, is
-///         not a sound, or the read was stopped
-ORVO_API std::vector<std::optional<Waveform>> ReadWaveforms(
-    const Layout& layout, const std::function<bool()>& isStopped = {});
+///         not a sound, or the read was stopped, and given a width also if no clip in the range
+///         plays it. The same with a cache and without
+ORVO_API std::vector<std::optional<Waveform>> ReadWaveforms(const Layout& layout,
+                                                            const WaveformOptions& options = {});
 
 enum class Theme {
     Light,

@@ -20,9 +20,11 @@
 /// session.
 ///
 /// What the format leaves to the application is drawn so: a hue is an angle in degrees, and a
-/// negative one is no colour; levels are in dB; pans run from -1 at the left to 1 at the right; a
-/// fade counts from its end of the clip, and its `shape` is ignored; a stretch ratio is the length
-/// on the timeline by the length in the media; automation of a clip counts from its start.
+/// negative one is no colour, nor is the default of the model, which a clip or group has whose file
+/// stores none (red is 360 there); a clip without a colour takes that of its track; levels are in
+/// dB; pans run from -1 at the left to 1 at the right; a fade counts from its end of the clip, and
+/// its `shape` is ignored; a stretch ratio is the length on the timeline by the length in the
+/// media; automation of a clip counts from its start.
 ///
 /// All functions may run in any number of threads and throw nothing but std::bad_alloc.
 namespace orvo {
@@ -82,7 +84,7 @@ struct LayoutBox {
     std::string name{};
     std::int64_t start = 0;
     std::int64_t end = 0;                ///< the first sample beyond; not before `start`
-    std::optional<double> hue{};         ///< from 0 to below 360; none: no colour
+    std::optional<double> hue{};         ///< from 0 to below 360; none: that of its row
     std::optional<std::size_t> media{};  ///< in `Layout::media`
     std::int64_t sourceStart = 0;        ///< in the media, in samples of the session's rate
     double speed = 1;                    ///< samples of the media to one of the timeline
@@ -92,8 +94,8 @@ struct LayoutBox {
     bool offline = false;
     bool locked = false;
     bool selected = false;
-    std::size_t takes = 0;
-    std::size_t effects = 0;  ///< in its rack
+    std::vector<std::int64_t> takes{};  ///< where each begins in the media, like `sourceStart`
+    std::size_t effects = 0;            ///< in its rack
     std::optional<LayoutFade> fadeIn{};
     std::optional<LayoutFade> fadeOut{};
     std::optional<std::size_t> crossfadesInto{};  ///< the box of the same row that it fades into
@@ -109,8 +111,8 @@ struct LayoutRow {
     std::string path{};  ///< of the track in the session's JSON, such as "/audioTracks/0"
     std::string name{};
     ChannelType channels = ChannelType::NotSaid;
-    std::string output{};  ///< the track or port that it feeds, by name; empty: nowhere
-    std::optional<double> hue{};
+    std::string output{};         ///< the track or port that it feeds, by name; empty: nowhere
+    std::optional<double> hue{};  ///< from 0 to below 360; none: no colour
     bool muted = false;
     bool solo = false;
     bool armed = false;

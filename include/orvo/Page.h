@@ -51,7 +51,7 @@ ORVO_API std::vector<std::size_t> MediaToHear(const Layout& layout);
 
 /// Writes the page in blocks. Reads media to be embedded; those that cannot be read are not heard.
 /// @param session    that the layout was made of; its JSON is what the page shows of a thing
-/// @param waveforms  those of `Layout::media`; may be fewer
+/// @param waveforms  those of `Layout::media`, of whole files; may be fewer
 ORVO_API void MakePage(const Layout& layout, const Session& session,
                        const std::vector<std::optional<Waveform>>& waveforms, const TextSink& sink,
                        const PageOptions& options = {});

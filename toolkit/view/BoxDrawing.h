@@ -1,8 +1,8 @@
 #pragma once
 
-#include <optional>
+#include <string>
 
-#include <orvo/Draw.h>
+#include "toolkit/view/Scene.h"
 #include "toolkit/view/SvgCanvas.h"
 
 namespace toolkit {
@@ -11,48 +11,47 @@ namespace toolkit {
 struct BoxPlace {
     Area part;    ///< what can be seen of it
     double left;  ///< of the whole box, in the coordinates of the part; 0 or less
-    double pixelsPerSample;
-    bool isSmall;  ///< has no texts over its waveform
 };
 
 /// Draws what is in a clip's box. The canvas has begun a part for what can be seen of the box.
 class BoxDrawing {
 public:
-    /// @param waveform  null: none
-    BoxDrawing(SvgCanvas& canvas, const orvo::Layout& layout, const orvo::LayoutBox& box,
-               const orvo::Waveform* waveform, const HueColours& hue, const ThemeColours& theme,
-               const BoxPlace& place);
+    BoxDrawing(SvgCanvas& canvas, Scene& scene, const orvo::LayoutRow& row,
+               const orvo::LayoutBox& box, const BoxPlace& place);
 
     void Draw() const;
+
+    /// How high the bar with the name is in a box of a height; 0: it has none.
+    static double HeadHeight(double height);
 
 private:
     double Whole(std::int64_t samples) const;
     bool IsMissing() const;
-    double NameHeight() const;
+    bool HasText() const;
+    void DrawInside() const;
     void DrawBody() const;
-    void DrawWave() const;
-    void DrawPicture() const;
+    void DrawStack() const;
+    void DrawHead() const;
+    void DrawWave(const orvo::Waveform& waveform) const;
+    void DrawPerforation() const;
+    void DrawStaves() const;
     void DrawHatch() const;
     void DrawFade(const orvo::LayoutFade& fade, bool isIn) const;
+    void DrawLanes() const;
     void DrawText() const;
     void DrawChange() const;
     void DrawGroup() const;
-    std::string Marks() const;
+    std::vector<std::string> Marks() const;
 
     SvgCanvas& canvas_;
-    const orvo::Layout& layout_;
+    Scene& scene_;
     const orvo::LayoutBox& box_;
-    const orvo::Waveform* waveform_;
     const HueColours& hue_;
-    const ThemeColours& theme_;
-    Area part_;
     double left_;
-    double width_ = 0;  // of the whole box
-    double pixelsPerSample_;
-    bool isSmall_;
+    double width_;   // of the whole box
+    double end_;     // of what can be seen
+    double height_;  // without the stack below
+    double head_;
 };
-
-/// A clip's name, or else that of its media file.
-std::string NameOf(const orvo::Layout& layout, const orvo::LayoutBox& box);
 
 }  // namespace toolkit

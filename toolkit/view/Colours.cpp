@@ -82,6 +82,7 @@ Colour Mixed(Tone tone, double angle) {
 
 struct Tones {
     Tone body;
+    Tone bar;
     Tone edge;
     Tone wave;
     Tone text;
@@ -89,12 +90,12 @@ struct Tones {
 };
 
 const Tones& TonesOf(orvo::Theme theme) {
-    static constexpr Tones kLight = {
-        {0.90, 0.055}, {0.68, 0.11}, {0.58, 0.12}, {0.32, 0.07}, {0.70, 0.14}};
-    static constexpr Tones kDark = {
-        {0.37, 0.060}, {0.56, 0.10}, {0.74, 0.11}, {0.94, 0.03}, {0.70, 0.13}};
-    static constexpr Tones kPrint = {
-        {0.97, 0.015}, {0.55, 0.06}, {0.55, 0.06}, {0.20, 0.02}, {0.60, 0.10}};
+    static constexpr Tones kLight = {{0.92, 0.045}, {0.84, 0.085}, {0.68, 0.11},
+                                     {0.58, 0.12},  {0.32, 0.07},  {0.70, 0.14}};
+    static constexpr Tones kDark = {{0.34, 0.055}, {0.44, 0.080}, {0.56, 0.10},
+                                    {0.74, 0.11},  {0.94, 0.03},  {0.70, 0.13}};
+    static constexpr Tones kPrint = {{0.98, 0.010}, {0.93, 0.025}, {0.55, 0.06},
+                                     {0.55, 0.06},  {0.20, 0.02},  {0.60, 0.10}};
     switch (theme) {
         case orvo::Theme::Light:
             break;
@@ -171,16 +172,16 @@ const ThemeColours& ColoursOf(orvo::Theme theme) {
     return kLightTheme;
 }
 
-HueColours ColoursOf(orvo::Theme theme, std::optional<double> hue) {
+HueColours ColoursOf(orvo::Theme theme, double hue) {
     const Tones& tones = TonesOf(theme);
-    const double angle = AngleOf(PureColour(hue.value_or(220)));
-    constexpr double kAlmostGrey = 0.2;
-    const auto mixed = [&](Tone tone) {
-        tone.chroma *= hue ? 1 : kAlmostGrey;
-        return Mixed(tone, angle);
-    };
-    return {mixed(tones.body), mixed(tones.edge), mixed(tones.wave), mixed(tones.text),
-            mixed(tones.stripe)};
+    const double angle = AngleOf(PureColour(hue));
+    const auto mixed = [angle](const Tone& tone) { return Mixed(tone, angle); };
+    return {.body = mixed(tones.body),
+            .bar = mixed(tones.bar),
+            .edge = mixed(tones.edge),
+            .wave = mixed(tones.wave),
+            .text = mixed(tones.text),
+            .stripe = mixed(tones.stripe)};
 }
 
 }  // namespace toolkit

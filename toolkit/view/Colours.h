@@ -1,9 +1,7 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
-
 #include <orvo/Draw.h>
+#include <cstdint>
 
 namespace toolkit {
 
@@ -19,9 +17,10 @@ struct Colour {
 /// What things in a session's colour are drawn in: equally bright for every hue.
 struct HueColours {
     Colour body;    ///< of a clip
+    Colour bar;     ///< behind its name
     Colour edge;    ///< around it
     Colour wave;    ///< the sound in it, curves
-    Colour text;    ///< on the body
+    Colour text;    ///< on the body and the bar
     Colour stripe;  ///< beside the name of a track
 };
 
@@ -44,7 +43,7 @@ struct ThemeColours {
 
 const ThemeColours& ColoursOf(orvo::Theme theme);
 
-/// @param hue  in degrees as in the HSV model; none: grey
-HueColours ColoursOf(orvo::Theme theme, std::optional<double> hue);
+/// @param hue  in degrees as in the HSV model
+HueColours ColoursOf(orvo::Theme theme, double hue);
 
 }  // namespace toolkit

@@ -46,7 +46,8 @@ std::string DrawContactSheet(const std::vector<SheetPicture>& pictures,
                                    .height = cellHeight,
                                    .theme = options.theme,
                                    .isSmall = true};
-        toolkit::Picture(pictures[i].layout, pictures[i].waveforms, small).Draw(canvas);
+        toolkit::Scene scene(pictures[i].layout, pictures[i].waveforms, small);
+        toolkit::Picture(scene).Draw(canvas);
         canvas.End();
     }
     return canvas.Take();

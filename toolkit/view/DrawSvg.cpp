@@ -1,5 +1,6 @@
 #include <orvo/Draw.h>
 
+#include "toolkit/view/Facts.h"
 #include "toolkit/view/Picture.h"
 #include "toolkit/view/SvgCanvas.h"
 
@@ -7,10 +8,11 @@ namespace orvo {
 
 std::string DrawSvg(const Layout& layout, const std::vector<std::optional<Waveform>>& waveforms,
                     const DrawOptions& options) {
-    const toolkit::Picture picture(layout, waveforms, options);
-    toolkit::SvgCanvas canvas(picture.Width(), picture.Height(), picture.Title(),
-                              picture.Description());
-    picture.Draw(canvas);
+    toolkit::Scene scene(layout, waveforms, options);
+    toolkit::SvgCanvas canvas(scene.frame.width, scene.frame.height,
+                              options.title.empty() ? "A session" : options.title,
+                              toolkit::DescriptionOf(layout));
+    toolkit::Picture(scene).Draw(canvas);
     return canvas.Take();
 }
 

@@ -27,9 +27,16 @@ using toolkit::SaturatingDifference;
 using toolkit::SaturatingSum;
 using toolkit::TrackSummary;
 
-std::optional<double> HueOf(double hue) {
+std::optional<double> AngleOf(double hue) {
     constexpr double kCircle = 360;
     return hue >= 0 && std::isfinite(hue) ? std::optional(std::fmod(hue, kCircle)) : std::nullopt;
+}
+
+/// What stores no hue has the default one, which is not a choice of colour.
+template <class Thing>
+std::optional<double> HueOf(const Thing& thing) {
+    static const double kDefault = Thing().hue;
+    return thing.hue != kDefault ? AngleOf(thing.hue) : std::nullopt;
 }
 
 RowKind KindOf(const std::optional<TrackKind>& kind) {
@@ -128,7 +135,7 @@ private:
             for (const ClipGroupItem& item : group.items) {
                 groups_.try_emplace({item.trackId, item.clipId}, layout_.groups.size());
             }
-            layout_.groups.push_back({group.id, group.name, HueOf(group.hue)});
+            layout_.groups.push_back({group.id, group.name, HueOf(group)});
         }
     }
 
@@ -156,7 +163,7 @@ private:
                 .name = track.name,
                 .channels = summary.audioChannelType,
                 .output = std::move(summary.output),
-                .hue = HueOf(track.hue),
+                .hue = HueOf(track),
                 .muted = summary.muted,
                 .solo = summary.solo,
                 .armed = summary.recordArmed,
@@ -200,7 +207,7 @@ private:
                           .name = clip.name,
                           .start = clip.startPoint,
                           .end = end,
-                          .hue = HueOf(clip.hue),
+                          .hue = HueOf(clip),
                           .sourceStart = clip.sourceInPoint,
                           .locked = clip.lockedInTime,
                           .selected = clip.selected};
@@ -232,7 +239,7 @@ private:
         box.looped = clip.looped;
         box.offline = clip.offline;
         box.muted = toolkit::IsSwitchedOn(clip.mute);
-        box.takes = clip.takes.size();
+        box.takes = clip.takes;
         box.effects = EffectsIn(clip.effectsRack);
         if (clip.stretch && clip.stretch->stretchMode != StretchMode::Off) {
             const double ratio = clip.stretch->stretchRatio;

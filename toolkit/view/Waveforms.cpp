@@ -1,103 +1,174 @@
 #include <orvo/Draw.h>
 
-#include <sndfile.h>
-
 #include <algorithm>
 #include <atomic>
-#include <memory>
+#include <bit>
+#include <cmath>
+#include <iterator>
 #include <thread>
 #include <variant>
 
+#include "toolkit/FileContent.h"
 #include "toolkit/media/MediaProperties.h"
+#include "toolkit/view/PeakCache.h"
+#include "toolkit/view/PeakReader.h"
+#include "toolkit/view/ShownFrames.h"
 
 namespace orvo {
 namespace {
 
-using SoundFile = std::unique_ptr<SNDFILE, decltype(&sf_close)>;
+using toolkit::MediaProperties;
+using toolkit::ShownFrames;
 
-/// Enough for a picture of any sensible width.
-constexpr std::uint64_t kMostPeaks = 1 << 16;
+constexpr std::uint64_t kUsualPeaks = 1 << 16;
+constexpr std::uint64_t kPeaksPerSecond = 10;
+constexpr std::uint64_t kPeaksOfAll = 1 << 22;
+constexpr std::uint64_t kMostFrames = std::uint64_t{1} << 48;  // more is a damaged header
+constexpr std::uint64_t kFewestPeaks = 1 << 10;
+constexpr std::uint64_t kLong = 1 << 18;  // frames; what is shorter is read as quickly as a cache
 
-constexpr std::size_t kBlockFrames = 1 << 14;
+/// How fine the peaks of a whole file are.
+std::uint32_t WholeResolution(const MediaProperties& sound) {
+    const std::uint64_t seconds = sound.frames / std::max<std::uint32_t>(sound.sampleRate, 1);
+    const std::uint64_t peaks = std::clamp(seconds * kPeaksPerSecond, kUsualPeaks, kPeaksOfAll);
+    return static_cast<std::uint32_t>(std::bit_ceil((sound.frames + peaks - 1) / peaks));
+}
 
-/// Takes sound, block by block.
-class PeakCounter {
+/// Reads one file after the other; may be used by several threads.
+class Reading {
 public:
-    PeakCounter(std::uint32_t framesPerPeak, std::size_t channels)
-        : framesPerPeak_(framesPerPeak), channels_(channels) {}
+    Reading(const Layout& layout, const WaveformOptions& options)
+        : layout_(layout), options_(options), cache_(options.cache) {}
 
-    void Take(const float* samples, std::size_t frames) {
-        for (const float* frame = samples; frame != samples + frames * channels_;
-             frame += channels_) {
-            const auto [lowest, highest] = std::minmax_element(frame, frame + channels_);
-            Take({*lowest, *highest});
-        }
-    }
+    bool IsStopped() const { return options_.isStopped && options_.isStopped(); }
 
-    std::vector<Peak> Peaks() {
-        if (taken_ != 0) {
-            peaks_.push_back(current_);
+    std::optional<Waveform> Read(std::size_t media) const {
+        // Tells whether the file system answers, and keeps a pipe from being waited for.
+        const std::string& path = layout_.media[media].path;
+        const toolkit::MediaResult looked = toolkit::ReadMediaProperties(path);
+        const auto* const sound = std::get_if<MediaProperties>(&looked);
+        if (sound == nullptr || sound->frames == 0 || sound->frames > kMostFrames) {
+            return std::nullopt;
         }
-        return std::move(peaks_);
+        const ShownFrames wanted = WantedOf(media, *sound);
+        if (wanted.ranges.empty()) {
+            return std::nullopt;
+        }
+        auto runs = IsKept(*sound, wanted) ? ReadKept(path, *sound, wanted)
+                                           : toolkit::ReadPeaks(path, wanted, options_.isStopped);
+        if (!runs) {
+            return std::nullopt;
+        }
+        return Waveform{.sampleRate = sound->sampleRate,
+                        .frames = sound->frames,
+                        .framesPerPeak = wanted.framesPerPeak,
+                        .runs = *std::move(runs)};
     }
 
 private:
-    void Take(const Peak& frame) {
-        current_ = taken_ == 0 ? frame
-                               : Peak{std::min(current_.lowest, frame.lowest),
-                                      std::max(current_.highest, frame.highest)};
-        if (++taken_ == framesPerPeak_) {
-            peaks_.push_back(current_);
-            taken_ = 0;
+    ShownFrames WantedOf(std::size_t media, const MediaProperties& sound) const {
+        if (options_.width) {
+            return toolkit::ShownFramesOf(layout_, media, sound.sampleRate, sound.frames,
+                                          *options_.width);
         }
+        const std::uint64_t share = std::max(kPeaksOfAll / layout_.media.size(), kFewestPeaks);
+        const std::uint64_t fewest = (sound.frames + share - 1) / share;
+        return {.ranges = {{0, sound.frames}},
+                .framesPerPeak = std::max(WholeResolution(sound),
+                                          static_cast<std::uint32_t>(std::bit_ceil(fewest)))};
     }
 
-    std::uint32_t framesPerPeak_;
-    std::size_t channels_;
-    std::uint32_t taken_ = 0;
-    Peak current_;
-    std::vector<Peak> peaks_;
-};
+    /// Whether what is wanted follows from what the cache keeps.
+    bool IsKept(const MediaProperties& sound, const ShownFrames& wanted) const {
+        return !options_.cache.empty() && sound.frames >= kLong &&
+               wanted.framesPerPeak >= WholeResolution(sound);
+    }
 
-std::optional<Waveform> ReadWaveform(const std::string& path,
-                                     const std::function<bool()>& isStopped) {
-    // Tells whether the file system answers, and keeps a pipe from being waited for.
-    const toolkit::MediaResult looked = toolkit::ReadMediaProperties(path);
-    const auto* const sound = std::get_if<toolkit::MediaProperties>(&looked);
-    if (sound == nullptr || sound->frames == 0 || sound->channels == 0) {
-        return std::nullopt;
-    }
-    SF_INFO info{};
-    const SoundFile file(sf_open(path.c_str(), SFM_READ, &info), &sf_close);
-    if (!file || info.channels <= 0) {
-        return std::nullopt;
-    }
-    Waveform waveform{.sampleRate = sound->sampleRate, .frames = sound->frames};
-    waveform.framesPerPeak =
-        static_cast<std::uint32_t>((sound->frames + kMostPeaks - 1) / kMostPeaks);
-    const auto channels = static_cast<std::size_t>(info.channels);
-    PeakCounter counter(waveform.framesPerPeak, channels);
-    std::vector<float> block(kBlockFrames * channels);
-    while (const sf_count_t got = sf_readf_float(file.get(), block.data(), kBlockFrames)) {
-        if (got < 0 || (isStopped && isStopped())) {
+    std::optional<std::vector<PeakRun>> ReadKept(const std::string& path,
+                                                 const MediaProperties& sound,
+                                                 const ShownFrames& wanted) const {
+        const auto state = toolkit::IdentityOf(path);
+        if (!state) {
             return std::nullopt;
         }
-        counter.Take(block.data(), static_cast<std::size_t>(got));
+        const ShownFrames whole{.ranges = {{0, sound.frames}},
+                                .framesPerPeak = WholeResolution(sound)};
+        auto peaks = cache_.Find(path, *state, whole.framesPerPeak);
+        if (!peaks) {
+            auto runs = toolkit::ReadPeaks(path, whole, options_.isStopped);
+            if (!runs || runs->empty()) {
+                return std::nullopt;
+            }
+            peaks = std::move(runs->front().peaks);
+            if (toolkit::IdentityOf(path) == state) {
+                cache_.Keep(path, *state, whole.framesPerPeak, *peaks);
+            }
+        }
+        return Cut(toolkit::Coarser(*peaks, wanted.framesPerPeak / whole.framesPerPeak), wanted);
     }
-    waveform.peaks = counter.Peaks();
-    return waveform;
-}
+
+    static std::vector<PeakRun> Cut(const std::vector<Peak>& peaks, const ShownFrames& wanted) {
+        std::vector<PeakRun> runs;
+        for (const toolkit::FrameRange& range : wanted.ranges) {
+            const std::uint64_t first = range.begin / wanted.framesPerPeak;
+            const std::uint64_t beyond = first + toolkit::CountPeaks(range, wanted.framesPerPeak);
+            const auto at = [&peaks](std::uint64_t place) {
+                return peaks.begin() +
+                       static_cast<std::ptrdiff_t>(std::min<std::uint64_t>(place, peaks.size()));
+            };
+            runs.push_back({first, std::vector<Peak>(at(first), at(beyond))});
+        }
+        return runs;
+    }
+
+    const Layout& layout_;
+    const WaveformOptions& options_;
+    toolkit::PeakCache cache_;
+};
 
 }  // namespace
 
+std::optional<Peak> Waveform::Span(double begin, double end) const {
+    const auto count = static_cast<double>(frames);
+    if (!(begin >= 0 && begin < count)) {
+        return std::nullopt;
+    }
+    const auto first = static_cast<std::uint64_t>(begin / framesPerPeak);
+    const auto next = std::ranges::upper_bound(runs, first, {}, &PeakRun::first);
+    if (next == runs.begin()) {
+        return std::nullopt;
+    }
+    const PeakRun& run = *std::prev(next);
+    const std::uint64_t place = first - run.first;
+    if (place >= run.peaks.size()) {
+        return std::nullopt;
+    }
+    Peak span = run.peaks[place];
+    const double beyond = std::ceil(std::min(end, count) / framesPerPeak);
+    for (std::uint64_t i = place + 1;
+         i < run.peaks.size() && static_cast<double>(run.first + i) < beyond; ++i) {
+        span.lowest = std::min(span.lowest, run.peaks[i].lowest);
+        span.highest = std::max(span.highest, run.peaks[i].highest);
+    }
+    return span;
+}
+
+const std::vector<Peak>* Waveform::Whole() const {
+    const bool isWhole =
+        runs.size() == 1 && runs.front().first == 0 &&
+        runs.front().peaks.size() >= toolkit::CountPeaks({0, frames}, framesPerPeak);
+    return isWhole ? &runs.front().peaks : nullptr;
+}
+
 std::vector<std::optional<Waveform>> ReadWaveforms(const Layout& layout,
-                                                   const std::function<bool()>& isStopped) {
+                                                   const WaveformOptions& options) {
     std::vector<std::optional<Waveform>> waveforms(layout.media.size());
+    const Reading reading(layout, options);
     std::atomic<std::size_t> next = 0;
     const auto work = [&] {
         for (std::size_t i = next++; i < layout.media.size(); i = next++) {
-            if (layout.media[i].found && !(isStopped && isStopped())) {
-                waveforms[i] = ReadWaveform(layout.media[i].path, isStopped);
+            if (layout.media[i].found && !reading.IsStopped()) {
+                waveforms[i] = reading.Read(i);
             }
         }
     };

@@ -104,13 +104,25 @@ TEST(Layout, PositionsBeyond64BitsEndAtTheLastOne) {
 }
 
 TEST(Layout, AHueIsAnAngleAndANegativeOneIsNoColour) {
-    Session session = SessionOf({{.hue = 400}, {.hue = -1}, {.hue = 0}});
+    Session session = SessionOf({{.hue = 400}, {.hue = -1}, {.hue = 360}});
     session.audioTracks[0].hue = 120;
     const LayoutRow row = MakeLayout(session).rows[0];
     EXPECT_EQ(row.hue, 120);
     EXPECT_EQ(row.boxes[0].hue, 40);
     EXPECT_EQ(row.boxes[1].hue, std::nullopt);
     EXPECT_EQ(row.boxes[2].hue, 0);
+}
+
+TEST(Layout, WhatStoresNoHueHasNoColour) {
+    Session session = SessionOf({{.duration = 9}});
+    session.clipGroups = {{.name = "Plain"}, {.name = "Red", .hue = 360}};
+    session.audioTracks.push_back({.name = "Red", .hue = 0});
+    const Layout layout = MakeLayout(session);
+    EXPECT_EQ(layout.rows[0].hue, std::nullopt);
+    EXPECT_EQ(layout.rows[0].boxes[0].hue, std::nullopt);
+    EXPECT_EQ(layout.rows[1].hue, 0) << "a track without a hue has -1";
+    EXPECT_EQ(layout.groups[0].hue, std::nullopt);
+    EXPECT_EQ(layout.groups[1].hue, 0);
 }
 
 TEST(Layout, AFadeCountsFromItsEndAndIsNoLongerThanItsClip) {

@@ -224,7 +224,7 @@ TEST(Page, WaveformsStandWithTheirMedia) {
     const orvo::Waveform waveform{.sampleRate = 48000,
                                   .frames = 300,
                                   .framesPerPeak = 150,
-                                  .peaks = {{-1, 0}, {-0.001F, 7}, {NAN, 0.5F}}};
+                                  .runs = {{.peaks = {{-1, 0}, {-0.001F, 7}, {NAN, 0.5F}}}}};
     const json data = json::parse(orvo::page::DataOf(SmallLayout(), {std::nullopt, waveform}, {}));
     EXPECT_FALSE(data["media"][0].contains("waveform"));
     EXPECT_EQ(data["media"][1]["waveform"]["framesPerPeak"], 150);

@@ -242,7 +242,7 @@ void AppendBoxes(std::string& out, const Things& things, const Layout& layout, S
         .Column("sourceStart", [](Box box) { return box.layout->sourceStart; })
         .Column("speed", [](Box box) { return box.layout->speed; })
         .Column("effects", [](Box box) { return static_cast<std::int64_t>(box.layout->effects); })
-        .Column("takes", [](Box box) { return static_cast<std::int64_t>(box.layout->takes); })
+        .Column("takes", [](Box box) { return CountOf(box.layout->takes); })
         .Column("group", [](Box box) { return PlaceOf(box.layout->group); })
         .Column("crossfade", [](Box box) { return box.crossfade; })
         .Column("lanes", [](Box box) { return CountOf(box.layout->lanes); })
@@ -299,10 +299,10 @@ kelcore::byte ByteOf(float level) {
 }
 
 /// One level of each peak, as Base64.
-std::string LevelsOf(const Waveform& waveform, float Peak::*level) {
+std::string LevelsOf(const std::vector<Peak>& peaks, float Peak::*level) {
     std::vector<kelcore::byte> bytes;
-    bytes.reserve(waveform.peaks.size());
-    for (const Peak& peak : waveform.peaks) {
+    bytes.reserve(peaks.size());
+    for (const Peak& peak : peaks) {
         bytes.push_back(ByteOf(peak.*level));
     }
     std::string text = kelcore::EncodeBinaryDataToUTF8String(bytes.data(), bytes.size());
@@ -311,11 +311,15 @@ std::string LevelsOf(const Waveform& waveform, float Peak::*level) {
 }
 
 void AppendWaveform(std::string& out, const Waveform& waveform) {
+    const std::vector<Peak>* const peaks = waveform.Whole();
+    if (peaks == nullptr) {
+        return;
+    }
     fmt::format_to(std::back_inserter(out),
                    R"(,"waveform":{{"sampleRate":{},"frames":{},"framesPerPeak":{},)"
                    R"("lowest":"{}","highest":"{}"}})",
                    waveform.sampleRate, waveform.frames, waveform.framesPerPeak,
-                   LevelsOf(waveform, &Peak::lowest), LevelsOf(waveform, &Peak::highest));
+                   LevelsOf(*peaks, &Peak::lowest), LevelsOf(*peaks, &Peak::highest));
 }
 
 std::vector<std::string> SoundAddresses(const Layout& layout, const PageOptions& options) {

@@ -1,0 +1,45 @@
+#include "toolkit/view/Palette.h"
+
+#include <cmath>
+
+namespace toolkit {
+namespace {
+
+double UsualHue(orvo::RowKind kind) {
+    switch (kind) {
+        case orvo::RowKind::Video:
+            return 300;
+        case orvo::RowKind::Audio:
+            return 215;
+        case orvo::RowKind::Bus:
+            return 150;
+        case orvo::RowKind::Master:
+            return 45;
+        case orvo::RowKind::Metronome:
+            return 60;
+        case orvo::RowKind::Instrument:
+            return 265;
+    }
+    return 0;
+}
+
+}  // namespace
+
+const HueColours& Palette::Of(const orvo::LayoutRow& row) {
+    return Of(row.hue ? *row.hue : UsualHue(row.kind));
+}
+
+const HueColours& Palette::Of(const orvo::LayoutRow& row, const orvo::LayoutBox& box) {
+    return box.hue ? Of(*box.hue) : Of(row);
+}
+
+const HueColours& Palette::Of(double hue) {
+    const auto degrees = static_cast<std::size_t>(std::lround(hue) % kCircle);
+    std::optional<HueColours>& made = made_[degrees];
+    if (!made) {
+        made = ColoursOf(theme_, static_cast<double>(degrees));
+    }
+    return *made;
+}
+
+}  // namespace toolkit

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <array>
+#include <optional>
+
+#include <orvo/Layout.h>
+#include "toolkit/view/Colours.h"
+
+namespace toolkit {
+
+/// The colours of tracks and clips, each made once. What has no colour has that of its kind of
+/// track.
+class Palette {
+public:
+    explicit Palette(orvo::Theme theme) : theme_(theme) {}
+
+    const HueColours& Of(const orvo::LayoutRow& row);
+    const HueColours& Of(const orvo::LayoutRow& row, const orvo::LayoutBox& box);
+    const HueColours& Of(double hue);
+
+private:
+    static constexpr int kCircle = 360;
+
+    orvo::Theme theme_;
+    std::array<std::optional<HueColours>, kCircle> made_{};  // by whole degrees
+};
+
+}  // namespace toolkit

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+#include "toolkit/view/Scene.h"
+#include "toolkit/view/SvgCanvas.h"
+
+namespace toolkit {
+
+/// Draws a track: its header, and its clips.
+class RowDrawing {
+public:
+    RowDrawing(SvgCanvas& canvas, Scene& scene, const orvo::LayoutRow& row, const Band& band);
+
+    void Draw() const;
+
+private:
+    void DrawHeader() const;
+    void DrawNames() const;
+    /// @return where the room on their left ends
+    double DrawBadges(double middle) const;
+    void DrawBoxes() const;
+    void DrawBox(const orvo::LayoutBox& box, double begin, double end) const;
+    void DrawCrossfades() const;
+    void DrawCrossfade(const orvo::LayoutBox& box, const orvo::LayoutBox& next) const;
+    std::string TipOf(const orvo::LayoutBox& box) const;
+    double OpacityOf(const orvo::LayoutBox& box) const;
+    double X(std::int64_t position) const;
+
+    SvgCanvas& canvas_;
+    Scene& scene_;
+    const Frame& frame_;
+    const orvo::LayoutRow& row_;
+    const Band& band_;
+};
+
+}  // namespace toolkit
