@@ -20,6 +20,7 @@ public:
         orvo::LayoutOptions layout{};
         bool waveforms = true;
         bool audio = false;  ///< pages play their clips
+        std::string cache{};  ///< of waveforms: `orvo::WaveformOptions`
     };
 
     /// @param name  a session file, its JSON, or a folder

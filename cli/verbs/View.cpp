@@ -1,7 +1,9 @@
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -23,8 +25,8 @@
 
 // orvo view FILE... -o OUT [--contact-sheet] [--as FORM] [--from TIME] [--to TIME]
 //           [--tracks PATTERN] [--width N] [--height N] [--theme THEME] [--no-lanes]
-//           [--no-waveforms] [--title TEXT] [--audio HOW] [--open]
-// orvo view --serve FILE|FOLDER [--port N] [--audio link] [--open]
+//           [--no-waveforms] [--cache DIR] [--title TEXT] [--audio HOW] [--open]
+// orvo view --serve FILE|FOLDER [--port N] [--cache DIR] [--audio link] [--open]
 
 namespace cli {
 namespace {
@@ -45,6 +47,7 @@ struct ViewOptions {
     bool noLanes = false;
     bool noWaveforms = false;
     orvo::PageAudio audio = orvo::PageAudio::None;
+    std::string cache;
     bool serve = false;
     ServeOptions pages;
     double scale = 2;
@@ -108,7 +111,7 @@ public:
     explicit Drawing(const ViewOptions& options)
         : options_(options),
           layoutOptions_(options.layout),
-          waveformOptions_{.width = options.draw.width},
+          waveformOptions_{.width = options.draw.width, .cache = options.cache},
           progress_("sessions", PhasesOf(options.files)) {
         layoutOptions_.lanes = !options.noLanes && !options.contactSheet;
     }
@@ -154,9 +157,12 @@ private:
         return phases;
     }
 
+    std::optional<NamedSession> ReadFile(const std::string& file) {
+        return ReadToLookAt(file, KindToLookAt(file, options_.kind), progress_);
+    }
+
     const NamedSession* Read(const std::string& file) {
-        const std::optional<NamedSession>& read =
-            LeaveToSystem(ReadToLookAt(file, KindToLookAt(file, options_.kind), progress_));
+        const std::optional<NamedSession>& read = LeaveToSystem(ReadFile(file));
         return read ? &*read : nullptr;
     }
 
@@ -206,22 +212,22 @@ private:
                        LastPart(before->name) + " → " + LastPart(after->name));
     }
 
-    /// Sessions that cannot be read are reported and left out.
-    std::optional<std::string> ContactSheet() {
-        std::vector<orvo::SheetPicture> pictures;
+    /// Sessions that cannot be read are reported and left out. Keeps one at a time.
+    std::string ContactSheet() {
+        orvo::DrawOptions draw = options_.draw;
+        draw.title = options_.title.value_or("Sessions");
+        orvo::ContactSheet sheet(draw);
+        waveformOptions_.width = sheet.PictureWidth();
         for (const std::string& file : options_.files) {
-            if (const NamedSession* const read = Read(file)) {
-                orvo::Layout layout = orvo::MakeLayout(read->session, layoutOptions_);
-                auto waveforms = Listen(layout, read->name);
-                pictures.push_back({std::move(layout), std::move(waveforms), LastPart(read->name)});
+            if (const std::optional<NamedSession> read = ReadFile(file)) {
+                const orvo::Layout layout = orvo::MakeLayout(read->session, layoutOptions_);
+                sheet.Add(layout, Listen(layout, read->name), LastPart(read->name));
             } else {
                 isWhole_ = false;
             }
         }
         const Progress::Phase drawing = progress_.Begin(kDrawing);
-        orvo::DrawOptions draw = options_.draw;
-        draw.title = options_.title.value_or("Sessions");
-        return orvo::DrawContactSheet(pictures, draw);
+        return sheet.Take();
     }
 
     bool ParseLimits(const orvo::Session& session) {
@@ -236,17 +242,39 @@ private:
     bool isWhole_ = true;
 };
 
+/// @return whether the folder is there; reports if not
+bool MakeCache(const ViewOptions& options) {
+    std::error_code error;
+    if (!options.cache.empty() && !std::filesystem::is_directory(options.cache, error)) {
+        std::filesystem::create_directories(options.cache, error);
+        if (error) {
+            Complain({.subject = "--cache " + options.cache,
+                      .what = "the folder cannot be made",
+                      .advice = error.message()});
+            return false;
+        }
+    }
+    return true;
+}
+
 ExitCode RunServe(const ViewOptions& options) {
     RequirePlugin();
+    if (!MakeCache(options)) {
+        return ExitCode::Failure;
+    }
     SessionShelf::Options sessions{.layout = options.layout,
                                    .waveforms = !options.noWaveforms,
-                                   .audio = options.audio != orvo::PageAudio::None};
+                                   .audio = options.audio != orvo::PageAudio::None,
+                                   .cache = options.cache};
     sessions.layout.lanes = !options.noLanes;
     return ServePages(options.files.front(), sessions, options.pages);
 }
 
 ExitCode RunView(const ViewOptions& options, PictureForm form) {
     const Output out(options.out);
+    if (!MakeCache(options)) {
+        return ExitCode::Failure;
+    }
     for (const std::string& file : options.files) {
         if (KindToLookAt(file, options.kind) == Kind::Orvo) {
             RequirePlugin();
@@ -332,6 +360,9 @@ void AddView(CLI::App& tool, Action& chosen) {
         ->type_name("PATTERN");
     verb->add_flag("--no-lanes", options->noLanes, "without automation");
     verb->add_flag("--no-waveforms", options->noWaveforms, "without a look into the media");
+    verb->add_option("--cache", options->cache,
+                     "a folder that keeps what was heard in long media, for the next time")
+        ->type_name("DIR");
     verb->add_option("--width", options->draw.width, "in pixels")
         ->type_name("N")
         ->check(CLI::Range(400, 20'000).description(""))

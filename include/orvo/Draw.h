@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -88,16 +89,33 @@ ORVO_API std::string DrawSvg(const Layout& layout,
                              const std::vector<std::optional<Waveform>>& waveforms,
                              const DrawOptions& options = {});
 
-/// One of many pictures.
-struct SheetPicture {
-    Layout layout{};
-    std::vector<std::optional<Waveform>> waveforms{};
-    std::string title{};
-};
+/// Many sessions in rows of small pictures, as one SVG document. Draws each session as it is added
+/// and keeps nothing else of it.
+///
+///     orvo::ContactSheet sheet({.title = "Songs"});
+///     sheet.Add(layout, orvo::ReadWaveforms(layout, {.width = sheet.PictureWidth()}), "One");
+///     std::string svg = sheet.Take();
+class ORVO_API ContactSheet {
+public:
+    /// @param options  the title and theme of the whole, and its width
+    explicit ContactSheet(const DrawOptions& options = {});
+    ~ContactSheet();
+    ContactSheet(ContactSheet&& other) noexcept;
+    ContactSheet& operator=(ContactSheet&& other) noexcept;
 
-/// Draws many sessions in rows of small pictures, as one SVG document.
-/// @param options  the title and theme of the whole, and its width
-ORVO_API std::string DrawContactSheet(const std::vector<SheetPicture>& pictures,
-                                      const DrawOptions& options = {});
+    double PictureWidth() const;  ///< of each session
+
+    /// @param waveforms  those of `Layout::media`; may be fewer
+    void Add(const Layout& layout, const std::vector<std::optional<Waveform>>& waveforms,
+             const std::string& title);
+
+    /// The document. Nothing can be added after it.
+    std::string Take();
+
+private:
+    class Drawing;
+
+    std::unique_ptr<Drawing> drawing_;
+};
 
 }  // namespace orvo

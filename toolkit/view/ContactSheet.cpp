@@ -11,9 +11,6 @@
 namespace orvo {
 namespace {
 
-using toolkit::Area;
-using toolkit::SvgCanvas;
-
 constexpr double kMargin = 16;
 constexpr double kTitleHeight = 52;
 constexpr double kLeastCellWidth = 480;
@@ -21,36 +18,82 @@ constexpr double kCellShape = 0.5;  // height to width
 
 }  // namespace
 
-std::string DrawContactSheet(const std::vector<SheetPicture>& pictures,
-                             const DrawOptions& options) {
-    const double width = std::max(options.width, kLeastCellWidth + 2 * kMargin);
-    const double columns = std::floor((width - kMargin) / (kLeastCellWidth + kMargin));
-    const double cellWidth = std::floor((width - kMargin) / columns) - kMargin;
-    const double cellHeight = std::round(cellWidth * kCellShape);
-    const double top = options.title.empty() ? kMargin : kTitleHeight;
-    const double rows = std::ceil(static_cast<double>(pictures.size()) / columns);
-    const double height = top + rows * (cellHeight + kMargin);
-    const toolkit::ThemeColours& colours = toolkit::ColoursOf(options.theme);
-    SvgCanvas canvas(width, height, options.title.empty() ? "Sessions" : options.title,
-                     fmt::format("The timelines of {} sessions.", pictures.size()));
-    canvas.Rectangle({0, 0, width, height}, 0, {.fill = colours.lane});
-    canvas.Text({kMargin, 33}, options.title, {.colour = colours.text, .size = 20, .bold = true});
-    for (std::size_t i = 0; i < pictures.size(); ++i) {
-        const auto number = static_cast<double>(i);
-        const Area cell = {kMargin + std::fmod(number, columns) * (cellWidth + kMargin),
-                           top + std::floor(number / columns) * (cellHeight + kMargin), cellWidth,
-                           cellHeight};
-        canvas.Begin(cell, pictures[i].title);
-        const DrawOptions small = {.title = pictures[i].title,
-                                   .width = cellWidth,
-                                   .height = cellHeight,
-                                   .theme = options.theme,
+class ContactSheet::Drawing {
+public:
+    explicit Drawing(const DrawOptions& options)
+        : options_(options),
+          width_(std::max(options.width, kLeastCellWidth + 2 * kMargin)),
+          columns_(std::floor((width_ - kMargin) / (kLeastCellWidth + kMargin))),
+          cellWidth_(std::floor((width_ - kMargin) / columns_) - kMargin),
+          cellHeight_(std::round(cellWidth_ * kCellShape)),
+          top_(options.title.empty() ? kMargin : kTitleHeight) {}
+
+    double CellWidth() const { return cellWidth_; }
+
+    void Add(const Layout& layout, const std::vector<std::optional<Waveform>>& waveforms,
+             const std::string& title) {
+        const DrawOptions small = {.title = title,
+                                   .width = cellWidth_,
+                                   .height = cellHeight_,
+                                   .theme = options_.theme,
                                    .isSmall = true};
-        toolkit::Scene scene(pictures[i].layout, pictures[i].waveforms, small);
-        toolkit::Picture(scene).Draw(canvas);
-        canvas.End();
+        const double column = std::fmod(count_, columns_);
+        cells_.Begin({kMargin + column * (cellWidth_ + kMargin), HeightOf(count_ - column),
+                      cellWidth_, cellHeight_},
+                     title);
+        toolkit::Scene scene(layout, waveforms, small);
+        toolkit::Picture(scene).Draw(cells_);
+        cells_.End();
+        ++count_;
     }
-    return canvas.Take();
+
+    std::string Take() {
+        const toolkit::ThemeColours& colours = toolkit::ColoursOf(options_.theme);
+        const double height = HeightOf(count_);
+        toolkit::SvgCanvas around;
+        around.Rectangle({0, 0, width_, height}, 0, {.fill = colours.lane});
+        around.Text({kMargin, 33}, options_.title,
+                    {.colour = colours.text, .size = 20, .bold = true});
+        around.Add(std::move(cells_));
+        return around.Take({.width = width_,
+                            .height = height,
+                            .title = options_.title.empty() ? "Sessions" : options_.title,
+                            .description = fmt::format("The timelines of {} sessions.", count_)});
+    }
+
+private:
+    /// Where the row after so many pictures begins.
+    double HeightOf(double count) const {
+        return top_ + std::ceil(count / columns_) * (cellHeight_ + kMargin);
+    }
+
+    DrawOptions options_;
+    double width_;
+    double columns_;
+    double cellWidth_;
+    double cellHeight_;
+    double top_;
+    double count_ = 0;
+    toolkit::SvgCanvas cells_;
+};
+
+ContactSheet::ContactSheet(const DrawOptions& options)
+    : drawing_(std::make_unique<Drawing>(options)) {}
+ContactSheet::~ContactSheet() = default;
+ContactSheet::ContactSheet(ContactSheet&& other) noexcept = default;
+ContactSheet& ContactSheet::operator=(ContactSheet&& other) noexcept = default;
+
+double ContactSheet::PictureWidth() const {
+    return drawing_->CellWidth();
+}
+
+void ContactSheet::Add(const Layout& layout, const std::vector<std::optional<Waveform>>& waveforms,
+                       const std::string& title) {
+    drawing_->Add(layout, waveforms, title);
+}
+
+std::string ContactSheet::Take() {
+    return drawing_->Take();
 }
 
 }  // namespace orvo

@@ -9,11 +9,12 @@ namespace orvo {
 std::string DrawSvg(const Layout& layout, const std::vector<std::optional<Waveform>>& waveforms,
                     const DrawOptions& options) {
     toolkit::Scene scene(layout, waveforms, options);
-    toolkit::SvgCanvas canvas(scene.frame.width, scene.frame.height,
-                              options.title.empty() ? "A session" : options.title,
-                              toolkit::DescriptionOf(layout));
+    toolkit::SvgCanvas canvas;
     toolkit::Picture(scene).Draw(canvas);
-    return canvas.Take();
+    return canvas.Take({.width = scene.frame.width,
+                        .height = scene.frame.height,
+                        .title = options.title.empty() ? "A session" : options.title,
+                        .description = toolkit::DescriptionOf(layout)});
 }
 
 }  // namespace orvo

@@ -83,17 +83,6 @@ constexpr const char* kFonts =
 
 }  // namespace
 
-SvgCanvas::SvgCanvas(double width, double height, const std::string& title,
-                     const std::string& description) {
-    document_ = "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\"";
-    Attribute("width", width);
-    Attribute("height", height);
-    document_ += fmt::format(" viewBox=\"0 0 {} {}\" font-family=\"{}\" font-size=\"11\">\n", width,
-                             height, kFonts);
-    document_ +=
-        fmt::format("<title>{}</title>\n<desc>{}</desc>\n", Escaped(title), Escaped(description));
-}
-
 void SvgCanvas::Attribute(const char* name, double number) {
     document_ += fmt::format(" {}=\"", name);
     AppendNumber(document_, number);
@@ -222,7 +211,17 @@ void SvgCanvas::End() {
     document_ += "</g></svg>\n";
 }
 
-std::string SvgCanvas::Take() {
+void SvgCanvas::Add(SvgCanvas other) {
+    document_ += other.document_;
+}
+
+std::string SvgCanvas::Take(const SvgHead& head) {
+    document_.insert(
+        0, fmt::format("<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" width=\"{0}\" "
+                       "height=\"{1}\" viewBox=\"0 0 {0} {1}\" font-family=\"{2}\" "
+                       "font-size=\"11\">\n<title>{3}</title>\n<desc>{4}</desc>\n",
+                       head.width, head.height, kFonts, Escaped(head.title),
+                       Escaped(head.description)));
     document_ += "</svg>\n";
     return std::move(document_);
 }

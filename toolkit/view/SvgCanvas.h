@@ -7,14 +7,17 @@
 
 namespace toolkit {
 
+/// What a document says of itself.
+struct SvgHead {
+    double width = 0;
+    double height = 0;
+    std::string title{};
+    std::string description{};  ///< for who does not see it
+};
+
 /// Draws an SVG document. Shapes cover those before them. Texts are texts, whatever is in them.
 class SvgCanvas {
 public:
-    /// @param title  of the document
-    /// @param description  for who does not see it
-    SvgCanvas(double width, double height, const std::string& title,
-              const std::string& description);
-
     void Rectangle(const Area& area, double radius, const Paint& paint);
 
     /// A line through the points. Its fill closes it.
@@ -34,8 +37,11 @@ public:
     void Begin(const Area& area, const std::string& title, double opacity = 1);
     void End();
 
+    /// Adds what is on another canvas.
+    void Add(SvgCanvas other);
+
     /// The document. Nothing can be drawn after it.
-    std::string Take();
+    std::string Take(const SvgHead& head);
 
 private:
     void Attribute(const char* name, double number);

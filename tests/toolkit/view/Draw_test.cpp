@@ -124,17 +124,33 @@ TEST(DrawSvg, CountsTheSentencesThatDoNotFit) {
     EXPECT_THAT(DrawSvg(layout, {}, {}), HasSubstr(">and 16 more</text>"));
 }
 
-TEST(DrawContactSheet, ShowsEverySession) {
-    std::vector<orvo::SheetPicture> pictures;
+TEST(ContactSheet, ShowsEverySession) {
+    orvo::ContactSheet sheet({.title = "All", .width = 1600});
     for (const char* const title : {"One", "Two & three", "Four"}) {
-        pictures.push_back({.layout = MakeLayout(Song()), .title = title});
+        sheet.Add(MakeLayout(Song()), {}, title);
     }
-    const std::string svg = orvo::DrawContactSheet(pictures, {.title = "All", .width = 1600});
+    const std::string svg = sheet.Take();
     EXPECT_TRUE(test::ReadTree(svg));
-    for (const char* const text : {">All</text>", ">One</text>", ">Two &amp; three</text>"}) {
+    for (const char* const text :
+         {">All</text>", ">One</text>", ">Two &amp; three</text>", "timelines of 3 sessions"}) {
         EXPECT_THAT(svg, HasSubstr(text));
     }
-    EXPECT_TRUE(test::ReadTree(orvo::DrawContactSheet({}, {.width = 1})));
+    EXPECT_TRUE(test::ReadTree(orvo::ContactSheet({.width = 1}).Take()));
+}
+
+TEST(ContactSheet, EachRowOfPicturesMakesItHigher) {
+    orvo::ContactSheet sheet({.width = 1008});
+    for (int i = 0; i < 5; ++i) {
+        sheet.Add(MakeLayout(Song()), {}, "");
+    }
+    EXPECT_EQ(sheet.PictureWidth(), 480);
+    EXPECT_THAT(sheet.Take(), HasSubstr("width=\"1008\" height=\"784\"")) << "3 rows of 240";
+}
+
+TEST(ContactSheet, AClipHasItsNameInALowPicture) {
+    orvo::ContactSheet sheet({.width = 1008});
+    sheet.Add(MakeLayout(Song()), {}, "");
+    EXPECT_THAT(sheet.Take(), testing::AllOf(HasSubstr(">Voice</text>"), HasSubstr(">Hello</text>")));
 }
 
 // Waveforms
