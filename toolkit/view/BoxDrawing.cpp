@@ -179,7 +179,8 @@ void BoxDrawing::DrawWave(const orvo::Waveform& waveform) const {
         if (box_.looped && frames > 0) {
             begin -= std::floor(begin / frames) * frames;
         }
-        const auto peak = waveform.Span(begin, begin + framesPerPixel);
+        const double columnEnd = std::min(1.0, end_ - x) * framesPerPixel;
+        const auto peak = waveform.Span(begin, begin + columnEnd);
         if (!peak) {
             draw();
             continue;

@@ -172,10 +172,12 @@ const ThemeColours& ColoursOf(orvo::Theme theme) {
     return kLightTheme;
 }
 
-HueColours ColoursOf(orvo::Theme theme, double hue) {
+HueColours ColoursOf(orvo::Theme theme, double hue, double strength) {
     const Tones& tones = TonesOf(theme);
     const double angle = AngleOf(PureColour(hue));
-    const auto mixed = [angle](const Tone& tone) { return Mixed(tone, angle); };
+    const auto mixed = [&](const Tone& tone) {
+        return Mixed({tone.lightness, tone.chroma * strength}, angle);
+    };
     return {.body = mixed(tones.body),
             .bar = mixed(tones.bar),
             .edge = mixed(tones.edge),

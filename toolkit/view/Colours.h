@@ -44,6 +44,7 @@ struct ThemeColours {
 const ThemeColours& ColoursOf(orvo::Theme theme);
 
 /// @param hue  in degrees as in the HSV model
-HueColours ColoursOf(orvo::Theme theme, double hue);
+/// @param strength  of the colour; 0: grey
+HueColours ColoursOf(orvo::Theme theme, double hue, double strength = 1);
 
 }  // namespace toolkit

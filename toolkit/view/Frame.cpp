@@ -20,8 +20,12 @@ constexpr double kGreatestHeight = 12'000;
 constexpr double kRoomForNoTracks = 60;
 constexpr double kUsualLaneHeight = 46;
 
-double UsualRowHeight(const LayoutRow& row) {
+double UsualRowHeight(const LayoutRow& row, bool isSmall) {
     constexpr double kEmpty = 38;
+    constexpr double kSmall = 46;
+    if (isSmall) {
+        return kSmall;
+    }
     if (row.boxes.empty()) {
         return kEmpty;
     }
@@ -43,8 +47,9 @@ double NotesHeight(const orvo::Layout& layout) {
 }  // namespace
 
 Frame::Frame(const orvo::Layout& layout, const orvo::DrawOptions& options)
-    : width(std::max(options.width, kLeastWidth)),
-      left(options.isSmall ? kSmallHeaderWidth : kHeaderWidth),
+    : isSmall(options.isSmall),
+      width(std::max(options.width, kLeastWidth)),
+      left(isSmall ? kSmallHeaderWidth : kHeaderWidth),
       right(width - kMargin),
       rulerTop(options.title.empty() ? kNoTitleHeight : kTitleHeight),
       rulerBase(rulerTop + kRulerHeight),
@@ -54,7 +59,7 @@ Frame::Frame(const orvo::Layout& layout, const orvo::DrawOptions& options)
     double gaps = 1;
     for (const LayoutRow& row : layout.rows) {
         const auto lanes = static_cast<double>(row.lanes.size());
-        rows += UsualRowHeight(row) + kUsualLaneHeight * lanes;
+        rows += UsualRowHeight(row, isSmall) + kUsualLaneHeight * lanes;
         gaps += 1 + lanes;
     }
     const double usual = rows > 0 ? rows + kUsualGap * gaps : kRoomForNoTracks;
@@ -66,7 +71,7 @@ Frame::Frame(const orvo::Layout& layout, const orvo::DrawOptions& options)
     const double scale = room / usual;
     gap = kUsualGap * std::min(scale, 1.0);
     rowScale = rows > 0 ? std::max((room - gap * gaps) / rows, 0.0) : 1;
-    if (options.isSmall) {
+    if (isSmall) {
         rowScale = std::min(rowScale, 1.0);
     }
     rowsBottom = rows > 0 ? rulerBase + rows * rowScale + gap * gaps : height - notes - kMargin;
@@ -77,7 +82,7 @@ double Frame::X(std::int64_t position) const {
 }
 
 double Frame::RowHeight(const LayoutRow& row) const {
-    return UsualRowHeight(row) * rowScale;
+    return UsualRowHeight(row, isSmall) * rowScale;
 }
 
 double Frame::LaneHeight() const {

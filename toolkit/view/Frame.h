@@ -25,6 +25,7 @@ struct Frame {
     double RowHeight(const orvo::LayoutRow& row) const;
     double LaneHeight() const;
 
+    bool isSmall = false;
     double width = 0;
     double height = 0;
     double left = 0;   ///< of the timeline

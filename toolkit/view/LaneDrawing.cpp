@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "toolkit/view/LaneCurve.h"
 #include "toolkit/view/TextWidth.h"
@@ -16,25 +18,23 @@ using orvo::LayoutLane;
 constexpr double kLowLane = 12;
 constexpr double kRoomForRange = 34;
 
-/// The values at the top and at the bottom, beside the lane.
-void DrawRange(SvgCanvas& canvas, const Scene& scene, const LayoutLane& lane, const Area& header) {
-    const TextStyle style = {.colour = scene.colours.faintText, .size = 9, .anchor = Anchor::End};
-    canvas.Text({header.width, 11}, fmt::format("{:.3g}", lane.high), style);
-    canvas.Text({header.width, header.height - 5}, fmt::format("{:.3g}", lane.low), style);
-}
-
+/// The name, and on its right the values at the top and at the bottom.
 void DrawHeader(SvgCanvas& canvas, const Scene& scene, const LayoutLane& lane, const Band& band) {
+    constexpr double kApart = 8;
     const Area header = {Frame::kMargin + 10, band.top, scene.frame.left - Frame::kMargin - 16,
                          band.height};
     const TextStyle style = {.colour = scene.colours.faintText, .size = 11};
+    const TextStyle small = {.colour = scene.colours.faintText, .size = 9, .anchor = Anchor::End};
+    double room = header.width;
     canvas.Begin(header, lane.name);
-    const bool hasRange = band.height >= kRoomForRange;
-    constexpr double kRangeWidth = 34;
-    canvas.Text({0, band.height / 2 + 4},
-                FittedText(lane.name, style, header.width - (hasRange ? kRangeWidth : 0)), style);
-    if (hasRange) {
-        DrawRange(canvas, scene, lane, header);
+    if (band.height >= kRoomForRange) {
+        const std::string high = fmt::format("{:.3g}", lane.high);
+        const std::string low = fmt::format("{:.3g}", lane.low);
+        canvas.Text({header.width, 11}, high, small);
+        canvas.Text({header.width, header.height - 5}, low, small);
+        room -= std::max(TextWidth(high, small), TextWidth(low, small)) + kApart;
     }
+    canvas.Text({0, band.height / 2 + 4}, FittedText(lane.name, style, room), style);
     canvas.End();
 }
 

@@ -23,21 +23,26 @@ double UsualHue(orvo::RowKind kind) {
     return 0;
 }
 
+double HueOf(const orvo::LayoutRow& row) {
+    return row.hue ? *row.hue : UsualHue(row.kind);
+}
+
 }  // namespace
 
 const HueColours& Palette::Of(const orvo::LayoutRow& row) {
-    return Of(row.hue ? *row.hue : UsualHue(row.kind));
+    return Of(HueOf(row));
 }
 
 const HueColours& Palette::Of(const orvo::LayoutRow& row, const orvo::LayoutBox& box) {
-    return box.hue ? Of(*box.hue) : Of(row);
+    return Of(box.hue ? *box.hue : HueOf(row), row.muted || box.muted);
 }
 
-const HueColours& Palette::Of(double hue) {
+const HueColours& Palette::Of(double hue, bool isMuted) {
+    constexpr double kLittle = 0.15;
     const auto degrees = static_cast<std::size_t>(std::lround(hue) % kCircle);
-    std::optional<HueColours>& made = made_[degrees];
+    std::optional<HueColours>& made = isMuted ? muted_[degrees] : made_[degrees];
     if (!made) {
-        made = ColoursOf(theme_, static_cast<double>(degrees));
+        made = ColoursOf(theme_, static_cast<double>(degrees), isMuted ? kLittle : 1);
     }
     return *made;
 }

@@ -9,20 +9,21 @@
 namespace toolkit {
 
 /// The colours of tracks and clips, each made once. What has no colour has that of its kind of
-/// track.
+/// track; what is muted is almost grey.
 class Palette {
 public:
     explicit Palette(orvo::Theme theme) : theme_(theme) {}
 
     const HueColours& Of(const orvo::LayoutRow& row);
     const HueColours& Of(const orvo::LayoutRow& row, const orvo::LayoutBox& box);
-    const HueColours& Of(double hue);
+    const HueColours& Of(double hue, bool isMuted = false);
 
 private:
     static constexpr int kCircle = 360;
 
     orvo::Theme theme_;
     std::array<std::optional<HueColours>, kCircle> made_{};  // by whole degrees
+    std::array<std::optional<HueColours>, kCircle> muted_{};
 };
 
 }  // namespace toolkit

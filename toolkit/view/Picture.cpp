@@ -89,7 +89,8 @@ void Picture::DrawGrid(SvgCanvas& canvas) const {
     for (const orvo::RulerTick& tick : ticks_) {
         const double x = frame_.X(tick.position);
         std::vector<Point>& ends = tick.label.empty() ? weak : strong;
-        ends.insert(ends.end(), {{x, frame_.rulerBase + frame_.gap}, {x, frame_.rowsBottom}});
+        ends.insert(ends.end(),
+                    {{x, frame_.rulerBase + frame_.gap}, {x, frame_.rowsBottom - frame_.gap}});
     }
     canvas.Lines(weak, {.stroke = colours_.grid});
     canvas.Lines(strong, {.stroke = colours_.strongGrid});

@@ -30,6 +30,7 @@ void RowDrawing::Draw() const {
     }
     canvas_.Begin({frame_.left, band_.top, frame_.right - frame_.left, band_.height}, "");
     DrawBoxes();
+    DrawHiddenEnds();
     DrawCrossfades();
     canvas_.End();
 }
@@ -93,13 +94,10 @@ double RowDrawing::X(std::int64_t position) const {
     return frame_.X(position) - frame_.left;
 }
 
-double RowDrawing::OpacityOf(const LayoutBox& box) const {
-    constexpr double kPale = 0.5;
+/// What stayed the same steps back behind what changed.
+double RowDrawing::OpacityOf(const LayoutBox& box) {
     constexpr double kUnchanged = 0.4;
-    if (box.change) {
-        return *box.change == LayoutChange::Same ? kUnchanged : 1;
-    }
-    return box.muted || row_.muted ? kPale : 1;
+    return box.change == LayoutChange::Same ? kUnchanged : 1;
 }
 
 /// What is too narrow to be seen beside the box before it is left out.
@@ -131,9 +129,53 @@ void RowDrawing::DrawBox(const LayoutBox& box, double begin, double end) const {
 }
 
 std::string RowDrawing::TipOf(const LayoutBox& box) const {
-    return fmt::format("{}, {} to {}", NameOf(scene_.layout, box),
-                       orvo::PositionLabel(scene_.layout, box.start),
-                       orvo::PositionLabel(scene_.layout, box.end));
+    const auto label = [this](std::int64_t position) {
+        return orvo::PositionLabel(scene_.layout, position);
+    };
+    std::string tip =
+        fmt::format("{}, {} to {}", NameOf(scene_.layout, box), label(box.start), label(box.end));
+    constexpr std::size_t kMostTakes = 12;
+    for (std::size_t i = 0; i < std::min(box.takes.size(), kMostTakes); ++i) {
+        tip += (i == 0 ? "; takes from " : ", ") + label(box.takes[i]);
+    }
+    return box.takes.size() > kMostTakes ? tip + " …" : tip;
+}
+
+/// Dashes where a clip begins or ends behind another one.
+void RowDrawing::DrawHiddenEnds() const {
+    constexpr double kApart = 2;
+    if (BoxDrawing::HeadHeight(band_.height - 2) == 0) {
+        return;
+    }
+    const double width = frame_.right - frame_.left;
+    const auto columnOf = [width](double x) {
+        return static_cast<std::size_t>(std::clamp(x, 0.0, width));
+    };
+    std::vector<const LayoutBox*> onTop(columnOf(width) + 1);
+    for (const LayoutBox& box : row_.boxes) {
+        std::fill(onTop.begin() + static_cast<std::ptrdiff_t>(columnOf(X(box.start))),
+                  onTop.begin() + static_cast<std::ptrdiff_t>(columnOf(X(box.end))), &box);
+    }
+    for (const LayoutBox& box : row_.boxes) {
+        std::vector<Point> ends;
+        for (const double x : {X(box.start), X(box.end)}) {
+            const LayoutBox* const top = onTop[columnOf(x)];
+            const bool isHidden = top > &box && !AreJoined(box, *top) &&
+                                  x >= X(top->start) + kApart && x <= X(top->end) - kApart;
+            if (isHidden) {
+                ends.insert(ends.end(), {{x, 3}, {x, band_.height - 3}});
+            }
+        }
+        canvas_.Lines(
+            ends, {.stroke = scene_.palette.Of(row_, box).text, .opacity = 0.6, .dashed = true});
+    }
+}
+
+bool RowDrawing::AreJoined(const LayoutBox& box, const LayoutBox& other) const {
+    const auto leadsTo = [this](const LayoutBox& from, const LayoutBox& to) {
+        return from.crossfadesInto && &row_.boxes[*from.crossfadesInto] == &to;
+    };
+    return leadsTo(box, other) || leadsTo(other, box);
 }
 
 void RowDrawing::DrawCrossfades() const {

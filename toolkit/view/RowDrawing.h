@@ -21,10 +21,12 @@ private:
     double DrawBadges(double middle) const;
     void DrawBoxes() const;
     void DrawBox(const orvo::LayoutBox& box, double begin, double end) const;
+    void DrawHiddenEnds() const;
     void DrawCrossfades() const;
     void DrawCrossfade(const orvo::LayoutBox& box, const orvo::LayoutBox& next) const;
     std::string TipOf(const orvo::LayoutBox& box) const;
-    double OpacityOf(const orvo::LayoutBox& box) const;
+    bool AreJoined(const orvo::LayoutBox& box, const orvo::LayoutBox& other) const;
+    static double OpacityOf(const orvo::LayoutBox& box);
     double X(std::int64_t position) const;
 
     SvgCanvas& canvas_;

@@ -53,7 +53,11 @@ std::string FittedText(const std::string& text, const TextStyle& style, double w
         return text;
     }
     constexpr const char* kEllipsis = "…";
-    double taken = TextWidth(kEllipsis, style);
+    constexpr int kFewLetters = 3;
+    const double room = width - TextWidth(kEllipsis, style);
+    double taken = 0;
+    int letters = 0;
+    std::size_t withEllipsis = 0;  // bytes that leave room for it
     std::size_t place = 0;
     while (place < text.size()) {
         const Character next = Next(text, place, style.bold);
@@ -62,8 +66,12 @@ std::string FittedText(const std::string& text, const TextStyle& style, double w
             break;
         }
         place += next.length;
+        if (taken <= room) {
+            withEllipsis = place;
+            ++letters;
+        }
     }
-    return place == 0 ? std::string() : text.substr(0, place) + kEllipsis;
+    return letters < kFewLetters ? text.substr(0, place) : text.substr(0, withEllipsis) + kEllipsis;
 }
 
 }  // namespace toolkit

@@ -175,6 +175,21 @@ TEST_F(ViewTool, AContactSheetLeavesOutWhatCannotBeRead) {
     EXPECT_THAT(ReadFile(folder_ / "a.svg"), HasSubstr(">song.orvo</text>"));
 }
 
+TEST_F(ViewTool, KeepsPeaksInAFolderThatItMakes) {
+    EXPECT_EQ(View({"song.orvo", "-o", "a.svg", "--cache", "kept/here"}).exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_directory(folder_ / "kept/here"));
+    EXPECT_EQ(View({"song.orvo", "-o", "b.svg"}).exitCode, 0);
+    EXPECT_EQ(ReadFile(folder_ / "a.svg"), ReadFile(folder_ / "b.svg"));
+}
+
+TEST_F(ViewTool, ReportsThatTheFolderForPeaksCannotBeMade) {
+    folder_.Write("file", "");
+    const Outcome outcome = View({"song.orvo", "-o", "a.svg", "--cache", "file/kept"});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("--cache file/kept: the folder cannot be made"));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "a.svg"));
+}
+
 TEST_F(ViewTool, ThreeSessionsNeedAContactSheet) {
     const Outcome outcome = View({"a.orvo", "b.orvo", "c.orvo", "-o", "a.svg"});
     EXPECT_EQ(outcome.exitCode, 2);
