@@ -2,9 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <iterator>
 #include <string_view>
 #include <utility>
@@ -16,10 +18,24 @@ namespace {
 
 /// A hundredth of a pixel is exact enough, and short.
 void AppendNumber(std::string& text, double number) {
-    const double rounded = std::round(number * 100) / 100;
-    std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.begin(), digits.end(), rounded == 0 ? 0 : rounded).ptr;
-    text.append(digits.begin(), end);
+    constexpr double kMost = 1e9;  // farther away than any picture reaches
+    std::int64_t hundredths = std::llround(std::clamp(number, -kMost, kMost) * 100);
+    if (hundredths < 0) {
+        text += '-';
+        hundredths = -hundredths;
+    }
+    std::array<char, 16> digits{};
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), hundredths / 100).ptr;
+    text.append(digits.data(), end);
+    const auto rest = static_cast<int>(hundredths % 100);
+    if (rest != 0) {
+        text += '.';
+        text += static_cast<char>('0' + rest / 10);
+        if (rest % 10 != 0) {
+            text += static_cast<char>('0' + rest % 10);
+        }
+    }
 }
 
 bool IsSurrogate(char16_t unit) {
@@ -51,31 +67,38 @@ std::u16string Carried(const std::string& utf8) {
     return text;
 }
 
-std::string Escaped(const std::string& utf8) {
-    std::string escaped;
-    for (const char character : kelcore::UTF16to8(Carried(utf8))) {
-        switch (character) {
-            case '&':
-                escaped += "&amp;";
-                break;
-            case '<':
-                escaped += "&lt;";
-                break;
-            case '>':
-                escaped += "&gt;";
-                break;
-            case '"':
-                escaped += "&quot;";
-                break;
-            default:
-                escaped += character;
-        }
-    }
-    return escaped;
+bool IsPlain(const std::string& text) {
+    return std::ranges::all_of(text, [](char unit) { return unit >= 0x20 && unit < 0x7F; });
 }
 
-std::string Hex(const Colour& colour) {
-    return fmt::format("#{:02x}{:02x}{:02x}", colour.red, colour.green, colour.blue);
+void AppendEscaped(std::string& out, const std::string& text) {
+    for (const char character : IsPlain(text) ? text : kelcore::UTF16to8(Carried(text))) {
+        switch (character) {
+            case '&':
+                out += "&amp;";
+                break;
+            case '<':
+                out += "&lt;";
+                break;
+            case '>':
+                out += "&gt;";
+                break;
+            case '"':
+                out += "&quot;";
+                break;
+            default:
+                out += character;
+        }
+    }
+}
+
+void AppendColour(std::string& text, const Colour& colour) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    text += '#';
+    for (const std::uint8_t channel : {colour.red, colour.green, colour.blue}) {
+        text += kDigits[channel / 16];
+        text += kDigits[channel % 16];
+    }
 }
 
 constexpr const char* kFonts =
@@ -83,20 +106,32 @@ constexpr const char* kFonts =
 
 }  // namespace
 
-void SvgCanvas::Attribute(const char* name, double number) {
-    document_ += fmt::format(" {}=\"", name);
+void SvgCanvas::BeginAttribute(std::string_view name) {
+    document_ += ' ';
+    document_ += name;
+    document_ += "=\"";
+}
+
+void SvgCanvas::Attribute(std::string_view name, double number) {
+    BeginAttribute(name);
     AppendNumber(document_, number);
+    document_ += '"';
+}
+
+void SvgCanvas::Attribute(std::string_view name, const Colour& colour) {
+    BeginAttribute(name);
+    AppendColour(document_, colour);
     document_ += '"';
 }
 
 void SvgCanvas::AddPaint(const Paint& paint) {
     if (paint.fill) {
-        document_ += " fill=\"" + Hex(*paint.fill) + "\"";
+        Attribute("fill", *paint.fill);
     } else {
         document_ += " fill=\"none\"";
     }
     if (paint.stroke) {
-        document_ += " stroke=\"" + Hex(*paint.stroke) + "\"";
+        Attribute("stroke", *paint.stroke);
         if (paint.strokeWidth != 1) {
             Attribute("stroke-width", paint.strokeWidth);
         }
@@ -176,7 +211,7 @@ void SvgCanvas::Text(const Point& base, const std::string& text, const TextStyle
     document_ += "<text";
     Attribute("x", base.x);
     Attribute("y", base.y);
-    document_ += " fill=\"" + Hex(style.colour) + "\"";
+    Attribute("fill", style.colour);
     if (style.size != TextStyle().size) {
         Attribute("font-size", style.size);
     }
@@ -187,7 +222,9 @@ void SvgCanvas::Text(const Point& base, const std::string& text, const TextStyle
         document_ +=
             style.anchor == Anchor::Middle ? " text-anchor=\"middle\"" : " text-anchor=\"end\"";
     }
-    document_ += ">" + Escaped(text) + "</text>\n";
+    document_ += '>';
+    AppendEscaped(document_, text);
+    document_ += "</text>\n";
 }
 
 void SvgCanvas::Begin(const Area& area, const std::string& title, double opacity) {
@@ -202,7 +239,9 @@ void SvgCanvas::Begin(const Area& area, const std::string& title, double opacity
     }
     document_ += ">";
     if (!title.empty()) {
-        document_ += "<title>" + Escaped(title) + "</title>";
+        document_ += "<title>";
+        AppendEscaped(document_, title);
+        document_ += "</title>";
     }
     document_ += "\n";
 }
@@ -216,12 +255,18 @@ void SvgCanvas::Add(SvgCanvas other) {
 }
 
 std::string SvgCanvas::Take(const SvgHead& head) {
-    document_.insert(
-        0, fmt::format("<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" width=\"{0}\" "
-                       "height=\"{1}\" viewBox=\"0 0 {0} {1}\" font-family=\"{2}\" "
-                       "font-size=\"11\">\n<title>{3}</title>\n<desc>{4}</desc>\n",
-                       head.width, head.height, kFonts, Escaped(head.title),
-                       Escaped(head.description)));
+    SvgCanvas whole;
+    std::string& text = whole.document_;
+    text = "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\"";
+    whole.Attribute("width", head.width);
+    whole.Attribute("height", head.height);
+    text += fmt::format(" viewBox=\"0 0 {} {}\" font-family=\"{}\" font-size=\"11\">\n<title>",
+                        head.width, head.height, kFonts);
+    AppendEscaped(text, head.title);
+    text += "</title>\n<desc>";
+    AppendEscaped(text, head.description);
+    text += "</desc>\n";
+    document_.insert(0, text);
     document_ += "</svg>\n";
     return std::move(document_);
 }

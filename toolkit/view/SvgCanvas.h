@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "toolkit/view/Shapes.h"
 
@@ -44,7 +45,9 @@ public:
     std::string Take(const SvgHead& head);
 
 private:
-    void Attribute(const char* name, double number);
+    void BeginAttribute(std::string_view name);
+    void Attribute(std::string_view name, double number);
+    void Attribute(std::string_view name, const Colour& colour);
     void AddPaint(const Paint& paint);
     void AddPlaces(std::span<const Point> points, std::size_t run);
 
