@@ -103,8 +103,9 @@ std::optional<SessionShelf::Made> SessionShelf::Page(const std::string& session,
         return Made{false, read.refusal};
     }
     const orvo::Layout layout = orvo::MakeLayout(*read.session, options_.layout);
-    const auto waveforms = options_.waveforms ? orvo::ReadWaveforms(layout, {.cache = options_.cache})
-                                              : std::vector<std::optional<orvo::Waveform>>();
+    const auto waveforms = options_.waveforms
+                               ? orvo::ReadWaveforms(layout, {.cache = options_.cache})
+                               : std::vector<std::optional<orvo::Waveform>>();
     orvo::PageOptions options{.title = LastPart(session), .watch = addresses.state};
     if (options_.audio) {
         options.audio = orvo::PageAudio::Linked;

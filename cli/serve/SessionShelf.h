@@ -19,7 +19,7 @@ public:
     struct Options {
         orvo::LayoutOptions layout{};
         bool waveforms = true;
-        bool audio = false;  ///< pages play their clips
+        bool audio = false;   ///< pages play their clips
         std::string cache{};  ///< of waveforms: `orvo::WaveformOptions`
     };
 

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "toolkit/Saturating.h"
 #include "toolkit/view/Facts.h"
 #include "toolkit/view/LaneDrawing.h"
 #include "toolkit/view/RowDrawing.h"
-#include "toolkit/Saturating.h"
 #include "toolkit/view/TextWidth.h"
 
 namespace toolkit {
@@ -153,7 +153,8 @@ void Picture::DrawNotes(SvgCanvas& canvas) const {
             canvas.Text({kMargin, base}, fmt::format("and {} more", left), style);
             break;
         }
-        canvas.Text({kMargin, base}, FittedText(note.sentence, style, frame_.right - kMargin), style);
+        canvas.Text({kMargin, base}, FittedText(note.sentence, style, frame_.right - kMargin),
+                    style);
         base += Frame::kNoteHeight;
         --left;
     }
