@@ -41,8 +41,9 @@ struct PageOptions {
     /// gains, pans, mutes, fades and loops, without effects and sends. It says what is not heard.
     PageAudio audio = PageAudio::None;
     /// Of linked media, by their places in `Layout::media`: addresses, relative to that of the
-    /// page, each percent-encoded. Media with an empty one, or with none, are not heard. Browsers
-    /// refuse them to a page that was opened from the disk, which then lets its reader choose them.
+    /// page, with escapes as in all addresses. Media with an empty one, or none, are not heard.
+    /// Browsers refuse them to a page that was opened from the disk, which then lets its reader
+    /// choose them.
     std::vector<std::string> mediaAddresses{};
 };
 
