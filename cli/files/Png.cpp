@@ -59,7 +59,7 @@ std::string DrawPng(const std::string& svg, double scale) {
     Require(cairo_surface_status(surface.get()));
     const Context context(cairo_create(surface.get()), &cairo_destroy);
     GError* error = nullptr;
-    if (!rsvg_handle_render_document(document.get(), context.get(), &whole, &error)) {
+    if (rsvg_handle_render_document(document.get(), context.get(), &whole, &error) == FALSE) {
         const std::string reason = error->message;
         g_error_free(error);
         Fail(reason);

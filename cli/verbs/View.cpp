@@ -286,12 +286,14 @@ ExitCode RunView(const ViewOptions& options, PictureForm form) {
         const ExitCode saved = drawing.SaveAsPage(out);
         return saved == ExitCode::Good && options.pages.open ? OpenPage(options.out) : saved;
     }
-    const std::optional<std::string> svg = drawing.Svg();
-    if (!svg) {
+    std::optional<std::string> picture = drawing.Svg();
+    if (!picture) {
         return ExitCode::Failure;
     }
-    const std::string picture = form == PictureForm::Svg ? *svg : DrawPng(*svg, options.scale);
-    const ExitCode saved = out.Save([&picture](const Output::Sink& sink) { sink(picture); });
+    if (form == PictureForm::Png) {
+        picture = DrawPng(*picture, options.scale);
+    }
+    const ExitCode saved = out.Save([&picture](const Output::Sink& sink) { sink(*picture); });
     return drawing.IsWhole() ? saved : ExitCode::Failure;
 }
 

@@ -18,7 +18,7 @@ namespace {
 constexpr double kRadius = 3.5;
 constexpr double kNameSize = 11;
 constexpr double kDeadWidth = 1.5;  // narrower ones have nothing inside
-constexpr double kStackCards = 2;
+constexpr int kStackCards = 2;
 constexpr double kStackStep = 2.5;
 
 /// Places at equal distances, up to an end.
@@ -120,7 +120,7 @@ void BoxDrawing::DrawStack() const {
     if (box_.takes.empty() || head_ == 0) {
         return;
     }
-    for (double card = kStackCards; card > 0; --card) {
+    for (int card = kStackCards; card > 0; --card) {
         const double inset = card * 3;
         canvas_.Rectangle({left_ + 0.5 + inset, head_, std::max(width_ - 1 - 2 * inset, 0.5),
                            height_ - head_ - 0.5 + card * kStackStep},
@@ -320,9 +320,11 @@ void BoxDrawing::DrawText() const {
     const double room = end - x - TextWidth(name, nameStyle) - kApart;
     std::string shown;
     for (const std::string& mark : Marks()) {
-        const std::string longer = shown.empty() ? mark : shown + " · " + mark;
-        if (TextWidth(longer, style) <= room) {
-            shown = longer;
+        const std::size_t before = shown.size();
+        shown += shown.empty() ? "" : " · ";
+        shown += mark;
+        if (TextWidth(shown, style) > room) {
+            shown.resize(before);
         }
     }
     canvas_.Text({end, base}, shown, style);

@@ -251,7 +251,9 @@ void SvgCanvas::End() {
 }
 
 void SvgCanvas::Add(SvgCanvas other) {
-    document_ += other.document_;
+    // The other one may be large, and is not needed twice.
+    other.document_.insert(0, document_);
+    document_ = std::move(other.document_);
 }
 
 std::string SvgCanvas::Take(const SvgHead& head) {
