@@ -138,6 +138,11 @@ struct ExportOptions {
     /// holds its media.
     bool embedMedia = false;
 
+    /// Whether what the format has no place for travels along as data of our own, so that it comes
+    /// back if the file is read again: in `DawProject`, `Otio` and `Otioz`. The report says what
+    /// other programs lose in any case.
+    bool ownData = true;
+
     /// Frames a second. `Otio` and `Otioz` round boundaries to it, and `Edl` counts in it. No
     /// value: OpenTimelineIO keeps samples; an edit decision list takes the rate of the session's
     /// time format if that is timecode, else 25. Such as 29.97, which means 30000/1001.
