@@ -1,5 +1,6 @@
 /** Waveforms: the lowest and highest levels of media, at every size. */
 
+import { bytesOf } from "./base64";
 import type { Media, Picture } from "./picture";
 
 /** From -127 to 127. */
@@ -17,14 +18,7 @@ export interface Waveform {
     levels: Level[];
 }
 
-function bytesOf(base64: string): Int8Array {
-    const text = atob(base64);
-    const bytes = new Int8Array(text.length);
-    for (let i = 0; i < text.length; i += 1) {
-        bytes[i] = text.charCodeAt(i);
-    }
-    return bytes;
-}
+const signed = (base64: string): Int8Array => new Int8Array(bytesOf(base64).buffer);
 
 function halved(level: Level): Level {
     const count = Math.ceil(level.lowest.length / 2);
@@ -52,7 +46,7 @@ export function waveformOf(media: Media): Waveform | null {
         return null;
     }
     const { sampleRate, frames, framesPerPeak, lowest, highest } = waveform;
-    const levels = levelsOf({ lowest: bytesOf(lowest), highest: bytesOf(highest) });
+    const levels = levelsOf({ lowest: signed(lowest), highest: signed(highest) });
     return { sampleRate, frames, framesPerPeak, levels };
 }
 

@@ -254,7 +254,7 @@ void AppendFades(std::string& out, const Things& things) {
     using Fade = const FadeOfBox&;
     Table(out, "fades", things.fades)
         .Column("box", [](Fade fade) { return fade.box; })
-        .Column("out", [](Fade fade) { return std::int64_t{fade.isOut}; })
+        .Column("out", [](Fade fade) { return std::int64_t{fade.isOut ? 1 : 0}; })
         .Column("length", [](Fade fade) { return fade.fade.length; })
         .Column("curve", [](Fade fade) { return static_cast<std::int64_t>(fade.fade.curve); });
 }

@@ -52,7 +52,7 @@ std::vector<std::size_t> MediaToHear(const Layout& layout) {
         }
     }
     std::ranges::sort(heard);
-    heard.erase(std::ranges::unique(heard).begin(), heard.end());
+    heard.erase(std::unique(heard.begin(), heard.end()), heard.end());
     std::erase_if(heard, [&layout](std::size_t media) {
         return !layout.media[media].found || !toolkit::IsMediaFile(layout.media[media].path);
     });

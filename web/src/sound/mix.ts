@@ -274,7 +274,7 @@ export function unheardOf(mix: Mix, session: SessionText): string[] {
         [count(audio, (box) => isMissing(picture, box)), "clip without its media", "clips without their media"],
         [count(tracks, (track) => track["preRendered"] === true), "rendered file in place of a track", "rendered files in place of tracks"],
     ];
-    const texts = lines.filter(([number]) => number > 0).map(([number, one, many]) => `${number} ${number === 1 ? one : many}`);
+    const texts = lines.filter(([number]) => number > 0).map(([number, one, many]) => `${number.toLocaleString("en")} ${number === 1 ? one : many}`);
     if (session.at("/metronome/enabled") === true) {
         texts.push("the metronome");
     }

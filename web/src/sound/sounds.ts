@@ -1,3 +1,4 @@
+import { bytesOf } from "../base64";
 import type { Media } from "../picture";
 
 /** Decoded sound that is kept, in bytes; what was not played for the longest time goes first. */
@@ -35,15 +36,6 @@ export function matchFiles(paths: readonly string[], files: readonly string[]): 
         });
         return best;
     });
-}
-
-function bytesOf(base64: string): ArrayBuffer {
-    const text = atob(base64);
-    const bytes = new Uint8Array(text.length);
-    for (let i = 0; i < text.length; i += 1) {
-        bytes[i] = text.charCodeAt(i);
-    }
-    return bytes.buffer;
 }
 
 /** The sounds of media, each read and decoded when it is first wanted. */
@@ -115,7 +107,7 @@ export class Sounds {
             return file.arrayBuffer();
         }
         if (sound.startsWith("#")) {
-            return bytesOf(document.getElementById(sound.slice(1))?.textContent ?? "");
+            return bytesOf(document.getElementById(sound.slice(1))?.textContent ?? "").buffer;
         }
         if (this.needsFile(media)) {
             throw new Error("browsers do not let a page from the disk read other files");

@@ -1,6 +1,7 @@
 // Hears pages: what sounds where, with which level. The media hold one value throughout, so that a level is a factor.
 import assert from "node:assert/strict";
-import { mkdirSync, renameSync, writeFileSync } from "node:fs";
+import { mkdirSync, readFileSync, renameSync, writeFileSync } from "node:fs";
+import { createServer } from "node:http";
 import path from "node:path";
 import { test } from "node:test";
 import { build } from "esbuild";
@@ -327,6 +328,25 @@ test("linked media are chosen by the reader of a page from the disk", async () =
         },
         { init: listen },
     );
+});
+
+test("a page on a web server gets its media from there", async () => {
+    const page = pageOf("on-the-web", long, "--audio", "link");
+    const server = createServer((request, response) => {
+        const name = path.join(folder, path.normalize(decodeURIComponent(new URL(request.url, "http://a").pathname)));
+        response.setHeader("Content-Type", name.endsWith(".html") ? "text/html" : "audio/wav");
+        response.end(readFileSync(name));
+    });
+    await new Promise((resolve) => {
+        server.listen(0, "127.0.0.1", resolve);
+    });
+    try {
+        const { port } = server.address();
+        await open(`http://127.0.0.1:${port}/${path.basename(page)}`, playAndStop, { init: listen });
+    } finally {
+        server.closeAllConnections();
+        server.close();
+    }
 });
 
 test("a served page gets its media from the server", async () => {
