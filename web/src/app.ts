@@ -98,6 +98,7 @@ export class App {
     private chosenRow = -1;
     private frame = 0;
     private followFrame = 0;
+    private wasPlaying = false;
     private linkTimer = 0;
     private fragment = "";
 
@@ -165,27 +166,34 @@ export class App {
 
     /** Shows the position that is heard, as long as it moves. */
     private followSound(): void {
-        const { sound, scene, view } = this;
+        const { sound, scene } = this;
         if (!sound) {
             return;
         }
+        const before = scene.playhead;
+        const begins = sound.isPlaying && !this.wasPlaying;
+        this.wasPlaying = sound.isPlaying;
         scene.playhead = sound.position;
         sound.showPosition();
-        const x = view.x(scene.playhead);
-        if (sound.isPlaying && (x < 0 || x > view.width)) {
-            view.left = scene.playhead - FOLLOW * view.width * view.scale;
-            view.clamp();
-            this.moved();
+        // Who scrolls away from it looks at something else.
+        if (sound.isPlaying && !this.isShown(scene.playhead) && (begins || this.isShown(before))) {
+            this.showFrom(scene.playhead);
         }
         this.changed();
         if (sound.isPlaying) {
-            this.follow();
+            cancelAnimationFrame(this.followFrame);
+            this.followFrame = requestAnimationFrame(() => this.followSound());
         }
     }
 
-    private follow(): void {
-        cancelAnimationFrame(this.followFrame);
-        this.followFrame = requestAnimationFrame(() => this.followSound());
+    private isShown(position: number | null): boolean {
+        return position !== null && position >= this.view.left && position <= this.view.right;
+    }
+
+    private showFrom(position: number): void {
+        this.view.left = position - FOLLOW * this.view.width * this.view.scale;
+        this.view.clamp();
+        this.moved();
     }
 
     start(): void {

@@ -12,6 +12,7 @@ const LEAD = 0.05;
 
 /** Plays, pauses and stops, and knows the position. */
 export class Transport {
+    state: "stopped" | "loading" | "playing" = "stopped";
     private context: AudioContext | null = null;
     private output: GainNode | null = null;
     private player: Player | null = null;
@@ -32,8 +33,6 @@ export class Transport {
         this.begin = this.at;
         this.sounds = new Sounds(mix.picture.media, (bytes) => this.reach().context.decodeAudioData(bytes));
     }
-
-    state: "stopped" | "loading" | "playing" = "stopped";
 
     /** In samples of the timeline. */
     get position(): number {

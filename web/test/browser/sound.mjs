@@ -295,6 +295,11 @@ test("the view follows what is played, and stops at the end", async () => {
             const place = () => Number(new URLSearchParams(new URL(page.url()).hash.slice(1)).get("from"));
             await page.waitForFunction((end) => new URLSearchParams(location.hash.slice(1)).get("from") > end, at(4));
             assert.ok(place() < at(60));
+            await page.keyboard.press("End");
+            await page.waitForFunction((end) => new URLSearchParams(location.hash.slice(1)).get("from") > end, at(100));
+            const before = await clockOf(page);
+            await page.waitForFunction((time) => document.getElementById("clock").textContent > time, `0:00:${(before + 0.2).toFixed(3).padStart(6, "0")}`);
+            assert.ok((await page.evaluate(() => new URLSearchParams(location.hash.slice(1)).get("from"))) > at(100), "who scrolls away stays there");
             await page.keyboard.press(".");
             await isSilent(page);
         },
