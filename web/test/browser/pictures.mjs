@@ -8,8 +8,8 @@ import { exampleOf, open, pageOf, pageOfTwo, settled, shoot, web } from "./suppo
 
 const APPROVED = path.join(web, "test/approved");
 /** How much a colour may differ, in 255ths, and how many pixels may differ more, as a share. */
-const NEAR = 40;
-const MOST = 0.004;
+const NEAR = 24;
+const MOST = 0.0005;
 const MOST_BYTES = 150_000;
 
 const pictures = [
@@ -57,7 +57,7 @@ for (const { name, make, ...options } of pictures) {
                 await shoot(page, `approved-${name}`);
                 const texts = [taken, readFileSync(file)].map((bytes) => bytes.toString("base64"));
                 const share = await page.evaluate(difference, [...texts, NEAR]);
-                assert.ok(share <= MOST, `${(share * 100).toFixed(2)} % differ from ${file}; look at it, and run npm run approve if it is right`);
+                assert.ok(share <= MOST, `${(share * 100).toFixed(3)} % differ from ${file}; look at it, and run npm run approve if it is right`);
             },
             { viewport: { width: 1200, height: 720 }, ...options },
         );
