@@ -143,7 +143,8 @@ export class App {
             (text) => this.say(text),
         );
         this.changes = wire.compared ? new ChangeList(get("changes", HTMLElement), picture, () => this.scene.theme, choose) : null;
-        this.sound = wire.audio ? this.makeSound(session) : null;
+        // Without a rate, no clip has a place in time.
+        this.sound = wire.audio && wire.sampleRate > 0 ? this.makeSound(session) : null;
     }
 
     private makeSound(session: SessionText): SoundBar {

@@ -38,9 +38,12 @@ export function valueAt(line: Line, position: number): number {
     return before.value + share * (after.value - before.value);
 }
 
+/** Nothing is made louder than by this many dB, whatever a session says. */
+const LOUDEST = 60;
+
 /** A level in dB as a factor. */
 export function gainOf(decibels: number): number {
-    return Number.isFinite(decibels) ? 10 ** (decibels / 20) : 0;
+    return 10 ** (Math.min(decibels, LOUDEST) / 20);
 }
 
 /** A fade's levels from an end of a clip inwards; `direction` is 1 at its start and -1 at its end. */

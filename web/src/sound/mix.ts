@@ -7,6 +7,10 @@ import { constant, controlLine, fadeLine, gainOf, isAutomated, isConstant, type 
 
 /** Nothing that a session names. */
 const NONE = -1;
+/** Web Audio has no more. */
+const MOST_CHANNELS = 32;
+/** How much faster or slower clips are played at most, whatever a session says. */
+const FASTEST = 1024;
 
 /** A track of the mixer. */
 export interface Strip {
@@ -198,7 +202,7 @@ export class Mix {
      */
     startOf(box: number, from: number, duration: number): Start | null {
         const { boxes, wire } = this.picture;
-        const speed = boxes.speed[box]!;
+        const speed = Math.min(Math.max(boxes.speed[box]!, 1 / FASTEST), FASTEST);
         const start = boxes.start[box]!;
         const isLooped = this.isLooped(box);
         let position = Math.max(start, from);
@@ -211,7 +215,8 @@ export class Mix {
         if (position >= boxes.end[box]! || (!isLooped && offset >= duration)) {
             return null;
         }
-        return { position, offset: isLooped ? offset - Math.floor(offset / duration) * duration : offset, speed };
+        const round = isLooped ? Math.floor(offset / duration) * duration : 0;
+        return { position, offset: Math.min(Math.max(0, offset - round), duration), speed };
     }
 
     /**
@@ -246,9 +251,10 @@ function isMixed(kind: number): boolean {
 
 function channelsOf(map: Json | undefined): Map<number, number> {
     const channels = new Map<number, number>();
-    for (const [channel, source] of Object.entries(objectOf(map) ?? {})) {
-        if (numberOf(source, NONE) !== Number(channel)) {
-            channels.set(Number(channel), numberOf(source, NONE));
+    for (const [key, source] of Object.entries(objectOf(map) ?? {})) {
+        const channel = Number(key);
+        if (channel < MOST_CHANNELS && channel !== numberOf(source, NONE)) {
+            channels.set(channel, numberOf(source, NONE));
         }
     }
     return channels;

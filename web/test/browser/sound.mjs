@@ -368,6 +368,26 @@ test("a served page gets its media from the server", async () => {
     );
 });
 
+test("strange numbers of a session do no harm", async () => {
+    const strange = structuredClone(long);
+    const [track] = strange.audioTracks;
+    const [clip] = track.audioClips;
+    Object.assign(track, { trackFader: control(3e38), trackPan: control(-3e38) });
+    track.audioClips = [
+        { ...clip, clipGain: control(-3e38), clipStretch: { stretchMode: "realtime", stretchRatio: 1e-300 }, channelMap: { 4000000000: 3 } },
+        { ...clip, id: 2, sourceInPoint: -(2 ** 60), duration: 2 ** 61, zOrder: -1 },
+        { ...clip, id: 3, startPoint: -(2 ** 62), duration: 2 ** 62 + 1, fadeIn: { startPoint: 0, endPoint: 2 ** 61 }, zOrder: 1 },
+    ];
+    await open(pageOf("strange", strange, "--audio", "embed"), async (page) => {
+        await page.keyboard.press("Space");
+        await page.waitForSelector('#play[aria-label="Pause"]');
+        await page.waitForFunction((before) => document.getElementById("clock").textContent !== before, await page.locator("#clock").textContent());
+    });
+    await open(pageOf("no-rate", { sampleRate: 0 }, "--audio", "embed"), async (page) => {
+        assert.ok(await page.locator("#transport").isHidden());
+    });
+});
+
 test("media that a browser cannot read are named", async () => {
     const broken = path.join(MEDIA, "broken.wav");
     writeFileSync(broken, "no sound");

@@ -79,6 +79,8 @@ void test("a fade runs from its end of the clip, as its curve says", () => {
 void test("levels are in dB, also between keyframes", () => {
     assert.equal(gainOf(0), 1);
     assert.ok(Math.abs(gainOf(-6) - 0.5012) < 0.0001);
+    assert.equal(gainOf(-1e300), 0);
+    assert.equal(gainOf(1e300), 1000, "no louder than that");
     assert.deepEqual(values(controlLine(control(20), 0, gainOf)), [[0, 10]]);
     const line = controlLine(control(0, [{ value: -40, sampleOffset: 100 }, { value: 0, sampleOffset: 0 }]), 1000, gainOf)!;
     assert.equal(valueAt(line, 0), 1);
@@ -115,6 +117,18 @@ void test("a clip whose media begin later starts later", () => {
     assert.deepEqual(mixOf(routed, [], {}, picture).startOf(0, 0, 60), { position: 250, offset: 0, speed: 1 });
 });
 
+void test("strange numbers give a start that Web Audio takes", () => {
+    const picture = heard();
+    for (const [source, speed] of [[1e300, 1], [-1e300, 1e300], [-1e300, 1e-300], [9e15, 1e-300], [0, 1e300]] as const) {
+        for (const box of [0, 3]) {
+            picture.boxes.sourceStart[box] = source;
+            picture.boxes.speed[box] = speed;
+            const start = mixOf(routed, [], {}, picture).startOf(box, 0, 0.3);
+            assert.ok(start === null || (start.offset >= 0 && start.offset <= 0.3 && Math.fround(start.speed) > 0 && Number.isFinite(start.position)), `${source}, ${speed}`);
+        }
+    }
+});
+
 void test("clips are played in the order of their starts, those that have ended never", () => {
     const picture = heard();
     picture.boxes.flags[1] = 8;
@@ -124,7 +138,7 @@ void test("clips are played in the order of their starts, those that have ended 
 });
 
 void test("a clip has its fades, its gain, its mute and its pan", () => {
-    const clip = { clipGain: control(-6), clipMute: control(0), clipPan: control(-3), channelMap: { 0: 1, 1: 1, 2: -1 } };
+    const clip = { clipGain: control(-6), clipMute: control(0), clipPan: control(-3), channelMap: { 0: 1, 1: 1, 2: -1, 9999: 0 } };
     const voice = mixOf(routed, [clip], { mixingOptionState: { playOverlappingClips: true } }).voiceOf(0);
     assert.equal(voice.gains.length, 3, "the mute does nothing");
     assert.deepEqual(values(voice.gains[0]!), [[0, 0], [250, 0.5], [500, 1]]);
