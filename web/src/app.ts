@@ -780,7 +780,7 @@ export class App {
         dialog.append(
             make("h2", { id: "keys-title" }, "Keys"),
             list,
-            make("p", {}, "Drag the ruler to choose a range. The address holds the place that you see."),
+            make("p", {}, `${this.sound ? "Click the ruler to place the position. " : ""}Drag the ruler to choose a range. The address holds the place that you see.`),
             close,
         );
     }
