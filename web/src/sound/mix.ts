@@ -271,7 +271,10 @@ export function unheardOf(mix: Mix, session: SessionText): string[] {
     const count = <T>(things: readonly T[], is: (thing: T) => boolean): number => things.filter(is).length;
     const mixing = session.objectAt("/mixingOptionState");
     const power = numberOf(mixing["panPower"], LAW);
+    const clips = sum(strips, (strip) => listOf(mix.trackOf(strip.row)["audioClips"]).length);
     const lines: [number, string, string][] = [
+        [listOf(session.at("/audioTracks")).length - strips.length, "track that is not shown", "tracks that are not shown"],
+        [clips - audio.length, "clip that is not shown", "clips that are not shown"],
         [count(owners, (owner) => hasRack(owner["effectsRack"])), "effects rack", "effects racks"],
         [count(tracks, (track) => isShaped(track["trackEQ"])), "equaliser", "equalisers"],
         [sum(tracks, (track) => listOf(objectOf(track["sendList"])?.["sendSlots"]).filter(objectOf).length), "send", "sends"],

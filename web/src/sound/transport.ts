@@ -29,7 +29,7 @@ export class Transport {
         private readonly mix: Mix,
         private readonly changed: () => void,
     ) {
-        this.at = mix.picture.wire.cursor;
+        this.at = this.inRange(mix.picture.wire.cursor);
         this.begin = this.at;
         this.sounds = new Sounds(mix.picture.media, (bytes) => this.reach().context.decodeAudioData(bytes));
     }
@@ -44,8 +44,7 @@ export class Transport {
 
     /** Places the position, also while it plays. */
     place(position: number): void {
-        const { from, end } = this.mix.picture.wire;
-        this.at = Math.min(Math.max(position, Math.min(from, 0)), end);
+        this.at = this.inRange(position);
         this.begin = this.at;
         if (this.state !== "stopped") {
             this.silence();
@@ -115,9 +114,9 @@ export class Transport {
         const { context, output } = this.reach();
         const { sounds } = this;
         const play = (this.plays += 1);
-        const { end } = this.mix.picture.wire;
-        if (this.at >= end) {
-            this.at = this.begin = this.mix.picture.wire.from;
+        const { from: first, to } = this.mix.picture.wire;
+        if (this.at >= to) {
+            this.at = this.begin = first;
         } else if (this.state === "stopped") {
             this.begin = this.at;
         }
@@ -142,6 +141,12 @@ export class Transport {
         return [...new Set(soon.map((box) => media[box]!))];
     }
 
+    /** Only what the page shows is played. */
+    private inRange(position: number): number {
+        const { from, to } = this.mix.picture.wire;
+        return Math.min(Math.max(position, from), to);
+    }
+
     private samples(seconds: number): number {
         return seconds * this.mix.picture.wire.sampleRate;
     }
@@ -152,7 +157,7 @@ export class Transport {
             return;
         }
         const now = player.positionAt(context.currentTime);
-        if (now >= this.mix.picture.wire.end) {
+        if (now >= this.mix.picture.wire.to) {
             this.stop();
             return;
         }

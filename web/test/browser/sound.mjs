@@ -307,6 +307,21 @@ test("the view follows what is played, and stops at the end", async () => {
     );
 });
 
+test("of a part of a session only that is played", async () => {
+    const page = pageOf("part", { ...long, ctiPosition: at(2) }, "--audio", "embed", "--from", "0:10", "--to", "0:12");
+    await open(
+        page,
+        async (tab) => {
+            assert.equal(await clockOf(tab), 10);
+            await tab.keyboard.press("Space");
+            await isLoud(tab);
+            await tab.waitForSelector('#play[aria-label="Play"]');
+            assert.equal(await clockOf(tab), 10, "it has come to the end");
+        },
+        { init: listen },
+    );
+});
+
 test("what is not heard is said", async () => {
     await open(pageOf("unheard", exampleOf("music"), "--audio", "embed"), async (page) => {
         const line = await page.locator("#unheard").textContent();

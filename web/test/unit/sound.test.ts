@@ -200,6 +200,10 @@ void test("what is not heard is said, and no more", () => {
     assert.deepEqual(said(routed, [{ clipStretch: { stretchMode: "realtime", stretchRatio: 2 } }]), ["the pitch of 1 stretched clip"]);
     assert.deepEqual(said(routed, [{ clipStretch: { stretchMode: "realtime", stretchType: "varispeed", stretchRatio: 2 } }]), []);
     assert.deepEqual(said(routed, [], { metronome: { enabled: true }, mixingOptionState: { panPower: -6 } }), ["the metronome", "the pan law of -6 dB"]);
+    assert.deepEqual(said([{ ...routed[0]!, audioClips: [{}, {}, {}, {}, {}] }, ...routed.slice(1)], [], { audioTracks: [{}, {}, {}, {}, {}] }), [
+        "2 tracks that are not shown",
+        "1 clip that is not shown",
+    ]);
     const gone = heard();
     gone.media[0]!.sound = "";
     gone.boxes.kind[1] = 2;
