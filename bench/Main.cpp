@@ -13,6 +13,7 @@ constexpr const char* kExamples =
     R"(Examples:
   orvo-bench read song.orvo
   orvo-bench write --rounds 5 song.orvo
+  orvo-bench view song.orvo
   orvo-bench life --json
 
 bench/README.md says what each number is.)";
@@ -24,6 +25,7 @@ int RunProgram(int argumentCount, const char* const* arguments) {
     program.require_subcommand(1);
     bench::AddRead(program, action);
     bench::AddWrite(program, action);
+    bench::AddView(program, action);
     bench::AddLife(program, action);
     try {
         program.parse(argumentCount, arguments);

@@ -12,6 +12,7 @@ using Action = std::function<void()>;
 /// `std::exception` if it cannot measure something.
 void AddRead(CLI::App& program, Action& chosen);
 void AddWrite(CLI::App& program, Action& chosen);
+void AddView(CLI::App& program, Action& chosen);
 void AddLife(CLI::App& program, Action& chosen);
 
 }  // namespace bench

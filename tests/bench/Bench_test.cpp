@@ -84,6 +84,16 @@ TEST_F(BenchTest, AWriteIsMeasuredBesideTheBareDomAndAllWriteTheSameBytes) {
                                              {"copy", true}}));
 }
 
+TEST_F(BenchTest, APictureIsMeasuredBesideTheRead) {
+    Generate();
+    const json report = RunForJson({"view", "--rounds", "1", "a.orvo"});
+    ExpectPositive(report, {"read", "layout", "picture"});
+    EXPECT_EQ(report.at("ratio").at("read"), 1);
+    const test::Outcome outcome = Run({"view", "absent.orvo"});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.errors, StartsWith("orvo-bench: absent.orvo"));
+}
+
 TEST_F(BenchTest, TheLifeOfThePlugInIsItsLoadAndManySmallSessions) {
     const json report = RunForJson({"life", "--rounds", "1", "--sessions", "5"});
     ExpectPositive(report, kContenders);

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """budget_test.py ORVO ORVO-BENCH: a read and a write take no more instructions, in proportion to the XML library
-alone, than the budgets below, and no more memory, so that a change that makes them slow fails without a clock.
+alone, than the budgets below, and no more memory, and a picture no more in proportion to the read, so that a change that
+makes them slow fails without a clock.
 
 What a change wins or costs for good is written into the budgets: a run prints what it found.
 """
@@ -24,15 +25,20 @@ BUDGETS = {
     ("write", "streamed_reference_host"): {"instructions": 0.081, "allocations": 1.715},
 }
 
+# Instructions of a picture as SVG in proportion to the read of its session.
+PICTURE = 0.5
+
 # Bytes of memory for each byte of a session that is saved as a stream.
 BYTES_PER_BYTE = 1.6
 
 
-def instructions(bench, verb, contender, session, folder):
+def instructions(bench, verb, contender, session, folder=None):
     """Of the two runs by which `orvo-bench` measures memory."""
     command = ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
                "--toggle-collect=bench::MeasureMemory(*",
-               bench, verb, session, "--folder", folder, "--alone", contender]
+               bench, verb, session, "--alone", contender]
+    if folder:
+        command += ["--folder", folder]
     if verb == "read":
         command += ["--cuts", session, session]
     ended = subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, check=True)
@@ -76,6 +82,9 @@ def main(orvo, bench):
                     over = value > budget[what] * (1 + TOLERANCE)
                     problems += over
                     print(f"{verb} {name} {what}: {value:.3f}, budget {budget[what]:.3f}{', OVER' if over else ''}")
+        picture = instructions(bench, "view", "picture", session) / instructions(bench, "view", "read", session)
+        problems += picture > PICTURE
+        print(f"view picture instructions: {picture:.3f} of the read, limit {PICTURE}")
         memory = bytes_per_byte(orvo, bench, folder)
         problems += memory > BYTES_PER_BYTE
         print(f"write streamed_null_host memory: {memory:.3f} bytes a byte, limit {BYTES_PER_BYTE}")

@@ -62,7 +62,8 @@ void DrawLane(SvgCanvas& canvas, Scene& scene, const orvo::LayoutRow& row, const
     DrawHeader(canvas, scene, lane, band);
     const Area timeline = {scene.frame.left, band.top, scene.frame.right - scene.frame.left,
                            band.height};
-    canvas.Begin(timeline, lane.name);
+    constexpr double kUnchanged = 0.5;
+    canvas.Begin(timeline, lane.name, row.change == orvo::LayoutChange::Same ? kUnchanged : 1);
     DrawCurve(canvas, lane, {0, 0, timeline.width, timeline.height}, scene.frame.from,
               scene.frame.pixelsPerSample, scene.palette.Of(row).wave, true);
     canvas.End();

@@ -199,7 +199,8 @@ private:
         for (const Clip& clip : clips) {
             const std::int64_t end =
                 std::max(clip.startPoint, SaturatingSum(clip.startPoint, clip.duration));
-            if (end < layout_.from || clip.startPoint >= layout_.to) {
+            if (end < layout_.from || clip.startPoint >= layout_.to ||
+                (end == layout_.from && clip.startPoint < end)) {
                 continue;
             }
             LayoutBox box{.id = clip.id,

@@ -29,8 +29,8 @@ struct Step {
 /// 1, 2, 5, 10, 20 and so on.
 double RoundNumber(std::size_t index) {
     constexpr std::array kLeading = {1.0, 2.0, 5.0};
-    return kLeading[index % kLeading.size()] *
-           std::pow(10.0, static_cast<double>(index / kLeading.size()));
+    const std::size_t zeros = index / kLeading.size();
+    return kLeading[index % kLeading.size()] * std::pow(10.0, static_cast<double>(zeros));
 }
 
 /// Distances between marks, from the smallest one on.
@@ -162,8 +162,8 @@ std::string PositionLabel(const Layout& layout, std::int64_t position) {
 std::vector<RulerTick> RulerTicks(const Layout& layout, std::int64_t room) {
     constexpr double kMostLabels = 400;
     constexpr int kMostMarks = 4010;  // with those between the labels
-    const double from = static_cast<double>(layout.from);
-    const double to = static_cast<double>(layout.to);
+    const auto from = static_cast<double>(layout.from);
+    const auto to = static_cast<double>(layout.to);
     const double needed = std::max(static_cast<double>(room), (to - from) / kMostLabels);
     const Ladder ladder(layout);
     const std::size_t index = FirstWithRoom(ladder, needed);

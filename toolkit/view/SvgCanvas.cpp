@@ -25,7 +25,7 @@ void AppendNumber(std::string& text, double number) {
         hundredths = -hundredths;
     }
     std::array<char, 16> digits{};
-    const auto end =
+    char* const end =
         std::to_chars(digits.data(), digits.data() + digits.size(), hundredths / 100).ptr;
     text.append(digits.data(), end);
     const auto rest = static_cast<int>(hundredths % 100);

@@ -90,6 +90,7 @@ TEST(Layout, BoxesOutsideTheRangeAreLeftOut) {
                                        {.id = 2, .duration = 10, .startPoint = 15},
                                        {.id = 3, .duration = 10, .startPoint = 30}});
     EXPECT_THAT(BoxIds(MakeLayout(session, {.from = 20, .to = 30}).rows[0]), ElementsAre(2));
+    EXPECT_THAT(BoxIds(MakeLayout(session, {.from = 10, .to = 30}).rows[0]), ElementsAre(2));
 }
 
 TEST(Layout, PositionsBeyond64BitsEndAtTheLastOne) {
