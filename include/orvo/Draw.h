@@ -75,8 +75,8 @@ enum class Theme {
 struct DrawOptions {
     std::string title{};  ///< above the picture, such as the session's name; empty: none
     double width = 1600;  ///< of the picture, in pixels; at least 400 is taken
-    /// Of the picture, in pixels. Rows share what is left of it. None: as high as they need, up to
-    /// 12,000.
+    /// Of the picture, in pixels. Rows share what is left of it, without lanes if that is little.
+    /// None: as high as they need, up to 12,000.
     std::optional<double> height{};
     Theme theme = Theme::Light;
     bool isSmall = false;  ///< one of many: tracks have their names only

@@ -121,7 +121,7 @@ void BoxDrawing::DrawStack() const {
         return;
     }
     for (int card = kStackCards; card > 0; --card) {
-        const double inset = card * 3;
+        const double inset = std::min(card * 3.0, width_ / 12 * card);
         canvas_.Rectangle({left_ + 0.5 + inset, head_, std::max(width_ - 1 - 2 * inset, 0.5),
                            height_ - head_ - 0.5 + card * kStackStep},
                           std::min(kRadius, width_ / 2), {.fill = hue_.bar, .stroke = hue_.edge});
@@ -244,10 +244,11 @@ void BoxDrawing::DrawFade(const orvo::LayoutFade& fade, bool isIn) const {
 
 /// The clip's own automation, over its sound.
 void BoxDrawing::DrawLanes() const {
-    if (head_ == 0) {
+    constexpr double kNarrow = 32;
+    const double left = std::max(left_, 0.0);
+    if (head_ == 0 || end_ - left < kNarrow) {
         return;
     }
-    const double left = std::max(left_, 0.0);
     const double from =
         static_cast<double>(box_.start) + (left - left_) / scene_.frame.pixelsPerSample;
     for (const orvo::LayoutLane& lane : box_.lanes) {

@@ -20,11 +20,11 @@ constexpr double kGreatestHeight = 12'000;
 constexpr double kRoomForNoTracks = 60;
 constexpr double kUsualLaneHeight = 46;
 
-double UsualRowHeight(const LayoutRow& row, bool isSmall) {
+double UsualRowHeight(const LayoutRow& row, bool isDense) {
     constexpr double kEmpty = 38;
-    constexpr double kSmall = 46;
-    if (isSmall) {
-        return kSmall;
+    constexpr double kDense = 46;
+    if (isDense) {
+        return kDense;
     }
     if (row.boxes.empty()) {
         return kEmpty;
@@ -47,19 +47,29 @@ double NotesHeight(const orvo::Layout& layout) {
 }  // namespace
 
 Frame::Frame(const orvo::Layout& layout, const orvo::DrawOptions& options)
-    : isSmall(options.isSmall),
+    : isDense(options.isSmall),
       width(std::max(options.width, kLeastWidth)),
-      left(isSmall ? kSmallHeaderWidth : kHeaderWidth),
+      left(options.isSmall ? kSmallHeaderWidth : kHeaderWidth),
       right(width - kMargin),
       rulerTop(options.title.empty() ? kNoTitleHeight : kTitleHeight),
       rulerBase(rulerTop + kRulerHeight),
       from(static_cast<double>(layout.from)),
       pixelsPerSample((right - left) / (static_cast<double>(layout.to) - from)) {
+    ShareHeight(layout, options);
+    constexpr double kTooLow = 0.35;
+    if (!isDense && rowScale < kTooLow) {
+        isDense = true;
+        ShareHeight(layout, options);
+    }
+}
+
+/// Gaps shrink with the rows, and do not grow with them.
+void Frame::ShareHeight(const orvo::Layout& layout, const orvo::DrawOptions& options) {
     double rows = 0;
     double gaps = 1;
     for (const LayoutRow& row : layout.rows) {
-        const auto lanes = static_cast<double>(row.lanes.size());
-        rows += UsualRowHeight(row, isSmall) + kUsualLaneHeight * lanes;
+        const auto lanes = isDense ? 0 : static_cast<double>(row.lanes.size());
+        rows += UsualRowHeight(row, isDense) + kUsualLaneHeight * lanes;
         gaps += 1 + lanes;
     }
     const double usual = rows > 0 ? rows + kUsualGap * gaps : kRoomForNoTracks;
@@ -67,11 +77,9 @@ Frame::Frame(const orvo::Layout& layout, const orvo::DrawOptions& options)
     const double around = rulerBase + notes + kMargin;
     height = std::ceil(options.height.value_or(std::min(usual + around, kGreatestHeight)));
     const double room = std::max(height - around, 0.0);
-    // Gaps shrink with the rows, and do not grow with them.
-    const double scale = room / usual;
-    gap = kUsualGap * std::min(scale, 1.0);
+    gap = kUsualGap * std::min(room / usual, 1.0);
     rowScale = rows > 0 ? std::max((room - gap * gaps) / rows, 0.0) : 1;
-    if (isSmall) {
+    if (options.isSmall) {
         rowScale = std::min(rowScale, 1.0);
     }
     rowsBottom = rows > 0 ? rulerBase + rows * rowScale + gap * gaps : height - notes - kMargin;
@@ -82,7 +90,7 @@ double Frame::X(std::int64_t position) const {
 }
 
 double Frame::RowHeight(const LayoutRow& row) const {
-    return UsualRowHeight(row, isSmall) * rowScale;
+    return UsualRowHeight(row, isDense) * rowScale;
 }
 
 double Frame::LaneHeight() const {

@@ -25,7 +25,7 @@ struct Frame {
     double RowHeight(const orvo::LayoutRow& row) const;
     double LaneHeight() const;
 
-    bool isSmall = false;
+    bool isDense = false;  ///< there is little room: rows are equally high, and have no lanes
     double width = 0;
     double height = 0;
     double left = 0;   ///< of the timeline
@@ -37,6 +37,9 @@ struct Frame {
     double rowScale = 1;    ///< of the usual heights of rows and lanes
     double from = 0;        ///< where the timeline begins, in samples
     double pixelsPerSample = 0;
+
+private:
+    void ShareHeight(const orvo::Layout& layout, const orvo::DrawOptions& options);
 };
 
 /// Calls `visit(row, lane, band)` from top to bottom; `lane` is null for the row itself.
@@ -46,6 +49,9 @@ void ForEachBand(const orvo::Layout& layout, const Frame& frame, Visitor visit) 
     for (const orvo::LayoutRow& row : layout.rows) {
         visit(row, nullptr, Band{top, frame.RowHeight(row)});
         top += frame.RowHeight(row) + frame.gap;
+        if (frame.isDense) {
+            continue;
+        }
         for (const orvo::LayoutLane& lane : row.lanes) {
             visit(row, &lane, Band{top, frame.LaneHeight()});
             top += frame.LaneHeight() + frame.gap;

@@ -15,7 +15,6 @@ namespace {
 using orvo::LayoutKeyframe;
 using orvo::LayoutLane;
 
-constexpr double kLowLane = 12;
 constexpr double kRoomForRange = 34;
 
 /// The name, and on its right the values at the top and at the bottom.
@@ -56,9 +55,6 @@ std::vector<Point> SeparateKeyframes(const std::vector<Point>& keyframes, double
 
 void DrawLane(SvgCanvas& canvas, Scene& scene, const orvo::LayoutRow& row, const LayoutLane& lane,
               const Band& band) {
-    if (band.height < kLowLane) {
-        return;
-    }
     DrawHeader(canvas, scene, lane, band);
     const Area timeline = {scene.frame.left, band.top, scene.frame.right - scene.frame.left,
                            band.height};

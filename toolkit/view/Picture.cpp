@@ -74,6 +74,7 @@ void Picture::DrawBackground(SvgCanvas& canvas) const {
     if (layout_.rows.empty()) {
         canvas.Text({frame_.width / 2, (frame_.rulerBase + frame_.rowsBottom) / 2}, "No tracks",
                     {.colour = colours_.faintText, .size = 13, .anchor = Anchor::Middle});
+        return;
     }
     ForEachBand(
         layout_, frame_, [&](const LayoutRow& /*row*/, const LayoutLane* lane, const Band& band) {

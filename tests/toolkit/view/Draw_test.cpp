@@ -74,6 +74,16 @@ TEST(DrawSvg, TheSizeIsTheOneAskedFor) {
     EXPECT_THAT(Drawn(Song(), {.width = 1}), HasSubstr("width=\"400\""));
 }
 
+TEST(DrawSvg, LanesNeedRoom) {
+    Session session = Song();
+    orvo::Component fader;
+    fader.parameters[0].automation = orvo::AutomationLane{.keyframes = {{.value = -6}}};
+    session.audioTracks[0].fader = fader;
+    EXPECT_THAT(Drawn(session), HasSubstr(">Volume</text>"));
+    const std::string low = Drawn(session, {.height = 140});
+    EXPECT_THAT(low, testing::AllOf(HasSubstr(">Voice</text>"), Not(HasSubstr("Volume"))));
+}
+
 TEST(DrawSvg, ManyTracksShareTheGreatestHeight) {
     Session session;
     session.audioTracks.assign(900, {.name = "T"});
