@@ -59,8 +59,7 @@ public:
     template <class Struct>
     requires requires { Schema<Struct>::kRows; }
     void Fill(Struct& value) {
-        std::apply([&](const auto&... rows) { (Fill(value.*rows.member), ...); },
-                   Schema<Struct>::kRows);
+        orvo::ForEachRow<Struct>([&](const auto& row) { Fill(value.*row.member); });
     }
 
 private:

@@ -94,11 +94,9 @@ public:
 
     template <HasSchema Struct>
     void Compare(const Struct& one, const Struct& other, const JsonPlace& place) {
-        std::apply(
-            [&](const auto&... rows) {
-                (Compare(one.*rows.member, other.*rows.member, JsonPlace(place, rows.key)), ...);
-            },
-            Schema<Struct>::kRows);
+        ForEachRow<Struct>([&](const auto& row) {
+            Compare(one.*row.member, other.*row.member, JsonPlace(place, row.key));
+        });
     }
 
     void Compare(const std::vector<std::uint8_t>& one, const std::vector<std::uint8_t>& other,

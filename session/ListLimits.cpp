@@ -33,8 +33,7 @@ public:
 
     template <HasSchema Struct>
     void Visit(const Struct& value, const std::string& place) {
-        std::apply([&](const auto&... rows) { (VisitMember(value, rows, place), ...); },
-                   Schema<Struct>::kRows);
+        ForEachRow<Struct>([&](const auto& row) { VisitMember(value, row, place); });
     }
     template <class Held>
     void Visit(const std::optional<Held>& value, const std::string& place) {

@@ -17,7 +17,7 @@ constexpr std::string_view KeyOf(Member Struct::*member) {
             key = row.member == member ? row.key : key;
         }
     };
-    std::apply([&](const auto&... rows) { (find(rows), ...); }, Schema<Struct>::kRows);
+    ForEachRow<Struct>(find);
     return key;
 }
 

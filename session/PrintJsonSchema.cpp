@@ -103,7 +103,7 @@ private:
         return Named(Schema<Struct>::kName, [this] {
             ordered_json properties = ordered_json::object();
             const auto add = [&](const auto& row) { properties[row.key] = DescribeMember(row); };
-            std::apply([&](const auto&... rows) { (add(rows), ...); }, Schema<Struct>::kRows);
+            ForEachRow<Struct>(add);
             return ordered_json{
                 {"type", "object"}, {"properties", properties}, {"additionalProperties", false}};
         });

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <tuple>
+#include <utility>
 
 namespace orvo {
 
@@ -33,5 +35,30 @@ template <class Struct>
 concept HasSchema = requires {
     Schema<Struct>::kRows;
 };
+
+template <class Struct>
+inline constexpr std::size_t kRowCount = std::tuple_size_v<decltype(Schema<Struct>::kRows)>;
+
+template <class Struct, std::size_t kNumber>
+inline constexpr auto kRow = std::get<kNumber>(Schema<Struct>::kRows);
+
+/// Calls `use` with each row. The functions behind std::apply would have the types of all rows in
+/// their names, which takes the compiler a multiple of the time.
+template <class Struct, class Use>
+constexpr void ForEachRow(const Use& use) {
+    [&]<std::size_t... kNumbers>(std::index_sequence<kNumbers...>) {
+        (use(kRow<Struct, kNumbers>), ...);
+    }
+    (std::make_index_sequence<kRowCount<Struct>>());
+}
+
+/// Whether `test` is true of each row. Ends at the first one of which it is not.
+template <class Struct, class Test>
+constexpr bool AllOfRows(const Test& test) {
+    return [&]<std::size_t... kNumbers>(std::index_sequence<kNumbers...>) {
+        return (test(kRow<Struct, kNumbers>) && ...);
+    }
+    (std::make_index_sequence<kRowCount<Struct>>());
+}
 
 }  // namespace orvo

@@ -20,11 +20,8 @@ const Value& DefaultOf() {
 template <class Value>
 bool IsDefault(const Value& value, const Value& standard) {
     if constexpr (HasSchema<Value>) {
-        return std::apply(
-            [&](const auto&... rows) {
-                return (IsDefault(value.*rows.member, standard.*rows.member) && ...);
-            },
-            Schema<Value>::kRows);
+        return AllOfRows<Value>(
+            [&](const auto& row) { return IsDefault(value.*row.member, standard.*row.member); });
     } else if constexpr (std::is_floating_point_v<Value>) {
         return value == standard && std::signbit(value) == std::signbit(standard);
     } else {

@@ -69,7 +69,7 @@ void Encode(JsonWriter& out, const Struct& value) {
         }
     };
     out.BeginObject();
-    std::apply([&](const auto&... rows) { (add(rows), ...); }, Schema<Struct>::kRows);
+    ForEachRow<Struct>(add);
     out.EndObject();
 }
 

@@ -82,7 +82,7 @@ struct FormOf {
 
 template <HasSchema Struct>
 struct FormOf<Struct> {
-    static constexpr std::size_t kCount = std::tuple_size_v<decltype(Schema<Struct>::kRows)>;
+    static constexpr std::size_t kCount = kRowCount<Struct>;
     static_assert(kCount <= kMostMembers);
 
     static void Take(void*, const ParsedJson& json) { FailAtValue(json, "give an object"); }
@@ -90,13 +90,12 @@ struct FormOf<Struct> {
 
     template <std::size_t kIndex>
     static Target MemberOf(void* value) {
-        return TargetOf(
-            static_cast<Struct*>(value)->*std::get<kIndex>(Schema<Struct>::kRows).member);
+        return TargetOf(static_cast<Struct*>(value)->*kRow<Struct, kIndex>.member);
     }
     template <std::size_t... kIndices>
     static constexpr std::array<Member, kCount> MembersOf(std::index_sequence<kIndices...>) {
-        return {{{std::get<kIndices>(Schema<Struct>::kRows).key,
-                  std::get<kIndices>(Schema<Struct>::kRows).formerKey, MemberOf<kIndices>}...}};
+        return {{{kRow<Struct, kIndices>.key, kRow<Struct, kIndices>.formerKey,
+                  MemberOf<kIndices>}...}};
     }
 
     static constexpr auto kMembers = MembersOf(std::make_index_sequence<kCount>());

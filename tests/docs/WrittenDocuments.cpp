@@ -53,8 +53,7 @@ void MakeBare(std::map<kelcore::uint32, Held>& value) {
 
 template <HasSchema Struct>
 void MakeBare(Struct& value) {
-    std::apply([&](const auto&... rows) { (MakeBare(value.*rows.member), ...); },
-               orvo::Schema<Struct>::kRows);
+    orvo::ForEachRow<Struct>([&](const auto& row) { MakeBare(value.*row.member); });
 }
 
 Session WithTracksOf(kelcore::uint32 kind, Session session) {

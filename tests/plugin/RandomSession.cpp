@@ -92,8 +92,7 @@ void DrawValue(std::map<kelcore::uint32, Held>& values) {
 
 template <HasSchema Struct>
 void DrawValue(Struct& value) {
-    std::apply([&](const auto&... rows) { (Draw(value.*rows.member), ...); },
-               orvo::Schema<Struct>::kRows);
+    orvo::ForEachRow<Struct>([&](const auto& row) { Draw(value.*row.member); });
 }
 
 template <class Value>

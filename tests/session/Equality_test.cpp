@@ -31,7 +31,7 @@ void ExpectEveryMemberCompared(const Struct&) {
         EXPECT_FALSE(changed == Struct()) << Schema<Struct>::kName << '.' << row.key;
         ExpectEveryMemberCompared(filled.*row.member);
     };
-    std::apply([&](const auto&... rows) { (check(rows), ...); }, Schema<Struct>::kRows);
+    ForEachRow<Struct>(check);
 }
 
 template <class Held>

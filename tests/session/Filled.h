@@ -48,8 +48,7 @@ private:
     template <class Struct>
     requires requires { Schema<Struct>::kRows; }
     void Fill(Struct& value) {
-        std::apply([&](const auto&... rows) { (Fill(value.*rows.member), ...); },
-                   Schema<Struct>::kRows);
+        ForEachRow<Struct>([&](const auto& row) { Fill(value.*row.member); });
     }
 
     unsigned last_ = 0;

@@ -55,11 +55,9 @@ bool IsSame(const Value& one, const Value& other) {
     if constexpr (std::is_floating_point_v<Value>) {
         return one == other || (std::isnan(one) && std::isnan(other));
     } else if constexpr (HasSchema<Value>) {
-        return one == other || std::apply(
-                                   [&](const auto&... rows) {
-                                       return (IsSame(one.*rows.member, other.*rows.member) && ...);
-                                   },
-                                   Schema<Value>::kRows);
+        return one == other || AllOfRows<Value>([&](const auto& row) {
+                   return IsSame(one.*row.member, other.*row.member);
+               });
     } else {
         return one == other;
     }
@@ -123,7 +121,7 @@ public:
             }
             Compare(inner, one.*row.member, other.*row.member);
         };
-        std::apply([&](const auto&... rows) { (compare(rows), ...); }, Schema<Struct>::kRows);
+        ForEachRow<Struct>(compare);
     }
 
     template <class Value>

@@ -63,11 +63,9 @@ private:
     Value OfChanged(const Value& base, const Value& ours, const Value& theirs) {
         if constexpr (HasSchema<Value>) {
             Value merged = base;
-            std::apply(
-                [&](const auto&... rows) {
-                    ((merged.*rows.member = OfMember(rows.member, base, ours, theirs)), ...);
-                },
-                Schema<Value>::kRows);
+            ForEachRow<Value>([&](const auto& row) {
+                merged.*row.member = OfMember(row.member, base, ours, theirs);
+            });
             return merged;
         } else {
             return Decide(base, ours, theirs);

@@ -51,13 +51,10 @@ public:
 
     template <HasSchema Struct>
     void Compare(const Struct& one, const Struct& other) {
-        std::apply(
-            [&](const auto&... rows) {
-                (CompareMember(rows.key, one.*rows.member, other.*rows.member,
-                               json::DefaultOf<Struct>().*rows.member),
-                 ...);
-            },
-            Schema<Struct>::kRows);
+        ForEachRow<Struct>([&](const auto& row) {
+            CompareMember(row.key, one.*row.member, other.*row.member,
+                          json::DefaultOf<Struct>().*row.member);
+        });
     }
 
     template <class Held>

@@ -61,12 +61,9 @@ public:
         static const Struct kDefault{};
         const auto& fates = FatesOf<Struct>();
         std::size_t number = 0;
-        std::apply(
-            [&](const auto&... rows) {
-                (VisitMember(rows.key, value.*rows.member, kDefault.*rows.member, fates[number++]),
-                 ...);
-            },
-            orvo::Schema<Struct>::kRows);
+        orvo::ForEachRow<Struct>([&](const auto& row) {
+            VisitMember(row.key, value.*row.member, kDefault.*row.member, fates[number++]);
+        });
     }
 
 private:
@@ -74,9 +71,8 @@ private:
     const std::vector<Carried::Entry>& FatesOf() {
         std::vector<Carried::Entry>& fates = fates_[typeid(Struct)];
         if (fates.empty()) {
-            std::apply(
-                [&](const auto&... rows) { (fates.push_back(carried_.Of(rows.member)), ...); },
-                orvo::Schema<Struct>::kRows);
+            orvo::ForEachRow<Struct>(
+                [&](const auto& row) { fates.push_back(carried_.Of(row.member)); });
         }
         return fates;
     }

@@ -38,7 +38,7 @@ Json FormerObject(const Struct& value) {
         const std::string former = row.formerKey;
         json[former.empty() ? row.key : former] = Former(value.*row.member);
     };
-    std::apply([&](const auto&... rows) { (add(rows), ...); }, Schema<Struct>::kRows);
+    ForEachRow<Struct>(add);
     return json;
 }
 
