@@ -95,22 +95,22 @@ ORVO_API std::string DrawSvg(const Layout& layout,
 ///     orvo::ContactSheet sheet({.title = "Songs"});
 ///     sheet.Add(layout, orvo::ReadWaveforms(layout, {.width = sheet.PictureWidth()}), "One");
 ///     std::string svg = sheet.Take();
-class ORVO_API ContactSheet {
+class ContactSheet {
 public:
     /// @param options  the title and theme of the whole, and its width
-    explicit ContactSheet(const DrawOptions& options = {});
-    ~ContactSheet();
-    ContactSheet(ContactSheet&& other) noexcept;
-    ContactSheet& operator=(ContactSheet&& other) noexcept;
+    ORVO_API explicit ContactSheet(const DrawOptions& options = {});
+    ORVO_API ~ContactSheet();
+    ORVO_API ContactSheet(ContactSheet&& other) noexcept;
+    ORVO_API ContactSheet& operator=(ContactSheet&& other) noexcept;
 
-    double PictureWidth() const;  ///< of each session
+    ORVO_API double PictureWidth() const;  ///< of each session
 
     /// @param waveforms  those of `Layout::media`; may be fewer
-    void Add(const Layout& layout, const std::vector<std::optional<Waveform>>& waveforms,
-             const std::string& title);
+    ORVO_API void Add(const Layout& layout, const std::vector<std::optional<Waveform>>& waveforms,
+                      const std::string& title);
 
     /// The document. Nothing can be added after it.
-    std::string Take();
+    ORVO_API std::string Take();
 
 private:
     class Drawing;

@@ -80,7 +80,7 @@ TEST(DrawSvg, LanesNeedRoom) {
     fader.parameters[0].automation = orvo::AutomationLane{.keyframes = {{.value = -6}}};
     session.audioTracks[0].fader = fader;
     EXPECT_THAT(Drawn(session), HasSubstr(">Volume</text>"));
-    const std::string low = Drawn(session, {.height = 140});
+    const std::string low = Drawn(session, {.height = 80});
     EXPECT_THAT(low, testing::AllOf(HasSubstr(">Voice</text>"), Not(HasSubstr("Volume"))));
 }
 
