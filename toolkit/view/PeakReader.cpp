@@ -3,6 +3,7 @@
 #include <sndfile.h>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -13,6 +14,11 @@ using orvo::Peak;
 using orvo::PeakRun;
 
 constexpr std::uint64_t kBlockFrames = 1 << 14;
+
+/// Files of real numbers hold any number.
+float Bounded(float level) {
+    return std::isnan(level) ? 0 : std::clamp(level, -1.0F, 1.0F);
+}
 
 Peak Both(const Peak& left, const Peak& right) {
     return {std::min(left.lowest, right.lowest), std::max(left.highest, right.highest)};
@@ -29,7 +35,7 @@ public:
             const std::size_t taken = std::min<std::size_t>(frames, framesPerPeak_ - taken_);
             const auto [lowest, highest] =
                 std::minmax_element(samples, samples + taken * channels_);
-            Take({*lowest, *highest}, static_cast<std::uint32_t>(taken));
+            Take({Bounded(*lowest), Bounded(*highest)}, static_cast<std::uint32_t>(taken));
             samples += taken * channels_;
             frames -= taken;
         }

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
 #include <chrono>
+#include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -28,32 +30,35 @@ namespace fs = std::filesystem;
 
 constexpr std::uint32_t kFrames = 300'000;  // as many as a cache keeps
 
-/// A mono file of 16 bits that is silent in its first half, and alternates between levels in its
-/// second half.
-void WriteSound(const fs::path& path, std::uint32_t frames, std::int16_t highest = 16'384) {
-    std::string bytes;
-    const auto number = [&bytes](std::uint32_t value, int count) {
-        for (int i = 0; i < count; ++i) {
-            bytes += static_cast<char>(value >> (8 * i));
-        }
-    };
-    bytes += "RIFF";
-    number(36 + frames * 2, 4);
-    bytes += "WAVEfmt ";
-    number(16, 4);
-    number(1, 2);
-    number(1, 2);
-    number(48'000, 4);
-    number(96'000, 4);
-    number(2, 2);
-    number(16, 2);
-    bytes += "data";
-    number(frames * 2, 4);
-    for (std::uint32_t i = 0; i < frames; ++i) {
-        const bool isHigh = i % 7 == 0;
-        number(i < frames / 2 ? 0 : isHigh ? static_cast<std::uint16_t>(highest) : 0xE000, 2);
+std::string Number(std::uint32_t value, int bytes) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i) {
+        text += static_cast<char>(value >> (8 * i));
     }
-    std::ofstream(path, std::ios::binary) << bytes;
+    return text;
+}
+
+/// A mono file.
+/// @param kind  1: whole numbers, 3: real ones
+void WriteWave(const fs::path& path, std::uint32_t kind, std::uint32_t bytesPerSample,
+               const std::string& samples) {
+    constexpr std::uint32_t kRate = 48'000;
+    const auto size = static_cast<std::uint32_t>(samples.size());
+    std::ofstream(path, std::ios::binary)
+        << "RIFF" << Number(36 + size, 4) << "WAVEfmt " << Number(16, 4) << Number(kind, 2)
+        << Number(1, 2) << Number(kRate, 4) << Number(kRate * bytesPerSample, 4)
+        << Number(bytesPerSample, 2) << Number(bytesPerSample * 8, 2) << "data" << Number(size, 4)
+        << samples;
+}
+
+/// A sound that is silent in its first half, and alternates between levels in its second half.
+void WriteSound(const fs::path& path, std::uint32_t frames, std::uint16_t highest = 16'384) {
+    constexpr std::uint16_t kLowest = 0xE000;
+    std::string samples;
+    for (std::uint32_t i = 0; i < frames; ++i) {
+        samples += Number(i < frames / 2 ? 0 : i % 7 == 0 ? highest : kLowest, 2);
+    }
+    WriteWave(path, 1, 2, samples);
 }
 
 class Waveforms : public testing::Test {
@@ -125,6 +130,22 @@ TEST_F(Waveforms, HaveTheLowestAndHighestValueOfEachStretch) {
     EXPECT_EQ(peaks->front().highest, 0);
     EXPECT_FLOAT_EQ(peaks->back().highest, 0.5F);
     EXPECT_FLOAT_EQ(peaks->back().lowest, -0.25F);
+}
+
+TEST_F(Waveforms, AreWithinTheRangeWhateverTheFileHolds) {
+    std::string samples;
+    for (const float level : {NAN, 7.F, -HUGE_VALF, 0.25F}) {
+        samples += Number(std::bit_cast<std::uint32_t>(level), 4);
+    }
+    WriteWave(Sound(), 3, 4, samples);
+    const auto read = Read();
+    ASSERT_TRUE(read);
+    const std::vector<orvo::Peak>* const peaks = read->Whole();
+    ASSERT_NE(peaks, nullptr);
+    EXPECT_EQ(peaks->at(0).highest, 0);
+    EXPECT_EQ(peaks->at(1).highest, 1);
+    EXPECT_EQ(peaks->at(2).lowest, -1);
+    EXPECT_EQ(peaks->at(3).lowest, 0.25F);
 }
 
 TEST_F(Waveforms, AreNotReadOnceTheReadIsStopped) {
