@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "toolkit/view/Scene.h"
 #include "toolkit/view/SvgCanvas.h"

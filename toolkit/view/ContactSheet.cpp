@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "toolkit/view/Picture.h"
 #include "toolkit/view/SvgCanvas.h"

@@ -1,6 +1,7 @@
 #include "toolkit/view/Palette.h"
 
 #include <cmath>
+#include <cstddef>
 
 namespace toolkit {
 namespace {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <bit>
+#include <cstddef>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
