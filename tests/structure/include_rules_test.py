@@ -30,7 +30,7 @@ PROJECT_RULES = (
     ("toolkit/edit", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"session/PluginTurn\.h", r"platform/.*")),
     ("toolkit/tables", (r"include/orvo/.*", r"toolkit/.*", r"session/MemberKey\.h", r"platform/.*")),
     ("toolkit/view", (r"include/orvo/.*", r"toolkit/.*", r"session/MemberKey\.h", r"platform/.*")),
-    ("toolkit/interchange", (r"include/orvo/.*", r"toolkit/.*", r"session/(MemberKey|Schema)\.h", r"platform/.*")),
+    ("toolkit/interchange", (r"include/orvo/.*", r"toolkit/.*", r"session/(MemberKey|Schema|json/\w+)\.h", r"platform/.*")),
     ("toolkit/ModelPath.h", (r"session/MemberKey\.h",)),
     ("toolkit/redact", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"platform/.*")),
     ("toolkit/check", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"session/(PluginTurn|MemberKey)\.h", r"platform/.*")),
@@ -59,6 +59,7 @@ LIBRARY_RULES = (
     (r"librsvg", (r"cli/files/Png\.cpp",)),
     (r"CLI/", (r"cli/.*", r"bench/.*")),
     (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),
+    (r"(zip|zlib)\.h", (r"toolkit/interchange/ZipArchive\.cpp", r"tests/.*")),
     (r"pugixml", (r"toolkit/interchange/.*", r"tests/.*", r"bench/.*")),
     (r"(expat|libxml)", (r"tests/.*", r"bench/.*")),
 )
