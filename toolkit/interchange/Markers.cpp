@@ -27,10 +27,11 @@ constexpr const char* kDuration = "xmpDM:duration";
 constexpr const char* kName = "xmpDM:name";
 constexpr const char* kComment = "xmpDM:comment";
 
-constexpr std::array<std::pair<const char*, const char*>, 3> kNamespaces = {
+constexpr std::array<std::pair<const char*, const char*>, 4> kNamespaces = {
     {{"xmlns:rdf", "http://www.w3.org/1999/02/22-rdf-syntax-ns#"},
      {"xmlns:xmpDM", "http://ns.adobe.com/xmp/1.0/DynamicMedia/"},
-     {"xmlns:dc", "http://purl.org/dc/elements/1.1/"}}};
+     {"xmlns:dc", "http://purl.org/dc/elements/1.1/"},
+     {"xmlns:dawproject", "urn:orvo:dawproject"}}};  // what only DAWproject knows of a work
 
 /// Item of a list in RDF, which may hold its properties itself or in a description.
 xml_node ContentOf(const xml_node& item) {
