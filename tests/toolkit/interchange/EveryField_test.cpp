@@ -200,8 +200,8 @@ std::string ContentOf(const std::vector<std::filesystem::path>& files) {
 
 Written Write(const orvo::Session& session, const InterchangeKindFacts& kind) {
     const auto folder = test::TemporaryFolder::InMemory();
-    const orvo::ExportResult result =
-        orvo::ExportSession(session, kind.kind, folder / ("out." + std::string(kind.name)));
+    const orvo::ExportResult result = orvo::ExportSession(
+        session, kind.kind, folder / ("out." + std::string(kind.name)), {.ownData = false});
     EXPECT_TRUE(result) << kind.name << testing::PrintToString(result.messages);
     return {.content = ContentOf(result.files), .report = result.report};
 }
