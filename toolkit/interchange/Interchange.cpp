@@ -11,6 +11,7 @@
 #include "toolkit/interchange/Failure.h"
 #include "toolkit/interchange/Format.h"
 #include "toolkit/interchange/csv/Csv.h"
+#include "toolkit/interchange/dawproject/DawProject.h"
 
 namespace orvo {
 namespace {
@@ -19,6 +20,12 @@ namespace interchange = toolkit::interchange;
 
 /// All formats.
 constexpr std::array kFormats = {
+    interchange::Format{.facts = {.kind = InterchangeKind::DawProject,
+                                  .name = "dawproject",
+                                  .title = "DAWproject 1.0",
+                                  .canRead = true},
+                        .write = interchange::WriteDawProject,
+                        .read = interchange::ReadDawProject},
     interchange::Format{.facts = {.kind = InterchangeKind::Csv,
                                   .name = "csv",
                                   .title = "clips and markers as a table (CSV)"},
