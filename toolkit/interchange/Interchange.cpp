@@ -12,6 +12,7 @@
 #include "toolkit/interchange/Format.h"
 #include "toolkit/interchange/csv/Csv.h"
 #include "toolkit/interchange/dawproject/DawProject.h"
+#include "toolkit/interchange/otio/Otio.h"
 
 namespace orvo {
 namespace {
@@ -26,6 +27,18 @@ constexpr std::array kFormats = {
                                   .canRead = true},
                         .write = interchange::WriteDawProject,
                         .read = interchange::ReadDawProject},
+    interchange::Format{.facts = {.kind = InterchangeKind::Otio,
+                                  .name = "otio",
+                                  .title = "OpenTimelineIO",
+                                  .canRead = true},
+                        .write = interchange::WriteOtio,
+                        .read = interchange::ReadOtio},
+    interchange::Format{.facts = {.kind = InterchangeKind::Otioz,
+                                  .name = "otioz",
+                                  .title = "OpenTimelineIO with its media (ZIP)",
+                                  .canRead = true},
+                        .write = interchange::WriteOtioz,
+                        .read = interchange::ReadOtioz},
     interchange::Format{.facts = {.kind = InterchangeKind::Csv,
                                   .name = "csv",
                                   .title = "clips and markers as a table (CSV)"},

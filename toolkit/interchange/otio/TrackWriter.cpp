@@ -1,0 +1,266 @@
+#include "toolkit/interchange/otio/TrackWriter.h"
+
+#include <type_traits>
+
+#include "toolkit/interchange/otio/Edges.h"
+
+namespace toolkit::interchange::otio {
+namespace {
+
+using orvo::AudioClip;
+using orvo::AudioTrack;
+using orvo::MidiClip;
+using orvo::VideoClip;
+using orvo::VideoTrack;
+
+const std::vector<std::string_view>& SaidOf(const AudioTrack&) {
+    static const auto kKeys = KeysOf(&AudioTrack::name);
+    return kKeys;
+}
+
+const std::vector<std::string_view>& SaidOf(const VideoTrack&) {
+    static const auto kKeys = KeysOf(&VideoTrack::name);
+    return kKeys;
+}
+
+/// What other programs need not know: names for things, and what is not placed, which is reported
+/// by itself.
+const std::vector<std::string_view>& KnownOf(const AudioTrack&) {
+    static const auto kKeys = KeysOf(&AudioTrack::id, &AudioTrack::index, &AudioTrack::clips,
+                                     &AudioTrack::midiClips);
+    return kKeys;
+}
+
+const std::vector<std::string_view>& KnownOf(const VideoTrack&) {
+    static const auto kKeys = KeysOf(&VideoTrack::id, &VideoTrack::index, &VideoTrack::clips);
+    return kKeys;
+}
+
+std::string_view KindOf(const AudioTrack&) {
+    return "Audio";
+}
+
+std::string_view KindOf(const VideoTrack&) {
+    return "Video";
+}
+
+}  // namespace
+
+void TrackWriter::Write(const VideoTrack& track, std::size_t position) {
+    TrackPlan plan =
+        PlanOf(track, ModelPath() / &orvo::Session::videoTracks / position, units_, job_);
+    VideoTrack rest = track;
+    rest.clips = std::move(plan.videoClips);
+    WriteLanes(track, rest, plan, position, true);
+}
+
+void TrackWriter::Write(const AudioTrack& track, std::size_t position) {
+    TrackPlan plan =
+        PlanOf(track, ModelPath() / &orvo::Session::audioTracks / position, units_, job_);
+    AudioTrack rest = track;
+    rest.clips = std::move(plan.audioClips);
+    rest.midiClips = std::move(plan.midiClips);
+    WriteLanes(track, rest, plan, position, !IsMuted(track.mute));
+}
+
+template <class Track>
+void TrackWriter::WriteLanes(const Track& track, const Track& rest, const TrackPlan& plan,
+                             std::size_t position, bool isEnabled) {
+    for (std::size_t lane = 0; lane < plan.lanes.size(); ++lane) {
+        objects_.Item();
+        objects_.Begin("Track.1");
+        WriteOwn(rest, plan, lane, position);
+        objects_.Name(lane == 0 ? track.name : fmt::format("{} ({})", track.name, lane + 1));
+        objects_.Text("kind", KindOf(track));
+        objects_.Null("source_range");
+        objects_.EmptyList("effects");
+        objects_.EmptyList("markers");
+        objects_.Flag("enabled", isEnabled);
+        WriteChildren(plan, plan.lanes[lane]);
+        objects_.End();
+    }
+}
+
+template <class Track>
+void TrackWriter::WriteOwn(const Track& rest, const TrackPlan& plan, std::size_t lane,
+                           std::size_t position) {
+    objects_.BeginOwn();
+    objects_.Integer("trackId", rest.id);
+    objects_.Integer("lane", static_cast<std::int64_t>(lane) + 1);
+    if (lane == 0) {
+        objects_.Integer("position", static_cast<std::int64_t>(position));
+        out_.Key("track");
+        EncodeRest(out_, rest, SaidOf(rest), KnownOf(rest), plan.place, notes_);
+    }
+    if (!plan.isInOrder) {
+        // Where each clip of the lane stands in the session's list.
+        out_.Key("order");
+        out_.BeginList();
+        for (const LaneClip& clip : plan.lanes[lane]) {
+            out_.Item();
+            orvo::json::Encode(out_, clip.clip);
+        }
+        out_.EndList();
+    }
+    objects_.EndOwn();
+}
+
+std::vector<TrackWriter::Placed> TrackWriter::PlacesOf(const TrackPlan& plan, const Lane& lane) {
+    std::vector<Placed> places;
+    places.reserve(lane.size());
+    for (const auto& [clip, isCrossfade] : lane) {
+        const Span& span = plan.spans[clip];
+        Placed placed{.clip = clip, .begin = span.start, .end = span.end};
+        if (isCrossfade) {
+            Placed& before = places.back();
+            const std::int64_t overlap = before.end - span.start;
+            const std::int64_t cut = span.start + overlap / 2;
+            placed.begin = cut;
+            placed.hasHeadCrossfade = true;
+            placed.crossfadeIn = cut - span.start;
+            placed.headOut = before.end - cut;
+            before.hasTailCrossfade = true;
+            before.tailIn = cut - span.start;
+            before.end = cut;
+        }
+        places.push_back(placed);
+    }
+    return places;
+}
+
+void TrackWriter::WriteChildren(const TrackPlan& plan, const Lane& lane) {
+    out_.Key("children");
+    out_.BeginList();
+    std::int64_t cursor = 0;
+    bool endsWithFade = false;
+    for (const Placed& placed : PlacesOf(plan, lane)) {
+        const PlannedClip& clip = plan.clips[placed.clip];
+        const std::int64_t length = placed.end - placed.begin;
+        const Edges edges = EdgesOf(
+            length, placed.hasHeadCrossfade ? std::optional(placed.headOut) : std::nullopt,
+            placed.hasTailCrossfade ? std::optional(placed.tailIn) : std::nullopt, clip.fadeIn,
+            clip.fadeOut);
+        const bool isShortened = (!placed.hasHeadCrossfade && edges.head != clip.fadeIn) ||
+                                 (!placed.hasTailCrossfade && edges.tail != clip.fadeOut);
+        if (isShortened) {
+            job_.reporter.Add(orvo::Fidelity::Approximated, plan.PlaceOf(clip),
+                              "its fades overlap; the true lengths stand in the metadata");
+        }
+        const std::int64_t gap = placed.begin - cursor;
+        if (gap > 0 || (!placed.hasHeadCrossfade && (endsWithFade || edges.head > 0))) {
+            objects_.Item();
+            objects_.Gap(gap);
+        }
+        if (placed.hasHeadCrossfade || edges.head > 0) {
+            objects_.Item();
+            objects_.Transition(placed.crossfadeIn, edges.head);
+        }
+        objects_.Item();
+        WriteClip(plan, placed);
+        endsWithFade = !placed.hasTailCrossfade && edges.tail > 0;
+        if (endsWithFade) {
+            objects_.Item();
+            objects_.Transition(edges.tail, 0);
+        }
+        cursor = placed.end;
+    }
+    if (endsWithFade) {
+        objects_.Item();
+        objects_.Gap(0);
+    }
+    out_.EndList();
+}
+
+void TrackWriter::WriteClip(const TrackPlan& plan, const Placed& placed) {
+    const PlannedClip& clip = plan.clips[placed.clip];
+    objects_.Begin("Clip.2");
+    std::visit([&](const auto* typed) { WriteOwn(*typed, plan.PlaceOf(clip)); }, clip.clip);
+    std::visit([&](const auto* typed) { objects_.Name(typed->name); }, clip.clip);
+    const auto before = static_cast<long double>(placed.crossfadeIn) * clip.scalar;
+    objects_.Range("source_range", clip.sourceIn + Rounded(before), placed.end - placed.begin);
+    if (clip.scalar != 1) {
+        out_.Key("effects");
+        out_.BeginList();
+        out_.Item();
+        objects_.TimeWarp(clip.scalar);
+        out_.EndList();
+    } else {
+        objects_.EmptyList("effects");
+    }
+    objects_.EmptyList("markers");
+    objects_.Flag("enabled", clip.isEnabled);
+    WriteReference(clip);
+    objects_.End();
+}
+
+void TrackWriter::WriteOwn(const AudioClip& clip, const ModelPath& place) {
+    static const auto kSaid = KeysOf(&AudioClip::sourceInPoint, &AudioClip::duration,
+                                     &AudioClip::startPoint, &AudioClip::name);
+    // Fades and crossfades are transitions, and what stands at their defaults is no loss.
+    static const auto kKnown =
+        KeysOf(&AudioClip::id, &AudioClip::fileId, &AudioClip::fadeIn, &AudioClip::fadeOut,
+               &AudioClip::crossFadeHeadClipId, &AudioClip::crossFadeTailClipId,
+               &AudioClip::looped);
+    objects_.BeginOwn();
+    out_.Key("clip");
+    EncodeRest(out_, clip, kSaid, kKnown, place, notes_);
+    objects_.EndOwn();
+}
+
+void TrackWriter::WriteOwn(const MidiClip& clip, const ModelPath& place) {
+    static const auto kSaid = KeysOf(&MidiClip::sourceInPoint, &MidiClip::duration,
+                                     &MidiClip::startPoint, &MidiClip::name);
+    static const auto kKnown = KeysOf(&MidiClip::id);
+    objects_.BeginOwn();
+    out_.Key("midiClip");
+    EncodeRest(out_, clip, kSaid, kKnown, place, notes_);
+    objects_.EndOwn();
+}
+
+void TrackWriter::WriteOwn(const VideoClip& clip, const ModelPath& place) {
+    static const auto kSaid = KeysOf(&VideoClip::sourceInPoint, &VideoClip::duration,
+                                     &VideoClip::startPoint, &VideoClip::name);
+    static const auto kKnown = KeysOf(&VideoClip::id, &VideoClip::fileId);
+    objects_.BeginOwn();
+    out_.Key("videoClip");
+    EncodeRest(out_, clip, kSaid, kKnown, place, notes_);
+    objects_.EndOwn();
+}
+
+void TrackWriter::WriteReference(const PlannedClip& clip) {
+    constexpr std::string_view kKey = "DEFAULT_MEDIA";
+    out_.Key("media_references");
+    out_.BeginObject();
+    out_.Key(kKey);
+    std::visit(
+        [&](const auto* typed) {
+            if constexpr (std::is_same_v<std::remove_cvref_t<decltype(*typed)>, MidiClip>) {
+                WriteReference(orvo::kNoId);
+            } else {
+                WriteReference(typed->fileId);
+            }
+        },
+        clip.clip);
+    out_.EndObject();
+    objects_.Text("active_media_reference_key", kKey);
+}
+
+void TrackWriter::WriteReference(std::uint32_t fileId) {
+    const auto url = urls_.find(fileId);
+    const bool isMissing = url == urls_.end() || url->second.empty();
+    objects_.Begin(isMissing ? "MissingReference.1" : "ExternalReference.1");
+    objects_.NamedWithoutMetadata("");
+    if (isMissing) {
+        objects_.Null("available_range");
+    } else {
+        const MediaFact& media = job_.media.Of(fileId);
+        objects_.Range("available_range", 0, media.frames, media.sampleRate);
+    }
+    objects_.Null("available_image_bounds");
+    if (!isMissing) {
+        objects_.Text("target_url", url->second);
+    }
+    objects_.End();
+}
+
+}  // namespace toolkit::interchange::otio
