@@ -130,6 +130,10 @@ private:
             Progress();
         }
         for (const orvo::AudioTrack* const track : orvo::AudioTracksInOrder(session_)) {
+            // That of the metronome is in no list, and stands in the metadata.
+            if (session_.metronome.track && track == &*session_.metronome.track) {
+                continue;
+            }
             tracks_.Write(*track, PositionOf(session_.audioTracks, track));
             Progress();
         }
