@@ -13,7 +13,7 @@ std::optional<Rate> Rate::Of(double rate) {
     if (rate == std::floor(rate)) {
         return Rate{rate, 1};
     }
-    // Rates of television are written with few digits, such as 23.98.
+    // Rates of television are written with few digits, such as 23.976.
     constexpr double kTolerance = 2e-3;
     constexpr long double kTelevision = 1001;
     const double whole = std::ceil(rate);
