@@ -30,6 +30,9 @@ bool IsCollection(const Node& node) {
     return node.Schema() == "SerializableCollection" || node.Schema() == "SerializeableCollection";
 }
 
+/// In samples, so that positions can still be added.
+constexpr long double kLongest = 1LL << 60;
+
 /// What of the timeline shows.
 struct Window {
     long double begin = -std::numeric_limits<long double>::infinity();
@@ -197,6 +200,9 @@ private:
                 clipBefore.reset();
             }
             cursor += ranges[i].duration;
+            if (cursor > kLongest) {
+                track.Refuse("the track is too long");
+            }
         }
     }
 
