@@ -13,6 +13,7 @@
 #include "toolkit/interchange/csv/Csv.h"
 #include "toolkit/interchange/dawproject/DawProject.h"
 #include "toolkit/interchange/otio/Otio.h"
+#include "toolkit/interchange/edl/Edl.h"
 
 namespace orvo {
 namespace {
@@ -43,6 +44,10 @@ constexpr std::array kFormats = {
                                   .name = "csv",
                                   .title = "clips and markers as a table (CSV)"},
                         .write = interchange::WriteCsv},
+    interchange::Format{.facts = {.kind = InterchangeKind::Edl,
+                                  .name = "edl",
+                                  .title = "edit decision lists (CMX3600)"},
+                        .write = interchange::WriteEdl},
 };
 
 const auto kFactsOfKinds = [] {
