@@ -14,6 +14,7 @@
 #include "toolkit/interchange/dawproject/DawProject.h"
 #include "toolkit/interchange/otio/Otio.h"
 #include "toolkit/interchange/edl/Edl.h"
+#include "toolkit/interchange/rpp/Rpp.h"
 
 namespace orvo {
 namespace {
@@ -48,6 +49,9 @@ constexpr std::array kFormats = {
                                   .name = "edl",
                                   .title = "edit decision lists (CMX3600)"},
                         .write = interchange::WriteEdl},
+    interchange::Format{
+        .facts = {.kind = InterchangeKind::Rpp, .name = "rpp", .title = "a REAPER project"},
+        .write = interchange::WriteRpp},
 };
 
 const auto kFactsOfKinds = [] {
