@@ -10,6 +10,7 @@
 
 #include "toolkit/interchange/Failure.h"
 #include "toolkit/interchange/Format.h"
+#include "toolkit/interchange/ardour/Ardour.h"
 #include "toolkit/interchange/csv/Csv.h"
 #include "toolkit/interchange/dawproject/DawProject.h"
 #include "toolkit/interchange/otio/Otio.h"
@@ -41,6 +42,11 @@ constexpr std::array kFormats = {
                                   .canRead = true},
                         .write = interchange::WriteOtioz,
                         .read = interchange::ReadOtioz},
+    interchange::Format{.facts = {.kind = InterchangeKind::Ardour,
+                                  .name = "ardour",
+                                  .title = "an Ardour 7 session",
+                                  .writesFolder = true},
+                        .write = interchange::WriteArdour},
     interchange::Format{.facts = {.kind = InterchangeKind::Csv,
                                   .name = "csv",
                                   .title = "clips and markers as a table (CSV)"},

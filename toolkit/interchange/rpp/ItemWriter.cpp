@@ -89,9 +89,10 @@ ItemWriter::ItemWriter(const Export& job, RppText& text)
 }
 
 void ItemWriter::Write(const AudioClip& clip, std::uint32_t trackId, const ModelPath& place) {
-    WriteFrame(clip, trackId);
-    text_.Line("LOOP {:d}", clip.looped);
+    WritePlace(clip, clip.looped);
     WriteFades(clip, place);
+    text_.Line("MUTE {:d}", ValueOf(clip.mute, place / &AudioClip::mute) >= kOn);
+    WriteIdentity(clip, trackId);
     WriteLevels(clip, place);
     text_.Line("SOFFS {}", SecondsOf(clip.sourceInPoint));
     WriteStretch(clip, place);
@@ -108,25 +109,29 @@ void ItemWriter::Write(const AudioClip& clip, std::uint32_t trackId, const Model
 }
 
 void ItemWriter::Write(const orvo::VideoClip& clip, std::uint32_t trackId, const ModelPath& place) {
-    WriteFrame(clip, trackId);
-    text_.Line("LOOP 0");
+    WritePlace(clip, false);
+    WriteIdentity(clip, trackId);
     text_.Line("SOFFS {}", SecondsOf(clip.sourceInPoint));
     WriteSource(clip.fileId, place / &orvo::VideoClip::fileId, true);
     text_.Close();
 }
 
 void ItemWriter::Write(const orvo::MidiClip& clip, std::uint32_t trackId, const ModelPath&) {
-    WriteFrame(clip, trackId);
-    text_.Line("LOOP 0");
+    WritePlace(clip, false);
+    WriteIdentity(clip, trackId);
     text_.Close();
 }
 
 template <class Clip>
-void ItemWriter::WriteFrame(const Clip& clip, std::uint32_t trackId) {
+void ItemWriter::WritePlace(const Clip& clip, bool isLoop) {
     text_.Open("ITEM");
     text_.Line("POSITION {}", SecondsOf(clip.startPoint));
     text_.Line("LENGTH {}", SecondsOf(clip.duration));
-    text_.Line("NAME {}", QuotedForRpp(clip.name));
+    text_.Line("LOOP {:d}", isLoop);
+}
+
+template <class Clip>
+void ItemWriter::WriteIdentity(const Clip& clip, std::uint32_t trackId) {
     if (clip.lockedInTime) {
         text_.Line("LOCK 1");
     }
@@ -134,6 +139,7 @@ void ItemWriter::WriteFrame(const Clip& clip, std::uint32_t trackId) {
     if (group != groups_.end()) {
         text_.Line("GROUP {}", group->second);
     }
+    text_.Line("NAME {}", QuotedForRpp(clip.name));
 }
 
 void ItemWriter::WriteFades(const AudioClip& clip, const ModelPath& place) {
@@ -146,15 +152,16 @@ void ItemWriter::WriteFades(const AudioClip& clip, const ModelPath& place) {
 }
 
 void ItemWriter::WriteLevels(const AudioClip& clip, const ModelPath& place) {
-    const auto value = [&](const std::optional<orvo::Component>& control, const ModelPath& where) {
-        ReportRestOf(control, where, job_.reporter);
-        ReportLostLane(control, where, job_.reporter);
-        return StaticValueOf(control);
-    };
     const double gain =
-        ToAmplitude(value(clip.gain, place / &AudioClip::gain), job_.options.conventions.levels);
-    text_.Line("MUTE {:d}", value(clip.mute, place / &AudioClip::mute) >= kOn);
-    text_.Line("VOLPAN {} {} 1 -1", gain, value(clip.pan, place / &AudioClip::pan));
+        ToAmplitude(ValueOf(clip.gain, place / &AudioClip::gain), job_.options.conventions.levels);
+    text_.Line("VOLPAN {} {} 1 -1", gain, ValueOf(clip.pan, place / &AudioClip::pan));
+}
+
+double ItemWriter::ValueOf(const std::optional<orvo::Component>& control,
+                           const ModelPath& place) const {
+    ReportRestOf(control, place, job_.reporter);
+    ReportLostLane(control, place, job_.reporter);
+    return StaticValueOf(control);
 }
 
 void ItemWriter::WriteStretch(const AudioClip& clip, const ModelPath& place) {

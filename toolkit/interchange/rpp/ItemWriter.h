@@ -30,11 +30,14 @@ public:
 
 private:
     template <class Clip>
-    void WriteFrame(const Clip& clip, std::uint32_t trackId);
+    void WritePlace(const Clip& clip, bool isLoop);
+    template <class Clip>
+    void WriteIdentity(const Clip& clip, std::uint32_t trackId);
     void WriteFades(const orvo::AudioClip& clip, const ModelPath& place);
     void WriteLevels(const orvo::AudioClip& clip, const ModelPath& place);
     void WriteStretch(const orvo::AudioClip& clip, const ModelPath& place);
     void WriteSource(std::uint32_t fileId, const ModelPath& place, bool isVideo);
+    double ValueOf(const std::optional<orvo::Component>& control, const ModelPath& place) const;
     double SecondsOf(std::int64_t samples) const;
 
     const Export& job_;
