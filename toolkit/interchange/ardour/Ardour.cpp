@@ -100,6 +100,7 @@ private:
                                  .channels = ArdourChannelsOf(*planned.track, job_.session),
                                  .order = routes_.size() + 1};
             ReportName(route);
+            ReportKind(route);
             ReportClipsOfBus(route);
             regions_.push_back(isBus ? std::vector<ArdourRegion>()
                                      : ArdourRegionsOf(planned, sources_, job_));
@@ -121,11 +122,23 @@ private:
             job_.reporter.Add(Fidelity::Approximated, route.planned.place / &AudioTrack::name,
                               "the name must differ from others", route.name);
         }
+    }
+
+    void ReportKind(const ArdourRoute& route) const {
+        const AudioTrack& track = *route.planned.track;
+        const ModelPath& place = route.planned.place;
+        if (track.kind != orvo::TrackKind::Audio && track.kind != orvo::TrackKind::Bus) {
+            job_.reporter.Add(Fidelity::Approximated, place / &AudioTrack::kind,
+                              "is a track for audio");
+        }
         const auto own = static_cast<std::uint32_t>(track.audioChannelType);
-        if (own != 0 && own != route.channels) {
-            job_.reporter.Add(Fidelity::Approximated,
-                              route.planned.place / &AudioTrack::audioChannelType,
-                              "the bus became stereo");
+        if (own != route.channels) {
+            const bool isSaid = track.audioChannelType != orvo::ChannelType::NotSaid;
+            job_.reporter.Add(isSaid ? Fidelity::Approximated : Fidelity::Guessed,
+                              place / &AudioTrack::audioChannelType,
+                              isSaid ? "has other channels than the session says"
+                                     : "the session does not say the channels",
+                              std::to_string(route.channels));
         }
     }
 
@@ -337,7 +350,6 @@ Carried CarriedByArdour() {
         .LooksInto(&Session::mixingOptions)
         .Handles(&orvo::MixingOptions::playOverlappingClips)
         .Handles(&Session::sampleRate)
-        .Handles(&Session::audioChannelType)
         .Handles(&MusicalTime::beatsPerMinute)
         .Handles(&MusicalTime::beatsPerBar, &MusicalTime::noteLength)
         .Handles(&AudioTrack::name, &AudioTrack::index, &AudioTrack::hue, &AudioTrack::kind,
@@ -357,6 +369,7 @@ Carried CarriedByArdour() {
         .LacksByNature(&AudioClip::crossFadeTailClipId, "links of crossfades")
         .LacksByNature(&AudioClip::zOrder, "stacking orders but for what is heard")
         .LacksByNature(&AudioClip::hue, "colours of clips")
+        .LacksByNature(&Session::audioChannelType, "channels of the session but of its master")
         .LacksByNature(&Session::bitDepth, "bit depths")
         .LacksByNature(&Session::xmpMetadata, "metadata but markers");
     return carried;

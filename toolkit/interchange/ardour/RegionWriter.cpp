@@ -47,7 +47,7 @@ std::vector<LanePoint> Mirrored(std::vector<LanePoint> points) {
     return points;
 }
 
-/// A fade that is none has a length of its own, because without one the program makes it.
+/// A list that nothing uses must have two points all the same, or the program makes its own.
 constexpr std::int64_t kLeastFade = 1;
 
 std::vector<LanePoint> FlatPoints(std::int64_t length) {
@@ -150,8 +150,8 @@ public:
             .Attribute("channels", region_.sources.size())
             .Attribute("default-fade-in", 0)
             .Attribute("default-fade-out", 0)
-            .Attribute("fade-in-active", 1)
-            .Attribute("fade-out-active", 1)
+            .Attribute("fade-in-active", region_.fadeIn > 0 ? 1 : 0)
+            .Attribute("fade-out-active", region_.fadeOut > 0 ? 1 : 0)
             .Attribute("envelope-active", envelope ? 1 : 0);
         WriteSources(firstSource);
         WriteEnvelope(envelope);

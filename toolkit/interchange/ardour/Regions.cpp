@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <numeric>
 #include <optional>
-#include <tuple>
+#include <sstream>
+#include <utility>
 
 #include <orvo/Lookup.h>
 #include "toolkit/Saturating.h"
 #include "toolkit/interchange/ClipTime.h"
-#include "toolkit/interchange/ControlRest.h"
 #include "toolkit/interchange/Fades.h"
 #include "toolkit/interchange/Failure.h"
 #include "toolkit/interchange/Overlaps.h"
@@ -143,16 +143,29 @@ private:
         }
         if (cut > 0) {
             report("what is before the start of the session or media is cut off");
-            region.fadeIn = std::max<std::int64_t>(region.fadeIn - cut, 0);
+            Shorten(region.fadeIn, cut, region, &AudioClip::fadeIn);
         }
         if (wanted > left) {
             report("what is after the end of the media is cut off");
-            region.fadeOut = std::max<std::int64_t>(region.fadeOut - (wanted - left), 0);
+            Shorten(region.fadeOut, wanted - left, region, &AudioClip::fadeOut);
         }
         if (region.length <= 0) {
             return report("nothing of the clip is left");
         }
         regions_.push_back(std::move(region));
+    }
+
+    /// A fade at an end that is cut off.
+    void Shorten(std::int64_t& length, std::int64_t cut, const ArdourRegion& region,
+                 std::optional<orvo::Fade> AudioClip::*fade) const {
+        if (length == 0) {
+            return;
+        }
+        length = std::max<std::int64_t>(length - cut, 0);
+        std::ostringstream type;
+        type << (region.clip->*fade)->type;
+        job_.reporter.Add(Fidelity::Lost, PlaceOf(region.clipNumber) / fade,
+                          "the fade is cut off with the end that it is at", type.str());
     }
 
     /// By the order of the clips, then by their time.

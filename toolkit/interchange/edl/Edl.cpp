@@ -270,6 +270,11 @@ void ReportChannels(const Session& session, Reporter& reporter) {
                          ModelPath() / &Session::audioTracks / i / &AudioTrack::audioChannelType,
                          "a list has two channels", fmt::format("{}", channels));
         }
+        if (channels == 0 && !track.clips.empty()) {
+            reporter.Add(orvo::Fidelity::Guessed,
+                         ModelPath() / &Session::audioTracks / i / &AudioTrack::audioChannelType,
+                         "the session does not say the channels", "2");
+        }
         for (std::size_t k = 0; k < track.midiClips.size(); ++k) {
             reporter.Add(orvo::Fidelity::Lost,
                          ModelPath() / &Session::audioTracks / i / &AudioTrack::midiClips / k,
