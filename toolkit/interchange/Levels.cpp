@@ -22,12 +22,14 @@ double FromAmplitude(double amplitude, orvo::LevelUnit unit) {
 
 std::size_t PiecesBetween(double level, double next, orvo::LevelUnit unit) {
     constexpr double kStep = 2.5;
+    // What was in steps before is not divided again because it was rounded.
+    constexpr double kSlack = 0.05;
     if (unit == orvo::LevelUnit::Amplitude) {
         return 1;
     }
     // Below silence all levels are the same.
     const double rise = std::abs(std::max(next, kSilence) - std::max(level, kSilence));
-    return rise > kStep ? static_cast<std::size_t>(std::ceil(rise / kStep)) : 1;
+    return rise > kStep + kSlack ? static_cast<std::size_t>(std::ceil((rise - kSlack) / kStep)) : 1;
 }
 
 double ToNormalizedPan(double pan) {
