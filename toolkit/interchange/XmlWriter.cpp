@@ -135,8 +135,11 @@ void XmlWriter::Escape(std::string_view text, bool isAttribute) {
             part.wellFormed ? ReferenceTo(part.codePoint, isAttribute) : "";
         if (!reference.empty()) {
             block_ += reference;
+        } else if (IsCarried(part)) {
+            unicode::AppendUtf8(block_, part.codePoint);
         } else {
-            unicode::AppendUtf8(block_, IsCarried(part) ? part.codePoint : U'\uFFFD');
+            unicode::AppendUtf8(block_, U'\uFFFD');
+            ++replaced_;
         }
         text.remove_prefix(part.length);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -47,6 +48,9 @@ public:
     /// Ends the element that was opened last.
     void Close();
 
+    /// How many characters became U+FFFD so far.
+    std::size_t ReplacedCharacters() const { return replaced_; }
+
 private:
     void EndTag();
     void Indent();
@@ -57,6 +61,7 @@ private:
     std::string block_;
     std::vector<std::string_view> open_;
     bool isTagOpen_ = false;
+    std::size_t replaced_ = 0;
     bool hasText_ = false;  // directly in the element that is open
 };
 

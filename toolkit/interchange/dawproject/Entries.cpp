@@ -6,8 +6,21 @@
 #include <cctype>
 #include <set>
 
+#include "platform/kelcore/Unicode.h"
+
 namespace toolkit::interchange::dawproject {
 namespace {
+
+bool IsWellFormed(std::string_view text) {
+    while (!text.empty()) {
+        const kelcore::unicode::Utf8Part part = kelcore::unicode::FirstPart(text);
+        if (!part.wellFormed) {
+            return false;
+        }
+        text.remove_prefix(part.length);
+    }
+    return true;
+}
 
 std::string Folded(std::string name) {
     std::ranges::transform(name, name.begin(),
@@ -20,16 +33,20 @@ std::string Folded(std::string name) {
 std::string PlainNameOf(std::string_view path) {
     constexpr std::size_t kLongest = 120;
     std::string name(path.substr(path.find_last_of("/\\") + 1));
+    const bool isText = IsWellFormed(name);
     std::ranges::replace_if(
         name,
-        [](char c) {
+        [&](char c) {
             const auto byte = static_cast<unsigned char>(c);
-            return byte < 0x20 || byte >= 0x7F ||
+            return byte < 0x20 || byte == 0x7F || (byte > 0x7F && !isText) ||
                    std::string_view("<>:\"|?*").find(c) != std::string_view::npos;
         },
         '_');
     if (name.size() > kLongest) {
         name.erase(0, name.size() - kLongest);
+        while (!IsWellFormed(name)) {
+            name.erase(0, 1);
+        }
     }
     const bool isNamed = name.find_first_not_of('.') != std::string::npos;
     return isNamed ? name : "media";

@@ -23,7 +23,7 @@ std::string PlainNameOf(std::string_view path);
 std::string DigestsText(std::string_view projectDigest, std::string_view metadataDigest);
 
 /// The entry of each file of a session if it is embedded, by its id. The names are distinct, even
-/// where case does not count.
+/// where the case of ASCII letters does not count.
 std::map<std::uint32_t, std::string> MediaEntriesOf(const orvo::Session& session);
 
 /// The entry of an effect's state.

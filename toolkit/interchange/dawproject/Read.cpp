@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <filesystem>
 #include <map>
@@ -55,6 +56,7 @@ public:
         ReadContent(tempo, structure, builder);
         builder.Finish();
         ReadScenes();
+        CountDropped();
         ReadMetadata(tempo);
         TakeChannelsOfMaster();
         return std::move(session_);
@@ -221,6 +223,27 @@ private:
         if (const auto count = std::ranges::distance(scenes.children("Scene")); count > 0) {
             document_.Report(Fidelity::Lost, scenes, "a session has no scenes",
                              std::to_string(count));
+        }
+    }
+
+    /// Attributes for which a session has nothing, wherever they stand.
+    void CountDropped() const {
+        struct Dropped {
+            const char* attribute;
+            std::string_view plural;
+        };
+        static constexpr std::array<Dropped, 4> kDropped = {
+            {{"comment", "comments"},
+             {"deviceVendor", "vendors of devices"},
+             {"pluginVersion", "versions of devices"},
+             {"algorithm", "algorithms of stretching"}}};
+        for (xml_node element = document_.Root(); element; element = NextElement(element)) {
+            for (const Dropped& dropped : kDropped) {
+                const bool isKept = IsNamed(element, "Marker");
+                if (!isKept && element.attribute(dropped.attribute)) {
+                    job_.reporter.CountLost(dropped.plural);
+                }
+            }
         }
     }
 

@@ -72,6 +72,7 @@ public:
         ReportChannels(plan);
         ReportRate();
         media_.Report();
+        job_.reporter.CountLost("characters that XML cannot hold", xml_.ReplacedCharacters());
         return states;
     }
 

@@ -331,6 +331,16 @@ TEST_F(DawProjectReading, AByteOrderMarkAndMarkersAndMetadataAreRead) {
                 HasSubstr(R"(<Marker time="1.5" name="Chorus"/>)"));
 }
 
+TEST_F(DawProjectReading, WhatASessionHasNothingForIsCounted) {
+    Read(R"(<Track id="t" contentType="audio" comment="loud"><Channel role="regular"><Devices>
+         <ClapPlugin deviceName="A" deviceRole="audioFX" deviceVendor="V" pluginVersion="2"/>
+         </Devices></Channel></Track>)",
+         "");
+    EXPECT_EQ(result_.report.lostByNature.at("comments"), 1u);
+    EXPECT_EQ(result_.report.lostByNature.at("vendors of devices"), 1u);
+    EXPECT_EQ(result_.report.lostByNature.at("versions of devices"), 1u);
+}
+
 TEST_F(DawProjectReading, RelativeMediaLieBesideTheFile) {
     const orvo::Session session =
         Read(kTrack, R"(<Lanes timeUnit="seconds"><Clips track="t"><Clip time="0" duration="1">

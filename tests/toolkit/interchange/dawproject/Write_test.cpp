@@ -13,6 +13,7 @@
 #include "tests/toolkit/interchange/dawproject/Archive.h"
 #include "tests/toolkit/interchange/dawproject/CarriedParts.h"
 #include "toolkit/GeneratedSession.h"
+#include "toolkit/interchange/dawproject/Entries.h"
 
 namespace {
 
@@ -164,6 +165,13 @@ TEST_F(DawProjectWriting, ABusThatOnlySendsFeedIsAnEffectChannel) {
     test::ExpectCarried(session, Back());
 }
 
+TEST_F(DawProjectWriting, CharactersThatXmlCannotHoldAreCounted) {
+    orvo::Session session = PlainSession();
+    session.audioTracks[0].name = "a\x01\xFF";
+    EXPECT_THAT(Written(session), HasSubstr("name=\"a\uFFFD\uFFFD\""));
+    EXPECT_EQ(result_.report.lostByNature.at("characters that XML cannot hold"), 2u);
+}
+
 TEST_F(DawProjectWriting, ALoudFaderHasNoUpperBound) {
     orvo::Session session = PlainSession();
     session.audioTracks[0].fader = ControlAt(12);
@@ -293,6 +301,20 @@ TEST_F(DawProjectMedia, EmbeddedMediaAreAnEntryAsTheyAre) {
     const std::string project = Written(session_, {.embedMedia = true});
     EXPECT_THAT(project, HasSubstr(R"(<File path="audio/kick.wav" external="false"/>)"));
     EXPECT_EQ(test::EntryOf(File(), "audio/kick.wav"), content_);
+}
+
+TEST_F(DawProjectMedia, EntriesHaveDistinctNamesThatAllSystemsTake) {
+    session_.files = {{.id = 1, .path = "/a/\u00DCber: 1.wav"},
+                      {.id = 2, .path = "/b/kick.wav"},
+                      {.id = 3, .path = "/c/KICK.wav"},
+                      {.id = 4, .path = "/d/.."},
+                      {.id = 5, .path = "\xFF"}};
+    const auto entries = toolkit::interchange::dawproject::MediaEntriesOf(session_);
+    EXPECT_THAT(entries,
+                testing::ElementsAre(testing::Pair(1, "audio/\u00DCber_ 1.wav"),
+                                     testing::Pair(2, "audio/kick.wav"),
+                                     testing::Pair(3, "audio/2-KICK.wav"),
+                                     testing::Pair(4, "audio/media"), testing::Pair(5, "audio/_")));
 }
 
 TEST_F(DawProjectMedia, ExtractionReplacesNothing) {
