@@ -81,18 +81,22 @@ private:
     }
 
     void TakeText() {
+        constexpr std::string_view kSpecial = "\"\\\xEF";
         prepared_ += text_[at_++];
-        while (at_ < text_.size() && text_[at_] != '"') {
-            if (orvo::json::kFirstOfMarked.find(text_[at_]) != std::string_view::npos) {
-                const auto replaced = orvo::json::ReplaceBegin(text_.substr(at_), true);
-                prepared_ += replaced->text;
-                at_ += replaced->size;
-            } else {
-                prepared_ += text_[at_++];
+        while (true) {
+            const std::size_t special = std::min(text_.find_first_of(kSpecial, at_), text_.size());
+            prepared_ += text_.substr(at_, special - at_);
+            at_ = special;
+            if (at_ == text_.size()) {
+                return;
             }
-        }
-        if (at_ < text_.size()) {
-            prepared_ += text_[at_++];
+            if (text_[at_] == '"') {
+                prepared_ += text_[at_++];
+                return;
+            }
+            const auto replaced = orvo::json::ReplaceBegin(text_.substr(at_), true);
+            prepared_ += replaced->text;
+            at_ += replaced->size;
         }
     }
 
