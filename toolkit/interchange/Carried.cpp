@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "session/Schema.h"
+#include "session/json/Defaults.h"
 
 namespace toolkit::interchange {
 namespace {
@@ -58,11 +59,11 @@ public:
     template <class Struct>
     void Visit(const Struct& value) {
         // What becomes of the members is looked up once, not for each of a hundred thousand clips.
-        static const Struct kDefault{};
+        const Struct& usual = orvo::json::DefaultOf<Struct>();
         const auto& fates = FatesOf<Struct>();
         std::size_t number = 0;
         orvo::ForEachRow<Struct>([&](const auto& row) {
-            VisitMember(row.key, value.*row.member, kDefault.*row.member, fates[number++]);
+            VisitMember(row.key, value.*row.member, usual.*row.member, fates[number++]);
         });
     }
 

@@ -1,24 +1,18 @@
 #pragma once
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <utility>
 #include <vector>
 
 #include "session/MemberKey.h"
 #include "session/Schema.h"
 #include "session/json/Decode.h"
 #include "session/json/Encode.h"
-#include "toolkit/ModelPath.h"
-#include "toolkit/interchange/Reporter.h"
 
 /// What `metadata.orvo` holds: the session's JSON without what OpenTimelineIO says itself.
 namespace toolkit::interchange::otio {
@@ -29,35 +23,6 @@ using orvo::json::ParsedJson;
 inline constexpr std::string_view kOwnKey = "orvo";
 inline constexpr std::int64_t kMetadataVersion = 1;
 
-/// Notes which members stand only in the metadata, each once however often it occurs.
-class OnlyInMetadata {
-public:
-    /// @param name   of the struct
-    /// @param owner  of the first one
-    void Note(std::string_view name, std::string_view key, const ModelPath& owner) {
-        Seen& seen = seen_[{name, key}];
-        if (seen.count++ == 0) {
-            seen.place = fmt::format("{}/{}", owner.Text(), key);
-        }
-    }
-
-    void ReportTo(Reporter& reporter) const {
-        for (const auto& [member, seen] : seen_) {
-            reporter.Add(orvo::Fidelity::Moved, seen.place,
-                         "it stands in the metadata, which other programs do not use",
-                         seen.count > 1 ? fmt::format("first of {}", seen.count) : "");
-        }
-    }
-
-private:
-    struct Seen {
-        std::string place{};
-        std::size_t count = 0;
-    };
-
-    std::map<std::pair<std::string_view, std::string_view>, Seen> seen_;
-};
-
 /// The keys of members.
 template <class Struct, class... Members>
 std::vector<std::string_view> KeysOf(Members Struct::*... members) {
@@ -65,26 +30,17 @@ std::vector<std::string_view> KeysOf(Members Struct::*... members) {
 }
 
 /// Writes a struct without some of its members.
-/// @param said   the keys of the members that the format says itself
-/// @param known  further ones that are written and not noted
+/// @param said  the keys of the members that the format says itself
 template <class Struct>
-void EncodeRest(JsonWriter& out, const Struct& value, const std::vector<std::string_view>& said,
-                const std::vector<std::string_view>& known, const ModelPath& place,
-                OnlyInMetadata& notes) {
-    const auto has = [](const std::vector<std::string_view>& keys, std::string_view key) {
-        return std::ranges::find(keys, key) != keys.end();
-    };
+void EncodeRest(JsonWriter& out, const Struct& value, const std::vector<std::string_view>& said) {
     const auto add = [&](const auto& row) {
         const auto& member = value.*row.member;
-        if (orvo::json::IsDefault(member, orvo::json::DefaultOf<Struct>().*row.member) ||
-            has(said, row.key)) {
-            return;
+        const bool isSaid = std::ranges::find(said, row.key) != said.end();
+        if (!isSaid &&
+            !orvo::json::IsDefault(member, orvo::json::DefaultOf<Struct>().*row.member)) {
+            out.Key(row.key);
+            orvo::json::Encode(out, member);
         }
-        if (!has(known, row.key)) {
-            notes.Note(orvo::Schema<Struct>::kName, row.key, place);
-        }
-        out.Key(row.key);
-        orvo::json::Encode(out, member);
     };
     out.BeginObject();
     std::apply([&](const auto&... rows) { (add(rows), ...); }, orvo::Schema<Struct>::kRows);

@@ -1,5 +1,7 @@
 #include "toolkit/interchange/otio/Objects.h"
 
+#include <fmt/format.h>
+
 #include "session/json/Encode.h"
 #include "toolkit/interchange/otio/Metadata.h"
 
@@ -15,9 +17,13 @@ void Objects::Begin(std::string_view schema) {
 }
 
 void Objects::NamedWithoutMetadata(std::string_view name) {
+    NoMetadata();
+    Name(name);
+}
+
+void Objects::NoMetadata() {
     out_.Key("metadata");
     out_.Plain("{}");
-    Name(name);
 }
 
 void Objects::Name(std::string_view name) {

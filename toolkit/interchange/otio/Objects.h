@@ -21,6 +21,7 @@ public:
     /// The name, with an empty object of metadata.
     void NamedWithoutMetadata(std::string_view name);
     void Name(std::string_view name);
+    void NoMetadata();
 
     /// Begins `metadata.orvo`, to which the caller adds keys, and ends it.
     void BeginOwn();

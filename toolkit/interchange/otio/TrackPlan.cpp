@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include "toolkit/Saturating.h"
+#include "toolkit/interchange/Carried.h"
 #include "toolkit/interchange/ClipTime.h"
 #include "toolkit/interchange/Fades.h"
 #include "toolkit/interchange/Overlaps.h"
@@ -19,6 +20,16 @@ using orvo::AudioClip;
 using orvo::Fidelity;
 using orvo::MidiClip;
 using orvo::VideoClip;
+
+/// What a control for muting has besides its state.
+void ReportMute(orvo::Component rest, const ModelPath& place, Reporter& reporter) {
+    if (rest.parameters.contains(0)) {
+        rest.parameters[0].value = 0.0F;
+    }
+    if (!IsNeutral(rest)) {
+        reporter.Add(Fidelity::Lost, place, "only whether it is on has a place");
+    }
+}
 
 class Planning {
 public:
@@ -54,6 +65,7 @@ public:
         plan_.lanes = LanesOf(plan_.spans, order);
         FindWhetherInOrder();
         ReportCoverings();
+        ReportLinks();
         return std::move(plan_);
     }
 
@@ -99,16 +111,32 @@ private:
         const orvo::Conventions& conventions = job_.options.conventions;
         planned.scalar = 1 / StretchOf(clip, conventions.stretchRatio);
         planned.isEnabled = !IsMuted(clip.mute);
+        if (clip.mute) {
+            ReportMute(*clip.mute, plan_.PlaceOf(planned) / &AudioClip::mute, job_.reporter);
+        }
         if (clip.fadeIn || clip.fadeOut) {
             const FadeLengths fades =
                 FadesOf(clip, conventions, plan_.PlaceOf(planned), job_.reporter);
             planned.fadeIn = units_.Of(fades.in);
             planned.fadeOut = units_.Of(fades.out);
+            ReportCurve(clip.fadeIn, plan_.PlaceOf(planned) / &AudioClip::fadeIn);
+            ReportCurve(clip.fadeOut, plan_.PlaceOf(planned) / &AudioClip::fadeOut);
         }
         if (clip.looped) {
             job_.reporter.Add(Fidelity::Approximated,
                               plan_.PlaceOf(planned) / &AudioClip::looped,
                               "other programs do not play it again from its start");
+        }
+    }
+
+    void ReportCurve(const std::optional<orvo::Fade>& fade, const ModelPath& place) {
+        const orvo::Fade usual;
+        if (fade && (fade->type != usual.type ||
+                     fade->crossFadeLinkType != usual.crossFadeLinkType)) {
+            job_.reporter.Add(Fidelity::Lost, place, "a transition has no curve",
+                              fmt::format("type {}, link {}",
+                                          static_cast<std::uint32_t>(fade->type),
+                                          static_cast<std::uint32_t>(fade->crossFadeLinkType)));
         }
     }
 
@@ -135,6 +163,41 @@ private:
                 std::tuple(plan_.spans[i - 1].start, laneOf[i - 1])) {
                 plan_.isInOrder = false;
             }
+        }
+    }
+
+    /// Links of crossfades that are no transitions.
+    void ReportLinks() {
+        std::vector<std::optional<std::uint32_t>> heads(plan_.clips.size());
+        std::vector<std::optional<std::uint32_t>> tails(plan_.clips.size());
+        for (const Lane& lane : plan_.lanes) {
+            for (std::size_t i = 1; i < lane.size(); ++i) {
+                if (lane[i].isCrossfade) {
+                    heads[lane[i].clip] = IdOf(lane[i - 1].clip);
+                    tails[lane[i - 1].clip] = IdOf(lane[i].clip);
+                }
+            }
+        }
+        for (std::size_t i = 0; i < plan_.clips.size(); ++i) {
+            if (const auto* const clip = std::get_if<const AudioClip*>(&plan_.clips[i].clip)) {
+                const auto report = [&](std::int32_t AudioClip::*link, const auto& linked) {
+                    ReportLink((*clip)->*link, linked, plan_.clips[i], link);
+                };
+                report(&AudioClip::crossFadeHeadClipId, heads[i]);
+                report(&AudioClip::crossFadeTailClipId, tails[i]);
+            }
+        }
+    }
+
+    std::uint32_t IdOf(std::size_t clip) const {
+        return std::visit([](const auto* typed) { return typed->id; }, plan_.clips[clip].clip);
+    }
+
+    void ReportLink(std::int32_t id, std::optional<std::uint32_t> linked, const PlannedClip& clip,
+                    std::int32_t AudioClip::*link) {
+        if (id >= 0 && linked != static_cast<std::uint32_t>(id)) {
+            job_.reporter.Add(Fidelity::Lost, plan_.PlaceOf(clip) / link, "no transition leads to the clip that it names",
+                              fmt::format("{}", id));
         }
     }
 
@@ -176,6 +239,9 @@ ModelPath TrackPlan::PlaceOf(const PlannedClip& clip) const {
 TrackPlan PlanOf(const orvo::AudioTrack& track, const ModelPath& place, const Units& units,
                  const Export& job) {
     Planning planning(place, units, job);
+    if (track.mute) {
+        ReportMute(*track.mute, place / &orvo::AudioTrack::mute, job.reporter);
+    }
     planning.Add(track.clips);
     planning.AddOthers(track.midiClips, planning.Plan().midiClips);
     return planning.Finish();

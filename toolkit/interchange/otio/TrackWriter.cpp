@@ -23,19 +23,6 @@ const std::vector<std::string_view>& SaidOf(const VideoTrack&) {
     return kKeys;
 }
 
-/// What other programs need not know: names for things, and what is not placed, which is reported
-/// by itself.
-const std::vector<std::string_view>& KnownOf(const AudioTrack&) {
-    static const auto kKeys = KeysOf(&AudioTrack::id, &AudioTrack::index, &AudioTrack::clips,
-                                     &AudioTrack::midiClips);
-    return kKeys;
-}
-
-const std::vector<std::string_view>& KnownOf(const VideoTrack&) {
-    static const auto kKeys = KeysOf(&VideoTrack::id, &VideoTrack::index, &VideoTrack::clips);
-    return kKeys;
-}
-
 std::string_view KindOf(const AudioTrack&) {
     return "Audio";
 }
@@ -84,13 +71,17 @@ void TrackWriter::WriteLanes(const Track& track, const Track& rest, const TrackP
 template <class Track>
 void TrackWriter::WriteOwn(const Track& rest, const TrackPlan& plan, std::size_t lane,
                            std::size_t position) {
+    if (!job_.options.ownData) {
+        objects_.NoMetadata();
+        return;
+    }
     objects_.BeginOwn();
     objects_.Integer("trackId", rest.id);
     objects_.Integer("lane", static_cast<std::int64_t>(lane) + 1);
     if (lane == 0) {
         objects_.Integer("position", static_cast<std::int64_t>(position));
         out_.Key("track");
-        EncodeRest(out_, rest, SaidOf(rest), KnownOf(rest), plan.place, notes_);
+        EncodeRest(out_, rest, SaidOf(rest));
     }
     if (!plan.isInOrder) {
         // Where each clip of the lane stands in the session's list.
@@ -174,7 +165,7 @@ void TrackWriter::WriteChildren(const TrackPlan& plan, const Lane& lane) {
 void TrackWriter::WriteClip(const TrackPlan& plan, const Placed& placed) {
     const PlannedClip& clip = plan.clips[placed.clip];
     objects_.Begin("Clip.2");
-    std::visit([&](const auto* typed) { WriteOwn(*typed, plan.PlaceOf(clip)); }, clip.clip);
+    WriteOwn(clip.clip);
     std::visit([&](const auto* typed) { objects_.Name(typed->name); }, clip.clip);
     const auto before = static_cast<long double>(placed.crossfadeIn) * clip.scalar;
     objects_.Range("source_range", clip.sourceIn + Rounded(before), placed.end - placed.begin);
@@ -193,38 +184,26 @@ void TrackWriter::WriteClip(const TrackPlan& plan, const Placed& placed) {
     objects_.End();
 }
 
-void TrackWriter::WriteOwn(const AudioClip& clip, const ModelPath& place) {
-    static const auto kSaid = KeysOf(&AudioClip::sourceInPoint, &AudioClip::duration,
-                                     &AudioClip::startPoint, &AudioClip::name);
-    // Fades and crossfades are transitions, and what stands at their defaults is no loss.
-    static const auto kKnown =
-        KeysOf(&AudioClip::id, &AudioClip::fileId, &AudioClip::fadeIn, &AudioClip::fadeOut,
-               &AudioClip::crossFadeHeadClipId, &AudioClip::crossFadeTailClipId,
-               &AudioClip::looped);
+template <class Clip>
+void TrackWriter::WriteOwn(const Clip& clip, std::string_view key) {
+    static const auto kSaid =
+        KeysOf(&Clip::sourceInPoint, &Clip::duration, &Clip::startPoint, &Clip::name);
     objects_.BeginOwn();
-    out_.Key("clip");
-    EncodeRest(out_, clip, kSaid, kKnown, place, notes_);
+    out_.Key(key);
+    EncodeRest(out_, clip, kSaid);
     objects_.EndOwn();
 }
 
-void TrackWriter::WriteOwn(const MidiClip& clip, const ModelPath& place) {
-    static const auto kSaid = KeysOf(&MidiClip::sourceInPoint, &MidiClip::duration,
-                                     &MidiClip::startPoint, &MidiClip::name);
-    static const auto kKnown = KeysOf(&MidiClip::id);
-    objects_.BeginOwn();
-    out_.Key("midiClip");
-    EncodeRest(out_, clip, kSaid, kKnown, place, notes_);
-    objects_.EndOwn();
-}
-
-void TrackWriter::WriteOwn(const VideoClip& clip, const ModelPath& place) {
-    static const auto kSaid = KeysOf(&VideoClip::sourceInPoint, &VideoClip::duration,
-                                     &VideoClip::startPoint, &VideoClip::name);
-    static const auto kKnown = KeysOf(&VideoClip::id, &VideoClip::fileId);
-    objects_.BeginOwn();
-    out_.Key("videoClip");
-    EncodeRest(out_, clip, kSaid, kKnown, place, notes_);
-    objects_.EndOwn();
+void TrackWriter::WriteOwn(const ClipPointer& clip) {
+    if (!job_.options.ownData) {
+        objects_.NoMetadata();
+    } else if (const auto* const audio = std::get_if<const AudioClip*>(&clip)) {
+        WriteOwn(**audio, "clip");
+    } else if (const auto* const midi = std::get_if<const MidiClip*>(&clip)) {
+        WriteOwn(**midi, "midiClip");
+    } else {
+        WriteOwn(*std::get<const VideoClip*>(clip), "videoClip");
+    }
 }
 
 void TrackWriter::WriteReference(const PlannedClip& clip) {
@@ -246,6 +225,7 @@ void TrackWriter::WriteReference(const PlannedClip& clip) {
 }
 
 void TrackWriter::WriteReference(std::uint32_t fileId) {
+    usedFiles_.insert(fileId);
     const auto url = urls_.find(fileId);
     const bool isMissing = url == urls_.end() || url->second.empty();
     objects_.Begin(isMissing ? "MissingReference.1" : "ExternalReference.1");

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,17 +22,19 @@ class TrackWriter {
 public:
     /// All must outlive this object.
     TrackWriter(const Export& job, const Units& units, const Urls& urls,
-                orvo::json::JsonWriter& out, OnlyInMetadata& notes)
+                orvo::json::JsonWriter& out)
         : job_(job),
           units_(units),
           urls_(urls),
           out_(out),
-          objects_(out, units.counts),
-          notes_(notes) {}
+          objects_(out, units.counts) {}
 
     /// @param position  in the session's list
     void Write(const orvo::VideoTrack& track, std::size_t position);
     void Write(const orvo::AudioTrack& track, std::size_t position);
+
+    /// The files that a clip of those tracks plays.
+    const std::set<std::uint32_t>& UsedFiles() const { return usedFiles_; }
 
 private:
     /// Where a clip stands on its lane.
@@ -55,9 +58,9 @@ private:
     static std::vector<Placed> PlacesOf(const TrackPlan& plan, const Lane& lane);
     void WriteChildren(const TrackPlan& plan, const Lane& lane);
     void WriteClip(const TrackPlan& plan, const Placed& placed);
-    void WriteOwn(const orvo::AudioClip& clip, const ModelPath& place);
-    void WriteOwn(const orvo::MidiClip& clip, const ModelPath& place);
-    void WriteOwn(const orvo::VideoClip& clip, const ModelPath& place);
+    template <class Clip>
+    void WriteOwn(const Clip& clip, std::string_view key);
+    void WriteOwn(const ClipPointer& clip);
     void WriteReference(const PlannedClip& clip);
     void WriteReference(std::uint32_t fileId);
 
@@ -66,7 +69,7 @@ private:
     const Urls& urls_;
     orvo::json::JsonWriter& out_;
     Objects objects_;
-    OnlyInMetadata& notes_;
+    std::set<std::uint32_t> usedFiles_;
 };
 
 }  // namespace toolkit::interchange::otio

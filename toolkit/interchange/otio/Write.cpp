@@ -6,6 +6,7 @@
 #include <orvo/Lookup.h>
 #include "toolkit/FileContent.h"
 #include "toolkit/collect/PortableNames.h"
+#include "toolkit/interchange/Carried.h"
 #include "toolkit/interchange/Failure.h"
 #include "toolkit/interchange/Markers.h"
 #include "toolkit/interchange/ZipArchive.h"
@@ -39,6 +40,34 @@ Units UnitsOf(const Export& job) {
     return {.samples = *samples, .counts = *frames};
 }
 
+Carried CarriedParts() {
+    using orvo::AudioClip;
+    using orvo::AudioTrack;
+    using orvo::ClipStretch;
+    using orvo::MidiClip;
+    using orvo::VideoClip;
+    using orvo::VideoTrack;
+    Carried carried = CarriedByAll();
+    carried.Handles(&Session::sampleRate, &Session::smpteStart, &Session::xmpMetadata)
+        .Handles(&orvo::File::path)
+        .Handles(&AudioTrack::index, &AudioTrack::name, &AudioTrack::mute)
+        .Handles(&VideoTrack::index, &VideoTrack::name)
+        .Handles(&AudioClip::name, &AudioClip::startPoint, &AudioClip::duration,
+                 &AudioClip::sourceInPoint, &AudioClip::fileId, &AudioClip::looped,
+                 &AudioClip::fadeIn, &AudioClip::fadeOut, &AudioClip::crossFadeHeadClipId,
+                 &AudioClip::crossFadeTailClipId, &AudioClip::mute)
+        .LooksInto(&AudioClip::stretch)
+        .Handles(&ClipStretch::stretchMode, &ClipStretch::stretchRatio)
+        .Handles(&VideoClip::name, &VideoClip::startPoint, &VideoClip::duration,
+                 &VideoClip::sourceInPoint, &VideoClip::fileId)
+        .Handles(&MidiClip::name, &MidiClip::startPoint, &MidiClip::duration,
+                 &MidiClip::sourceInPoint)
+        .LacksByNature(&AudioClip::zOrder, "layers of clips")
+        .LacksByNature(&VideoClip::zOrder, "layers of clips")
+        .LacksByNature(&AudioClip::autoCrossfade, "choices of automatic crossfades");
+    return carried;
+}
+
 class TimelineWriter {
 public:
     TimelineWriter(const Export& job, const Urls& urls, const orvo::TextSink& sink)
@@ -47,7 +76,7 @@ public:
           units_(UnitsOf(job)),
           out_(sink, {.layout = orvo::json::JsonWriter::Layout::Compact}),
           objects_(out_, units_.counts),
-          tracks_(job, units_, urls, out_, notes_) {}
+          tracks_(job, units_, urls, out_) {}
 
     void Write() {
         objects_.Begin("Timeline.1");
@@ -65,21 +94,27 @@ public:
         objects_.End();
         objects_.End();
         out_.Finish("\n");
-        notes_.ReportTo(job_.reporter);
+        ReportUnusedFiles();
+        ReportMetadata();
+        if (!units_.AreSamples()) {
+            job_.reporter.Add(Fidelity::Lost, ModelPath() / &Session::sampleRate,
+                              "times count frames", fmt::format("{}", session_.sampleRate));
+        }
+        ReportWhatIsNotCarried(session_, CarriedParts(), job_.reporter);
     }
 
 private:
     void WriteOwn() {
         static const auto kSaid = KeysOf(&Session::videoTracks, &Session::audioTracks);
-        static const auto kKnown =
-            KeysOf(&Session::formatVersion, &Session::duration, &Session::sampleRate,
-                   &Session::formatDescription, &Session::versionDependentValue, &Session::files,
-                   &Session::smpteStart);
+        if (!job_.options.ownData) {
+            objects_.NoMetadata();
+            return;
+        }
         objects_.BeginOwn();
         objects_.Integer("version", kMetadataVersion);
         objects_.Integer("sampleRate", session_.sampleRate);
         out_.Key("session");
-        EncodeRest(out_, session_, kSaid, kKnown, ModelPath(), notes_);
+        EncodeRest(out_, session_, kSaid);
         objects_.EndOwn();
     }
 
@@ -140,6 +175,23 @@ private:
         out_.EndList();
     }
 
+    void ReportUnusedFiles() {
+        for (std::size_t i = 0; i < session_.files.size(); ++i) {
+            if (!tracks_.UsedFiles().contains(session_.files[i].id)) {
+                job_.reporter.Add(Fidelity::Lost, ModelPath() / &Session::files / i,
+                                  "no clip plays the file", session_.files[i].path);
+            }
+        }
+    }
+
+    void ReportMetadata() {
+        if (!session_.xmpMetadata.empty()) {
+            job_.reporter.Add(Fidelity::Approximated, ModelPath() / &Session::xmpMetadata,
+                              "only its title and its markers have a place",
+                              fmt::format("{} bytes", session_.xmpMetadata.size()));
+        }
+    }
+
     template <class Track>
     static std::size_t PositionOf(const std::vector<Track>& tracks, const Track* track) {
         return static_cast<std::size_t>(track - tracks.data());
@@ -153,7 +205,6 @@ private:
     const Export& job_;
     const Session& session_;
     Units units_;
-    OnlyInMetadata notes_;
     orvo::json::JsonWriter out_;
     Objects objects_;
     TrackWriter tracks_;

@@ -164,11 +164,28 @@ TEST_F(OtioWriting, BoundariesAreRoundedToFramesAndThatIsSaid) {
     EXPECT_TRUE(SaysOf(Fidelity::Approximated, "/audioTracks/0/audioClips/0"));
 }
 
-TEST_F(OtioWriting, WhatOnlyTheMetadataHoldIsMoved) {
+TEST_F(OtioWriting, WhatOnlyTheMetadataHoldIsLostForOthers) {
+    Session session = SmallSession();
+    session.audioTracks[0].solo = true;
+    EXPECT_TRUE(Written(session)["tracks"]["children"][0]["metadata"].contains("orvo"));
+    EXPECT_TRUE(SaysOf(Fidelity::Lost, "/audioTracks/0/solo"));
+}
+
+TEST_F(OtioWriting, WithoutOwnDataTheReportIsTheSame) {
     Session session = SmallSession();
     session.audioTracks[0].solo = true;
     Written(session);
-    EXPECT_TRUE(SaysOf(Fidelity::Moved, "/audioTracks/0/solo"));
+    const orvo::InterchangeReport report = result_.report;
+    const json timeline = Written(session, {.ownData = false});
+    EXPECT_EQ(timeline.dump().find("orvo"), std::string::npos);
+    EXPECT_EQ(result_.report, report);
+}
+
+TEST_F(OtioWriting, FilesThatNoClipPlaysAreSaid) {
+    Session session = SmallSession();
+    session.files.push_back({.id = 6, .path = "/m/b.wav"});
+    Written(session);
+    EXPECT_TRUE(SaysOf(Fidelity::Lost, "/files/1"));
 }
 
 TEST_F(OtioWriting, ASessionWithoutARateIsRefused) {
