@@ -61,14 +61,19 @@ orvo::ReadResult ReadAgain(const StandInFile& file, const Output& out, Progress&
     return orvo::ReadSession(file.FullName());
 }
 
-void Copy(const StandInFile& file, const Output& out, const Output::Sink& sink) {
+/// Returns whether the temporary file could be read to its end.
+bool Copy(const StandInFile& file, const Output::Sink& sink) {
     std::ifstream source(file.Path(), std::ios::binary);
     std::vector<char> block(1 << 20);
     while (source) {
         source.read(block.data(), static_cast<std::streamsize>(block.size()));
         sink({block.data(), static_cast<std::size_t>(source.gcount())});
     }
-    if (!source.eof()) {
+    return source.eof();
+}
+
+void RequireCopied(bool isCopied, const Output& out) {
+    if (!isCopied) {
         throw std::runtime_error(out.Name() +
                                  ": was not saved: the temporary file cannot be read back");
     }
@@ -78,7 +83,7 @@ void Copy(const StandInFile& file, const Output& out, const Output::Sink& sink) 
 ExitCode Deliver(const StandInFile& file, const Output& out, Progress& progress) {
     const Progress::Phase saving = progress.Begin(kSaving, out.Name());
     saving.Watch(ShareRead(file.Path()));
-    return out.Save([&](const Output::Sink& sink) { Copy(file, out, sink); });
+    return out.Save([&](const Output::Sink& sink) { RequireCopied(Copy(file, sink), out); });
 }
 
 /// Whether the original is a session of the first version, which ends at a different position. Only
@@ -119,10 +124,11 @@ ExitCode DeliverIf(const IsGood& isGood, const StandInFile& file, const Output& 
     }();
     try {
         return out.Save([&](const Output::Sink& sink) {
-            Copy(file, out, sink);
+            const bool isCopied = Copy(file, sink);
             if (!isGood(LeaveToSystem(again.get()))) {
                 throw Refused();
             }
+            RequireCopied(isCopied, out);
         });
     } catch (const Refused&) {
         return ExitCode::Failure;

@@ -13,8 +13,8 @@
 #include "toolkit/interchange/ardour/Ardour.h"
 #include "toolkit/interchange/csv/Csv.h"
 #include "toolkit/interchange/dawproject/DawProject.h"
-#include "toolkit/interchange/otio/Otio.h"
 #include "toolkit/interchange/edl/Edl.h"
+#include "toolkit/interchange/otio/Otio.h"
 #include "toolkit/interchange/rpp/Rpp.h"
 
 namespace orvo {

@@ -206,12 +206,22 @@ Written Write(const orvo::Session& session, const InterchangeKindFacts& kind) {
     return {.content = ContentOf(result.files), .report = result.report};
 }
 
-/// The word of a fact that only one of two reports has.
-std::optional<std::string> NewFact(const Written& before, const Written& after) {
+/// Whether one of the places is within the other.
+bool IsOnTheWay(const std::string& place, const std::string& other) {
+    const std::string& shorter = place.size() < other.size() ? place : other;
+    const std::string& longer = place.size() < other.size() ? other : place;
+    return longer.starts_with(shorter) &&
+           (longer.size() == shorter.size() || longer[shorter.size()] == '/');
+}
+
+/// The word of a fact about a place that only one of two reports has.
+std::optional<std::string> NewFact(const Written& before, const Written& after,
+                                   const json::json_pointer& place) {
     for (const Fidelity fidelity : orvo::kFidelities) {
         const auto isNew = [&](const orvo::InterchangeFact& fact) {
             const auto& former = before.report.facts;
-            return fact.fidelity == fidelity && std::ranges::find(former, fact) == former.end();
+            return fact.fidelity == fidelity && IsOnTheWay(fact.place, place.to_string()) &&
+                   std::ranges::find(former, fact) == former.end();
         };
         if (std::ranges::any_of(after.report.facts, isNew)) {
             std::ostringstream word;
@@ -223,8 +233,8 @@ std::optional<std::string> NewFact(const Written& before, const Written& after) 
 }
 
 /// What became of a field that was changed. The words of the table.
-std::string FateOf(const Written& before, const Written& after) {
-    if (const auto fact = NewFact(before, after)) {
+std::string FateOf(const Written& before, const Written& after, const json::json_pointer& place) {
+    if (const auto fact = NewFact(before, after, place)) {
         return *fact;
     }
     if (after.content != before.content) {
@@ -271,7 +281,7 @@ private:
         if (after.content != before_.content) {
             return "nothing said";
         }
-        if (const auto fact = NewFact(after, before_)) {
+        if (const auto fact = NewFact(after, before_, place)) {
             return fact;
         }
         return after.report != before_.report ? std::optional("no place") : std::nullopt;
@@ -313,7 +323,7 @@ Table FatesOfAllFields() {
         for (const auto& [field, place] : fields) {
             const std::optional<orvo::Session> changed = WithChange(whole, place);
             if (changed && !IsForTheFileItself(field)) {
-                std::string fate = FateOf(before, Write(*changed, kind));
+                std::string fate = FateOf(before, Write(*changed, kind), place);
                 if (fate == "nothing said") {
                     fate = wholes.Around(place);
                 }

@@ -127,9 +127,9 @@ private:
 ParsedJson ParseDocument(std::string text, const std::filesystem::path& file,
                          const DocumentLimits& limits) {
     if (text.size() > limits.bytes) {
-        throw Failure({.file = file.string(),
-                       .what = fmt::format("has {} bytes; {} are taken", text.size(),
-                                           limits.bytes)});
+        throw Failure(
+            {.file = file.string(),
+             .what = fmt::format("has {} bytes; {} are taken", text.size(), limits.bytes)});
     }
     const std::string prepared = Preparation(text, file, limits).Run();
     std::string().swap(text);
@@ -165,11 +165,11 @@ const ParsedJson* Node::Find(std::string_view key) const {
 
 std::optional<Node> Node::Object(std::string_view key) const {
     const ParsedJson* const member = Find(key);
-    return member != nullptr ? std::optional<Node>(
-                                   std::in_place, *member,
-                                   fmt::format("{}/{}", place_, orvo::json::PointerStep(key)),
-                                   *file_)
-                             : std::nullopt;
+    return member != nullptr
+               ? std::optional<Node>(std::in_place, *member,
+                                     fmt::format("{}/{}", place_, orvo::json::PointerStep(key)),
+                                     *file_)
+               : std::nullopt;
 }
 
 std::vector<Node> Node::Objects(std::string_view key) const {

@@ -211,8 +211,7 @@ private:
             return i < children.size() && children[i].Schema() == "Clip";
         };
         if (!(at > 0 && isClip(at - 1)) && !isClip(at + 1)) {
-            job_.reporter.Add(Fidelity::Lost, children[at].Place(),
-                              "the transition is at no clip");
+            job_.reporter.Add(Fidelity::Lost, children[at].Place(), "the transition is at no clip");
         }
     }
 
@@ -281,8 +280,7 @@ private:
     void TakeEffects(const Node& node, FoundClip& clip) {
         for (const Node& effect : node.Objects("effects")) {
             const bool isWarp = effect.Schema() == "LinearTimeWarp";
-            const double scalar =
-                isWarp ? effect.Number("time_scalar").value_or(1) : 1;
+            const double scalar = isWarp ? effect.Number("time_scalar").value_or(1) : 1;
             if (isWarp && scalar > 0) {
                 clip.scalar *= scalar;
             } else if (isWarp || effect.Schema() == "FreezeFrame") {
@@ -322,8 +320,8 @@ private:
             clip.url = media->Text("target_url");
         } else {
             clip.isOffline = true;
-            job_.reporter.Add(Fidelity::Lost, media->Place(), "no file, so that the clip is offline",
-                              media->Schema());
+            job_.reporter.Add(Fidelity::Lost, media->Place(),
+                              "no file, so that the clip is offline", media->Schema());
         }
         const std::optional<TimeRange> available = RangeOf(*media, "available_range", samples_);
         return available ? available->start : 0;

@@ -53,7 +53,7 @@ template <class Value>
 void DecodeInto(const ParsedJson& json, Value& value);
 template <class Element>
 requires(!std::is_same_v<Element, std::uint8_t>) void DecodeInto(const ParsedJson& json,
-                                                                std::vector<Element>& list);
+                                                                 std::vector<Element>& list);
 template <class Held>
 void DecodeInto(const ParsedJson& json, std::optional<Held>& value);
 template <class Held>
@@ -79,7 +79,7 @@ void DecodeInto(const ParsedJson& json, Value& value) {
 
 template <class Element>
 requires(!std::is_same_v<Element, std::uint8_t>) void DecodeInto(const ParsedJson& json,
-                                                                std::vector<Element>& list) {
+                                                                 std::vector<Element>& list) {
     if (!json.is_array()) {
         orvo::json::FailAtValue(json, "give a list");
     }

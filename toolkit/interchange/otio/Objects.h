@@ -36,8 +36,7 @@ public:
     void Time(std::string_view key, std::int64_t count);
     void Range(std::string_view key, std::int64_t start, std::int64_t duration);
     /// Of another rate than that of the others.
-    void Range(std::string_view key, std::int64_t start, std::int64_t duration,
-               std::uint32_t rate);
+    void Range(std::string_view key, std::int64_t start, std::int64_t duration, std::uint32_t rate);
 
     // Whole objects
 

@@ -7,8 +7,8 @@
 /// Placement is exact to the sample, or rounded to frames if `ExportOptions::frameRate` says so.
 /// Crossfades are transitions; fades are transitions beside a gap. Clips that overlap otherwise
 /// stand on further tracks, "name (2)" and so on, which a reading merges again. All else is under
-/// `metadata.orvo`, so that it comes back; for other programs it is lost, and reported as such. What
-/// a file says itself counts more than its `metadata.orvo`: what others changed stays changed.
+/// `metadata.orvo`, so that it comes back; for other programs it is lost, and reported as such.
+/// What a file says itself counts more than its `metadata.orvo`: what others changed stays changed.
 ///
 /// A clip that begins before the session, or ends beyond 2^53 samples, stands in the metadata only.
 /// A fade has the length of its transition; its curve is in the metadata. Media that cannot be

@@ -134,10 +134,10 @@ private:
             return;
         }
         Take(*own, "session", session_);
-        std::erase_if(session_.files, [ids = std::unordered_set<std::uint32_t>()](
-                                          const orvo::File& file) mutable {
-            return file.id == orvo::kNoId || !ids.insert(file.id).second;
-        });
+        std::erase_if(session_.files,
+                      [ids = std::unordered_set<std::uint32_t>()](const orvo::File& file) mutable {
+                          return file.id == orvo::kNoId || !ids.insert(file.id).second;
+                      });
     }
 
     /// Takes a value of the metadata; one that is wrong is reported and leaves `value` as it is.
@@ -167,8 +167,8 @@ private:
         }
         const std::int64_t start = Rounded(SamplesOf(*time, samples_).value_or(0));
         const std::int64_t own = session_.smpteStart;
-        const bool isBeyond = std::abs(static_cast<double>(own)) >=
-                              static_cast<double>(kMostCounted);
+        const bool isBeyond =
+            std::abs(static_cast<double>(own)) >= static_cast<double>(kMostCounted);
         const auto difference = static_cast<double>(SaturatingDifference(start, own));
         if (!isBeyond && std::abs(difference) > ToleranceOf(*time)) {
             session_.smpteStart = start;
@@ -200,8 +200,7 @@ private:
             }
         }
         if (!added.empty()) {
-            session_.xmpMetadata =
-                WithMarkers(session_.xmpMetadata, added, session_.sampleRate);
+            session_.xmpMetadata = WithMarkers(session_.xmpMetadata, added, session_.sampleRate);
         }
     }
 
@@ -272,8 +271,8 @@ private:
     }
 
     template <class Track>
-    void AddClips(const FoundTrack& found, const std::optional<Node>& own,
-                  BuiltTrack<Track>& built, std::size_t lane) {
+    void AddClips(const FoundTrack& found, const std::optional<Node>& own, BuiltTrack<Track>& built,
+                  std::size_t lane) {
         const ParsedJson* order = own ? own->Find("order") : nullptr;
         if (order != nullptr && (!order->is_array() || order->size() != found.clips.size())) {
             order = nullptr;
@@ -323,8 +322,7 @@ private:
             TakeStretch(clip, found);
             TakeFades(built);
         } else if (!found.isEnabled) {
-            job_.reporter.Add(Fidelity::Lost, found.node.Place(),
-                              "such a clip cannot be disabled");
+            job_.reporter.Add(Fidelity::Lost, found.node.Place(), "such a clip cannot be disabled");
         }
     }
 
@@ -355,9 +353,8 @@ private:
         if (stretch.stretchMode == orvo::StretchMode::Off) {
             stretch.stretchMode = orvo::StretchMode::Realtime;
         }
-        stretch.stretchRatio = meaning == orvo::StretchMeaning::TimelineBySource
-                                   ? 1 / found.scalar
-                                   : found.scalar;
+        stretch.stretchRatio =
+            meaning == orvo::StretchMeaning::TimelineBySource ? 1 / found.scalar : found.scalar;
     }
 
     void TakeFades(Built<AudioClip>& built) {
@@ -367,10 +364,10 @@ private:
         const FoundEdge& tail = found.tail;
         const std::int64_t item = clip.duration - (head.isCrossfade ? Rounded(head.reach) : 0) -
                                   (tail.isCrossfade ? Rounded(tail.reach) : 0);
-        const Edges expected = EdgesOf(
-            item, head.isCrossfade ? std::optional(Rounded(head.inside)) : std::nullopt,
-            tail.isCrossfade ? std::optional(Rounded(tail.inside)) : std::nullopt,
-            LengthOf(clip.fadeIn, clip.duration), LengthOf(clip.fadeOut, clip.duration));
+        const Edges expected =
+            EdgesOf(item, head.isCrossfade ? std::optional(Rounded(head.inside)) : std::nullopt,
+                    tail.isCrossfade ? std::optional(Rounded(tail.inside)) : std::nullopt,
+                    LengthOf(clip.fadeIn, clip.duration), LengthOf(clip.fadeOut, clip.duration));
         const double tolerance = ClipTolerance(found.node);
         const auto differs = [&](const FoundEdge& edge, std::int64_t own) {
             const auto shown = static_cast<double>(edge.reach + edge.inside);
@@ -428,8 +425,7 @@ private:
             ++index;
             if (!built.hasId) {
                 auto& places = std::is_same_v<Track, VideoTrack> ? videoPlaces_ : audioPlaces_;
-                while (videoPlaces_.contains(nextTrackId_) ||
-                       audioPlaces_.contains(nextTrackId_)) {
+                while (videoPlaces_.contains(nextTrackId_) || audioPlaces_.contains(nextTrackId_)) {
                     ++nextTrackId_;
                 }
                 places.emplace(nextTrackId_, 0);
@@ -438,8 +434,7 @@ private:
             FinishClips(built);
         }
         if (hasPositions) {
-            std::ranges::stable_sort(tracks, {},
-                                     [](const auto& built) { return *built.position; });
+            std::ranges::stable_sort(tracks, {}, [](const auto& built) { return *built.position; });
         }
         for (BuiltTrack<Track>& built : tracks) {
             finished.push_back(std::move(built.track));
@@ -568,8 +563,7 @@ std::uint32_t SampleRateOf(const Node& top, const Import& job) {
     const std::uint32_t rate =
         isWhole ? static_cast<std::uint32_t>(found) : std::max(job.options.sampleRate, 1U);
     job.reporter.Add(Fidelity::Guessed, ModelPath() / &Session::sampleRate,
-                     isWhole ? "it is that of the first sound"
-                             : "the file does not say it",
+                     isWhole ? "it is that of the first sound" : "the file does not say it",
                      fmt::format("{}", rate));
     return rate;
 }

@@ -123,20 +123,19 @@ private:
             ReportCurve(clip.fadeOut, plan_.PlaceOf(planned) / &AudioClip::fadeOut);
         }
         if (clip.looped) {
-            job_.reporter.Add(Fidelity::Approximated,
-                              plan_.PlaceOf(planned) / &AudioClip::looped,
+            job_.reporter.Add(Fidelity::Approximated, plan_.PlaceOf(planned) / &AudioClip::looped,
                               "other programs do not play it again from its start");
         }
     }
 
     void ReportCurve(const std::optional<orvo::Fade>& fade, const ModelPath& place) {
         const orvo::Fade usual;
-        if (fade && (fade->type != usual.type ||
-                     fade->crossFadeLinkType != usual.crossFadeLinkType)) {
-            job_.reporter.Add(Fidelity::Lost, place, "a transition has no curve",
-                              fmt::format("type {}, link {}",
-                                          static_cast<std::uint32_t>(fade->type),
-                                          static_cast<std::uint32_t>(fade->crossFadeLinkType)));
+        if (fade &&
+            (fade->type != usual.type || fade->crossFadeLinkType != usual.crossFadeLinkType)) {
+            job_.reporter.Add(
+                Fidelity::Lost, place, "a transition has no curve",
+                fmt::format("type {}, link {}", static_cast<std::uint32_t>(fade->type),
+                            static_cast<std::uint32_t>(fade->crossFadeLinkType)));
         }
     }
 
@@ -196,7 +195,8 @@ private:
     void ReportLink(std::int32_t id, std::optional<std::uint32_t> linked, const PlannedClip& clip,
                     std::int32_t AudioClip::*link) {
         if (id >= 0 && linked != static_cast<std::uint32_t>(id)) {
-            job_.reporter.Add(Fidelity::Lost, plan_.PlaceOf(clip) / link, "no transition leads to the clip that it names",
+            job_.reporter.Add(Fidelity::Lost, plan_.PlaceOf(clip) / link,
+                              "no transition leads to the clip that it names",
                               fmt::format("{}", id));
         }
     }

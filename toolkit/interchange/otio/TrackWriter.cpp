@@ -127,10 +127,10 @@ void TrackWriter::WriteChildren(const TrackPlan& plan, const Lane& lane) {
     for (const Placed& placed : PlacesOf(plan, lane)) {
         const PlannedClip& clip = plan.clips[placed.clip];
         const std::int64_t length = placed.end - placed.begin;
-        const Edges edges = EdgesOf(
-            length, placed.hasHeadCrossfade ? std::optional(placed.headOut) : std::nullopt,
-            placed.hasTailCrossfade ? std::optional(placed.tailIn) : std::nullopt, clip.fadeIn,
-            clip.fadeOut);
+        const Edges edges =
+            EdgesOf(length, placed.hasHeadCrossfade ? std::optional(placed.headOut) : std::nullopt,
+                    placed.hasTailCrossfade ? std::optional(placed.tailIn) : std::nullopt,
+                    clip.fadeIn, clip.fadeOut);
         const bool isShortened = (!placed.hasHeadCrossfade && edges.head != clip.fadeIn) ||
                                  (!placed.hasTailCrossfade && edges.tail != clip.fadeOut);
         if (isShortened) {

@@ -23,11 +23,7 @@ public:
     /// All must outlive this object.
     TrackWriter(const Export& job, const Units& units, const Urls& urls,
                 orvo::json::JsonWriter& out)
-        : job_(job),
-          units_(units),
-          urls_(urls),
-          out_(out),
-          objects_(out, units.counts) {}
+        : job_(job), units_(units), urls_(urls), out_(out), objects_(out, units.counts) {}
 
     /// @param position  in the session's list
     void Write(const orvo::VideoTrack& track, std::size_t position);
@@ -53,8 +49,7 @@ private:
     void WriteLanes(const Track& track, const Track& rest, const TrackPlan& plan,
                     std::size_t position, bool isEnabled);
     template <class Track>
-    void WriteOwn(const Track& rest, const TrackPlan& plan, std::size_t lane,
-                  std::size_t position);
+    void WriteOwn(const Track& rest, const TrackPlan& plan, std::size_t lane, std::size_t position);
     static std::vector<Placed> PlacesOf(const TrackPlan& plan, const Lane& lane);
     void WriteChildren(const TrackPlan& plan, const Lane& lane);
     void WriteClip(const TrackPlan& plan, const Placed& placed);

@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 
@@ -34,8 +35,8 @@ Units UnitsOf(const Export& job) {
     }
     const auto frames = Rate::Of(*job.options.frameRate);
     if (!frames) {
-        throw Failure({.what = fmt::format("{} frames a second are no rate",
-                                           *job.options.frameRate)});
+        throw Failure(
+            {.what = fmt::format("{} frames a second are no rate", *job.options.frameRate)});
     }
     return {.samples = *samples, .counts = *frames};
 }
@@ -173,6 +174,22 @@ private:
             Progress();
         }
         out_.EndList();
+        ReportOrder();
+    }
+
+    /// Tracks of video stand before the others, wherever the session shows them.
+    void ReportOrder() {
+        const auto first =
+            std::ranges::min_element(session_.audioTracks, {}, &orvo::AudioTrack::index);
+        for (std::size_t i = 0; i < session_.videoTracks.size(); ++i) {
+            const std::uint32_t index = session_.videoTracks[i].index;
+            if (first != session_.audioTracks.end() && first->index < index) {
+                job_.reporter.Add(
+                    Fidelity::Lost,
+                    ModelPath() / &Session::videoTracks / i / &orvo::VideoTrack::index,
+                    "tracks of video stand before those of audio", fmt::format("{}", index));
+            }
+        }
     }
 
     void ReportUnusedFiles() {
@@ -224,8 +241,7 @@ std::map<std::uint32_t, std::string> EntriesOf(const Export& job) {
             continue;
         }
         const std::string name = std::filesystem::path(file.path).filename().string();
-        entries.try_emplace(file.id,
-                            std::string(kMediaFolder) + names.Take(PortableName(name)));
+        entries.try_emplace(file.id, std::string(kMediaFolder) + names.Take(PortableName(name)));
     }
     return entries;
 }

@@ -72,17 +72,18 @@ std::vector<Hostile> HostileTexts() {
         {"RangeIsAList", ClipWithRange("[0,1]"), "/source_range: is no object"},
         {"RangeWithoutDuration", ClipWithRange(R"({"start_time":)" + text::Time(0) + "}"),
          "needs a start_time and a duration"},
-        {"TimeIsNaN", ClipWithRange(R"({"start_time":{"rate":48000,"value":NaN},"duration":)" +
-                                    text::Time(1) + "}"),
+        {"TimeIsNaN",
+         ClipWithRange(R"({"start_time":{"rate":48000,"value":NaN},"duration":)" + text::Time(1) +
+                       "}"),
          "that are numbers"},
         {"RateIsInfinity",
-         ClipWithRange(R"({"start_time":{"rate":Infinity,"value":1},"duration":)" +
-                       text::Time(1) + "}"),
+         ClipWithRange(R"({"start_time":{"rate":Infinity,"value":1},"duration":)" + text::Time(1) +
+                       "}"),
          "that are numbers"},
         {"RateIsZero", ClipWithRange(text::Range(0, 10, 0)), "neither a source_range"},
         {"RateIsNegative", ClipWithRange(text::Range(0, 10, -48000)), "neither a source_range"},
-        {"ValueIsAText", ClipWithRange(R"({"start_time":{"rate":1,"value":"1"},"duration":)" +
-                                       text::Time(1) + "}"),
+        {"ValueIsAText",
+         ClipWithRange(R"({"start_time":{"rate":1,"value":"1"},"duration":)" + text::Time(1) + "}"),
          "that are numbers"},
         {"DurationIsNegative", ClipWithRange(text::Range(0, -5)), "negative"},
         {"TimeIsTooLarge", ClipWithRange(text::Range(1e300, 1)), "too large"},
@@ -90,9 +91,9 @@ std::vector<Hostile> HostileTexts() {
          OnTrack(text::Clip("a", 0, 9) + "," + text::Dissolve(-5, 1) + "," + text::Clip("b", 0, 9)),
          "the offset is negative"},
         {"SpeedBeyondMeasure",
-         OnTrack(text::Clip(
-             "a", 0, 9, 48000,
-             R"(,"effects":[{"OTIO_SCHEMA":"LinearTimeWarp.1","time_scalar":1e300}])")),
+         OnTrack(
+             text::Clip("a", 0, 9, 48000,
+                        R"(,"effects":[{"OTIO_SCHEMA":"LinearTimeWarp.1","time_scalar":1e300}])")),
          "speed"},
     };
 }
@@ -148,9 +149,8 @@ protected:
     }
 
     void ExpectRefusal(const std::string& what) {
-        const ImportResult result =
-            orvo::ImportSession(folder_ / "a.otioz", InterchangeKind::Otioz,
-                                {.mediaFolder = folder_ / "media"});
+        const ImportResult result = orvo::ImportSession(folder_ / "a.otioz", InterchangeKind::Otioz,
+                                                        {.mediaFolder = folder_ / "media"});
         EXPECT_FALSE(result);
         ASSERT_EQ(result.messages.size(), 1u);
         EXPECT_THAT(result.messages[0].what, HasSubstr(what));
@@ -206,8 +206,8 @@ TEST_F(OtioHostileArchive, DamagedMediaAreRefusedAndTakenBack) {
 TEST_F(OtioHostileArchive, AUrlThatClimbsFindsNothing) {
     Add("content.otio", Playing("media/../../evil.wav"));
     folder_.Write("evil.wav", "outside");
-    const ImportResult result = orvo::ImportSession(
-        folder_ / "a.otioz", InterchangeKind::Otioz, {.mediaFolder = folder_ / "media"});
+    const ImportResult result = orvo::ImportSession(folder_ / "a.otioz", InterchangeKind::Otioz,
+                                                    {.mediaFolder = folder_ / "media"});
     EXPECT_TRUE(result);
     EXPECT_TRUE(result.session.audioTracks.at(0).clips.at(0).offline);
     EXPECT_FALSE(std::filesystem::exists(folder_ / "media"));

@@ -33,8 +33,8 @@ inline std::string Clip(std::string_view name, double start, double duration, do
 }
 
 inline std::string Dissolve(double in, double out, double rate = 48000) {
-    return Object("Transition.1", fmt::format(R"(,"in_offset":{},"out_offset":{})",
-                                              Time(in, rate), Time(out, rate)));
+    return Object("Transition.1", fmt::format(R"(,"in_offset":{},"out_offset":{})", Time(in, rate),
+                                              Time(out, rate)));
 }
 
 /// Media at a URL.
@@ -46,8 +46,8 @@ inline std::string Media(std::string_view url, std::string_view availableRange =
 }
 
 inline std::string Track(std::string_view children, std::string_view rest = "") {
-    return Object("Track.1", fmt::format(R"(,"name":"T","kind":"Audio","children":[{}]{})",
-                                         children, rest));
+    return Object("Track.1",
+                  fmt::format(R"(,"name":"T","kind":"Audio","children":[{}]{})", children, rest));
 }
 
 inline std::string Stack(std::string_view children, std::string_view rest = "") {

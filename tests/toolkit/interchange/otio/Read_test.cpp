@@ -58,10 +58,9 @@ std::vector<Placement> PlacementsOf(const std::vector<AudioClip>& clips) {
 }
 
 TEST_F(OtioReading, ClipsFollowEachOtherAndGaps) {
-    EXPECT_THAT(
-        PlacementsOf(ClipsOf(text::Clip("a", 5, 100) + "," + text::Gap(50) + "," +
-                             text::Clip("b", 0, 10))),
-        ElementsAre(Placement(0, 100, 5), Placement(150, 10, 0)));
+    EXPECT_THAT(PlacementsOf(ClipsOf(text::Clip("a", 5, 100) + "," + text::Gap(50) + "," +
+                                     text::Clip("b", 0, 10))),
+                ElementsAre(Placement(0, 100, 5), Placement(150, 10, 0)));
     EXPECT_EQ(result_.session.sampleRate, 48000u);
     EXPECT_EQ(result_.session.duration, 160);
     EXPECT_EQ(result_.session.audioTracks[0].name, "T");
@@ -70,8 +69,9 @@ TEST_F(OtioReading, ClipsFollowEachOtherAndGaps) {
 
 TEST_F(OtioReading, OldSchemasAreTaken) {
     const std::string clip = text::Object(
-        "Clip.1", R"(,"name":"a","source_range":)" + text::Range(7, 9) +
-                      R"(,"media_reference":{"OTIO_SCHEMA":"ExternalReference.1","target_url":"/m/a.wav"})");
+        "Clip.1",
+        R"(,"name":"a","source_range":)" + text::Range(7, 9) +
+            R"(,"media_reference":{"OTIO_SCHEMA":"ExternalReference.1","target_url":"/m/a.wav"})");
     const std::string filler = text::Object("Filler.1", R"(,"source_range":)" + text::Range(0, 3));
     const std::string sequence =
         text::Object("Sequence.1", R"(,"kind":"Audio","children":[)" + filler + "," + clip + "]");
@@ -99,8 +99,8 @@ TEST_F(OtioReading, MixedRatesAddUpWithoutDrift) {
 }
 
 TEST_F(OtioReading, MediaBeginAtTheirTimecode) {
-    EXPECT_THAT(PlacementsOf(ClipsOf(text::Clip("a", 172800100, 50, 48000,
-                                                text::Media("a.wav", text::Range(172800000, 999))))),
+    EXPECT_THAT(PlacementsOf(ClipsOf(text::Clip(
+                    "a", 172800100, 50, 48000, text::Media("a.wav", text::Range(172800000, 999))))),
                 ElementsAre(Placement(0, 50, 100)));
     EXPECT_EQ(result_.session.files.at(0).path, (folder_ / "a.wav").string());
 }
@@ -142,9 +142,8 @@ TEST_F(OtioReading, NestedStacksAreFlattenedInTheirWindow) {
 }
 
 TEST_F(OtioReading, ATransitionBetweenClipsIsACrossfade) {
-    const std::vector<AudioClip> clips =
-        ClipsOf(text::Clip("a", 0, 100) + "," + text::Dissolve(10, 15) + "," +
-                text::Clip("b", 50, 100));
+    const std::vector<AudioClip> clips = ClipsOf(
+        text::Clip("a", 0, 100) + "," + text::Dissolve(10, 15) + "," + text::Clip("b", 50, 100));
     EXPECT_THAT(PlacementsOf(clips), ElementsAre(Placement(0, 115, 0), Placement(90, 110, 40)));
     EXPECT_EQ(clips[0].crossFadeTailClipId, static_cast<std::int32_t>(clips[1].id));
     EXPECT_EQ(clips[1].crossFadeHeadClipId, static_cast<std::int32_t>(clips[0].id));
@@ -162,8 +161,9 @@ TEST_F(OtioReading, ATransitionBesideAGapIsAFade) {
 }
 
 TEST_F(OtioReading, SpeedIsAStretch) {
-    const std::vector<AudioClip> clips = ClipsOf(text::Clip(
-        "a", 0, 100, 48000, R"(,"effects":[{"OTIO_SCHEMA":"LinearTimeWarp.1","time_scalar":0.5}])"));
+    const std::vector<AudioClip> clips =
+        ClipsOf(text::Clip("a", 0, 100, 48000,
+                           R"(,"effects":[{"OTIO_SCHEMA":"LinearTimeWarp.1","time_scalar":0.5}])"));
     EXPECT_EQ(clips.at(0).duration, 100);
     ASSERT_TRUE(clips[0].stretch);
     EXPECT_EQ(clips[0].stretch->stretchRatio, 2);
@@ -194,8 +194,8 @@ TEST_F(OtioReading, WhatASessionCannotPlayIsOffline) {
 TEST_F(OtioReading, UrlsAreTakenInAllTheirForms) {
     std::string children;
     for (const char* const url :
-         {"file:///m/a%20b.wav", "file://localhost/D%3a/x.wav", "file://name.wav", "/plain/100%.wav",
-          "sub/dir/x.wav", "https://host/x.wav"}) {
+         {"file:///m/a%20b.wav", "file://localhost/D%3a/x.wav", "file://name.wav",
+          "/plain/100%.wav", "sub/dir/x.wav", "https://host/x.wav"}) {
         children += (children.empty() ? "" : ",") + text::Clip("c", 0, 1, 48000, text::Media(url));
     }
     ClipsOf(children);
@@ -218,8 +218,8 @@ TEST_F(OtioReading, ClipsOfOneUrlShareAFile) {
 
 TEST_F(OtioReading, ACollectionGivesItsFirstTimeline) {
     const std::string first = text::Timeline(text::Track(text::Clip("a", 0, 9)));
-    const Session& session = Read(text::Object("SerializableCollection.1",
-                                               R"(,"children":[)" + first + "," + first + "]"));
+    const Session& session = Read(
+        text::Object("SerializableCollection.1", R"(,"children":[)" + first + "," + first + "]"));
     EXPECT_EQ(session.audioTracks.size(), 1u);
     EXPECT_TRUE(Says(Fidelity::Lost, "only the first timeline"));
 }
@@ -231,9 +231,9 @@ TEST_F(OtioReading, AClipAloneIsATimeline) {
 }
 
 TEST_F(OtioReading, UnknownObjectsAreSaid) {
-    EXPECT_THAT(PlacementsOf(ClipsOf(text::Object("Wormhole.7", R"(,"source_range":)" +
-                                                                    text::Range(0, 40)) +
-                                     "," + text::Clip("a", 0, 9))),
+    EXPECT_THAT(PlacementsOf(
+                    ClipsOf(text::Object("Wormhole.7", R"(,"source_range":)" + text::Range(0, 40)) +
+                            "," + text::Clip("a", 0, 9))),
                 ElementsAre(Placement(40, 9, 0)));
     EXPECT_TRUE(Says(Fidelity::Lost, "nothing is known"));
 }
@@ -242,14 +242,15 @@ TEST_F(OtioReading, MarkersGoIntoTheMetadata) {
     const std::string marker =
         R"(,"markers":[{"OTIO_SCHEMA":"Marker.2","name":"Here","marked_range":)" +
         text::Range(20, 5) + "}]";
-    Read(text::Timeline(text::Track(text::Gap(100) + "," + text::Clip("a", 10, 50, 48000, marker))));
+    Read(
+        text::Timeline(text::Track(text::Gap(100) + "," + text::Clip("a", 10, 50, 48000, marker))));
     EXPECT_THAT(result_.session.xmpMetadata, HasSubstr("110"));
     EXPECT_THAT(result_.session.xmpMetadata, HasSubstr("Here"));
 }
 
 TEST_F(OtioReading, DisabledIsMuted) {
-    const Session& session = Read(text::Timeline(text::Track(
-        text::Clip("a", 0, 9, 48000, R"(,"enabled":false)"), R"(,"enabled":false)")));
+    const Session& session = Read(text::Timeline(
+        text::Track(text::Clip("a", 0, 9, 48000, R"(,"enabled":false)"), R"(,"enabled":false)")));
     ASSERT_TRUE(session.audioTracks.at(0).mute);
     EXPECT_EQ(session.audioTracks[0].mute->parameters.at(0).value, 1.0F);
     ASSERT_TRUE(session.audioTracks[0].clips.at(0).mute);

@@ -96,8 +96,9 @@ AudioClip CrowdedClip(toolkit::Dice& dice, std::uint32_t id) {
         clip.fadeOut = orvo::Fade{.endPoint = static_cast<std::int64_t>(dice.Below(70))};
     }
     if (dice.Below(3) == 0) {
-        clip.stretch = orvo::ClipStretch{.stretchMode = orvo::StretchMode::Rendered,
-                                         .stretchRatio = 0.7 + 0.1 * static_cast<double>(dice.Below(9))};
+        clip.stretch =
+            orvo::ClipStretch{.stretchMode = orvo::StretchMode::Rendered,
+                              .stretchRatio = 0.7 + 0.1 * static_cast<double>(dice.Below(9))};
     }
     return clip;
 }

@@ -41,7 +41,8 @@ std::vector<std::string> ItemsOf(const json& timeline, std::size_t track = 0) {
     for (const json& item : timeline["tracks"]["children"][track]["children"]) {
         const std::string schema = item["OTIO_SCHEMA"];
         if (schema == "Transition.1") {
-            items.push_back(fmt::format("transition {} {}", item["in_offset"]["value"].get<double>(),
+            items.push_back(fmt::format("transition {} {}",
+                                        item["in_offset"]["value"].get<double>(),
                                         item["out_offset"]["value"].get<double>()));
             continue;
         }
@@ -57,8 +58,12 @@ Session SmallSession() {
     Session session;
     session.files = {{.id = 5, .path = "/m/a b.wav"}};
     session.audioTracks = {{.id = 1, .name = "Voice"}};
-    session.audioTracks[0].clips = {
-        {.id = 2, .fileId = 5, .sourceInPoint = 10, .duration = 100, .startPoint = 50, .name = "A"}};
+    session.audioTracks[0].clips = {{.id = 2,
+                                     .fileId = 5,
+                                     .sourceInPoint = 10,
+                                     .duration = 100,
+                                     .startPoint = 50,
+                                     .name = "A"}};
     return session;
 }
 
@@ -95,8 +100,12 @@ TEST_F(OtioWriting, IsThisText) {
 
 TEST_F(OtioWriting, ACrossfadeIsCutInItsMiddle) {
     Session session = SmallSession();
-    session.audioTracks[0].clips.push_back(
-        {.id = 3, .fileId = 5, .sourceInPoint = 1000, .duration = 200, .startPoint = 125, .name = "B"});
+    session.audioTracks[0].clips.push_back({.id = 3,
+                                            .fileId = 5,
+                                            .sourceInPoint = 1000,
+                                            .duration = 200,
+                                            .startPoint = 125,
+                                            .name = "B"});
     // 25 samples of both: 12 before the cut and 13 behind it.
     EXPECT_THAT(ItemsOf(Written(session)),
                 ElementsAre("gap 0+50", "A 10+87", "transition 12 13", "B 1012+188"));
@@ -106,7 +115,8 @@ TEST_F(OtioWriting, FadesAreTransitionsBesideGaps) {
     Session session = SmallSession();
     session.audioTracks[0].clips[0].startPoint = 0;
     session.audioTracks[0].clips[0].fadeOut = orvo::Fade{.startPoint = 90, .endPoint = 100};
-    session.audioTracks[0].clips.push_back({.id = 3, .duration = 40, .startPoint = 100, .name = "B"});
+    session.audioTracks[0].clips.push_back(
+        {.id = 3, .duration = 40, .startPoint = 100, .name = "B"});
     session.audioTracks[0].clips[1].fadeIn = orvo::Fade{.endPoint = 20};
     session.audioTracks[0].clips[1].fadeOut = orvo::Fade{.startPoint = 35, .endPoint = 40};
     EXPECT_THAT(ItemsOf(Written(session)),
@@ -214,8 +224,8 @@ TEST_F(OtioWriting, AnArchiveHoldsItsMediaAndGivesThemBack) {
 
     folder_.Write("out", "");
     std::filesystem::remove(folder_ / "out");
-    const orvo::ImportResult read = orvo::ImportSession(
-        folder_ / "a.otioz", InterchangeKind::Otioz, {.mediaFolder = folder_ / "out"});
+    const orvo::ImportResult read = orvo::ImportSession(folder_ / "a.otioz", InterchangeKind::Otioz,
+                                                        {.mediaFolder = folder_ / "out"});
     ASSERT_TRUE(read) << testing::PrintToString(read.messages);
     ASSERT_EQ(read.session.files.size(), 3u);
     EXPECT_EQ(read.session.files[0].path, (folder_ / "out" / "a.wav").string());
