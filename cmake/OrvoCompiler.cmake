@@ -76,6 +76,18 @@ function(orvo_compile_as_code target)
   endif()
 endfunction()
 
+# orvo_sanitize_values(TARGETS...): with sanitizers, compiles without optimisation and without the checks of pointers,
+# in three fifths of the time. For code that handles values: what its pointers lead to is never raw memory, and the
+# address sanitizer notices if they lead nowhere.
+function(orvo_sanitize_values)
+  if(ORVO_SANITIZE)
+    foreach(target ${ARGV})
+      target_compile_options(${target} PRIVATE
+        -O0 -fno-sanitize=alignment,null,object-size,pointer-overflow,vptr)
+    endforeach()
+  endif()
+endfunction()
+
 # orvo_keep_unloadable(TARGET): compiles code that the plug-in contains, which a host must be able to unload. The
 # loader never unloads a library with GNU unique symbols.
 function(orvo_keep_unloadable target)
@@ -93,13 +105,13 @@ endfunction()
 # neither its tests do nor programs that only the build runs. They then compile in half the time, and once for all
 # presets.
 #
-# With ORVO_BATCHES, the compiler sees eight sources at a time, so that it instantiates once what they share. Never the
+# With ORVO_BATCHES, the compiler sees sixteen sources at a time, so that it instantiates once what they share. Never the
 # code under test: the sources of a batch share their unnamed namespaces, and a call may then prefer the function of
 # another source.
 function(orvo_compile_as_test target)
   orvo_compile(${target})
   if(ORVO_BATCHES)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
   endif()
   if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" OR ORVO_SANITIZE)
     target_compile_options(${target} PRIVATE -O0 -g0)

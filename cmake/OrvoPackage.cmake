@@ -24,6 +24,7 @@ foreach(page
     docs/check.md
     docs/format.md
     docs/host-interfaces.md
+    docs/interchange.md
     docs/json.md
     docs/library.md
     docs/orvo.xsd

@@ -30,7 +30,7 @@ PROJECT_RULES = (
     ("toolkit/edit", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"session/PluginTurn\.h", r"platform/.*")),
     ("toolkit/tables", (r"include/orvo/.*", r"toolkit/.*", r"session/MemberKey\.h", r"platform/.*")),
     ("toolkit/view", (r"include/orvo/.*", r"toolkit/.*", r"session/MemberKey\.h", r"platform/.*")),
-    ("toolkit/interchange", (r"include/orvo/.*", r"toolkit/.*", r"session/(MemberKey|Schema|json/\w+)\.h", r"platform/.*")),
+    ("toolkit/interchange", (r"include/orvo/.*", r"toolkit/.*", r"session/(MemberKey|Schema|json/\w+|times/Arithmetic)\.h", r"platform/.*")),
     ("toolkit/ModelPath.h", (r"session/MemberKey\.h",)),
     ("toolkit/redact", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"platform/.*")),
     ("toolkit/check", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"session/(PluginTurn|MemberKey)\.h", r"platform/.*")),

@@ -7,7 +7,7 @@
 #include <limits>
 #include <utility>
 
-#include <boost/config.hpp>
+#include "session/times/Arithmetic.h"
 
 namespace toolkit::interchange {
 
@@ -15,11 +15,10 @@ ArdourXml::ArdourXml(XmlWriter::Sink sink, std::uint32_t sampleRate)
     : xml_(std::move(sink)), sampleRate_(std::max(sampleRate, 1U)) {}
 
 std::string ArdourXml::TimeOf(std::int64_t samples) const {
-    using Wide = boost::int128_type;
+    using orvo::times::Wide;
     constexpr std::int64_t kTicksPerSecond = 282'240'000;
     constexpr Wide kMost = std::numeric_limits<std::int64_t>::max();
-    const Wide product = Wide{samples} * kTicksPerSecond;
-    const Wide ticks = product / sampleRate_ + (product % sampleRate_ > 0 ? 1 : 0);
+    const Wide ticks = orvo::times::Ceil(Wide{samples} * kTicksPerSecond, sampleRate_);
     return fmt::format("a{}", static_cast<std::int64_t>(std::clamp(ticks, -kMost, kMost)));
 }
 

@@ -7,15 +7,14 @@
 #include <limits>
 #include <optional>
 
-#include <boost/config.hpp>
-
+#include "session/times/Arithmetic.h"
 #include "toolkit/interchange/Failure.h"
 
 namespace toolkit::interchange {
 namespace {
 
 using orvo::FrameRate;
-using Wide = boost::int128_type;
+using orvo::times::Wide;
 
 constexpr std::uint32_t kHighestCount = 100;  // its frame numbers have two digits
 constexpr std::uint32_t kNtsc = 1001;
@@ -75,11 +74,9 @@ double FrameClock::FramesPerSecond() const {
 
 std::int64_t FrameClock::FramesOf(std::int64_t samples) const {
     const Ratio ratio = RatioOf(rate_, sampleRate_);
-    const Wide distance = samples < 0 ? -Wide{samples} : Wide{samples};
-    const Wide frames = (2 * distance * ratio.frames + ratio.samples) / (2 * ratio.samples);
     constexpr Wide kMost = std::numeric_limits<std::int64_t>::max();
-    const auto bounded = static_cast<std::int64_t>(std::min(frames, kMost));
-    return samples < 0 ? -bounded : bounded;
+    const Wide frames = orvo::times::Nearest(Wide{samples} * ratio.frames, ratio.samples);
+    return static_cast<std::int64_t>(std::clamp(frames, -kMost, kMost));
 }
 
 bool FrameClock::IsOnFrame(std::int64_t samples) const {

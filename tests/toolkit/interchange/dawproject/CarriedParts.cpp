@@ -96,13 +96,13 @@ void ExpectHue(double written, double read, const std::string& what) {
 
 // Effects
 
-struct Effect {
+struct EffectInRack {
     const Component* component = nullptr;
     bool isBypassed = false;
 };
 
-std::vector<Effect> EffectsOf(const AudioTrack& track) {
-    std::vector<Effect> effects;
+std::vector<EffectInRack> EffectsOf(const AudioTrack& track) {
+    std::vector<EffectInRack> effects;
     if (track.effectsRack) {
         for (const auto& slot : track.effectsRack->slots) {
             if (slot && slot->component) {
@@ -116,7 +116,7 @@ std::vector<Effect> EffectsOf(const AudioTrack& track) {
     return effects;
 }
 
-void ExpectEffect(const Effect& written, const Effect& read, const std::string& what) {
+void ExpectEffect(const EffectInRack& written, const EffectInRack& read, const std::string& what) {
     const Component& one = *written.component;
     const Component& other = *read.component;
     EXPECT_EQ(one.name, other.name) << what;
