@@ -99,8 +99,8 @@ AnyKind ResolveKind(const std::string& stated, const std::string& name, const ch
     }
     const std::string what = name == kStream ? "the kind of a standard stream is unknown"
                                              : "\"" + name + "\" does not end in a known kind";
-    throw CLI::ValidationError(what + "; say " + option + " orvo, " + option +
-                               " json or another kind");
+    throw CLI::ValidationError(fmt::format("{}; say {} KIND, which is one of {}", what, option,
+                                           fmt::join(KindWords(false), ", ")));
 }
 
 /// The read refuses a file named like a folder with a message of its own.
@@ -261,16 +261,29 @@ void AddInterchangeOptions(CLI::App& verb, ConvertOptions& options) {
     AddChoice(verb, "--levels",
               Words<orvo::LevelUnit>{{"db", orvo::LevelUnit::Decibels},
                                      {"amplitude", orvo::LevelUnit::Amplitude}},
-              rule.conventions.levels, "the unit of faders and gains (db)");
+              rule.conventions.levels, "the unit of faders and gains; db if absent");
     AddChoice(verb, "--fades-from", origins, rule.conventions.fadePoints,
-              "what the points of fades count from (clip)");
+              "what the points of fades count from; clip if absent");
     AddChoice(verb, "--lanes-from", origins, rule.conventions.clipAutomation,
-              "what the automation of clips counts from (clip)");
+              "what the automation of clips counts from; clip if absent");
     AddChoice(
         verb, "--stretch",
         Words<orvo::StretchMeaning>{{"timeline-by-source", orvo::StretchMeaning::TimelineBySource},
                                     {"source-by-timeline", orvo::StretchMeaning::SourceByTimeline}},
-        rule.conventions.stretchRatio, "what a stretch ratio divides (timeline-by-source)");
+        rule.conventions.stretchRatio,
+        "what a stretch ratio divides; timeline-by-source if absent");
+}
+
+std::string DescribeKinds() {
+    std::string text =
+        "Kinds:\n"
+        "  orvo        a session file\n"
+        "  json        the whole session as JSON\n";
+    for (const orvo::InterchangeKindFacts& facts : orvo::InterchangeKinds()) {
+        text += fmt::format("  {:<11} {}{}\n", facts.name, facts.title,
+                            facts.canRead ? "" : "; written only");
+    }
+    return text;
 }
 
 void CheckOptions(const ConvertOptions& options, const AnyKind& from, const AnyKind& to) {
@@ -317,7 +330,8 @@ void AddConvert(CLI::App& tool, Action& chosen) {
     verb->add_flag("--full", options->full, "write every key of JSON, also those at their default");
     AddInterchangeOptions(*verb, *options);
     verb->footer(
-        "Examples:\n"
+        DescribeKinds() +
+        "\nExamples:\n"
         "  orvo convert song.orvo song.json\n"
         "  orvo convert song.json song.orvo\n"
         "  orvo convert song.orvo song.dawproject\n"

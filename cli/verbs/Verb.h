@@ -1,5 +1,7 @@
 #pragma once
 
+#include <fmt/ranges.h>
+
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
@@ -60,6 +62,7 @@ CLI::Option* AddChoice(CLI::App& verb, const std::string& option, const Words<Me
         }
     };
     return verb.add_option_function<std::string>(option, choose, description)
+        ->type_name(fmt::format("{}", fmt::join(names, "|")))
         ->check(OneOf(std::move(names)));
 }
 

@@ -98,7 +98,8 @@ TEST_F(ConvertInterchangeTest, WhatMakesNoSenseIsAUsageError) {
         {{"a.csv", "a.orvo"}, "csv files are only written, not read"},
         {{"a.json", "a.orvo", "--strict"}, "are about files of other programs"},
         {{"a.json", "-", "--to", "csv", "--json"}, "would both go to standard output"},
-        {{"a.json", "a.bin"}, "does not end in a known kind; say --to orvo, --to json or another"},
+        {{"a.json", "a.bin"},
+         "does not end in a known kind; say --to KIND, which is one of orvo, json, dawproject"},
         {{"a.json", "a.csv", "--full"}, "--full is about JSON"},
         {{"a.json", "a.csv", "--to", "wav"}, "csv"},
     };

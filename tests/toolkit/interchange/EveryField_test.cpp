@@ -382,6 +382,35 @@ std::string AsMarkdown(const Table& table) {
     return text;
 }
 
+std::string KindsAsMarkdown() {
+    std::string text = "| kind | what it is | written as | read |\n|---|---|---|---|\n";
+    for (const InterchangeKindFacts& kind : orvo::InterchangeKinds()) {
+        text += "| `" + std::string(kind.name) + "` | " + std::string(kind.title) + " | a " +
+                (kind.writesFolder ? "folder" : "file") + " | " + (kind.canRead ? "yes" : "no") +
+                " |\n";
+    }
+    return text;
+}
+
+/// Compares a table of the page on other programs, or renews it.
+void ExpectOnPage(const std::string& name, const std::string& expected) {
+    const std::filesystem::path page = test::SourceFolder() / "docs" / "interchange.md";
+    const std::string begin = "<!-- begin of " + name + " -->\n";
+    const std::string end = "<!-- end of " + name + " -->";
+    std::string text = test::ReadFile(page);
+    const std::size_t from = text.find(begin);
+    const std::size_t to = text.find(end);
+    ASSERT_NE(from, text.npos);
+    ASSERT_NE(to, text.npos);
+    const std::string shown = text.substr(from + begin.size(), to - from - begin.size());
+    if (std::getenv("ORVO_UPDATE_DOCS") != nullptr) {
+        text.replace(from + begin.size(), shown.size(), expected);
+        std::ofstream(page) << text;
+        return;
+    }
+    EXPECT_EQ(shown, expected) << "set ORVO_UPDATE_DOCS and run this test to renew it";
+}
+
 TEST(InterchangeFields, NothingIsLostSilently) {
     const Table table = FatesOfAllFields();
     EXPECT_GT(table.size(), 200u);
@@ -391,21 +420,11 @@ TEST(InterchangeFields, NothingIsLostSilently) {
                 << field << " in " << orvo::InterchangeKinds()[i].name;
         }
     }
-    const std::filesystem::path page = test::SourceFolder() / "docs" / "interchange.md";
-    const std::string begin = "<!-- begin of the table that tests measured -->\n";
-    const std::string end = "<!-- end of the table -->";
-    std::string text = test::ReadFile(page);
-    const std::size_t from = text.find(begin);
-    const std::size_t to = text.find(end);
-    ASSERT_NE(from, text.npos);
-    ASSERT_NE(to, text.npos);
-    const std::string shown = text.substr(from + begin.size(), to - from - begin.size());
-    if (std::getenv("ORVO_UPDATE_DOCS") != nullptr) {
-        text.replace(from + begin.size(), shown.size(), AsMarkdown(table));
-        std::ofstream(page) << text;
-        return;
-    }
-    EXPECT_EQ(shown, AsMarkdown(table)) << "set ORVO_UPDATE_DOCS and run this test to renew it";
+    ExpectOnPage("what the tests measured", AsMarkdown(table));
+}
+
+TEST(InterchangeFields, ThePageNamesAllKinds) {
+    ExpectOnPage("the kinds", KindsAsMarkdown());
 }
 
 }  // namespace
