@@ -23,14 +23,16 @@ constexpr double kHighestGain = 2;  // of points; what is above becomes the regi
 constexpr double kOn = 0.5;         // from here a mute is on
 
 /// The shape of a fade in.
+/// @param length  above 0
 std::vector<LanePoint> FadeInPoints(std::int64_t length, orvo::FadeType type) {
-    constexpr std::int64_t kPieces = 32;  // error below 0.002
-    if (type != orvo::FadeType::Cosine || length < kPieces) {
+    constexpr std::int64_t kMostPieces = 128;  // error below 1e-4
+    if (type != orvo::FadeType::Cosine) {
         return {{.offset = 0, .value = 0}, {.offset = length, .value = 1}};
     }
+    const std::int64_t pieces = std::min(length, kMostPieces);
     std::vector<LanePoint> points;
-    for (std::int64_t i = 0; i <= kPieces; ++i) {
-        const std::int64_t offset = length * i / kPieces;
+    for (std::int64_t i = 0; i <= pieces; ++i) {
+        const std::int64_t offset = length / pieces * i + length % pieces * i / pieces;
         const double share = static_cast<double>(offset) / static_cast<double>(length);
         points.push_back(
             {.offset = offset, .value = 0.5 - 0.5 * std::cos(std::numbers::pi * share)});

@@ -16,14 +16,11 @@ inline constexpr std::string_view kMetadataEntry = "metadata.xml";
 inline constexpr std::string_view kSessionEntry = "orvo/session.json";
 inline constexpr std::string_view kDigestsEntry = "orvo/SHA256SUMS";
 
-/// The last name of a path, changed where not every system takes it for the name of a file.
-std::string PlainNameOf(std::string_view path);
-
 /// The text of `kDigestsEntry`, as sha256sum writes it.
 std::string DigestsText(std::string_view projectDigest, std::string_view metadataDigest);
 
-/// The entry of each file of a session if it is embedded, by its id. The names are distinct, even
-/// where the case of ASCII letters does not count.
+/// The entry of each file of a session if it is embedded, by its id. The names are distinct
+/// on every system.
 std::map<std::uint32_t, std::string> MediaEntriesOf(const orvo::Session& session);
 
 /// The entry of an effect's state.

@@ -7,12 +7,12 @@
 #include <utility>
 
 #include "toolkit/ModelPath.h"
+#include "toolkit/interchange/Extraction.h"
 #include "toolkit/interchange/Failure.h"
 #include "toolkit/interchange/Markers.h"
 #include "toolkit/interchange/dawproject/ContentReader.h"
 #include "toolkit/interchange/dawproject/DawProject.h"
 #include "toolkit/interchange/dawproject/Entries.h"
-#include "toolkit/interchange/dawproject/Extraction.h"
 #include "toolkit/interchange/dawproject/Metadata.h"
 #include "toolkit/interchange/dawproject/Restored.h"
 #include "toolkit/interchange/dawproject/SessionBuilder.h"

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "toolkit/relink/PathNames.h"
+
 namespace toolkit::interchange {
 namespace {
 
@@ -10,10 +12,8 @@ constexpr std::size_t kLongest = 8;
 const std::string kNoReel = "AX";
 
 std::string ReelNameOf(const std::string& path) {
-    const std::size_t folder = path.find_last_of("/\\");
-    const std::string file = folder == path.npos ? path : path.substr(folder + 1);
     std::string name;
-    for (const char c : std::filesystem::path(file).stem().string()) {
+    for (const char c : std::filesystem::path(LastNameOf(path)).stem().string()) {
         const char upper = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
         const bool isAllowed =
             (upper >= 'A' && upper <= 'Z') || (upper >= '0' && upper <= '9') || upper == '_';

@@ -15,6 +15,7 @@
 #include "toolkit/interchange/otio/MediaUrl.h"
 #include "toolkit/interchange/otio/Otio.h"
 #include "toolkit/interchange/otio/TrackWriter.h"
+#include "toolkit/relink/PathNames.h"
 
 namespace toolkit::interchange {
 namespace otio {
@@ -240,8 +241,8 @@ std::map<std::uint32_t, std::string> EntriesOf(const Export& job) {
                              file.path);
             continue;
         }
-        const std::string name = std::filesystem::path(file.path).filename().string();
-        entries.try_emplace(file.id, std::string(kMediaFolder) + names.Take(PortableName(name)));
+        const std::string name = names.Take(PortableName(LastNameOf(file.path)));
+        entries.try_emplace(file.id, std::string(kMediaFolder) + name);
     }
     return entries;
 }
