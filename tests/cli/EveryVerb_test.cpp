@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <map>
 #include <set>
 #include <sstream>
 #include <string>
@@ -48,9 +49,16 @@ const std::vector<Use> kSilent = {
     {"merge b.orvo b.orvo a.orvo -o out.orvo", 2},
 };
 
+/// Conversions to the files of other programs.
+const std::vector<Use> kForOthers = {
+    {"convert a.orvo out.dawproject"}, {"convert a.orvo out.otio"}, {"convert a.orvo out.csv"},
+    {"convert a.orvo out.rpp"},        {"convert a.orvo out.edl"},  {"convert a.orvo out.ardour"},
+};
+
 std::vector<Use> AllUses() {
     std::vector<Use> uses = kShowing;
     uses.insert(uses.end(), kSilent.begin(), kSilent.end());
+    uses.insert(uses.end(), kForOthers.begin(), kForOthers.end());
     return uses;
 }
 
@@ -71,6 +79,22 @@ protected:
         return test::Run({.arguments = {"bash", "-c", script},
                           .folder = folder_.Path().string(),
                           .environment = {{"TMPDIR", (folder_ / "tmp").string()}}});
+    }
+
+    /// The contents of the files whose names begin with "out", which it removes.
+    std::map<std::string, std::string> TakeOutputs() const {
+        std::map<std::string, std::string> contents;
+        for (const std::string& name : Names()) {
+            if (name.starts_with("out") && std::filesystem::is_regular_file(folder_ / name)) {
+                contents.emplace(name, test::ReadFile(folder_ / name));
+            }
+        }
+        for (const std::string& name : Names()) {
+            if (name.starts_with("out")) {
+                std::filesystem::remove_all(folder_ / name);
+            }
+        }
+        return contents;
     }
 
     std::set<std::string> Names() const {
@@ -137,7 +161,8 @@ TEST_F(EveryVerb, EndsSilentlyIfNobodyReadsItsOutput) {
 TEST_F(EveryVerb, LeavesNothingHalfWrittenIfItIsInterrupted) {
     MakeSessions("40");
     folder_.Write("c.orvo", test::ReadFile(folder_ / "a.orvo"));
-    std::vector<Use> uses = AllUses();
+    std::vector<Use> uses = kShowing;
+    uses.insert(uses.end(), kSilent.begin(), kSilent.end());
     uses.push_back({"redact c.orvo --in-place"});
     uses.push_back({"check - <a.orvo"});
     for (const Use& use : uses) {
@@ -158,6 +183,31 @@ TEST_F(EveryVerb, LeavesNothingHalfWrittenIfItIsInterrupted) {
             }
         }
         EXPECT_TRUE(isInterrupted) << use.arguments << " was always faster";
+    }
+}
+
+TEST_F(EveryVerb, LeavesAWholeConversionOrNothingIfItIsInterrupted) {
+    MakeSessions("40");
+    for (const Use& use : kForOthers) {
+        ASSERT_EQ(InShell("", use).exitCode, 0) << use.arguments;
+        const std::map<std::string, std::string> whole = TakeOutputs();
+        EXPECT_FALSE(whole.empty()) << use.arguments;
+        for (const char* const seconds : {"0.1", "0.2"}) {
+            InShell("timeout -s INT " + std::string(seconds), use);
+            const std::map<std::string, std::string> left = TakeOutputs();
+            EXPECT_TRUE(left.empty() || left == whole) << use.arguments;
+            EXPECT_THAT(Names(), IsSubsetOf({"a.orvo", "b.orvo", "tmp"})) << use.arguments;
+        }
+    }
+}
+
+TEST_F(EveryVerb, LeavesNoConversionForWhichThereIsNoRoom) {
+    MakeSessions("4");
+    for (const Use& use : kForOthers) {
+        const Outcome outcome = InShell("ulimit -f 1;", use);
+        EXPECT_THAT(outcome.errors, HasSubstr("File too large")) << use.arguments;
+        EXPECT_EQ(outcome.exitCode, 1) << use.arguments;
+        EXPECT_THAT(Names(), IsSubsetOf({"a.orvo", "b.orvo", "tmp"})) << use.arguments;
     }
 }
 
