@@ -8,8 +8,6 @@
 namespace toolkit {
 namespace {
 
-constexpr float kOnFrom = 0.5F;
-
 AutomationCount Count(const orvo::Component& component) {
     AutomationCount count;
     for (const auto& [index, parameter] : component.parameters) {

@@ -79,7 +79,10 @@ std::vector<TrackSummary> SummariseTracks(const orvo::Session& session);
 /// The effects in a rack.
 std::vector<EffectSummary> SummariseEffects(const std::optional<orvo::EffectsRack>& rack);
 
-/// Whether a control that is a switch, such as a mute, is on: its parameter is one half or more.
+/// From here the parameter of a switch, such as a mute, means on.
+inline constexpr float kOnFrom = 0.5F;
+
+/// Whether a control that is a switch is on.
 bool IsSwitchedOn(const std::optional<orvo::Component>& component);
 
 /// The automation of a clip's own controls and effects.

@@ -16,7 +16,7 @@
 namespace toolkit::interchange {
 namespace {
 
-constexpr std::size_t kBlockSize = 1 << 16;
+constexpr std::size_t kBufferSize = 1 << 16;
 
 /// Whether the name stays in the folder where the archive is unpacked, on all systems.
 bool IsTame(std::string_view name) {
@@ -138,7 +138,7 @@ void ZipReader::Read(std::string_view name,
     if (opened == nullptr) {
         Refuse(name, zip_strerror(archive_->zip));
     }
-    std::vector<char> block(kBlockSize);
+    std::vector<char> block(kBufferSize);
     std::uint64_t read = 0;
     while (true) {
         const zip_int64_t size = zip_fread(opened.get(), block.data(), block.size());
@@ -234,7 +234,7 @@ struct ZipWriter::Packer {
     Packer& operator=(const Packer&) = delete;
 
     z_stream stream{};
-    std::array<unsigned char, kBlockSize> block{};
+    std::array<unsigned char, kBufferSize> block{};
 };
 
 ZipWriter::ZipWriter(OutputFile& out) : out_(out), packer_(std::make_unique<Packer>()) {}

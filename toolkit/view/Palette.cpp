@@ -24,11 +24,11 @@ double UsualHue(orvo::RowKind kind) {
     return 0;
 }
 
+}  // namespace
+
 double HueOf(const orvo::LayoutRow& row) {
     return row.hue ? *row.hue : UsualHue(row.kind);
 }
-
-}  // namespace
 
 const HueColours& Palette::Of(const orvo::LayoutRow& row) {
     return Of(HueOf(row));

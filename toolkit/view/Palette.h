@@ -8,6 +8,9 @@
 
 namespace toolkit {
 
+/// That of a track, or else of its kind.
+double HueOf(const orvo::LayoutRow& row);
+
 /// The colours of tracks and clips, each made once. What has no colour has that of its kind of
 /// track; what is muted is almost grey.
 class Palette {

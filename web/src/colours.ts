@@ -98,9 +98,6 @@ const SHADES: Record<ThemeName, ClipColours<Shade>> = {
 /** What is left of the chroma of a muted clip. */
 const MUTED_CHROMA = 0.12;
 
-/** Where neither clip nor track has a hue, by kind of row. */
-const HUE_OF_KIND = [300, 215, 150, 45, 60, 265];
-
 export function shadesOf(theme: ThemeName, hue: number, muted: boolean): ClipColours<Rgb> {
     const angle = perceivedHue(hue);
     const strength = muted ? MUTED_CHROMA : 1;
@@ -115,8 +112,8 @@ export class ClipPalette {
 
     constructor(readonly theme: ThemeName) {}
 
-    of(hue: number, kind: number, muted: boolean): ClipColours {
-        const degrees = hue < 0 ? (HUE_OF_KIND[kind] ?? 0) : Math.round(hue) % 360;
+    of(hue: number, muted: boolean): ClipColours {
+        const degrees = Math.round(hue) % 360;
         const key = degrees * 2 + (muted ? 1 : 0);
         let colours = this.made.get(key);
         if (!colours) {

@@ -312,23 +312,39 @@ bool IsForTheFileItself(const std::string& field) {
 
 using Table = std::map<std::string, std::vector<std::string>>;
 
-Table FatesOfAllFields() {
-    const json whole = json::parse(orvo::ToJson(SessionWithEveryField(), {.full = true}));
+/// A session in which one field has another value.
+struct Variant {
+    std::string field{};
+    json::json_pointer place{};
+    orvo::Session session{};
+};
+
+std::vector<Variant> VariantsOf(const json& whole) {
     std::map<std::string, json::json_pointer> fields;
     CollectFields(whole, json::json_pointer(), fields);
+    std::vector<Variant> variants;
+    for (const auto& [field, place] : fields) {
+        std::optional<orvo::Session> changed = WithChange(whole, place);
+        if (changed && !IsForTheFileItself(field)) {
+            variants.push_back({.field = field, .place = place, .session = std::move(*changed)});
+        }
+    }
+    return variants;
+}
+
+Table FatesOfAllFields() {
+    const json whole = json::parse(orvo::ToJson(SessionWithEveryField(), {.full = true}));
+    const std::vector<Variant> variants = VariantsOf(whole);
     Table table;
     for (const InterchangeKindFacts& kind : orvo::InterchangeKinds()) {
         const Written before = Write(SessionWithEveryField(), kind);
         FatesOfWholes wholes(whole, before, kind);
-        for (const auto& [field, place] : fields) {
-            const std::optional<orvo::Session> changed = WithChange(whole, place);
-            if (changed && !IsForTheFileItself(field)) {
-                std::string fate = FateOf(before, Write(*changed, kind), place);
-                if (fate == "nothing said") {
-                    fate = wholes.Around(place);
-                }
-                table[field].push_back(std::move(fate));
+        for (const Variant& variant : variants) {
+            std::string fate = FateOf(before, Write(variant.session, kind), variant.place);
+            if (fate == "nothing said") {
+                fate = wholes.Around(variant.place);
             }
+            table[variant.field].push_back(std::move(fate));
         }
     }
     return table;

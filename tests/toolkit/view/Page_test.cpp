@@ -182,7 +182,7 @@ TEST(Page, ColumnsHoldOneValueWhereAllAreEqual) {
     const json data = DataOfSmallLayout();
     EXPECT_EQ(data["rows"]["count"], 2);
     EXPECT_EQ(data["rows"]["kind"], json({1, 3}));
-    EXPECT_EQ(data["rows"]["hue"], json({20.5, -1}));
+    EXPECT_EQ(data["rows"]["hue"], json({20.5, 45}));
     EXPECT_EQ(data["rows"]["flags"], json({2, 0}));
     EXPECT_EQ(data["rows"]["boxes"], json({2, 0}));
     EXPECT_EQ(data["boxes"]["start"], json({10, 200}));

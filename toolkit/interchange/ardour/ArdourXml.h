@@ -10,6 +10,9 @@
 
 namespace toolkit::interchange {
 
+/// Points of automation do not go above this factor.
+inline constexpr double kHighestGain = 2;
+
 /// What parts of an Ardour session are written with.
 class ArdourXml {
 public:

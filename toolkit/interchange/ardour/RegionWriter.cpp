@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/TrackSummary.h"
 #include "toolkit/interchange/ControlRest.h"
 #include "toolkit/interchange/Lanes.h"
 #include "toolkit/interchange/Levels.h"
@@ -18,9 +19,6 @@ namespace {
 
 using orvo::AudioClip;
 using orvo::Fidelity;
-
-constexpr double kHighestGain = 2;  // of points; what is above becomes the region's own gain
-constexpr double kOn = 0.5;         // from here a mute is on
 
 /// The shape of a fade in.
 /// @param length  above 0
@@ -85,7 +83,7 @@ std::vector<LanePoint> PartOf(const std::vector<LanePoint>& points, std::int64_t
     return part;
 }
 
-/// A gain that moves: points of up to `kHighestGain`, and a factor for all of them.
+/// A gain that moves: points of up to `kHighestGain`, and the region's own gain for what is above.
 struct Envelope {
     std::vector<LanePoint> points{};
     const char* style = "Linear";
@@ -119,9 +117,10 @@ Envelope EnvelopeOf(const std::vector<LanePoint>& levels, const ArdourRegion& re
     return envelope;
 }
 
-class Writer {
+class RegionWriting {
 public:
-    Writer(const ArdourRegion& region, const ModelPath& place, ArdourXml& out, const Export& job)
+    RegionWriting(const ArdourRegion& region, const ModelPath& place, ArdourXml& out,
+                  const Export& job)
         : region_(region),
           place_(place),
           out_(out),
@@ -177,7 +176,7 @@ private:
         const ModelPath where = place_ / &AudioClip::mute;
         ReportRestOf(clip.mute, where, reporter_);
         ReportLostLane(clip.mute, where, reporter_);
-        return LaneOf(clip.mute, 0, where, reporter_).value >= kOn;
+        return LaneOf(clip.mute, 0, where, reporter_).value >= kOnFrom;
     }
 
     void WriteSources(std::uint64_t firstSource) {
@@ -239,7 +238,7 @@ private:
 
 void WriteArdourRegion(const ArdourRegion& region, const ModelPath& place,
                        std::uint64_t firstSource, ArdourXml& out, const Export& job) {
-    Writer(region, place, out, job).Write(firstSource);
+    RegionWriting(region, place, out, job).Write(firstSource);
 }
 
 }  // namespace toolkit::interchange

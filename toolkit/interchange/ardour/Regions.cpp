@@ -1,11 +1,11 @@
 #include "toolkit/interchange/ardour/Regions.h"
 
 #include <fmt/format.h>
+#include <fmt/ostream.h>
 
 #include <algorithm>
 #include <numeric>
 #include <optional>
-#include <sstream>
 #include <utility>
 
 #include <orvo/Lookup.h>
@@ -162,10 +162,9 @@ private:
             return;
         }
         length = std::max<std::int64_t>(length - cut, 0);
-        std::ostringstream type;
-        type << (region.clip->*fade)->type;
         job_.reporter.Add(Fidelity::Lost, PlaceOf(region.clipNumber) / fade,
-                          "the fade is cut off with the end that it is at", type.str());
+                          "the fade is cut off with the end that it is at",
+                          fmt::format("{}", fmt::streamed((region.clip->*fade)->type)));
     }
 
     /// By the order of the clips, then by their time.

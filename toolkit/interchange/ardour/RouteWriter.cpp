@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "toolkit/TrackSummary.h"
 #include "toolkit/interchange/ControlRest.h"
 #include "toolkit/interchange/HueColour.h"
 #include "toolkit/interchange/Lanes.h"
@@ -16,13 +17,12 @@ namespace {
 using orvo::AudioTrack;
 using orvo::Fidelity;
 
-constexpr double kOn = 0.5;         // from here a mute is on
-constexpr double kHighestGain = 2;  // of automation
 constexpr std::uint32_t kStereo = 2;
 
-class Writer {
+class RouteWriting {
 public:
-    Writer(const ArdourRoute& route, const ArdourRoute* output, ArdourXml& out, const Export& job)
+    RouteWriting(const ArdourRoute& route, const ArdourRoute* output, ArdourXml& out,
+                 const Export& job)
         : route_(route),
           output_(output),
           track_(route.planned.track != nullptr ? *route.planned.track : none_),
@@ -131,7 +131,7 @@ private:
         const ModelPath place = PlaceOf(&AudioTrack::mute);
         ReportRestOf(track_.mute, place, job_.reporter);
         ReportLostLane(track_.mute, place, job_.reporter);
-        const bool isMuted = LaneOf(track_.mute, 0, place, job_.reporter).value >= kOn;
+        const bool isMuted = LaneOf(track_.mute, 0, place, job_.reporter).value >= kOnFrom;
         xml_.Open("MuteMaster")
             .Attribute("mute-point", "PreFader,PostFader,Listen,Main")
             .Attribute("muted", isMuted ? 1 : 0);
@@ -315,7 +315,7 @@ private:
 
 void WriteArdourRoute(const ArdourRoute& route, const ArdourRoute* output,
                       const std::vector<ArdourSend>& sends, ArdourXml& out, const Export& job) {
-    Writer(route, output, out, job).Write(sends);
+    RouteWriting(route, output, out, job).Write(sends);
 }
 
 }  // namespace toolkit::interchange

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "toolkit/TrackSummary.h"
 #include "toolkit/interchange/Markers.h"
 #include "toolkit/interchange/dawproject/ClipWriter.h"
 
@@ -69,7 +70,7 @@ private:
             isSlanted |= !isLast && !points[i].holds && points[i].value != points[i + 1].value;
             xml_.Open("BoolPoint")
                 .Attribute("time", writing_.Seconds(points[i].offset))
-                .Attribute("value", points[i].value >= 0.5);
+                .Attribute("value", points[i].value >= kOnFrom);
             xml_.Close();
         }
         if (isSlanted) {

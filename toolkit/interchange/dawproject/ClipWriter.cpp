@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "toolkit/TrackSummary.h"
 #include "toolkit/interchange/ClipTime.h"
 #include "toolkit/interchange/Fades.h"
 #include "toolkit/interchange/Levels.h"
@@ -339,7 +340,7 @@ bool ClipWriter::IsMuted(const AudioClip& clip, const ModelPath& place) {
     if (!lane.points.empty()) {
         Report(Fidelity::Lost, where, "a clip is muted all the time or never");
     }
-    return lane.value >= 0.5;
+    return lane.value >= kOnFrom;
 }
 
 void ClipWriter::ReportOverlaps(const std::vector<AudioClip>& clips, const ModelPath& place) {

@@ -7,6 +7,7 @@
 #include <limits>
 #include <utility>
 
+#include "toolkit/TrackSummary.h"
 #include "toolkit/interchange/Levels.h"
 #include "toolkit/interchange/dawproject/Controls.h"
 #include "toolkit/interchange/dawproject/DeviceWriter.h"
@@ -121,7 +122,7 @@ private:
         ParameterLane lane = LaneOf(mute, 0, place, reporter_);
         ReportSwitch(lane, place, reporter_);
         const std::string id = track.id + "mute";
-        xml_.Open("Mute").Attribute("id", id).Attribute("value", lane.value >= 0.5);
+        xml_.Open("Mute").Attribute("id", id).Attribute("value", lane.value >= kOnFrom);
         xml_.Close();
         AddLane(track, {.parameter = id, .isSwitch = true, .points = std::move(lane.points)});
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "toolkit/TrackSummary.h"
 #include "toolkit/interchange/Levels.h"
 
 namespace toolkit::interchange::dawproject {
@@ -37,7 +38,7 @@ float ValueScale::ValueOf(double value) const {
         case ValueKind::Pan:
             return static_cast<float>(PanOf(value, *this));
         case ValueKind::Switch:
-            return value >= 0.5 ? 1.0F : 0.0F;
+            return value >= kOnFrom ? 1.0F : 0.0F;
         case ValueKind::Raw:
             break;
     }

@@ -1,9 +1,9 @@
 #include "toolkit/interchange/edl/Shots.h"
 
 #include <fmt/format.h>
+#include <fmt/ostream.h>
 
 #include <algorithm>
-#include <sstream>
 #include <unordered_map>
 
 #include "toolkit/Saturating.h"
@@ -147,10 +147,10 @@ private:
         }
         const std::int64_t frames =
             std::min(clock_.FramesOf(to) - clock_.FramesOf(from), kLongestDissolve);
-        std::ostringstream value;
-        value << to - from << " samples, " << fade->type << ", " << fade->crossFadeLinkType
-              << " became " << frames << " frames";
-        Report(Fidelity::Approximated, clip, what, value.str());
+        Report(
+            Fidelity::Approximated, clip, what,
+            fmt::format("{} samples, {}, {} became {} frames", to - from, fmt::streamed(fade->type),
+                        fmt::streamed(fade->crossFadeLinkType), frames));
         return frames;
     }
 

@@ -1,6 +1,7 @@
 #include "toolkit/interchange/otio/TrackPlan.h"
 
 #include <fmt/format.h>
+#include <fmt/ostream.h>
 
 #include <algorithm>
 #include <numeric>
@@ -8,6 +9,7 @@
 #include <type_traits>
 
 #include "toolkit/Saturating.h"
+#include "toolkit/TrackSummary.h"
 #include "toolkit/interchange/Carried.h"
 #include "toolkit/interchange/ClipTime.h"
 #include "toolkit/interchange/Fades.h"
@@ -132,10 +134,9 @@ private:
         const orvo::Fade usual;
         if (fade &&
             (fade->type != usual.type || fade->crossFadeLinkType != usual.crossFadeLinkType)) {
-            job_.reporter.Add(
-                Fidelity::Lost, place, "a transition has no curve",
-                fmt::format("type {}, link {}", static_cast<std::uint32_t>(fade->type),
-                            static_cast<std::uint32_t>(fade->crossFadeLinkType)));
+            job_.reporter.Add(Fidelity::Lost, place, "a transition has no curve",
+                              fmt::format("{}, {}", fmt::streamed(fade->type),
+                                          fmt::streamed(fade->crossFadeLinkType)));
         }
     }
 
@@ -255,12 +256,11 @@ TrackPlan PlanOf(const orvo::VideoTrack& track, const ModelPath& place, const Un
 }
 
 bool IsMuted(const std::optional<orvo::Component>& mute) {
-    constexpr float kOn = 0.5F;
     if (!mute) {
         return false;
     }
     const auto parameter = mute->parameters.find(0);
-    return parameter != mute->parameters.end() && parameter->second.value.value_or(0) >= kOn;
+    return parameter != mute->parameters.end() && parameter->second.value.value_or(0) >= kOnFrom;
 }
 
 }  // namespace toolkit::interchange::otio

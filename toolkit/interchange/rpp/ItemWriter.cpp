@@ -1,13 +1,14 @@
 #include "toolkit/interchange/rpp/ItemWriter.h"
 
 #include <fmt/format.h>
+#include <fmt/ostream.h>
 
 #include <algorithm>
 #include <array>
-#include <sstream>
 #include <string>
 
 #include "toolkit/FileNames.h"
+#include "toolkit/TrackSummary.h"
 #include "toolkit/interchange/ClipTime.h"
 #include "toolkit/interchange/ControlRest.h"
 #include "toolkit/interchange/Fades.h"
@@ -18,8 +19,6 @@ namespace {
 
 using orvo::AudioClip;
 using orvo::Fidelity;
-
-constexpr double kOn = 0.5;  // from here a mute is on
 
 /// The word for the media of a file; no value if there is none for its extension.
 std::optional<std::string_view> SourceWordOf(const std::string& path) {
@@ -52,10 +51,9 @@ void ReportFade(const std::optional<orvo::Fade>& fade, const ModelPath& place, R
         return;
     }
     if (fade->type != orvo::FadeType::Logarithmic) {
-        std::ostringstream type;
-        type << fade->type;
         reporter.Add(Fidelity::Approximated, place / &orvo::Fade::type,
-                     "the fade became a straight line", type.str());
+                     "the fade became a straight line",
+                     fmt::format("{}", fmt::streamed(fade->type)));
     }
     if (fade->crossFadeLinkType != orvo::CrossFadeLink::Symmetric) {
         reporter.CountLost("links of crossfades");
@@ -91,7 +89,7 @@ ItemWriter::ItemWriter(const Export& job, RppText& text)
 void ItemWriter::Write(const AudioClip& clip, std::uint32_t trackId, const ModelPath& place) {
     WritePlace(clip, clip.looped);
     WriteFades(clip, place);
-    text_.Line("MUTE {:d}", ValueOf(clip.mute, place / &AudioClip::mute) >= kOn);
+    text_.Line("MUTE {:d}", ValueOf(clip.mute, place / &AudioClip::mute) >= kOnFrom);
     WriteIdentity(clip, trackId);
     WriteLevels(clip, place);
     text_.Line("SOFFS {}", SecondsOf(clip.sourceInPoint));
@@ -179,10 +177,9 @@ void ItemWriter::WriteStretch(const AudioClip& clip, const ModelPath& place) {
                           "the shift in pitch was taken as semitones", fmt::format("{}", pitch));
     }
     if (isOn) {
-        std::ostringstream type;
-        type << clip.stretch->stretchMode << ", " << clip.stretch->stretchType;
         job_.reporter.Add(Fidelity::Approximated, there, "the stretch has another algorithm",
-                          type.str());
+                          fmt::format("{}, {}", fmt::streamed(clip.stretch->stretchMode),
+                                      fmt::streamed(clip.stretch->stretchType)));
     }
 }
 

@@ -13,6 +13,7 @@
 
 #include <orvo/Lookup.h>
 #include "toolkit/FileNames.h"
+#include "toolkit/TrackSummary.h"
 #include "toolkit/interchange/Carried.h"
 #include "toolkit/interchange/ControlRest.h"
 #include "toolkit/interchange/HueColour.h"
@@ -31,8 +32,6 @@ using orvo::AudioTrack;
 using orvo::Fidelity;
 using orvo::Session;
 using orvo::VideoTrack;
-
-constexpr double kOn = 0.5;  // from here a mute is on
 
 /// A feed of a track, as the track that receives it says it.
 struct Receive {
@@ -105,7 +104,7 @@ private:
             ToAmplitude(ValueOf(master.track->fader, place / &AudioTrack::fader), Levels());
         const double pan = ValueOf(master.track->pan, place / &AudioTrack::pan);
         text_.Line("MASTER_VOLUME {} {}", level, pan);
-        if (ValueOf(master.track->mute, place / &AudioTrack::mute) >= kOn) {
+        if (ValueOf(master.track->mute, place / &AudioTrack::mute) >= kOnFrom) {
             job_.reporter.Add(Fidelity::Lost, place / &AudioTrack::mute,
                               "the mute of the master has no place");
         }
@@ -166,8 +165,8 @@ private:
         text_.Line("VOLPAN {} {} -1",
                    fader.points.empty() ? ToAmplitude(fader.value, Levels()) : 1.0,
                    ValueOf(track.pan, place / &AudioTrack::pan));
-        text_.Line("MUTESOLO {:d} {:d} 0", ValueOf(track.mute, place / &AudioTrack::mute) >= kOn,
-                   track.solo);
+        text_.Line("MUTESOLO {:d} {:d} 0",
+                   ValueOf(track.mute, place / &AudioTrack::mute) >= kOnFrom, track.solo);
         text_.Line("IPHASE {:d}", track.phaseInverted);
         text_.Line("NCHAN {}", std::max(2U, static_cast<std::uint32_t>(track.audioChannelType)));
         text_.Line("MAINSEND {:d} 0", !plan_.OutputOf(track));

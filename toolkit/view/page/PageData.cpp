@@ -16,6 +16,7 @@
 #include "toolkit/Saturating.h"
 #include "toolkit/SessionSummary.h"
 #include "toolkit/view/Changes.h"
+#include "toolkit/view/Palette.h"
 #include "toolkit/view/page/PageSounds.h"
 #include "toolkit/view/page/PageText.h"
 
@@ -216,7 +217,7 @@ void AppendRows(std::string& out, const Things& things, Strings& strings) {
         .Column("name", [&](Row row) { return strings.Add(row->name); })
         .Column("channels", [&](Row row) { return strings.Add(ChannelsOf(*row)); })
         .Column("output", [&](Row row) { return strings.Add(row->output); })
-        .Column("hue", [](Row row) { return HueOf(row->hue); })
+        .Column("hue", [](Row row) { return toolkit::HueOf(*row); })
         .Column("flags", [](Row row) { return FlagsOf(*row); })
         .Column("effects", [](Row row) { return static_cast<std::int64_t>(row->effects); })
         .Column("sends", [](Row row) { return static_cast<std::int64_t>(row->sends); })

@@ -81,7 +81,7 @@ export class ClipPainter {
     private colours(box: number): ClipColours {
         const { picture, theme } = this.scene;
         const muted = picture.has(box, BoxFlag.muted);
-        return theme.clips.of(picture.boxHue(box), picture.rows[picture.boxes.row[box]!]!.kind, muted);
+        return theme.clips.of(picture.boxHue(box), muted);
     }
 
     /** What a search has not found, and what stayed the same, is faint. */
@@ -123,7 +123,7 @@ export class ClipPainter {
     private changeColour(box: number): string | null {
         const { picture, theme } = this.scene;
         const hue = picture.wire.changes[picture.boxes.change[box]!]?.hue ?? -1;
-        return hue < 0 ? null : theme.clips.of(hue, 0, false).wave;
+        return hue < 0 ? null : theme.clips.of(hue, false).wave;
     }
 
     /** Boxes too narrow for a frame have the colour of their change. */

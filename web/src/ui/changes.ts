@@ -44,7 +44,7 @@ export class ChangeList {
             const change = note.box >= 0 ? this.picture.boxes.change[note.box]! : (this.picture.rows[note.row]?.change ?? -1);
             const item = make("li", {}, this.sentence(note, begin + i));
             const hue = changes[change]?.hue ?? -1;
-            item.style.borderLeftColor = hue < 0 ? this.theme().line : this.theme().clips.of(hue, 0, false).wave;
+            item.style.borderLeftColor = hue < 0 ? this.theme().line : this.theme().clips.of(hue, false).wave;
             this.list.append(item);
         });
         if (this.count > begin + PART) {

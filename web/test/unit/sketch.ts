@@ -28,7 +28,7 @@ export function sketch(parts: Partial<Wire> = {}): Picture {
             name: [1, 5],
             channels: 0,
             output: [5, 0],
-            hue: [20, -1],
+            hue: [20, 45],
             flags: 0,
             boxes: [4, 0],
             lanes: [1, 0],
