@@ -154,11 +154,13 @@ public:
 
     ExitCode Run() {
         const ExitCode code = Convert();
-        if (!IsWhole(from_) || !IsWhole(to_)) {
-            const ExitCode reported = Report();
-            return code != ExitCode::Good ? code : reported;
+        // A failure leaves nothing to report about, unless what would be lost is its reason.
+        const bool isReported = code == ExitCode::Good || (isRead_ && options_.interchange.strict);
+        if (!isReported || (IsWhole(from_) && IsWhole(to_))) {
+            return code;
         }
-        return code;
+        const ExitCode reported = Report();
+        return code != ExitCode::Good ? code : reported;
     }
 
 private:
@@ -168,7 +170,8 @@ private:
             RequirePlugin();
         }
         const std::optional<ReadInput>& input = LeaveToSystem(Read(progress));
-        return input ? Save(*input, progress) : ExitCode::Failure;
+        isRead_ = input.has_value();
+        return isRead_ ? Save(*input, progress) : ExitCode::Failure;
     }
 
     std::optional<ReadInput> Read(Progress& progress) {
@@ -235,6 +238,7 @@ private:
     Input in_;
     Output out_;
     orvo::InterchangeReport report_;
+    bool isRead_ = false;
 };
 
 // Options

@@ -118,4 +118,31 @@ TEST_F(ConvertInterchangeTest, AFailedSaveIsReported) {
     EXPECT_THAT(outcome.errors, StartsWith("orvo: no/a.csv: "));
 }
 
+TEST_F(ConvertInterchangeTest, AFailureSaysOnlyItsReason) {
+    folder_.Write("bad.dawproject", "garbage");
+    for (const auto& [arguments, errors] :
+         {std::pair(std::vector<std::string>{"convert", "no.otio", "b.json"},
+                    "orvo: no.otio: no such file: check the path\n"),
+          {{"convert", "bad.dawproject", "b.json", "--strict"},
+           "orvo: bad.dawproject: is no ZIP archive, or is damaged: Not a zip archive\n"}}) {
+        const Outcome outcome = RunTool(arguments, folder_);
+        EXPECT_EQ(outcome.errors, errors);
+        EXPECT_EQ(outcome.exitCode, 1);
+    }
+}
+
+TEST_F(ConvertInterchangeTest, MediaAreFoundBesideAFileOfTheWorkingFolder) {
+    folder_.Write("b.otio", R"({"OTIO_SCHEMA": "Timeline.1", "tracks": {"OTIO_SCHEMA": "Stack.1",
+        "children": [{"OTIO_SCHEMA": "Track.1", "kind": "Audio", "children": [
+            {"OTIO_SCHEMA": "Clip.1", "source_range": {"OTIO_SCHEMA": "TimeRange.1",
+              "start_time": {"OTIO_SCHEMA": "RationalTime.1", "value": 0, "rate": 48000},
+              "duration": {"OTIO_SCHEMA": "RationalTime.1", "value": 10, "rate": 48000}},
+             "media_reference": {"OTIO_SCHEMA": "ExternalReference.1",
+              "target_url": "media/a.wav"}}]}]}})");
+    const Outcome outcome = RunTool({"convert", "b.otio", "b.json"}, folder_);
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.errors;
+    EXPECT_EQ(json::parse(ReadFile(folder_ / "b.json")).at("files").at(0).at("path"),
+              (folder_ / "media/a.wav").string());
+}
+
 }  // namespace

@@ -112,7 +112,7 @@ std::optional<std::string> PathOf(std::string_view url, const std::filesystem::p
     if (path.starts_with('/') || HasDrive(path)) {
         return path;
     }
-    return (std::filesystem::absolute(folder) / path).lexically_normal().string();
+    return std::filesystem::absolute(folder / path).lexically_normal().string();
 }
 
 }  // namespace toolkit::interchange::otio
