@@ -46,7 +46,7 @@ MediaResult ReadMediaProperties(const std::string& path, std::chrono::millisecon
         std::make_shared<std::packaged_task<MediaResult()>>([path] { return Look(path); });
     std::future<MediaResult> answer = task->get_future();
     RunDetached([task] { (*task)(); });
-    if (answer.wait_for(patience) != std::future_status::ready) {
+    if (patience.count() <= 0 || answer.wait_for(patience) != std::future_status::ready) {
         return MediaObstacle::Silent;
     }
     return answer.get();

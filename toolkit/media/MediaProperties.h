@@ -32,7 +32,8 @@ inline constexpr std::chrono::seconds kMediaPatience{10};
 
 /// Looks into a media file. Opens regular files only, so that a pipe is not waited for. A thread
 /// that gets no answer in time is left behind and ends when the answer comes.
-/// @param path  as the system's calls take it
+/// @param path      as the system's calls take it
+/// @param patience  how long to wait; if not above 0, every regular file is silent
 MediaResult ReadMediaProperties(const std::string& path,
                                 std::chrono::milliseconds patience = kMediaPatience);
 
