@@ -28,7 +28,7 @@ struct Paint {
     std::optional<Colour> fill{};
     std::optional<Colour> stroke{};
     double strokeWidth = 1;
-    double opacity = 1;
+    double opacity = 1;  ///< of the fill, and of the stroke
     bool dashed = false;
 };
 

@@ -124,9 +124,13 @@ void SvgCanvas::Attribute(std::string_view name, const Colour& colour) {
     document_ += '"';
 }
 
+/// Renderers draw what has an "opacity" on a surface of its own, as large as the picture.
 void SvgCanvas::AddPaint(const Paint& paint) {
     if (paint.fill) {
         Attribute("fill", *paint.fill);
+        if (paint.opacity != 1) {
+            Attribute("fill-opacity", paint.opacity);
+        }
     } else {
         document_ += " fill=\"none\"";
     }
@@ -138,9 +142,9 @@ void SvgCanvas::AddPaint(const Paint& paint) {
         if (paint.dashed) {
             document_ += " stroke-dasharray=\"4 3\"";
         }
-    }
-    if (paint.opacity != 1) {
-        Attribute("opacity", paint.opacity);
+        if (paint.opacity != 1) {
+            Attribute("stroke-opacity", paint.opacity);
+        }
     }
 }
 

@@ -128,6 +128,16 @@ TEST(DrawSvg, WhatIsMutedIsAlmostGrey) {
     EXPECT_LT(StrengthOfBodies(Drawn(session)), 10);
 }
 
+TEST(DrawSvg, NoShapeNeedsASurfaceOfItsOwn) {
+    Session session = Song();
+    session.selection = {.duration = 48'000};
+    session.audioTracks[0].clips[0].fadeIn = orvo::Fade{.endPoint = 24'000};
+    const std::string svg = Drawn(session);
+    EXPECT_THAT(svg, HasSubstr(" fill-opacity=\""));
+    EXPECT_THAT(svg, HasSubstr(" stroke-opacity=\""));
+    EXPECT_THAT(svg, Not(HasSubstr(" opacity=\"")));
+}
+
 TEST(DrawSvg, AClipWithoutAColourHasThatOfItsTrack) {
     Session session = Song();
     session.audioTracks[0].clips[0].hue = 200;
