@@ -8,6 +8,7 @@
 
 #include <orvo/Draw.h>
 #include <orvo/Layout.h>
+#include <orvo/Page.h>
 #include <orvo/Session.h>
 #include "bench/Memory.h"
 #include "bench/Report.h"
@@ -31,7 +32,10 @@ Contenders MakeViewContenders(const std::string& file, const orvo::Session& sess
     return {{.name = "read", .run = [&file] { return !!orvo::ReadSession(file); }},
             {.name = "layout", .run = [&session] { return orvo::MakeLayout(session).to > 0; }},
             {.name = "picture",
-             .run = [&session] { return !orvo::DrawSvg(orvo::MakeLayout(session), {}).empty(); }}};
+             .run = [&session] { return !orvo::DrawSvg(orvo::MakeLayout(session), {}).empty(); }},
+            {.name = "page", .run = [&session] {
+                 return !orvo::MakePage(orvo::MakeLayout(session), session, {}).empty();
+             }}};
 }
 
 void RunView(const ViewOptions& options) {
@@ -59,8 +63,8 @@ void RunView(const ViewOptions& options) {
 
 void AddView(CLI::App& program, Action& chosen) {
     auto options = std::make_shared<ViewOptions>();
-    CLI::App* const verb =
-        program.add_subcommand("view", "Read a session, lay it out, and draw it as SVG.");
+    CLI::App* const verb = program.add_subcommand(
+        "view", "Read a session, lay it out, draw it as SVG, and make its page.");
     verb->add_option("FILE", options->file, "the session")->required();
     verb->add_option("--rounds", options->rounds, "how many rounds")
         ->check(CLI::PositiveNumber.description(""))

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "session/json/Encode.h"
 #include "session/json/SessionJson.h"
 
 namespace orvo {
@@ -33,7 +32,7 @@ ReadResult ResultOf(const Parse& parse) {
 }  // namespace
 
 void ToJson(const Session& session, const TextSink& sink, const JsonOptions& options) {
-    json::WriteValue(session, StyleOf(options), "\n", sink, options.progress);
+    json::Write(session, StyleOf(options), "\n", sink, options.progress);
 }
 
 std::string ToJson(const Session& session, const JsonOptions& options) {

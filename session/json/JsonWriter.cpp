@@ -49,7 +49,12 @@ bool IsAscii(char character) {
 /// Whether it needs a closer look.
 bool IsSpecial(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\' ||
-           !IsAscii(character);
+           character == '<' || !IsAscii(character);
+}
+
+/// Whether it could end a script element, or a line of a script.
+bool IsUnsafeInScript(char32_t codePoint) {
+    return codePoint == '<' || codePoint == 0x2028 || codePoint == 0x2029;
 }
 
 }  // namespace
@@ -134,19 +139,24 @@ std::size_t JsonWriter::AppendPlain(std::string_view text) {
 }
 
 std::size_t JsonWriter::AppendSpecial(std::string_view text) {
-    if (IsAscii(text.front())) {
+    if (IsAscii(text.front()) && text.front() != '<') {
         Append(EscapeOf(text.front()));
         return 1;
     }
     const kelcore::unicode::Utf8Part part = kelcore::unicode::FirstPart(text);
     if (!part.wellFormed) {
         Append(kReplacementCharacter);
-    } else if (kelcore::unicode::IsSurrogate(part.codePoint)) {
+    } else if (NeedsEscape(part.codePoint)) {
         Append(UnicodeEscape(part.codePoint));
     } else {
         Append(text.substr(0, part.length));
     }
     return part.length;
+}
+
+bool JsonWriter::NeedsEscape(char32_t codePoint) const {
+    return kelcore::unicode::IsSurrogate(codePoint) ||
+           (style_.isInScript && IsUnsafeInScript(codePoint));
 }
 
 void JsonWriter::Append(std::string_view text) {

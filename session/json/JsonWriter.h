@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include <orvo/Json.h>
 #include "platform/kelcore/Types.h"
-#include "session/json/SessionJson.h"
 
 namespace orvo::json {
 
@@ -21,6 +21,8 @@ public:
     struct Style {
         Layout layout = Layout::Indented;
         bool isFull = false;  ///< keys at their default are written too
+        /// A text may stand in a script element of HTML: `<`, U+2028 and U+2029 become escapes.
+        bool isInScript = false;
     };
 
     JsonWriter(TextSink sink, Style style, ByteProgress progress = {});
@@ -60,6 +62,7 @@ private:
     /// Both return how many bytes of the text they took.
     std::size_t AppendPlain(std::string_view text);
     std::size_t AppendSpecial(std::string_view text);
+    bool NeedsEscape(char32_t codePoint) const;
 
     void HandOn();
 

@@ -1,6 +1,7 @@
 #include "session/json/SessionJson.h"
 
 #include "session/OwnIds.h"
+#include "session/json/Encode.h"
 #include "session/json/JsonReader.h"
 
 namespace orvo::json {
@@ -16,6 +17,11 @@ Session Parse(const TextSource& source, const ByteProgress& progress) {
 
 Session Parse(std::string_view text) {
     return Parse(WholeText(text));
+}
+
+void Write(const Session& session, JsonWriter::Style style, std::string_view end,
+           const TextSink& sink, const ByteProgress& progress) {
+    WriteValue(session, style, end, sink, progress);
 }
 
 }  // namespace orvo::json

@@ -7,8 +7,9 @@
 #include <string_view>
 
 #include <orvo/Json.h>
+#include "session/json/JsonWriter.h"
 
-/// Reading sessions from JSON.
+/// Sessions as JSON.
 namespace orvo::json {
 
 /// Both from 1; columns count characters, a byte order mark not among them.
@@ -38,5 +39,9 @@ private:
 ///         value; otherwise for a file or track without an id of its own.
 Session Parse(const TextSource& source, const ByteProgress& progress = {});
 Session Parse(std::string_view text);
+
+/// Writes a session in any style, and then `end`.
+void Write(const Session& session, JsonWriter::Style style, std::string_view end,
+           const TextSink& sink, const ByteProgress& progress = {});
 
 }  // namespace orvo::json

@@ -29,7 +29,7 @@ PROJECT_RULES = (
     ("toolkit/diff", (r"include/orvo/.*", r"session/.*")),
     ("toolkit/edit", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"session/PluginTurn\.h", r"platform/.*")),
     ("toolkit/tables", (r"include/orvo/.*", r"toolkit/.*", r"session/MemberKey\.h", r"platform/.*")),
-    ("toolkit/view", (r"include/orvo/.*", r"toolkit/.*", r"session/MemberKey\.h", r"platform/.*")),
+    ("toolkit/view", (r"include/orvo/.*", r"toolkit/.*", r"session/(MemberKey|json/SessionJson)\.h", r"platform/.*")),
     ("toolkit/interchange", (r"include/orvo/.*", r"toolkit/.*", r"session/(MemberKey|Schema|json/\w+|times/Arithmetic)\.h", r"platform/.*")),
     ("toolkit/ModelPath.h", (r"session/MemberKey\.h",)),
     ("toolkit/redact", (r"format/.*", r"include/orvo/.*", r"toolkit/.*", r"platform/.*")),

@@ -143,6 +143,13 @@ TEST(SessionJsonTest, KeysAtTheirDefaultAreLeftOut) {
     EXPECT_EQ(Parse(ToJson(session)), session);
 }
 
+TEST(SessionJsonTest, TextsOfAScriptElementCannotEndIt) {
+    const std::string text = "<!--</script\xE2\x80\xA8y\xE2\x82\xAC\xE2\x80\xA9";
+    EXPECT_EQ(Encoded(text, {.isInScript = true}),
+              "\"\\u003c!--\\u003c/script\\u2028y\xE2\x82\xAC\\u2029\"");
+    EXPECT_EQ(Encoded(text, {}), '"' + text + '"');
+}
+
 TEST(SessionJsonTest, FullJsonHasEveryKey) {
     EXPECT_EQ(Encoded(Metronome{}, {JsonWriter::Layout::Compact, true}),
               R"({"enabled":false,"soundSet":"sticks","pattern":[],"metronomeTrack":null,)"

@@ -259,20 +259,6 @@ TEST(Page, MalformedTextsBecomeReadable) {
     EXPECT_EQ(orvo::page::AsMarkup("a<b&c\xFF"), "a&lt;b&amp;c\xEF\xBF\xBD");
 }
 
-TEST(Page, JsonKeepsItsMeaningHoweverItsBlocksAreCut) {
-    const std::string text =
-        "{\n  \"a\": \"x <\xE2\x80\xA8y\xE2\x82\xAC \xE2\x80\xA9  z\",\n  \"b\": 1\n}\n";
-    for (std::size_t size = 1; size <= text.size(); ++size) {
-        std::string passed;
-        const orvo::TextSink sink = [&](std::string_view block) { passed += block; };
-        orvo::page::ScriptSafeJson script(sink);
-        for (std::size_t place = 0; place < text.size(); place += size) {
-            script(std::string_view(text).substr(place, size));
-        }
-        EXPECT_EQ(passed, "{\"a\": \"x \\u003c\\u2028y\xE2\x82\xAC \\u2029  z\",\"b\": 1}") << size;
-    }
-}
-
 TEST(Page, TheSameSessionGivesTheSameBytes) {
     EXPECT_EQ(MakePage(SmallLayout(), orvo::Session()), MakePage(SmallLayout(), orvo::Session()));
 }

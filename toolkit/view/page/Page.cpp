@@ -1,5 +1,6 @@
 #include <orvo/Page.h>
 
+#include "session/json/SessionJson.h"
 #include "toolkit/view/page/PageData.h"
 #include "toolkit/view/page/PageSounds.h"
 #include "toolkit/view/page/PageTemplate.h"
@@ -28,7 +29,8 @@ void MakePage(const Layout& layout, const Session& session,
     rest = PassUpTo(rest, page::kPictureMark, sink);
     sink(page::DataOf(layout, waveforms, options));
     rest = PassUpTo(rest, page::kSessionMark, sink);
-    ToJson(session, page::ScriptSafeJson(sink));
+    json::Write(session, {.layout = json::JsonWriter::Layout::Compact, .isInScript = true}, {},
+                sink);
     rest = PassUpTo(rest, page::kSoundsMark, sink);
     if (options.audio == PageAudio::Embedded) {
         page::WriteSounds(layout, sink);

@@ -1,5 +1,6 @@
 #include "toolkit/view/page/PageData.h"
 
+#include <fmt/compile.h>
 #include <fmt/format.h>
 
 #include <orvo/Times.h>
@@ -41,13 +42,13 @@ constexpr std::int64_t kSelectedRow = 16;
 constexpr std::int64_t kNone = -1;
 
 void AppendValue(std::string& out, std::int64_t value) {
-    fmt::format_to(std::back_inserter(out), "{}", value);
+    fmt::format_to(std::back_inserter(out), FMT_COMPILE("{}"), value);
 }
 
 /// In the precision of a picture.
 void AppendValue(std::string& out, double value) {
     if (std::isfinite(value)) {
-        fmt::format_to(std::back_inserter(out), "{:.7g}", value);
+        fmt::format_to(std::back_inserter(out), FMT_COMPILE("{:.7g}"), value);
     } else {
         out += "null";
     }

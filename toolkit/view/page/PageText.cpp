@@ -8,8 +8,6 @@ namespace orvo::page {
 namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
-constexpr std::string_view kLineSeparator = "\xE2\x80\xA8";
-constexpr std::string_view kParagraphSeparator = "\xE2\x80\xA9";
 
 /// Whether a character stands as it is.
 bool IsPlain(char character) {
@@ -65,41 +63,6 @@ std::string AsMarkup(std::string_view text) {
         text.remove_prefix(part.length);
     }
     return out;
-}
-
-void ScriptSafeJson::operator()(std::string_view block) {
-    out_.clear();
-    for (const char character : block) {
-        Take(character);
-    }
-    sink_(out_);
-}
-
-void ScriptSafeJson::PassHeld() {
-    out_ += held_;
-    held_.clear();
-}
-
-void ScriptSafeJson::Take(char character) {
-    if (!held_.empty() || character == kLineSeparator.front()) {
-        held_ += character;
-        if (held_ == kLineSeparator || held_ == kParagraphSeparator) {
-            out_ += held_ == kLineSeparator ? "\\u2028" : "\\u2029";
-            held_.clear();
-        } else if (!kLineSeparator.starts_with(held_)) {
-            PassHeld();
-        }
-        return;
-    }
-    if (character == '\n') {
-        atLineStart_ = true;
-    } else if (character == '<') {
-        out_ += "\\u003c";
-        atLineStart_ = false;
-    } else if (character != ' ' || !atLineStart_) {
-        out_ += character;
-        atLineStart_ = false;
-    }
 }
 
 }  // namespace orvo::page
