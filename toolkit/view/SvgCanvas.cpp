@@ -47,8 +47,13 @@ bool IsPair(std::u16string_view text, std::size_t place) {
            IsSurrogate(text[place + 1]);
 }
 
-/// With U+FFFD for every character that XML does not carry, and a space for each control character
-/// that it does.
+/// Whether a renderer may start a new line at it.
+bool BreaksLine(char16_t unit) {
+    return unit == '\n' || unit == '\r' || unit == 0x2028 || unit == 0x2029;
+}
+
+/// On one line: a space for tabs and for what would start a new line, and U+FFFD for every other
+/// control character and for what XML does not carry.
 std::u16string Carried(const std::string& utf8) {
     std::u16string text = kelcore::UTF8to16(utf8);
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -58,9 +63,9 @@ std::u16string Carried(const std::string& utf8) {
             } else {
                 text[i] = 0xFFFD;
             }
-        } else if (text[i] < 0x20 || (text[i] >= 0x7F && text[i] < 0xA0)) {
-            text[i] = text[i] == '\t' || text[i] == '\n' || text[i] == '\r' ? u' ' : 0xFFFD;
-        } else if (text[i] >= 0xFFFE) {
+        } else if (text[i] == '\t' || BreaksLine(text[i])) {
+            text[i] = u' ';
+        } else if (text[i] < 0x20 || (text[i] >= 0x7F && text[i] < 0xA0) || text[i] >= 0xFFFE) {
             text[i] = 0xFFFD;
         }
     }

@@ -62,6 +62,17 @@ TEST(DrawSvg, TextsOfTheSessionAreOnlyTexts) {
     EXPECT_THAT(svg, HasSubstr("]]&gt;&lt;!--\xEF\xBF\xBD"));
 }
 
+TEST(DrawSvg, NamesStayOnOneLine) {
+    Session session = Song();
+    session.audioTracks[0].clips[0].name =
+        "a\tb\nc\rd\xE2\x80\xA8"
+        "e\xE2\x80\xA9"
+        "f";
+    const std::string svg = Drawn(session);
+    EXPECT_THAT(svg, HasSubstr(">a b c d e f</text>"));
+    EXPECT_THAT(svg, Not(HasSubstr("\xE2\x80\xA8")));
+}
+
 TEST(DrawSvg, EmptySessionsHaveAPicture) {
     const std::string svg = Drawn(Session{});
     EXPECT_TRUE(test::ReadTree(svg));

@@ -9,10 +9,24 @@ const LOAD_AHEAD = 10;
 const TICK = 250;
 /** Seconds from the press of a key until the sound begins. */
 const LEAD = 0.05;
+/** Seconds that the browser has to begin to make sound. */
+const PATIENCE = 3;
+
+/** Whether the browser makes sound. One without a device may never say that it does not. */
+function beginsSound(context: AudioContext): Promise<boolean> {
+    const begins = context.resume().then(
+        () => true,
+        () => false,
+    );
+    const gaveUp = new Promise<boolean>((settle) => setTimeout(() => settle(false), PATIENCE * 1000));
+    return Promise.race([begins, gaveUp]);
+}
 
 /** Plays, pauses and stops, and knows the position. */
 export class Transport {
     state: "stopped" | "loading" | "playing" = "stopped";
+    /** Whether the browser makes sound, as far as it was asked to. */
+    hasSound = true;
     private context: AudioContext | null = null;
     private output: GainNode | null = null;
     private player: Player | null = null;
@@ -123,8 +137,13 @@ export class Transport {
         this.state = "loading";
         this.changed();
         const from = this.at;
-        await Promise.all([context.resume(), ...this.firstMedia(from).map((media) => sounds.load(media))]);
+        const [hasSound] = await Promise.all([beginsSound(context), ...this.firstMedia(from).map((media) => sounds.load(media))]);
         if (play !== this.plays) {
+            return;
+        }
+        this.hasSound = hasSound;
+        if (!hasSound) {
+            this.pause();
             return;
         }
         this.player = new Player(context, output, this.mix, sounds.get, from, context.currentTime + LEAD);

@@ -144,11 +144,21 @@ export class SoundBar {
         }
         const needed = this.picture.media.filter((_, media) => this.transport.needsFile(media)).length;
         get("media-choice", HTMLElement).hidden = needed === 0;
-        const note = needed > 0 ? `A browser lets a page from the disk read ${countText(needed, "media file")} only if you choose the folder.` : "";
-        this.note.textContent = state === "loading" ? "Reading the media …" : note;
+        this.note.textContent = this.noteOf(needed);
         this.sayUnheard();
         this.showPosition();
         this.listener.moved();
+    }
+
+    /** @param needed  how many media files the reader has to choose */
+    private noteOf(needed: number): string {
+        if (this.transport.state === "loading") {
+            return "Reading the media …";
+        }
+        if (!this.transport.hasSound) {
+            return "This browser makes no sound. Check the sound device, then play again.";
+        }
+        return needed > 0 ? `A browser lets a page from the disk read ${countText(needed, "media file")} only if you choose the folder.` : "";
     }
 
     private sayUnheard(): void {

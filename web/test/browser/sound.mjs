@@ -419,3 +419,25 @@ test("media that a browser cannot read are named", async () => {
         { init: listen },
     );
 });
+
+test("a browser that makes no sound says so, and plays once it does", async () => {
+    const withhold = () => {
+        const { resume } = AudioContext.prototype;
+        AudioContext.prototype.resume = function answerLater() {
+            return window.hasDevice ? resume.call(this) : new Promise(() => {});
+        };
+    };
+    await open(
+        pageOf("no-device", long, "--audio", "embed"),
+        async (page) => {
+            await page.keyboard.press("Space");
+            await page.waitForFunction(() => document.getElementById("sound-note").textContent.startsWith("This browser makes no sound."));
+            assert.equal(await page.locator("#play").getAttribute("aria-label"), "Play");
+            await page.evaluate(() => (window.hasDevice = true));
+            await page.keyboard.press("Space");
+            await isLoud(page);
+            assert.equal(await page.locator("#sound-note").textContent(), "");
+        },
+        { init: `(${listen})();(${withhold})();` },
+    );
+});
