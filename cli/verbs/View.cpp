@@ -14,7 +14,7 @@
 #include "cli/files/LeftToSystem.h"
 #include "cli/files/Output.h"
 #include "cli/files/PluginCheck.h"
-#include "cli/files/Png.h"
+#include "cli/files/PngCanvas.h"
 #include "cli/files/ReadProgress.h"
 #include "cli/terminal/Messages.h"
 #include "cli/terminal/ProgressBar.h"
@@ -116,10 +116,10 @@ public:
         layoutOptions_.lanes = !options.noLanes && !options.contactSheet;
     }
 
-    /// @return nothing, after a report, if that fails
-    std::optional<std::string> Svg() {
+    /// @return the file; nothing, after a report, if that fails
+    std::optional<std::string> Picture(PictureForm form) {
         if (options_.contactSheet) {
-            return ContactSheet();
+            return ContactSheet(form);
         }
         const std::optional<Scene> scene = ReadOneOrTwo();
         if (!scene) {
@@ -127,8 +127,10 @@ public:
         }
         orvo::DrawOptions draw = options_.draw;
         draw.title = scene->title;
-        const Progress::Phase drawing = progress_.Begin(kDrawing, scene->title);
-        return orvo::DrawSvg(*scene->layout, scene->waveforms, draw);
+        return DrawnOn(form, orvo::HeadOf(*scene->layout, draw), [&](orvo::Canvas& canvas) {
+            orvo::Draw(canvas, *scene->layout, scene->waveforms, draw);
+            return orvo::HeadOf(*scene->layout, draw);
+        });
     }
 
     /// Its reader may look closer, so it has the sounds as a whole.
@@ -212,11 +214,34 @@ private:
                        LastPart(before->name) + " → " + LastPart(after->name));
     }
 
-    /// Sessions that cannot be read are reported and left out. Keeps one at a time.
-    std::string ContactSheet() {
+    /// The file of what `draw` draws on a canvas.
+    /// @param most  what the picture says of itself at its highest
+    /// @param draw  returns what it says of itself
+    template <class Draw>
+    std::string DrawnOn(PictureForm form, const orvo::PictureHead& most, const Draw& draw) {
+        if (form == PictureForm::Png) {
+            PngCanvas canvas(most.width, most.height, options_.scale);
+            const orvo::PictureHead head = draw(canvas);
+            const Progress::Phase drawing = progress_.Begin(kDrawing, head.title);
+            return canvas.Take(head.height);
+        }
+        orvo::SvgCanvas canvas;
+        return canvas.Take(draw(canvas));
+    }
+
+    std::string ContactSheet(PictureForm form) {
         orvo::DrawOptions draw = options_.draw;
         draw.title = options_.title.value_or("Sessions");
-        orvo::ContactSheet sheet(draw);
+        return DrawnOn(form, orvo::ContactSheet::HeadOf(draw, options_.files.size()),
+                       [&](orvo::Canvas& canvas) {
+                           orvo::ContactSheet sheet(canvas, draw);
+                           AddSessions(sheet);
+                           return sheet.Head();
+                       });
+    }
+
+    /// Sessions that cannot be read are reported and left out. Keeps one at a time.
+    void AddSessions(orvo::ContactSheet& sheet) {
         waveformOptions_.width = sheet.PictureWidth();
         for (const std::string& file : options_.files) {
             if (const std::optional<NamedSession> read = ReadFile(file)) {
@@ -226,8 +251,6 @@ private:
                 isWhole_ = false;
             }
         }
-        const Progress::Phase drawing = progress_.Begin(kDrawing);
-        return sheet.Take();
     }
 
     bool ParseLimits(const orvo::Session& session) {
@@ -286,12 +309,9 @@ ExitCode RunView(const ViewOptions& options, PictureForm form) {
         const ExitCode saved = drawing.SaveAsPage(out);
         return saved == ExitCode::Good && options.pages.open ? OpenPage(options.out) : saved;
     }
-    std::optional<std::string> picture = drawing.Svg();
+    const std::optional<std::string> picture = drawing.Picture(form);
     if (!picture) {
         return ExitCode::Failure;
-    }
-    if (form == PictureForm::Png) {
-        picture = DrawPng(*picture, options.scale);
     }
     const ExitCode saved = out.Save([&picture](const Output::Sink& sink) { sink(*picture); });
     return drawing.IsWhole() ? saved : ExitCode::Failure;

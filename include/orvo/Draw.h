@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include <orvo/Api.h>
+#include <orvo/Canvas.h>
 #include <orvo/Layout.h>
 
 /// Pictures of sessions:
@@ -82,23 +84,33 @@ struct DrawOptions {
     bool isSmall = false;  ///< one of many: tracks have their names only
 };
 
-/// An SVG document. The same arguments give the same bytes. Texts of the session are only texts
-/// in it. Boxes too narrow to be seen are drawn together.
+/// The size of a picture that `Draw` draws, its title, and the facts of the session.
+ORVO_API PictureHead HeadOf(const Layout& layout, const DrawOptions& options = {});
+
+/// Draws a picture from the left upper corner of a canvas. The same arguments draw the same. Boxes
+/// too narrow to be seen are drawn together.
 /// @param waveforms  those of `Layout::media`; may be fewer
+ORVO_API void Draw(Canvas& canvas, const Layout& layout,
+                   const std::vector<std::optional<Waveform>>& waveforms,
+                   const DrawOptions& options = {});
+
+/// The same as an SVG document.
 ORVO_API std::string DrawSvg(const Layout& layout,
                              const std::vector<std::optional<Waveform>>& waveforms,
                              const DrawOptions& options = {});
 
-/// Many sessions in rows of small pictures, as one SVG document. Draws each session as it is added
-/// and keeps nothing else of it.
+/// Many sessions in rows of small pictures. Draws each session as it is added and keeps nothing of
+/// it.
 ///
-///     orvo::ContactSheet sheet({.title = "Songs"});
+///     orvo::SvgCanvas canvas;
+///     orvo::ContactSheet sheet(canvas, {.title = "Songs"});
 ///     sheet.Add(layout, orvo::ReadWaveforms(layout, {.width = sheet.PictureWidth()}), "One");
-///     std::string svg = sheet.Take();
+///     std::string svg = canvas.Take(sheet.Head());
 class ContactSheet {
 public:
+    /// @param canvas   outlives the sheet
     /// @param options  the title and theme of the whole, and its width
-    ORVO_API explicit ContactSheet(const DrawOptions& options = {});
+    ORVO_API explicit ContactSheet(Canvas& canvas, const DrawOptions& options = {});
     ORVO_API ~ContactSheet();
     ORVO_API ContactSheet(ContactSheet&& other) noexcept;
     ORVO_API ContactSheet& operator=(ContactSheet&& other) noexcept;
@@ -109,8 +121,11 @@ public:
     ORVO_API void Add(const Layout& layout, const std::vector<std::optional<Waveform>>& waveforms,
                       const std::string& title);
 
-    /// The document. Nothing can be added after it.
-    ORVO_API std::string Take();
+    /// What the sheet says of itself by now.
+    ORVO_API PictureHead Head() const;
+
+    /// What a sheet of so many sessions says of itself.
+    ORVO_API static PictureHead HeadOf(const DrawOptions& options, std::size_t sessions);
 
 private:
     class Drawing;

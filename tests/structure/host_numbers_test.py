@@ -11,7 +11,7 @@ from pathlib import Path
 
 PLACES = ("host/*.h", "examples/host/*.h", "include/orvo/*.h", "docs/format.md", "docs/host-interfaces.md", "docs/json.md")
 
-CHOICES = ("include/orvo/Draw.h", "include/orvo/Layout.h")
+CHOICES = ("include/orvo/Canvas.h", "include/orvo/Draw.h", "include/orvo/Layout.h")
 
 CLAIMS = re.compile(
     r"\b(degrees?|dB|decibels?|semitones?|cents?|percent|pixels|equal power|(lies?|lying) (on top|under))\b")

@@ -56,7 +56,7 @@ LIBRARY_RULES = (
     (r"openssl/", (r"toolkit/media/.*", r"tests/.*")),
     (r"utf8proc", (r"toolkit/(collect|media|view)/.*", r"cli/terminal/.*")),
     (r"httplib", (r"cli/serve/PageServer\.cpp",)),
-    (r"librsvg", (r"cli/files/Png\.cpp",)),
+    (r"pango", (r"cli/files/PngCanvas\.cpp",)),
     (r"CLI/", (r"cli/.*", r"bench/.*")),
     (r"(gtest|gmock|rapidcheck)", (r"tests/.*",)),
     (r"(zip|zlib)\.h", (r"toolkit/interchange/ZipArchive\.cpp", r"tests/.*")),

@@ -39,7 +39,7 @@ double BoxDrawing::HeadHeight(double height) {
     return height < kLowBox ? 0 : kHead;
 }
 
-BoxDrawing::BoxDrawing(SvgCanvas& canvas, Scene& scene, const orvo::LayoutRow& row,
+BoxDrawing::BoxDrawing(Canvas& canvas, Scene& scene, const orvo::LayoutRow& row,
                        const orvo::LayoutBox& box, const BoxPlace& place)
     : canvas_(canvas),
       scene_(scene),

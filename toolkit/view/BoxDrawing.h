@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "toolkit/view/Scene.h"
-#include "toolkit/view/SvgCanvas.h"
+#include "toolkit/view/Shapes.h"
 
 namespace toolkit {
 
@@ -18,8 +18,8 @@ struct BoxPlace {
 /// Draws what is in a clip's box. The canvas has begun a part for what can be seen of the box.
 class BoxDrawing {
 public:
-    BoxDrawing(SvgCanvas& canvas, Scene& scene, const orvo::LayoutRow& row,
-               const orvo::LayoutBox& box, const BoxPlace& place);
+    BoxDrawing(Canvas& canvas, Scene& scene, const orvo::LayoutRow& row, const orvo::LayoutBox& box,
+               const BoxPlace& place);
 
     void Draw() const;
 
@@ -45,7 +45,7 @@ private:
     void DrawGroup() const;
     std::vector<std::string> Marks() const;
 
-    SvgCanvas& canvas_;
+    Canvas& canvas_;
     Scene& scene_;
     const orvo::LayoutBox& box_;
     const HueColours& hue_;

@@ -1,18 +1,9 @@
 #pragma once
 
 #include <orvo/Draw.h>
-#include <cstdint>
+#include "toolkit/view/Shapes.h"
 
 namespace toolkit {
-
-/// A colour of a screen.
-struct Colour {
-    std::uint8_t red = 0;
-    std::uint8_t green = 0;
-    std::uint8_t blue = 0;
-
-    friend bool operator==(const Colour&, const Colour&) = default;
-};
 
 /// What things in a session's colour are drawn in: equally bright for every hue.
 struct HueColours {

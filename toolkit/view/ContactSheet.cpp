@@ -4,10 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
-#include "toolkit/view/Picture.h"
-#include "toolkit/view/SvgCanvas.h"
+#include "toolkit/view/Colours.h"
 
 namespace orvo {
 namespace {
@@ -17,69 +15,84 @@ constexpr double kTitleHeight = 52;
 constexpr double kLeastCellWidth = 480;
 constexpr double kCellShape = 0.5;  // height to width
 
+/// Where the pictures are.
+struct Grid {
+    explicit Grid(const DrawOptions& options)
+        : width(std::max(options.width, kLeastCellWidth + 2 * kMargin)),
+          top(options.title.empty() ? kMargin : kTitleHeight),
+          columns(std::floor((width - kMargin) / (kLeastCellWidth + kMargin))),
+          cellWidth(std::floor((width - kMargin) / columns) - kMargin),
+          cellHeight(std::round(cellWidth * kCellShape)) {}
+
+    double RowTop(double row) const { return top + row * (cellHeight + kMargin); }
+
+    Area Cell(std::size_t place) const {
+        const double row = std::floor(static_cast<double>(place) / columns);
+        const double column = static_cast<double>(place) - row * columns;
+        return {kMargin + column * (cellWidth + kMargin), RowTop(row), cellWidth, cellHeight};
+    }
+
+    double Height(std::size_t pictures) const {
+        return RowTop(std::ceil(static_cast<double>(pictures) / columns));
+    }
+
+    double width;
+    double top;  // of the first row
+    double columns;
+    double cellWidth;
+    double cellHeight;
+};
+
 }  // namespace
 
 class ContactSheet::Drawing {
 public:
-    explicit Drawing(const DrawOptions& options)
-        : options_(options),
-          width_(std::max(options.width, kLeastCellWidth + 2 * kMargin)),
-          columns_(std::floor((width_ - kMargin) / (kLeastCellWidth + kMargin))),
-          cellWidth_(std::floor((width_ - kMargin) / columns_) - kMargin),
-          cellHeight_(std::round(cellWidth_ * kCellShape)),
-          top_(options.title.empty() ? kMargin : kTitleHeight) {}
+    Drawing(Canvas& canvas, const DrawOptions& options)
+        : canvas_(canvas), options_(options), grid_(options) {
+        canvas_.Rectangle({0, 0, grid_.width, grid_.top}, 0, {.fill = Colours().lane});
+        canvas_.Text({kMargin, 33}, options_.title,
+                     {.colour = Colours().text, .size = 20, .bold = true});
+    }
 
-    double CellWidth() const { return cellWidth_; }
+    double CellWidth() const { return grid_.cellWidth; }
+
+    PictureHead Head() const { return HeadOf(options_, count_); }
 
     void Add(const Layout& layout, const std::vector<std::optional<Waveform>>& waveforms,
              const std::string& title) {
         const DrawOptions small = {.title = title,
-                                   .width = cellWidth_,
-                                   .height = cellHeight_,
+                                   .width = grid_.cellWidth,
+                                   .height = grid_.cellHeight,
                                    .theme = options_.theme,
                                    .isSmall = true};
-        const double column = std::fmod(count_, columns_);
-        cells_.Begin({kMargin + column * (cellWidth_ + kMargin), HeightOf(count_ - column),
-                      cellWidth_, cellHeight_},
-                     title);
-        toolkit::Scene scene(layout, waveforms, small);
-        toolkit::Picture(scene).Draw(cells_);
-        cells_.End();
+        const Area cell = grid_.Cell(count_);
+        if (cell.x == kMargin) {
+            BeginRow(cell.y);
+        }
+        canvas_.Begin(cell, title, 1);
+        Draw(canvas_, layout, waveforms, small);
+        canvas_.End();
         ++count_;
     }
 
-    std::string Take() {
-        const toolkit::ThemeColours& colours = toolkit::ColoursOf(options_.theme);
-        const double height = HeightOf(count_);
-        toolkit::SvgCanvas around;
-        around.Rectangle({0, 0, width_, height}, 0, {.fill = colours.lane});
-        around.Text({kMargin, 33}, options_.title,
-                    {.colour = colours.text, .size = 20, .bold = true});
-        around.Add(std::move(cells_));
-        return around.Take({.width = width_,
-                            .height = height,
-                            .title = options_.title.empty() ? "Sessions" : options_.title,
-                            .description = fmt::format("The timelines of {} sessions.", count_)});
-    }
-
 private:
-    /// Where the row after so many pictures begins.
-    double HeightOf(double count) const {
-        return top_ + std::ceil(count / columns_) * (cellHeight_ + kMargin);
+    const toolkit::ThemeColours& Colours() const { return toolkit::ColoursOf(options_.theme); }
+
+    /// Its background begins a little above it, so that no gap shows between two rows.
+    void BeginRow(double top) {
+        constexpr double kOverlap = kMargin / 2;
+        canvas_.Rectangle({0, top - kOverlap, grid_.width, grid_.cellHeight + kMargin + kOverlap},
+                          0, {.fill = Colours().lane});
     }
 
+    Canvas& canvas_;
     DrawOptions options_;
-    double width_;
-    double columns_;
-    double cellWidth_;
-    double cellHeight_;
-    double top_;
-    double count_ = 0;
-    toolkit::SvgCanvas cells_;
+    Grid grid_;
+    std::size_t count_ = 0;
 };
 
-ContactSheet::ContactSheet(const DrawOptions& options)
-    : drawing_(std::make_unique<Drawing>(options)) {}
+ContactSheet::ContactSheet(Canvas& canvas, const DrawOptions& options)
+    : drawing_(std::make_unique<Drawing>(canvas, options)) {}
 ContactSheet::~ContactSheet() = default;
 ContactSheet::ContactSheet(ContactSheet&& other) noexcept = default;
 ContactSheet& ContactSheet::operator=(ContactSheet&& other) noexcept = default;
@@ -93,8 +106,16 @@ void ContactSheet::Add(const Layout& layout, const std::vector<std::optional<Wav
     drawing_->Add(layout, waveforms, title);
 }
 
-std::string ContactSheet::Take() {
-    return drawing_->Take();
+PictureHead ContactSheet::Head() const {
+    return drawing_->Head();
+}
+
+PictureHead ContactSheet::HeadOf(const DrawOptions& options, std::size_t sessions) {
+    const Grid grid(options);
+    return {.width = grid.width,
+            .height = grid.Height(sessions),
+            .title = options.title.empty() ? "Sessions" : options.title,
+            .description = fmt::format("The timelines of {} sessions.", sessions)};
 }
 
 }  // namespace orvo

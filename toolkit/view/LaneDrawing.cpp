@@ -18,14 +18,14 @@ using orvo::LayoutLane;
 constexpr double kRoomForRange = 34;
 
 /// The name, and on its right the values at the top and at the bottom.
-void DrawHeader(SvgCanvas& canvas, const Scene& scene, const LayoutLane& lane, const Band& band) {
+void DrawHeader(Canvas& canvas, const Scene& scene, const LayoutLane& lane, const Band& band) {
     constexpr double kApart = 8;
     const Area header = {Frame::kMargin + 10, band.top, scene.frame.left - Frame::kMargin - 16,
                          band.height};
     const TextStyle style = {.colour = scene.colours.faintText, .size = 11};
     const TextStyle small = {.colour = scene.colours.faintText, .size = 9, .anchor = Anchor::End};
     double room = header.width;
-    canvas.Begin(header, lane.name);
+    canvas.Begin(header, lane.name, 1);
     if (band.height >= kRoomForRange) {
         const std::string high = fmt::format("{:.3g}", lane.high);
         const std::string low = fmt::format("{:.3g}", lane.low);
@@ -53,7 +53,7 @@ std::vector<Point> SeparateKeyframes(const std::vector<Point>& keyframes, double
 
 }  // namespace
 
-void DrawLane(SvgCanvas& canvas, Scene& scene, const orvo::LayoutRow& row, const LayoutLane& lane,
+void DrawLane(Canvas& canvas, Scene& scene, const orvo::LayoutRow& row, const LayoutLane& lane,
               const Band& band) {
     DrawHeader(canvas, scene, lane, band);
     const Area timeline = {scene.frame.left, band.top, scene.frame.right - scene.frame.left,
@@ -65,7 +65,7 @@ void DrawLane(SvgCanvas& canvas, Scene& scene, const orvo::LayoutRow& row, const
     canvas.End();
 }
 
-void DrawCurve(SvgCanvas& canvas, const LayoutLane& lane, const Area& area, double from,
+void DrawCurve(Canvas& canvas, const LayoutLane& lane, const Area& area, double from,
                double pixelsPerSample, const Colour& colour, bool isFilled) {
     const double inset = std::min(6.0, area.height / 4);
     const auto place = [&](double position, double level) {

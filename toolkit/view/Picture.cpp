@@ -34,7 +34,7 @@ Picture::Picture(Scene& scene)
       frame_(scene.frame),
       ticks_(TicksOf(scene)) {}
 
-void Picture::Draw(SvgCanvas& canvas) const {
+void Picture::Draw(Canvas& canvas) const {
     canvas.Rectangle({0, 0, frame_.width, frame_.height}, 0, {.fill = colours_.page});
     DrawTitle(canvas);
     DrawBackground(canvas);
@@ -52,7 +52,7 @@ void Picture::Draw(SvgCanvas& canvas) const {
     DrawNotes(canvas);
 }
 
-void Picture::DrawTitle(SvgCanvas& canvas) const {
+void Picture::DrawTitle(Canvas& canvas) const {
     const std::string& title = scene_.options.title;
     if (title.empty()) {
         return;
@@ -70,7 +70,7 @@ void Picture::DrawTitle(SvgCanvas& canvas) const {
                 {.colour = colours_.faintText, .size = 12, .anchor = Anchor::End});
 }
 
-void Picture::DrawBackground(SvgCanvas& canvas) const {
+void Picture::DrawBackground(Canvas& canvas) const {
     if (layout_.rows.empty()) {
         canvas.Text({frame_.width / 2, (frame_.rulerBase + frame_.rowsBottom) / 2}, "No tracks",
                     {.colour = colours_.faintText, .size = 13, .anchor = Anchor::Middle});
@@ -84,7 +84,7 @@ void Picture::DrawBackground(SvgCanvas& canvas) const {
     DrawGrid(canvas);
 }
 
-void Picture::DrawGrid(SvgCanvas& canvas) const {
+void Picture::DrawGrid(Canvas& canvas) const {
     std::vector<Point> weak;
     std::vector<Point> strong;
     for (const orvo::RulerTick& tick : ticks_) {
@@ -97,7 +97,7 @@ void Picture::DrawGrid(SvgCanvas& canvas) const {
     canvas.Lines(strong, {.stroke = colours_.strongGrid});
 }
 
-void Picture::DrawRuler(SvgCanvas& canvas) const {
+void Picture::DrawRuler(Canvas& canvas) const {
     const double base = frame_.rulerBase;
     std::vector<Point> ends;
     for (const orvo::RulerTick& tick : ticks_) {
@@ -113,7 +113,7 @@ void Picture::DrawRuler(SvgCanvas& canvas) const {
     canvas.Lines(line, {.stroke = colours_.line});
 }
 
-void Picture::DrawSelection(SvgCanvas& canvas) const {
+void Picture::DrawSelection(Canvas& canvas) const {
     if (layout_.selection.duration <= 0) {
         return;
     }
@@ -132,7 +132,7 @@ void Picture::DrawSelection(SvgCanvas& canvas) const {
     canvas.Lines(ends, {.stroke = colours_.selection, .opacity = 0.5});
 }
 
-void Picture::DrawCursor(SvgCanvas& canvas) const {
+void Picture::DrawCursor(Canvas& canvas) const {
     const double x = frame_.X(layout_.cursor);
     if (x < frame_.left || x > frame_.right) {
         return;
@@ -145,7 +145,7 @@ void Picture::DrawCursor(SvgCanvas& canvas) const {
     canvas.Lines(line, {.stroke = colours_.cursor, .strokeWidth = 1.2});
 }
 
-void Picture::DrawNotes(SvgCanvas& canvas) const {
+void Picture::DrawNotes(Canvas& canvas) const {
     const TextStyle style = {.colour = colours_.faintText, .size = 12};
     double base = frame_.rowsBottom + Frame::kNoteHeight * 1.5;
     std::size_t left = layout_.notes.size();

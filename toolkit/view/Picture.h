@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "toolkit/view/Scene.h"
-#include "toolkit/view/SvgCanvas.h"
+#include "toolkit/view/Shapes.h"
 
 namespace toolkit {
 
@@ -14,16 +14,16 @@ public:
     /// The scene must outlive the picture.
     explicit Picture(Scene& scene);
 
-    void Draw(SvgCanvas& canvas) const;
+    void Draw(Canvas& canvas) const;
 
 private:
-    void DrawTitle(SvgCanvas& canvas) const;
-    void DrawBackground(SvgCanvas& canvas) const;
-    void DrawGrid(SvgCanvas& canvas) const;
-    void DrawRuler(SvgCanvas& canvas) const;
-    void DrawSelection(SvgCanvas& canvas) const;
-    void DrawCursor(SvgCanvas& canvas) const;
-    void DrawNotes(SvgCanvas& canvas) const;
+    void DrawTitle(Canvas& canvas) const;
+    void DrawBackground(Canvas& canvas) const;
+    void DrawGrid(Canvas& canvas) const;
+    void DrawRuler(Canvas& canvas) const;
+    void DrawSelection(Canvas& canvas) const;
+    void DrawCursor(Canvas& canvas) const;
+    void DrawNotes(Canvas& canvas) const;
 
     Scene& scene_;
     const orvo::Layout& layout_;

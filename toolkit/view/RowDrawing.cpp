@@ -20,7 +20,7 @@ using orvo::LayoutRow;
 
 }  // namespace
 
-RowDrawing::RowDrawing(SvgCanvas& canvas, Scene& scene, const LayoutRow& row, const Band& band)
+RowDrawing::RowDrawing(Canvas& canvas, Scene& scene, const LayoutRow& row, const Band& band)
     : canvas_(canvas), scene_(scene), frame_(scene.frame), row_(row), band_(band) {}
 
 void RowDrawing::Draw() const {
@@ -28,7 +28,7 @@ void RowDrawing::Draw() const {
     if (row_.boxes.empty()) {
         return;
     }
-    canvas_.Begin({frame_.left, band_.top, frame_.right - frame_.left, band_.height}, "");
+    canvas_.Begin({frame_.left, band_.top, frame_.right - frame_.left, band_.height}, "", 1);
     DrawBoxes();
     DrawHiddenEnds();
     DrawCrossfades();

@@ -4,14 +4,14 @@
 #include <string>
 
 #include "toolkit/view/Scene.h"
-#include "toolkit/view/SvgCanvas.h"
+#include "toolkit/view/Shapes.h"
 
 namespace toolkit {
 
 /// Draws a track: its header, and its clips.
 class RowDrawing {
 public:
-    RowDrawing(SvgCanvas& canvas, Scene& scene, const orvo::LayoutRow& row, const Band& band);
+    RowDrawing(Canvas& canvas, Scene& scene, const orvo::LayoutRow& row, const Band& band);
 
     void Draw() const;
 
@@ -30,7 +30,7 @@ private:
     static double OpacityOf(const orvo::LayoutBox& box);
     double X(std::int64_t position) const;
 
-    SvgCanvas& canvas_;
+    Canvas& canvas_;
     Scene& scene_;
     const Frame& frame_;
     const orvo::LayoutRow& row_;

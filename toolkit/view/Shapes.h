@@ -1,44 +1,16 @@
 #pragma once
 
-#include <optional>
+#include <orvo/Canvas.h>
 
-#include "toolkit/view/Colours.h"
-
+/// What pictures are drawn with, by its short names.
 namespace toolkit {
 
-/// A place in pixels; y grows downwards.
-struct Point {
-    double x = 0;
-    double y = 0;
-};
-
-/// A rectangle in pixels.
-struct Area {
-    double x = 0;
-    double y = 0;
-    double width = 0;
-    double height = 0;
-
-    double Right() const { return x + width; }
-    double Bottom() const { return y + height; }
-};
-
-/// How a shape is painted; without a colour, not at all.
-struct Paint {
-    std::optional<Colour> fill{};
-    std::optional<Colour> stroke{};
-    double strokeWidth = 1;
-    double opacity = 1;  ///< of the fill, and of the stroke
-    bool dashed = false;
-};
-
-enum class Anchor { Start, Middle, End };
-
-struct TextStyle {
-    Colour colour{};
-    double size = 11;
-    bool bold = false;
-    Anchor anchor = Anchor::Start;
-};
+using orvo::Anchor;
+using orvo::Area;
+using orvo::Canvas;
+using orvo::Colour;
+using orvo::Paint;
+using orvo::Point;
+using orvo::TextStyle;
 
 }  // namespace toolkit

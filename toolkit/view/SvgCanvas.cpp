@@ -1,4 +1,4 @@
-#include "toolkit/view/SvgCanvas.h"
+#include <orvo/Canvas.h>
 
 #include <fmt/format.h>
 
@@ -13,7 +13,7 @@
 
 #include "platform/kelcore/Strings.h"
 
-namespace toolkit {
+namespace orvo {
 namespace {
 
 /// A hundredth of a pixel is exact enough, and short.
@@ -52,10 +52,7 @@ bool BreaksLine(char16_t unit) {
     return unit == '\n' || unit == '\r' || unit == 0x2028 || unit == 0x2029;
 }
 
-/// On one line: a space for tabs and for what would start a new line, and U+FFFD for every other
-/// control character and for what XML does not carry.
-std::u16string Carried(const std::string& utf8) {
-    std::u16string text = kelcore::UTF8to16(utf8);
+std::u16string Legible(std::u16string text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (IsSurrogate(text[i])) {
             if (IsPair(text, i)) {
@@ -77,7 +74,7 @@ bool IsPlain(const std::string& text) {
 }
 
 void AppendEscaped(std::string& out, const std::string& text) {
-    for (const char character : IsPlain(text) ? text : kelcore::UTF16to8(Carried(text))) {
+    for (const char character : LegibleText(text)) {
         switch (character) {
             case '&':
                 out += "&amp;";
@@ -106,81 +103,84 @@ void AppendColour(std::string& text, const Colour& colour) {
     }
 }
 
-constexpr const char* kFonts =
-    "Inter,'Segoe UI','Helvetica Neue','Noto Sans','DejaVu Sans',Arial,sans-serif";
-
-}  // namespace
-
-void SvgCanvas::BeginAttribute(std::string_view name) {
-    document_ += ' ';
-    document_ += name;
-    document_ += "=\"";
+void BeginAttribute(std::string& document, std::string_view name) {
+    document += ' ';
+    document += name;
+    document += "=\"";
 }
 
-void SvgCanvas::Attribute(std::string_view name, double number) {
-    BeginAttribute(name);
-    AppendNumber(document_, number);
-    document_ += '"';
+void AddAttribute(std::string& document, std::string_view name, double number) {
+    BeginAttribute(document, name);
+    AppendNumber(document, number);
+    document += '"';
 }
 
-void SvgCanvas::Attribute(std::string_view name, const Colour& colour) {
-    BeginAttribute(name);
-    AppendColour(document_, colour);
-    document_ += '"';
+void AddAttribute(std::string& document, std::string_view name, const Colour& colour) {
+    BeginAttribute(document, name);
+    AppendColour(document, colour);
+    document += '"';
 }
 
 /// Renderers draw what has an "opacity" on a surface of its own, as large as the picture.
-void SvgCanvas::AddPaint(const Paint& paint) {
+void AddPaint(std::string& document, const Paint& paint) {
     if (paint.fill) {
-        Attribute("fill", *paint.fill);
+        AddAttribute(document, "fill", *paint.fill);
         if (paint.opacity != 1) {
-            Attribute("fill-opacity", paint.opacity);
+            AddAttribute(document, "fill-opacity", paint.opacity);
         }
     } else {
-        document_ += " fill=\"none\"";
+        document += " fill=\"none\"";
     }
     if (paint.stroke) {
-        Attribute("stroke", *paint.stroke);
+        AddAttribute(document, "stroke", *paint.stroke);
         if (paint.strokeWidth != 1) {
-            Attribute("stroke-width", paint.strokeWidth);
+            AddAttribute(document, "stroke-width", paint.strokeWidth);
         }
         if (paint.dashed) {
-            document_ += " stroke-dasharray=\"4 3\"";
+            document += fmt::format(" stroke-dasharray=\"{} {}\"", Paint::kDash, Paint::kDashGap);
         }
         if (paint.opacity != 1) {
-            Attribute("stroke-opacity", paint.opacity);
+            AddAttribute(document, "stroke-opacity", paint.opacity);
         }
     }
+}
+
+/// @param run  points after which a new line begins
+void AddPlaces(std::string& document, std::span<const Point> points, std::size_t run) {
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        document += i % run == 0 ? 'M' : 'L';
+        AppendNumber(document, points[i].x);
+        document += ' ';
+        AppendNumber(document, points[i].y);
+    }
+}
+
+}  // namespace
+
+Canvas::~Canvas() = default;
+
+std::string LegibleText(const std::string& text) {
+    return IsPlain(text) ? text : kelcore::UTF16to8(Legible(kelcore::UTF8to16(text)));
 }
 
 void SvgCanvas::Rectangle(const Area& area, double radius, const Paint& paint) {
     document_ += "<rect";
-    Attribute("x", area.x);
-    Attribute("y", area.y);
-    Attribute("width", area.width);
-    Attribute("height", area.height);
+    AddAttribute(document_, "x", area.x);
+    AddAttribute(document_, "y", area.y);
+    AddAttribute(document_, "width", area.width);
+    AddAttribute(document_, "height", area.height);
     if (radius > 0) {
-        Attribute("rx", radius);
+        AddAttribute(document_, "rx", radius);
     }
-    AddPaint(paint);
+    AddPaint(document_, paint);
     document_ += "/>\n";
-}
-
-/// @param run  points after which a new line begins
-void SvgCanvas::AddPlaces(std::span<const Point> points, std::size_t run) {
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        document_ += i % run == 0 ? 'M' : 'L';
-        AppendNumber(document_, points[i].x);
-        document_ += ' ';
-        AppendNumber(document_, points[i].y);
-    }
 }
 
 void SvgCanvas::Line(std::span<const Point> points, const Paint& paint) {
     document_ += "<path d=\"";
-    AddPlaces(points, points.size());
+    AddPlaces(document_, points, points.size());
     document_ += '"';
-    AddPaint(paint);
+    AddPaint(document_, paint);
     if (paint.stroke) {
         document_ += " stroke-linejoin=\"round\"";
     }
@@ -192,9 +192,9 @@ void SvgCanvas::Lines(std::span<const Point> ends, const Paint& paint) {
         return;
     }
     document_ += "<path d=\"";
-    AddPlaces(ends, 2);
+    AddPlaces(document_, ends, 2);
     document_ += '"';
-    AddPaint(paint);
+    AddPaint(document_, paint);
     document_ += "/>\n";
 }
 
@@ -209,7 +209,7 @@ void SvgCanvas::Circles(std::span<const Point> centres, double radius, const Col
         document_ += "h0";
     }
     document_ += '"';
-    AddPaint({.stroke = colour, .strokeWidth = radius * 2});
+    AddPaint(document_, {.stroke = colour, .strokeWidth = radius * 2});
     document_ += "/>\n";
 }
 
@@ -218,14 +218,14 @@ void SvgCanvas::Text(const Point& base, const std::string& text, const TextStyle
         return;
     }
     document_ += "<text";
-    Attribute("x", base.x);
-    Attribute("y", base.y);
-    Attribute("fill", style.colour);
+    AddAttribute(document_, "x", base.x);
+    AddAttribute(document_, "y", base.y);
+    AddAttribute(document_, "fill", style.colour);
     if (style.size != TextStyle().size) {
-        Attribute("font-size", style.size);
+        AddAttribute(document_, "font-size", style.size);
     }
     if (style.bold) {
-        document_ += " font-weight=\"600\"";
+        document_ += fmt::format(" font-weight=\"{}\"", TextStyle::kBold);
     }
     if (style.anchor != Anchor::Start) {
         document_ +=
@@ -238,13 +238,13 @@ void SvgCanvas::Text(const Point& base, const std::string& text, const TextStyle
 
 void SvgCanvas::Begin(const Area& area, const std::string& title, double opacity) {
     document_ += "<svg";
-    Attribute("x", area.x);
-    Attribute("y", area.y);
-    Attribute("width", area.width);
-    Attribute("height", area.height);
+    AddAttribute(document_, "x", area.x);
+    AddAttribute(document_, "y", area.y);
+    AddAttribute(document_, "width", area.width);
+    AddAttribute(document_, "height", area.height);
     document_ += "><g";
     if (opacity != 1) {
-        Attribute("opacity", opacity);
+        AddAttribute(document_, "opacity", opacity);
     }
     document_ += ">";
     if (!title.empty()) {
@@ -259,20 +259,12 @@ void SvgCanvas::End() {
     document_ += "</g></svg>\n";
 }
 
-void SvgCanvas::Add(SvgCanvas other) {
-    // The other one may be large, and is not needed twice.
-    other.document_.insert(0, document_);
-    document_ = std::move(other.document_);
-}
-
-std::string SvgCanvas::Take(const SvgHead& head) {
-    SvgCanvas whole;
-    std::string& text = whole.document_;
-    text = "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\"";
-    whole.Attribute("width", head.width);
-    whole.Attribute("height", head.height);
-    text += fmt::format(" viewBox=\"0 0 {} {}\" font-family=\"{}\" font-size=\"11\">\n<title>",
-                        head.width, head.height, kFonts);
+std::string SvgCanvas::Take(const PictureHead& head) {
+    std::string text = "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\"";
+    AddAttribute(text, "width", head.width);
+    AddAttribute(text, "height", head.height);
+    text += fmt::format(" viewBox=\"0 0 {} {}\" font-family=\"{}\" font-size=\"{}\">\n<title>",
+                        head.width, head.height, TextStyle::kFonts, TextStyle().size);
     AppendEscaped(text, head.title);
     text += "</title>\n<desc>";
     AppendEscaped(text, head.description);
@@ -282,4 +274,4 @@ std::string SvgCanvas::Take(const SvgHead& head) {
     return std::move(document_);
 }
 
-}  // namespace toolkit
+}  // namespace orvo
