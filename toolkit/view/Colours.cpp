@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <string_view>
 
 namespace toolkit {
 namespace {
@@ -159,6 +160,16 @@ constexpr ThemeColours kPrintTheme = {
 };
 
 }  // namespace
+
+std::string CssOf(const Colour& colour) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    std::string text = "#";
+    for (const std::uint8_t channel : {colour.red, colour.green, colour.blue}) {
+        text += kDigits[channel / 16];
+        text += kDigits[channel % 16];
+    }
+    return text;
+}
 
 const ThemeColours& ColoursOf(orvo::Theme theme) {
     switch (theme) {

@@ -1,9 +1,14 @@
 #pragma once
 
+#include <string>
+
 #include <orvo/Draw.h>
 #include "toolkit/view/Shapes.h"
 
 namespace toolkit {
+
+/// As "#rrggbb".
+std::string CssOf(const Colour& colour);
 
 /// What things in a session's colour are drawn in: equally bright for every hue.
 struct HueColours {

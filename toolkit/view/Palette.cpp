@@ -30,6 +30,10 @@ double HueOf(const orvo::LayoutRow& row) {
     return row.hue ? *row.hue : UsualHue(row.kind);
 }
 
+int WholeDegrees(double hue) {
+    return static_cast<int>(std::lround(hue) % 360);
+}
+
 const HueColours& Palette::Of(const orvo::LayoutRow& row) {
     return Of(HueOf(row));
 }
@@ -40,7 +44,7 @@ const HueColours& Palette::Of(const orvo::LayoutRow& row, const orvo::LayoutBox&
 
 const HueColours& Palette::Of(double hue, bool isMuted) {
     constexpr double kLittle = 0.15;
-    const auto degrees = static_cast<std::size_t>(std::lround(hue) % kCircle);
+    const auto degrees = static_cast<std::size_t>(WholeDegrees(hue));
     std::optional<HueColours>& made = isMuted ? muted_[degrees] : made_[degrees];
     if (!made) {
         made = ColoursOf(theme_, static_cast<double>(degrees), isMuted ? kLittle : 1);

@@ -11,6 +11,9 @@ namespace toolkit {
 /// That of a track, or else of its kind.
 double HueOf(const orvo::LayoutRow& row);
 
+/// A hue in whole degrees, from 0 to 359: finer differences are not drawn.
+int WholeDegrees(double hue);
+
 /// The colours of tracks and clips, each made once. What has no colour has that of its kind of
 /// track; what is muted is almost grey.
 class Palette {
@@ -22,11 +25,9 @@ public:
     const HueColours& Of(double hue, bool isMuted = false);
 
 private:
-    static constexpr int kCircle = 360;
-
     orvo::Theme theme_;
-    std::array<std::optional<HueColours>, kCircle> made_{};  // by whole degrees
-    std::array<std::optional<HueColours>, kCircle> muted_{};
+    std::array<std::optional<HueColours>, 360> made_{};  // by whole degrees
+    std::array<std::optional<HueColours>, 360> muted_{};
 };
 
 }  // namespace toolkit

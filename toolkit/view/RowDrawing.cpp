@@ -141,10 +141,11 @@ std::string RowDrawing::TipOf(const LayoutBox& box) const {
     return box.takes.size() > kMostTakes ? tip + " …" : tip;
 }
 
-/// Dashes where a clip begins or ends behind another one.
+/// Dashes where a clip begins or ends behind another one, below the names.
 void RowDrawing::DrawHiddenEnds() const {
     constexpr double kApart = 2;
-    if (BoxDrawing::HeadHeight(band_.height - 2) == 0) {
+    const double head = BoxDrawing::HeadHeight(band_.height - 2);
+    if (head == 0) {
         return;
     }
     const double width = frame_.right - frame_.left;
@@ -163,7 +164,7 @@ void RowDrawing::DrawHiddenEnds() const {
             const bool isHidden = top > &box && !AreJoined(box, *top) &&
                                   x >= X(top->start) + kApart && x <= X(top->end) - kApart;
             if (isHidden) {
-                ends.insert(ends.end(), {{x, 3}, {x, band_.height - 3}});
+                ends.insert(ends.end(), {{x, head + 3}, {x, band_.height - 3}});
             }
         }
         canvas_.Lines(

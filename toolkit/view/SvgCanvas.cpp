@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/kelcore/Strings.h"
+#include "toolkit/view/Colours.h"
 
 namespace orvo {
 namespace {
@@ -94,15 +95,6 @@ void AppendEscaped(std::string& out, const std::string& text) {
     }
 }
 
-void AppendColour(std::string& text, const Colour& colour) {
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    text += '#';
-    for (const std::uint8_t channel : {colour.red, colour.green, colour.blue}) {
-        text += kDigits[channel / 16];
-        text += kDigits[channel % 16];
-    }
-}
-
 void BeginAttribute(std::string& document, std::string_view name) {
     document += ' ';
     document += name;
@@ -117,7 +109,7 @@ void AddAttribute(std::string& document, std::string_view name, double number) {
 
 void AddAttribute(std::string& document, std::string_view name, const Colour& colour) {
     BeginAttribute(document, name);
-    AppendColour(document, colour);
+    document += toolkit::CssOf(colour);
     document += '"';
 }
 

@@ -118,7 +118,7 @@ export class App {
             ruler: new Ruler(time),
             indexes,
             waveforms: new Waveforms(picture),
-            theme: readTheme(this.themes.name),
+            theme: readTheme(this.themes.name, picture.wire),
             texts: new TextFitter(),
             chosen: -1,
             hovered: -1,
@@ -285,7 +285,7 @@ export class App {
     }
 
     private setTheme(): void {
-        this.scene.theme = readTheme(this.themes.name);
+        this.scene.theme = readTheme(this.themes.name, this.scene.picture.wire);
         this.labelTheme();
         this.changes?.update();
         this.changed();
@@ -829,7 +829,7 @@ export class App {
 
     /** Paper is light. */
     private preparePaper(): void {
-        this.scene.theme = readTheme("light");
+        this.scene.theme = readTheme("light", this.scene.picture.wire);
         const { chosen, hovered, found } = this.scene;
         Object.assign(this.scene, { chosen: -1, hovered: -1, found: null });
         layOut(get("paper", HTMLElement), this.scene, this.view, this.stack);

@@ -1,12 +1,13 @@
 /** What the page shows, from the columns that the library writes into it. */
 
+import type { WireColours } from "./colours";
 import type { FrameRate, TimeForm } from "./times";
 
 /** A value for each thing, or one value that all have. */
 type Column<T> = T | T[];
 
 /** The JSON in the page; toolkit/view/page/PageData.cpp writes it. Names are places in `strings`. */
-export interface Wire {
+export interface Wire extends WireColours {
     title: string;
     /** An address whose text changes when the session does; empty: none. */
     watch: string;
@@ -36,7 +37,7 @@ export interface Wire {
         name: Column<number>;
         channels: Column<number>;
         output: Column<number>;
-        hue: Column<number>;
+        colour: Column<number>;
         flags: Column<number>;
         effects: Column<number>;
         sends: Column<number>;
@@ -52,7 +53,7 @@ export interface Wire {
         name: Column<number>;
         start: Column<number>;
         length: Column<number>;
-        hue: Column<number>;
+        colour: Column<number>;
         flags: Column<number>;
         media: Column<number>;
         sourceStart: Column<number>;
@@ -83,10 +84,10 @@ export interface Wire {
         segment: Column<number>;
     };
     media: { path: string; found: boolean; sound?: string; waveform?: WireWaveform }[];
-    groups: { name: string; hue: number }[];
+    groups: { name: string }[];
     curves: number[][];
-    /** How things change; the hue is in degrees, -1: none. */
-    changes: { word: string; hue: number }[];
+    /** How things change; no colour: -1. */
+    changes: { word: string; colour: number }[];
     /** What changed, and the row and box of the first thing that did; -1: none. */
     notes: { sentence: string; row: number; box: number }[];
 }
@@ -140,7 +141,7 @@ export interface Row {
     name: string;
     channels: string;
     output: string;
-    hue: number;
+    colour: number;
     flags: number;
     effects: number;
     sends: number;
@@ -167,8 +168,8 @@ export interface Boxes {
     name: Uint32Array;
     start: Float64Array;
     end: Float64Array;
-    /** Degrees; -1: that of the row. */
-    hue: Float32Array;
+    /** -1: that of the row. */
+    colour: Int32Array;
     flags: Uint8Array;
     /** -1: none. */
     media: Int32Array;
@@ -236,7 +237,7 @@ export class Picture {
             name: fill(new Uint32Array(count), wire.boxes.name),
             start: fill(new Float64Array(count), wire.boxes.start),
             end: fill(new Float64Array(count), wire.boxes.length),
-            hue: fill(new Float32Array(count), wire.boxes.hue),
+            colour: fill(new Int32Array(count), wire.boxes.colour),
             flags: fill(new Uint8Array(count), wire.boxes.flags),
             media: fill(new Int32Array(count), wire.boxes.media),
             sourceStart: fill(new Float64Array(count), wire.boxes.sourceStart),
@@ -285,7 +286,7 @@ export class Picture {
                 name: this.strings[at(rows.name, i)]!,
                 channels: this.strings[at(rows.channels, i)]!,
                 output: this.strings[at(rows.output, i)]!,
-                hue: at(rows.hue, i),
+                colour: at(rows.colour, i),
                 flags: at(rows.flags, i),
                 effects: at(rows.effects, i),
                 sends: at(rows.sends, i),
@@ -324,9 +325,9 @@ export class Picture {
         return `${row.path}${this.isGone(box) ? FORMER : ""}/${this.wire.clipKeys[this.boxes.kind[box]!]!}/${this.boxes.index[box]!}`;
     }
 
-    boxHue(box: number): number {
-        const own = this.boxes.hue[box]!;
-        return own < 0 ? this.rows[this.boxes.row[box]!]!.hue : own;
+    boxColour(box: number): number {
+        const own = this.boxes.colour[box]!;
+        return own < 0 ? this.rows[this.boxes.row[box]!]!.colour : own;
     }
 
     has(box: number, flag: number): boolean {

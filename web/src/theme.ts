@@ -1,4 +1,4 @@
-import { ClipPalette, type ThemeName } from "./colours";
+import { ClipPalette, type ThemeName, type WireColours } from "./colours";
 
 /** The colours of everything but clips, from the style sheet. */
 export interface Theme {
@@ -17,7 +17,7 @@ export interface Theme {
     clips: ClipPalette;
 }
 
-export function readTheme(name: ThemeName): Theme {
+export function readTheme(name: ThemeName, colours: WireColours): Theme {
     document.documentElement.dataset["theme"] = name;
     const style = getComputedStyle(document.documentElement);
     const value = (key: string): string => style.getPropertyValue(`--${key}`).trim();
@@ -34,7 +34,7 @@ export function readTheme(name: ThemeName): Theme {
         accent: value("accent"),
         range: value("range"),
         font: style.fontFamily,
-        clips: new ClipPalette(name),
+        clips: new ClipPalette(colours, name),
     };
 }
 

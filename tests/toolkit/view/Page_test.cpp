@@ -9,6 +9,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/support/TemporaryFolder.h"
+#include "toolkit/view/Colours.h"
 #include "toolkit/view/page/PageData.h"
 #include "toolkit/view/page/PageTemplate.h"
 #include "toolkit/view/page/PageText.h"
@@ -169,8 +170,10 @@ TEST(Page, TellsWhatChanged) {
     EXPECT_EQ(data["rows"]["change"], json({0, 1}));
     EXPECT_EQ(data["boxes"]["change"], json({5, -1, 1}));
     EXPECT_EQ(data["changes"][5]["word"], "was here");
-    EXPECT_EQ(data["changes"][1]["hue"], 130);
-    EXPECT_EQ(data["changes"][0]["hue"], -1);
+    const std::size_t added = data["changes"][1]["colour"];
+    EXPECT_EQ(data["light"][added]["wave"],
+              toolkit::CssOf(toolkit::ColoursOf(orvo::Theme::Light, 130).wave));
+    EXPECT_EQ(data["changes"][0]["colour"], -1);
     EXPECT_EQ(data["notes"][0]["sentence"], kHostile);
     EXPECT_EQ(data["notes"][0]["box"], 2);
     EXPECT_EQ(data["notes"][1]["row"], 0);
@@ -182,7 +185,7 @@ TEST(Page, ColumnsHoldOneValueWhereAllAreEqual) {
     const json data = DataOfSmallLayout();
     EXPECT_EQ(data["rows"]["count"], 2);
     EXPECT_EQ(data["rows"]["kind"], json({1, 3}));
-    EXPECT_EQ(data["rows"]["hue"], json({20.5, 45}));
+    EXPECT_EQ(data["rows"]["colour"], json({0, 1}));
     EXPECT_EQ(data["rows"]["flags"], json({2, 0}));
     EXPECT_EQ(data["rows"]["boxes"], json({2, 0}));
     EXPECT_EQ(data["boxes"]["start"], json({10, 200}));

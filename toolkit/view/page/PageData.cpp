@@ -59,10 +59,6 @@ std::int64_t PlaceOf(const std::optional<std::size_t>& place) {
     return place ? static_cast<std::int64_t>(*place) : kNone;
 }
 
-double HueOf(const std::optional<double>& hue) {
-    return hue ? *hue : static_cast<double>(kNone);
-}
-
 /// The texts of a page, each once.
 class Strings {
 public:
@@ -79,6 +75,30 @@ public:
 private:
     std::unordered_map<std::string_view, std::size_t> numbers_{};
     std::vector<std::string_view> texts_{};
+};
+
+/// The hues of a page, each once.
+class Hues {
+public:
+    Hues() { places_.fill(kNone); }
+
+    std::int64_t Add(const std::optional<double>& hue) {
+        if (!hue) {
+            return kNone;
+        }
+        std::int64_t& place = places_[static_cast<std::size_t>(toolkit::WholeDegrees(*hue))];
+        if (place == kNone) {
+            place = static_cast<std::int64_t>(hues_.size());
+            hues_.push_back(*hue);
+        }
+        return place;
+    }
+
+    const std::vector<double>& All() const { return hues_; }
+
+private:
+    std::array<std::int64_t, 360> places_{};
+    std::vector<double> hues_{};
 };
 
 /// A list of things as an object of columns.
@@ -211,14 +231,14 @@ std::string_view ChannelsOf(const LayoutRow& row) {
     return type < kNames.size() ? std::string_view(kNames[type]) : std::string_view();
 }
 
-void AppendRows(std::string& out, const Things& things, Strings& strings) {
+void AppendRows(std::string& out, const Things& things, Strings& strings, Hues& hues) {
     using Row = const LayoutRow*;
     Table(out, "rows", things.rows)
         .Column("kind", [](Row row) { return static_cast<std::int64_t>(row->kind); })
         .Column("name", [&](Row row) { return strings.Add(row->name); })
         .Column("channels", [&](Row row) { return strings.Add(ChannelsOf(*row)); })
         .Column("output", [&](Row row) { return strings.Add(row->output); })
-        .Column("hue", [](Row row) { return toolkit::HueOf(*row); })
+        .Column("colour", [&](Row row) { return hues.Add(toolkit::HueOf(*row)); })
         .Column("flags", [](Row row) { return FlagsOf(*row); })
         .Column("effects", [](Row row) { return static_cast<std::int64_t>(row->effects); })
         .Column("sends", [](Row row) { return static_cast<std::int64_t>(row->sends); })
@@ -228,7 +248,8 @@ void AppendRows(std::string& out, const Things& things, Strings& strings) {
         .Column("change", [](Row row) { return ChangeOf(row->change); });
 }
 
-void AppendBoxes(std::string& out, const Things& things, const Layout& layout, Strings& strings) {
+void AppendBoxes(std::string& out, const Things& things, const Layout& layout, Strings& strings,
+                 Hues& hues) {
     using Box = const PlacedBox&;
     Table(out, "boxes", things.boxes)
         .Column("kind", [](Box box) { return static_cast<std::int64_t>(box.layout->kind); })
@@ -238,7 +259,7 @@ void AppendBoxes(std::string& out, const Things& things, const Layout& layout, S
                 [](Box box) {
                     return toolkit::SaturatingDifference(box.layout->end, box.layout->start);
                 })
-        .Column("hue", [](Box box) { return HueOf(box.layout->hue); })
+        .Column("colour", [&](Box box) { return hues.Add(box.layout->hue); })
         .Column("flags", [&](Box box) { return FlagsOf(*box.layout, layout); })
         .Column("media", [](Box box) { return PlaceOf(box.layout->media); })
         .Column("sourceStart", [](Box box) { return box.layout->sourceStart; })
@@ -370,24 +391,41 @@ void AppendGroups(std::string& out, const Layout& layout) {
     AppendList(out, "groups", layout.groups, [&](const LayoutGroup& group) {
         out += "{\"name\":";
         AppendJsonText(out, group.name);
-        out += ",\"hue\":";
-        AppendValue(out, HueOf(group.hue));
         out += '}';
     });
 }
 
 /// How each `LayoutChange` is called and marked.
-void AppendChanges(std::string& out) {
+void AppendChanges(std::string& out, Hues& hues) {
     constexpr LayoutChange kChanges[] = {LayoutChange::Same,    LayoutChange::Added,
                                          LayoutChange::Removed, LayoutChange::Moved,
                                          LayoutChange::Changed, LayoutChange::Former};
     AppendList(out, "changes", std::span(kChanges), [&](LayoutChange change) {
         out += "{\"word\":";
         AppendJsonText(out, toolkit::WordOf(change));
-        out += ",\"hue\":";
-        AppendValue(out, HueOf(toolkit::HueOf(change)));
-        out += '}';
+        fmt::format_to(std::back_inserter(out), ",\"colour\":{}}}",
+                       hues.Add(toolkit::HueOf(change)));
     });
+}
+
+/// How things of each hue are drawn.
+void AppendColours(std::string& out, std::string_view key, toolkit::Palette palette, bool isMuted,
+                   const Hues& hues) {
+    AppendList(out, key, hues.All(), [&](double hue) {
+        const toolkit::HueColours& colours = palette.Of(hue, isMuted);
+        fmt::format_to(std::back_inserter(out),
+                       R"({{"body":"{}","bar":"{}","edge":"{}","wave":"{}","text":"{}"}})",
+                       toolkit::CssOf(colours.body), toolkit::CssOf(colours.bar),
+                       toolkit::CssOf(colours.edge), toolkit::CssOf(colours.wave),
+                       toolkit::CssOf(colours.text));
+    });
+}
+
+void AppendPalettes(std::string& out, const Hues& hues) {
+    AppendColours(out, "light", toolkit::Palette(Theme::Light), false, hues);
+    AppendColours(out, "lightMuted", toolkit::Palette(Theme::Light), true, hues);
+    AppendColours(out, "dark", toolkit::Palette(Theme::Dark), false, hues);
+    AppendColours(out, "darkMuted", toolkit::Palette(Theme::Dark), true, hues);
 }
 
 /// Boxes as numbers among those of all rows.
@@ -462,15 +500,17 @@ std::string DataOf(const Layout& layout, const std::vector<std::optional<Wavefor
     AppendClipKeys(out);
     const Things things = ThingsOf(layout);
     Strings strings;
-    AppendRows(out, things, strings);
-    AppendBoxes(out, things, layout, strings);
+    Hues hues;
+    AppendRows(out, things, strings, hues);
+    AppendBoxes(out, things, layout, strings, hues);
     AppendFades(out, things);
     AppendLanes(out, things, strings);
     AppendKeyframes(out, things);
     AppendMedia(out, layout, waveforms, SoundAddresses(layout, options));
     AppendGroups(out, layout);
     AppendCurves(out, layout);
-    AppendChanges(out);
+    AppendChanges(out, hues);
+    AppendPalettes(out, hues);
     AppendNotes(out, layout);
     AppendList(out, "strings", strings.Texts(),
                [&](std::string_view text) { AppendJsonText(out, text); });

@@ -81,7 +81,7 @@ export class ClipPainter {
     private colours(box: number): ClipColours {
         const { picture, theme } = this.scene;
         const muted = picture.has(box, BoxFlag.muted);
-        return theme.clips.of(picture.boxHue(box), muted);
+        return theme.clips.of(picture.boxColour(box), muted);
     }
 
     /** What a search has not found, and what stayed the same, is faint. */
@@ -122,8 +122,8 @@ export class ClipPainter {
     /** The colour of what became of a box; null if nothing did. */
     private changeColour(box: number): string | null {
         const { picture, theme } = this.scene;
-        const hue = picture.wire.changes[picture.boxes.change[box]!]?.hue ?? -1;
-        return hue < 0 ? null : theme.clips.of(hue, false).wave;
+        const colour = picture.wire.changes[picture.boxes.change[box]!]?.colour ?? -1;
+        return colour < 0 ? null : theme.clips.of(colour, false).wave;
     }
 
     /** Boxes too narrow for a frame have the colour of their change. */

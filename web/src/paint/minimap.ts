@@ -51,7 +51,7 @@ export class Minimap {
                     continue;
                 }
                 last = x;
-                context.fillStyle = theme.clips.of(picture.boxHue(box), false).edge;
+                context.fillStyle = theme.clips.of(picture.boxColour(box), false).edge;
                 context.fillRect(x, top, boxWidth, size);
             }
         });

@@ -25,7 +25,7 @@ export function paintSlot(
         const laneTop = top + slot.head + slot.lane * i;
         context.fillStyle = theme.faint;
         context.fillRect(0, laneTop - 1, span.width, 1);
-        const colour = theme.clips.of(row.hue, false).wave;
+        const colour = theme.clips.of(row.colour, false).wave;
         paintCurve(context, scene, span, lane, laneTop + 5, slot.lane - 11, colour, true);
     });
 }

@@ -43,8 +43,8 @@ export class ChangeList {
         notes.slice(begin, begin + PART).forEach((note, i) => {
             const change = note.box >= 0 ? this.picture.boxes.change[note.box]! : (this.picture.rows[note.row]?.change ?? -1);
             const item = make("li", {}, this.sentence(note, begin + i));
-            const hue = changes[change]?.hue ?? -1;
-            item.style.borderLeftColor = hue < 0 ? this.theme().line : this.theme().clips.of(hue, false).wave;
+            const colour = changes[change]?.colour ?? -1;
+            item.style.borderLeftColor = colour < 0 ? this.theme().line : this.theme().clips.of(colour, false).wave;
             this.list.append(item);
         });
         if (this.count > begin + PART) {

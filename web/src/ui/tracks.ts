@@ -114,9 +114,9 @@ export class TrackList {
 
     private build(slot: Slot, theme: Theme): HTMLElement {
         const row = this.picture.rows[slot.row]!;
-        const hue = make("span", { class: "hue" });
-        hue.style.background = theme.clips.of(row.hue, false).edge;
-        const element = make("div", { class: "track", role: "option" }, hue, this.head(row, slot));
+        const stripe = make("span", { class: "stripe" });
+        stripe.style.background = theme.clips.of(row.colour, false).edge;
+        const element = make("div", { class: "track", role: "option" }, stripe, this.head(row, slot));
         element.dataset["row"] = slot.row.toString();
         element.setAttribute("aria-posinset", (this.stack.slots.indexOf(slot) + 1).toString());
         element.setAttribute("aria-setsize", this.stack.slots.length.toString());

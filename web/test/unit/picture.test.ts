@@ -17,8 +17,8 @@ void test("columns become things", () => {
     );
     assert.deepEqual([...picture.boxes.end], [5000, 2100, 1200, 9000]);
     assert.deepEqual([...picture.boxes.next], [2, -1, -1, -1]);
-    assert.equal(picture.boxHue(0), 20);
-    assert.equal(picture.boxHue(1), 90);
+    assert.equal(picture.boxColour(0), 0);
+    assert.equal(picture.boxColour(1), 2);
     assert.equal(picture.boxPath(2), "/a/audioClips/2");
     assert.equal(picture.boxPath(3), "/a/midiClips/0");
     assert.ok(picture.has(1, BoxFlag.muted) && !picture.has(0, BoxFlag.muted));

@@ -1,4 +1,9 @@
+import type { ClipColours } from "../../src/colours";
 import { Picture, type Wire } from "../../src/picture";
+
+/** Colours that differ by theme and place. */
+const coloursOf = (start: string): ClipColours[] =>
+    Array.from({ length: 6 }, (_, i) => ({ body: `${start}${i}0`, bar: `${start}${i}1`, edge: `${start}${i}2`, wave: `${start}${i}3`, text: `${start}${i}4` }));
 
 /** A small session; parts replace its own. */
 export function sketch(parts: Partial<Wire> = {}): Picture {
@@ -28,7 +33,7 @@ export function sketch(parts: Partial<Wire> = {}): Picture {
             name: [1, 5],
             channels: 0,
             output: [5, 0],
-            hue: [20, 45],
+            colour: [0, 1],
             flags: 0,
             boxes: [4, 0],
             lanes: [1, 0],
@@ -43,7 +48,7 @@ export function sketch(parts: Partial<Wire> = {}): Picture {
             name: [2, 4, 2, 0],
             start: [0, 2000, 1000, 9000],
             length: [5000, 100, 200, 0],
-            hue: [-1, 90, -1, -1],
+            colour: [-1, 2, -1, -1],
             flags: [0, 4, 0, 64],
             media: [0, 0, 1, -1],
             sourceStart: 0,
@@ -63,10 +68,14 @@ export function sketch(parts: Partial<Wire> = {}): Picture {
             { path: "/media/rain.wav", found: true },
             { path: "C:\\media\\wind.wav", found: false },
         ],
-        groups: [{ name: "Weather", hue: -1 }],
+        groups: [{ name: "Weather" }],
         curves: [[0, 0.5, 1]],
-        changes: ["", "added", "removed", "moved", "changed", "was here"].map((word, i) => ({ word, hue: i * 50 - 1 })),
+        changes: ["", "added", "removed", "moved", "changed", "was here"].map((word, i) => ({ word, colour: i - 1 })),
         notes: [],
+        light: coloursOf("#a"),
+        lightMuted: coloursOf("#b"),
+        dark: coloursOf("#c"),
+        darkMuted: coloursOf("#d"),
         ...parts,
     });
 }

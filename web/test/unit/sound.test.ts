@@ -41,7 +41,7 @@ function heard(flags: number | number[] = 0): Picture {
             name: [1, 4, 5],
             channels: [8, 0, 0],
             output: 0,
-            hue: -1,
+            colour: -1,
             flags,
             boxes: [4, 0, 0],
             lanes: 0,
