@@ -36,15 +36,24 @@ void Require(cairo_status_t status) {
     }
 }
 
-int PixelsOf(double length, double scale) {
+/// @param side  such as "high"
+/// @param advice  what makes it smaller
+int PixelsOf(double length, double scale, const char* side, const char* advice) {
     const double pixels = std::ceil(length * scale);
     if (pixels > kMostPixels) {
         throw std::runtime_error(
-            fmt::format("the picture would have a side of {} pixels, and {} are the most: choose a "
-                        "smaller --scale, or fewer tracks or sessions",
-                        pixels, kMostPixels));
+            fmt::format("the picture would be {} pixels {}, and a PNG has {} at most: {}", pixels,
+                        side, kMostPixels, advice));
     }
     return static_cast<int>(pixels);
+}
+
+int WidthOf(double width, double scale) {
+    return PixelsOf(width, scale, "wide", "choose a smaller --width or --scale");
+}
+
+int HeightOf(double height, double scale) {
+    return PixelsOf(height, scale, "high", "choose a smaller --height or --scale, or draw an SVG");
 }
 
 cairo_status_t Append(void* file, const unsigned char* data, unsigned size) {
@@ -96,8 +105,8 @@ double ShiftOf(orvo::Anchor anchor) {
 class PngCanvas::Pen {
 public:
     Pen(double width, double height, double scale)
-        : surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, PixelsOf(width, scale),
-                                              PixelsOf(height, scale)),
+        : surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, WidthOf(width, scale),
+                                              HeightOf(height, scale)),
                    &cairo_surface_destroy),
           context_(cairo_create(surface_.get()), &cairo_destroy),
           scale_(scale) {
@@ -193,7 +202,7 @@ public:
         Require(cairo_status(Context()));
         cairo_surface_flush(surface_.get());
         const int rows =
-            std::min(PixelsOf(height, scale_), cairo_image_surface_get_height(surface_.get()));
+            std::min(HeightOf(height, scale_), cairo_image_surface_get_height(surface_.get()));
         const Surface part(cairo_image_surface_create_for_data(
                                cairo_image_surface_get_data(surface_.get()), CAIRO_FORMAT_RGB24,
                                cairo_image_surface_get_width(surface_.get()), rows,

@@ -127,9 +127,10 @@ public:
         }
         orvo::DrawOptions draw = options_.draw;
         draw.title = scene->title;
-        return DrawnOn(form, orvo::HeadOf(*scene->layout, draw), [&](orvo::Canvas& canvas) {
+        const orvo::PictureHead head = orvo::HeadOf(*scene->layout, draw);
+        return DrawnOn(form, head, [&](orvo::Canvas& canvas) {
             orvo::Draw(canvas, *scene->layout, scene->waveforms, draw);
-            return orvo::HeadOf(*scene->layout, draw);
+            return head;
         });
     }
 
@@ -185,9 +186,14 @@ private:
         std::string title;
     };
 
-    Scene SceneOf(const orvo::Session& session, orvo::Layout layout, const std::string& name) {
+    /// @return nothing, after a report, if no track is left of the session
+    std::optional<Scene> SceneOf(const orvo::Session& session, orvo::Layout layout,
+                                 const std::string& name) {
+        if (!HasTracks(layout)) {
+            return std::nullopt;
+        }
         const orvo::Layout& kept = LeaveToSystem(std::move(layout));
-        return {&session, &kept, Listen(kept, name), options_.title.value_or(name)};
+        return Scene{&session, &kept, Listen(kept, name), options_.title.value_or(name)};
     }
 
     std::optional<Scene> ReadOneOrTwo() {
@@ -229,33 +235,63 @@ private:
         return canvas.Take(draw(canvas));
     }
 
-    std::string ContactSheet(PictureForm form) {
+    /// @return nothing if no session can be read
+    std::optional<std::string> ContactSheet(PictureForm form) {
         orvo::DrawOptions draw = options_.draw;
         draw.title = options_.title.value_or("Sessions");
-        return DrawnOn(form, orvo::ContactSheet::HeadOf(draw, options_.files.size()),
-                       [&](orvo::Canvas& canvas) {
-                           orvo::ContactSheet sheet(canvas, draw);
-                           AddSessions(sheet);
-                           return sheet.Head();
-                       });
+        bool isAnyThere = false;
+        std::string file = DrawnOn(form, orvo::ContactSheet::HeadOf(draw, options_.files.size()),
+                                   [&](orvo::Canvas& canvas) {
+                                       orvo::ContactSheet sheet(canvas, draw);
+                                       isAnyThere = AddSessions(sheet);
+                                       return sheet.Head();
+                                   });
+        return isAnyThere ? std::optional(std::move(file)) : std::nullopt;
     }
 
     /// Sessions that cannot be read are reported and left out. Keeps one at a time.
-    void AddSessions(orvo::ContactSheet& sheet) {
+    /// @return whether there are any others
+    bool AddSessions(orvo::ContactSheet& sheet) {
+        bool isAnyThere = false;
         waveformOptions_.width = sheet.PictureWidth();
         for (const std::string& file : options_.files) {
             if (const std::optional<NamedSession> read = ReadFile(file)) {
                 const orvo::Layout layout = orvo::MakeLayout(read->session, layoutOptions_);
                 sheet.Add(layout, Listen(layout, read->name), LastPart(read->name));
+                isAnyThere = true;
             } else {
                 isWhole_ = false;
             }
         }
+        return isAnyThere;
     }
 
     bool ParseLimits(const orvo::Session& session) {
         return ParseLimit(session, "--from", options_.from, layoutOptions_.from) &&
-               ParseLimit(session, "--to", options_.to, layoutOptions_.to);
+               ParseLimit(session, "--to", options_.to, layoutOptions_.to) && AreLimitsInOrder();
+    }
+
+    /// Reports if not.
+    bool AreLimitsInOrder() const {
+        const bool areInOrder =
+            !layoutOptions_.from || !layoutOptions_.to || *layoutOptions_.from < *layoutOptions_.to;
+        if (!areInOrder) {
+            Complain({.subject = "--to " + options_.to,
+                      .what = "not after --from " + options_.from,
+                      .advice = "choose a later time"});
+        }
+        return areInOrder;
+    }
+
+    /// Whether any track of the last file is drawn; reports if its tracks were all left out.
+    bool HasTracks(const orvo::Layout& layout) const {
+        const bool hasTracks = options_.layout.tracks.empty() || !layout.rows.empty();
+        if (!hasTracks) {
+            Complain({.subject = "--tracks " + options_.layout.tracks,
+                      .what = "no track has such a name",
+                      .advice = "see \"orvo info --tracks " + options_.files.back() + "\""});
+        }
+        return hasTracks;
     }
 
     const ViewOptions& options_;

@@ -210,6 +210,45 @@ TEST_F(ViewTool, ATimeThatIsNoneIsReportedAndNothingIsWritten) {
     EXPECT_FALSE(std::filesystem::exists(folder_ / "a.svg"));
 }
 
+TEST_F(ViewTool, AnEndBeforeTheBeginIsReportedAndNothingIsWritten) {
+    for (const char* const end : {"0:05", "0:04"}) {
+        const Outcome outcome = View({"song.orvo", "-o", "a.svg", "--from", "0:05", "--to", end});
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_THAT(outcome.errors, HasSubstr(std::string("--to ") + end +
+                                              ": not after --from 0:05: choose a later time"));
+        EXPECT_FALSE(std::filesystem::exists(folder_ / "a.svg"));
+    }
+}
+
+TEST_F(ViewTool, ANameThatNoTrackHasIsReportedAndNothingIsWritten) {
+    const Outcome outcome = View({"song.orvo", "-o", "a.svg", "--tracks", "Drum*"});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("--tracks Drum*: no track has such a name: see \"orvo "
+                                          "info --tracks song.orvo\""));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "a.svg"));
+    EXPECT_EQ(View({"--contact-sheet", "song.orvo", "-o", "a.svg", "--tracks", "Drum*"}).exitCode,
+              0)
+        << "other sessions may have such a track";
+}
+
+TEST_F(ViewTool, AContactSheetOfNothingIsNotSaved) {
+    folder_.Write("a.png", "old");
+    folder_.Write("bad.orvo", "<orvo>");
+    EXPECT_EQ(View({"--contact-sheet", "bad.orvo", "absent.orvo", "-o", "a.png"}).exitCode, 1);
+    EXPECT_EQ(ReadFile(folder_ / "a.png"), "old");
+}
+
+TEST_F(ViewTool, APngThatIsTooLargeSaysWhatToDo) {
+    const Outcome wide = View({"song.orvo", "-o", "a.png", "--width", "20000", "--scale", "2"});
+    EXPECT_EQ(wide.exitCode, 1);
+    EXPECT_THAT(wide.errors, HasSubstr("40000 pixels wide, and a PNG has 32767 at most: choose a "
+                                       "smaller --width or --scale"));
+    const Outcome high = View({"song.orvo", "-o", "a.png", "--height", "20000", "--scale", "2"});
+    EXPECT_THAT(high.errors, HasSubstr("40000 pixels high, and a PNG has 32767 at most: choose a "
+                                       "smaller --height or --scale, or draw an SVG"));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "a.png"));
+}
+
 TEST_F(ViewTool, AFileThatCannotBeReadLeavesTheOldPicture) {
     folder_.Write("a.svg", "old");
     folder_.Write("bad.orvo", "<orvo>");
