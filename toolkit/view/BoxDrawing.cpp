@@ -48,6 +48,7 @@ BoxDrawing::BoxDrawing(Canvas& canvas, Scene& scene, const orvo::LayoutRow& row,
       left_(place.left),
       width_(std::max(Whole(box.end) - Whole(box.start), place.part.width)),
       end_(std::min(place.part.width, left_ + width_)),
+      clear_(place.clear),
       height_(place.part.height),
       head_(HeadHeight(place.part.height)) {
     if (!box.takes.empty() && head_ > 0) {
@@ -68,7 +69,7 @@ bool BoxDrawing::IsMissing() const {
 bool BoxDrawing::HasText() const {
     constexpr double kRoomForName = 26;
     constexpr double kLowest = kNameSize + 2;
-    return end_ - std::max(left_, 0.0) >= kRoomForName &&
+    return clear_.Length() >= kRoomForName &&
            (head_ > 0 || (!scene_.options.isSmall && height_ >= kLowest));
 }
 
@@ -276,12 +277,12 @@ void BoxDrawing::DrawChange() const {
 void BoxDrawing::DrawGroup() const {
     constexpr double kSize = 7;
     constexpr double kRoom = 16;
-    if (!box_.group || end_ - std::max(left_, 0.0) < kRoom || head_ == 0) {
+    if (!box_.group || clear_.Length() < kRoom || head_ == 0) {
         return;
     }
     const std::optional<double> hue = scene_.layout.groups[*box_.group].hue;
     const Colour colour = hue ? scene_.palette.Of(*hue).wave : hue_.text;
-    canvas_.Rectangle({end_ - 4 - kSize, height_ - 4 - kSize, kSize, kSize}, 1.5,
+    canvas_.Rectangle({clear_.end - 4 - kSize, height_ - 4 - kSize, kSize, kSize}, 1.5,
                       {.fill = colour, .stroke = hue_.body});
 }
 
@@ -309,8 +310,8 @@ std::vector<std::string> BoxDrawing::Marks() const {
 /// The name, and of the marks those for which there is room beside it.
 void BoxDrawing::DrawText() const {
     const double base = head_ == 0 ? height_ / 2 + kNameSize * 0.36 : head_ - 4.5;
-    const double x = std::max(left_, 0.0) + 5;
-    const double end = end_ - 5;
+    const double x = clear_.begin + 5;
+    const double end = clear_.end - 5;
     const TextStyle nameStyle = {.colour = hue_.text, .size = kNameSize, .bold = true};
     const std::string name = FittedText(NameOf(scene_.layout, box_), nameStyle, end - x);
     canvas_.Text({x, base}, name, nameStyle);

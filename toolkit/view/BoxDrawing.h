@@ -9,10 +9,19 @@
 
 namespace toolkit {
 
+/// From left to right.
+struct Stretch {
+    double begin;
+    double end;
+
+    double Length() const { return end - begin; }
+};
+
 /// Where a box is drawn.
 struct BoxPlace {
-    Area part;    ///< what can be seen of it
-    double left;  ///< of the whole box, in the coordinates of the part; 0 or less
+    Area part;      ///< what can be seen of it
+    double left;    ///< of the whole box, in the coordinates of the part; 0 or less
+    Stretch clear;  ///< what no other box covers, in those coordinates; its texts are there
 };
 
 /// Draws what is in a clip's box. The canvas has begun a part for what can be seen of the box.
@@ -52,6 +61,7 @@ private:
     double left_;
     double width_;   // of the whole box
     double end_;     // of what can be seen
+    Stretch clear_;  // what of that no other box covers
     double height_;  // without the stack below
     double head_;
 };

@@ -4,10 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <utility>
-#include <vector>
 
-#include "toolkit/view/BoxDrawing.h"
 #include "toolkit/view/Facts.h"
 #include "toolkit/view/TextWidth.h"
 
@@ -21,7 +20,24 @@ using orvo::LayoutRow;
 }  // namespace
 
 RowDrawing::RowDrawing(Canvas& canvas, Scene& scene, const LayoutRow& row, const Band& band)
-    : canvas_(canvas), scene_(scene), frame_(scene.frame), row_(row), band_(band) {}
+    : canvas_(canvas), scene_(scene), frame_(scene.frame), row_(row), band_(band) {
+    FindBoxesInFront();
+}
+
+/// Outlines of where clips were hide nothing.
+void RowDrawing::FindBoxesInFront() {
+    inFront_.resize(ColumnOf(HUGE_VAL) + 1);
+    for (const LayoutBox& box : row_.boxes) {
+        if (box.change != LayoutChange::Former) {
+            std::fill(inFront_.begin() + static_cast<std::ptrdiff_t>(ColumnOf(X(box.start))),
+                      inFront_.begin() + static_cast<std::ptrdiff_t>(ColumnOf(X(box.end))), &box);
+        }
+    }
+}
+
+std::size_t RowDrawing::ColumnOf(double x) const {
+    return static_cast<std::size_t>(std::clamp(x, 0.0, frame_.right - frame_.left));
+}
 
 void RowDrawing::Draw() const {
     DrawHeader();
@@ -123,9 +139,23 @@ void RowDrawing::DrawBox(const LayoutBox& box, double begin, double end) const {
     if (part.width <= 0 || part.height <= 0) {
         return;
     }
+    const Stretch clear = ClearStretch(box, left, part.width);
     canvas_.Begin(part, TipOf(box), OpacityOf(box));
-    BoxDrawing(canvas_, scene_, row_, box, {part, begin - left}).Draw();
+    BoxDrawing(canvas_, scene_, row_, box, {part, begin - left, clear}).Draw();
     canvas_.End();
+}
+
+/// The first stretch of what can be seen of a box that no other one covers, counted from its begin;
+/// empty: all of it is covered.
+Stretch RowDrawing::ClearStretch(const LayoutBox& box, double left, double width) const {
+    const auto columns =
+        std::span(inFront_).subspan(ColumnOf(left), ColumnOf(left + width) - ColumnOf(left));
+    const auto first = std::ranges::find(columns, &box);
+    const auto last = std::find_if(first, columns.end(),
+                                   [&box](const LayoutBox* inFront) { return inFront != &box; });
+    const auto begin = static_cast<double>(first - columns.begin());
+    const double end = last == columns.end() ? width : static_cast<double>(last - columns.begin());
+    return {begin, std::max(begin, end)};
 }
 
 std::string RowDrawing::TipOf(const LayoutBox& box) const {
@@ -148,19 +178,10 @@ void RowDrawing::DrawHiddenEnds() const {
     if (head == 0) {
         return;
     }
-    const double width = frame_.right - frame_.left;
-    const auto columnOf = [width](double x) {
-        return static_cast<std::size_t>(std::clamp(x, 0.0, width));
-    };
-    std::vector<const LayoutBox*> onTop(columnOf(width) + 1);
-    for (const LayoutBox& box : row_.boxes) {
-        std::fill(onTop.begin() + static_cast<std::ptrdiff_t>(columnOf(X(box.start))),
-                  onTop.begin() + static_cast<std::ptrdiff_t>(columnOf(X(box.end))), &box);
-    }
     for (const LayoutBox& box : row_.boxes) {
         std::vector<Point> ends;
         for (const double x : {X(box.start), X(box.end)}) {
-            const LayoutBox* const top = onTop[columnOf(x)];
+            const LayoutBox* const top = inFront_[ColumnOf(x)];
             const bool isHidden = top > &box && !AreJoined(box, *top) &&
                                   x >= X(top->start) + kApart && x <= X(top->end) - kApart;
             if (isHidden) {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
+#include "toolkit/view/BoxDrawing.h"
 #include "toolkit/view/Scene.h"
 #include "toolkit/view/Shapes.h"
 
@@ -20,7 +23,10 @@ private:
     void DrawNames() const;
     /// @return where the room on their left ends
     double DrawBadges(double middle) const;
+    void FindBoxesInFront();
+    std::size_t ColumnOf(double x) const;
     void DrawBoxes() const;
+    Stretch ClearStretch(const orvo::LayoutBox& box, double left, double width) const;
     void DrawBox(const orvo::LayoutBox& box, double begin, double end) const;
     void DrawHiddenEnds() const;
     void DrawCrossfades() const;
@@ -35,6 +41,7 @@ private:
     const Frame& frame_;
     const orvo::LayoutRow& row_;
     const Band& band_;
+    std::vector<const orvo::LayoutBox*> inFront_{};  // in each column of pixels; null: none
 };
 
 }  // namespace toolkit

@@ -185,6 +185,28 @@ TEST(DrawSvg, ShowsWhereAClipEndsBehindAnother) {
     EXPECT_THAT(Drawn(session), HasSubstr("stroke-dasharray"));
 }
 
+TEST(DrawSvg, TextsOfAClipLieWhereNoOtherClipCoversIt) {
+    const auto clip = [](const char* name, std::int64_t start, std::int64_t duration, int zOrder) {
+        orvo::AudioClip made;
+        made.name = name;
+        made.startPoint = start;
+        made.duration = duration;
+        made.zOrder = zOrder;
+        return made;
+    };
+    Session session = Song();
+    session.audioTracks[0].clips = {clip("Under", 0, 240'000, 0), clip("Over", 48'000, 96'000, 1),
+                                    clip("Start hidden", 288'000, 192'000, 0),
+                                    clip("Front", 240'000, 96'000, 1),
+                                    clip("Covered", 250'000, 10'000, 0)};
+    const std::string svg = Drawn(session);
+    // A second is 139 pixels. Places count from the begin of the clip.
+    EXPECT_THAT(svg, testing::ContainsRegex("<text x=\"5\"[^>]*>Under</text>\n"
+                                            "<text x=\"1[34][0-9.]*\"[^>]*>no media</text>"));
+    EXPECT_THAT(svg, testing::ContainsRegex("<text x=\"1[45][0-9.]*\"[^>]*>Start hidden</text>"));
+    EXPECT_THAT(svg, Not(HasSubstr(">Covered</text>")));
+}
+
 TEST(DrawSvg, AutomationOfAClipIsDrawnOverIt) {
     Session session = Song();
     const auto count = [&] {
