@@ -1,8 +1,12 @@
 import type { ClipColours } from "../colours";
-import { extremes, type Waveform } from "../peaks";
-import { BoxFlag, BoxKind, Change, type Fade } from "../picture";
+import { BoxFlag, Change, RowFlag } from "../picture";
+import { ContentPainter } from "./content";
+import { FadePainter } from "./fades";
+import { Front } from "./front";
+import { hatchOf } from "./hatch";
 import { paintCurve } from "./lane";
-import type { Scene, Span } from "./scene";
+import { marksOf, paintMark } from "./marks";
+import type { Frame, Scene, Span } from "./scene";
 
 /** Narrower boxes are drawn as one with their neighbours. */
 const MERGED = 3;
@@ -20,29 +24,29 @@ const LEAST_NAME = 18;
 /** Marks leave a name this room, if it needs it. */
 const NAME_BEFORE_MARKS = 72;
 const MARK = 15;
-const LEAST_FADE = 3;
-const FADE_SHADE = 0.5;
 const OWN_LANE = 0.75;
 const DIMMED = 0.22;
 const UNCHANGED = 0.4;
 const CHANGE_SHADE = 0.14;
-
-interface Frame {
-    x: number;
-    y: number;
-    width: number;
-    height: number;
-}
+const HIDDEN_END = 0.6;
+/** Ends that are closer to those of the box in front are not drawn. */
+const APART = 2;
 
 /** Paints the boxes of one row. */
 export class ClipPainter {
-    private readonly level = { low: 0, high: 0 };
+    private readonly content: ContentPainter;
+    private readonly fades: FadePainter;
+    private readonly front: Front;
 
     constructor(
         private readonly context: CanvasRenderingContext2D,
         private readonly scene: Scene,
         private readonly span: Span,
-    ) {}
+    ) {
+        this.content = new ContentPainter(context, scene, span);
+        this.fades = new FadePainter(context, scene, span);
+        this.front = new Front(span.width);
+    }
 
     paintRow(row: number, top: number, height: number): void {
         const { scene, span } = this;
@@ -69,18 +73,41 @@ export class ClipPainter {
         if (!index.isInOrder) {
             large.sort((a, b) => a - b);
         }
+        this.findFront(large);
         for (const box of large) {
             this.paintBox(box, top, height);
         }
         for (const box of large) {
+            this.paintHiddenEnds(box, top, height);
             this.paintCrossfade(box, top, height);
             this.paintOutline(box, this.frameOf(box, top, height));
         }
     }
 
+    /** Outlines of where clips were hide nothing. */
+    private findFront(large: readonly number[]): void {
+        this.front.clear();
+        for (const box of large) {
+            if (this.scene.picture.boxes.change[box] !== Change.former) {
+                const { x, width } = this.frameOf(box, 0, 0);
+                this.front.add(box, x, x + width);
+            }
+        }
+    }
+
+    /** Where the texts of a box may be. */
+    private clearOf(box: number, frame: Frame): { left: number; right: number } {
+        const right = frame.x + frame.width;
+        if (this.scene.picture.boxes.change[box] === Change.former) {
+            return { left: Math.max(frame.x, 0), right: Math.min(right, this.span.width) };
+        }
+        return this.front.clearOf(box, frame.x, right);
+    }
+
     private colours(box: number): ClipColours {
         const { picture, theme } = this.scene;
-        const muted = picture.has(box, BoxFlag.muted);
+        const row = picture.rows[picture.boxes.row[box]!]!;
+        const muted = picture.has(box, BoxFlag.muted) || (row.flags & RowFlag.muted) !== 0;
         return theme.clips.of(picture.boxColour(box), muted);
     }
 
@@ -157,8 +184,9 @@ export class ClipPainter {
     private paintChangeWord(box: number, frame: Frame, colour: string): void {
         const { context, scene } = this;
         const text = scene.picture.changeWord(scene.picture.boxes.change[box]!);
-        const left = Math.max(frame.x, 0) + 5;
-        const room = Math.min(frame.x + frame.width, this.span.width) - 5 - left;
+        const clear = this.clearOf(box, frame);
+        const left = clear.left + 5;
+        const room = clear.right - 5 - left;
         if (frame.height < LEAST_WITH_BAR || room < LEAST_NAME) {
             return;
         }
@@ -184,8 +212,8 @@ export class ClipPainter {
         context.fillRect(inner.x, inner.y, inner.width, inner.height);
         if (frame.width >= LEAST_WITH_CONTENT) {
             this.paintHatch(box, colours, () => context.fillRect(inner.x, inner.y, inner.width, inner.height));
-            this.paintContent(box, inner, colours);
-            this.paintFades(box, inner, colours);
+            this.content.paint(box, inner, colours);
+            this.fades.paint(box, inner, colours);
         }
         context.fillStyle = bar > 0 ? colours.bar : colours.body;
         context.fillRect(frame.x, frame.y, frame.width, bar);
@@ -215,9 +243,9 @@ export class ClipPainter {
         this.paintHatch(box, colours, () => context.fill());
         const inner = hasBar ? { ...body, y: frame.y + BAR, height: body.height - BAR + 1 } : body;
         if (inner.height >= LEAST_WITH_WAVE) {
-            this.paintContent(box, inner, colours);
+            this.content.paint(box, inner, colours);
         }
-        this.paintFades(box, inner, colours);
+        this.fades.paint(box, inner, colours);
         if (frame.width >= LEAST_WITH_LANES) {
             this.paintOwnLanes(box, inner, colours.text);
         }
@@ -254,20 +282,21 @@ export class ClipPainter {
 
     private paintName(box: number, frame: Frame, colours: ClipColours, height: number): void {
         const { context, scene } = this;
-        const left = Math.max(frame.x, 0) + 6;
-        let right = Math.min(frame.x + frame.width, this.span.width) - 4;
+        const clear = this.clearOf(box, frame);
+        const left = clear.left + 6;
+        let right = clear.right - 4;
         if (right - left < LEAST_NAME) {
             return;
         }
         const name = scene.picture.boxName(box);
         scene.texts.use(context, `500 11.5px ${scene.theme.font}`);
         const wanted = Math.min(scene.texts.width(context, name), NAME_BEFORE_MARKS);
-        for (const mark of this.marksOf(box)) {
+        for (const mark of marksOf(scene.picture, box)) {
             if (right - left < MARK + wanted) {
                 break;
             }
             right -= MARK;
-            this.paintMark(mark, right + 1, frame.y + height / 2, colours.text);
+            paintMark(context, mark, right + 1, frame.y + height / 2, colours.text);
         }
         const text = scene.texts.fit(context, name, right - left);
         if (text) {
@@ -275,166 +304,6 @@ export class ClipPainter {
             context.textBaseline = "middle";
             context.fillText(text, left, frame.y + height / 2 + 0.5);
         }
-    }
-
-    private marksOf(box: number): (keyof typeof MARKS)[] {
-        const { picture } = this.scene;
-        const marks: (keyof typeof MARKS)[] = [];
-        const flags = ["locked", "looped", "stretched", "muted", "offline"] as const;
-        for (const flag of flags) {
-            if (picture.has(box, BoxFlag[flag])) {
-                marks.push(flag);
-            }
-        }
-        if (picture.has(box, BoxFlag.missing) && !picture.has(box, BoxFlag.offline)) {
-            marks.push("offline");
-        }
-        if (picture.boxes.takes[box]! > 0) {
-            marks.push("takes");
-        }
-        if (picture.boxes.group[box]! >= 0) {
-            marks.push("group");
-        }
-        return marks;
-    }
-
-    private paintMark(mark: keyof typeof MARKS, x: number, y: number, colour: string): void {
-        const { context } = this;
-        context.save();
-        context.translate(x, y - 6);
-        context.strokeStyle = colour;
-        context.lineWidth = 1.3;
-        context.lineCap = "round";
-        context.lineJoin = "round";
-        context.stroke(pathOf(mark));
-        context.restore();
-    }
-
-    private paintContent(box: number, frame: Frame, colours: ClipColours): void {
-        const { boxes } = this.scene.picture;
-        switch (boxes.kind[box]) {
-            case BoxKind.midi:
-                this.paintStaff(frame, colours);
-                return;
-            case BoxKind.video:
-                this.paintFilm(box, frame, colours);
-                return;
-            default:
-                break;
-        }
-        const waveform = this.scene.waveforms.of(boxes.media[box]!);
-        if (waveform) {
-            this.paintWaveform(box, waveform, frame, colours);
-        }
-    }
-
-    /** Lines as of notes, for clips whose notes are the host's. */
-    private paintStaff(frame: Frame, colours: ClipColours): void {
-        const { context } = this;
-        const lines = 5;
-        const gap = Math.min(7, (frame.height - 8) / (lines - 1));
-        const top = frame.y + (frame.height - gap * (lines - 1)) / 2;
-        context.fillStyle = colours.edge;
-        for (let line = 0; line < lines; line += 1) {
-            context.fillRect(frame.x + 1, Math.round(top + gap * line), frame.width - 2, 1);
-        }
-    }
-
-    /** The holes of a film, at both edges. */
-    private paintFilm(box: number, frame: Frame, colours: ClipColours): void {
-        const { context, scene, span } = this;
-        const gap = 12;
-        const origin = (scene.picture.boxes.start[box]! - span.left) / span.scale;
-        const first = origin + Math.ceil((frame.x + 4 - origin) / gap) * gap;
-        context.fillStyle = colours.edge;
-        for (let x = first; x < frame.x + frame.width - 8; x += gap) {
-            context.fillRect(x, frame.y + 3, 6, 4);
-            context.fillRect(x, frame.y + frame.height - 7, 6, 4);
-        }
-    }
-
-    /** Draws one column for each pixel. */
-    private paintWaveform(box: number, waveform: Waveform, frame: Frame, colours: ClipColours): void {
-        const { context, scene, span, level } = this;
-        const { boxes } = scene.picture;
-        const middle = frame.y + frame.height / 2;
-        const half = (frame.height / 2) * 0.92;
-        // Samples of the media for each of the session, at its own speed, and for each pixel.
-        const rate = waveform.sampleRate / Math.max(1, scene.time.sampleRate);
-        const step = span.scale * rate * boxes.speed[box]!;
-        const isLooped = scene.picture.has(box, BoxFlag.looped);
-        const begin = Math.max(0, Math.floor(frame.x));
-        const end = Math.min(span.width, frame.x + frame.width);
-        context.fillStyle = colours.wave;
-        for (let x = begin; x < end; x += 1) {
-            const played = (span.left + x * span.scale - boxes.start[box]!) * boxes.speed[box]!;
-            let from = (boxes.sourceStart[box]! + played) * rate;
-            if (isLooped && waveform.frames > 0) {
-                from -= Math.floor(from / waveform.frames) * waveform.frames;
-            }
-            if (from + step <= 0 || from >= waveform.frames) {
-                continue;
-            }
-            extremes(waveform, from, from + step, level);
-            const top = middle - level.high * half;
-            context.fillRect(x, top, 1, Math.max(1, middle - level.low * half - top));
-        }
-    }
-
-    private paintFades(box: number, frame: Frame, colours: ClipColours): void {
-        const { picture } = this.scene;
-        const { start, end } = picture.boxes;
-        const fadeIn = picture.fadesIn.get(box);
-        const fadeOut = picture.fadesOut.get(box);
-        if (fadeIn) {
-            this.paintFade(fadeIn, start[box]!, 1, frame, colours);
-        }
-        if (fadeOut) {
-            this.paintFade(fadeOut, end[box]!, -1, frame, colours);
-        }
-    }
-
-    /** Traces a fade from the end of the box inwards; `direction` is 1 at its start. */
-    private traceFade(fade: Fade, position: number, direction: number, frame: Frame): number {
-        const { context, span } = this;
-        const x = (position - span.left) / span.scale;
-        const width = (fade.length / span.scale) * direction;
-        const bottom = frame.y + frame.height - 1;
-        const steps = fade.curve.length - 1;
-        fade.curve.forEach((level, i) => {
-            context.lineTo(x + (width * i) / steps, bottom - level * (frame.height - 2));
-        });
-        return x;
-    }
-
-    private paintFade(fade: Fade, position: number, direction: number, frame: Frame, colours: ClipColours): void {
-        const { context, span, scene } = this;
-        if (fade.length / span.scale < LEAST_FADE) {
-            return;
-        }
-        context.save();
-        context.beginPath();
-        context.rect(frame.x, frame.y, frame.width, frame.height);
-        context.clip();
-        context.beginPath();
-        const x = this.traceFade(fade, position, direction, frame);
-        context.lineTo(x, frame.y);
-        context.closePath();
-        context.globalAlpha *= FADE_SHADE;
-        context.fillStyle = scene.theme.ground;
-        context.fill();
-        context.globalAlpha /= FADE_SHADE;
-        this.strokeFade(fade, position, direction, frame, colours.text);
-        context.restore();
-    }
-
-    private strokeFade(fade: Fade, position: number, direction: number, frame: Frame, colour: string): void {
-        const { context } = this;
-        context.beginPath();
-        this.traceFade(fade, position, direction, frame);
-        context.strokeStyle = colour;
-        context.lineWidth = 1.25;
-        context.stroke();
     }
 
     /** Draws the fade-out that the next box covers once more, over it. */
@@ -451,9 +320,40 @@ export class ClipPainter {
         const inner = { ...frame, y: frame.y + bar, height: frame.height - bar };
         context.globalAlpha = this.opacityOf(box);
         if (fade) {
-            this.strokeFade(fade, boxes.end[box]!, -1, inner, this.colours(box).text);
+            this.fades.stroke(fade, boxes.end[box]!, -1, inner, this.colours(box).text);
         }
         context.globalAlpha = 1;
+    }
+
+    /** Dashes where a box begins or ends behind another one, below the names. */
+    private paintHiddenEnds(box: number, top: number, height: number): void {
+        const { context, scene } = this;
+        const { next } = scene.picture.boxes;
+        const frame = this.frameOf(box, top, height);
+        if (frame.height < LEAST_WITH_BAR) {
+            return;
+        }
+        for (const x of [frame.x, frame.x + frame.width]) {
+            const other = this.front.at(x);
+            if (other > box && next[box] !== other && next[other] !== box && this.isInside(other, x)) {
+                context.strokeStyle = this.colours(box).text;
+                context.globalAlpha = HIDDEN_END * this.opacityOf(box);
+                context.lineWidth = 1;
+                context.setLineDash([4, 3]);
+                context.beginPath();
+                context.moveTo(x, frame.y + BAR + 1);
+                context.lineTo(x, frame.y + frame.height - 1);
+                context.stroke();
+            }
+        }
+        context.setLineDash([]);
+        context.globalAlpha = 1;
+    }
+
+    /** Whether a place is apart from the ends of a box. */
+    private isInside(box: number, x: number): boolean {
+        const frame = this.frameOf(box, 0, 0);
+        return x >= frame.x + APART && x <= frame.x + frame.width - APART;
     }
 
     private paintOwnLanes(box: number, frame: Frame, colour: string): void {
@@ -507,58 +407,4 @@ class Run {
             this.context.globalAlpha = 1;
         }
     }
-}
-
-/** In a square of 12 pixels. */
-const MARKS = {
-    locked: "M3.5 5.5h5v4h-5zM4.5 5.5V4a1.5 1.5 0 0 1 3 0v1.5",
-    looped: "M9.5 6a3.5 3.5 0 1 1-1.2-2.6M8.6 1.4v2.2H6.4",
-    stretched: "M1.5 6h9M3.5 4l-2 2 2 2M8.5 4l2 2-2 2",
-    muted: "M2 5v2.5h1.5L6 9.5V3L3.5 5zM8 4.8l2.6 2.6M10.6 4.8 8 7.4",
-    offline: "M6 2 10.7 10H1.3zM6 5v2.2M6 8.6v.1",
-    takes: "M2 3.5h8M2 6h8M2 8.5h5",
-    group: "M2 3h3.5v2.5H2zM6.5 6.5H10V9H6.5zM5.5 4.5h2.5v2",
-};
-
-const paths = new Map<string, Path2D>();
-
-function pathOf(mark: keyof typeof MARKS): Path2D {
-    let path = paths.get(mark);
-    if (!path) {
-        path = new Path2D(MARKS[mark]);
-        paths.set(mark, path);
-    }
-    return path;
-}
-
-const hatches = new Map<string, CanvasPattern | null>();
-
-function hatchOf(context: CanvasRenderingContext2D, colour: string): CanvasPattern | null {
-    let hatch = hatches.get(colour);
-    if (hatch === undefined) {
-        hatch = makeHatch(context, colour);
-        hatches.set(colour, hatch);
-    }
-    return hatch;
-}
-
-function makeHatch(context: CanvasRenderingContext2D, colour: string): CanvasPattern | null {
-    const size = 8;
-    const tile = document.createElement("canvas");
-    tile.width = size;
-    tile.height = size;
-    const pen = tile.getContext("2d");
-    if (!pen) {
-        return null;
-    }
-    pen.strokeStyle = colour;
-    pen.globalAlpha = 0.7;
-    pen.lineWidth = 1.5;
-    pen.beginPath();
-    for (const x of [-size, 0, size]) {
-        pen.moveTo(x, size);
-        pen.lineTo(x + size, 0);
-    }
-    pen.stroke();
-    return context.createPattern(tile, "repeat");
 }

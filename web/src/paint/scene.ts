@@ -27,6 +27,14 @@ export interface Scene {
     playhead: number | null;
 }
 
+/** Where something is, in pixels. */
+export interface Frame {
+    x: number;
+    y: number;
+    width: number;
+    height: number;
+}
+
 /** Horizontal places of a picture. */
 export interface Span {
     left: number;

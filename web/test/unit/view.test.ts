@@ -4,6 +4,7 @@ import { slopeAt } from "../../src/curve";
 import { capital, fileName, lengthText, rowLabel } from "../../src/describe";
 import { extremes, waveformOf } from "../../src/peaks";
 import { fold } from "../../src/stack";
+import { Front } from "../../src/paint/front";
 import { keyText } from "../../src/ui/details";
 import { fromFragment, toFragment } from "../../src/ui/link";
 import { Finder } from "../../src/ui/search";
@@ -123,4 +124,19 @@ void test("things are said in words", () => {
     assert.equal(keyText("outputTrackID"), "Output track ID");
     assert.equal(keyText("id"), "Id");
     assert.equal(capital("äther"), "Äther");
+});
+
+void test("the box in front leaves clear what it does not cover", () => {
+    const front = new Front(100);
+    front.add(1, -20, 60.5);
+    front.add(2, 30.2, 50);
+    front.add(3, 80, 140);
+    assert.deepEqual(front.clearOf(1, -20, 60.5), { left: 0, right: 30 });
+    assert.deepEqual(front.clearOf(2, 30.2, 50), { left: 30.2, right: 50 });
+    assert.deepEqual(front.clearOf(3, 80, 140), { left: 80, right: 100 });
+    assert.deepEqual([front.at(40), front.at(55), front.at(70), front.at(500)], [2, 1, -1, -1]);
+    front.add(4, 25, 70);
+    assert.deepEqual(front.clearOf(2, 30.2, 50), { left: 50, right: 50 });
+    front.clear();
+    assert.equal(front.at(40), -1);
 });
