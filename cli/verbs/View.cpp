@@ -283,9 +283,10 @@ private:
         return areInOrder;
     }
 
-    /// Whether any track of the last file is drawn; reports if its tracks were all left out.
+    /// Whether there are tracks if some were asked for; reports if not.
     bool HasTracks(const orvo::Layout& layout) const {
-        const bool hasTracks = options_.layout.tracks.empty() || !layout.rows.empty();
+        const bool areAskedFor = options_.layout.tracks != orvo::LayoutOptions().tracks;
+        const bool hasTracks = !areAskedFor || !layout.rows.empty();
         if (!hasTracks) {
             Complain({.subject = "--tracks " + options_.layout.tracks,
                       .what = "no track has such a name",

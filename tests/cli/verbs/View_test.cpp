@@ -231,6 +231,12 @@ TEST_F(ViewTool, ANameThatNoTrackHasIsReportedAndNothingIsWritten) {
         << "other sessions may have such a track";
 }
 
+TEST_F(ViewTool, ASessionWithoutTracksIsDrawn) {
+    folder_.Write("empty.json", "{}");
+    EXPECT_EQ(View({"empty.json", "-o", "a.svg"}).exitCode, 0);
+    EXPECT_THAT(ReadFile(folder_ / "a.svg"), HasSubstr(">No tracks</text>"));
+}
+
 TEST_F(ViewTool, AContactSheetOfNothingIsNotSaved) {
     folder_.Write("a.png", "old");
     folder_.Write("bad.orvo", "<orvo>");
