@@ -15,38 +15,38 @@ constexpr double kTitleHeight = 52;
 constexpr double kLeastCellWidth = 480;
 constexpr double kCellShape = 0.5;  // height to width
 
-/// Where the pictures are.
-struct Grid {
-    explicit Grid(const DrawOptions& options)
-        : width(std::max(options.width, kLeastCellWidth + 2 * kMargin)),
-          top(options.title.empty() ? kMargin : kTitleHeight),
-          columns(std::floor((width - kMargin) / (kLeastCellWidth + kMargin))),
-          cellWidth(std::floor((width - kMargin) / columns) - kMargin),
-          cellHeight(std::round(cellWidth * kCellShape)) {}
-
-    double RowTop(double row) const { return top + row * (cellHeight + kMargin); }
-
-    Area Cell(std::size_t place) const {
-        const double row = std::floor(static_cast<double>(place) / columns);
-        const double column = static_cast<double>(place) - row * columns;
-        return {kMargin + column * (cellWidth + kMargin), RowTop(row), cellWidth, cellHeight};
-    }
-
-    double Height(std::size_t pictures) const {
-        return RowTop(std::ceil(static_cast<double>(pictures) / columns));
-    }
-
-    double width;
-    double top;  // of the first row
-    double columns;
-    double cellWidth;
-    double cellHeight;
-};
-
 }  // namespace
 
 class ContactSheet::Drawing {
 public:
+    /// Where the pictures are.
+    struct Grid {
+        explicit Grid(const DrawOptions& options)
+            : width(std::max(options.width, kLeastCellWidth + 2 * kMargin)),
+              top(options.title.empty() ? kMargin : kTitleHeight),
+              columns(std::floor((width - kMargin) / (kLeastCellWidth + kMargin))),
+              cellWidth(std::floor((width - kMargin) / columns) - kMargin),
+              cellHeight(std::round(cellWidth * kCellShape)) {}
+
+        double RowTop(double row) const { return top + row * (cellHeight + kMargin); }
+
+        Area Cell(std::size_t place) const {
+            const double row = std::floor(static_cast<double>(place) / columns);
+            const double column = static_cast<double>(place) - row * columns;
+            return {kMargin + column * (cellWidth + kMargin), RowTop(row), cellWidth, cellHeight};
+        }
+
+        double Height(std::size_t pictures) const {
+            return RowTop(std::ceil(static_cast<double>(pictures) / columns));
+        }
+
+        double width;
+        double top;  // of the first row
+        double columns;
+        double cellWidth;
+        double cellHeight;
+    };
+
     Drawing(Canvas& canvas, const DrawOptions& options)
         : canvas_(canvas), options_(options), grid_(options) {
         canvas_.Rectangle({0, 0, grid_.width, grid_.top}, 0, {.fill = Colours().lane});
@@ -111,7 +111,7 @@ PictureHead ContactSheet::Head() const {
 }
 
 PictureHead ContactSheet::HeadOf(const DrawOptions& options, std::size_t sessions) {
-    const Grid grid(options);
+    const Drawing::Grid grid(options);
     return {.width = grid.width,
             .height = grid.Height(sessions),
             .title = options.title.empty() ? "Sessions" : options.title,
