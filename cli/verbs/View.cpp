@@ -24,7 +24,7 @@
 #include "toolkit/FileNames.h"
 
 // orvo view FILE... -o OUT [--contact-sheet] [--as FORM] [--from TIME] [--to TIME]
-//           [--tracks PATTERN] [--width N] [--height N] [--theme THEME] [--no-lanes]
+//           [--tracks PATTERN] [--width N] [--height N] [--theme THEME] [--[no-]lanes]
 //           [--no-waveforms] [--cache DIR] [--title TEXT] [--audio HOW] [--open]
 // orvo view --serve FILE|FOLDER [--port N] [--cache DIR] [--audio link] [--open]
 
@@ -44,6 +44,7 @@ struct ViewOptions {
     orvo::LayoutOptions layout;
     orvo::DrawOptions draw;
     std::optional<std::string> title;
+    bool lanes = false;
     bool noLanes = false;
     bool noWaveforms = false;
     orvo::PageAudio audio = orvo::PageAudio::None;
@@ -367,10 +368,14 @@ void RequireServable(const ViewOptions& options) {
     }
 }
 
-/// @throws CLI::ValidationError  if there are too many sessions for one timeline, or for a page
-void RequireFiles(const ViewOptions& options, PictureForm form) {
+/// @throws CLI::ValidationError  for what does not go together
+void RequireDrawable(const ViewOptions& options, PictureForm form) {
     if (form == PictureForm::Html && options.contactSheet) {
         throw CLI::ValidationError("a contact sheet is a picture: draw it as .svg or .png");
+    }
+    if (options.lanes && (options.noLanes || options.contactSheet)) {
+        throw CLI::ValidationError(options.noLanes ? "--lanes or --no-lanes: choose one"
+                                                   : "a contact sheet has no automation");
     }
     if (options.audio != orvo::PageAudio::None &&
         (form != PictureForm::Html || options.files.size() > 1)) {
@@ -417,6 +422,7 @@ void AddView(CLI::App& tool, Action& chosen) {
     verb->add_option("--tracks", options->layout.tracks,
                      "only tracks whose name fits, such as \"Vocal*\"")
         ->type_name("PATTERN");
+    verb->add_flag("--lanes", options->lanes, "with automation, as is usual");
     verb->add_flag("--no-lanes", options->noLanes, "without automation");
     verb->add_flag("--no-waveforms", options->noWaveforms, "without a look into the media");
     verb->add_option("--cache", options->cache,
@@ -462,7 +468,7 @@ void AddView(CLI::App& tool, Action& chosen) {
             return;
         }
         const PictureForm form = FormOf(*options);
-        RequireFiles(*options, form);
+        RequireDrawable(*options, form);
         chosen = [options, form] { return RunView(*options, form); };
     });
 }

@@ -231,6 +231,23 @@ TEST_F(ViewTool, ANameThatNoTrackHasIsReportedAndNothingIsWritten) {
         << "other sessions may have such a track";
 }
 
+TEST_F(ViewTool, AutomationCanBeLeftOut) {
+    folder_.Write("lanes.json",
+                  R"({"audioTracks":[{"id":1,"name":"Voice","trackFader":{"parameters":
+{"0":{"parameterKeyframes":{"keyframes":[{"value":0},{"value":-6,"sampleOffset":100}]}}}}}]})");
+    const auto drawn = [this](std::vector<std::string> options) {
+        options.insert(options.end(), {"lanes.json", "-o", "-", "--as", "svg"});
+        return View(options).output;
+    };
+    EXPECT_THAT(drawn({}), HasSubstr(">Volume</text>"));
+    EXPECT_THAT(drawn({"--lanes"}), HasSubstr(">Volume</text>"));
+    EXPECT_THAT(drawn({"--no-lanes"}), Not(HasSubstr(">Volume</text>")));
+    EXPECT_THAT(drawn({"--contact-sheet"}), Not(HasSubstr(">Volume</text>")));
+    for (const char* const other : {"--no-lanes", "--contact-sheet"}) {
+        EXPECT_EQ(View({"lanes.json", "-o", "a.svg", "--lanes", other}).exitCode, 2) << other;
+    }
+}
+
 TEST_F(ViewTool, ASessionWithoutTracksIsDrawn) {
     folder_.Write("empty.json", "{}");
     EXPECT_EQ(View({"empty.json", "-o", "a.svg"}).exitCode, 0);
