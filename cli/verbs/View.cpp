@@ -128,10 +128,9 @@ public:
         }
         orvo::DrawOptions draw = options_.draw;
         draw.title = scene->title;
-        const orvo::PictureHead head = orvo::HeadOf(*scene->layout, draw);
-        return DrawnOn(form, head, [&](orvo::Canvas& canvas) {
+        return DrawnOn(form, orvo::HeadOf(*scene->layout, draw), [&](orvo::Canvas& canvas) {
             orvo::Draw(canvas, *scene->layout, scene->waveforms, draw);
-            return head;
+            return orvo::HeadOf(*scene->layout, draw);
         });
     }
 

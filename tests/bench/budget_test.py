@@ -26,7 +26,7 @@ BUDGETS = {
 }
 
 # Instructions of a picture as SVG, and of a page, in proportion to the read of the session.
-VIEWS = {"picture": 0.5, "page": 0.35}
+VIEWS = {"picture": 0.5, "page": 0.42}
 
 # Bytes of memory for each byte of a session that is saved as a stream.
 BYTES_PER_BYTE = 1.6

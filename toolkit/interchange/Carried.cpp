@@ -59,7 +59,7 @@ public:
     template <class Struct>
     void Visit(const Struct& value) {
         // What becomes of the members is looked up once, not for each of a hundred thousand clips.
-        const Struct& usual = orvo::json::DefaultOf<Struct>();
+        const auto& usual = orvo::json::DefaultOf<Struct>();
         const auto& fates = FatesOf<Struct>();
         std::size_t number = 0;
         orvo::ForEachRow<Struct>([&](const auto& row) {

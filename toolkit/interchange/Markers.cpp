@@ -36,12 +36,12 @@ constexpr std::array<std::pair<const char*, const char*>, 4> kNamespaces = {
 /// Item of a list in RDF, which may hold its properties itself or in a description.
 xml_node ContentOf(const xml_node& item) {
     const xml_node description = item.child(kDescription);
-    return description ? description : item;
+    return !description.empty() ? description : item;
 }
 
 std::string PropertyOf(const xml_node& owner, const char* name) {
     const pugi::xml_attribute attribute = owner.attribute(name);
-    return attribute ? attribute.value() : owner.child(name).text().get();
+    return !attribute.empty() ? attribute.value() : owner.child(name).text().get();
 }
 
 /// Calls `use` with the items of a list.
@@ -99,8 +99,9 @@ void AddMarkers(std::vector<Marker>& markers, const xml_node& track, std::uint32
 /// The descriptions of the packet, in which all its properties stand.
 std::vector<xml_node> DescriptionsOf(const pugi::xml_document& packet) {
     std::vector<xml_node> descriptions;
-    const xml_node root = packet.child("x:xmpmeta") ? packet.child("x:xmpmeta").child("rdf:RDF")
-                                                    : packet.child("rdf:RDF");
+    const xml_node root = !packet.child("x:xmpmeta").empty()
+                              ? packet.child("x:xmpmeta").child("rdf:RDF")
+                              : packet.child("rdf:RDF");
     for (const xml_node& description : root.children(kDescription)) {
         descriptions.push_back(description);
     }
@@ -158,7 +159,7 @@ void AddMarker(xml_node& list, const Marker& marker) {
 /// The text of a property: its own, or that of the first item of its list.
 std::string SimpleTextOf(const xml_node& property) {
     const xml_node item = property.first_child().child("rdf:li");
-    return item ? item.text().get() : property.text().get();
+    return !item.empty() ? item.text().get() : property.text().get();
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 namespace {
 
 using orvo::AudioClip;
-using orvo::AudioTrack;
 using orvo::Fidelity;
 using orvo::InterchangeReport;
 using orvo::Session;

@@ -234,7 +234,7 @@ std::optional<std::string> NewFact(const Written& before, const Written& after,
 
 /// What became of a field that was changed. The words of the table.
 std::string FateOf(const Written& before, const Written& after, const json::json_pointer& place) {
-    if (const auto fact = NewFact(before, after, place)) {
+    if (auto fact = NewFact(before, after, place)) {
         return *fact;
     }
     if (after.content != before.content) {

@@ -18,7 +18,6 @@ namespace toolkit::interchange {
 namespace {
 
 using orvo::AudioClip;
-using orvo::Fidelity;
 
 /// The shape of a fade in.
 /// @param length  above 0

@@ -18,7 +18,9 @@ struct ArdourSource {
     std::uint32_t fileId = orvo::kNoId;
     std::uint32_t channel = 0;
 
-    friend auto operator<=>(const ArdourSource&, const ArdourSource&) = default;
+    bool operator<(const ArdourSource& other) const {
+        return std::pair(fileId, channel) < std::pair(other.fileId, other.channel);
+    }
 };
 
 /// The channels of media that regions play, each with an id.

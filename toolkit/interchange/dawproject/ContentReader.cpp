@@ -27,7 +27,7 @@ bool IsTimeline(const pugi::xml_node& element) {
 }
 
 bool IsEnvelope(const pugi::xml_node& element) {
-    return IsNamed(element, "Points") && element.child("Target").attribute("expression");
+    return IsNamed(element, "Points") && !element.child("Target").attribute("expression").empty();
 }
 
 /// Whether it is one sound file, perhaps with warps and envelopes.
@@ -243,7 +243,7 @@ void ContentReader::ReadClip(const pugi::xml_node& clip, Place place) {
     }
     const pugi::xml_attribute name = clip.attribute("name");
     const auto colour = Rgb::FromHex(clip.attribute("color").value());
-    place.name = name ? std::string_view(name.value()) : place.name;
+    place.name = !name.empty() ? std::string_view(name.value()) : place.name;
     place.hue = colour ? HueOf(*colour) : place.hue;
     place.isMuted |= !IsTrue(clip, "enable", true);
     place.isInClip = true;
@@ -307,7 +307,7 @@ std::optional<ContentReader::Play> ContentReader::PlayOf(const pugi::xml_node& c
 pugi::xml_node ContentReader::ContentOf(const pugi::xml_node& clip) {
     const pugi::xml_node own = clip.find_child(IsTimeline);
     const pugi::xml_attribute reference = clip.attribute("reference");
-    if (own || !reference) {
+    if (!own.empty() || reference.empty()) {
         return own;
     }
     const pugi::xml_node referred = document_.Find(reference.value());

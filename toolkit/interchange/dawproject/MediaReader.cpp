@@ -67,7 +67,7 @@ bool MediaReader::IsOffline(std::uint32_t fileId) const {
 }
 
 std::string MediaReader::PathOf(const pugi::xml_node& file) const {
-    const std::string said = PathOfUrl(file.attribute("path").value());
+    std::string said = PathOfUrl(file.attribute("path").value());
     const bool hasDrive = said.size() > 2 && said[1] == ':';
     if (said.starts_with('/') || hasDrive) {
         return said;

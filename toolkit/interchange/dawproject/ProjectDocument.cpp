@@ -55,7 +55,7 @@ ProjectDocument::ProjectDocument(const Import& job, std::string_view text)
     if (!IsNamed(Root(), "Project")) {
         Refuse(Root(), fmt::format("the root element is <{}>, not <Project>", Root().name()));
     }
-    for (pugi::xml_node element = Root(); element; element = NextElement(element)) {
+    for (pugi::xml_node element = Root(); !element.empty(); element = NextElement(element)) {
         if (const pugi::xml_attribute id = element.attribute("id")) {
             byId_.emplace_back(id.value(), element);
         }
@@ -135,10 +135,10 @@ std::optional<double> NumberOf(std::string_view text) {
 }
 
 pugi::xml_node NextElement(pugi::xml_node element) {
-    if (element.first_child()) {
+    if (!element.first_child().empty()) {
         return element.first_child();
     }
-    while (element && !element.next_sibling()) {
+    while (!element.empty() && element.next_sibling().empty()) {
         element = element.parent();
     }
     return element.next_sibling();

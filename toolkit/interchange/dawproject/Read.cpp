@@ -74,7 +74,8 @@ private:
     std::uint32_t UsualRate() const {
         constexpr double kHighest = 10'000'000;
         std::map<double, std::size_t> rates;
-        for (xml_node element = document_.Root(); element; element = NextElement(element)) {
+        for (xml_node element = document_.Root(); !element.empty();
+             element = NextElement(element)) {
             const auto rate = IsNamed(element, "Audio")
                                   ? NumberOf(element.attribute("sampleRate").value())
                                   : std::nullopt;
@@ -194,7 +195,7 @@ private:
                 AddLane(structure.targets, target, points);
             });
         const xml_node lanes = document_.Root().child("Arrangement").child("Lanes");
-        if (lanes) {
+        if (!lanes.empty()) {
             content.Read(lanes, TimeFrame(tempo, TimeUnit::Beats));
         }
     }
@@ -211,7 +212,7 @@ private:
             document_.Report(Fidelity::Lost, target, "a parameter has one lane", id);
         } else if (!points.empty()) {
             const xml_node lane = target.parent();
-            const ValueScale scale = lane.attribute("unit")
+            const ValueScale scale = !lane.attribute("unit").empty()
                                          ? ScaleOf(document_, lane, found->second.scale.kind)
                                          : found->second.scale;
             parameter.automation = AutomationOf(points, scale);
@@ -237,10 +238,11 @@ private:
              {"deviceVendor", "vendors of devices"},
              {"pluginVersion", "versions of devices"},
              {"algorithm", "algorithms of stretching"}}};
-        for (xml_node element = document_.Root(); element; element = NextElement(element)) {
+        for (xml_node element = document_.Root(); !element.empty();
+             element = NextElement(element)) {
             for (const Dropped& dropped : kDropped) {
                 const bool isKept = IsNamed(element, "Marker");
-                if (!isKept && element.attribute(dropped.attribute)) {
+                if (!isKept && !element.attribute(dropped.attribute).empty()) {
                     job_.reporter.CountLost(dropped.plural);
                 }
             }

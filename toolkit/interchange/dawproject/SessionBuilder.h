@@ -32,8 +32,8 @@ private:
     orvo::VideoClip VideoClipOf(const Leaf& leaf);
     orvo::MidiClip MidiClipOf(const Leaf& leaf);
 
-    void Settle(std::size_t track);
-    orvo::AudioTrack NewTrackBeside(std::size_t track, orvo::TrackKind kind,
+    void Settle(std::size_t number);
+    orvo::AudioTrack NewTrackBeside(std::size_t number, orvo::TrackKind kind,
                                     std::string_view suffix);
     void AddNewTracks();
     void LinkCrossfades(orvo::AudioTrack& track) const;

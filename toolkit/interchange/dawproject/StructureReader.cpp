@@ -65,14 +65,14 @@ private:
     void ReadTrack(const pugi::xml_node& track, std::size_t group, int depth) {
         document_.Job().Progress(0);
         const pugi::xml_node channel = track.child("Channel");
-        const bool isGroup = track.child("Track") || Contains(track, "tracks");
+        const bool isGroup = !track.child("Track").empty() || Contains(track, "tracks");
         std::size_t own = group;
         if (channel.attribute("role").value() == std::string_view("vca")) {
             document_.Report(Fidelity::Lost, track, "sessions have no VCA tracks",
                              track.attribute("name").value());
         } else if (Contains(track, "video") && !Contains(track, "audio")) {
             ReadVideoTrack(track);
-        } else if (channel || !isGroup) {
+        } else if (!channel.empty() || !isGroup) {
             own = ReadAudioTrack(track, channel, group);
         } else {
             document_.Report(Fidelity::Lost, track, "the folder of tracks has no place",
@@ -120,7 +120,7 @@ private:
             document_.Report(Fidelity::Approximated, element, "a second master became a bus");
             return TrackKind::Bus;
         }
-        const bool isGroup = element.child("Track") || Contains(element, "tracks");
+        const bool isGroup = !element.child("Track").empty() || Contains(element, "tracks");
         if (role == "effect" || role == "submix" || isGroup || IsNamed(element, "Channel")) {
             return TrackKind::Bus;
         }

@@ -16,7 +16,6 @@ namespace toolkit::interchange::dawproject {
 namespace {
 
 using orvo::AudioTrack;
-using orvo::ChannelType;
 using orvo::Fidelity;
 using orvo::SendSlot;
 using orvo::TrackKind;

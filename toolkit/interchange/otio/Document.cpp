@@ -103,14 +103,14 @@ private:
     bool TakeNoNumber() {
         constexpr std::array<std::string_view, 5> kTokens = {"NaN", "Infinity", "-Infinity", "Inf",
                                                              "-Inf"};
-        for (const std::string_view token : kTokens) {
-            if (text_.substr(at_).starts_with(token)) {
-                prepared_ += "null";
-                at_ += token.size();
-                return true;
-            }
+        const auto* const token = std::ranges::find_if(
+            kTokens, [this](std::string_view name) { return text_.substr(at_).starts_with(name); });
+        if (token == kTokens.end()) {
+            return false;
         }
-        return false;
+        prepared_ += "null";
+        at_ += token->size();
+        return true;
     }
 
     std::string_view text_;

@@ -328,7 +328,7 @@ private:
     }
 
     static std::optional<Node> MediaOf(const Node& clip) {
-        if (const std::optional<Node> only = clip.Object("media_reference")) {
+        if (std::optional<Node> only = clip.Object("media_reference")) {
             return only;
         }
         const std::optional<Node> all = clip.Object("media_references");

@@ -338,7 +338,7 @@ private:
         }
     }
 
-    void TakeStretch(AudioClip& clip, const FoundClip& found) {
+    void TakeStretch(AudioClip& clip, const FoundClip& found) const {
         constexpr double kTolerance = 1e-12;
         const orvo::StretchMeaning meaning = job_.options.conventions.stretchRatio;
         const double own = 1 / StretchOf(clip, meaning);

@@ -13,7 +13,6 @@ using orvo::Fidelity;
 using orvo::Session;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 
 Session SessionForArdour() {
     Session session;
@@ -37,7 +36,7 @@ std::string SoundOf(std::uint32_t rate, std::uint32_t frames) {
     const std::string format = number(1, 2) + number(1, 2) + number(rate, 4) + number(2 * rate, 4) +
                                number(2, 2) + number(16, 2);
     const std::string body = "WAVEfmt " + number(16, 4) + format + "data" + number(2 * frames, 4) +
-                             std::string(2 * frames, '\0');
+                             std::string(std::size_t{2} * frames, '\0');
     return "RIFF" + number(static_cast<std::uint32_t>(body.size()), 4) + body;
 }
 

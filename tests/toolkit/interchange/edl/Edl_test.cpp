@@ -154,8 +154,8 @@ TEST_F(EdlExport, TooManyListsAreRefusedAndNothingIsWritten) {
 }
 
 TEST_F(EdlExport, DropFrameSkipsNumbers) {
-    const Session session =
-        SessionForEdl({{.id = 2, .fileId = 6, .duration = 48048, .startPoint = 60 * 48048}});
+    const Session session = SessionForEdl(
+        {{.id = 2, .fileId = 6, .duration = 48048, .startPoint = std::int64_t{60} * 48048}});
     const std::string list = Written(session, {.frameRate = 29.97, .dropFrame = true});
     EXPECT_THAT(list, HasSubstr("FCM: DROP FRAME\n"));
     EXPECT_THAT(list, HasSubstr("00:00:00;00 00:00:01;00 00:01:00;02 00:01:01;02"));
