@@ -72,7 +72,6 @@ Layout MakeLayout(cairo_t* context) {
     PangoContext* const fonts = pango_layout_get_context(layout.get());
     pango_cairo_context_set_font_options(fonts, options.get());
     pango_context_set_round_glyph_positions(fonts, FALSE);
-    pango_layout_set_auto_dir(layout.get(), FALSE);
     pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
     return layout;
 }

@@ -189,6 +189,19 @@ public:
         bytes_ += text;
         return *this;
     }
+    /// What its header and the directory both say of an entry.
+    template <class Entry>
+    Record& PutFacts(const Entry& entry) {
+        return Put16(entry.flags)
+            .Put16(entry.method)
+            .Put16(0)  // time
+            .Put16(kDate)
+            .Put32(entry.checksum)
+            .Put32(entry.packed)
+            .Put32(entry.size)
+            .Put16(static_cast<std::uint32_t>(entry.name.size()))
+            .Put16(0);  // extra fields
+    }
     const std::string& Bytes() const { return bytes_; }
 
 private:
@@ -250,20 +263,7 @@ void ZipWriter::BeginEntry(std::string_view name, bool isPacked, bool isCounted)
 }
 
 void ZipWriter::WriteHeader(const Entry& entry) {
-    Emit(Record()
-             .Put32(kHeaderMark)
-             .Put16(kVersion)
-             .Put16(entry.flags)
-             .Put16(entry.method)
-             .Put16(0)
-             .Put16(kDate)
-             .Put32(entry.checksum)
-             .Put32(entry.packed)
-             .Put32(entry.size)
-             .Put16(static_cast<std::uint32_t>(entry.name.size()))
-             .Put16(0)
-             .Put(entry.name)
-             .Bytes());
+    Emit(Record().Put32(kHeaderMark).Put16(kVersion).PutFacts(entry).Put(entry.name).Bytes());
 }
 
 void ZipWriter::Begin(std::string_view name) {
@@ -362,15 +362,7 @@ void ZipWriter::Finish() {
                  .Put32(kDirectoryMark)
                  .Put16(kVersion)
                  .Put16(kVersion)
-                 .Put16(entry.flags)
-                 .Put16(entry.method)
-                 .Put16(0)
-                 .Put16(kDate)
-                 .Put32(entry.checksum)
-                 .Put32(entry.packed)
-                 .Put32(entry.size)
-                 .Put16(static_cast<std::uint32_t>(entry.name.size()))
-                 .Put16(0)  // extra fields
+                 .PutFacts(entry)
                  .Put16(0)  // comment
                  .Put16(0)  // disk
                  .Put16(0)  // internal attributes

@@ -1,17 +1,5 @@
 import { Indexes, keyframeAt } from "./cull";
-import {
-    boxKindText,
-    boxLabel,
-    boxName,
-    boxStates,
-    capital,
-    countText,
-    fileName,
-    lengthText,
-    numberText,
-    positionText,
-    rowLabel,
-} from "./describe";
+import { boxLabel, countText, lengthText, positionText, rowLabel } from "./describe";
 import { Minimap } from "./paint/minimap";
 import { paintRuler } from "./paint/ruler";
 import type { Scene } from "./paint/scene";
@@ -27,13 +15,16 @@ import { readTheme, ThemeSwitch } from "./theme";
 import type { TimeBase } from "./times";
 import { ChangeList } from "./ui/changes";
 import { Details } from "./ui/details";
-import { get, icon, ICONS, make } from "./ui/dom";
+import { get, icon, ICONS } from "./ui/dom";
 import { listenToDrag, listenToWheel, Pointers } from "./ui/input";
+import { type Command, Keys } from "./ui/keys";
 import { fromFragment, type Place, toFragment } from "./ui/link";
 import { Outline } from "./ui/outline";
 import { layOut } from "./ui/print";
 import { Finder, SearchBox } from "./ui/search";
+import { SidePanel } from "./ui/side";
 import { SoundBar } from "./ui/sound";
+import { Tip } from "./ui/tip";
 import { TrackList } from "./ui/tracks";
 import { Viewport } from "./viewport";
 import { watch } from "./watch";
@@ -47,31 +38,6 @@ const KEYFRAME_REACH = 6;
 const LINK_DELAY = 250;
 const NARROW = "(width < 900px)";
 
-const KEYS: readonly (readonly [string[], string])[] = [
-    [["←", "→", "↑", "↓"], "scroll; with Shift, further"],
-    [["+", "−"], "zoom; also Ctrl and the wheel, or a pinch"],
-    [["0"], "show everything"],
-    [["Z"], "zoom to the chosen clip, or to the range"],
-    [["N", "P"], "next and previous clip of the track"],
-    [["J", "K"], "the nearest clip of the track below or above"],
-    [["C"], "go to the current position"],
-    [["[", "]"], "lower and higher rows"],
-    [["/"], "search"],
-    [["F"], "filter the tracks"],
-    [["I"], "side panel"],
-    [["O"], "outline, as a tree"],
-    [["T"], "theme: that of the system, light or dark"],
-    [["Esc"], "choose nothing"],
-];
-const CHANGE_KEYS: typeof KEYS = [[["D", "Shift D"], "next and previous change"]];
-const SOUND_KEYS: typeof KEYS = [
-    [["Space"], "play and pause"],
-    [["."], "stop, and go back to where it began"],
-    [["B"], "place the position at the chosen clip, or at the start of the range"],
-    [["M", "S"], "mute the chosen track, and make it solo"],
-];
-const TABS = ["details", "outline", "changes"] as const;
-type Tab = (typeof TABS)[number];
 /** How far into the view the position is when the view follows it. */
 const FOLLOW = 0.05;
 
@@ -91,8 +57,12 @@ export class App {
     private readonly search = get("search", HTMLInputElement);
     private readonly filter = get("filter", HTMLInputElement);
     private readonly status = get("status", HTMLElement);
-    private readonly tip = get("tip", HTMLElement);
-    private readonly side = get("side", HTMLElement);
+    private readonly tip: Tip;
+    private readonly side = new SidePanel((tab) => {
+        if (tab === "outline") {
+            this.outline.update();
+        }
+    });
     private readonly sound: SoundBar | null;
     private readonly changes: ChangeList | null;
     private chosenRow = -1;
@@ -126,6 +96,7 @@ export class App {
             range: null,
             playhead: null,
         };
+        this.tip = new Tip(picture, time);
         const choose = (row: number, box: number): void => this.choose(row, box, true);
         const reveal = (slot: Slot): void => this.revealSlot(slot);
         this.tracks = new TrackList(get("tracks", HTMLElement), picture, this.stack, (row) => choose(row, -1), reveal);
@@ -199,10 +170,9 @@ export class App {
 
     start(): void {
         this.writeFacts();
-        this.buildButtons();
-        this.buildKeys();
+        this.buildButtons(this.buildKeys());
         this.listen();
-        this.togglePanel(!matchMedia(NARROW).matches);
+        this.side.show(!matchMedia(NARROW).matches);
         this.resize();
         this.stack.fitInto(this.view.height);
         this.view.rowsHeight = this.stack.height;
@@ -219,7 +189,7 @@ export class App {
         if (this.changes) {
             this.changes.update();
             get("tab-changes", HTMLElement).hidden = false;
-            this.selectTab("changes");
+            this.side.select("changes");
         }
     }
 
@@ -400,64 +370,32 @@ export class App {
             this.scene.hovered = box;
             this.changed();
             if (box >= 0) {
-                this.fillTip(box);
+                this.tip.sayBox(box);
             }
         }
-        const isOnKeyframe = box < 0 && this.fillKeyframeTip(x, y);
-        this.tip.hidden = box < 0 && !isOnKeyframe;
-        if (!this.tip.hidden) {
-            this.placeTip(x, y);
+        if (box >= 0 || this.sayKeyframe(x, y)) {
+            this.tip.show(x, y, this.view);
+        } else {
+            this.tip.hide();
         }
     }
 
     /** @returns whether there is a keyframe at that place */
-    private fillKeyframeTip(x: number, y: number): boolean {
+    private sayKeyframe(x: number, y: number): boolean {
         const slot = this.stack.at(y + this.view.top);
         const place = slot ? Math.floor((y + this.view.top - slot.top - slot.head) / slot.lane) : -1;
         const lane = slot ? this.picture.rows[slot.row]!.lanes[place] : undefined;
-        if (!lane) {
+        const reach = KEYFRAME_REACH * this.view.scale;
+        const keyframe = lane ? keyframeAt(this.picture, lane, this.view.position(x), reach) : -1;
+        if (!lane || keyframe < 0) {
             return false;
         }
-        const { keyframes } = this.picture;
-        const keyframe = keyframeAt(this.picture, lane, this.view.position(x), KEYFRAME_REACH * this.view.scale);
-        if (keyframe < 0) {
-            return false;
-        }
-        this.tip.replaceChildren(
-            make("strong", { dir: "auto" }, `${lane.name}: ${numberText(keyframes.value[keyframe]!)}`),
-            make("span", {}, positionText(this.scene.time, keyframes.position[keyframe]!)),
-        );
+        this.tip.sayKeyframe(lane, keyframe);
         return true;
     }
 
-    private fillTip(box: number): void {
-        const { picture } = this;
-        const { time } = this.scene;
-        const { start, end, media, group } = picture.boxes;
-        const file = picture.media[media[box]!];
-        const lines = [
-            capital(boxKindText(picture, box)),
-            `${positionText(time, start[box]!)} to ${positionText(time, end[box]!)}`,
-            `${lengthText(time, end[box]! - start[box]!)} long`,
-            file ? fileName(file.path) : "",
-            boxStates(picture, box).join(", "),
-            picture.wire.groups[group[box]!]?.name ?? "",
-        ];
-        this.tip.replaceChildren(
-            make("strong", { dir: "auto" }, boxName(picture, box)),
-            ...lines.filter(Boolean).map((line) => make("span", { dir: "auto" }, line)),
-        );
-    }
-
-    private placeTip(x: number, y: number): void {
-        const gap = 16;
-        const left = x + gap + this.tip.offsetWidth > this.view.width ? x - gap - this.tip.offsetWidth : x + gap;
-        const top = Math.min(y + gap, this.view.height - this.tip.offsetHeight - 4);
-        this.tip.style.transform = `translate(${Math.max(4, left)}px, ${Math.max(4, top)}px)`;
-    }
-
     private leave(): void {
-        this.tip.hidden = true;
+        this.tip.hide();
         if (this.scene.hovered >= 0) {
             this.scene.hovered = -1;
             this.changed();
@@ -482,7 +420,7 @@ export class App {
                 const { row, box } = this.at(x, y);
                 this.choose(row, box, false);
                 if (row >= 0 && !matchMedia(NARROW).matches) {
-                    this.selectTab("details");
+                    this.side.select("details");
                 }
             },
         };
@@ -502,7 +440,6 @@ export class App {
             event.stopPropagation();
         });
         new ResizeObserver(() => this.resize()).observe(get("stage", HTMLElement));
-        document.addEventListener("keydown", (event) => this.onKey(event));
         window.addEventListener("hashchange", () => this.goToLink());
         window.addEventListener("beforeprint", () => this.preparePaper());
         window.addEventListener("afterprint", () => {
@@ -565,81 +502,103 @@ export class App {
 
     // Keys
 
-    private onKey(event: KeyboardEvent): void {
-        const target = event.target;
-        // A slider takes all keys but the space bar.
-        const isTaken = target instanceof HTMLInputElement && !(target.type === "range" && event.key === " ");
-        if (event.ctrlKey || event.metaKey || event.altKey || isTaken) {
-            return;
-        }
-        if (get("keys", HTMLDialogElement).open) {
-            return;
-        }
-        const isOnControl = target instanceof HTMLElement && target.closest("button, summary, .side") !== null;
-        if (isOnControl && /^(?:Arrow|Enter| |Home|End|Page)/u.test(event.key)) {
-            return;
-        }
-        const action = this.actionOf(event.key, event.shiftKey ? 5 : 1);
-        if (action) {
-            event.preventDefault();
-            action();
-        }
-    }
-
-    private actionOf(key: string, factor: number): (() => void) | undefined {
+    /** Commands that show another part. */
+    private moves(): Command[] {
         const { view } = this;
-        const scroll = (dx: number, dy: number) => (): void => {
-            view.scrollBy(dx * factor, dy * factor);
-            this.moved();
-        };
-        const actions: Record<string, () => void> = {
-            ArrowLeft: scroll(-SCROLL_STEP, 0),
-            ArrowRight: scroll(SCROLL_STEP, 0),
-            ArrowUp: scroll(0, -SCROLL_STEP / 2),
-            ArrowDown: scroll(0, SCROLL_STEP / 2),
-            PageUp: scroll(0, -view.height * 0.9),
-            PageDown: scroll(0, view.height * 0.9),
-            Home: scroll(-Number.MAX_SAFE_INTEGER, 0),
-            End: scroll(Number.MAX_SAFE_INTEGER, 0),
-            "+": () => this.zoom(ZOOM_STEP),
-            "=": () => this.zoom(ZOOM_STEP),
-            "-": () => this.zoom(1 / ZOOM_STEP),
-            "_": () => this.zoom(1 / ZOOM_STEP),
-            "0": () => this.showAll(),
-            "[": () => this.resizeRows(-1),
-            "]": () => this.resizeRows(1),
-            "/": () => this.search.focus(),
-            "?": () => get("keys", HTMLDialogElement).showModal(),
-            Escape: () => this.choose(-1, -1, false),
-            Enter: () => this.openDetails(),
-            z: () => this.zoomToChosen(),
-            n: () => this.stepInRow(1),
-            p: () => this.stepInRow(-1),
-            j: () => this.stepToRow(1),
-            k: () => this.stepToRow(-1),
-            c: () => this.goToCursor(),
-            f: () => this.filter.focus(),
-            i: () => this.togglePanel(this.side.hidden),
-            o: () => this.openOutline(),
-            t: () => this.themes.next(),
-            ...(this.changes ? { d: () => this.changes?.step(factor > 1 ? -1 : 1) } : {}),
-            ...this.soundActions(),
-        };
-        return actions[key.length === 1 ? key.toLowerCase() : key];
+        const scroll =
+            (dx: number, dy: number) =>
+            (factor: number): void => {
+                view.scrollBy(dx * factor, dy * factor);
+                this.moved();
+            };
+        const closer = (): void => this.zoom(ZOOM_STEP);
+        const farther = (): void => this.zoom(1 / ZOOM_STEP);
+        const page = (direction: number) => (factor: number): void => scroll(0, direction * view.height * 0.9)(factor);
+        return [
+            {
+                shown: ["←", "→", "↑", "↓"],
+                meaning: "scroll; with Shift, further",
+                actions: {
+                    ArrowLeft: scroll(-SCROLL_STEP, 0),
+                    ArrowRight: scroll(SCROLL_STEP, 0),
+                    ArrowUp: scroll(0, -SCROLL_STEP / 2),
+                    ArrowDown: scroll(0, SCROLL_STEP / 2),
+                    PageUp: page(-1),
+                    PageDown: page(1),
+                    Home: scroll(-Number.MAX_SAFE_INTEGER, 0),
+                    End: scroll(Number.MAX_SAFE_INTEGER, 0),
+                },
+            },
+            {
+                shown: ["+", "−"],
+                meaning: "zoom; also Ctrl and the wheel, or a pinch",
+                actions: { "+": closer, "=": closer, "-": farther, "_": farther },
+            },
+            { shown: ["0"], meaning: "show everything", actions: { "0": () => this.showAll() } },
+            { shown: ["Z"], meaning: "zoom to the chosen clip, or to the range", actions: { z: () => this.zoomToChosen() } },
+            {
+                shown: ["N", "P"],
+                meaning: "next and previous clip of the track",
+                actions: { n: () => this.stepInRow(1), p: () => this.stepInRow(-1) },
+            },
+            {
+                shown: ["J", "K"],
+                meaning: "the nearest clip of the track below or above",
+                actions: { j: () => this.stepToRow(1), k: () => this.stepToRow(-1) },
+            },
+            { shown: ["C"], meaning: "go to the current position", actions: { c: () => this.goToCursor() } },
+            {
+                shown: ["[", "]"],
+                meaning: "lower and higher rows",
+                actions: { "[": () => this.resizeRows(-1), "]": () => this.resizeRows(1) },
+            },
+        ];
     }
 
-    private soundActions(): Record<string, () => void> {
+    private controls(): Command[] {
+        const { changes } = this;
+        return [
+            { shown: ["/"], meaning: "search", actions: { "/": () => this.search.focus() } },
+            { shown: ["F"], meaning: "filter the tracks", actions: { f: () => this.filter.focus() } },
+            { shown: ["Enter"], meaning: "details of what is chosen", actions: { Enter: () => this.openDetails() } },
+            { shown: ["I"], meaning: "side panel", actions: { i: () => this.side.toggle() } },
+            { shown: ["O"], meaning: "outline, as a tree", actions: { o: () => this.openOutline() } },
+            { shown: ["T"], meaning: "theme: that of the system, light or dark", actions: { t: () => this.themes.next() } },
+            { shown: ["Esc"], meaning: "choose nothing", actions: { Escape: () => this.choose(-1, -1, false) } },
+            ...(changes
+                ? [
+                      {
+                          shown: ["D", "Shift D"],
+                          meaning: "next and previous change",
+                          actions: { d: (factor: number): void => changes.step(factor > 1 ? -1 : 1) },
+                      },
+                  ]
+                : []),
+        ];
+    }
+
+    private soundCommands(): Command[] {
         const { sound, scene } = this;
         if (!sound) {
-            return {};
+            return [];
         }
-        return {
-            " ": () => sound.toggle(),
-            ".": () => sound.stop(),
-            b: () => sound.place(scene.chosen >= 0 ? this.picture.boxes.start[scene.chosen]! : (scene.range?.[0] ?? 0)),
-            m: () => sound.switch(this.chosenRow, "muted"),
-            s: () => sound.switch(this.chosenRow, "solo"),
+        const placeAtChosen = (): void => {
+            sound.place(scene.chosen >= 0 ? this.picture.boxes.start[scene.chosen]! : (scene.range?.[0] ?? 0));
         };
+        return [
+            { shown: ["Space"], meaning: "play and pause", actions: { " ": () => sound.toggle() } },
+            { shown: ["."], meaning: "stop, and go back to where it began", actions: { ".": () => sound.stop() } },
+            {
+                shown: ["B"],
+                meaning: "place the position at the chosen clip, or at the start of the range",
+                actions: { b: placeAtChosen },
+            },
+            {
+                shown: ["M", "S"],
+                meaning: "mute the chosen track, and make it solo",
+                actions: { m: () => sound.switch(this.chosenRow, "muted"), s: () => sound.switch(this.chosenRow, "solo") },
+            },
+        ];
     }
 
     private zoom(factor: number): void {
@@ -687,55 +646,25 @@ export class App {
 
     // The side panel
 
-    private togglePanel(isShown: boolean): void {
-        this.side.hidden = !isShown;
-        get("panel", HTMLElement).setAttribute("aria-expanded", String(isShown));
-    }
-
-    private selectTab(name: Tab): void {
-        for (const tab of TABS) {
-            const button = get(`tab-${tab}`, HTMLElement);
-            button.setAttribute("aria-selected", String(tab === name));
-            button.tabIndex = tab === name ? 0 : -1;
-            get(tab, HTMLElement).hidden = tab !== name;
-        }
-        if (name === "outline") {
-            this.outline.update();
-        }
-    }
-
-    private stepTab(by: number): void {
-        const tabs = TABS.filter((tab) => !get(`tab-${tab}`, HTMLElement).hidden);
-        const shown = tabs.findIndex((tab) => !get(tab, HTMLElement).hidden);
-        const name = tabs[(shown + by + tabs.length) % tabs.length]!;
-        this.selectTab(name);
-        get(`tab-${name}`, HTMLElement).focus();
-    }
-
     private openDetails(): void {
-        this.togglePanel(true);
-        this.selectTab("details");
+        this.side.open("details");
         get("details", HTMLElement).focus();
     }
 
     private openOutline(): void {
-        this.togglePanel(true);
-        this.selectTab("outline");
+        this.side.open("outline");
         this.outline.focus();
     }
 
-    private buildButtons(): void {
+    private buildButtons(keys: Keys): void {
         const buttons: [string, SVGSVGElement | null, () => void][] = [
             ["zoom-in", icon(ICONS.zoomIn), () => this.zoom(ZOOM_STEP)],
             ["zoom-out", icon(ICONS.zoomOut), () => this.zoom(1 / ZOOM_STEP)],
             ["zoom-fit", icon(ICONS.fit), () => this.showAll()],
             ["theme", null, () => this.themes.next()],
             ["print", icon(ICONS.print), () => window.print()],
-            ["help", icon(ICONS.help), () => get("keys", HTMLDialogElement).showModal()],
-            ["panel", icon(ICONS.panel), () => this.togglePanel(this.side.hidden)],
-            ["tab-details", null, () => this.selectTab("details")],
-            ["tab-outline", null, () => this.selectTab("outline")],
-            ["tab-changes", null, () => this.selectTab("changes")],
+            ["help", icon(ICONS.help), () => keys.show()],
+            ["panel", icon(ICONS.panel), () => this.side.toggle()],
         ];
         for (const [id, image, action] of buttons) {
             const button = get(id, HTMLElement);
@@ -744,12 +673,6 @@ export class App {
             }
             button.addEventListener("click", action);
         }
-        document.querySelector(".tabs")?.addEventListener("keydown", (event) => {
-            if (event instanceof KeyboardEvent && (event.key === "ArrowLeft" || event.key === "ArrowRight")) {
-                this.stepTab(event.key === "ArrowRight" ? 1 : -1);
-                event.stopPropagation();
-            }
-        });
         document.querySelector(".skip")?.addEventListener("click", (event) => {
             event.preventDefault();
             this.openOutline();
@@ -766,23 +689,14 @@ export class App {
         button.replaceChildren(icon(ICONS[choice]));
     }
 
-    private buildKeys(): void {
-        const dialog = get("keys", HTMLDialogElement);
-        const list = make("dl");
-        for (const [keys, meaning] of [...KEYS, ...(this.changes ? CHANGE_KEYS : []), ...(this.sound ? SOUND_KEYS : [])]) {
-            list.append(
-                make("dt", {}, ...keys.map((key) => make("kbd", {}, key))),
-                make("dd", {}, meaning),
-            );
-        }
-        const close = make("button", { type: "button" }, "Close");
-        close.addEventListener("click", () => dialog.close());
-        dialog.append(
-            make("h2", { id: "keys-title" }, "Keys"),
-            list,
-            make("p", {}, `${this.sound ? "Click the ruler to place the position. " : ""}Drag the ruler to choose a range. The address holds the place that you see.`),
-            close,
+    private buildKeys(): Keys {
+        const place = this.sound ? "Click the ruler to place the position. " : "";
+        const help: Command = { shown: ["?"], meaning: "these keys", actions: { "?": () => keys.show() } };
+        const keys = new Keys(
+            [...this.moves(), ...this.controls(), ...this.soundCommands(), help],
+            `${place}Drag the ruler to choose a range. The address holds the place that you see.`,
         );
+        return keys;
     }
 
     // Link and paper
