@@ -70,6 +70,15 @@ const std::string& Output::Name() const {
     return stream_ ? stream_->name : name_;
 }
 
+void Output::RequireOther(const std::string& read) const {
+    std::error_code error;
+    if (!stream_ && fs::equivalent(name_, read, error)) {
+        throw std::runtime_error(name_ +
+                                 ": is read, and would be replaced by another kind of "
+                                 "file: choose another name for the output");
+    }
+}
+
 std::u16string Output::FullPath() const {
     if (!place_.empty()) {
         return FullPathOf(BehindLinks(place_).string());

@@ -26,6 +26,10 @@ public:
 
     bool IsStream() const { return stream_.has_value(); }
 
+    /// For content of another kind than that of a file that is read.
+    /// @throws std::runtime_error  if a save would replace that file, also by a link
+    void RequireOther(const std::string& read) const;
+
     /// The path to which the plug-in makes media paths relative: the full path of the file after
     /// following links, or, for a stream, a path in the working directory.
     std::u16string FullPath() const;

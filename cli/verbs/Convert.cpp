@@ -165,6 +165,10 @@ public:
 
 private:
     ExitCode Convert() {
+        if (from_ != to_) {
+            out_.RequireOther(options_.in);
+        }
+        RequireOtherReport();
         Progress progress(in_.Subject(), PhasesOf(from_, to_));
         if (from_ == AnyKind(Kind::Orvo) || to_ == AnyKind(Kind::Orvo)) {
             RequirePlugin();
@@ -200,6 +204,12 @@ private:
                                  LossRuleOf(options_, from_, to_), progress)
                    : SaveJson(input.session, {.full = options_.full}, out_, progress,
                               ExpectedSizeOfJson(input, from_, options_.full));
+    }
+
+    void RequireOtherReport() const {
+        if (!options_.report.empty()) {
+            Output(options_.report).RequireOther(options_.in);
+        }
     }
 
     ExitCode Report() const {

@@ -332,6 +332,9 @@ ExitCode RunServe(const ViewOptions& options) {
 
 ExitCode RunView(const ViewOptions& options, PictureForm form) {
     const Output out(options.out);
+    for (const std::string& file : options.files) {
+        out.RequireOther(file);
+    }
     if (!MakeCache(options)) {
         return ExitCode::Failure;
     }

@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
+#include <vector>
 
 #include "tests/cli/Tool.h"
 
@@ -47,6 +49,21 @@ TEST_F(ConvertInterchangeTest, ReportsToAFile) {
     EXPECT_THAT(ReadFile(folder_ / "a.txt"), StartsWith("/audioTracks/0/audioClips/0/name: "));
     EXPECT_THAT(ReadFile(folder_ / "a.txt"),
                 EndsWith("no place in such a file: 1 positions of the current-time indicator\n"));
+}
+
+TEST_F(ConvertInterchangeTest, NeverReplacesTheSessionByAnotherKindOfFile) {
+    const std::string before = ReadFile(folder_ / "a.json");
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"convert", "a.json", "a.json", "--to", "csv"},
+          {"convert", "a.json", "a.csv", "--report", "a.json"}}) {
+        const Outcome outcome = RunTool(arguments, folder_);
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_EQ(outcome.errors,
+                  "orvo: a.json: is read, and would be replaced by another kind of "
+                  "file: choose another name for the output\n");
+        EXPECT_EQ(ReadFile(folder_ / "a.json"), before);
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "a.csv"));
 }
 
 TEST_F(ConvertInterchangeTest, ReportsAsJson) {

@@ -279,6 +279,21 @@ TEST_F(ViewTool, AFileThatCannotBeReadLeavesTheOldPicture) {
     EXPECT_EQ(ReadFile(folder_ / "a.svg"), "old");
 }
 
+TEST_F(ViewTool, ASessionIsNeverReplacedByItsPicture) {
+    std::filesystem::create_symlink("song.orvo", folder_ / "link.svg");
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"song.orvo", "-o", "song.orvo", "--as", "png"},
+          {"song.orvo", "-o", "./song.orvo", "--as", "html"},
+          {"song.orvo", "-o", "link.svg"},
+          {"--contact-sheet", "absent.orvo", "song.orvo", "-o", "link.svg"}}) {
+        const Outcome outcome = View(arguments);
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_THAT(outcome.errors, HasSubstr("is read, and would be replaced by another kind of "
+                                              "file: choose another name for the output"));
+        EXPECT_EQ(ReadFile(folder_ / "song.orvo"), kSong);
+    }
+}
+
 TEST_F(ViewTool, AFolderThatIsAbsentIsReported) {
     const Outcome outcome = View({"song.orvo", "-o", "absent/a.svg"});
     EXPECT_EQ(outcome.exitCode, 1);
