@@ -70,12 +70,13 @@ const std::string& Output::Name() const {
     return stream_ ? stream_->name : name_;
 }
 
-void Output::RequireOther(const std::string& read) const {
+void Output::RequireOther(const std::string& session) const {
     std::error_code error;
-    if (!stream_ && fs::equivalent(name_, read, error)) {
+    if (!stream_ &&
+        (fs::equivalent(name_, session, error) || BehindLinks(name_) == BehindLinks(session))) {
         throw std::runtime_error(name_ +
-                                 ": is read, and would be replaced by another kind of "
-                                 "file: choose another name for the output");
+                                 ": the session is there, and a file of another kind would "
+                                 "replace it: choose another name");
     }
 }
 

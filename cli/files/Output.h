@@ -26,9 +26,10 @@ public:
 
     bool IsStream() const { return stream_.has_value(); }
 
-    /// For content of another kind than that of a file that is read.
+    /// For content of another kind than a session's.
+    /// @param session  a file that is read or saved; it need not exist yet
     /// @throws std::runtime_error  if a save would replace that file, also by a link
-    void RequireOther(const std::string& read) const;
+    void RequireOther(const std::string& session) const;
 
     /// The path to which the plug-in makes media paths relative: the full path of the file after
     /// following links, or, for a stream, a path in the working directory.

@@ -208,7 +208,9 @@ private:
 
     void RequireOtherReport() const {
         if (!options_.report.empty()) {
-            Output(options_.report).RequireOther(options_.in);
+            const Output report(options_.report);
+            report.RequireOther(options_.in);
+            report.RequireOther(options_.out);
         }
     }
 

@@ -116,6 +116,17 @@ ExitCode SaveKey(const orvo::Redactor& redactor, const std::string& name) {
         [&](const Output::Sink& sink) { sink(DumpJson(key, kIndent) + "\n"); });
 }
 
+/// @throws std::runtime_error  if the key would replace a session
+void RequireOtherKey(const std::string& key, const std::vector<std::string>& sessions,
+                     const std::vector<std::string>& targets) {
+    const Output output(key);
+    for (const auto* names : {&sessions, &targets}) {
+        for (const std::string& name : *names) {
+            output.RequireOther(name);
+        }
+    }
+}
+
 std::vector<ProgressPhase> PhasesOf(const std::vector<std::string>& files) {
     std::vector<ProgressPhase> phases;
     for (const std::string& file : files) {
@@ -130,6 +141,9 @@ ExitCode RunRedact(const RedactVerbOptions& options) {
     const auto targets = FindTargets(named.files, options.out);
     if (!targets) {
         return ExitCode::Failure;
+    }
+    if (!options.key.empty()) {
+        RequireOtherKey(options.key, named.files, *targets);
     }
     ExitCode code = named.allKnown ? ExitCode::Good : ExitCode::Failure;
     Progress progress("sessions", PhasesOf(named.files));

@@ -59,10 +59,17 @@ TEST_F(ConvertInterchangeTest, NeverReplacesTheSessionByAnotherKindOfFile) {
         const Outcome outcome = RunTool(arguments, folder_);
         EXPECT_EQ(outcome.exitCode, 1);
         EXPECT_EQ(outcome.errors,
-                  "orvo: a.json: is read, and would be replaced by another kind of "
-                  "file: choose another name for the output\n");
+                  "orvo: a.json: the session is there, and a file of another kind would "
+                  "replace it: choose another name\n");
         EXPECT_EQ(ReadFile(folder_ / "a.json"), before);
     }
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "a.csv"));
+}
+
+TEST_F(ConvertInterchangeTest, NeverReplacesTheOutputByItsReport) {
+    const Outcome outcome = RunTool({"convert", "a.json", "a.csv", "--report", "./a.csv"}, folder_);
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("replace it: choose another name"));
     EXPECT_FALSE(std::filesystem::exists(folder_ / "a.csv"));
 }
 

@@ -37,6 +37,19 @@ TEST_F(RedactTool, ASessionIsSavedWithoutItsTexts) {
     EXPECT_EQ(json::parse(ReadFile(folder_ / "key.json")), json::parse(R"({"Device 1": "Desk"})"));
 }
 
+TEST_F(RedactTool, TheKeyNeverReplacesASession) {
+    std::filesystem::create_symlink("a.orvo", folder_ / "link.json");
+    std::filesystem::create_symlink("b.orvo", folder_ / "later.json");
+    for (const char* const key : {"a.orvo", "link.json", "b.orvo", "./b.orvo", "later.json"}) {
+        const Outcome outcome = Redact({"a.orvo", "-o", "b.orvo", "--key", key});
+        EXPECT_EQ(outcome.exitCode, 1) << key;
+        EXPECT_THAT(outcome.errors, HasSubstr(std::string(key) + ": the session is there, "))
+            << key;
+        EXPECT_EQ(ReadFile(folder_ / "a.orvo"), kNamed) << key;
+        EXPECT_FALSE(std::filesystem::exists(folder_ / "b.orvo")) << key;
+    }
+}
+
 TEST_F(RedactTool, TheOldFileIsKeptIfAskedFor) {
     EXPECT_EQ(Redact({"a.orvo", "--in-place", "--backup"}).exitCode, 0);
     EXPECT_EQ(ReadFile(folder_ / "a.orvo"), kRedacted);

@@ -288,8 +288,9 @@ TEST_F(ViewTool, ASessionIsNeverReplacedByItsPicture) {
           {"--contact-sheet", "absent.orvo", "song.orvo", "-o", "link.svg"}}) {
         const Outcome outcome = View(arguments);
         EXPECT_EQ(outcome.exitCode, 1);
-        EXPECT_THAT(outcome.errors, HasSubstr("is read, and would be replaced by another kind of "
-                                              "file: choose another name for the output"));
+        EXPECT_THAT(outcome.errors,
+                    HasSubstr("the session is there, and a file of another kind would "
+                              "replace it: choose another name"));
         EXPECT_EQ(ReadFile(folder_ / "song.orvo"), kSong);
     }
 }
