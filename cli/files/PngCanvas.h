@@ -7,7 +7,7 @@
 
 namespace cli {
 
-/// Draws a PNG file. Its texts are of any script.
+/// Draws a PNG file, with text in any script.
 class PngCanvas final : public orvo::Canvas {
 public:
     /// @param width, height  in pixels of the drawing

@@ -424,7 +424,7 @@ void AddView(CLI::App& tool, Action& chosen) {
     verb->add_option("--tracks", options->layout.tracks,
                      "only tracks whose name fits, such as \"Vocal*\"")
         ->type_name("PATTERN");
-    verb->add_flag("--lanes", options->lanes, "with automation, as is usual");
+    verb->add_flag("--lanes", options->lanes, "with automation (the default)");
     verb->add_flag("--no-lanes", options->noLanes, "without automation");
     verb->add_flag("--no-waveforms", options->noWaveforms, "without a look into the media");
     verb->add_option("--cache", options->cache,

@@ -12,7 +12,7 @@
 /// own window implements `Canvas` with the calls of its toolkit.
 namespace orvo {
 
-/// A colour of a screen, as in sRGB.
+/// A colour in sRGB.
 struct Colour {
     std::uint8_t red = 0;
     std::uint8_t green = 0;
@@ -54,7 +54,7 @@ struct Paint {
 enum class Anchor { Start, Middle, End };
 
 struct TextStyle {
-    /// The first of these that there is.
+    /// The first of these that is installed is used.
     static constexpr std::string_view kFonts =
         "Inter, Segoe UI, Helvetica Neue, Noto Sans, DejaVu Sans, Arial, sans-serif";
     /// The weight of bold text, on the scale from 1 to 1000.
@@ -89,7 +89,7 @@ public:
 
     /// Begins a part with coordinates of its own, from the left upper corner of an area. Nothing of
     /// it shows outside. Parts may lie in parts.
-    /// @param title  says what it is, for tips and for who does not see it; may be empty
+    /// @param title  says what it is, in tips and to screen readers; may be empty
     virtual void Begin(const Area& area, const std::string& title, double opacity) = 0;
     virtual void End() = 0;
 
@@ -110,10 +110,10 @@ struct PictureHead {
     double width = 0;  ///< in pixels
     double height = 0;
     std::string title{};
-    std::string description{};  ///< for who does not see it
+    std::string description{};  ///< for screen readers
 };
 
-/// Draws an SVG document. Texts are texts, whatever is in them.
+/// Draws an SVG document. Text never becomes markup, whatever it holds.
 class ORVO_API SvgCanvas final : public Canvas {
 public:
     void Rectangle(const Area& area, double radius, const Paint& paint) override;

@@ -19,7 +19,7 @@ std::string FactsOf(const orvo::LayoutRow& row);
 /// What a session is, such as "48 kHz · 32-bit · stereo · 1 track · 2 clips · 1 media file".
 std::string FactsOf(const orvo::Layout& layout);
 
-/// A session in words, for who does not see its picture.
+/// A session in words, for readers who cannot see its picture.
 std::string DescriptionOf(const orvo::Layout& layout);
 
 /// "1 take", "2 takes".

@@ -131,7 +131,7 @@ TEST_F(PngCanvasTest, LinesAreSeparateAndMayBeDashed) {
     canvas_.Lines(dashed, {.stroke = kBlue, .strokeWidth = 2, .dashed = true});
     const Image image = Drawn();
     EXPECT_EQ(image.At(20, 5), kRed);
-    EXPECT_EQ(image.At(20, 10), kWhite) << "from the end of the one to the next is no line";
+    EXPECT_EQ(image.At(20, 10), kWhite) << "the end of one line is not joined to the next";
     EXPECT_EQ(image.At(2, 30), kBlue);
     EXPECT_EQ(image.At(5, 30), kWhite);
     EXPECT_EQ(image.At(8, 30), kBlue);
